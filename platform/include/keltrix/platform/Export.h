@@ -1,0 +1,18 @@
+#pragma once
+
+/// KELTRIX_PLATFORM_API marks what libkeltrix-platform exports. The library is built with hidden visibility, so
+/// nothing without the mark can be reached from outside. KELTRIX_PLATFORM_BUILDING is defined only while the library
+/// itself is compiled, KELTRIX_PLATFORM_STATIC when it is linked statically.
+#if defined(KELTRIX_PLATFORM_STATIC)
+#define KELTRIX_PLATFORM_API
+#elif defined(_WIN32)
+#if defined(KELTRIX_PLATFORM_BUILDING)
+#define KELTRIX_PLATFORM_API __declspec(dllexport)
+#else
+#define KELTRIX_PLATFORM_API __declspec(dllimport)
+#endif
+#elif defined(__GNUC__)
+#define KELTRIX_PLATFORM_API __attribute__((visibility("default")))
+#else
+#define KELTRIX_PLATFORM_API
+#endif
