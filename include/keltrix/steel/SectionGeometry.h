@@ -25,7 +25,7 @@ public:
 
 protected:
     CCloneableGeom() = default;
-    CCloneableGeom(const CCloneableGeom&) {} // NOLINT(modernize-use-equals-default): assignment is written out too
+    CCloneableGeom(const CCloneableGeom&) {}
     CCloneableGeom(CCloneableGeom&&) noexcept {}
 };
 

@@ -23,24 +23,22 @@ public:
 
     template <std::integral T>
     FormatArg(T value) :
-        // NOLINT(google-explicit-constructor): made only from the arguments of Format
+
         m_kind(std::is_same_v<T, wchar_t> ? Kind::Character
                : std::is_signed_v<T>      ? Kind::Signed
                                           : Kind::Unsigned),
         m_bits(static_cast<unsigned long long>(value)), m_size(sizeof(T))
     {}
     template <class T>
-    requires std::is_enum_v<T> FormatArg(T value) :
-        FormatArg(static_cast<std::underlying_type_t<T>>(value)) // NOLINT(google-explicit-constructor)
-    {}
-    FormatArg(double value) : m_kind(Kind::Real), m_real(value) {} // NOLINT(google-explicit-constructor)
+    requires std::is_enum_v<T> FormatArg(T value) : FormatArg(static_cast<std::underlying_type_t<T>>(value)) {}
+    FormatArg(double value) : m_kind(Kind::Real), m_real(value) {}
     FormatArg(const wchar_t* text) :
-        // NOLINT(google-explicit-constructor)
+
         m_kind(Kind::Text), m_text(text ? std::wstring_view(text) : std::wstring_view())
     {}
-    FormatArg(std::wstring_view text) : m_kind(Kind::Text), m_text(text) {}   // NOLINT(google-explicit-constructor)
-    FormatArg(const std::wstring& text) : m_kind(Kind::Text), m_text(text) {} // NOLINT(google-explicit-constructor)
-    inline FormatArg(const CString& text);                                    // NOLINT(google-explicit-constructor)
+    FormatArg(std::wstring_view text) : m_kind(Kind::Text), m_text(text) {}
+    FormatArg(const std::wstring& text) : m_kind(Kind::Text), m_text(text) {}
+    inline FormatArg(const CString& text);
 
     Kind ArgKind() const { return m_kind; }
     long long Signed() const { return static_cast<long long>(m_bits); }
@@ -67,8 +65,7 @@ class KELTRIX_PLATFORM_API CString {
 public:
     CString() noexcept = default;
     /// A null pointer makes an empty text.
-    CString(const wchar_t* text) :
-        m_text(text ? text : L"") {} // NOLINT(google-explicit-constructor): texts are literals
+    CString(const wchar_t* text) : m_text(text ? text : L"") {}
     explicit CString(std::wstring text) noexcept : m_text(std::move(text)) {}
     explicit CString(std::wstring_view text) : m_text(text) {}
     CString(wchar_t character, int repeat) : m_text(repeat > 0 ? static_cast<std::size_t>(repeat) : 0, character) {}
@@ -79,7 +76,7 @@ public:
     /// The text, terminated by a null character; valid until the text changes.
     const wchar_t* GetString() const noexcept { return m_text.c_str(); }
     std::wstring_view View() const noexcept { return m_text; }
-    operator std::wstring_view() const noexcept { return m_text; } // NOLINT(google-explicit-constructor): interop
+    operator std::wstring_view() const noexcept { return m_text; }
     /// The character at 0 <= i < length; the null character at i = length.
     wchar_t operator[](int i) const noexcept { return m_text[static_cast<std::size_t>(i)]; }
     void Reserve(std::size_t length) { m_text.reserve(length); }
