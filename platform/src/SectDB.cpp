@@ -1,0 +1,373 @@
+#include <algorithm>
+#include <array>
+#include <cassert>
+#include <charconv>
+#include <cmath>
+#include <numeric>
+#include <unordered_map>
+
+#include "BuiltInCatalogue.h"
+#include "keltrix/platform/KxData.h"
+#include "keltrix/platform/KxUtil.h"
+
+namespace Keltrix {
+
+namespace {
+
+// The form in which designations are compared: upper case, without blanks, the multiplication sign as X.
+std::wstring NormalisedKey(std::wstring_view designation)
+{
+    std::wstring key;
+    key.reserve(designation.size());
+    for (const wchar_t c : designation) {
+        if (c == L' ' || c == L'\t') continue;
+        if (c == L'\u00D7') {
+            key.push_back(L'X');
+        } else {
+            key.push_back(c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - (L'a' - L'A')) : c);
+        }
+    }
+    return key;
+}
+
+// The letters at the front of a key.
+std::wstring_view FamilyOfKey(std::wstring_view key)
+{
+    const auto isLetter = [](wchar_t c) { return c >= L'A' && c <= L'Z'; };
+    return key.substr(0, static_cast<std::size_t>(std::find_if_not(key.begin(), key.end(), isLetter) - key.begin()));
+}
+
+// Levenshtein's distance: the fewest insertions, deletions and replacements of one character.
+int EditDistance(std::wstring_view a, std::wstring_view b, std::vector<int>& row)
+{
+    row.resize(b.size() + 1);
+    std::iota(row.begin(), row.end(), 0);
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        int diagonal = row[0];
+        row[0] = static_cast<int>(i) + 1;
+        for (std::size_t j = 0; j < b.size(); ++j) {
+            const int replaced = diagonal + (a[i] == b[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
+        }
+    }
+    return row.back();
+}
+
+std::string_view TrimBlanks(std::string_view text)
+{
+    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
+        text.remove_prefix(1);
+    while (!text.empty() && (text.back() == ' ' || text.back() == '\t'))
+        text.remove_suffix(1);
+    return text;
+}
+
+enum Column { FAMILY, DESIGNATION, SHAPE, TYPE, MASS, DEPTH, WIDTH, WEB, FLANGE, ROOT, TOE, COLUMN_COUNT };
+
+constexpr std::array<std::string_view, COLUMN_COUNT> COLUMN_NAMES = {"family",    "designation", "shape",    "type",
+                                                                     "mass_kg_m", "depth_mm",    "width_mm", "web_mm",
+                                                                     "flange_mm", "root_mm",     "toe_mm"};
+
+struct Word {
+    std::string_view name;
+    int value;
+};
+
+constexpr Word SHAPE_WORDS[] = {{"I", CSecGeom::SHAPE_I},     {"channel", CSecGeom::SHAPE_CHANNEL},
+                                {"tee", CSecGeom::SHAPE_T},   {"angle", CSecGeom::SHAPE_ANGLE},
+                                {"RHS", CSecGeom::SHAPE_RHS}, {"CHS", CSecGeom::SHAPE_CHS}};
+constexpr Word TYPE_WORDS[] = {{"rolled", SEC_ROLLED}, {"welded", SEC_WELDED}, {"formed", SEC_FORMED}};
+
+// Reads a catalogue CSV text and gathers every error in it.
+class CsvReader {
+public:
+    explicit CsvReader(std::string_view csv) : m_rest(csv)
+    {
+        constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+        if (m_rest.substr(0, byteOrderMark.size()) == byteOrderMark) m_rest.remove_prefix(byteOrderMark.size());
+    }
+
+    void Read()
+    {
+        bool header = false;
+        while (NextLine()) {
+            if (!header) {
+                header = true;
+                if (!ReadHeader()) return;
+            } else {
+                ReadRow();
+            }
+        }
+        if (!header) {
+            AddError(0, 0, "expected a header line with the columns " + ColumnList() + ", found no line at all");
+        }
+    }
+
+    struct Row {
+        CSectDB::Entry entry;
+        int line;
+        int column; // of the designation
+    };
+    std::vector<Row> m_rows;
+    std::vector<CatalogueError> m_errors;
+
+    void AddError(int line, int column, const std::string& message)
+    {
+        // Bytes of the file that are quoted in a message need not be well-formed.
+        const std::optional<CString> text = CString::FromUtf8(message);
+        m_errors.push_back({line, column, text ? *text : CString(std::wstring(message.begin(), message.end()))});
+    }
+
+private:
+    // The next line that is neither empty nor a comment, split into its fields.
+    bool NextLine()
+    {
+        while (!m_rest.empty()) {
+            const std::size_t end = std::min(m_rest.find('\n'), m_rest.size());
+            std::string_view line = m_rest.substr(0, end);
+            m_rest.remove_prefix(std::min(end + 1, m_rest.size()));
+            ++m_line;
+            if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+            line = TrimBlanks(line);
+            if (line.empty() || line.front() == '#') continue;
+
+            m_fields.clear();
+            for (;;) {
+                const std::size_t comma = line.find(',');
+                m_fields.push_back(TrimBlanks(line.substr(0, comma)));
+                if (comma == std::string_view::npos) return true;
+                line.remove_prefix(comma + 1);
+            }
+        }
+        return false;
+    }
+
+    static std::string ColumnList()
+    {
+        std::string list;
+        for (const std::string_view name : COLUMN_NAMES)
+            list.append(list.empty() ? "" : ",").append(name);
+        return list;
+    }
+
+    bool ReadHeader()
+    {
+        const std::size_t errors = m_errors.size();
+        m_columns.fill(0);
+        for (std::size_t i = 0; i < m_fields.size(); ++i) {
+            const int column = static_cast<int>(i) + 1;
+            const auto name = std::find(COLUMN_NAMES.begin(), COLUMN_NAMES.end(), m_fields[i]);
+            if (name == COLUMN_NAMES.end()) {
+                AddError(m_line, column, "expected one of the column names " + ColumnList() + ", found " + Quoted(i));
+                continue;
+            }
+            int& place = m_columns[static_cast<std::size_t>(name - COLUMN_NAMES.begin())];
+            if (place != 0) {
+                AddError(m_line, column, "expected each column name once, found " + Quoted(i) + " again");
+            }
+            place = column;
+        }
+        for (std::size_t c = 0; c < COLUMN_COUNT; ++c) {
+            if (m_columns[c] == 0) {
+                AddError(m_line, 0, "expected a column \"" + std::string(COLUMN_NAMES[c]) + "\", found none");
+            }
+        }
+        m_fieldCount = m_fields.size();
+        return m_errors.size() == errors;
+    }
+
+    std::string Quoted(std::size_t field) const { return '"' + std::string(m_fields[field]) + '"'; }
+
+    std::string_view Field(Column column) const { return m_fields[static_cast<std::size_t>(m_columns[column] - 1)]; }
+
+    void Expected(Column column, const std::string& what)
+    {
+        const std::string found = Field(column).empty() ? "nothing" : '"' + std::string(Field(column)) + '"';
+        AddError(m_line, m_columns[column],
+                 std::string(COLUMN_NAMES[column]) + ": expected " + what + ", found " + found);
+    }
+
+    CString Text(Column column)
+    {
+        const std::string_view field = Field(column);
+        std::optional<CString> text = CString::FromUtf8(field);
+        if (field.empty() || !text || field.find('"') != std::string_view::npos) {
+            Expected(column, "plain UTF-8 text without quotation marks");
+            return {};
+        }
+        return *text;
+    }
+
+    template <std::size_t N>
+    int WordValue(Column column, const Word (&words)[N])
+    {
+        std::string list;
+        for (const Word& word : words) {
+            if (word.name == Field(column)) return word.value;
+            list.append(list.empty() ? "" : ", ").append(word.name);
+        }
+        Expected(column, "one of " + list);
+        return 0;
+    }
+
+    // A number that is not negative; an empty field is 0.
+    double Number(Column column, const char* what)
+    {
+        const std::string_view field = Field(column);
+        if (field.empty()) return 0.0;
+        double value = 0.0;
+        const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), value);
+        if (error != std::errc() || end != field.data() + field.size() || !std::isfinite(value) || value < 0.0) {
+            Expected(column, what);
+            return std::nan("");
+        }
+        return value;
+    }
+
+    double Millimetres(Column column) { return Number(column, "a dimension in mm, not negative") / 1000.0; }
+
+    void RequirePositive(Column column, double value, const char* what)
+    {
+        if (value == 0.0) Expected(column, what);
+    }
+
+    void ReadRow()
+    {
+        if (m_fields.size() != m_fieldCount) {
+            AddError(m_line, 0,
+                     "expected " + std::to_string(m_fieldCount) + " fields as in the header line, found " +
+                         std::to_string(m_fields.size()));
+            return;
+        }
+        CSectDB::Entry entry;
+        entry.family = Text(FAMILY);
+        entry.designation = entry.family + L" " + Text(DESIGNATION);
+        entry.shape = WordValue(SHAPE, SHAPE_WORDS);
+        entry.secType = WordValue(TYPE, TYPE_WORDS);
+        entry.massPerMetre = Number(MASS, "a mass per metre in kg/m, above 0");
+        RequirePositive(MASS, entry.massPerMetre, "a mass per metre in kg/m, above 0");
+        entry.depth = Millimetres(DEPTH);
+        entry.width = Millimetres(WIDTH);
+        entry.webThickness = Millimetres(WEB);
+        entry.flangeThickness = Millimetres(FLANGE);
+        entry.rootRadius = Millimetres(ROOT);
+        entry.toeRadius = Millimetres(TOE);
+        CheckDimensions(entry);
+        m_rows.push_back({std::move(entry), m_line, m_columns[DESIGNATION]});
+    }
+
+    // Every shape needs its dimensions; a shape of one thickness may give it in either column.
+    void CheckDimensions(CSectDB::Entry& entry)
+    {
+        const bool circular = entry.shape == CSecGeom::SHAPE_CHS;
+        if (circular || entry.shape == CSecGeom::SHAPE_RHS || entry.shape == CSecGeom::SHAPE_ANGLE) {
+            if (entry.webThickness == 0.0) entry.webThickness = entry.flangeThickness;
+            if (entry.flangeThickness == 0.0) entry.flangeThickness = entry.webThickness;
+            if (entry.webThickness != entry.flangeThickness && !std::isnan(entry.webThickness) &&
+                !std::isnan(entry.flangeThickness)) {
+                Expected(FLANGE, "the thickness of the column web_mm, since this shape has a single one");
+            }
+        }
+        RequirePositive(DEPTH, entry.depth, "a dimension in mm, above 0");
+        if (!circular) RequirePositive(WIDTH, entry.width, "a dimension in mm, above 0");
+        RequirePositive(WEB, entry.webThickness, "a dimension in mm, above 0");
+        RequirePositive(FLANGE, entry.flangeThickness, "a dimension in mm, above 0");
+    }
+
+    std::string_view m_rest;
+    int m_line = 0;
+    std::size_t m_fieldCount = 0;
+    std::vector<std::string_view> m_fields;
+    std::array<int, COLUMN_COUNT> m_columns{};
+};
+
+} // namespace
+
+struct CSectDB::Impl {
+    std::vector<Entry> entries;
+    std::unordered_map<std::wstring, std::size_t> places;
+};
+
+CSectDB::CSectDB() : m_impl(std::make_unique<Impl>()) {}
+
+CSectDB::~CSectDB() = default;
+
+CSectDB* CSectDB::GetDatabase()
+{
+    static CSectDB database;
+    static const bool loaded = [] {
+        for (const std::string_view csv : BuiltInCatalogue()) {
+            [[maybe_unused]] const std::vector<CatalogueError> errors = database.AddCsv(csv);
+            assert(errors.empty());
+        }
+        return true;
+    }();
+    static_cast<void>(loaded);
+    return &database;
+}
+
+const CSectDB::Entry* CSectDB::Find(std::wstring_view designation) const
+{
+    const auto found = m_impl->places.find(NormalisedKey(designation));
+    return found == m_impl->places.end() ? nullptr : &m_impl->entries[found->second];
+}
+
+const std::vector<CSectDB::Entry>& CSectDB::Entries() const { return m_impl->entries; }
+
+std::vector<CString> CSectDB::Suggest(std::wstring_view text, std::size_t count) const
+{
+    // Longer texts are no slips of the pen, and their distance would only cost time.
+    constexpr std::size_t longest = 64;
+    const std::wstring key = NormalisedKey(text.substr(0, 4 * longest)).substr(0, longest);
+
+    struct Candidate {
+        int distance;
+        bool otherFamily;
+        std::size_t place;
+        auto operator<=>(const Candidate&) const = default;
+    };
+    std::vector<Candidate> candidates;
+    candidates.reserve(m_impl->entries.size());
+    std::vector<int> row;
+    for (std::size_t i = 0; i < m_impl->entries.size(); ++i) {
+        const bool otherFamily = NormalisedKey(m_impl->entries[i].family) != FamilyOfKey(key);
+        const int distance = EditDistance(NormalisedKey(m_impl->entries[i].designation), key, row);
+        // Another family counts as one more edit.
+        candidates.push_back({distance + (otherFamily ? 1 : 0), otherFamily, i});
+    }
+    const std::size_t most = std::min(count, candidates.size());
+    std::partial_sort(candidates.begin(), candidates.begin() + static_cast<std::ptrdiff_t>(most), candidates.end());
+
+    std::vector<CString> names;
+    for (std::size_t i = 0; i < most; ++i)
+        names.push_back(m_impl->entries[candidates[i].place].designation);
+    return names;
+}
+
+std::vector<CatalogueError> CSectDB::AddCsv(std::string_view csv)
+{
+    CsvReader reader(csv);
+    reader.Read();
+
+    std::unordered_map<std::wstring, std::size_t> places;
+    for (std::size_t i = 0; i < reader.m_rows.size(); ++i) {
+        const auto& [entry, line, column] = reader.m_rows[i];
+        std::wstring key = NormalisedKey(entry.designation);
+        if (m_impl->places.contains(key) || !places.emplace(std::move(key), m_impl->entries.size() + i).second) {
+            const std::string name = entry.designation.ToUtf8().value_or(std::string());
+            reader.AddError(line, column, "designation: expected a new designation, found \"" + name + "\" again");
+        }
+    }
+    std::stable_sort(reader.m_errors.begin(), reader.m_errors.end(),
+                     [](const CatalogueError& a, const CatalogueError& b) { return a.line < b.line; });
+    if (!reader.m_errors.empty()) return reader.m_errors;
+
+    m_impl->entries.reserve(m_impl->entries.size() + reader.m_rows.size());
+    m_impl->places.merge(places);
+    for (CsvReader::Row& row : reader.m_rows)
+        m_impl->entries.push_back(std::move(row.entry));
+    return {};
+}
+
+} // namespace Keltrix
