@@ -21,6 +21,12 @@ using Data::LoadPosString;
 using Data::SHR_CENTRE;
 using Data::TOP_FLANGE;
 
+/// An index moved by an offset; wraps around at the ends of int, so that any index read from a file is harmless.
+constexpr int Shifted(int index, int by)
+{
+    return static_cast<int>(static_cast<unsigned int>(index) + static_cast<unsigned int>(by));
+}
+
 /// A numbered point along a member at which a restraint is defined: a support, a brace, an intermediate restraint.
 /// Sub-span k (counted from 0) lies between the points of 1-based index k+1 and k+2.
 class KELTRIX_STEEL_API CMemberPoint {
@@ -35,11 +41,11 @@ public:
     void Set1Index(int index) { m_i1Index = index; }
     int Get1Index() const { return m_i1Index; }
     /// Place in the member point vector, counted from 0.
-    int CMPIndex() const { return m_i1Index - 1; }
+    int CMPIndex() const { return Shifted(m_i1Index, -1); }
     /// Place of the sub-span to the left, -1 for the first point.
-    int IndexCSSLeft() const { return m_i1Index - 2; }
+    int IndexCSSLeft() const { return Shifted(m_i1Index, -2); }
     /// Place of the sub-span to the right.
-    int IndexCSSRight() const { return m_i1Index - 1; }
+    int IndexCSSRight() const { return Shifted(m_i1Index, -1); }
     void SetRestraint(const CRestraint& restraint) { m_restraint = restraint; }
     CRestraint GetRestraint() const { return m_restraint; }
 
@@ -78,9 +84,9 @@ public:
     void Set1Index(int index) { m_i1Index = index; }
     int Get1Index() const { return m_i1Index; }
     /// Place in the sub-span vector, counted from 0.
-    int IndexCSS() const { return m_i1Index - 1; }
+    int IndexCSS() const { return Shifted(m_i1Index, -1); }
     /// Places of the end points in the member point vector, counted from 0.
-    int IndexCMPLeft() const { return m_i1Index - 1; }
+    int IndexCMPLeft() const { return Shifted(m_i1Index, -1); }
     int IndexCMPRight() const { return m_i1Index; }
 
     void SetForcesAll(const Vec3<double>& left, const Vec3<double>& right)

@@ -176,7 +176,8 @@ private:
     static double MaxOf(const std::vector<double>& values, int* index);
     void SetLocal(std::vector<double>& component, double util, int failFlag);
     void SetBuckling(double& component, double util, int failFlag, bool failsAtLimit);
-    bool RaiseLocalCombined(double util);
+    void RaiseLocalCombined(double util);
+    void RaiseBucklingCombined(double util);
     void RaiseOverAll(double util);
 
     void ReallyAddVerbose(const CString& text);
@@ -184,11 +185,13 @@ private:
     void PushIndentVerbose(int levels);
     int PopIndentVerbose();
     int GetIndentVerbose() const;
-    /// This record as it is after adding copies of itself that differ by what happened to them: the texts added to
-    /// each in turn, and one failure of lateral-torsional buckling. What the two-ended effective-length rule needs,
-    /// without the copies.
+    /// Makes this record what it is after merging with a copy of itself whose texts were emptied before `addedText` was
+    /// written at the current position, and which failed in lateral-torsional buckling or did not.
     void MergeScratch(const CString& addedText, bool failedLT);
+    /// An infinite utilisation in lateral-torsional buckling with its failure flags, raised even where it was infinite before.
     void FailBucklingLT();
+    /// The text of the current position, about to be changed.
+    CString& TextHere();
 
     int m_iLoadFlags = LOAD_AXIAL | LOAD_MAJOR | LOAD_MINOR | LOAD_TORSION;
     int m_iFlags = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string_view>
 #include <vector>
 
 #include "keltrix/platform/CString.h"
@@ -175,7 +176,7 @@ private:
     }
     unsigned int ConsistentFlag() const { return Closure(m_iRestFlag, CompressionSign()); }
     static void SwapBits(unsigned int& flag, unsigned int a, unsigned int b);
-    bool SetDescriptionFragment(CString token);
+    bool SetDescriptionFragment(std::wstring_view token);
 
     unsigned int m_iRestFlag = 0;
     LoadPos m_eRefLoadHeight = SHR_CENTRE;
