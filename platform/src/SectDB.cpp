@@ -114,9 +114,15 @@ public:
 
     void AddError(int line, int column, const std::string& message)
     {
-        // Bytes of the file that are quoted in a message need not be well-formed.
-        const std::optional<CString> text = CString::FromUtf8(message);
-        m_errors.push_back({line, column, text ? *text : CString(std::wstring(message.begin(), message.end()))});
+        // A message may quote bytes of the file, and these need not be well-formed.
+        std::optional<CString> text = CString::FromUtf8(message);
+        if (!text) {
+            std::string ascii = message;
+            std::replace_if(
+                ascii.begin(), ascii.end(), [](char c) { return static_cast<unsigned char>(c) > 0x7F; }, '?');
+            text = CString::FromUtf8(ascii);
+        }
+        m_errors.push_back({line, column, *text});
     }
 
 private:
@@ -295,16 +301,15 @@ CSectDB::~CSectDB() = default;
 
 CSectDB* CSectDB::GetDatabase()
 {
-    static CSectDB database;
-    static const bool loaded = [] {
+    static CSectDB* const database = [] {
+        static CSectDB catalogue;
         for (const std::string_view csv : BuiltInCatalogue()) {
-            [[maybe_unused]] const std::vector<CatalogueError> errors = database.AddCsv(csv);
+            [[maybe_unused]] const std::vector<CatalogueError> errors = catalogue.AddCsv(csv);
             assert(errors.empty());
         }
-        return true;
+        return &catalogue;
     }();
-    static_cast<void>(loaded);
-    return &database;
+    return database;
 }
 
 const CSectDB::Entry* CSectDB::Find(std::wstring_view designation) const

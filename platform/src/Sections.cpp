@@ -136,23 +136,34 @@ private:
     std::wstring_view m_rest;
 };
 
-// A dimension in mm with the fewest digits that are read back as the same number of metres.
+// The number of mm that is read back as the same number of metres and is written with the fewest digits. Not every
+// number of metres is the quotient of a number of mm; one that is not keeps the nearest.
+double ShortestMillimetres(double metres)
+{
+    std::array<char, 32> buffer;
+    const double product = metres * MM_PER_M;
+    for (int digits = 1; digits <= 17; ++digits) {
+        double mm = 0.0;
+        const auto end =
+            std::to_chars(buffer.data(), buffer.data() + buffer.size(), product, std::chars_format::general, digits)
+                .ptr;
+        std::from_chars(buffer.data(), end, mm);
+        if (mm / MM_PER_M == metres) return mm;
+    }
+    // The product is rounded, so that the dimension it comes from may be its neighbour.
+    for (const double mm : {std::nextafter(product, 0.0), std::nextafter(product, 2.0 * product)}) {
+        if (mm / MM_PER_M == metres) return mm;
+    }
+    return product;
+}
+
 std::wstring Millimetres(double metres)
 {
     // Room for the plain decimals of every double.
     std::array<char, 400> buffer;
-    double mm = metres * MM_PER_M;
-    for (int digits = 1; digits <= 17; ++digits) {
-        double candidate = 0.0;
-        const auto end =
-            std::to_chars(buffer.data(), buffer.data() + buffer.size(), mm, std::chars_format::general, digits).ptr;
-        std::from_chars(buffer.data(), end, candidate);
-        if (candidate / MM_PER_M == metres) {
-            mm = candidate;
-            break;
-        }
-    }
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), mm, std::chars_format::fixed).ptr;
+    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), ShortestMillimetres(metres),
+                                   std::chars_format::fixed)
+                         .ptr;
     return std::wstring(buffer.data(), end);
 }
 
