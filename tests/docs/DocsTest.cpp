@@ -1,0 +1,141 @@
+// Runs the documents: in a fenced block marked "console" every line that starts with "$ " is a command, and the lines behind
+// it are its exact output; a block marked "cpp FILE" must stand, as it is, in that file, which the build compiles.
+// "./run ARGS" stands for "ksteel ARGS", which it ends in.
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const fs::path SOURCE_DIR = KELTRIX_SOURCE_DIR;
+
+struct Command {
+    std::string text;
+    std::string expected;
+    int line;
+};
+
+struct CodeBlock {
+    std::string file;
+    std::string text;
+    int line;
+};
+
+struct Document {
+    std::vector<Command> commands;
+    std::vector<CodeBlock> code;
+};
+
+std::string ReadFile(const fs::path& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    EXPECT_TRUE(in) << "cannot read " << path;
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+Document ReadDocument(const fs::path& path)
+{
+    Document document;
+    std::istringstream in(ReadFile(path));
+    std::string line;
+    std::string fence;
+    for (int number = 1; std::getline(in, line); ++number) {
+        if (fence.empty()) {
+            if (line.rfind("```", 0) != 0) continue;
+            fence = line.size() > 3 ? line.substr(3) : "text";
+            if (fence.rfind("cpp ", 0) == 0) document.code.push_back({fence.substr(4), "", number});
+            continue;
+        }
+        if (line == "```") {
+            fence.clear();
+        } else if (fence == "console") {
+            if (line.rfind("$ ", 0) == 0)
+                document.commands.push_back({line.substr(2), "", number});
+            else if (!document.commands.empty())
+                document.commands.back().expected += line + "\n";
+        } else if (fence.rfind("cpp ", 0) == 0) {
+            document.code.back().text += line + "\n";
+        }
+    }
+    return document;
+}
+
+std::string Run(const std::string& command)
+{
+    const std::string line = "cd '" + SOURCE_DIR.string() + "' && ksteel() { '" KELTRIX_KSTEEL "' \"$@\"; } && " +
+                             "host_example() { '" KELTRIX_EXAMPLES_DIR "/host_example' \"$@\"; } && " +
+                             "module_example() { '" KELTRIX_EXAMPLES_DIR "/module_example' \"$@\"; } && { " + command +
+                             "\n} 2>&1";
+    FILE* const pipe = popen(line.c_str(), "r");
+    if (pipe == nullptr) return "cannot start a shell";
+    std::string output;
+    std::array<char, 4096> buffer;
+    while (const std::size_t n = fread(buffer.data(), 1, buffer.size(), pipe))
+        output.append(buffer.data(), n);
+    pclose(pipe);
+    return output;
+}
+
+std::vector<fs::path> Documents()
+{
+    std::vector<fs::path> documents{SOURCE_DIR / "README.md"};
+    for (const auto& entry : fs::directory_iterator(SOURCE_DIR / "docs"))
+        if (entry.path().extension() == ".md") documents.push_back(entry.path());
+    return documents;
+}
+
+} // namespace
+
+TEST(Docs, EveryCommandPrintsWhatTheDocumentsSay)
+{
+    int commands = 0;
+    for (const fs::path& path : Documents()) {
+        for (const Command& command : ReadDocument(path).commands) {
+            std::string text = command.text;
+            if (text == "./test" || text == "./run") continue; // set up a machine; the gates run them
+            if (text.rfind("./run ", 0) == 0) text = "ksteel " + text.substr(6);
+            ++commands;
+            EXPECT_EQ(Run(text), command.expected)
+                << path.filename().string() << ":" << command.line << ": " << command.text;
+        }
+    }
+    EXPECT_GE(commands, 10) << "the documents show the tool at work";
+}
+
+TEST(Docs, CodeInTheDocumentsIsCompiled)
+{
+    int blocks = 0;
+    for (const fs::path& path : Documents()) {
+        for (const CodeBlock& block : ReadDocument(path).code) {
+            ++blocks;
+            EXPECT_NE(ReadFile(SOURCE_DIR / block.file).find(block.text), std::string::npos)
+                << path.filename().string() << ":" << block.line << ": not found as it stands in " << block.file;
+        }
+    }
+    EXPECT_GE(blocks, 2);
+}
+
+TEST(Docs, EveryRelativeLinkLeadsToAFile)
+{
+    for (const fs::path& path : Documents()) {
+        const std::string text = ReadFile(path);
+        for (std::size_t at = text.find("]("); at != std::string::npos; at = text.find("](", at + 1)) {
+            const std::size_t end = text.find(')', at);
+            std::string target = text.substr(at + 2, end - at - 2);
+            target = target.substr(0, target.find('#'));
+            if (target.empty() || target.find("://") != std::string::npos) continue;
+            EXPECT_TRUE(fs::exists(path.parent_path() / target)) << path.filename().string() << " links to " << target;
+        }
+    }
+}
