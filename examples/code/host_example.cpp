@@ -33,8 +33,9 @@ int main()
 
     const CSpan half(&points, &subSpans, 0, 1);
     CMemberResult result;
-    const double length = CCodeShare(&result).BS5950_1_2000_Table13(
-        half.Length(), 0.4, CCodeShare::LT_COMP_FLANGE1, half.RestraintEndL(), half.RestraintEndR(), false, false, false);
+    const double length =
+        CCodeShare(&result).BS5950_1_2000_Table13(half.Length(), 0.4, CCodeShare::LT_COMP_FLANGE1, half.RestraintEndL(),
+                                                  half.RestraintEndR(), false, false, false);
 
     const CDesFormat& fmt = result.DesFormat();
     const CSpan beam(&points, &subSpans, 0, 2);
