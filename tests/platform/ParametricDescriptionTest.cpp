@@ -1,5 +1,6 @@
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <map>
 #include <random>
 #include <string>
@@ -172,6 +173,39 @@ TEST(ParametricDescription, RestoresEveryDimensionBitForBit)
             << std::hexfloat << mm << ' ' << geometry.Description(true).ToUtf8().value();
         ASSERT_EQ(back.Description(true), geometry.Description(true));
     }
+}
+
+TEST(ParametricDescription, RestoresWhateverRandomTextItAccepts)
+{
+    constexpr std::uint32_t seed = 77;
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    static constexpr const wchar_t* WORDS[] = {L"I", L"GI", L"C", L"TEE", L"ANGLE", L"BOX", L"TUBE", L"X"};
+    static constexpr const wchar_t* NUMBERS[] = {L"1",     L"20.5", L"1e3", L"0",  L"-1", L"inf",   L"nan",
+                                                 L"1e400", L"",     L".5",  L"5.", L"+7", L"0.1e-2"};
+    int accepted = 0;
+    for (int run = 0; run < 200000; ++run) {
+        std::wstring text = WORDS[random() % std::size(WORDS)];
+        const auto numbers = random() % 8;
+        for (unsigned i = 0; i < numbers; ++i) {
+            text += i == 0 ? L" " : random() % 50 == 0 ? L"," : random() % 5 == 0 ? L" \u00D7 " : L"x";
+            text += NUMBERS[random() % 3 == 0 ? random() % std::size(NUMBERS) : random() % 3];
+        }
+        CSecDB geometry(L"", nullptr);
+        if (!geometry.SetUpFromDesc(CString(text))) {
+            ASSERT_EQ(geometry.Shape(), 0);
+            continue;
+        }
+        ++accepted;
+        CSecDB back(L"", nullptr);
+        ASSERT_TRUE(back.SetUpFromDesc(geometry.Description(true))) << CString(text).ToUtf8().value();
+        ASSERT_EQ(back.Shape(), geometry.Shape());
+        for (int i = 0; i < 16; ++i) {
+            ASSERT_EQ(back.Dimension(0.0, static_cast<Prop>(i)), geometry.Dimension(0.0, static_cast<Prop>(i)))
+                << CString(text).ToUtf8().value() << ", dimension " << i;
+        }
+    }
+    EXPECT_GT(accepted, 1000);
 }
 
 TEST(ParametricDescription, RestoresTheExtremesOfTheRange)

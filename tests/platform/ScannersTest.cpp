@@ -229,6 +229,16 @@ TEST(GetValueDouble, ReadsBackWhatIsWrittenWithEveryNumberOfDigits)
     }
 }
 
+TEST(GetValueDouble, DoesNotLookAtTheProcessLocale)
+{
+    const CommaLocale locale;
+    if (!locale.IsSet()) GTEST_SKIP() << "no locale with a decimal comma on this machine";
+    EXPECT_EQ(Double(L"2.5"), 2.5);
+    CString line = L"2,5";
+    EXPECT_EQ(GetValueDouble(line), 2.0);
+    EXPECT_EQ(line, L"5");
+}
+
 TEST(GetValueFloat, RoundsOnceAndNotThroughDouble)
 {
     // Just above half-way between 1 and the next float, by less than a double can show: rounding twice gives 1.

@@ -115,6 +115,14 @@ TEST(CDesFormat, NeverWritesAUtilisationAsTheLimitThatIsNotTheLimit)
     EXPECT_EQ(format.Util(std::nextafter(1.0, 0.0)), L"0.9999999999999999");
 }
 
+TEST(CDesFormat, DoesNotLookAtTheProcessLocale)
+{
+    const CommaLocale locale;
+    if (!locale.IsSet()) GTEST_SKIP() << "no locale with a decimal comma on this machine";
+    EXPECT_EQ(CDesFormat().Length(1234.5), L"1234.5 m");
+    EXPECT_EQ(CDesFormat().Util(0.5), L"0.500");
+}
+
 TEST(CDesFormat, ConvertsToTheUnitsOfTheUser)
 {
     CUnit unit;

@@ -131,7 +131,8 @@ public:
     }
 
     /// Text from UTF-8. Ill-formed input (a stray or missing continuation byte, an overlong form, a surrogate, a value
-    /// above U+10FFFF) gives no text; `errorOffset`, where given, then receives the offset of the first bad byte.
+    /// above U+10FFFF) gives no text; `errorOffset`, where given, then receives the offset of the first byte of the first
+    /// ill-formed sequence.
     static std::optional<CString> FromUtf8(std::string_view bytes, std::size_t* errorOffset = nullptr);
     /// UTF-8 of this text, or nothing when it is not well-formed (an unpaired surrogate, a value above U+10FFFF).
     std::optional<std::string> ToUtf8() const;

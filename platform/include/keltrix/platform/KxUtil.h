@@ -160,7 +160,8 @@ private:
     int m_iDesOpt = 0;
 };
 
-/// What a catalogue file got wrong: `line` and `column` count from 1, 0 where the fault has no single place.
+/// What a catalogue file got wrong: `line` and `column` (the number of the field) count from 1, 0 where the fault has no
+/// single place.
 struct CatalogueError {
     int line = 0;
     int column = 0;
