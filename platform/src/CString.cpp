@@ -477,9 +477,9 @@ CString CString::Mid(int first, int n) const
 
 int CString::Find(wchar_t character, int start) const { return Position(m_text.find(character, NotNegative(start))); }
 
-int CString::Find(const wchar_t* needle, int start) const
+int CString::Find(std::wstring_view needle, int start) const
 {
-    return Position(m_text.find(needle ? needle : L"", NotNegative(start)));
+    return Position(m_text.find(needle, NotNegative(start)));
 }
 
 int CString::Replace(wchar_t from, wchar_t to)
@@ -489,22 +489,20 @@ int CString::Replace(wchar_t from, wchar_t to)
     return static_cast<int>(count);
 }
 
-int CString::Replace(const wchar_t* from, const wchar_t* to)
+int CString::Replace(std::wstring_view from, std::wstring_view to)
 {
-    const std::wstring_view search = from ? from : L"";
-    const std::wstring_view replacement = to ? to : L"";
-    if (search.empty()) return 0;
+    if (from.empty()) return 0;
 
-    std::size_t found = m_text.find(search);
+    std::size_t found = m_text.find(from);
     if (found == std::wstring::npos) return 0;
 
     std::wstring result;
     result.reserve(m_text.size());
     int count = 0;
     std::size_t done = 0;
-    for (; found != std::wstring::npos; found = m_text.find(search, done)) {
-        result.append(m_text, done, found - done).append(replacement);
-        done = found + search.size();
+    for (; found != std::wstring::npos; found = m_text.find(from, done)) {
+        result.append(m_text, done, found - done).append(to);
+        done = found + from.size();
         ++count;
     }
     result.append(m_text, done);

@@ -83,7 +83,7 @@ TEST(CString, ReplacesFromTheLeftWithoutLookingAtWhatWasPutIn)
     EXPECT_EQ(text, L"aaaa");
     EXPECT_EQ(text.Replace(L"", L"x"), 0);
     EXPECT_EQ(text.Replace(L"b", L"x"), 0);
-    EXPECT_EQ(text.Replace(L"a", nullptr), 4);
+    EXPECT_EQ(text.Replace(L"a", L""), 4);
     EXPECT_TRUE(text.IsEmpty());
 
     CString lines = L"a\nb\nc";

@@ -90,11 +90,11 @@ public:
 
     /// Position of the first match at or after `start`, or -1. An empty needle is found at `start`.
     int Find(wchar_t character, int start = 0) const;
-    int Find(const wchar_t* needle, int start = 0) const;
+    int Find(std::wstring_view needle, int start = 0) const;
 
     /// Replaces every occurrence, from the left and without looking again at what was put in; answers how many.
     int Replace(wchar_t from, wchar_t to);
-    int Replace(const wchar_t* from, const wchar_t* to);
+    int Replace(std::wstring_view from, std::wstring_view to);
     /// Removes every occurrence of the character; answers how many.
     int Remove(wchar_t character);
 
@@ -165,6 +165,7 @@ public:
 
     friend CString operator+(CString a, const CString& b) { return std::move(a += b); }
     friend CString operator+(CString a, const wchar_t* b) { return std::move(a += b); }
+    friend CString operator+(CString a, wchar_t b) { return std::move(a += b); }
     friend CString operator+(const wchar_t* a, const CString& b) { return std::move(CString(a) += b); }
 
     friend bool operator==(const CString& a, const CString& b) noexcept { return a.m_text == b.m_text; }
@@ -172,6 +173,7 @@ public:
     {
         return a.View() == (b ? std::wstring_view(b) : std::wstring_view());
     }
+    friend bool operator==(const CString& a, std::wstring_view b) noexcept { return a.View() == b; }
     friend std::strong_ordering operator<=>(const CString& a, const CString& b) noexcept { return a.Compare(b) <=> 0; }
     friend std::strong_ordering operator<=>(const CString& a, const wchar_t* b) noexcept
     {
