@@ -12,15 +12,15 @@
 int main(int argc, char** argv)
 {
     using namespace Keltrix::Steel::Test;
-    if (argc != 3) {
+    if (argc != 3 || *argv[1] == '\0') {
         std::cerr << "usage: keltrix-validation FOLDER OUTPUT.md\n"
                      "  FOLDER is that of the published tables (the CMake variable KELTRIX_REFERENCE_DIR)\n";
         return 3;
     }
     try {
-        std::ofstream file(argv[2], std::ios::binary);
-        file << ValidationReport(Validate(ReadPublishedTables(argv[1])));
-        if (!file.flush()) throw std::runtime_error(std::string("cannot write ") + argv[2]);
+        const std::string report = ValidationReport(Validate(ReadPublishedTables(argv[1])));
+        if (!(std::ofstream(argv[2], std::ios::binary) << report << std::flush))
+            throw std::runtime_error(std::string("cannot write ") + argv[2]);
     } catch (const std::exception& error) {
         std::cerr << "keltrix-validation: " << error.what() << '\n';
         return 2;
