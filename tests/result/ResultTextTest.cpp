@@ -200,11 +200,16 @@ TEST(ResultIndentation, AScopeOpenedWithoutTextTakesTheTopOffIfTextIsEnabledMean
     EXPECT_TRUE(ResultAccess::Indents(result).empty());
 }
 
-TEST(ResultIndentation, ANullResultIsIgnored)
+TEST(ResultIndentation, AScopeOfANullResultChangesNothing)
 {
-    const CResultIndent scope(nullptr);
+    CMemberResult result;
+    ResultAccess::Push(result, 2);
+    {
+        const CResultIndent scope(nullptr);
+        EXPECT_EQ(ResultAccess::Indent(result), 2);
+    }
+    EXPECT_EQ(ResultAccess::Indent(result), 2);
     static_assert(!std::is_copy_constructible_v<CResultIndent> && !std::is_copy_assignable_v<CResultIndent>);
-    SUCCEED() << "constructing and destroying the scope must not touch anything";
 }
 
 TEST(ResultTextSwitch, DisablingEmptiesTheTextsAndAppendsANote)
