@@ -66,11 +66,58 @@ Intercepts AxisIntercepts(Point through, double slope)
     return {{0.0, through.y - slope * through.x}, {through.x - through.y / slope, 0.0}};
 }
 
-/// A spandrel of radius r at a corner whose faces lie at the given place, on the side of growing x and y.
-Point SpandrelInside(double face, double r) { return {face + Fillet::CENTROID * r, face + Fillet::CENTROID * r}; }
+/// The legs as strips along their mid-thickness lines, which meet in the corner K = (T/2, T/2), with the fillets at their
+/// centroids: what Suu and Svv take the angle for. The first moment of a piece of strip is its area times the mean of the
+/// distances of its two ends.
+struct Strips {
+    double A, B, T, R, Rt;
 
-/// Centroid of what the rounding of a leg's toe removes; (x, y) is the corner that is rounded.
-Point ToeCentroid(double x, double y, double r) { return {x - Fillet::CENTROID * r, y - Fillet::CENTROID * r}; }
+    double Mid() const { return T / 2.0; }
+    Point Corner() const { return {Mid(), Mid()}; }
+    Point HorizontalTip() const { return {B, Mid()}; }
+    Point VerticalTip() const { return {Mid(), A}; }
+    double Root() const { return Fillet::AREA * Square(R); }
+    double Toe() const { return Fillet::AREA * Square(Rt); }
+    Point RootCentroid() const { return {T + Fillet::CENTROID * R, T + Fillet::CENTROID * R}; }
+    Point HorizontalToe() const { return {B - Fillet::CENTROID * Rt, T - Fillet::CENTROID * Rt}; }
+    Point VerticalToe() const { return {T - Fillet::CENTROID * Rt, A - Fillet::CENTROID * Rt}; }
+};
+
+/// Plastic modulus about the axis of slope t that bisects the corner of equal legs.
+double PlasticModulusOfEqualLegs(const Strips& angle, double t)
+{
+    const double T = angle.T;
+    const Line axis(angle.Corner(), {angle.Mid() / t, angle.Mid()});
+    const double leg = axis.DistanceOf(angle.HorizontalTip()) * (angle.B - angle.Mid()) * T / 2.0;
+    const double toe = axis.DistanceOf(angle.HorizontalToe()) * angle.Toe();
+    const double halfRoot = angle.R * (std::numbers::pi / 4.0) * (1.0 / 3.0) * (angle.Root() / 2.0);
+    return 2.0 * (leg - toe + halfRoot);
+}
+
+/// Plastic modulus about the axis of slope t that cuts the longer leg's mid-line so that the area `tipArea` of the strip
+/// lies towards its tip, and meets the other leg's mid-line beyond the corner.
+double PlasticModulusOfUnequalLegs(const Strips& angle, double t, double tipArea)
+{
+    const double T = angle.T;
+    const double mid = angle.Mid();
+    const bool verticalLonger = angle.B <= angle.A;
+    const double longer = verticalLonger ? angle.A : angle.B;
+    const double shorter = verticalLonger ? angle.B : angle.A;
+    const double cut = longer - tipArea / T;
+    const Line axis = verticalLonger ? Line::Through({mid, cut}, {mid - (cut - mid) / t, mid})
+                                     : Line::Through({cut, mid}, {mid, mid - t * (cut - mid)});
+
+    const double dK = axis.DistanceOf(angle.Corner());
+    const double vertical = axis.DistanceOf(angle.VerticalTip());
+    const double horizontal = axis.DistanceOf(angle.HorizontalTip());
+    const double shorterLeg = ((verticalLonger ? horizontal : vertical) + dK) * (shorter - mid) * T / 2.0;
+    const double longerLeg =
+        dK * (cut - mid) * T / 2.0 + (verticalLonger ? vertical : horizontal) * (longer - cut) * T / 2.0;
+    const double toes =
+        axis.DistanceOf(angle.HorizontalToe()) * angle.Toe() + axis.DistanceOf(angle.VerticalToe()) * angle.Toe();
+    // The root fillet acts at the corner, not at its own centroid: kept for compatibility.
+    return shorterLeg + longerLeg - toes + dK * angle.Root();
+}
 
 } // namespace
 
@@ -291,55 +338,19 @@ double CDesSectGeomAngle::Zvv() const
     return Ivv() / std::max(heel, std::max(horizontalToe, verticalToe));
 }
 
-// Suu and Svv take each leg as a strip along its mid-thickness line, the two meeting in the corner K. The first moment of
-// a piece of strip is its area times the mean of the distances of its two ends; fillets act at their centroids.
-
 double CDesSectGeomAngle::Suu() const
 {
-    const double A = m_dDepth;
-    const double B = m_dWidth;
-    const double T = m_dThickness;
-    const double mid = T / 2.0;
-    const double root = Fillet::AREA * Square(m_dRootRadius);
-    const double toe = Fillet::AREA * Square(m_dToeRadius);
+    const Strips angle{m_dDepth, m_dWidth, m_dThickness, m_dRootRadius, m_dToeRadius};
     const double t = std::tan(Alpha());
-    const double half = Area() / 2.0 + toe; // of the strips, on the longer leg's tip side
-    const Point corner{mid, mid};
-    const Point horizontalTip{B, mid};
-    const Point verticalTip{mid, A};
-    const Point horizontalToe = ToeCentroid(B, T, m_dToeRadius);
-    const Point verticalToe = ToeCentroid(T, A, m_dToeRadius);
-
-    if (A == B || std::abs(A - B) < EQUAL_LEGS) { // the axis bisects the corner
-        const Line axis(corner, {mid / t, mid});
-        const double rootFillet = m_dRootRadius * (std::numbers::pi / 4.0) * (1.0 / 3.0) * (root / 2.0);
-        return 2.0 * (axis.DistanceOf(horizontalTip) * (B - mid) * T / 2.0 - axis.DistanceOf(horizontalToe) * toe +
-                      rootFillet);
-    }
-
-    // The axis cuts the longer leg where the strips are halved, and the other leg's mid-line behind the corner.
-    const bool verticalLonger = B <= A;
-    const double cut = (verticalLonger ? A : B) - half / T;
-    const Line axis = verticalLonger ? Line({mid, cut}, {(mid - (cut - mid) / t) - mid, mid - cut})
-                                     : Line({cut, mid}, {mid - cut, (mid - t * (cut - mid)) - mid});
-    const double tipLonger = axis.DistanceOf(verticalLonger ? verticalTip : horizontalTip);
-    const double tipShorter = axis.DistanceOf(verticalLonger ? horizontalTip : verticalTip);
-    const double lengthLonger = verticalLonger ? A : B;
-    const double lengthShorter = verticalLonger ? B : A;
-    const double dK = axis.DistanceOf(corner);
-    const double shorterLeg = (tipShorter + dK) * (lengthShorter - mid) * T / 2.0;
-    const double longerLeg = dK * (cut - mid) * T / 2.0 + tipLonger * (lengthLonger - cut) * T / 2.0;
-    // The root fillet acts at K, not at its own centroid: kept for compatibility.
-    return shorterLeg + longerLeg - axis.DistanceOf(horizontalToe) * toe - axis.DistanceOf(verticalToe) * toe +
-           dK * root;
+    if (angle.A == angle.B || std::abs(angle.A - angle.B) < EQUAL_LEGS) return PlasticModulusOfEqualLegs(angle, t);
+    return PlasticModulusOfUnequalLegs(angle, t, Area() / 2.0 + angle.Toe());
 }
 
 double CDesSectGeomAngle::Svv() const
 {
-    const double T = m_dThickness;
-    const double mid = T / 2.0;
-    const double root = Fillet::AREA * Square(m_dRootRadius);
-    const double toe = Fillet::AREA * Square(m_dToeRadius);
+    const Strips angle{m_dDepth, m_dWidth, m_dThickness, m_dRootRadius, m_dToeRadius};
+    const double T = angle.T;
+    const double mid = angle.Mid();
     const double x = Xbar();
     const double y = Ybar();
     const double s = std::tan(Alpha() + std::numbers::pi / 2.0);
@@ -348,15 +359,15 @@ double CDesSectGeomAngle::Svv() const
     const Point Q{x - (y - mid) / s, mid};
     const Point P{mid, y - s * (x - mid)};
     const Line axis = Line::Through(P, Q);
-    const double dK = axis.DistanceOf({mid, mid});
 
+    const double dK = axis.DistanceOf(angle.Corner());
     const double verticalLeg =
-        axis.DistanceOf({mid, m_dDepth}) * (m_dDepth - P.y) * T / 2.0 + dK * (P.y - mid) * T / 2.0;
+        axis.DistanceOf(angle.VerticalTip()) * (angle.A - P.y) * T / 2.0 + dK * (P.y - mid) * T / 2.0;
     const double horizontalLeg =
-        axis.DistanceOf({m_dWidth, mid}) * (m_dWidth - Q.x) * T / 2.0 + dK * (Q.x - mid) * T / 2.0;
-    return verticalLeg + horizontalLeg + axis.DistanceOf(SpandrelInside(T, m_dRootRadius)) * root -
-           axis.DistanceOf(ToeCentroid(m_dWidth, T, m_dToeRadius)) * toe -
-           axis.DistanceOf(ToeCentroid(T, m_dDepth, m_dToeRadius)) * toe;
+        axis.DistanceOf(angle.HorizontalTip()) * (angle.B - Q.x) * T / 2.0 + dK * (Q.x - mid) * T / 2.0;
+    const double toes =
+        axis.DistanceOf(angle.HorizontalToe()) * angle.Toe() + axis.DistanceOf(angle.VerticalToe()) * angle.Toe();
+    return verticalLeg + horizontalLeg + axis.DistanceOf(angle.RootCentroid()) * angle.Root() - toes;
 }
 
 double CDesSectGeomAngle::YbarPlastic() const
