@@ -1,0 +1,128 @@
+#pragma once
+
+#include "keltrix/bs5950/Classification.h"
+#include "keltrix/bs5950/Export.h"
+#include "keltrix/bs5950/Material.h"
+#include "keltrix/bs5950/SectionProperties.h"
+
+namespace Keltrix::BS5950 {
+
+// Formulas of the standard, one function per rule. SI: m, N, N·m, Pa.
+
+enum class Axis { X, Y };
+
+/// What is known of a section's design beyond its geometry.
+struct SectionDesign {
+    double netGross = 1.0; ///< net to gross area
+    double plasElas = 1.2; ///< limit of Mc in terms of py Z, clause 4.2.5.1: 1.2 or 1.5
+};
+
+// Tension, 4.6
+
+/// Clause 4.6.1 with 3.4.3: Pt = py Ae, Ae = Ke times the net area, at most the gross area.
+KELTRIX_BS5950_API double TensionCapacity(const SectionProperties& s, const Material& m, double netGross);
+/// Clause 4.6.3.1: angle through one leg, channel through its web or T through its flange, bolted, the moment of the
+/// eccentricity neglected: Pt = py(Ae - 0.5 a2), a2 the larger possible unconnected part.
+KELTRIX_BS5950_API double EccentricTensionCapacity(const SectionProperties& s, const Material& m, double netGross);
+
+// Shear, 4.2.3 and 4.4.5
+
+/// Clause 4.2.3: Pv = 0.6 py Av. Axis Y is along the web.
+KELTRIX_BS5950_API double ShearCapacity(const SectionProperties& s, const Material& m, Axis direction);
+/// Whether clause 4.4.5 asks for a shear buckling check of the web: d/t above 70ε rolled, 62ε welded.
+KELTRIX_BS5950_API bool NeedsShearBuckling(const SectionProperties& s, const Material& m);
+/// Annex H.1: shear buckling strength qw of a web without intermediate stiffeners.
+KELTRIX_BS5950_API double ShearBucklingStrength(double depthToThickness, double pyw);
+/// Clause 4.4.5.2: simple shear buckling resistance Vw = d t qw of the web.
+KELTRIX_BS5950_API double ShearBucklingResistance(const SectionProperties& s, const Material& m);
+
+// Moment, 4.2.5
+
+/// ρ = (2 Fv/Pv - 1)², 0 up to Fv = 0.6 Pv; 1 from Fv = Pv on.
+KELTRIX_BS5950_API double HighShearFactor(double Fv, double Pv);
+/// Clause 4.2.5.2, 4.2.5.3 and the limit of 4.2.5.1. Fv is the coexistent shear along the web (axis X) or along the
+/// flanges (axis Y).
+KELTRIX_BS5950_API double MomentCapacity(const SectionProperties& s, const Material& m, const Classification& c,
+                                         const SectionDesign& design, Axis axis, double Fv);
+/// Clause 4.4.4.2: flanges-only moment capacity of a section with a thin web in high shear.
+KELTRIX_BS5950_API double FlangesOnlyMomentCapacity(const SectionProperties& s, const Material& m);
+
+/// Annex I.2: reduced plastic modulus for an axial force of n = F/(A py), 0 <= n <= 1, of doubly symmetric sections.
+KELTRIX_BS5950_API double ReducedPlasticModulus(const SectionProperties& s, Axis axis, double n);
+/// Mr = py Sr, at most the given moment capacity at low shear. Doubly symmetric sections of class 1 and 2.
+KELTRIX_BS5950_API double ReducedMomentCapacity(const SectionProperties& s, const Material& m, Axis axis, double n,
+                                                double Mc);
+
+// Compression, 4.7
+
+/// Robertson constants of Table 23 at 40 mm and below, and above; `over` is the weight of the second: 0 up to
+/// 40 mm, 0.5 between 40 and 50 mm, 1 from 50 mm on.
+struct StrutCurve {
+    double a = 5.5;
+    double aOver = 5.5;
+    double over = 0.0;
+
+    /// 'a' to 'd'.
+    static wchar_t Name(double robertson);
+};
+/// Table 23.
+KELTRIX_BS5950_API StrutCurve Table23(const SectionProperties& s, Axis axis);
+/// Annex C.1: compressive strength for a slenderness and a Robertson constant. py for slenderness up to λ0, 0 for an
+/// infinite one.
+KELTRIX_BS5950_API double CompressiveStrength(double slenderness, double py, double robertson,
+                                              double E = ELASTIC_MODULUS);
+/// Clause 4.7.5: compressive strength of a section, with the curve of Table 23 and py reduced by 20 N/mm² for welded I,
+/// H and box sections.
+KELTRIX_BS5950_API double CompressiveStrength(const SectionProperties& s, const Material& m, Axis axis,
+                                              double slenderness);
+/// Clause 4.7.4: Ag pc, or Aeff pcs with the slenderness times (Aeff/Ag)^0.5 where Aeff is below Ag.
+KELTRIX_BS5950_API double CompressionResistance(const SectionProperties& s, const Material& m, Axis axis,
+                                                double slenderness, double Aeff);
+/// Table 22: effective length over length. Rotation at an end: 0 free, 1 partial, 2 full. `held1`, `held2`: held in
+/// position. Infinite where the table has no row (an end not held opposite one without full rotational restraint).
+KELTRIX_BS5950_API double Table22(bool held1, int rotation1, bool held2, int rotation2);
+
+// Lateral-torsional buckling, 4.3 and Annex B
+
+/// λL0 = 0.4 (π²E/py)^0.5.
+KELTRIX_BS5950_API double LimitingSlendernessLT(double py, double E = ELASTIC_MODULUS);
+/// Annex B.2.1, B.2.2: bending strength.
+KELTRIX_BS5950_API double BendingStrength(double lambdaLT, double py, bool welded, double E = ELASTIC_MODULUS);
+/// Table 15: slenderness LE/ry up to which a rectangular hollow section of D/B needs no check, py in Pa; infinite for
+/// D/B up to 1, linear between the rows, 0 beyond D/B = 4.
+KELTRIX_BS5950_API double Table15(double DoverB, double py);
+
+/// λLT and what it was made of.
+struct SlendernessLT {
+    double lambda = 0.0; ///< LE/ry (LE/rv for an angle)
+    double betaW = 1.0;
+    double u = 0.0, v = 1.0, x = 0.0;
+    double phi = 0.0; ///< φb of a box, φa of an angle
+    double lambdaLT = 0.0;
+    const wchar_t* source = L"";
+};
+/// Clause 4.3.6.7 and Annex B.2.3, B.2.6, B.2.8, B.2.9. `flange1InCompression` matters for singly symmetric sections.
+/// 0 for shapes and axes that do not buckle laterally.
+KELTRIX_BS5950_API SlendernessLT LateralTorsionalSlenderness(const SectionProperties& s, double LE, double betaW,
+                                                             bool flange1InCompression);
+/// βW of clause 4.3.6.9: the modulus of the class over Sx.
+KELTRIX_BS5950_API double BetaW(const SectionProperties& s, const Classification& c);
+/// Whether moment about x-x can cause lateral-torsional buckling at all (not for circular and square hollow sections,
+/// nor for a T with Iy not below Ix).
+KELTRIX_BS5950_API bool CanBuckleLaterally(const SectionProperties& s);
+/// Clause 4.3.6.4: Mb = pb times the modulus of the class; clause 4.3.8 for angles, about u-u.
+KELTRIX_BS5950_API double BucklingResistanceMoment(const SectionProperties& s, const Material& m,
+                                                   const Classification& c, double LE, bool flange1InCompression);
+/// Clause 4.3.8.3, equal-leg angle bent about x-x: Mb by the simplified rule.
+KELTRIX_BS5950_API double AngleMbSimplified(const SectionProperties& s, const Material& m, double LE,
+                                            bool heelInCompression);
+
+// Equivalent uniform moment factors
+
+/// Table 18: mLT from the moments at the quarter points and the largest, at least 0.44; 1 for no moment.
+KELTRIX_BS5950_API double MomentFactorLT(double M2, double M3, double M4, double Mmax);
+/// Table 26: m from the signed moments at the quarter points, the largest in the central half and the largest; 1 for no
+/// moment.
+KELTRIX_BS5950_API double MomentFactor(double M2, double M3, double M4, double M24, double Mmax);
+
+} // namespace Keltrix::BS5950

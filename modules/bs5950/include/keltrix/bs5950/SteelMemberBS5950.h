@@ -1,0 +1,247 @@
+#pragma once
+
+#include <limits>
+#include <vector>
+
+#include "keltrix/bs5950/Capacity.h"
+#include "keltrix/bs5950/Export.h"
+#include "keltrix/bs5950/Ledger.h"
+#include "keltrix/bs5950/SectionBS5950.h"
+#include "keltrix/steel/SteelMember.h"
+
+namespace Keltrix::BS5950 {
+
+/// Which end of its sub-span a position is, or the point inside it where the shear passes through zero.
+enum class Place { LeftEnd, Inside, RightEnd };
+
+/// A position of the local checks and what was found there. Forces in N, moments in N·m.
+struct PositionResult {
+    double x = 0.0;  ///< along the member, m
+    int subSpan = 0; ///< counted from 0
+    Place place = Place::LeftEnd;
+    Actions actions; ///< Mx and My about the section's axes
+    Classification cls;
+
+    double Pt = 0.0;  ///< tension capacity
+    double Pz = 0.0;  ///< compression capacity of the cross-section, A py (Aeff py in class 4)
+    double Pvx = 0.0; ///< shear capacity along x
+    double Pvy = 0.0; ///< shear capacity along y (parallel to the web)
+    double Vw = 0.0;  ///< simple shear buckling resistance; 0 where the web need not be checked
+    double Mcx = 0.0; ///< moment capacity with the coexistent shear (about u-u for an angle)
+    double Mcy = 0.0; ///< (about v-v for an angle)
+    double Mrx = 0.0; ///< reduced by the axial force; 0 where the more exact rule was not used
+    double Mry = 0.0;
+    double momentMajor = 0.0; ///< action effects compared with Mcx and Mcy; Mu and Mv of an angle
+    double momentMinor = 0.0;
+    bool eccentricTie = false;
+    bool flangesOnly = false;  ///< Mcx is that of the flanges alone (4.4.4.2)
+    double z1 = 1.0, z2 = 1.0; ///< exponents of the more exact rule
+
+    double axial = 0.0; ///< utilisations
+    double major = 0.0;
+    double minor = 0.0;
+    double shearMajor = 0.0;
+    double shearMinor = 0.0;
+    double shearBuckling = 0.0;
+    double combined = 0.0;
+
+    double Largest() const;
+};
+
+enum class BucklingMode { Major, Minor, LateralTorsional };
+enum class LoadPattern { None, EndMoments, Uniform, CentralPoint, PointLoads, General };
+/// "end moments only", ...
+KELTRIX_BS5950_API const wchar_t* LoadPatternName(LoadPattern pattern);
+
+/// The moment diagram of a span as Tables 18 and 26 read it; N·m.
+struct MomentShape {
+    double M2 = 0.0, M3 = 0.0, M4 = 0.0; ///< at the quarter points
+    double M24 = 0.0;                    ///< largest in the central half
+    double Mmax = 0.0;                   ///< largest
+    double Mleft = 0.0, Mright = 0.0;
+    LoadPattern pattern = LoadPattern::None;
+};
+
+/// One span of a buckling check: what it reaches from and to, and what was found.
+struct SpanResult {
+    BucklingMode mode = BucklingMode::Major;
+    int left = 0, right = 0; ///< places of the member points
+    double start = 0.0, end = 0.0;
+    const wchar_t* startReason = L"";
+    const wchar_t* endReason = L"";
+
+    double LE = 0.0; ///< effective length; infinite where no row of a table applies
+    const wchar_t* lengthRule = L"";
+    double lengthFactor = 0.0; ///< of Table 22; 0 where the rule has none
+    double radius = 0.0;
+    double slenderness = 0.0;
+    double strength = 0.0;   ///< pc or pb
+    double resistance = 0.0; ///< Pcx, Pcy or Mb
+    double effect = 0.0;     ///< largest compression or moment in the span
+    double utilisation = 0.0;
+    bool applied = false; ///< whether there was an action to check
+
+    MomentShape momentX; ///< major-axis moment over the span
+    MomentShape momentY; ///< minor-axis moment over the span
+    double m = 1.0;      ///< mx (Major), my (Minor) or mLT
+    double myx = 1.0;    ///< Major: factor of the minor-axis moment over this span
+    bool sway = false;
+    bool continuous = false; ///< held along its length: no buckling in this mode
+    bool cantilever = false;
+    bool destabilising = false;
+    bool overridden = false;
+    int sense = 3; ///< compression flange as CCodeShare::LT_BuckleDirection
+    int cls = 1;
+    double modulus = 0.0; ///< with which Mb was made
+    double Aeff = 0.0;
+    SlendernessLT lt;
+};
+
+/// Resistances of the governing positions by their symbols; not-a-number where a rule was not applied.
+struct ResistanceSummary {
+    double Pz = std::numeric_limits<double>::quiet_NaN();
+    double Pt = std::numeric_limits<double>::quiet_NaN();
+    double Pvx = std::numeric_limits<double>::quiet_NaN();
+    double Pvy = std::numeric_limits<double>::quiet_NaN();
+    double Mcx = std::numeric_limits<double>::quiet_NaN();
+    double Mcy = std::numeric_limits<double>::quiet_NaN();
+};
+
+/// One interaction check of a combination of spans (clause 4.8.3.3).
+struct InteractionResult {
+    double start = 0.0, end = 0.0;         ///< stretch that the spans have in common
+    int major = 0, minor = 0, lateral = 0; ///< places in Spans()
+    const wchar_t* clause = L"";
+    double Fc = 0.0;
+    double MxTerm = 0.0, MLTTerm = 0.0, MyTerm = 0.0; ///< moment terms of the simplified rule
+    double first = 0.0;                               ///< in-plane sum
+    double second = 0.0;                              ///< sum with lateral-torsional buckling
+    double third = 0.0;                               ///< interactive sum of the more exact rule
+    double utilisation = 0.0;
+};
+
+/// A steel member checked to BS 5950-1:2000.
+///
+/// Signs are the host's: axial force above zero is tension; shear Fz is along the web, Fy along the flanges;
+/// Myy is the moment about the section's x-x axis, above zero it compresses flange 2 (the bottom flange), so that a
+/// simply supported beam under gravity has moments below zero; dMyy/dx = Fz. Mzz is the moment about y-y.
+///
+/// Design option 1 takes the simplified interaction rules (4.8.2.2, 4.8.3.2 a, 4.8.3.3.1), option 2 the more exact
+/// ones (4.8.2.3, 4.8.3.2 b, 4.8.3.3.2, 4.8.3.3.3) where the section has them.
+///
+/// Utilisations, flags and text go to the attached result: entry 0 the member, entry 1 + i the position i of
+/// Positions(), the last entry the buckling checks. Without a result the check runs just the same.
+class KELTRIX_BS5950_API CSteelMemberBS5950 : public Steel::CSteelMemberGen {
+public:
+    static constexpr int SIMPLIFIED = 1;
+    static constexpr int MORE_EXACT = 2;
+
+    CSteelMemberBS5950() = default;
+    CSteelMemberBS5950* Clone() const override { return new CSteelMemberBS5950(*this); }
+    int NumDesOpt() const override { return 2; }
+    CString DesOptName(int desOpt) override;
+
+    /// Drops section, grade and findings; points, overrides and factors stay until they are read.
+    void PrepareInput() override;
+    bool SetKeltrixSec(const CSection& section) override;
+    CSection GetKeltrixSec() const override;
+    bool SetGrade(const CSteelGrade& grade) override;
+    CSteelGrade GetGrade() const override { return m_grade; }
+    /// With `alongMember` the text covers every position, otherwise only those above 1.0 or else the one of the largest
+    /// utilisation. All positions are checked either way. True when no local check failed.
+    bool CheckLocal(bool alongMember) override;
+    /// True when no buckling check failed.
+    bool CheckBuckling() override;
+    /// False where a check failed or nothing could be checked. Rules that could not be evaluated are in the ledger.
+    bool Check() override;
+    bool SetMemberPointVec(const std::vector<Steel::CMemberPoint>& points) override;
+    bool SetSubSpanVec(const std::vector<Steel::CSubSpan>& subSpans) override;
+    Steel::SubspanEffectiveLengthData GetEffectiveLengths() const override;
+    CString GetSectionText(const CDesFormat& fmt) const override;
+    int SectionClass() const override { return m_class; }
+
+    const SectionProperties& Properties() const { return m_section.Properties(); }
+    /// Material for the present section and grade; its `refusal` says why there is none.
+    const Material& Steel() const { return m_section.Steel(); }
+    double DesignStrength() const { return m_section.Steel().py; }
+
+    // Findings of the last check.
+    const Ledger& Checks() const { return m_ledger; }
+    const std::vector<Assumption>& Assumptions() const { return m_assumptions; }
+    const std::vector<PositionResult>& Positions() const { return m_positions; }
+    const std::vector<SpanResult>& Spans() const { return m_spans; }
+    const std::vector<InteractionResult>& Interactions() const { return m_interactions; }
+    ResistanceSummary Resistances() const;
+
+protected:
+    CSteelMemberBS5950(const CSteelMemberBS5950&) = default;
+
+private:
+    class Text;
+    friend class Text;
+
+    bool Prepare();
+    void Refuse(const wchar_t* reason);
+    void Assume(const wchar_t* name, const wchar_t* text, double value);
+    void DropFindings();
+    void CollectPositions();
+    void RecordAssumptions();
+    void SetLoads();
+
+    void RunLocal(bool alongMember);
+    void RunBuckling();
+    void EvaluatePositions();
+    PositionResult EvaluatePosition(PositionResult p) const;
+    void RecordLocal();
+    void RecordLocalRule(Rule rule, double PositionResult::*utilisation, double PositionResult::*resistance,
+                         const wchar_t* symbol, Quantity quantity, const wchar_t* absent);
+    void RecordConnection();
+    void RecordBoltHoles();
+    void RecordCombined();
+    void RecordTorsion();
+    void WriteLocalUtilisations();
+
+    void FindFlexuralSpans(BucklingMode mode);
+    void FindLateralSpans();
+    SpanResult MakeSpan(BucklingMode mode, int left, int right) const;
+    void SetReasons(SpanResult& span) const;
+    void SetOverride(SpanResult& span, double value) const;
+    void CheckFlexural(SpanResult& span);
+    void SetFlexuralLength(SpanResult& span);
+    void SetStrutSlenderness(SpanResult& span) const;
+    void CheckLateral(SpanResult& span);
+    void SetLateralLength(SpanResult& span);
+    void SetBendingResistance(SpanResult& span) const;
+    void CheckInteractions();
+    InteractionResult Interact(int major, int minor, int lateral) const;
+    void SimplifiedInteraction(InteractionResult& r) const;
+    void ExactInteraction(InteractionResult& r) const;
+    void RecordFlexural(const SpanResult& span);
+    void RecordStrutConnections();
+    void RecordLateral(const SpanResult& span);
+    void WriteBucklingUtilisations();
+    Steel::CRestraint PointRestraint(int point) const;
+    Steel::CRestraint EndRestraint(const SpanResult& span, bool atLeft) const;
+    bool PointHeld(BucklingMode mode, int point) const;
+    bool SubSpanHeld(BucklingMode mode, int subSpan) const;
+    bool CompressionFlangeHeld(Steel::CRestraint restraint, int subSpan, const Vec3<double>& moment) const;
+    bool IsTip(int point) const;
+    bool IsUnbentStrut(const SpanResult& span) const;
+    double UserFactor(double computed) const;
+    /// Largest of a value over the positions of a span, 0 where none is above 0.
+    template <class Value>
+    double LargestOver(const SpanResult& span, Value value) const;
+
+    CSectionBS5950 m_section;
+    CSteelGrade m_grade;
+    bool m_hasGrade = false;
+
+    Ledger m_ledger;
+    std::vector<Assumption> m_assumptions;
+    std::vector<PositionResult> m_positions;
+    std::vector<SpanResult> m_spans;
+    std::vector<InteractionResult> m_interactions;
+    int m_class = 0;
+};
+
+} // namespace Keltrix::BS5950

@@ -1,0 +1,105 @@
+#include "keltrix/bs5950/Ledger.h"
+
+#include <algorithm>
+#include <array>
+
+namespace Keltrix::BS5950 {
+
+namespace {
+
+struct RuleRow {
+    const wchar_t* name;
+    const wchar_t* clause;
+    Stage stage;
+};
+
+constexpr std::array<RuleRow, static_cast<std::size_t>(Rule::COUNT)> RULES{{
+    {L"design strength", L"3.1.1", Stage::General},
+    {L"classification", L"3.5", Stage::Local},
+    {L"tension capacity", L"4.6.1", Stage::Local},
+    {L"eccentric end connection of a tie", L"4.6.3", Stage::Local},
+    {L"compression capacity of the cross-section", L"4.8.3.2", Stage::Local},
+    {L"shear capacity along the web", L"4.2.3", Stage::Local},
+    {L"shear capacity along the flanges", L"4.2.3", Stage::Local},
+    {L"shear buckling of the web", L"4.4.5", Stage::Local},
+    {L"moment capacity, major axis", L"4.2.5", Stage::Local},
+    {L"moment capacity, minor axis", L"4.2.5", Stage::Local},
+    {L"bolt holes in the tension flange", L"4.2.5.5", Stage::Local},
+    {L"tension and moment", L"4.8.2", Stage::Local},
+    {L"compression and moment, cross-section", L"4.8.3.2", Stage::Local},
+    {L"torsion", L"none", Stage::Local},
+    {L"compression buckling, major axis", L"4.7.4", Stage::Buckling},
+    {L"compression buckling, minor axis", L"4.7.4", Stage::Buckling},
+    {L"end connections of a strut", L"4.7.10", Stage::Buckling},
+    {L"torsional and flexural-torsional buckling", L"4.7", Stage::Buckling},
+    {L"lateral-torsional buckling", L"4.3.6", Stage::Buckling},
+    {L"member buckling under axial force and moment", L"4.8.3.3", Stage::Buckling},
+    {L"sway stability and amplified moments", L"2.4.2", Stage::General},
+    {L"web bearing and buckling under concentrated loads", L"4.5", Stage::General},
+    {L"deflection", L"2.5.2", Stage::General},
+}};
+
+const RuleRow& Row(Rule rule) { return RULES[static_cast<std::size_t>(rule)]; }
+
+} // namespace
+
+const wchar_t* RuleName(Rule rule) { return Row(rule).name; }
+
+const wchar_t* RuleClause(Rule rule) { return Row(rule).clause; }
+
+Stage RuleStage(Rule rule) { return Row(rule).stage; }
+
+const wchar_t* StatusName(CheckStatus status)
+{
+    switch (status) {
+    case CheckStatus::Passed:
+        return L"passed";
+    case CheckStatus::Failed:
+        return L"failed";
+    case CheckStatus::NotApplicable:
+        return L"not applicable";
+    case CheckStatus::NotEvaluated:
+        break;
+    }
+    return L"not evaluated";
+}
+
+void Ledger::Drop(Stage stage)
+{
+    std::erase_if(m_entries, [stage](const LedgerEntry& e) { return RuleStage(e.rule) == stage; });
+}
+
+void Ledger::MarkGoverning()
+{
+    LedgerEntry* best = nullptr;
+    for (LedgerEntry& e : m_entries) {
+        e.governing = false;
+        if (e.utilisation > (best ? best->utilisation : 0.0)) best = &e;
+    }
+    if (best) best->governing = true;
+}
+
+const LedgerEntry* Ledger::Governing() const
+{
+    const auto it = std::find_if(m_entries.begin(), m_entries.end(), [](const LedgerEntry& e) { return e.governing; });
+    return it == m_entries.end() ? nullptr : &*it;
+}
+
+const LedgerEntry* Ledger::Find(Rule rule) const
+{
+    const LedgerEntry* best = nullptr;
+    for (const LedgerEntry& e : m_entries)
+        if (e.rule == rule && (!best || e.utilisation > best->utilisation)) best = &e;
+    return best;
+}
+
+bool Ledger::HasFailed() const { return HasFailed(Stage::Local) || HasFailed(Stage::Buckling); }
+
+bool Ledger::HasFailed(Stage stage) const
+{
+    return std::any_of(m_entries.begin(), m_entries.end(), [stage](const LedgerEntry& e) {
+        return RuleStage(e.rule) == stage && e.status == CheckStatus::Failed;
+    });
+}
+
+} // namespace Keltrix::BS5950

@@ -1,0 +1,379 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "MemberText.h"
+#include "MomentDiagram.h"
+#include "keltrix/bs5950/SteelMemberBS5950.h"
+
+namespace Keltrix::BS5950 {
+
+using Steel::CMemberResult;
+
+double PositionResult::Largest() const
+{
+    return std::max({axial, major, minor, shearMajor, shearMinor, shearBuckling, combined});
+}
+
+void CSteelMemberBS5950::CollectPositions()
+{
+    m_positions.clear();
+    const MomentDiagram diagram(MemberPoints(), SubSpans(), MomentDiagram::Component::Major);
+    const MomentDiagram minor(MemberPoints(), SubSpans(), MomentDiagram::Component::Minor);
+    m_positions.reserve(2 * SubSpans().size() + 2);
+    const auto add = [this](int k, Place place, double x, const Vec3<double>& force, const Vec3<double>& moment) {
+        m_section.SetMemberForces(force);
+        m_section.SetMemberMoments(moment);
+        PositionResult p;
+        p.x = x;
+        p.subSpan = k;
+        p.place = place;
+        p.actions = m_section.PresentActions();
+        m_positions.push_back(p);
+    };
+    for (int k = 0; k < static_cast<int>(SubSpans().size()); ++k) {
+        const Steel::CSubSpan& sub = SubSpans()[static_cast<std::size_t>(k)];
+        const double x0 = MemberPoints()[static_cast<std::size_t>(k)].GetPos();
+        const double x1 = MemberPoints()[static_cast<std::size_t>(k) + 1].GetPos();
+        add(k, Place::LeftEnd, x0, sub.GetForcesLeft(), sub.GetMomentsLeft());
+        for (const double s : {diagram.ZeroShear(k), minor.ZeroShear(k)}) {
+            if (!(s > 0.0)) continue;
+            const auto between = [s](double a, double b) { return (1.0 - s) * a + s * b; };
+            const Vec3<double> fl = sub.GetForcesLeft();
+            const Vec3<double> fr = sub.GetForcesRight();
+            const Vec3<double> ml = sub.GetMomentsLeft();
+            const Vec3<double> mr = sub.GetMomentsRight();
+            add(k, Place::Inside, between(x0, x1), {between(fl.x, fr.x), between(fl.y, fr.y), between(fl.z, fr.z)},
+                {between(ml.x, mr.x), diagram.InSubSpan(k, s), minor.InSubSpan(k, s)});
+        }
+        add(k, Place::RightEnd, x1, sub.GetForcesRight(), sub.GetMomentsRight());
+    }
+}
+
+namespace {
+
+// Clause 4.8.2.3: exponents of the more exact rule.
+void SetExponents(Shape shape, PositionResult& p)
+{
+    p.z1 = shape == Shape::RHS ? 5.0 / 3.0 : 2.0;
+    p.z2 = shape == Shape::RHS ? 5.0 / 3.0 : shape == Shape::CHS ? 2.0 : 1.0;
+}
+
+// The moments that are compared with the capacities: about the principal axes of an angle, taken together in the worse
+// way because the actions do not say how the angle is turned; otherwise as they are.
+void SetMoments(const SectionProperties& s, PositionResult& p)
+{
+    p.momentMajor = std::abs(p.actions.Mx);
+    p.momentMinor = std::abs(p.actions.My);
+    if (s.shape != Shape::Angle) return;
+    const double cs = std::abs(std::cos(s.alpha));
+    const double sn = std::abs(std::sin(s.alpha));
+    p.momentMajor = std::abs(p.actions.Mx) * cs + std::abs(p.actions.My) * sn;
+    p.momentMinor = std::abs(p.actions.Mx) * sn + std::abs(p.actions.My) * cs;
+}
+
+} // namespace
+
+PositionResult CSteelMemberBS5950::EvaluatePosition(PositionResult p) const
+{
+    const SectionProperties& s = m_section.Properties();
+    const Material& m = m_section.Steel();
+    const SectionDesign design = m_section.Design();
+    const Actions& a = p.actions;
+    p.cls = Classify(s, m, a);
+    SetMoments(s, p);
+
+    p.Pt = p.eccentricTie ? EccentricTensionCapacity(s, m, design.netGross) : TensionCapacity(s, m, design.netGross);
+    p.Pz = p.cls.Aeff * m.py;
+    p.Pvy = ShearCapacity(s, m, Axis::Y);
+    p.Pvx = ShearCapacity(s, m, Axis::X);
+    p.Mcx = MomentCapacity(s, m, p.cls, design, Axis::X, a.Fvy);
+    p.Mcy = MomentCapacity(s, m, p.cls, design, Axis::Y, a.Fvx);
+    if (NeedsShearBuckling(s, m)) {
+        p.Vw = ShearBucklingResistance(s, m);
+        p.shearBuckling = a.Fvy / p.Vw;
+        if (a.Fvy > 0.6 * p.Vw && s.shape != Shape::Channel && s.shape != Shape::RHS) {
+            p.flangesOnly = true;
+            p.Mcx = std::min(p.Mcx, FlangesOnlyMomentCapacity(s, m));
+        }
+    }
+
+    const auto ratio = [](double effect, double capacity) { return effect == 0.0 ? 0.0 : effect / capacity; };
+    p.axial = a.F > 0.0 ? ratio(a.F, p.Pt) : ratio(-a.F, p.Pz);
+    p.major = ratio(p.momentMajor, p.Mcx);
+    p.minor = ratio(p.momentMinor, p.Mcy);
+    p.shearMajor = ratio(a.Fvy, p.Pvy);
+    p.shearMinor = ratio(a.Fvx, p.Pvx);
+    p.combined = p.axial + p.major + p.minor;
+
+    const bool lowShear = HighShearFactor(a.Fvy, p.Pvy) == 0.0 && HighShearFactor(a.Fvx, p.Pvx) == 0.0;
+    if (DesOpt() == MORE_EXACT && s.IsDoublySymmetric() && p.cls.cls <= 2 && lowShear && !p.flangesOnly &&
+        p.axial < 1.0) {
+        const double n = std::abs(a.F) / (s.A * m.py);
+        p.Mrx = ReducedMomentCapacity(s, m, Axis::X, n, p.Mcx);
+        p.Mry = ReducedMomentCapacity(s, m, Axis::Y, n, p.Mcy);
+        SetExponents(s.shape, p);
+        p.combined = std::pow(ratio(p.momentMajor, p.Mrx), p.z1) + std::pow(ratio(p.momentMinor, p.Mry), p.z2);
+        p.combined = std::max({p.combined, p.axial, ratio(p.momentMajor, p.Mrx), ratio(p.momentMinor, p.Mry)});
+    }
+    return p;
+}
+
+void CSteelMemberBS5950::EvaluatePositions()
+{
+    const Shape shape = m_section.Properties().shape;
+    const bool singlySymmetric = shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee;
+    const bool bent = std::any_of(m_positions.begin(), m_positions.end(),
+                                  [](const PositionResult& p) { return p.actions.Mx != 0.0 || p.actions.My != 0.0; });
+    m_class = 1;
+    for (PositionResult& p : m_positions) {
+        p.eccentricTie = singlySymmetric && !bent && p.actions.F > 0.0;
+        p = EvaluatePosition(p);
+        m_class = std::max(m_class, p.cls.cls);
+    }
+}
+
+void CSteelMemberBS5950::RunLocal(bool alongMember)
+{
+    EvaluatePositions();
+    m_ledger.Drop(Stage::Local);
+    RecordLocal();
+    m_ledger.MarkGoverning();
+    if (!Result()) return;
+    WriteLocalUtilisations();
+    if (Result()->TextEnabled()) Text(*this).Local(alongMember);
+}
+
+bool CSteelMemberBS5950::CheckLocal(bool alongMember)
+{
+    if (!Prepare()) return false;
+    RunLocal(alongMember);
+    return !m_ledger.HasFailed(Stage::Local);
+}
+
+void CSteelMemberBS5950::WriteLocalUtilisations()
+{
+    CMemberResult& r = *Result();
+    for (std::size_t i = 0; i < m_positions.size(); ++i) {
+        const PositionResult& p = m_positions[i];
+        r.SetCurSubSpan(static_cast<int>(i) + 1);
+        r.SetUtilLocalAxial(p.axial);
+        r.SetUtilLocalMomMajor(p.major);
+        r.SetUtilLocalMomMinor(p.minor);
+        r.SetUtilLocalShearMajor(std::max(p.shearMajor, p.shearBuckling));
+        r.SetUtilLocalShearMinor(p.shearMinor);
+        r.SetUtilLocalCombined(p.combined);
+        if (p.cls.webSlender) r.AddFlags(CMemberResult::INFO_LOCAL_SLENDER_WEB);
+        if (p.cls.flangeSlender) r.AddFlags(CMemberResult::INFO_LOCAL_SLENDER_FLANGE);
+    }
+}
+
+namespace {
+
+LedgerEntry EntryOf(Rule rule)
+{
+    LedgerEntry e;
+    e.rule = rule;
+    e.clause = RuleClause(rule);
+    return e;
+}
+
+LedgerEntry Absent(Rule rule, const wchar_t* why)
+{
+    LedgerEntry e = EntryOf(rule);
+    e.status = CheckStatus::NotApplicable;
+    e.reason = why;
+    return e;
+}
+
+// The result record counts a local utilisation of exactly 1.0 as a failure, so the ledger does.
+CheckStatus LocalStatus(double utilisation) { return utilisation < 1.0 ? CheckStatus::Passed : CheckStatus::Failed; }
+
+} // namespace
+
+// The entry of a local rule is that of its largest utilisation.
+void CSteelMemberBS5950::RecordLocalRule(Rule rule, double PositionResult::*utilisation,
+                                         double PositionResult::*resistance, const wchar_t* symbol, Quantity quantity,
+                                         const wchar_t* absent)
+{
+    int worst = -1;
+    double largest = 0.0;
+    for (std::size_t i = 0; i < m_positions.size(); ++i) {
+        const double u = CMemberResult::InfinitiseNANs(m_positions[i].*utilisation);
+        if (!(u > largest)) continue;
+        largest = u;
+        worst = static_cast<int>(i);
+    }
+    if (worst < 0) {
+        m_ledger.Add(Absent(rule, absent));
+        return;
+    }
+    const PositionResult& p = m_positions[static_cast<std::size_t>(worst)];
+    LedgerEntry e = EntryOf(rule);
+    e.status = LocalStatus(largest);
+    e.position = worst;
+    e.start = e.end = p.x;
+    e.utilisation = largest;
+    if (resistance) {
+        e.resistance = p.*resistance;
+        e.symbol = symbol;
+        e.quantity = quantity;
+    }
+    m_ledger.Add(e);
+}
+
+void CSteelMemberBS5950::RecordLocal()
+{
+    LedgerEntry cls = EntryOf(Rule::Classification);
+    cls.clause =
+        m_section.Properties().IsHollow() && !m_section.Properties().IsWelded() ? L"3.5, Table 12" : L"3.5, Table 11";
+    cls.status = CheckStatus::Passed;
+    m_ledger.Add(cls);
+
+    RecordConnection();
+    RecordLocalRule(Rule::ShearMajor, &PositionResult::shearMajor, &PositionResult::Pvy, L"Pvy", Quantity::Force,
+                    L"no shear along the web");
+    RecordLocalRule(Rule::ShearMinor, &PositionResult::shearMinor, &PositionResult::Pvx, L"Pvx", Quantity::Force,
+                    L"no shear along the flanges");
+    if (NeedsShearBuckling(m_section.Properties(), m_section.Steel()))
+        RecordLocalRule(Rule::ShearBuckling, &PositionResult::shearBuckling, &PositionResult::Vw, L"Vw",
+                        Quantity::Force, L"no shear along the web");
+    else
+        m_ledger.Add(Absent(Rule::ShearBuckling,
+                            L"d/t is within 70ε (rolled) or 62ε (welded), or the section has no web"
+                            L" between two flanges"));
+    const bool angle = m_section.Properties().shape == Shape::Angle;
+    RecordLocalRule(Rule::MomentMajor, &PositionResult::major, &PositionResult::Mcx, angle ? L"Mcu" : L"Mcx",
+                    Quantity::Moment, L"no moment about the major axis");
+    RecordLocalRule(Rule::MomentMinor, &PositionResult::minor, &PositionResult::Mcy, angle ? L"Mcv" : L"Mcy",
+                    Quantity::Moment, L"no moment about the minor axis");
+    RecordBoltHoles();
+    RecordCombined();
+    RecordTorsion();
+}
+
+// Axial capacity of the cross-section: tension (4.6) and compression.
+void CSteelMemberBS5950::RecordConnection()
+{
+    int tie = -1;
+    int strut = -1;
+    const auto worse = [this](int i, int than) {
+        return than < 0 ||
+               m_positions[static_cast<std::size_t>(i)].axial > m_positions[static_cast<std::size_t>(than)].axial;
+    };
+    for (int i = 0; i < static_cast<int>(m_positions.size()); ++i) {
+        const double F = m_positions[static_cast<std::size_t>(i)].actions.F;
+        if (F > 0.0 && worse(i, tie)) tie = i;
+        if (F < 0.0 && worse(i, strut)) strut = i;
+    }
+    const auto record = [this](Rule rule, int i, double PositionResult::*resistance, const wchar_t* symbol) {
+        const PositionResult& p = m_positions[static_cast<std::size_t>(i)];
+        LedgerEntry e = EntryOf(rule);
+        e.position = i;
+        e.start = e.end = p.x;
+        e.utilisation = CMemberResult::InfinitiseNANs(p.axial);
+        e.status = LocalStatus(e.utilisation);
+        e.resistance = p.*resistance;
+        e.symbol = symbol;
+        e.quantity = Quantity::Force;
+        m_ledger.Add(e);
+    };
+    if (tie < 0) {
+        m_ledger.Add(Absent(Rule::Tension, L"no tension"));
+        m_ledger.Add(Absent(Rule::EccentricConnection, L"no tension"));
+    } else {
+        record(Rule::Tension, tie, &PositionResult::Pt, L"Pt");
+        const Shape shape = m_section.Properties().shape;
+        if (m_positions[static_cast<std::size_t>(tie)].eccentricTie) {
+            record(Rule::EccentricConnection, tie, &PositionResult::Pt, L"Pt");
+            Assume(L"end connection of the tie",
+                   L"bolted through one leg of an angle (the larger leg unconnected), the web of a channel or the "
+                   L"flange of a T (4.6.3.1)",
+                   std::nan(""));
+        } else
+            m_ledger.Add(Absent(Rule::EccentricConnection,
+                                shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee
+                                    ? L"the moments of the connection's eccentricity are part of the actions"
+                                    : L"the section is connected symmetrically"));
+    }
+    if (strut < 0)
+        m_ledger.Add(Absent(Rule::Compression, L"no compression"));
+    else
+        record(Rule::Compression, strut, &PositionResult::Pz, L"Pz");
+}
+
+// Clause 4.2.5.5: holes may be left out of account where the net area times Ke is not below the gross area.
+void CSteelMemberBS5950::RecordBoltHoles()
+{
+    const double netGross = m_section.Design().netGross;
+    if (netGross == 1.0)
+        m_ledger.Add(Absent(Rule::BoltHoles, L"the net area is the gross area"));
+    else if (netGross * m_section.Steel().Ke >= 1.0)
+        m_ledger.Add(Absent(Rule::BoltHoles, L"Ke times the net area is not below the gross area"));
+    else if (std::all_of(m_positions.begin(), m_positions.end(),
+                         [](const PositionResult& p) { return p.actions.Mx == 0.0 && p.actions.My == 0.0; }))
+        m_ledger.Add(Absent(Rule::BoltHoles, L"no moment"));
+    else {
+        LedgerEntry e = EntryOf(Rule::BoltHoles);
+        e.reason = L"the net to gross ratio does not say which holes lie in the tension flange";
+        m_ledger.Add(e);
+        if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
+    }
+}
+
+// Clauses 4.8.2 and 4.8.3.2: positions where an axial force and a moment, or two moments, act together.
+void CSteelMemberBS5950::RecordCombined()
+{
+    for (const bool tension : {true, false}) {
+        const Rule rule = tension ? Rule::CombinedTension : Rule::CombinedCompression;
+        int worst = -1;
+        for (int i = 0; i < static_cast<int>(m_positions.size()); ++i) {
+            const PositionResult& p = m_positions[static_cast<std::size_t>(i)];
+            const bool sign = tension ? p.actions.F > 0.0 : p.actions.F <= 0.0;
+            const int kinds = (p.actions.F != 0.0) + (p.actions.Mx != 0.0) + (p.actions.My != 0.0);
+            if (!sign || kinds < 2) continue;
+            if (worst < 0 || p.combined > m_positions[static_cast<std::size_t>(worst)].combined) worst = i;
+        }
+        if (worst < 0) {
+            m_ledger.Add(Absent(rule, tension
+                                          ? L"no tension together with a moment"
+                                          : L"no compression together with a moment, and no moments about both axes"));
+            continue;
+        }
+        const PositionResult& p = m_positions[static_cast<std::size_t>(worst)];
+        LedgerEntry e = EntryOf(rule);
+        e.clause = tension ? (p.Mrx > 0.0 ? L"4.8.2.3" : L"4.8.2.2") : (p.Mrx > 0.0 ? L"4.8.3.2 b" : L"4.8.3.2 a");
+        e.position = worst;
+        e.start = e.end = p.x;
+        e.utilisation = CMemberResult::InfinitiseNANs(p.combined);
+        e.status = LocalStatus(e.utilisation);
+        m_ledger.Add(e);
+    }
+}
+
+// The standard has no rule for torsion. The tolerance is 1 N·m or a thousandth of the largest bending moment.
+void CSteelMemberBS5950::RecordTorsion()
+{
+    double torsion = 0.0;
+    double bending = 0.0;
+    int worst = -1;
+    for (int i = 0; i < static_cast<int>(m_positions.size()); ++i) {
+        const Actions& a = m_positions[static_cast<std::size_t>(i)].actions;
+        bending = std::max({bending, std::abs(a.Mx), std::abs(a.My)});
+        if (!(std::abs(a.Mt) > torsion)) continue;
+        torsion = std::abs(a.Mt);
+        worst = i;
+    }
+    if (!(torsion > std::max(1.0, 0.001 * bending))) {
+        m_ledger.Add(Absent(Rule::Torsion, L"no torsion beyond the tolerance"));
+        return;
+    }
+    LedgerEntry e = EntryOf(Rule::Torsion);
+    e.reason = L"BS 5950-1:2000 has no rule for torsion; check it by other means";
+    e.position = worst;
+    e.start = e.end = m_positions[static_cast<std::size_t>(worst)].x;
+    m_ledger.Add(e);
+    if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
+}
+
+} // namespace Keltrix::BS5950

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "keltrix/bs5950/SteelMemberBS5950.h"
+
+namespace Keltrix::BS5950 {
+
+/// Writes what a check found into the text of the attached result. Made only where text is enabled.
+class CSteelMemberBS5950::Text {
+public:
+    explicit Text(const CSteelMemberBS5950& member) :
+        m_member(member), m_result(*member.Result()), m_fmt(m_result.DesFormat())
+    {}
+
+    void Refusal(const wchar_t* reason);
+    void Local(bool alongMember);
+    void BucklingTitle();
+    void Flexural(const SpanResult& span);
+    void LateralTitle(const SpanResult& span);
+    void Lateral(const SpanResult& span);
+    void Interaction(const InteractionResult& r);
+    /// Assumptions, rules not evaluated and the ledger.
+    void Summary();
+
+private:
+    void Position(std::size_t index);
+    void Class(const PositionResult& p);
+    void Axial(const PositionResult& p);
+    void Shear(const PositionResult& p);
+    void Moment(const PositionResult& p);
+    void Combined(const PositionResult& p);
+    void SpanTitle(const wchar_t* what, const SpanResult& span);
+    void MomentFactorLine(const wchar_t* symbol, double value, const MomentShape& shape, bool lateral,
+                          const SpanResult& span);
+    void LedgerTable();
+
+    template <class... Args>
+    void Line(const wchar_t* format, const Args&... args)
+    {
+        CString text;
+        text.Format(format, args...);
+        text += L"\n";
+        m_result.AddOutputString(text);
+    }
+    /// "0.735", or in red with FAIL where the limit is reached (`inclusive`) or passed.
+    CString Verdict(double utilisation, bool inclusive) const;
+    CString Volume(double m3) const;
+    CString Area(double m2) const;
+
+    const CSteelMemberBS5950& m_member;
+    Steel::CMemberResult& m_result;
+    const CDesFormat& m_fmt;
+};
+
+} // namespace Keltrix::BS5950

@@ -1,0 +1,365 @@
+#include "keltrix/bs5950/SectionProperties.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+
+namespace Keltrix::BS5950 {
+
+using Steel::CDesSectGeom;
+using Steel::CMemberResult;
+
+namespace {
+
+class GeomI : public Steel::CDesSectGeomI {
+public:
+    GeomI() = default;
+    GeomI* Clone() const override { return new GeomI(*this); }
+};
+
+class GeomChannel : public Steel::CDesSectGeomPFC {
+public:
+    GeomChannel() = default;
+    GeomChannel* Clone() const override { return new GeomChannel(*this); }
+};
+
+class GeomTee : public Steel::CDesSectGeomT {
+public:
+    GeomTee() = default;
+    GeomTee* Clone() const override { return new GeomTee(*this); }
+};
+
+class GeomAngle : public Steel::CDesSectGeomAngle {
+public:
+    GeomAngle() = default;
+    GeomAngle* Clone() const override { return new GeomAngle(*this); }
+    /// The base takes any angle with |Ixx - Iyy| below 1e-6 for an equal one, which in metres is 100 cm⁴. Here that
+    /// difference is measured against Ixx + Iyy.
+    double Alpha() const override
+    {
+        const double ix = Ixx();
+        const double iy = Iyy();
+        if (std::abs(ix - iy) < 1e-6 * (ix + iy)) return std::numbers::pi / 4.0;
+        const double half = 0.5 * std::atan(2.0 * Ixy() / -std::abs(ix - iy));
+        return ix > iy ? half : std::numbers::pi / 2.0 - half;
+    }
+};
+
+class GeomRHS : public Steel::CDesSectGeomRHS {
+public:
+    GeomRHS() = default;
+    GeomRHS* Clone() const override { return new GeomRHS(*this); }
+};
+
+class GeomCHS : public Steel::CDesSectGeomCHS {
+public:
+    GeomCHS() = default;
+    GeomCHS* Clone() const override { return new GeomCHS(*this); }
+};
+
+std::optional<Shape> ShapeOf(const CSecComp& component)
+{
+    switch (component.Shape() & CSecGeom::SHAPE_MASK) {
+    case CSecGeom::SHAPE_I:
+        return Shape::I;
+    case CSecGeom::SHAPE_GENERAL_I:
+        return Shape::UnequalI;
+    case CSecGeom::SHAPE_CHANNEL:
+        return Shape::Channel;
+    case CSecGeom::SHAPE_T:
+        return Shape::Tee;
+    case CSecGeom::SHAPE_ANGLE:
+        return Shape::Angle;
+    case CSecGeom::SHAPE_CHS:
+        return Shape::CHS;
+    case CSecGeom::SHAPE_RHS:
+        return Shape::RHS;
+    default:
+        return std::nullopt;
+    }
+}
+
+void ReadDimensions(SectionProperties& s, const CSecComp& c)
+{
+    s.D = c.Dimension(0.0, CSecGeom::DEPTH);
+    s.B = s.B2 = c.Dimension(0.0, CSecGeom::WIDTH);
+    s.t = c.Dimension(0.0, CSecGeom::WEB_THICKNESS);
+    s.T = s.T2 = c.Dimension(0.0, CSecGeom::FLANGE_THICKNESS);
+    s.r = c.Dimension(0.0, CSecGeom::ROOT_RADIUS);
+    if (s.shape == Shape::UnequalI) {
+        s.B2 = c.Dimension(0.0, CSecGeom::BOTTOM_FLANGE_WIDTH);
+        s.T2 = c.Dimension(0.0, CSecGeom::BOTTOM_FLANGE_THICKNESS);
+        if (s.B == s.B2 && s.T == s.T2) s.shape = Shape::I;
+    }
+    if (s.shape == Shape::CHS) {
+        s.B = s.B2 = s.D;
+        s.T = s.T2 = s.t;
+    }
+    if (s.shape == Shape::Angle || (s.shape == Shape::RHS && c.Type() != SEC_WELDED))
+        s.t = s.T = s.T2 = std::min(s.t, s.T);
+}
+
+bool IsSection(const SectionProperties& s)
+{
+    const bool finite = std::isfinite(s.D + s.B + s.B2 + s.t + s.T + s.T2 + s.r);
+    if (!finite || !(s.D > 0 && s.B > 0 && s.B2 > 0 && s.t > 0 && s.T > 0 && s.T2 > 0 && s.r >= 0)) return false;
+    switch (s.shape) {
+    case Shape::CHS:
+        return 2.0 * s.t < s.D;
+    case Shape::RHS:
+        return 2.0 * s.T < s.D && 2.0 * s.t < s.B;
+    case Shape::Angle:
+        return s.t + s.r < std::min(s.D, s.B);
+    case Shape::Tee:
+        return s.T + s.r < s.D && s.t + 2.0 * s.r <= s.B;
+    case Shape::Channel:
+        return 2.0 * (s.T + s.r) < s.D && s.t + s.r <= s.B;
+    default:
+        return s.T + s.T2 + 2.0 * s.r < s.D && s.t + 2.0 * s.r <= std::min(s.B, s.B2);
+    }
+}
+
+SectionProperties Outline(const CSecComp& component, Shape shape)
+{
+    SectionProperties s;
+    s.shape = shape;
+    ReadDimensions(s, component);
+    return s;
+}
+
+void SetFabrication(SectionProperties& s, const CSecComp& component, const CDesSectGeom& geometry)
+{
+    if (geometry.IsWelded())
+        s.fabrication = Fabrication::Welded;
+    else if (component.Type() == SEC_FORMED)
+        s.fabrication = Fabrication::Formed;
+    else if (component.Type() == SEC_ROLLED || component.Type() == SEC_UNDEF)
+        s.fabrication = Fabrication::Rolled;
+    else {
+        s.fabrication = Fabrication::Welded; // the less favourable limits and curves
+        s.fabricationAssumed = true;
+    }
+}
+
+// Figure 5: widths and depths of the elements. Footnote of Table 12 for hollow sections: 3t off for hot finished, 5t
+// for cold formed; the clear width for welded boxes.
+void SetElementWidths(SectionProperties& s)
+{
+    const bool welded = s.IsWelded();
+    switch (s.shape) {
+    case Shape::I:
+    case Shape::UnequalI:
+        s.d = s.D - s.T - s.T2 - 2.0 * s.r;
+        s.b = welded ? 0.5 * (s.B - s.t) : 0.5 * s.B;
+        s.b2 = welded ? 0.5 * (s.B2 - s.t) : 0.5 * s.B2;
+        break;
+    case Shape::Channel:
+        s.d = s.D - 2.0 * s.T - 2.0 * s.r;
+        s.b = s.b2 = s.B;
+        break;
+    case Shape::Tee:
+        s.d = s.D;
+        s.b = s.b2 = 0.5 * s.B;
+        break;
+    case Shape::Angle:
+        s.d = s.D;
+        s.b = s.b2 = s.B;
+        break;
+    case Shape::RHS: {
+        const double off = welded ? 2.0 : s.fabrication == Fabrication::Formed ? 5.0 : 3.0;
+        s.d = s.D - off * s.T;
+        s.b = s.b2 = s.B - off * s.t;
+        break;
+    }
+    case Shape::CHS:
+        s.d = s.D;
+        s.b = s.b2 = s.D;
+        break;
+    }
+}
+
+// Clause 4.2.3. Sv is the plastic modulus of the shear area (4.2.5.3); of singly symmetric sections, of the gross
+// section less the flanges.
+void SetShearAreas(SectionProperties& s)
+{
+    const bool welded = s.IsWelded();
+    switch (s.shape) {
+    case Shape::I:
+    case Shape::UnequalI:
+        s.Avy = welded ? s.t * (s.D - s.T - s.T2) : s.t * s.D;
+        s.Avx = 0.9 * (s.B * s.T + s.B2 * s.T2);
+        s.Svx = s.shape == Shape::I ? s.Avy * (welded ? s.D - 2.0 * s.T : s.D) / 4.0
+                                    : std::max(0.0, s.Sx - (s.B * s.T + s.B2 * s.T2) * s.hs / 2.0);
+        s.Svy = 0.9 * (s.B * s.B * s.T + s.B2 * s.B2 * s.T2) / 4.0;
+        break;
+    case Shape::Channel:
+        s.Avy = welded ? s.t * (s.D - 2.0 * s.T) : s.t * s.D;
+        s.Avx = 0.9 * 2.0 * s.B * s.T;
+        s.Svx = s.Avy * s.D / 4.0;
+        s.Svy = s.Sy;
+        break;
+    case Shape::Tee:
+        s.Avy = welded ? s.t * (s.D - s.T) : s.t * s.D;
+        s.Avx = 0.9 * s.B * s.T;
+        s.Svx = s.Sx;
+        s.Svy = 0.9 * s.B * s.B * s.T / 4.0;
+        break;
+    case Shape::Angle:
+        s.Avy = 0.9 * s.D * s.t;
+        s.Avx = 0.9 * s.B * s.t;
+        s.Svx = s.Sx;
+        s.Svy = s.Sy;
+        break;
+    case Shape::RHS:
+        if (welded) {
+            s.Avy = 2.0 * s.t * (s.D - 2.0 * s.T);
+            s.Avx = 2.0 * s.T * (s.B - 2.0 * s.t);
+        } else {
+            s.Avy = s.A * s.D / (s.D + s.B);
+            s.Avx = s.A * s.B / (s.D + s.B);
+        }
+        s.Svx = s.Avy * s.D / 4.0;
+        s.Svy = s.Avx * s.B / 4.0;
+        break;
+    case Shape::CHS:
+        s.Avy = s.Avx = 0.6 * s.A;
+        s.Svx = s.Svy = s.Sx;
+        break;
+    }
+}
+
+// Annex B.2.3 for I sections and channels, B.2.8 for a T.
+void SetBucklingParameters(SectionProperties& s, double monosymmetry)
+{
+    const double gamma = 1.0 - s.Iy / s.Ix;
+    switch (s.shape) {
+    case Shape::I:
+        s.u = std::pow(std::max(0.0, 4.0 * s.Sx * s.Sx * gamma) / (s.A * s.A * s.hs * s.hs), 0.25);
+        s.x = 0.566 * s.hs * std::sqrt(s.A / s.J);
+        break;
+    case Shape::UnequalI:
+    case Shape::Channel:
+        s.u = std::pow(std::max(0.0, s.Iy * s.Sx * s.Sx * gamma) / (s.A * s.A * s.H), 0.25);
+        s.x = 1.132 * std::sqrt(s.A * s.H / (s.Iy * s.J));
+        break;
+    case Shape::Tee:
+        s.u = std::pow(std::max(0.0, 4.0 * s.Sx * s.Sx * gamma) / (s.A * s.A * s.hs * s.hs), 0.25);
+        s.x = 0.566 * s.hs * std::sqrt(s.A / s.J);
+        s.w = 4.0 * s.H / (s.Iy * s.hs * s.hs);
+        s.psi = 2.0 * std::abs(monosymmetry) / s.hs;
+        break;
+    default:
+        break;
+    }
+}
+
+// Annex B.2.9: ψa = [2 v0 - ∫ v (u² + v²) dA / Iu] / t, taken over the two legs without fillets; v0 is the shear
+// centre, where the legs' centre lines meet. Two-point Gauss integration is exact for the cubic.
+double AngleMonosymmetry(const SectionProperties& s, double cx, double cy)
+{
+    const double sn = std::sin(s.alpha);
+    const double cs = std::cos(s.alpha);
+    const auto v = [&](double X, double Y) { return -(X - cx) * sn + (Y - cy) * cs; };
+    const auto u = [&](double X, double Y) { return (X - cx) * cs + (Y - cy) * sn; };
+    const double g = 1.0 / std::sqrt(3.0);
+    const auto rectangle = [&](double x0, double x1, double y0, double y1) {
+        double sum = 0.0;
+        for (const double a : {-g, g})
+            for (const double e : {-g, g}) {
+                const double X = 0.5 * (x0 + x1) + 0.5 * a * (x1 - x0);
+                const double Y = 0.5 * (y0 + y1) + 0.5 * e * (y1 - y0);
+                const double uu = u(X, Y);
+                const double vv = v(X, Y);
+                sum += vv * (uu * uu + vv * vv);
+            }
+        return 0.25 * sum * (x1 - x0) * (y1 - y0);
+    };
+    const double integral = rectangle(0.0, s.t, 0.0, s.D) + rectangle(s.t, s.B, 0.0, s.t);
+    return std::abs(2.0 * v(0.5 * s.t, 0.5 * s.t) - integral / s.Iu) / s.t;
+}
+
+void SetAngle(SectionProperties& s, const Steel::CDesSectGeomAngle& angle)
+{
+    s.Iu = angle.Iuu();
+    s.Iv = angle.Ivv();
+    s.Zu = angle.Zuu();
+    s.Zv = angle.Zvv();
+    s.alpha = angle.Alpha();
+    s.rv = std::sqrt(s.Iv / s.A);
+    s.psi = s.D == s.B ? 0.0 : AngleMonosymmetry(s, angle.Xbar(), angle.Ybar());
+}
+
+void SetProperties(SectionProperties& s, const CDesSectGeom& g)
+{
+    s.A = g.Area();
+    s.Ix = g.Ixx();
+    s.Iy = g.Iyy();
+    s.Sx = g.Sxx();
+    s.Sy = g.Syy();
+    s.Zx = g.Zxx();
+    s.Zy = g.Zyy();
+    s.J = g.J();
+    s.rx = std::sqrt(s.Ix / s.A);
+    s.ry = std::sqrt(s.Iy / s.A);
+    s.cy = s.IsHollow() ? 0.5 * s.D : g.Ybar();
+    s.thickest = std::max({s.t, s.T, s.T2});
+    s.hs = s.shape == Shape::Tee ? s.D - 0.5 * s.T : s.D - 0.5 * (s.T + s.T2);
+
+    double monosymmetry = 0.0;
+    if (const auto* section = dynamic_cast<const Steel::CDesSectGeomI*>(&g)) s.H = section->Gamma();
+    if (const auto* channel = dynamic_cast<const Steel::CDesSectGeomPFC*>(&g)) s.H = channel->Iw();
+    if (const auto* tee = dynamic_cast<const Steel::CDesSectGeomT*>(&g)) {
+        s.H = tee->Iw();
+        monosymmetry = tee->MonoSymBeta();
+    }
+    if (const auto* angle = dynamic_cast<const Steel::CDesSectGeomAngle*>(&g)) SetAngle(s, *angle);
+    SetBucklingParameters(s, monosymmetry);
+}
+
+std::unique_ptr<CDesSectGeom> NewGeometry(Shape shape)
+{
+    switch (shape) {
+    case Shape::I:
+    case Shape::UnequalI:
+        return std::make_unique<GeomI>();
+    case Shape::Channel:
+        return std::make_unique<GeomChannel>();
+    case Shape::Tee:
+        return std::make_unique<GeomTee>();
+    case Shape::Angle:
+        return std::make_unique<GeomAngle>();
+    case Shape::RHS:
+        return std::make_unique<GeomRHS>();
+    case Shape::CHS:
+        return std::make_unique<GeomCHS>();
+    }
+    return nullptr;
+}
+
+} // namespace
+
+std::unique_ptr<CDesSectGeom> MakeGeometry(const CSection& section, CMemberResult* result)
+{
+    const CSecComp& component = section.Component(0);
+    const std::optional<Shape> shape = ShapeOf(component);
+    if (!shape || !IsSection(Outline(component, *shape))) return nullptr;
+    std::unique_ptr<CDesSectGeom> geometry = NewGeometry(*shape);
+    if (!geometry->SetKeltrixSec(section, result)) return nullptr;
+    return geometry;
+}
+
+std::optional<SectionProperties> MakeProperties(const CSection& section, CMemberResult* result)
+{
+    const std::unique_ptr<CDesSectGeom> geometry = MakeGeometry(section, result);
+    if (!geometry) return std::nullopt;
+    const CSecComp& component = section.Component(0);
+    SectionProperties s = Outline(component, *ShapeOf(component));
+    SetFabrication(s, component, *geometry);
+    SetElementWidths(s);
+    SetProperties(s, *geometry);
+    SetShearAreas(s);
+    return s;
+}
+
+} // namespace Keltrix::BS5950
