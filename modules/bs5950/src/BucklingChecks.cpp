@@ -445,8 +445,10 @@ void CSteelMemberBS5950::CheckLateral(SpanResult& span)
     const bool moment = span.effect > 0.0 && span.sense != CCodeShare::LT_COMP_NONE;
     span.applied = moment && !span.continuous && CanBuckleLaterally(s) && (span.LE > 0.0 || !span.overridden);
     if (text) Text(*this).LateralTitle(span);
-    if (span.applied)
+    if (span.applied) {
+        const Steel::CResultIndent indent(Result());
         SetLateralLength(span);
+    }
     else if (span.continuous)
         span.lengthRule = L"compression flange held along its length (4.2.2)";
     span.slenderness = span.LE / span.radius;

@@ -228,10 +228,10 @@ void CSteelMemberBS5950::Text::SpanTitle(const wchar_t* what, const SpanResult& 
     Line(L"<h5>%s, point %i to %i: %s to %s, length %s</h5>", what, span.left + 1, span.right + 1,
          m_fmt.Length(span.start), m_fmt.Length(span.end), m_fmt.Length(span.end - span.start));
     const CResultIndent indent(&m_result);
-    if (!span.overridden) {
-        Line(L"starts at: %s", span.startReason);
-        Line(L"ends at: %s", span.endReason);
-    }
+    if (span.overridden) return;
+    const auto restraint = [this](int point) { return m_member.PointRestraint(point).UserDescription(); };
+    Line(L"starts at point %i, restraint \"%s\": %s", span.left + 1, restraint(span.left), span.startReason);
+    Line(L"ends at point %i, restraint \"%s\": %s", span.right + 1, restraint(span.right), span.endReason);
 }
 
 void CSteelMemberBS5950::Text::MomentFactorLine(const wchar_t* symbol, double value, const MomentShape& shape,
