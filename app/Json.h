@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+#include <nlohmann/json.hpp>
+
+namespace Keltrix::App {
+
+/// JSON whose members keep the order in which they were written.
+using Json = nlohmann::ordered_json;
+
+/// A document as text: indented by two blanks, with a final line break. Numbers in the fewest digits that say them
+/// exactly; not-a-number and infinity, which JSON does not have, as null. Ill-formed text comes out as U+FFFD.
+std::string JsonText(const Json& document);
+
+} // namespace Keltrix::App

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "keltrix/platform/CString.h"
+
+namespace Keltrix::App {
+
+enum class Severity {
+    Error,  ///< the reader, or the validation after it, refuses the member
+    Warning ///< the reader takes it, but loses or changes something on the way
+};
+
+/// One thing that is wrong with a member file. Texts are UTF-8; those that do not apply are empty.
+struct Defect {
+    Severity severity = Severity::Error;
+    int line = 0;         ///< counted from 1
+    std::string keyword;  ///< of the line: "MEMBERPOINT"
+    std::string field;    ///< "position"
+    std::string got;      ///< what stands there, quoted
+    std::string expected; ///< "a number in m"
+    std::string advice;   ///< what comes of it, or what to write instead
+
+    /// "got "2.5m", expected a number in m; write 2.5".
+    std::string Message() const;
+    /// "floor.csv:14: MEMBERPOINT position: " and the message; a warning says so behind the line number.
+    std::string Text(const std::string& file) const;
+};
+
+/// The part of a file's text that is one member: from its TITLE line to its END line.
+struct MemberText {
+    int firstLine = 1;
+    std::wstring_view text; ///< a view into the text that was checked
+    std::wstring_view title;
+    bool hasErrors = false;
+};
+
+/// What was found in a file: its members and its defects in the order of their lines.
+struct FileCheck {
+    std::vector<MemberText> members;
+    std::vector<Defect> defects;
+
+    std::size_t Errors() const;
+    std::size_t Warnings() const;
+};
+
+/// Checks a member file, which may hold several members one after another. It follows the library's reader line by
+/// line, so that a member has an error exactly if the reader refuses it or if its points and sub-spans do not pass
+/// the validation; but it goes on behind the first fault, and says of each where it is, what was expected and what
+/// stands there. One pass over the text.
+FileCheck CheckMemberFile(const CString& text);
+
+} // namespace Keltrix::App

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+namespace Keltrix::App {
+
+/// Writes to a C stream and reports what went wrong: throws BadOutput for a closed pipe, a full disk and the like.
+void WriteAll(std::FILE* stream, std::string_view text);
+
+/// Writes a file as a whole: into a temporary file beside it, which then takes its name, so that a file of that name is
+/// either the old one or the new one. "-" is standard output. Throws BadOutput and leaves nothing behind on failure.
+void WriteFile(const std::string& path, std::string_view text);
+
+/// Lets a write to a closed pipe fail instead of ending the program.
+void IgnoreClosedPipes();
+
+/// Whether standard output is a terminal that is to have colours: not with NO_COLOR set or TERM=dumb.
+bool TerminalHasColour();
+
+} // namespace Keltrix::App

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <functional>
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Failure.h"
+#include "Render.h"
+
+namespace Keltrix::App {
+
+/// What a command talks to. Text given out is complete lines; `out` throws BadOutput where it cannot be written.
+struct Console {
+    std::istream& in;
+    std::function<void(std::string_view)> out;
+    std::function<void(std::string_view)> err; ///< one message: "ksteel: " and the line break are put around it
+};
+
+enum class Format { TABLE, JSON };
+
+struct ShowOptions {
+    std::vector<std::string> files;
+    Rendering rendering = Rendering::Plain;
+};
+/// The input report of every member of the files.
+ExitCode Show(const ShowOptions& options, const Console& console);
+
+struct ValidateOptions {
+    std::vector<std::string> files;
+    Format format = Format::TABLE;
+};
+/// Every defect of the files; EXIT_BAD_INPUT where there is an error among them.
+ExitCode Validate(const ValidateOptions& options, const Console& console);
+
+struct SectionOptions {
+    std::string name;
+    std::string svgFile; ///< empty: none
+    Format format = Format::TABLE;
+    Rendering rendering = Rendering::Plain;
+};
+/// Dimensions and properties of one section.
+ExitCode ShowSection(const SectionOptions& options, const Console& console);
+
+struct SectionsOptions {
+    std::string family;  ///< empty: all
+    double minIxx = 0.0; ///< cm⁴
+    std::string sort;    ///< empty: catalogue order
+    Format format = Format::TABLE;
+    Rendering rendering = Rendering::Plain;
+};
+/// The catalogue, family by family.
+ExitCode ListSections(const SectionsOptions& options, const Console& console);
+
+struct SpansOptions {
+    std::vector<std::string> files;
+    std::string split = "minor"; ///< minor, lt or major
+    std::optional<double> EI;    ///< bending stiffness about the major axis, N·m²
+    Format format = Format::TABLE;
+    Rendering rendering = Rendering::Plain;
+};
+/// The spans of every member of the files.
+ExitCode ShowSpans(const SpansOptions& options, const Console& console);
+
+} // namespace Keltrix::App

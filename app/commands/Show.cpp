@@ -1,0 +1,30 @@
+#include "ReportMember.h"
+#include "Text.h"
+#include "commands/EachMember.h"
+
+namespace Keltrix::App {
+
+namespace {
+
+ExitCode ShowMember(const MemberFile& file, std::size_t i, const ShowOptions& options, const Console& console)
+{
+    ReportMember member;
+    member.SetGrade(file.ReadInto(i, member));
+    Steel::CMemberResult result;
+    member.SetResult(&result);
+    result.ClearStrings(); // no design code is at work whose name would stand there
+    if (!member.Check()) throw BadInput(file.NameOf(i) + ": " + Utf8(result.GetVerbose()));
+    const std::string report = "<h4>" + Utf8(member.GetTitle()) + "</h4>\n" + Utf8(result.GetVerbose());
+    console.out(RenderMarkup(report, options.rendering));
+    return EXIT_FINE;
+}
+
+} // namespace
+
+ExitCode Show(const ShowOptions& options, const Console& console)
+{
+    return ForEachMember(options.files, console,
+                         [&](const MemberFile& file, std::size_t i) { return ShowMember(file, i, options, console); });
+}
+
+} // namespace Keltrix::App

@@ -1,0 +1,70 @@
+#include "Json.h"
+#include "MemberFile.h"
+#include "Text.h"
+#include "commands/Commands.h"
+
+namespace Keltrix::App {
+
+namespace {
+
+std::string CountOf(std::size_t n, const char* what)
+{
+    return (n == 0 ? "no" : std::to_string(n)) + ' ' + what + (n == 1 ? "" : "s");
+}
+
+std::string TextOf(const MemberFile& file)
+{
+    const FileCheck& check = file.Check();
+    std::string text;
+    for (const Defect& defect : check.defects)
+        text += Printable(defect.Text(file.Name())) + '\n';
+    return text + file.Name() + ": " + CountOf(file.MemberCount(), "member") + ", " + CountOf(check.Errors(), "error") +
+           ", " + CountOf(check.Warnings(), "warning") + '\n';
+}
+
+Json JsonOf(const Defect& defect)
+{
+    return {{"line", defect.line},       {"severity", defect.severity == Severity::Error ? "error" : "warning"},
+            {"keyword", defect.keyword}, {"field", defect.field},
+            {"got", defect.got},         {"expected", defect.expected},
+            {"advice", defect.advice},   {"message", defect.Message()}};
+}
+
+Json JsonOf(const MemberFile& file)
+{
+    const FileCheck& check = file.Check();
+    Json defects = Json::array();
+    for (const Defect& defect : check.defects)
+        defects.push_back(JsonOf(defect));
+    return {{"file", file.Name()},
+            {"members", file.MemberCount()},
+            {"errors", check.Errors()},
+            {"warnings", check.Warnings()},
+            {"defects", std::move(defects)}};
+}
+
+} // namespace
+
+ExitCode Validate(const ValidateOptions& options, const Console& console)
+{
+    ExitCode worst = EXIT_FINE;
+    Json files = Json::array();
+    for (const std::string& path : options.files) {
+        try {
+            const MemberFile file = MemberFile::Read(path, console.in);
+            if (file.Check().Errors() > 0) worst = EXIT_BAD_INPUT;
+            if (options.format == Format::JSON)
+                files.push_back(JsonOf(file));
+            else
+                console.out(TextOf(file));
+        } catch (const BadInput& failure) {
+            console.err(failure.what());
+            worst = EXIT_BAD_INPUT;
+            if (options.format == Format::JSON) files.push_back({{"file", Printable(path)}, {"error", failure.what()}});
+        }
+    }
+    if (options.format == Format::JSON) console.out(JsonText({{"files", files}}));
+    return worst;
+}
+
+} // namespace Keltrix::App

@@ -1,0 +1,189 @@
+// The command line of ksteel: options in, one command run, its exit code out.
+
+#include <cstdio>
+#include <exception>
+#include <iostream>
+#include <map>
+
+#include <CLI/CLI.hpp>
+
+#include "Output.h"
+#include "SectionCatalogue.h"
+#include "Text.h"
+#include "commands/Commands.h"
+
+namespace {
+
+using namespace Keltrix::App;
+
+/// Options that more than one command has.
+struct Shared {
+    std::string catalogue;
+    std::string colour = "auto";
+    std::string format = "table";
+    bool raw = false;
+
+    Rendering HowToRender() const
+    {
+        if (raw) return Rendering::Raw;
+        const bool ansi = colour == "always" || (colour == "auto" && TerminalHasColour());
+        return ansi ? Rendering::Ansi : Rendering::Plain;
+    }
+    Format HowToWrite() const { return format == "json" ? Format::JSON : Format::TABLE; }
+};
+
+void AddColour(CLI::App& command, Shared& shared)
+{
+    command.add_option("--color", shared.colour, "Colours: auto (on a terminal), always, never")
+        ->check(CLI::IsMember({"auto", "always", "never"}))
+        ->capture_default_str();
+    command.add_flag("--raw", shared.raw, "The report's mark-up as it is");
+}
+
+void AddFormat(CLI::App& command, Shared& shared)
+{
+    command.add_option("--format", shared.format, "Output: table or json")
+        ->check(CLI::IsMember({"table", "json"}))
+        ->capture_default_str();
+}
+
+void AddFiles(CLI::App& command, std::vector<std::string>& files)
+{
+    command.add_option("FILE", files, "Member files; - is standard input")->required();
+}
+
+using Command = std::function<ExitCode(const Console&)>;
+using Commands = std::map<const CLI::App*, Command>;
+
+void AddShow(CLI::App& app, Commands& commands, Shared& shared, ShowOptions& options)
+{
+    CLI::App* const command = app.add_subcommand("show", "Input report of a member");
+    AddFiles(*command, options.files);
+    AddColour(*command, shared);
+    commands[command] = [&](const Console& console) {
+        options.rendering = shared.HowToRender();
+        return Show(options, console);
+    };
+}
+
+void AddValidate(CLI::App& app, Commands& commands, Shared& shared, ValidateOptions& options)
+{
+    CLI::App* const command = app.add_subcommand("validate", "Every defect of member files, with its place");
+    AddFiles(*command, options.files);
+    AddFormat(*command, shared);
+    commands[command] = [&](const Console& console) {
+        options.format = shared.HowToWrite();
+        return Validate(options, console);
+    };
+}
+
+void AddSection(CLI::App& app, Commands& commands, Shared& shared, SectionOptions& options)
+{
+    CLI::App* const command = app.add_subcommand("section", "Dimensions and properties of a section");
+    command->add_option("NAME", options.name, "Designation or parametric description, \"UB 457x191x67\"")->required();
+    command->add_option("--svg", options.svgFile,
+                        "Draw the outline to scale into this SVG file (- is standard output)");
+    AddFormat(*command, shared);
+    AddColour(*command, shared);
+    commands[command] = [&](const Console& console) {
+        options.format = shared.HowToWrite();
+        options.rendering = shared.HowToRender();
+        return ShowSection(options, console);
+    };
+}
+
+void AddSections(CLI::App& app, Commands& commands, Shared& shared, SectionsOptions& options)
+{
+    CLI::App* const command = app.add_subcommand("sections", "The section catalogue");
+    command->add_option("--family", options.family, "Only this family (UB, UC, RHS, ...)");
+    command->add_option("--min-Ixx", options.minIxx, "Only sections of at least this Ixx, cm^4");
+    command->add_option("--sort", options.sort, "Ascending by name, mass, depth, A, Ixx, Iyy, Zxx, Sxx or ry");
+    AddFormat(*command, shared);
+    AddColour(*command, shared);
+    commands[command] = [&](const Console& console) {
+        options.format = shared.HowToWrite();
+        options.rendering = shared.HowToRender();
+        return ListSections(options, console);
+    };
+}
+
+void AddSpans(CLI::App& app, Commands& commands, Shared& shared, SpansOptions& options)
+{
+    CLI::App* const command = app.add_subcommand("spans", "Spans between restrained points and what acts on them");
+    AddFiles(*command, options.files);
+    command
+        ->add_option("--split", options.split, "What ends a span: minor (axis), lt (flange or torsion), major (axis)")
+        ->check(CLI::IsMember({"minor", "lt", "major"}))
+        ->capture_default_str();
+    command->add_option("--EI", options.EI, "Major-axis bending stiffness, N.m^2; without it that of the section");
+    AddFormat(*command, shared);
+    AddColour(*command, shared);
+    commands[command] = [&](const Console& console) {
+        options.format = shared.HowToWrite();
+        options.rendering = shared.HowToRender();
+        return ShowSpans(options, console);
+    };
+}
+
+void PutError(std::string_view message)
+{
+    const std::string line = "ksteel: " + Printable(message) + '\n';
+    std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+ExitCode Run(int argc, char** argv)
+{
+    CLI::App app("Checks, explains and lists steel members and sections.", "ksteel");
+    app.footer("Exit codes: 0 fine, 1 a member fails, 2 bad input or output that cannot be written, 3 bad usage.");
+    app.set_version_flag("--version", "ksteel " KSTEEL_VERSION);
+    app.require_subcommand(1);
+    app.fallthrough();
+
+    Shared shared;
+    app.add_option("--catalogue", shared.catalogue, "Catalogue file of your own sections, added to the built-in ones");
+    Commands commands;
+    ShowOptions show;
+    ValidateOptions validate;
+    SectionOptions section;
+    SectionsOptions sections;
+    SpansOptions spans;
+    AddShow(app, commands, shared, show);
+    AddValidate(app, commands, shared, validate);
+    AddSection(app, commands, shared, section);
+    AddSections(app, commands, shared, sections);
+    AddSpans(app, commands, shared, spans);
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        // Help and version are asked for and go to standard output.
+        if (error.get_exit_code() == 0) {
+            std::ostringstream text;
+            app.exit(error, text, text);
+            WriteAll(stdout, text.str());
+            return EXIT_FINE;
+        }
+        throw BadUsage(error.what());
+    }
+    const Console console{std::cin, [](std::string_view text) { WriteAll(stdout, text); }, PutError};
+    if (!shared.catalogue.empty()) AddCatalogueFile(shared.catalogue, std::cin);
+    return commands.at(app.get_subcommands().front())(console);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    IgnoreClosedPipes();
+    try {
+        return Run(argc, argv);
+    } catch (const BadUsage& failure) {
+        PutError(failure.what() + std::string("; see ksteel --help"));
+        return EXIT_BAD_USAGE;
+    } catch (const std::bad_alloc&) {
+        PutError("out of memory");
+    } catch (const std::exception& failure) {
+        PutError(failure.what());
+    }
+    return EXIT_BAD_INPUT;
+}
