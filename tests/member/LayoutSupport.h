@@ -38,6 +38,7 @@ inline constexpr double infinity = std::numeric_limits<double>::infinity();
 
 /// A vector with its own text in messages, equal where the components are or where both are not-a-number.
 struct Shown {
+    explicit Shown(const Vector& shown) : v(shown) {}
     Vector v;
     friend bool operator==(const Shown& a, const Shown& b)
     {
