@@ -56,8 +56,8 @@ ExitCode ListSections(const SectionsOptions& options, const Console& console);
 
 struct SpansOptions {
     std::vector<std::string> files;
-    std::string split = "minor"; ///< minor, lt or major
-    std::optional<double> EI;    ///< bending stiffness about the major axis, N·m²
+    std::string split = "lt"; ///< minor, lt or major
+    std::optional<double> EI; ///< bending stiffness about the major axis, N·m²
     Format format = Format::TABLE;
     Rendering rendering = Rendering::Plain;
 };

@@ -1,4 +1,214 @@
+#include <cmath>
+
+#include "Json.h"
+#include "SpanReport.h"
+#include "Text.h"
 #include "commands/EachMember.h"
+
 namespace Keltrix::App {
-ExitCode ShowSpans(const SpansOptions&, const Console&) { return EXIT_FINE; }
+
+namespace {
+
+const char* RuleText(Split split)
+{
+    switch (split) {
+    case Split::Minor:
+        return "points restrained against minor-axis shear, and the member's ends";
+    case Split::Major:
+        return "points restrained against major-axis shear, and the member's ends";
+    default:
+        return "points restrained by minor-axis shear, either flange or torsion, and the member's ends";
+    }
+}
+
+std::string Joined(const std::vector<std::string>& words)
+{
+    std::string text;
+    for (const std::string& word : words)
+        text += (text.empty() ? "" : ", ") + word;
+    return text;
+}
+
+class SpanMarkup {
+public:
+    std::string Of(const SpanReport& span, std::size_t number)
+    {
+        m_text = "<h5>Span " + std::to_string(number) + ": " + Length(span.left.position) + " to " +
+                 Length(span.right.position) + ", length " + Length(span.length) + "</h5>\n";
+        Row("Left end", EndText(span.left));
+        Row("Right end", EndText(span.right));
+        Row("Along the span", ContinuousText(span));
+        Row("Flange in compression", CompressionFlangeName(span.compressionFlange));
+        Row("Load, major axis", span.major.pattern);
+        Row("Load, minor axis", span.minor.pattern);
+        Row("LT effective length", LengthText(span.lt));
+        if (span.deflectionMajor) Row("Deflection, major axis", DeflectionText(*span.deflectionMajor));
+        if (span.deflectionMinor) Row("Deflection, minor axis", DeflectionText(*span.deflectionMinor));
+        ForceTable(span);
+        return m_text;
+    }
+
+private:
+    void Row(const char* label, const std::string& value) { m_text += '\t' + std::string(label) + '\t' + value + '\n'; }
+    std::string Length(double metres) const { return Utf8(m_format.Length(metres)); }
+
+    std::string EndText(const SpanEnd& end) const
+    {
+        return "point " + std::to_string(end.point) + ", " + end.restraint + " (" + Joined(end.heldBy) + ")";
+    }
+
+    std::string ContinuousText(const SpanReport& span) const
+    {
+        std::string text = span.continuousRestraint;
+        if (span.momentReverses) text += ", the moment reverses";
+        if (span.loadHeight != 0.0) text += ", load height " + Length(span.loadHeight);
+        if (span.destabilising) text += ", <orange>destabilising load</orange>";
+        return text;
+    }
+
+    std::string LengthText(const EffectiveLengthLT& lt) const
+    {
+        const std::string table = "BS 5950-1:2000 " + lt.table + (lt.cantilever ? ", cantilever" : "");
+        if (std::isinf(lt.length)) return "<red>none</red>: no row of " + table + " applies";
+        return "<b>" + Length(lt.length) + "</b> (" + table + ": " + lt.row + ")";
+    }
+
+    std::string DeflectionText(const Deflection& d) const
+    {
+        const auto mm = [](double metres) { return Figures(metres * 1e3, 4) + " mm"; };
+        std::string text = mm(d.exact) + " from the chord, at " + Length(d.exactAt);
+        if (!std::isnan(d.atPoints)) text += "; CSpan's own figure over its points " + mm(d.atPoints);
+        return text + " <i>(EI = " + Figures(d.EI / 1e3, 4) + " kN·m²)</i>";
+    }
+
+    void ForceTable(const SpanReport& span)
+    {
+        m_text += "\t<table>At\tFx\tFy\tFz\tMxx\tMyy\tMzz\n"
+                  "\t<tablewrap><i>axial\tshear (min)\tshear (maj)\ttorsion\tmom (maj)\tmom (min)</i></tablewrap>\n";
+        for (const StationForces& station : span.stations)
+            ForceRow(Length(station.position), station.force, station.moment);
+        ForceRow("max", span.maxForce, span.maxMoment);
+        ForceRow("min", span.minForce, span.minMoment);
+        m_text += "\t</table>\n";
+    }
+
+    void ForceRow(const std::string& label, const Vec3<double>& force, const Vec3<double>& moment)
+    {
+        m_text += '\t' + label;
+        for (const double f : {force.x, force.y, force.z})
+            m_text += '\t' + Utf8(m_format.Force(f));
+        for (const double m : {moment.x, moment.y, moment.z})
+            m_text += '\t' + Utf8(m_format.Moment(m));
+        m_text += '\n';
+    }
+
+    CDesFormat m_format;
+    std::string m_text;
+};
+
+Json JsonOf(const SpanEnd& end)
+{
+    return {{"point", end.point}, {"position", end.position}, {"restraint", end.restraint}, {"held_by", end.heldBy}};
+}
+
+Json ForcesOf(const Vec3<double>& force, const Vec3<double>& moment)
+{
+    return {{"Fx", force.x}, {"Fy", force.y}, {"Fz", force.z}, {"Mxx", moment.x}, {"Myy", moment.y}, {"Mzz", moment.z}};
+}
+
+Json JsonOf(const LoadPatternReport& load)
+{
+    return {{"pattern", load.pattern},
+            {"loaded", load.loaded},
+            {"point_load", load.pointLoad},
+            {"left_end_point_load_only", load.leftEndPointLoadOnly},
+            {"right_end_point_load_only", load.rightEndPointLoadOnly},
+            {"left_end_moment_only", load.leftEndMomentOnly},
+            {"right_end_moment_only", load.rightEndMomentOnly},
+            {"centre_point_load", load.centrePointLoad},
+            {"uniform_load", load.uniformLoad}};
+}
+
+Json JsonOf(const std::optional<Deflection>& deflection)
+{
+    if (!deflection) return nullptr;
+    return {{"EI", deflection->EI},
+            {"max_disp", deflection->atPoints},
+            {"exact", deflection->exact},
+            {"exact_position", deflection->exactAt}};
+}
+
+Json JsonOf(const SpanReport& span)
+{
+    Json stations = Json::array();
+    for (const StationForces& station : span.stations) {
+        Json entry = {{"t", station.t}, {"position", station.position}};
+        entry.update(ForcesOf(station.force, station.moment));
+        stations.push_back(std::move(entry));
+    }
+    return {{"start", span.left.position},
+            {"end", span.right.position},
+            {"length", span.length},
+            {"left_end", JsonOf(span.left)},
+            {"right_end", JsonOf(span.right)},
+            {"continuous_restraint", span.continuousRestraint},
+            {"moment_reverses", span.momentReverses},
+            {"load_height", span.loadHeight},
+            {"destabilising", span.destabilising},
+            {"compression_flange", CompressionFlangeName(span.compressionFlange)},
+            {"load_major", JsonOf(span.major)},
+            {"load_minor", JsonOf(span.minor)},
+            {"lt_effective_length",
+             {{"length", span.lt.length},
+              {"table", span.lt.table},
+              {"row", span.lt.row},
+              {"cantilever", span.lt.cantilever},
+              {"nominal_rejected_left", span.lt.nominalRejectedLeft},
+              {"nominal_rejected_right", span.lt.nominalRejectedRight}}},
+            {"deflection_major", JsonOf(span.deflectionMajor)},
+            {"deflection_minor", JsonOf(span.deflectionMinor)},
+            {"max", ForcesOf(span.maxForce, span.maxMoment)},
+            {"min", ForcesOf(span.minForce, span.minMoment)},
+            {"stations", std::move(stations)}};
+}
+
+} // namespace
+
+ExitCode ShowSpans(const SpansOptions& options, const Console& console)
+{
+    const Split split = options.split == "major"   ? Split::Major
+                        : options.split == "minor" ? Split::Minor
+                                                   : Split::LateralTorsional;
+    if (options.EI && !(*options.EI > 0.0 && std::isfinite(*options.EI)))
+        throw BadUsage("--EI: got " + Shortest(*options.EI) + ", expected a stiffness above 0 in N.m^2");
+
+    Json members = Json::array();
+    const auto showOne = [&](const MemberFile& file, std::size_t i) {
+        ReportMember member;
+        member.SetGrade(file.ReadInto(i, member));
+        const std::vector<SpanReport> spans = MakeSpanReports(member, split, options.EI);
+        const std::string title = Utf8(member.GetTitle());
+        if (options.format == Format::JSON) {
+            Json list = Json::array();
+            for (const SpanReport& span : spans)
+                list.push_back(JsonOf(span));
+            members.push_back({{"file", file.Name()},
+                               {"line", file.Member(i).firstLine},
+                               {"title", title},
+                               {"split", options.split},
+                               {"rule", RuleText(split)},
+                               {"spans", std::move(list)}});
+            return EXIT_FINE;
+        }
+        std::string text = "<h4>" + title + "</h4>\nSpans between " + RuleText(split) + "\n";
+        for (std::size_t k = 0; k < spans.size(); ++k)
+            text += SpanMarkup().Of(spans[k], k + 1);
+        console.out(RenderMarkup(text, options.rendering));
+        return EXIT_FINE;
+    };
+    const ExitCode code = ForEachMember(options.files, console, showOne);
+    if (options.format == Format::JSON) console.out(JsonText({{"members", members}}));
+    return code;
+}
+
 } // namespace Keltrix::App

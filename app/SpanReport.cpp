@@ -1,0 +1,353 @@
+#include "SpanReport.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "SectionShapes.h"
+#include "Text.h"
+
+namespace Keltrix::App {
+
+namespace {
+
+using Data::CRestraint;
+using Steel::CCodeShare;
+using Steel::CMemberPoint;
+using Steel::CSpan;
+using Steel::CSubSpan;
+
+constexpr double STEEL_E = 205e9; // Pa, BS 5950-1:2000 clause 3.1.3
+
+struct HoldRule {
+    unsigned int bit;
+    const char* name;
+};
+
+constexpr HoldRule LATERAL_RULES[] = {{CRestraint::MINOR_SHEAR, "minor shear"},
+                                      {CRestraint::FLANGE1_LATERAL, "flange 1 lateral"},
+                                      {CRestraint::FLANGE2_LATERAL, "flange 2 lateral"},
+                                      {CRestraint::COMP_FLANGE_LATERAL, "compression flange lateral"},
+                                      {CRestraint::TENS_FLANGE_LATERAL, "tension flange lateral"},
+                                      {CRestraint::TORSION, "torsion"},
+                                      {CRestraint::TORSION_PART, "torsion part"},
+                                      {CRestraint::TORSION_FRICTION, "torsion by friction"}};
+
+// By which of the split's rules a point is held.
+std::vector<std::string> HeldBy(const CRestraint& restraint, Split split)
+{
+    if (split == Split::Major)
+        return restraint.IsRestrained(CRestraint::MAJOR_SHEAR, true) ? std::vector<std::string>{"major shear"}
+                                                                     : std::vector<std::string>{};
+    std::vector<std::string> rules;
+    const bool torsion = restraint.IsRestrained(CRestraint::TORSION, true);
+    for (const HoldRule& rule : LATERAL_RULES) {
+        if (split == Split::Minor && rule.bit != CRestraint::MINOR_SHEAR) break;
+        // Full torsional restraint includes the weaker kinds.
+        if (torsion && (rule.bit == CRestraint::TORSION_PART || rule.bit == CRestraint::TORSION_FRICTION)) continue;
+        if (restraint.IsRestrained(rule.bit, true)) rules.emplace_back(rule.name);
+    }
+    return rules;
+}
+
+// One axis of a span by itself, moved to the start of a member: bending about the major axis (Fz, Myy), or the minor
+// axis in its place (Fy, Mzz). The tests of load patterns look at all forces together and take positions from the
+// member's start, so that only such a copy tells of one axis and of any span.
+class OneAxis {
+public:
+    OneAxis(const std::vector<CMemberPoint>& points, const std::vector<CSubSpan>& subSpans, int left, int right,
+            bool major)
+    {
+        const auto first = static_cast<std::size_t>(left);
+        const auto last = static_cast<std::size_t>(right);
+        for (std::size_t i = first; i <= last; ++i) {
+            m_points.push_back(points[i]);
+            m_points.back().SetPos(points[i].GetPos() - points[first].GetPos());
+        }
+        const auto force = [major](const Vec3<double>& f) { return Vec3<double>(0.0, 0.0, major ? f.z : f.y); };
+        const auto moment = [major](const Vec3<double>& m) { return Vec3<double>(0.0, major ? m.y : m.z, 0.0); };
+        for (std::size_t i = first; i < last; ++i) {
+            const CSubSpan& s = subSpans[i];
+            CSubSpan& copy = m_subSpans.emplace_back();
+            copy.SetForcesAll(force(s.GetForcesLeft()), force(s.GetForcesRight()));
+            copy.SetMomentsAll(moment(s.GetMomentsLeft()), moment(s.GetMomentsRight()));
+        }
+    }
+
+    LoadPatternReport Pattern() const
+    {
+        const CSpan span = Span();
+        LoadPatternReport report;
+        // Of the two tests of one force component, this is the one that looks at Fz.
+        report.loaded = span.IsMinorAxisLoaded();
+        report.pointLoad = span.IsLoadedWithPointLoad();
+        report.leftEndPointLoadOnly = span.IsLeftEndPtLoadOnly();
+        report.rightEndPointLoadOnly = span.IsRightEndPtLoadOnly();
+        report.leftEndMomentOnly = span.IsLeftEndMomentLoadOnly();
+        report.rightEndMomentOnly = span.IsRightEndMomentLoadOnly();
+        report.centrePointLoad = span.IsLoadedWithCentrePointLoad();
+        report.uniformLoad = span.IsLoadedWithUDL();
+        report.pattern = InWords(report);
+        return report;
+    }
+
+    Deflection LargestDeflection(double EI) const
+    {
+        Deflection deflection;
+        deflection.EI = EI;
+        const bool single = m_subSpans.size() < 2;
+        deflection.atPoints = single ? std::nan("") : Span().MaxDispYY(EI, 1.0);
+        Integrate(deflection);
+        return deflection;
+    }
+
+private:
+    CSpan Span() const { return CSpan(&m_points, &m_subSpans, 0, static_cast<int>(m_subSpans.size())); }
+
+    bool HasMoment() const
+    {
+        return std::any_of(m_subSpans.begin(), m_subSpans.end(), [](const CSubSpan& s) {
+            return std::abs(s.GetMomentsLeft().y) > 1.0 || std::abs(s.GetMomentsRight().y) > 1.0;
+        });
+    }
+
+    std::string InWords(const LoadPatternReport& report) const
+    {
+        if (m_subSpans.size() == 1) return "one sub-span: the load between its ends is not known";
+        if (!report.loaded) return HasMoment() ? "end moments" : "none";
+        if (report.uniformLoad) return "uniform load";
+        if (report.pointLoad && report.centrePointLoad) return "point load at mid-span";
+        return report.pointLoad ? "point loads" : "varying load";
+    }
+
+    // EI v'' = M, with M linear along each sub-span, integrated exactly from the left end with slope and deflection 0; the
+    // chord to the right end is taken off. Each sub-span is looked at in 32 places, the ends included.
+    void Integrate(Deflection& deflection) const
+    {
+        struct Station {
+            double x;
+            double v;
+        };
+        std::vector<Station> stations{{0.0, 0.0}};
+        double slope = 0.0;
+        double v = 0.0;
+        for (std::size_t i = 0; i < m_subSpans.size(); ++i) {
+            const double x = m_points[i].GetPos();
+            const double h = m_points[i + 1].GetPos() - x;
+            const double m1 = m_subSpans[i].GetMomentsLeft().y / deflection.EI;
+            const double m2 = m_subSpans[i].GetMomentsRight().y / deflection.EI;
+            constexpr int places = 32;
+            for (int k = 1; k <= places; ++k) {
+                const double s = h * k / places;
+                stations.push_back({x + s, v + slope * s + m1 * s * s / 2.0 + (m2 - m1) * s * s * (s / h) / 6.0});
+            }
+            v = stations.back().v;
+            slope += (m1 + m2) / 2.0 * h;
+        }
+        for (const Station& station : stations) {
+            const double fromChord = std::abs(station.v - v * station.x / stations.back().x);
+            if (fromChord <= deflection.exact) continue;
+            deflection.exact = fromChord;
+            deflection.exactAt = station.x;
+        }
+    }
+
+    std::vector<CMemberPoint> m_points;
+    std::vector<CSubSpan> m_subSpans;
+};
+
+// "1.0L(normal)" out of the texts that the table rules write, one for each end where the two differ.
+std::string RowsOf(const Steel::CMemberResult& result)
+{
+    const std::string text = Utf8(result.GetVerbose());
+    static constexpr std::string_view mark = "condition: ";
+    std::string rows;
+    for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at)) {
+        at += mark.size();
+        rows += (rows.empty() ? "" : " and ") + text.substr(at, text.find('\n', at) - at);
+    }
+    if (text.find("due to tip moment") != std::string::npos) rows += ", increased for the tip moment";
+    return rows;
+}
+
+class Reporter {
+public:
+    Reporter(ReportMember& member, Split split, std::optional<double> EI) :
+        m_member(member), m_points(member.MemberPoints()), m_subSpans(member.SubSpans()), m_split(split)
+    {
+        const CSection section = member.GetKeltrixSec();
+        m_depth = section.Component(0).Dimension(0.0, CSecGeom::DEPTH);
+        if (const auto geometry = MakeGeometry(section)) {
+            m_EImajor = STEEL_E * geometry->Ixx();
+            m_EIminor = STEEL_E * geometry->Iyy();
+        }
+        if (EI) {
+            m_EImajor = *EI;
+            m_EIminor.reset();
+        }
+    }
+
+    std::vector<SpanReport> Make()
+    {
+        std::vector<SpanReport> reports;
+        const int last = static_cast<int>(m_points.size()) - 1;
+        int left = 0;
+        for (int right = 1; right <= last; ++right) {
+            if (right < last && HeldBy(RestraintAt(right), m_split).empty()) continue;
+            reports.push_back(MakeReport(left, right));
+            left = right;
+        }
+        return reports;
+    }
+
+private:
+    // The point's restraint with the moment there, which tells the compression flange.
+    CRestraint RestraintAt(int point) const
+    {
+        const int last = static_cast<int>(m_points.size()) - 1;
+        return point < last ? CSpan(&m_points, &m_subSpans, point, point + 1).RestraintEndL()
+                            : CSpan(&m_points, &m_subSpans, point - 1, point).RestraintEndR();
+    }
+
+    SpanEnd EndAt(int point, const CRestraint& restraint) const
+    {
+        const CMemberPoint& place = m_points[static_cast<std::size_t>(point)];
+        SpanEnd end{place.Get1Index(), place.GetPos(), Utf8(place.GetRestraint().UserDescription()),
+                    HeldBy(restraint, m_split)};
+        if (end.heldBy.empty()) end.heldBy.emplace_back("member end");
+        return end;
+    }
+
+    SpanReport MakeReport(int left, int right) const
+    {
+        const CSpan span(&m_points, &m_subSpans, left, right);
+        SpanReport report;
+        report.left = EndAt(left, span.RestraintEndL());
+        report.right = EndAt(right, span.RestraintEndR());
+        report.length = span.Length();
+        SetRestraints(report, span);
+        SetForces(report, span);
+        const OneAxis major(m_points, m_subSpans, left, right, true);
+        const OneAxis minor(m_points, m_subSpans, left, right, false);
+        report.major = major.Pattern();
+        report.minor = minor.Pattern();
+        report.compressionFlange = m_member.BucklingSenseLT(span);
+        report.lt = EffectiveLength(span);
+        const auto deflection = [&](const OneAxis& axis, double EI) {
+            Deflection result = axis.LargestDeflection(EI);
+            result.exactAt += span.PosLeft();
+            return result;
+        };
+        if (m_EImajor) report.deflectionMajor = deflection(major, *m_EImajor);
+        if (m_EIminor) report.deflectionMinor = deflection(minor, *m_EIminor);
+        return report;
+    }
+
+    void SetRestraints(SpanReport& report, const CSpan& span) const
+    {
+        const CRestraint continuous = span.ContinuousRestraint();
+        Vec3<double> force, moment;
+        bool useMomentSign = true;
+        continuous.GetForcesAndMoments(force, moment, useMomentSign);
+        report.momentReverses = !useMomentSign;
+        report.loadHeight = continuous.LoadHeight();
+        report.destabilising = span.IsDestabilized();
+        // Forces and heights make no difference to the words.
+        report.continuousRestraint = Utf8(CRestraint(continuous.RestFlag(), Data::SHR_CENTRE, 0.0).UserDescription());
+    }
+
+    void SetForces(SpanReport& report, const CSpan& span) const
+    {
+        const CSubSpan most = span.MaxForces();
+        const CSubSpan least = span.MinForces();
+        report.maxForce = CSubSpan::Max(most.GetForcesLeft(), most.GetForcesRight());
+        report.minForce = CSubSpan::Min(least.GetForcesLeft(), least.GetForcesRight());
+        report.maxMoment = CSubSpan::Max(most.GetMomentsLeft(), most.GetMomentsRight());
+        report.minMoment = CSubSpan::Min(least.GetMomentsLeft(), least.GetMomentsRight());
+        for (const double t : {0.0, 0.25, 0.5, 0.75, 1.0})
+            report.stations.push_back(
+                {t, span.InterpolatePosition(t), span.InterpolateForces(t), span.InterpolateMoments(t)});
+    }
+
+    bool IsSupport(int point) const
+    {
+        return m_points[static_cast<std::size_t>(point)].GetRestraint().IsRestrained(CRestraint::MAJOR_SHEAR, false);
+    }
+
+    // An end of the member without support, where another point has one.
+    bool IsFreeEnd(int point) const
+    {
+        const int last = static_cast<int>(m_points.size()) - 1;
+        if ((point != 0 && point != last) || IsSupport(point)) return false;
+        for (int i = 0; i <= last; ++i) {
+            if (i != point && IsSupport(i)) return true;
+        }
+        return false;
+    }
+
+    // Clause 4.3.5.2: a support, or an end of the member, without torsional restraint of any kind gives no row.
+    bool RejectsNominal(int point) const
+    {
+        const int last = static_cast<int>(m_points.size()) - 1;
+        const CRestraint restraint = m_points[static_cast<std::size_t>(point)].GetRestraint();
+        const unsigned int torsion = CRestraint::TORSION | CRestraint::TORSION_PART | CRestraint::TORSION_FRICTION;
+        return (point == 0 || point == last || IsSupport(point)) && restraint.IsFree(torsion, true);
+    }
+
+    EffectiveLengthLT EffectiveLength(const CSpan& span) const
+    {
+        const int left = span.GetCMPIndexLeft();
+        const int right = span.GetCMPIndexRight();
+        Steel::CMemberResult result;
+        const CCodeShare rules(&result);
+        const CCodeShare::LT_BuckleDirection direction = m_member.BucklingSenseLT(span);
+        const bool destabilising = span.IsDestabilized();
+        EffectiveLengthLT lt;
+        lt.cantilever = IsFreeEnd(left) || IsFreeEnd(right);
+        if (lt.cantilever) {
+            lt.table = "Table 14";
+            const CRestraint support = IsFreeEnd(left) ? span.RestraintEndR() : span.RestraintEndL();
+            const CRestraint tip = IsFreeEnd(left) ? span.RestraintEndL() : span.RestraintEndR();
+            lt.length = rules.BS5950_1_2000_Table14(span.Length(), direction, support, tip, destabilising);
+        } else {
+            lt.table = "Table 13";
+            lt.nominalRejectedLeft = RejectsNominal(left);
+            lt.nominalRejectedRight = RejectsNominal(right);
+            lt.length = rules.BS5950_1_2000_Table13(span.Length(), m_depth, direction, span.RestraintEndL(),
+                                                    span.RestraintEndR(), destabilising, lt.nominalRejectedLeft,
+                                                    lt.nominalRejectedRight);
+        }
+        lt.row = RowsOf(result);
+        return lt;
+    }
+
+    ReportMember& m_member;
+    const std::vector<CMemberPoint>& m_points;
+    const std::vector<CSubSpan>& m_subSpans;
+    Split m_split;
+    double m_depth = 0.0;
+    std::optional<double> m_EImajor;
+    std::optional<double> m_EIminor;
+};
+
+} // namespace
+
+std::vector<SpanReport> MakeSpanReports(ReportMember& member, Split split, std::optional<double> EI)
+{
+    return Reporter(member, split, EI).Make();
+}
+
+std::string CompressionFlangeName(int direction)
+{
+    switch (direction) {
+    case CCodeShare::LT_COMP_FLANGE1:
+        return "flange 1 (top)";
+    case CCodeShare::LT_COMP_FLANGE2:
+        return "flange 2 (bottom)";
+    case CCodeShare::LT_COMP_BOTH:
+        return "both in turn";
+    default:
+        return "neither";
+    }
+}
+
+} // namespace Keltrix::App

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ReportMember.h"
+
+namespace Keltrix::App {
+
+/// What ends a span.
+enum class Split {
+    Minor,            ///< restraint against minor-axis shear: the whole section held laterally
+    LateralTorsional, ///< that, or either flange held laterally, or restraint against torsion
+    Major             ///< restraint against major-axis shear: a support
+};
+
+/// The load pattern of one axis, as the tests of CSpan tell it.
+struct LoadPatternReport {
+    std::string pattern; ///< in words: "uniform load"
+    bool loaded = false;
+    bool pointLoad = false;
+    bool leftEndPointLoadOnly = false;
+    bool rightEndPointLoadOnly = false;
+    bool leftEndMomentOnly = false;
+    bool rightEndMomentOnly = false;
+    bool centrePointLoad = false;
+    bool uniformLoad = false;
+};
+
+/// Largest deflection of a span from its chord, m.
+struct Deflection {
+    double EI = 0.0;       ///< N·m²
+    double atPoints = 0.0; ///< CSpan's value over the member points; not-a-number where it has none
+    double exact = 0.0;    ///< by integration of the moments, taken as linear along each sub-span
+    double exactAt = 0.0;  ///< and its position along the member
+};
+
+/// Forces and moments at a relative position of a span.
+struct StationForces {
+    double t = 0.0;
+    double position = 0.0;
+    Vec3<double> force;
+    Vec3<double> moment;
+};
+
+/// The lateral-torsional effective length of a span and the row of the table that gave it.
+struct EffectiveLengthLT {
+    std::string table;   ///< "Table 13" of beams, "Table 14" of cantilevers
+    std::string row;     ///< "1.0L(normal)"
+    double length = 0.0; ///< infinite where no row applies
+    bool cantilever = false;
+    bool nominalRejectedLeft = false; ///< the row without torsional restraint was refused at this end
+    bool nominalRejectedRight = false;
+};
+
+struct SpanEnd {
+    int point = 0; ///< the member point's own index
+    double position = 0.0;
+    std::string restraint;
+    std::vector<std::string> heldBy; ///< which of the rules of the split hold here; "member end" where none does
+};
+
+struct SpanReport {
+    SpanEnd left, right;
+    double length = 0.0;
+    std::string continuousRestraint;
+    bool momentReverses = false;
+    double loadHeight = 0.0;
+    bool destabilising = false;
+    Vec3<double> maxForce, minForce, maxMoment, minMoment;
+    std::vector<StationForces> stations; ///< ends and quarter points
+    LoadPatternReport major, minor;
+    int compressionFlange = 3; ///< as CCodeShare::LT_BuckleDirection
+    EffectiveLengthLT lt;
+    std::optional<Deflection> deflectionMajor, deflectionMinor;
+};
+
+/// The spans of a valid member. `EI` is the bending stiffness about the major axis, N·m²; without it both stiffnesses
+/// are those of the section with E = 205 GPa, where the section is known.
+std::vector<SpanReport> MakeSpanReports(ReportMember& member, Split split, std::optional<double> EI);
+
+/// "flange 1 (top)", "flange 2 (bottom)", "both in turn", "neither".
+std::string CompressionFlangeName(int direction);
+
+} // namespace Keltrix::App
