@@ -236,6 +236,8 @@ TEST(Span, PlacesAreSetUnlessNegative)
     span.SetCMPIndexRight(9);
     EXPECT_EQ(span.GetCMPIndexLeft(), 0);
     EXPECT_EQ(span.GetCMPIndexRight(), 9) << "not checked against the vectors";
+    span.SetCMPIndexRight(0);
+    EXPECT_EQ(span.GetCMPIndexRight(), 0);
 }
 
 TEST(Span, SubSpansRunFromLeftToOneBeforeRight)
@@ -635,6 +637,23 @@ TEST(SpanInterpolation, InnerPointsGiveTheMeanOfBothSides)
     Layout moved = Numbered();
     moved.points[2].SetPos(3.5);
     EXPECT_EQ(Shown{moved.Span(1, 3).InterpolateForces(0.5)}, Shown({152.5, 153.5, 154.5}));
+}
+
+TEST(SpanInterpolation, TheLastInnerPointHasTwoSidesToo)
+{
+    Layout layout({0.0, 2.0, 4.0});
+    layout.Fz({1.0, 3.0, 7.0, 9.0});
+    EXPECT_EQ(layout.Whole().InterpolateForces(0.5).z, 5.0);
+}
+
+TEST(SpanInterpolation, RoundingOntoTheMembersEndGivesItsOnlySide)
+{
+    // From 0.7 to 0.9, at the number before 1: (1 - t) 0.7 + t 0.9 rounds to 0.9 itself.
+    Layout layout({0.7, 0.9});
+    layout.Fz({1.0, 3.0});
+    const double t = std::nextafter(1.0, 0.0);
+    ASSERT_EQ(layout.Whole().InterpolatePosition(t), 0.9);
+    EXPECT_EQ(layout.Whole().InterpolateForces(t).z, 3.0);
 }
 
 TEST(SpanInterpolation, IsLinearAlongASubSpan)

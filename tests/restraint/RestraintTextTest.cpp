@@ -238,6 +238,9 @@ TEST(RestraintCode, HeightReferenceAndForcesPreventPresetNames)
     EXPECT_EQ(Utf8(CRestraint(0x1, TOP_FLANGE, 0.0).Description()), "F1L");
     EXPECT_EQ(Utf8(Make(0x1, Moment::Zero).Description()), "F1L");
     EXPECT_EQ(CodeWithHeight(0), "Free");
+    EXPECT_EQ(Utf8(CRestraint(0x1, SHR_CENTRE, 0.99e-10).Description()), "Top flange lateral") << "no height at all";
+    EXPECT_EQ(Utf8(CRestraint(0x1, SHR_CENTRE, -0.99e-10).Description()), "Top flange lateral");
+    EXPECT_EQ(Utf8(CRestraint(0x1, SHR_CENTRE, 1e-10).Description()), "F1L");
     // 0x300043: both flanges lateral and no compression or tension bit, so 1 xor 1 xor 0 is 0.
     EXPECT_EQ(CodeWithHeight(0x300043), "F12L TR MAJV MINV");
     EXPECT_EQ(CodeWithHeight(0x31004d), "F1LW F2W TR MAJRV MINV");
@@ -572,5 +575,7 @@ TEST(RestraintWord, CodesAddBitsInUpperCaseOnly)
     EXPECT_EQ(Hex(Bits(restraint)), Hex(0x801f));
     for (const wchar_t* word : {L"f1l", L"tr", L"majr", L"minr", L"ca", L"Tr", L"F1l", L"Majr"})
         EXPECT_FALSE(ReadWord(restraint, word)) << Utf8(word);
+    for (const wchar_t* word : {L"TR", L"MAJR", L"MINR"}) // what stands behind a word is not read
+        EXPECT_FALSE(ReadWord(restraint, std::wstring_view(word).substr(0, 1))) << Utf8(word);
     EXPECT_EQ(Hex(Bits(restraint)), Hex(0x801f)) << "none of them set a bit";
 }
