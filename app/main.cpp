@@ -11,6 +11,9 @@
 #include "SectionCatalogue.h"
 #include "Text.h"
 #include "commands/Commands.h"
+#ifdef KSTEEL_WITH_BS5950
+#include "commands/DesignCommands.h"
+#endif
 
 namespace {
 
@@ -125,6 +128,62 @@ void AddSpans(CLI::App& app, Commands& commands, Shared& shared, SpansOptions& o
     };
 }
 
+#ifdef KSTEEL_WITH_BS5950
+void AddInteraction(CLI::App& command, bool& exact)
+{
+    command.add_flag("--exact", exact, "The more exact interaction rules (4.8.2.3, 4.8.3.2 b, 4.8.3.3.2 and .3)");
+}
+
+void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& options)
+{
+    CLI::App* const command = app.add_subcommand("check", "Check members to BS 5950-1:2000");
+    AddFiles(*command, options.files);
+    command->add_option("--report", options.report, "brief, verbose, summary, or table: one line for each member")
+        ->check(CLI::IsMember({"brief", "verbose", "summary", "table"}))
+        ->capture_default_str();
+    command->add_flag("--envelope", options.envelope, "The files are load cases of one member");
+    AddInteraction(*command, options.exact);
+    AddFormat(*command, shared);
+    AddColour(*command, shared);
+    commands[command] = [&](const Console& console) {
+        options.format = shared.HowToWrite();
+        options.rendering = shared.HowToRender();
+        return Check(options, console);
+    };
+}
+
+void AddDesign(CLI::App& app, Commands& commands, Shared& shared, DesignOptions& options)
+{
+    CLI::App* const command = app.add_subcommand("design", "Lightest section with which a member passes");
+    command->add_option("FILE", options.file, "Member file; - is standard input")->required();
+    command->add_option("--family", options.family, "Family of the catalogue (UB, UC, SHS, ...)")->required();
+    command->add_option("--count", options.count, "Passing sections to show")->capture_default_str();
+    AddInteraction(*command, options.exact);
+    AddFormat(*command, shared);
+    AddColour(*command, shared);
+    commands[command] = [&](const Console& console) {
+        options.format = shared.HowToWrite();
+        options.rendering = shared.HowToRender();
+        return Design(options, console);
+    };
+}
+
+void AddCapacity(CLI::App& app, Commands& commands, Shared& shared, CapacityOptions& options)
+{
+    CLI::App* const command = app.add_subcommand("capacity", "Capacity table of a section to BS 5950-1:2000");
+    command->add_option("NAME", options.name, "Designation or parametric description")->required();
+    command->add_option("--grade", options.grade, "S275, S355 or S460")->capture_default_str();
+    command->add_option("--LE", options.LE, "Effective lengths in m: 1:14, 1:14:0.5 or 2,4.5,6")->capture_default_str();
+    AddFormat(*command, shared);
+    AddColour(*command, shared);
+    commands[command] = [&](const Console& console) {
+        options.format = shared.HowToWrite();
+        options.rendering = shared.HowToRender();
+        return Capacity(options, console);
+    };
+}
+#endif
+
 void PutError(std::string_view message)
 {
     const std::string line = "ksteel: " + Printable(message) + '\n';
@@ -152,6 +211,14 @@ ExitCode Run(int argc, char** argv)
     AddSection(app, commands, shared, section);
     AddSections(app, commands, shared, sections);
     AddSpans(app, commands, shared, spans);
+#ifdef KSTEEL_WITH_BS5950
+    CheckOptions check;
+    DesignOptions design;
+    CapacityOptions capacity;
+    AddCheck(app, commands, shared, check);
+    AddDesign(app, commands, shared, design);
+    AddCapacity(app, commands, shared, capacity);
+#endif
 
     try {
         app.parse(argc, argv);

@@ -118,7 +118,7 @@ Json JsonOf(const std::vector<Row>& rows)
                         {"Sxx", row.Sxx},
                         {"ry", row.ry}});
     }
-    return {{"sections", std::move(list)}};
+    return list;
 }
 
 } // namespace

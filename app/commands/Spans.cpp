@@ -54,7 +54,18 @@ private:
 
     std::string EndText(const SpanEnd& end) const
     {
-        return "point " + std::to_string(end.point) + ", " + end.restraint + " (" + Joined(end.heldBy) + ")";
+        return "point " + std::to_string(end.point) + ", " + end.restraint + " (" + HoldText(end.heldBy) + ")";
+    }
+
+    // Where the whole section is held, its flanges go without saying.
+    static std::string HoldText(const std::vector<std::string>& rules)
+    {
+        if (rules.front() != "minor shear") return Joined(rules);
+        std::vector<std::string> told;
+        for (const std::string& rule : rules) {
+            if (rule.find("flange") == std::string::npos) told.push_back(rule);
+        }
+        return Joined(told);
     }
 
     std::string ContinuousText(const SpanReport& span) const
@@ -76,6 +87,7 @@ private:
     std::string DeflectionText(const Deflection& d) const
     {
         const auto mm = [](double metres) { return Figures(metres * 1e3, 4) + " mm"; };
+        if (d.exact == 0.0) return "none";
         std::string text = mm(d.exact) + " from the chord, at " + Length(d.exactAt);
         if (!std::isnan(d.atPoints)) text += "; CSpan's own figure over its points " + mm(d.atPoints);
         return text + " <i>(EI = " + Figures(d.EI / 1e3, 4) + " kN·m²)</i>";
@@ -207,7 +219,7 @@ ExitCode ShowSpans(const SpansOptions& options, const Console& console)
         return EXIT_FINE;
     };
     const ExitCode code = ForEachMember(options.files, console, showOne);
-    if (options.format == Format::JSON) console.out(JsonText({{"members", members}}));
+    if (options.format == Format::JSON) console.out(JsonText(members));
     return code;
 }
 

@@ -63,7 +63,7 @@ ExitCode Validate(const ValidateOptions& options, const Console& console)
             if (options.format == Format::JSON) files.push_back({{"file", Printable(path)}, {"error", failure.what()}});
         }
     }
-    if (options.format == Format::JSON) console.out(JsonText({{"files", files}}));
+    if (options.format == Format::JSON) console.out(JsonText(files));
     return worst;
 }
 

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Json.h"
+#include "MemberFile.h"
+#include "keltrix/bs5950/BS5950.h"
+
+namespace Keltrix::App {
+
+/// A member with the findings of its check. The member holds the address of the result, so neither moves.
+struct CheckedMember {
+    std::string file;
+    int line = 1;     ///< of its TITLE line
+    std::string name; ///< how messages call it
+    std::string title;
+    std::unique_ptr<BS5950::CSteelMemberBS5950> member;
+    std::unique_ptr<Steel::CMemberResult> result;
+    bool passed = false;
+
+    std::string Section() const;
+    std::string Grade() const;
+    /// "pass", "fail", or "not checked" where nothing could be checked; only the first passes.
+    std::string Status() const;
+    /// "4.8.3.3.1 buckling under combined compression and moments, 0 m to 9 m"; "nothing" without a governing entry.
+    std::string Governing() const;
+};
+
+/// Reads member i of a file and checks it. `option` is the design option of the module. Throws BadInput where the design
+/// code takes the section or the grade not at all.
+CheckedMember CheckMember(const MemberFile& file, std::size_t i, int option);
+
+/// Load cases of one member merged into the first of them: utilisations, flags and texts as the result record merges
+/// them. Ledger, resistances and effective lengths are those of the case with the largest utilisation.
+CheckedMember Envelope(std::vector<CheckedMember> cases);
+
+/// The words of the flags of a result.
+std::vector<std::string> FlagWords(int flags);
+
+/// Place and name of a ledger entry: "Mb 4.3.6 ..., 0 m to 3 m".
+std::string DescribeEntry(const BS5950::LedgerEntry& entry);
+
+/// The findings in full.
+Json JsonOf(const CheckedMember& checked);
+
+} // namespace Keltrix::App

@@ -1,0 +1,152 @@
+#include <algorithm>
+#include <cmath>
+
+#include "CheckedMember.h"
+#include "Fields.h"
+#include "SectionCatalogue.h"
+#include "Text.h"
+#include "commands/DesignCommands.h"
+#include "commands/EachMember.h"
+
+namespace Keltrix::App {
+
+namespace {
+
+struct Candidate {
+    const CSectDB::Entry* entry;
+    std::string name;
+    bool passed;
+    double utilisation; ///< not-a-number where the section could not be checked
+    std::string governing;
+};
+
+std::vector<const CSectDB::Entry*> ByMass(const std::string& wanted)
+{
+    std::vector<const CSectDB::Entry*> entries;
+    for (const CSectDB::Entry& entry : CSectDB::GetDatabase()->Entries()) {
+        if (SameWord(entry.family, Wide(wanted))) entries.push_back(&entry);
+    }
+    if (entries.empty()) {
+        std::string list;
+        for (const std::string& family : Families())
+            list += (list.empty() ? "" : ", ") + family;
+        throw BadInput("unknown family " + Quote(Wide(wanted)) + "; the catalogue has " + list);
+    }
+    std::stable_sort(entries.begin(), entries.end(), [](const CSectDB::Entry* a, const CSectDB::Entry* b) {
+        return a->massPerMetre < b->massPerMetre;
+    });
+    return entries;
+}
+
+// The member with another section in place of its own, which keeps the member's design ratios.
+Candidate Try(BS5950::CSteelMemberBS5950& member, const CSteelGrade& grade, const CSecComp& own,
+              const CSectDB::Entry& entry)
+{
+    CSection section(entry.designation);
+    CSecComp component = section.Component(0);
+    component.SetNetGross(own.NetGross());
+    component.SetBeta(own.Beta());
+    component.SetPlasElas(own.PlasElas());
+    section.SetComponent(0, component);
+
+    Candidate candidate{&entry, Utf8(entry.designation), false, std::nan(""), "the design code does not cover it"};
+    if (!member.SetKeltrixSec(section) || !member.SetGrade(grade)) return candidate;
+    Steel::CMemberResult result;
+    result.EnableText(false);
+    member.SetResult(&result);
+    candidate.passed = member.Check() && !result.HasFailed();
+    candidate.utilisation = result.UtilOverAll();
+    const BS5950::LedgerEntry* const governing = member.Checks().Governing();
+    candidate.governing = governing ? DescribeEntry(*governing) : "nothing";
+    return candidate;
+}
+
+struct Choice {
+    std::vector<Candidate> passing; ///< lightest first, as many as were asked for
+    std::vector<Candidate> failing; ///< the heaviest ones that are lighter and fail, lightest first
+};
+
+Choice Choose(const MemberFile& file, std::size_t i, const DesignOptions& options)
+{
+    constexpr std::size_t failingShown = 3;
+    BS5950::CSteelMemberBS5950 member;
+    if (options.exact) member.SetDesOpt(BS5950::CSteelMemberBS5950::MORE_EXACT);
+    const CSteelGrade grade = file.ReadInto(i, member);
+    const CSecComp own = member.GetKeltrixSec().Component(0);
+
+    Choice choice;
+    for (const CSectDB::Entry* entry : ByMass(options.family)) {
+        if (choice.passing.size() >= static_cast<std::size_t>(options.count)) break;
+        Candidate candidate = Try(member, grade, own, *entry);
+        if (candidate.passed) {
+            choice.passing.push_back(std::move(candidate));
+        } else if (choice.passing.empty() && !std::isnan(candidate.utilisation)) {
+            choice.failing.push_back(std::move(candidate));
+            if (choice.failing.size() > failingShown) choice.failing.erase(choice.failing.begin());
+        }
+    }
+    return choice;
+}
+
+std::string RowText(const Candidate& candidate, const char* verdict)
+{
+    return candidate.name + '\t' + Rounded(candidate.entry->massPerMetre, 4) + '\t' +
+           Utf8(CDesFormat().Util(candidate.utilisation)) + '\t' + verdict + '\t' + candidate.governing + '\n';
+}
+
+std::string Markup(const std::string& title, const Choice& choice)
+{
+    std::string text = "<h4>" + title + "</h4>\n";
+    text += choice.passing.empty() ? "<red>no section of the family passes</red>\n"
+                                   : "<b>" + choice.passing.front().name + "</b> is the lightest section that passes\n";
+    text += "<table>Section\tkg/m\tUtilisation\tVerdict\tGoverning\n";
+    for (const Candidate& candidate : choice.failing)
+        text += RowText(candidate, "<red>fail</red>");
+    for (const Candidate& candidate : choice.passing)
+        text += RowText(candidate, "pass");
+    return text + "</table>\n";
+}
+
+Json JsonOf(const Candidate& candidate)
+{
+    return {{"section", candidate.name},
+            {"mass_per_metre", candidate.entry->massPerMetre},
+            {"status", candidate.passed ? "pass" : "fail"},
+            {"overall", candidate.utilisation},
+            {"governing", candidate.governing}};
+}
+
+Json ListOf(const std::vector<Candidate>& candidates)
+{
+    Json list = Json::array();
+    for (const Candidate& candidate : candidates)
+        list.push_back(JsonOf(candidate));
+    return list;
+}
+
+} // namespace
+
+ExitCode Design(const DesignOptions& options, const Console& console)
+{
+    if (options.count < 1) throw BadUsage("--count: got " + std::to_string(options.count) + ", expected 1 or more");
+    ByMass(options.family);
+    Json members = Json::array();
+    const ExitCode code = ForEachMember({options.file}, console, [&](const MemberFile& file, std::size_t i) {
+        const Choice choice = Choose(file, i, options);
+        const std::string title = Utf8(file.Member(i).title);
+        if (options.format == Format::JSON)
+            members.push_back({{"file", file.Name()},
+                               {"line", file.Member(i).firstLine},
+                               {"title", title},
+                               {"chosen", choice.passing.empty() ? Json() : Json(choice.passing.front().name)},
+                               {"passing", ListOf(choice.passing)},
+                               {"lighter_failing", ListOf(choice.failing)}});
+        else
+            console.out(RenderMarkup(Markup(title, choice), options.rendering));
+        return choice.passing.empty() ? EXIT_MEMBER_FAILS : EXIT_FINE;
+    });
+    if (options.format == Format::JSON) console.out(JsonText(members));
+    return code;
+}
+
+} // namespace Keltrix::App

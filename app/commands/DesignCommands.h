@@ -1,0 +1,45 @@
+#pragma once
+
+#include "commands/Commands.h"
+
+namespace Keltrix::App {
+
+// The commands that need the BS 5950-1:2000 module.
+
+struct CheckOptions {
+    std::vector<std::string> files;
+    std::string report = "brief"; ///< brief, verbose, summary or table
+    bool envelope = false;        ///< the files are load cases of one member
+    bool exact = false;           ///< the more exact interaction rules
+    Format format = Format::TABLE;
+    Rendering rendering = Rendering::Plain;
+};
+/// Checks every member of the files; EXIT_MEMBER_FAILS where one does not pass.
+ExitCode Check(const CheckOptions& options, const Console& console);
+
+struct DesignOptions {
+    std::string file;
+    std::string family;
+    int count = 6; ///< sections shown, the lightest that passes first
+    bool exact = false;
+    Format format = Format::TABLE;
+    Rendering rendering = Rendering::Plain;
+};
+/// The lightest section of a family with which each member of the file passes, and what comes next.
+ExitCode Design(const DesignOptions& options, const Console& console);
+
+struct CapacityOptions {
+    std::string name;
+    std::string grade = "S275";
+    std::string LE = "1:14"; ///< "1:14", "1:14:0.5", "3" or "2,4.5,6", m
+    Format format = Format::TABLE;
+    Rendering rendering = Rendering::Plain;
+};
+/// The capacity table of a section.
+ExitCode Capacity(const CapacityOptions& options, const Console& console);
+
+/// The effective lengths that such a text means. Throws BadUsage for any other text, lengths that are not above 0 and
+/// more than a thousand of them.
+std::vector<double> EffectiveLengthList(const std::string& text);
+
+} // namespace Keltrix::App
