@@ -70,16 +70,40 @@ CRestraint CSteelMemberBS5950::PointRestraint(int point) const
     return MemberPoints()[static_cast<std::size_t>(point)].GetRestraint();
 }
 
-// Whether a restraint holds the flange that the moment compresses. Without a moment at the place, the mean moment of
-// the sub-span says which flange that is; where there is none either, any flange will do.
+// Which flange is in compression over sub-spans left to right-1. The library's sense looks at the ends of the sub-spans;
+// the moments inside them, where the shear passes through zero, can add a sign.
+int CSteelMemberBS5950::BucklingSense(int left, int right) const
+{
+    const CSpan view(&MemberPoints(), &SubSpans(), left, right);
+    const int ends = BucklingSenseLT(view);
+    bool negative = ends == CCodeShare::LT_COMP_FLANGE1 || ends == CCodeShare::LT_COMP_BOTH;
+    bool positive = ends == CCodeShare::LT_COMP_FLANGE2 || ends == CCodeShare::LT_COMP_BOTH;
+    SpanResult span;
+    span.left = left;
+    span.right = right;
+    const double largest = LargestOver(span, [](const PositionResult& p) { return std::abs(p.actions.Mx); });
+    const double tolerance = std::max(1.0, 0.01 * largest);
+    LargestOver(span, [&](const PositionResult& p) {
+        if (p.place != Place::Inside) return 0.0;
+        negative = negative || p.actions.Mx < -tolerance;
+        positive = positive || p.actions.Mx > tolerance;
+        return 0.0;
+    });
+    if (negative && positive) return CCodeShare::LT_COMP_BOTH;
+    if (negative) return CCodeShare::LT_COMP_FLANGE1;
+    return positive ? CCodeShare::LT_COMP_FLANGE2 : CCodeShare::LT_COMP_NONE;
+}
+
+// Whether a restraint holds the flange that the moment compresses. Without a moment at the place, the moment at the
+// middle of the sub-span says which flange that is; where there is none either, any flange will do.
 bool CSteelMemberBS5950::CompressionFlangeHeld(CRestraint restraint, int subSpan, const Vec3<double>& moment) const
 {
-    const Steel::CSubSpan& sub = SubSpans()[static_cast<std::size_t>(subSpan)];
-    const double left = sub.GetMomentsLeft().y;
-    const double right = sub.GetMomentsRight().y;
-    const double tolerance = std::max(1.0, 0.01 * std::max(std::abs(left), std::abs(right)));
-    double y = moment.y;
-    if (std::abs(y) <= tolerance) y = 0.5 * (left + right);
+    const MomentDiagram diagram(MemberPoints(), SubSpans(), MomentDiagram::Component::Major);
+    const double middle = diagram.InSubSpan(subSpan, 0.5);
+    const double left = diagram.InSubSpan(subSpan, 0.0);
+    const double right = diagram.InSubSpan(subSpan, 1.0);
+    const double tolerance = std::max(1.0, 0.01 * std::max({std::abs(left), std::abs(right), std::abs(middle)}));
+    const double y = std::abs(moment.y) > tolerance ? moment.y : middle;
     if (std::abs(y) <= tolerance)
         return restraint.IsRestrained(CRestraint::FLANGE1_LATERAL, true) ||
                restraint.IsRestrained(CRestraint::FLANGE2_LATERAL, true);
@@ -108,12 +132,16 @@ bool CSteelMemberBS5950::SubSpanHeld(BucklingMode mode, int subSpan) const
     if (mode == BucklingMode::Major) return restraint.IsRestrained(CRestraint::MAJOR_SHEAR, false);
     if (mode == BucklingMode::Minor) return restraint.IsRestrained(CRestraint::MINOR_SHEAR, true);
     if (restraint.IsFree(CRestraint::RESTRAINT_MASK, false)) return false;
-    const CSpan span(&MemberPoints(), &SubSpans(), subSpan, subSpan + 1);
-    if (BucklingSenseLT(span) == CCodeShare::LT_COMP_BOTH)
+    switch (BucklingSense(subSpan, subSpan + 1)) {
+    case CCodeShare::LT_COMP_BOTH:
         return restraint.IsRestrained(CRestraint::FLANGE1_LATERAL | CRestraint::FLANGE2_LATERAL, true);
-    const Vec3<double> left = sub.GetMomentsLeft();
-    const Vec3<double> right = sub.GetMomentsRight();
-    return CompressionFlangeHeld(restraint, subSpan, std::abs(left.y) > std::abs(right.y) ? left : right);
+    case CCodeShare::LT_COMP_FLANGE1:
+        return CompressionFlangeHeld(restraint, subSpan, {0.0, -INF, 0.0});
+    case CCodeShare::LT_COMP_FLANGE2:
+        return CompressionFlangeHeld(restraint, subSpan, {0.0, INF, 0.0});
+    default:
+        return CompressionFlangeHeld(restraint, subSpan, {0.0, 0.0, 0.0});
+    }
 }
 
 // A member's end without vertical support, where the member has one elsewhere: the tip of a cantilever.
@@ -222,8 +250,9 @@ void CSteelMemberBS5950::FindLateralSpans()
     for (SpanResult& span : m_spans) {
         if (span.mode != LT) continue;
         const CSpan view(&MemberPoints(), &SubSpans(), span.left, span.right);
-        span.sense = BucklingSenseLT(view);
+        span.sense = BucklingSense(span.left, span.right);
         span.destabilising = view.IsDestabilized();
+        span.cantilever = IsTip(span.left) || IsTip(span.right);
     }
 }
 
@@ -297,7 +326,8 @@ void CSteelMemberBS5950::CheckFlexural(SpanResult& span)
     const Axis axis = span.mode == BucklingMode::Major ? Axis::X : Axis::Y;
     span.effect = LargestOver(span, [](const PositionResult& p) { return p.actions.Compression(); });
     span.applied = span.effect > 0.0;
-    span.cls = static_cast<int>(LargestOver(span, [](const PositionResult& p) { return double(p.cls.cls); }));
+    span.cls =
+        static_cast<int>(LargestOver(span, [](const PositionResult& p) { return static_cast<double>(p.cls.cls); }));
     SetFlexuralLength(span);
     SetStrutSlenderness(span);
     span.Aeff = s.A - LargestOver(span, [&](const PositionResult& p) { return s.A - p.cls.Aeff; });
@@ -380,9 +410,8 @@ void CSteelMemberBS5950::SetLateralLength(SpanResult& span)
     const CRestraint left = EndRestraint(span, true);
     const CRestraint right = EndRestraint(span, false);
     const CCodeShare rules(Result());
-    const bool tipLeft = IsTip(span.left);
-    span.cantilever = tipLeft || IsTip(span.right);
     if (span.cantilever) {
+        const bool tipLeft = IsTip(span.left);
         span.lengthRule = L"Table 14, cantilever";
         span.LE = tipLeft ? rules.BS5950_1_2000_Table14(L, sense, right, left, span.destabilising)
                           : rules.BS5950_1_2000_Table14(L, sense, left, right, span.destabilising);
@@ -409,12 +438,10 @@ void CSteelMemberBS5950::SetBendingResistance(SpanResult& span) const
     const Material& m = m_section.Steel();
     // The smallest modulus of the positions under moment, which belongs to the worst class.
     span.modulus = INF;
-    span.cls = 1;
-    for (const PositionResult& p : m_positions) {
-        if (p.subSpan < span.left || p.subSpan >= span.right) continue;
-        span.cls = std::max(span.cls, p.cls.cls);
+    span.cls = static_cast<int>(LargestOver(span, [&](const PositionResult& p) {
         if (p.momentMajor != 0.0) span.modulus = std::min(span.modulus, p.cls.Wx);
-    }
+        return static_cast<double>(p.cls.cls);
+    }));
     if (!(span.modulus < INF)) span.modulus = s.shape == Shape::Angle ? s.Zu : s.Zx;
     Classification c;
     c.Wx = span.modulus;
@@ -448,8 +475,7 @@ void CSteelMemberBS5950::CheckLateral(SpanResult& span)
     if (span.applied) {
         const Steel::CResultIndent indent(Result());
         SetLateralLength(span);
-    }
-    else if (span.continuous)
+    } else if (span.continuous)
         span.lengthRule = L"compression flange held along its length (4.2.2)";
     span.slenderness = span.LE / span.radius;
     SetBendingResistance(span);
@@ -655,7 +681,7 @@ void CSteelMemberBS5950::RunBuckling()
     m_spans.clear();
     m_interactions.clear();
     const bool text = Result() && Result()->TextEnabled();
-    if (Result()) Result()->SetCurSubSpan(static_cast<int>(m_positions.size()) + 1);
+    if (Result()) Result()->SetCurSubSpan(2 * static_cast<int>(SubSpans().size()) + 1);
     if (text) Text(*this).BucklingTitle();
     if (EquivalentUniformMomentFactor())
         Assume(L"equivalent uniform moment factor", L"given by the user in place of m and mLT",

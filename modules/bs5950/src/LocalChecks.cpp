@@ -154,9 +154,8 @@ bool CSteelMemberBS5950::CheckLocal(bool alongMember)
 void CSteelMemberBS5950::WriteLocalUtilisations()
 {
     CMemberResult& r = *Result();
-    for (std::size_t i = 0; i < m_positions.size(); ++i) {
-        const PositionResult& p = m_positions[i];
-        r.SetCurSubSpan(static_cast<int>(i) + 1);
+    for (const PositionResult& p : m_positions) {
+        r.SetCurSubSpan(p.Entry());
         r.SetUtilLocalAxial(p.axial);
         r.SetUtilLocalMomMajor(p.major);
         r.SetUtilLocalMomMinor(p.minor);

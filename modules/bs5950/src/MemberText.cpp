@@ -185,7 +185,7 @@ void CSteelMemberBS5950::Text::Position(std::size_t index)
 {
     const PositionResult& p = m_member.m_positions[index];
     const Actions& a = p.actions;
-    m_result.SetCurSubSpan(static_cast<int>(index) + 1);
+    m_result.SetCurSubSpan(p.Entry());
     Line(L"<h5>Position %i: %s of sub-span %i, at %s</h5>", static_cast<int>(index) + 1, PlaceName(p.place),
          p.subSpan + 1, m_fmt.Length(p.x));
     const CResultIndent indent(&m_result);

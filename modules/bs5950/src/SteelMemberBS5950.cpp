@@ -101,6 +101,7 @@ void CSteelMemberBS5950::Refuse(const wchar_t* reason)
 
 bool CSteelMemberBS5950::Prepare()
 {
+    if (Result()) Result()->SetCurSubSpan(0);
     const wchar_t* reason = nullptr;
     if (!m_section.HasSection())
         reason = L"the member has no section that this standard covers";
@@ -120,7 +121,7 @@ bool CSteelMemberBS5950::Prepare()
     }
     CollectPositions();
     if (Result()) {
-        Result()->IniDynaArray(static_cast<int>(m_positions.size()) + 2);
+        Result()->IniDynaArray(2 * static_cast<int>(SubSpans().size()) + 2);
         SetLoads();
     }
     m_ledger.Drop(Stage::General);

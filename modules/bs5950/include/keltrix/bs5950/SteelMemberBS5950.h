@@ -46,6 +46,9 @@ struct PositionResult {
     double combined = 0.0;
 
     double Largest() const;
+    /// Entry of the result record: two for each sub-span, so that records of load cases of one member can be merged
+    /// whatever their actions. What is found inside a sub-span goes to the entry of its left end.
+    int Entry() const { return 1 + 2 * subSpan + (place == Place::RightEnd ? 1 : 0); }
 };
 
 enum class BucklingMode { Major, Minor, LateralTorsional };
@@ -129,8 +132,8 @@ struct InteractionResult {
 /// Design option 1 takes the simplified interaction rules (4.8.2.2, 4.8.3.2 a, 4.8.3.3.1), option 2 the more exact
 /// ones (4.8.2.3, 4.8.3.2 b, 4.8.3.3.2, 4.8.3.3.3) where the section has them.
 ///
-/// Utilisations, flags and text go to the attached result: entry 0 the member, entry 1 + i the position i of
-/// Positions(), the last entry the buckling checks. Without a result the check runs just the same.
+/// Utilisations, flags and text go to the attached result: entry 0 the member, then the left and the right end of each
+/// sub-span (PositionResult::Entry), the last entry the buckling checks. Without a result the check runs just the same.
 class KELTRIX_BS5950_API CSteelMemberBS5950 : public Steel::CSteelMemberGen {
 public:
     static constexpr int SIMPLIFIED = 1;
@@ -224,6 +227,7 @@ private:
     Steel::CRestraint EndRestraint(const SpanResult& span, bool atLeft) const;
     bool PointHeld(BucklingMode mode, int point) const;
     bool SubSpanHeld(BucklingMode mode, int subSpan) const;
+    int BucklingSense(int left, int right) const;
     bool CompressionFlangeHeld(Steel::CRestraint restraint, int subSpan, const Vec3<double>& moment) const;
     bool IsTip(int point) const;
     bool IsUnbentStrut(const SpanResult& span) const;

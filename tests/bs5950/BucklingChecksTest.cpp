@@ -1,0 +1,359 @@
+#include <gtest/gtest.h>
+
+#include "Members.h"
+
+using namespace BS5950Test;
+
+namespace {
+
+std::vector<std::pair<double, double>> Ends(const std::vector<SpanResult>& spans)
+{
+    std::vector<std::pair<double, double>> ends;
+    for (const SpanResult& s : spans)
+        ends.emplace_back(s.start, s.end);
+    return ends;
+}
+using Stretch = std::pair<double, double>;
+
+Spec Column()
+{
+    Spec spec;
+    spec.section = L"UC 254x254x89";
+    spec.points = {{0.0, L"Pinned"}, {4.5, L"Pinned"}};
+    EndMoments(spec, 4.5, 0.0, 45e3, -1200e3, 0.0, 12e3);
+    return spec;
+}
+
+} // namespace
+
+// By hand with published properties (A 113 cm², rx 11.2 cm, ry 6.55 cm, Zx 1100 cm³, Zy 379 cm³, Sx 1220 cm³), py =
+// 265, λ0 = 17.48. x-x, curve b: λ = 40.2, pE = 1252, η = 0.0795, φ = 808.3, pc = 331780/(808.3 + 567.3) = 241.2,
+// Pcx = 2726. y-y, curve c: λ = 68.7, pE = 428.7, η = 0.2817, φ = 407.2, pc = 113600/(407.2 + 228.5) = 178.7, Pcy =
+// 2019. Fc/Pc = 1200/2019 = 0.594. mx = my = 0.6 (β = 0). 4.8.3.3.1: 0.594 + 0.6*45/291.5 + 0.6*12/100.4 = 0.594 +
+// 0.0926 + 0.0717 = 0.759.
+TEST(ColumnByHand, SimplifiedInteraction)
+{
+    Checked c(Column());
+    EXPECT_TRUE(c.Check());
+    EXPECT_NEAR(c.Entry(Rule::BucklingMajor).resistance, 2726e3, 0.01 * 2726e3);
+    EXPECT_NEAR(c.Entry(Rule::BucklingMinor).resistance, 2019e3, 0.01 * 2019e3);
+    ASSERT_EQ(c.member.Interactions().size(), 1u);
+    const InteractionResult& i = c.member.Interactions().front();
+    EXPECT_NEAR(c.Spans(BucklingMode::Major).front().m, 0.6, 1e-6);
+    EXPECT_NEAR(c.Spans(BucklingMode::Minor).front().m, 0.6, 1e-6);
+    EXPECT_NEAR(i.first, 0.759, 0.008);
+    EXPECT_STREQ(i.clause, L"4.8.3.3.1");
+    EXPECT_EQ(c.result.UtilBucklingCombined(), i.utilisation);
+}
+
+// The same column by 4.8.3.3.2, from the quantities above and Mcx = 324, Mcy = 1.2*265*0.379 = 120.5, fx = 0.440, fy =
+// 0.594: first = 0.440 + 0.6*45/324*(1 + 0.220) + 0.5*0.6*12/120.5 = 0.571; third = (0.0833*1.220)/(0.560) +
+// (0.0598*1.594)/0.406 = 0.1815 + 0.2346 = 0.416. second = 0.594 + 0.6*45/287 + 0.0598*1.594 = 0.783 (Mb = 287 with LE = 4.5 m), the
+// largest.
+TEST(ColumnByHand, MoreExactInteraction)
+{
+    Spec spec = Column();
+    spec.option = CSteelMemberBS5950::MORE_EXACT;
+    Checked c(spec);
+    EXPECT_TRUE(c.Check());
+    const InteractionResult& i = c.member.Interactions().front();
+    EXPECT_STREQ(i.clause, L"4.8.3.3.2");
+    EXPECT_NEAR(i.first, 0.571, 0.008);
+    EXPECT_NEAR(i.third, 0.416, 0.01);
+    EXPECT_NEAR(i.second, 0.783, 0.01);
+    EXPECT_EQ(i.utilisation, i.second);
+}
+
+// Table 22 from the restraints at the ends, and the sway rows with m at least 0.85.
+TEST(EffectiveLengths, OfStrutsFollowTheirEnds)
+{
+    Spec spec;
+    spec.section = L"UC 254x254x89";
+    EndMoments(spec, 6.0, 0.0, 10e3, -500e3);
+    const auto lengths = [&](const wchar_t* left, const wchar_t* right) {
+        spec.points = {{0.0, left}, {6.0, right}};
+        Checked c(spec);
+        c.Check();
+        return std::make_pair(c.Spans(BucklingMode::Major).front().LE, c.Spans(BucklingMode::Minor).front().LE);
+    };
+    EXPECT_EQ(lengths(L"Pinned", L"Pinned"), std::make_pair(6.0, 6.0));
+    EXPECT_EQ(lengths(L"Fixed", L"Fixed"), std::make_pair(0.7 * 6.0, 0.7 * 6.0));
+    EXPECT_EQ(lengths(L"Fixed", L"Pinned"), std::make_pair(0.85 * 6.0, 0.85 * 6.0));
+    EXPECT_EQ(lengths(L"Full rotational", L"Full rotational"), std::make_pair(0.7 * 6.0, 6.0));
+    EXPECT_EQ(lengths(L"Fixed", L"Free"), std::make_pair(2.0 * 6.0, 2.0 * 6.0));
+    EXPECT_EQ(lengths(L"Pinned", L"Free").first, INFINITY) << "a mechanism";
+    spec.points = {{0.0, L"Fixed"}, {6.0, L"Free"}};
+    Checked sway(spec);
+    sway.Check();
+    EXPECT_TRUE(sway.Spans(BucklingMode::Major).front().sway);
+    EXPECT_EQ(sway.Spans(BucklingMode::Major).front().m, 0.85);
+}
+
+TEST(EffectiveLengths, WithoutARowOfTable22FailInsteadOfPassing)
+{
+    Spec spec;
+    spec.points = {{0.0, L"Pinned"}, {6.0, L"Free"}};
+    EndMoments(spec, 6.0, 0.0, 0.0, -100e3);
+    Checked c(spec);
+    EXPECT_FALSE(c.Check());
+    EXPECT_TRUE(c.result.TestFlags(CMemberResult::FAIL_BUCKLE_AXIAL_MAJOR));
+    EXPECT_EQ(c.result.UtilBucklingAxialMajor(), INFINITY);
+    EXPECT_EQ(c.Entry(Rule::BucklingMajor).status, CheckStatus::Failed);
+    EXPECT_NE(std::wstring(c.Entry(Rule::BucklingMajor).reason), L"");
+}
+
+TEST(EffectiveLengths, AreOverriddenForTheWholeMemberAndBelowZeroByAFactorOfItsLength)
+{
+    Spec spec;
+    spec.points = {{0.0, L"Pinned"}, {3.0, L"Pinned"}, {6.0, L"Pinned"}};
+    EndMoments(spec, 6.0, 0.0, 50e3, -300e3);
+    Checked c(spec);
+    c.member.SetLengthOverride(true);
+    c.member.SetLyy(5.0);
+    c.member.SetLzz(-0.85);
+    c.member.SetLlt(-1.5);
+    c.Check();
+    ASSERT_EQ(c.member.Spans().size(), 3u);
+    EXPECT_EQ(c.member.Spans()[0].LE, 5.0);
+    EXPECT_DOUBLE_EQ(c.member.Spans()[1].LE, 5.1);
+    EXPECT_DOUBLE_EQ(c.member.Spans()[2].LE, 9.0);
+    const auto lengths = c.member.GetEffectiveLengths();
+    EXPECT_EQ(lengths.GetMajorAxisEntries().at(0).GetEffectiveLength(), 5.0);
+    EXPECT_DOUBLE_EQ(lengths.GetMinorAxisEntries().at(0).GetEffectiveLength(), 5.1);
+    EXPECT_DOUBLE_EQ(lengths.GetLateralTorsionalEntries().at(0).GetEffectiveLength(), 9.0);
+    EXPECT_EQ(lengths.GetLateralTorsionalEntries().at(0).GetSubspanEndIndex(), 1u);
+}
+
+// A deck on the top flange holds a sagging beam and leaves a hogging one to its bottom flange.
+TEST(LateralSpans, FollowTheCompressionFlange)
+{
+    Spec spec;
+    spec.points = {{0.0, L"Pinned"}, {2.0, L"Top flange lateral"}, {6.0, L"Pinned"}};
+    Uniform(spec, 6.0, 20e3);
+    {
+        Checked c(spec);
+        c.Check();
+        EXPECT_EQ(Ends(c.Spans(BucklingMode::LateralTorsional)), (std::vector<Stretch>{{0, 2}, {2, 6}}));
+    }
+    spec.along = L"Top flange lateral";
+    {
+        Checked c(spec);
+        c.Check();
+        EXPECT_EQ(Ends(c.Spans(BucklingMode::LateralTorsional)), (std::vector<Stretch>{{0, 6}}));
+        EXPECT_TRUE(c.Spans(BucklingMode::LateralTorsional).front().continuous);
+    }
+    spec.scale = -1.0; // uplift
+    {
+        Checked c(spec);
+        c.Check();
+        const auto spans = c.Spans(BucklingMode::LateralTorsional);
+        EXPECT_EQ(Ends(spans), (std::vector<Stretch>{{0, 6}}));
+        EXPECT_FALSE(spans.front().continuous);
+        EXPECT_EQ(spans.front().sense, Steel::CCodeShare::LT_COMP_FLANGE2);
+        EXPECT_EQ(spans.front().LE, 6.0);
+    }
+}
+
+// A span of one sub-span under uniform load has no moment at its ends: the moment inside it still compresses a flange.
+TEST(LateralSpans, SeeTheMomentInsideASingleSubSpan)
+{
+    Spec spec;
+    Uniform(spec, 6.0, 20e3);
+    const auto span = [&] {
+        Checked c(spec);
+        c.Check();
+        return c.Spans(BucklingMode::LateralTorsional).front();
+    };
+    EXPECT_EQ(span().sense, Steel::CCodeShare::LT_COMP_FLANGE1);
+    EXPECT_TRUE(span().applied);
+    spec.along = L"Bottom flange lateral";
+    EXPECT_FALSE(span().continuous) << "the restrained flange is in tension";
+    spec.along = L"Top flange lateral";
+    EXPECT_TRUE(span().continuous);
+    spec.scale = -1.0;
+    EXPECT_EQ(span().sense, Steel::CCodeShare::LT_COMP_FLANGE2);
+    EXPECT_TRUE(span().applied);
+}
+
+TEST(LateralSpans, EndWhereADeckEnds)
+{
+    Spec spec;
+    spec.points = {{0.0, L"Pinned"}, {4.0, L"Free"}, {6.0, L"Pinned"}};
+    spec.alongEach = {L"Top flange lateral", L"Free"};
+    Uniform(spec, 6.0, 20e3);
+    Checked c(spec);
+    c.Check();
+    const auto spans = c.Spans(BucklingMode::LateralTorsional);
+    EXPECT_EQ(Ends(spans), (std::vector<Stretch>{{0, 4}, {4, 6}}));
+    EXPECT_TRUE(spans[0].continuous);
+    EXPECT_EQ(spans[1].LE, 2.0) << "the edge of the deck holds the compression flange";
+    EXPECT_STREQ(spans[1].startReason, L"edge of a continuous restraint");
+}
+
+// Table 13: Pinned ends 1.0L, 1.2L destabilising; both flanges held against rotation on plan 0.7L; torsion held by
+// bearing only 1.2L + 2D; and nothing at all where a support gives no torsional restraint (nominal row refused).
+TEST(LateralLengths, FollowTable13)
+{
+    Spec spec;
+    Uniform(spec, 6.0, 5e3);
+    const auto length = [&](const wchar_t* ends, double height) {
+        spec.points = {{0.0, ends}, {6.0, ends}};
+        spec.loadHeight = height;
+        Checked c(spec);
+        c.Check();
+        return c.Spans(BucklingMode::LateralTorsional).front().LE;
+    };
+    const double D = 0.4534;
+    EXPECT_DOUBLE_EQ(length(L"Pinned", 0.0), 6.0);
+    EXPECT_DOUBLE_EQ(length(L"Pinned", 0.3), 7.2);
+    EXPECT_DOUBLE_EQ(length(L"Pinned", -0.3), 6.0) << "a load below the reference does not destabilise";
+    EXPECT_DOUBLE_EQ(length(L"Fixed", 0.0), 0.7 * 6.0);
+    EXPECT_DOUBLE_EQ(length(L"Fixed", 0.3), 0.85 * 6.0);
+    EXPECT_DOUBLE_EQ(length(L"F2L TP MAJV", 0.0), 6.0 + 2.0 * D);
+    EXPECT_DOUBLE_EQ(length(L"F1L TF MAJV", 0.0), 1.2 * 6.0 + 2.0 * D);
+    EXPECT_EQ(length(L"F1L MAJV", 0.0), INFINITY) << "nominal torsional restraint is not assumed at a support";
+}
+
+TEST(LateralLengths, WithoutARowFailAndSayWhy)
+{
+    Spec spec;
+    spec.points = {{0.0, L"F1L MAJV"}, {6.0, L"F1L MAJV"}};
+    Uniform(spec, 6.0, 5e3);
+    Checked c(spec);
+    EXPECT_FALSE(c.Check());
+    EXPECT_TRUE(c.result.TestFlags(CMemberResult::FAIL_BUCKLE_LAT_TORS));
+    EXPECT_EQ(c.Entry(Rule::LateralTorsional).status, CheckStatus::Failed);
+    EXPECT_EQ(c.Entry(Rule::LateralTorsional).utilisation, INFINITY);
+}
+
+// At an inner point the beam goes on, so that the row with nominal torsional restraint serves.
+TEST(LateralLengths, TakeTheNominalRowAtInnerPoints)
+{
+    Spec spec;
+    spec.points = {{0.0, L"Pinned"}, {3.0, L"Top flange lateral"}, {6.0, L"Pinned"}};
+    Uniform(spec, 6.0, 5e3);
+    Checked c(spec);
+    c.Check();
+    for (const SpanResult& s : c.Spans(BucklingMode::LateralTorsional))
+        EXPECT_EQ(s.LE, 3.0);
+}
+
+// Table 14: built in with a free tip 0.8L, 1.4L destabilising; mLT = 1.0 (4.3.6.6).
+TEST(LateralLengths, OfCantileversFollowTable14)
+{
+    for (const bool leftTip : {false, true}) {
+        Spec spec;
+        spec.points = {{0.0, leftTip ? L"Free" : L"Fixed"}, {3.0, leftTip ? L"Fixed" : L"Free"}};
+        const double P = 20e3;
+        spec.force = [=](double) { return Vector(0, 0, leftTip ? P : -P); };
+        spec.moment = [=](double x) { return Vector(0, P * (leftTip ? x : 3.0 - x), 0); };
+        Checked normal(spec);
+        normal.Check();
+        const SpanResult span = normal.Spans(BucklingMode::LateralTorsional).front();
+        EXPECT_TRUE(span.cantilever);
+        EXPECT_DOUBLE_EQ(span.LE, 0.8 * 3.0) << leftTip;
+        EXPECT_EQ(span.m, 1.0);
+        spec.loadHeight = 0.2;
+        Checked destabilised(spec);
+        destabilised.Check();
+        EXPECT_DOUBLE_EQ(destabilised.Spans(BucklingMode::LateralTorsional).front().LE, 1.4 * 3.0);
+    }
+}
+
+TEST(MomentFactors, ComeFromTheMomentShapeOrTheUserOrTheLoad)
+{
+    Spec spec;
+    Uniform(spec, 6.0, 5e3);
+    Checked uniform(spec);
+    uniform.Check();
+    const SpanResult u = uniform.Spans(BucklingMode::LateralTorsional).front();
+    EXPECT_EQ(u.momentX.pattern, LoadPattern::Uniform);
+    EXPECT_NEAR(u.m, 0.925, 1e-6) << "a parabola from one sub-span";
+    spec.loadHeight = 0.3;
+    Checked destabilised(spec);
+    destabilised.Check();
+    EXPECT_EQ(destabilised.Spans(BucklingMode::LateralTorsional).front().m, 1.0);
+    Checked given(spec);
+    given.member.SetEquivalentUniformMomentFactor(0.9);
+    given.Check();
+    EXPECT_EQ(given.Spans(BucklingMode::LateralTorsional).front().m, 0.9);
+    EXPECT_TRUE(given.Assumes(L"equivalent uniform moment factor"));
+}
+
+TEST(LoadPatterns, AreRecognised)
+{
+    const auto pattern = [](Spec spec) {
+        Checked c(spec);
+        c.Check();
+        return c.Spans(BucklingMode::LateralTorsional).front().momentX.pattern;
+    };
+    Spec spec;
+    EXPECT_EQ(pattern(spec), LoadPattern::None);
+    EndMoments(spec, 6.0, 0.0, 50e3);
+    EXPECT_EQ(pattern(spec), LoadPattern::EndMoments);
+    spec.points = {{0.0, L"Pinned"}, {3.0, L"Free"}, {6.0, L"Pinned"}};
+    spec.force = [](double x) { return Vector(0, 0, x < 3 ? -10e3 : 10e3); };
+    spec.moment = [](double x) { return Vector(0, -10e3 * std::min(x, 6 - x), 0); };
+    EXPECT_EQ(pattern(spec), LoadPattern::CentralPoint);
+    spec.points = {{0.0, L"Pinned"}, {2.0, L"Free"}, {6.0, L"Pinned"}};
+    spec.force = [](double x) { return Vector(0, 0, x < 2 ? -10e3 : 5e3); };
+    spec.moment = [](double x) { return Vector(0, x < 2 ? -10e3 * x : -5e3 * (6 - x), 0); };
+    EXPECT_EQ(pattern(spec), LoadPattern::PointLoads);
+}
+
+// 4.7.10.2 for an angle brace without moments, L 120x120x10, 3.2 m: λv = max(3.2/rv, 0.7*3.2/rv + 15, 0.7*3.2/ry + 30).
+TEST(AngleStruts, KeepTheLeastSlendernessOfTheirConnections)
+{
+    Spec spec;
+    spec.section = L"L 120x120x10";
+    spec.points = {{0.0, L"Pinned"}, {1.0, L"Pinned"}};
+    EndMoments(spec, 1.0, 0.0, 0.0, -100e3);
+    Checked c(spec);
+    EXPECT_TRUE(c.Check());
+    // rv = 2.36 cm, ry = 3.67 cm: LE/rv = 42.4; 0.7/rv + 15 = 44.7; 0.7/ry + 30 = 49.1.
+    EXPECT_NEAR(c.Spans(BucklingMode::Minor).front().slenderness, 49.1, 0.2);
+    EXPECT_EQ(c.Entry(Rule::StrutConnections).status, CheckStatus::Passed);
+    EXPECT_TRUE(c.Assumes(L"end connections of the strut"));
+}
+
+TEST(Ties, OfSingleAnglesCountAsEccentricallyConnected)
+{
+    Spec spec;
+    spec.section = L"L 100x100x10";
+    EndMoments(spec, 6.0, 0.0, 0.0, 300e3);
+    Checked c(spec);
+    EXPECT_TRUE(c.Check());
+    EXPECT_NEAR(c.Entry(Rule::EccentricConnection).resistance, 402.9e3, 0.2e3);
+    EXPECT_TRUE(c.Assumes(L"end connection of the tie"));
+    EXPECT_EQ(c.Entry(Rule::BucklingMinor).status, CheckStatus::NotApplicable);
+}
+
+// Biaxial bending without axial force is checked by 4.8.3.3 with Fc = 0 (4.9).
+TEST(Interaction, ConcernsMomentsAboutBothAxesWithoutCompression)
+{
+    Spec spec;
+    EndMoments(spec, 6.0, 50e3, 50e3, 0.0, 10e3, 10e3);
+    Checked c(spec);
+    c.Check();
+    ASSERT_EQ(c.member.Interactions().size(), 1u);
+    const SectionProperties& s = c.member.Properties();
+    EXPECT_NEAR(c.member.Interactions()[0].first, 50e3 / (275e6 * s.Zx) + 10e3 / (275e6 * s.Zy), 1e-9);
+}
+
+// Spans of the three modes have different ends: every combination with a common stretch is checked once.
+TEST(Interaction, PairsTheSpansThatOverlap)
+{
+    Spec spec;
+    spec.section = L"UC 254x254x89";
+    spec.points = {{0.0, L"Pinned"}, {2.0, L"F12L"}, {4.0, L"F1L"}, {6.0, L"Pinned"}};
+    EndMoments(spec, 6.0, -20e3, -40e3, -400e3);
+    Checked c(spec);
+    c.Check();
+    EXPECT_EQ(Ends(c.Spans(BucklingMode::Major)), (std::vector<Stretch>{{0, 6}}));
+    EXPECT_EQ(Ends(c.Spans(BucklingMode::Minor)), (std::vector<Stretch>{{0, 2}, {2, 6}}));
+    EXPECT_EQ(Ends(c.Spans(BucklingMode::LateralTorsional)), (std::vector<Stretch>{{0, 2}, {2, 4}, {4, 6}}));
+    std::vector<Stretch> common;
+    for (const InteractionResult& i : c.member.Interactions())
+        common.emplace_back(i.start, i.end);
+    EXPECT_EQ(common, (std::vector<Stretch>{{0, 2}, {2, 4}, {4, 6}}));
+}

@@ -1,0 +1,216 @@
+#include <gtest/gtest.h>
+
+#include <numbers>
+
+#include "Members.h"
+
+using namespace BS5950Test;
+
+namespace {
+
+Actions Bending(double Mx, double My = 0.0, double F = 0.0)
+{
+    Actions a;
+    a.Mx = Mx;
+    a.My = My;
+    a.F = F;
+    return a;
+}
+
+const ElementClass& ElementOf(const Classification& c, const std::wstring& name)
+{
+    for (int i = 0; i < c.count; ++i)
+        if (name == c.elements[static_cast<std::size_t>(i)].element) return c.elements[static_cast<std::size_t>(i)];
+    throw std::runtime_error("no such element");
+}
+
+void ExpectLimits(const ElementClass& e, double l1, double l2, double l3)
+{
+    EXPECT_NEAR(e.limit[0], l1, 1e-9 * l1);
+    EXPECT_NEAR(e.limit[1], l2, 1e-9 * l2);
+    EXPECT_NEAR(e.limit[2], l3, 1e-9 * l3);
+}
+
+} // namespace
+
+// Table 11, S275 (ε = 1): outstands of rolled and welded flanges, webs with the neutral axis at mid-depth.
+TEST(Table11, LimitsOfFlangesAndWebs)
+{
+    const SectionProperties rolled = PropertiesOf(L"UB 457x191x67", SEC_ROLLED);
+    const Classification r = Classify(rolled, SteelOf(L"S275", rolled), Bending(-1e3));
+    ExpectLimits(ElementOf(r, L"flange outstand"), 9, 10, 15);
+    ExpectLimits(ElementOf(r, L"web"), 80, 100, 120);
+    EXPECT_NEAR(ElementOf(r, L"flange outstand").ratio, 94.95 / 12.7, 1e-6);
+    EXPECT_NEAR(ElementOf(r, L"web").ratio, 407.6 / 8.5, 1e-6);
+
+    const SectionProperties welded = PropertiesOf(L"I 600x200x10x15", SEC_WELDED);
+    const Classification w = Classify(welded, SteelOf(L"S275", welded), Bending(-1e3));
+    ExpectLimits(ElementOf(w, L"flange outstand"), 8, 9, 13);
+    EXPECT_NEAR(ElementOf(w, L"flange outstand").ratio, 95.0 / 15.0, 1e-9);
+    EXPECT_NEAR(ElementOf(w, L"web").ratio, 57.0, 1e-9);
+}
+
+// UB 457x191x67 S275: d/t = 47.95, d t py = 952.8 kN, A py = 2351 kN. Class 2 from r1 = 80/47.95 - 1 = 0.668 (637
+// kN); class 3 from r1 = (100/47.95 - 1)/1.5 = 0.724 (690 kN); class 4 from r2 = (120/47.95 - 1)/2 = 0.751 (1767 kN).
+TEST(Table11, TheWebChangesClassAtTheForcesOfItsLimits)
+{
+    const SectionProperties s = PropertiesOf(L"UB 457x191x67");
+    const Material m = SteelOf(L"S275", s);
+    const auto classAt = [&](double kN) { return Classify(s, m, Bending(-50e3, 0.0, -kN * 1e3)).cls; };
+    EXPECT_EQ(classAt(630), 1);
+    EXPECT_EQ(classAt(645), 2);
+    EXPECT_EQ(classAt(685), 2);
+    EXPECT_EQ(classAt(695), 3);
+    EXPECT_EQ(classAt(1760), 3);
+    EXPECT_EQ(classAt(1775), 4);
+    EXPECT_EQ(classAt(-2000), 1) << "tension";
+}
+
+TEST(Classification, DoesNotJumpWhereAMomentVanishes)
+{
+    const SectionProperties s = PropertiesOf(L"UB 457x191x67");
+    const Material m = SteelOf(L"S275", s);
+    for (const double kN : {100.0, 650.0, 700.0, 1500.0, 2000.0})
+        EXPECT_EQ(Classify(s, m, Bending(0.0, 0.0, -kN * 1e3)).cls, Classify(s, m, Bending(-1.0, 0.0, -kN * 1e3)).cls)
+            << kN << " kN";
+}
+
+TEST(Classification, OfASectionInTensionThroughoutHasNoElements)
+{
+    const SectionProperties s = PropertiesOf(L"UB 457x191x67");
+    const Classification c = Classify(s, SteelOf(L"S275", s), Bending(-10e3, 0.0, 1000e3));
+    EXPECT_EQ(c.count, 0);
+    EXPECT_EQ(c.cls, 1);
+}
+
+// A T under sagging moment has its flange in compression and its stem in tension; hogging turns it round. T
+// 254x343x63 S275 (py 265): D/t = 338.9/11.7 = 29.0 beyond 18ε = 18.3.
+TEST(Classification, OfATeeDependsOnTheSignOfTheMoment)
+{
+    const SectionProperties s = PropertiesOf(L"T 254x343x63");
+    const Material m = SteelOf(L"S275", s);
+    EXPECT_EQ(Classify(s, m, Bending(-10e3)).cls, 1);
+    const Classification hogging = Classify(s, m, Bending(10e3));
+    EXPECT_EQ(hogging.cls, 4);
+    EXPECT_TRUE(hogging.webSlender);
+    // 3.6.5: (18ε/29.0)² of py, put into the modulus.
+    const double k = 18.0 * std::sqrt(275.0 / 265.0) / (338.9 / 11.7);
+    EXPECT_NEAR(hogging.Wx / s.Zx, k * k, 1e-3);
+}
+
+// Table 12, hot finished RHS 200x100x6.3 S275: d/t = 200/6.3 - 3 = 28.75, b/t = 100/6.3 - 3 = 12.87.
+TEST(Table12, LimitsOfRectangularHollowSections)
+{
+    const SectionProperties hot = PropertiesOf(L"RHS 200x100x6.3", SEC_ROLLED);
+    const Classification x = Classify(hot, SteelOf(L"S275", hot), Bending(-1e3));
+    const double d = 200 / 6.3 - 3, b = 100 / 6.3 - 3;
+    EXPECT_NEAR(ElementOf(x, L"flange (B side)").ratio, b, 1e-9);
+    EXPECT_NEAR(ElementOf(x, L"web (D side)").ratio, d, 1e-9);
+    ExpectLimits(ElementOf(x, L"flange (B side)"), 28, 32, 40);
+    ExpectLimits(ElementOf(x, L"web (D side)"), 64, 80, 120);
+    const Classification y = Classify(hot, SteelOf(L"S275", hot), Bending(0.0, 1e3));
+    ExpectLimits(ElementOf(y, L"flange (D side)"), 28, 32, 40);
+
+    const SectionProperties cold = PropertiesOf(L"CFRHS 200x100x6", SEC_FORMED);
+    const Classification f = Classify(cold, SteelOf(L"S275", cold), Bending(-1e3));
+    EXPECT_NEAR(ElementOf(f, L"flange (B side)").ratio, 100 / 6.0 - 5, 1e-9);
+    ExpectLimits(ElementOf(f, L"flange (B side)"), 26, 28, 35);
+    ExpectLimits(ElementOf(f, L"web (D side)"), 56, 70, 105);
+}
+
+// Hot finished, under compression of F: r1 = F/(2 d t py), 64ε/(1 + 0.6 r1), 80ε/(1 + r1), 120ε/(1 + 2 r2), at least
+// 40ε.
+TEST(Table12, WebsOfHollowSectionsUnderCompression)
+{
+    const SectionProperties s = PropertiesOf(L"RHS 200x100x6.3", SEC_ROLLED);
+    const Material m = SteelOf(L"S275", s);
+    const double F = 300e3;
+    const double r1 = F / (2.0 * s.d * s.t * m.py);
+    const double r2 = F / (s.A * m.py);
+    const Classification c = Classify(s, m, Bending(-1e3, 0.0, -F));
+    ExpectLimits(ElementOf(c, L"web (D side)"), 64 / (1 + 0.6 * r1), 80 / (1 + r1), 120 / (1 + 2 * r2));
+}
+
+// Table 12, CHS with S275: 40, 50 and 140 in bending, 80 in compression. TUBE 500x8: D/t = 62.5.
+TEST(Table12, CircularHollowSections)
+{
+    const SectionProperties s = PropertiesOf(L"TUBE 500x8", SEC_ROLLED);
+    const Material m = SteelOf(L"S275", s);
+    const Classification bent = Classify(s, m, Bending(-1e3));
+    ExpectLimits(ElementOf(bent, L"wall, bending"), 40, 50, 140);
+    EXPECT_EQ(bent.cls, 3);
+    // 3.5.6.4: 1.485((140/62.5)^0.5 - 1) = 0.7376 of S - Z.
+    EXPECT_NEAR((bent.Wx - s.Zx) / (s.Sx - s.Zx), 1.485 * (std::sqrt(140 / 62.5) - 1), 1e-9);
+    const SectionProperties thin = PropertiesOf(L"TUBE 500x5", SEC_ROLLED);
+    const Classification squashed = Classify(thin, SteelOf(L"S275", thin), Bending(0.0, 0.0, -100e3));
+    EXPECT_EQ(squashed.cls, 4);
+    // 3.6.6: Aeff = A (80/(D/t))^0.5 with D/t = 100.
+    EXPECT_NEAR(squashed.Aeff / thin.A, std::sqrt(0.8), 1e-9);
+}
+
+// Table 11, single angle in compression: b/t and d/t to 15ε, (b+d)/t to 24ε. L 120x120x10 has 12 and 24.
+TEST(Table11, AnglesInCompression)
+{
+    const SectionProperties s = PropertiesOf(L"L 120x120x10");
+    const Classification c = Classify(s, SteelOf(L"S275", s), Bending(0.0, 0.0, -50e3));
+    EXPECT_EQ(c.cls, 3);
+    EXPECT_NEAR(ElementOf(c, L"both legs").ratio, 24.0, 1e-9);
+    const Classification high = Classify(s, SteelOf(L"S355", s), Bending(0.0, 0.0, -50e3));
+    EXPECT_EQ(high.cls, 4);
+    // 3.6.4: 12ε/(b/t) for equal legs.
+    EXPECT_NEAR(high.Aeff / s.A, std::sqrt(275.0 / 355.0), 1e-9);
+}
+
+// 3.6.2.2: of a web in uniform compression 40 ε t is kept. UB 457x191x67 S275: A less (407.6 - 340) * 8.5 mm².
+TEST(SlenderSections, LoseTheMiddleOfTheirWebInCompression)
+{
+    const SectionProperties s = PropertiesOf(L"UB 457x191x67");
+    const Classification c = Classify(s, SteelOf(L"S275", s), Bending(0.0, 0.0, -2200e3));
+    EXPECT_EQ(c.cls, 4);
+    EXPECT_NEAR((s.A - c.Aeff) * 1e6, (407.6 - 340.0) * 8.5, 0.01);
+    EXPECT_TRUE(c.webSlender);
+    EXPECT_FALSE(c.flangeSlender);
+}
+
+// 3.5.5 b: r1 of unequal flanges has the difference of the flange forces. Upside down, with the moment turned too,
+// nothing changes.
+TEST(UnequalFlanges, MirrorWithTheMoment)
+{
+    const SectionProperties up = PropertiesOf(L"GI 600x300x200x12x20x15", SEC_WELDED);
+    const SectionProperties down = PropertiesOf(L"GI 600x200x300x12x15x20", SEC_WELDED);
+    const Material m = SteelOf(L"S355", up);
+    for (const double F : {0.0, -200e3, -900e3})
+        for (const double M : {-100e3, 100e3}) {
+            const Classification a = Classify(up, m, Bending(M, 0.0, F));
+            const Classification b = Classify(down, m, Bending(-M, 0.0, F));
+            EXPECT_EQ(a.cls, b.cls) << F << " " << M;
+            EXPECT_NEAR(a.r1, b.r1, 1e-9);
+            EXPECT_NEAR(a.r2, b.r2, 1e-9);
+        }
+    const double py = m.py;
+    const Classification c = Classify(up, m, Bending(-100e3));
+    EXPECT_NEAR(c.r1, (200 * 15 - 300 * 20) * 1e-6 * py / (565e-3 * 12e-3 * py), 1e-9);
+}
+
+// At the limit of class 2 the effective plastic modulus is the plastic one, at the limit of class 3 the elastic one.
+TEST(SemiCompact, ModulusRunsFromPlasticToElastic)
+{
+    double before = 0.0;
+    for (int i = 0; i <= 100; ++i) {
+        // Flange 200 mm wide, T from b/T = 10 to 15 downwards.
+        const double T = 100.0 / (10.0 + 0.05 * i);
+        CString text;
+        text.Format(L"I 400x200x20x%.9f", T);
+        const SectionProperties s = PropertiesOf(text.GetString(), SEC_ROLLED);
+        Material m;
+        m.py = 275e6;
+        const Classification c = Classify(s, m, Bending(-1e3));
+        const double share = (c.Wx - s.Zx) / (s.Sx - s.Zx);
+        const double expected = (15.0 / (10.0 + 0.05 * i) - 1.0) / 0.5;
+        EXPECT_NEAR(share, std::min(1.0, expected), 1e-6) << T;
+        if (i > 0) {
+            EXPECT_LE(share, before + 1e-9);
+        }
+        before = share;
+    }
+}

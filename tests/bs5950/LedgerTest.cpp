@@ -1,0 +1,272 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <fstream>
+#include <set>
+#include <sstream>
+
+#include "Members.h"
+
+using namespace BS5950Test;
+
+namespace {
+
+CString ReadExample(const std::string& name)
+{
+    std::ifstream in(std::string(KELTRIX_EXAMPLES_DIR) + "/" + name + ".csv");
+    if (!in) throw std::runtime_error("no example " + name);
+    std::stringstream text;
+    text << in.rdbuf();
+    return CString::FromUtf8(text.str()).value();
+}
+
+struct Example {
+    const char* name;
+    Rule governing;
+};
+
+constexpr Example EXAMPLES[] = {
+    {"floor_beam", Rule::MomentMajor},      {"continuous_beam", Rule::MomentMajor},
+    {"crane_beam", Rule::LateralTorsional}, {"cantilever", Rule::LateralTorsional},
+    {"column", Rule::BucklingInteraction},  {"tie", Rule::Tension},
+    {"angle_brace", Rule::BucklingMinor},   {"hollow_strut", Rule::BucklingInteraction},
+};
+
+void ExpectComplete(const Ledger& ledger, const std::string& what)
+{
+    std::set<Rule> rules;
+    int governing = 0;
+    double largest = 0.0;
+    for (const LedgerEntry& e : ledger.Entries()) {
+        rules.insert(e.rule);
+        governing += e.governing ? 1 : 0;
+        largest = std::max(largest, e.utilisation);
+        EXPECT_NE(std::wstring(e.clause), L"") << what;
+        if (e.status == CheckStatus::NotApplicable || e.status == CheckStatus::NotEvaluated) {
+            EXPECT_NE(std::wstring(e.reason), L"") << what << ": " << *CString(RuleName(e.rule)).ToUtf8();
+        }
+        if (e.status == CheckStatus::Failed) {
+            EXPECT_TRUE(e.utilisation >= 1.0) << what << ": " << *CString(RuleName(e.rule)).ToUtf8();
+        }
+    }
+    for (int i = 0; i < static_cast<int>(Rule::COUNT); ++i)
+        EXPECT_TRUE(rules.count(static_cast<Rule>(i)) == 1)
+            << what << " has no entry of " << *CString(RuleName(static_cast<Rule>(i))).ToUtf8();
+    EXPECT_EQ(governing, largest > 0.0 ? 1 : 0) << what;
+    if (ledger.Governing()) {
+        EXPECT_EQ(ledger.Governing()->utilisation, largest) << what;
+    }
+}
+
+} // namespace
+
+TEST(Examples, PassAndAreGovernedByWhatTheyShow)
+{
+    for (const Example& example : EXAMPLES) {
+        CSteelMemberBS5950 member;
+        CMemberResult result;
+        member.SetResult(&result);
+        CSteelGrade grade;
+        ASSERT_TRUE(member.CSVInputData(ReadExample(example.name), grade)) << example.name;
+        ASSERT_TRUE(member.SetGrade(grade)) << example.name;
+        EXPECT_TRUE(member.Check()) << example.name;
+        EXPECT_FALSE(result.HasFailed()) << example.name;
+        EXPECT_GT(result.UtilOverAll(), 0.5) << example.name;
+        ASSERT_NE(member.Checks().Governing(), nullptr) << example.name;
+        EXPECT_EQ(RuleName(member.Checks().Governing()->rule), RuleName(example.governing)) << example.name;
+        ExpectComplete(member.Checks(), example.name);
+        EXPECT_EQ(result.UtilOverAll(), member.Checks().Governing()->utilisation) << example.name;
+    }
+}
+
+TEST(LedgerOfChecks, HasEveryRuleWhateverTheActions)
+{
+    for (const wchar_t* section :
+         {L"UB 457x191x67", L"L 150x75x10", L"CHS 168.3x5", L"RHS 200x100x6.3", L"PFC 200x90x30", L"T 254x343x63"})
+        for (const double F : {0.0, -50e3, 50e3})
+            for (const double M : {0.0, -10e3, 10e3})
+                for (const double My : {0.0, 2e3}) {
+                    Spec spec;
+                    spec.section = section;
+                    EndMoments(spec, 6.0, M, 0.0, F, My, 0.0);
+                    Checked c(spec);
+                    const bool passed = c.Check();
+                    ExpectComplete(c.member.Checks(), *CString(section).ToUtf8());
+                    EXPECT_EQ(passed, !c.result.HasFailed()) << *CString(section).ToUtf8();
+                    EXPECT_EQ(passed, !c.member.Checks().HasFailed());
+                }
+}
+
+TEST(LedgerOfChecks, AgreesWithTheResultRecord)
+{
+    Spec spec;
+    Uniform(spec, 6.0, 100e3, -300e3);
+    Checked c(spec);
+    EXPECT_FALSE(c.Check());
+    EXPECT_TRUE(c.result.TestFlags(CMemberResult::FAIL_LOCAL | CMemberResult::FAIL_BUCKLE));
+    EXPECT_EQ(c.Entry(Rule::MomentMajor).utilisation, c.result.MaxUtilLocalMomMajor(nullptr));
+    EXPECT_EQ(c.Entry(Rule::BucklingMinor).utilisation, c.result.UtilBucklingAxialMinor());
+    EXPECT_EQ(c.Entry(Rule::LateralTorsional).utilisation, c.result.UtilBucklingLT());
+    EXPECT_EQ(c.Entry(Rule::MomentMajor).status, CheckStatus::Failed);
+}
+
+TEST(Refusals, GiveEveryRuleAnEntryAndSayWhy)
+{
+    const auto expectRefused = [](CSteelMemberBS5950& member, const wchar_t* why) {
+        CMemberResult result;
+        member.SetResult(&result);
+        EXPECT_FALSE(member.Check());
+        EXPECT_TRUE(result.TestFlags(CMemberResult::NOT_CHECKED)) << *CString(why).ToUtf8();
+        ExpectComplete(member.Checks(), *CString(why).ToUtf8());
+        for (const LedgerEntry& e : member.Checks().Entries())
+            EXPECT_EQ(e.status, CheckStatus::NotEvaluated);
+        EXPECT_GE(result.GetVerbose().Find(why), 0) << *CString(why).ToUtf8();
+        EXPECT_EQ(member.SectionClass(), 0);
+    };
+    CSteelMemberBS5950 empty;
+    expectRefused(empty, L"no section");
+
+    CSteelMemberBS5950 gradeless;
+    ASSERT_TRUE(gradeless.SetKeltrixSec(CSection(L"UB 457x191x67")));
+    expectRefused(gradeless, L"no steel grade");
+
+    CSteelMemberBS5950 thick;
+    ASSERT_TRUE(thick.SetKeltrixSec(CSection(L"UC 356x406x1299")));
+    ASSERT_TRUE(thick.SetGrade(GradeNamed(L"S460")));
+    expectRefused(thick, L"outside Table 9");
+
+    CSteelMemberBS5950 pointless;
+    ASSERT_TRUE(pointless.SetKeltrixSec(CSection(L"UB 457x191x67")));
+    ASSERT_TRUE(pointless.SetGrade(GradeNamed(L"S275")));
+    expectRefused(pointless, L"do not fit together");
+}
+
+TEST(Refusals, OfSectionsAndGradesAreAnsweredAtOnce)
+{
+    CSteelMemberBS5950 member;
+    EXPECT_FALSE(member.SetKeltrixSec(CSection(L"no such section")));
+    EXPECT_FALSE(member.SetKeltrixSec(CSection()));
+    EXPECT_TRUE(member.SetKeltrixSec(CSection(L"UB 457x191x67")));
+    EXPECT_FALSE(member.SetKeltrixSec(CSection(L"no such section")));
+    EXPECT_EQ(member.GetKeltrixSec().Component(0).Description(true), L"UB 457x191x67") << "the section before stays";
+    EXPECT_FALSE(member.SetGrade(GradeNamed(L"S235")));
+    EXPECT_FALSE(member.SetGrade(CSteelGrade(L"User_defined", 0, 0, 0, 1)));
+    EXPECT_TRUE(member.SetGrade(CSteelGrade(L"User_defined", 300e6, 0, 0, 1)));
+    EXPECT_EQ(member.DesignStrength(), 300e6);
+    EXPECT_THROW(member.SetMomentAmplificationFactorStrongAxis(1.1), Steel::unsupported_design_code_error);
+}
+
+TEST(Refusals, OfNotANumberForces)
+{
+    Spec spec;
+    spec.force = [](double) { return Vector(std::nan(""), 0, 0); };
+    Checked c(spec);
+    EXPECT_FALSE(c.Check());
+    EXPECT_TRUE(c.result.TestFlags(CMemberResult::NOT_CHECKED));
+}
+
+TEST(Assumptions, AreNamed)
+{
+    Spec spec;
+    Uniform(spec, 6.0, 5e3);
+    spec.plasElas = 0.0;
+    Checked defaulted(spec);
+    defaulted.Check();
+    EXPECT_TRUE(defaulted.Assumes(L"plastic to elastic limit"));
+    EXPECT_NE(defaulted.Verbose().find("plastic to elastic limit"), std::string::npos);
+    spec.plasElas = 1.2;
+    Checked given(spec);
+    given.Check();
+    EXPECT_TRUE(given.member.Assumptions().empty());
+    spec.section = L"PFC 200x90x30";
+    Checked channel(spec);
+    channel.Check();
+    EXPECT_TRUE(channel.Assumes(L"line of loading"));
+}
+
+TEST(DesignOptions, HaveNamesAndTwoKinds)
+{
+    CSteelMemberBS5950 member;
+    EXPECT_EQ(member.NumDesOpt(), 2);
+    EXPECT_EQ(member.DesOpt(), CSteelMemberBS5950::SIMPLIFIED);
+    EXPECT_EQ(member.DesOptName(1), L"BS 5950-1:2000");
+    EXPECT_EQ(member.DesOptName(2), L"BS 5950-1:2000 (more exact interaction)");
+}
+
+// The report has the formula, the numbers with units, the result and the clause, and says why spans begin and end.
+TEST(Report, CanBeFollowedWithTheStandardOnTheDesk)
+{
+    CSteelMemberBS5950 member;
+    CMemberResult result;
+    member.SetResult(&result);
+    CSteelGrade grade;
+    ASSERT_TRUE(member.CSVInputData(ReadExample("floor_beam"), grade));
+    member.SetGrade(grade);
+    member.Check();
+    const std::string text = *result.GetVerbose().ToUtf8();
+    for (const char* part :
+         {"<h4>Design Code:</h4>", "BS 5950-1:2000", "py = 275 N/mm²", "<i>cl. 4.2.3</i>", "<i>Table 11</i>",
+          "<i>cl. 4.2.5</i>", "Mx/Mcx = 354 kNm/404.53 kNm", "<i>BS5950-1:2000 Table 13 and clause 4.3.5.2</i>",
+          "λLT = u v λ βW^0.5", "<i>Table 18</i>", "load pattern: uniform load", "starts at point 3",
+          "compression flange held laterally", "<h4>Ledger of checks:</h4>", "(governs)", "<h4>Assumptions:</h4>"})
+        EXPECT_NE(text.find(part), std::string::npos) << part;
+    const std::string brief = *result.GetBrief().ToUtf8();
+    EXPECT_NE(brief.find("Position 4: zero shear"), std::string::npos) << "the critical position";
+    EXPECT_EQ(brief.find("Position 6"), std::string::npos);
+}
+
+TEST(Report, IsNotBuiltWithoutTextAndTheFindingsAreTheSame)
+{
+    Spec spec;
+    spec.points.clear();
+    for (int i = 0; i <= 12; ++i)
+        spec.points.emplace_back(0.5 * i, i % 12 == 0 ? L"Pinned" : L"Free");
+    Uniform(spec, 6.0, 20e3, -200e3);
+    Checked silent(spec, false), written(spec, true);
+    EXPECT_EQ(silent.Check(), written.Check());
+    EXPECT_EQ(silent.result.UtilOverAll(), written.result.UtilOverAll());
+    EXPECT_EQ(silent.result.GetFlags(), written.result.GetFlags());
+    EXPECT_EQ(silent.Verbose().find("Moment"), std::string::npos);
+
+    const auto best = [&](bool text) {
+        double least = 1e9;
+        for (int i = 0; i < 20; ++i) {
+            Checked c(spec, text);
+            const auto start = std::chrono::steady_clock::now();
+            c.Check();
+            least = std::min(least, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+        }
+        return least;
+    };
+    const double without = best(false);
+    const double with = best(true);
+    EXPECT_LT(without, with / 3.0) << "without text " << without * 1e6 << " µs, with " << with * 1e6 << " µs";
+}
+
+TEST(WithoutAResult, TheCheckRunsJustTheSame)
+{
+    Spec spec;
+    Uniform(spec, 6.0, 20e3, -200e3);
+    Checked c(spec);
+    const bool passed = c.Check();
+    std::unique_ptr<CSteelMemberBS5950> alone(c.member.Clone());
+    EXPECT_EQ(alone->Check(), passed);
+    EXPECT_EQ(alone->Checks().Governing()->utilisation, c.result.UtilOverAll());
+    EXPECT_EQ(alone->SectionClass(), c.member.SectionClass());
+}
+
+TEST(SectionObject, DropsWhatFollowedFromOldActions)
+{
+    CSectionBS5950 section;
+    EXPECT_EQ(section.SectionClass(), 0);
+    ASSERT_TRUE(section.SetKeltrixSec(CSection(L"UB 457x191x67"), nullptr));
+    section.SetSteelDesignProp(GradeNamed(L"S275"));
+    section.SetMemberMoments({0, -50e3, 0});
+    EXPECT_EQ(section.SectionClass(), 1);
+    section.SetMemberForces({-1780e3, 0, 0});
+    EXPECT_EQ(section.SectionClass(), 4);
+    section.SetGrade(GradeNamed(L"S355"));
+    EXPECT_EQ(section.Steel().py, 355e6);
+    const std::unique_ptr<CSectionBS5950> copy(section.Clone());
+    EXPECT_EQ(copy->Area(), section.Area());
+}
