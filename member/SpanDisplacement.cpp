@@ -70,7 +70,8 @@ public:
         m_subSpans(subSpans), m_moment(moment), m_EI(EI), m_first(span.GetCSSIndexLeft()),
         m_end(span.GetCMPIndexRight()), m_next(m_first), m_left(span.PosLeft()), m_length(span.Length())
     {
-        m_sum = DirectSum(m_end, m_length);
+        for (int i = m_first; i < m_end; ++i)
+            m_sum += Diagram(i).FirstMomentAbout(m_length);
     }
 
     bool AtEnd() const { return m_next >= m_end; }
@@ -85,10 +86,7 @@ public:
         }
         ++m_next;
         const double a = Position() - m_left;
-        double sumToHere = a * m_area - m_firstMoment;
-        // Infinite areas (a stiffness of zero) do not survive being carried along: infinity less infinity.
-        if (!std::isfinite(sumToHere) && !std::isnan(m_sum)) sumToHere = DirectSum(m_next, a);
-        return m_sum / m_length * a - sumToHere;
+        return m_sum / m_length * a - (a * m_area - m_firstMoment);
     }
 
     /// Position of the point that Next answered last.
@@ -102,15 +100,6 @@ private:
         const double x1 = m_points[k + 1].GetPos();
         return {m_moment.At(m_subSpans[k].GetMomentsLeft(), x0), m_moment.At(m_subSpans[k].GetMomentsRight(), x1), x0,
                 x1 - x0, m_EI};
-    }
-
-    /// First moment of the diagram of the sub-spans before `end` about the point at distance `reach`.
-    double DirectSum(int end, double reach) const
-    {
-        double sum = 0.0;
-        for (int i = m_first; i < end; ++i)
-            sum += Diagram(i).FirstMomentAbout(reach);
-        return sum;
     }
 
     const std::vector<CMemberPoint>& m_points;

@@ -83,10 +83,9 @@ void AppendFlanges(CString& code, unsigned int flag)
         if (flange1.Any()) flange1.AppendTo(code, L"F12");
         return;
     }
-    if (flange1.Any()) flange1.AppendTo(code, L"F1");
-    if (flange2.Any()) flange2.AppendTo(code, L"F2");
-    if (comp.Any()) comp.AppendTo(code, L"FC");
-    if (tens.Any()) tens.AppendTo(code, L"FT");
+    const FlangeMarks* const marks[] = {&flange1, &flange2, &comp, &tens};
+    for (std::size_t i = 0; i < FLANGE_GROUPS.size(); ++i)
+        if (marks[i]->Any()) marks[i]->AppendTo(code, FLANGE_GROUPS[i].prefix);
 }
 
 /// "MAJ" or "MIN" with R for full rotation or else P for part rotation, and V for shear.

@@ -241,11 +241,13 @@ public:
     bool IsLoadedWithUDL() const;
 
     // Deflection from the chord of the span, m, by the moment-area method with moments linear along each sub-span: XX
-    // bends about the minor axis moment Mzz, YY by Myy. modulus x inertia is the stiffness EI, N·m². 0.0 for a span
-    // of one sub-span or none. Lever arms use positions from the member's start, so results are right only for spans
-    // that start at position 0; and where the moment changes sign within a sub-span, or is zero at its left end, the
-    // second triangle's centroid is taken too far left or right. Both are kept for compatibility. A sub-span with no
-    // moment at either end makes the result not-a-number.
+    // by the minor-axis moment Mzz, YY by the major-axis moment Myy. modulus x inertia is the stiffness EI, N·m². 0.0
+    // for a span of one sub-span or none.
+    // Kept for compatibility: lever arms use positions from the member's start, so results are those of mechanics only
+    // for spans that start at position 0; and in a sub-span whose moments are not of one sign at both ends the second
+    // triangle's centroid is placed by the length of the first, which is exact only where both have the same length or
+    // the second has none. A sub-span with no moment at either end makes the result not-a-number, as does a stiffness
+    // of zero.
 
     /// Largest deflection over the span's points. After a not-a-number candidate the next one replaces it.
     double MaxDispXX(double modulus, double inertia) const;

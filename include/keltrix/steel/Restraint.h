@@ -153,8 +153,10 @@ public:
     /// The report's list of what is held, one tab-led line each, in mark-up, then a line on the load height. With or
     /// without `consistent` the list is that of the closure, as is required; only the raw bits decide on "none".
     CString GetString(const CDesFormat& fmt, bool consistent = false) const;
-    /// The short code: a preset name ("Pinned"), "Fixed", "Free", or a code such as "F1L F2W TR MAJRV". SetDescription
-    /// reads it back to the same closure. With `consistent`, the code of the closure.
+    /// The short code: a preset name ("Pinned"), "Fixed", "Free", or a code such as "F1L F2W TR MAJRV". With
+    /// `consistent`, the code of the closure. SetDescription reads it back to the same closure, except for sets that
+    /// pair a named flange with the compression or the tension flange: their code names both flanges or none (kept for
+    /// compatibility with written files). A restraint whose closure was made with a moment is such a set.
     CString Description(bool consistent = false) const;
     /// Description with underscores shown as blanks.
     CString UserDescription(bool consistent = false) const;
