@@ -142,6 +142,7 @@ TEST(Table13TwoEnds, RecordsAreLeftAsTheMergeOfTwoScratchRecordsLeavesThem)
         const int positions = Pick(random, 1, 4);
         CMemberResult result = RandomResult(random, positions);
         CMemberResult expectedResult = result;
+        int resized = positions;
         // Several calls on the same record, so that the effects of one are the start of the next.
         for (int call = Pick(random, 1, 4); call > 0; --call) {
             const CRestraint end1 = RandomRestraint(random);
@@ -173,8 +174,9 @@ TEST(Table13TwoEnds, RecordsAreLeftAsTheMergeOfTwoScratchRecordsLeavesThem)
                 expectedResult.ClearStrings();
                 break;
             case 2:
-                result.IniDynaArray(positions + 1);
-                expectedResult.IniDynaArray(positions + 1);
+                resized = positions + Pick(random, 0, 8);
+                result.IniDynaArray(resized);
+                expectedResult.IniDynaArray(resized);
                 break;
             case 3:
                 result.EnableText(true);
@@ -205,4 +207,19 @@ TEST(Table13TwoEnds, ARecordWithoutPositionsAndTextIsMergedToo)
     EXPECT_EQ(Record(result), Record(expected));
     EXPECT_EQ(Texts(result), std::vector<std::string>{""});
     EXPECT_EQ(result.GetFlags(), 0x127);
+}
+
+TEST(Table13TwoEnds, WithTextDisabledWhateverTheEntriesHoldIsReplacedByNotes)
+{
+    const std::string note = "Verbose results not stored\n";
+    CMemberResult result;
+    result.EnableText(false);
+    BothEnds(&result, nominal, nominal);
+    EXPECT_EQ(Texts(result), (std::vector<std::string>{"", note, note}));
+    result.IniDynaArray(5); // two empty entries
+    BothEnds(&result, nominal, nominal);
+    EXPECT_EQ(Texts(result), (std::vector<std::string>{"", note, note, note, note, note}));
+    ResultAccess::ReallyAddVerbose(result, L"a text in spite of the switch");
+    BothEnds(&result, nominal, nominal);
+    EXPECT_EQ(Texts(result), (std::vector<std::string>{"", note, note, note, note, note, note}));
 }

@@ -271,6 +271,13 @@ TEST(MemberFileShearLag, WhateverLineStandsInItsPlaceIsLost)
     AmplifiedReading refused(lost);
     ExpectSetUpTo(refused, gradeRead, "overrides lost");
 
+    // Where another line of overrides follows, the first one is lost without a word.
+    lost.InsertBefore("EQUIVALENT_UNIFORM_MOMENT_FACTOR", "EFFECTIVE_LENGTH_OVERRIDES,NO");
+    AmplifiedReading second(lost);
+    EXPECT_TRUE(second.done);
+    EXPECT_FALSE(second.member.LengthOverride());
+    EXPECT_EQ(second.member.Lyy(), 7.0);
+
     // The lost line may be a caption, and one more is skipped behind it.
     FileText twoCaptions;
     twoCaptions.Line("SHEAR_LAG_FACTOR") = "HEADINGS,first";
