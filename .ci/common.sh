@@ -69,6 +69,15 @@ lock() {
 }
 unlock() { exec 9>&-; }
 
+# Tests that prove independence of the locale need one that writes a comma where C writes a point: it is made in build/.
+comma_locale() {
+    if [[ ! -d $builds/locales/de_DE.UTF-8 ]] && command -v localedef >/dev/null 2>&1; then
+        mkdir -p "$builds/locales"
+        localedef -i de_DE -f UTF-8 "$builds/locales/de_DE.UTF-8" || true
+    fi
+    [[ ! -d $builds/locales/de_DE.UTF-8 ]] || export LOCPATH="$builds/locales"
+}
+
 # ccache, where it is at hand and can write somewhere, makes rebuilding cheap.
 if command -v ccache >/dev/null 2>&1; then
     export CMAKE_CXX_COMPILER_LAUNCHER=ccache

@@ -71,7 +71,7 @@ Document ReadDocument(const fs::path& path)
     return document;
 }
 
-std::string Run(const std::string& command)
+std::string OutputOf(const std::string& command)
 {
     const std::string line = "cd '" + SOURCE_DIR.string() + "' && ksteel() { '" KELTRIX_KSTEEL "' \"$@\"; } && " +
                              "host_example() { '" KELTRIX_EXAMPLES_DIR "/host_example' \"$@\"; } && " +
@@ -106,7 +106,7 @@ TEST(Docs, EveryCommandPrintsWhatTheDocumentsSay)
             if (text == "./test" || text == "./run") continue; // set up a machine; the gates run them
             if (text.rfind("./run ", 0) == 0) text = "ksteel " + text.substr(6);
             ++commands;
-            EXPECT_EQ(Run(text), command.expected)
+            EXPECT_EQ(OutputOf(text), command.expected)
                 << path.filename().string() << ":" << command.line << ": " << command.text;
         }
     }

@@ -789,18 +789,18 @@ TEST(SpanLoadPattern, RandomSpansFullOfTiesAgreeWithTheRulesSpeltOut)
         Layout layout(positions);
         // Mostly carried on from one end to the next, with now and then a jump.
         const bool steady = run % 3 != 0;
-        Vector force(pick(forces), pick(forces), pick(forces));
+        Vector force{pick(forces), pick(forces), pick(forces)}; // braces: drawn in this order by every compiler
         double moment = pick(moments);
         const double slope = pick({0.0, 0.0, 10.0, -50.0});
         for (std::size_t i = 0; i < layout.subSpans.size(); ++i) {
             const auto nudge = [&](double value, int oneIn) {
                 return random() % static_cast<unsigned>(oneIn) ? value : value + pick(nudges);
             };
-            if (!steady) force = Vector(nudge(force.x, 6), nudge(force.y, 4), nudge(force.z, 3));
+            if (!steady) force = Vector{nudge(force.x, 6), nudge(force.y, 4), nudge(force.z, 3)};
             const Vector left = force;
             const double length = positions[i + 1] - positions[i];
             force.z += slope * length;
-            if (random() % 8 == 0) force = Vector(nudge(force.x, 2), nudge(force.y, 2), nudge(force.z, 2));
+            if (random() % 8 == 0) force = Vector{nudge(force.x, 2), nudge(force.y, 2), nudge(force.z, 2)};
             const double momentLeft = moment;
             moment = random() % 3 ? moment + 0.5 * (left.z + force.z) * length : pick(moments);
             layout.subSpans[i].SetForcesAll(left, force);
@@ -823,8 +823,8 @@ TEST(SpanLoadPattern, RandomSpansFullOfTiesAgreeWithTheRulesSpeltOut)
         }
     }
     for (std::size_t i = 0; i < counts.size(); ++i) {
-        EXPECT_GT(counts[i][0], 100) << Operations()[i].name << " is never false";
-        EXPECT_GT(counts[i][1], 100) << Operations()[i].name << " is never true";
+        EXPECT_GT(counts[i][0], 50) << Operations()[i].name << " is never false";
+        EXPECT_GT(counts[i][1], 50) << Operations()[i].name << " is never true";
     }
 }
 
