@@ -8,7 +8,6 @@
 #include <memory>
 #include <stdexcept>
 #include <type_traits>
-#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -191,7 +190,7 @@ TEST(SteelMember, MovingIsCopying)
     member.SetMemberPointVec({Point(1, 0.0), Point(2, 5.0)});
     member.SetResult(&result);
     const ConcreteMember& source = member;
-    ConcreteMember moved(std::move(member));
+    ConcreteMember moved(static_cast<ConcreteMember&&>(member));
     EXPECT_EQ(moved.Result(), nullptr);
     EXPECT_EQ(moved.Length(), 5.0);
     EXPECT_EQ(Utf8(moved.GetTitle()), "Title");
