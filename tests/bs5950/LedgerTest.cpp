@@ -156,6 +156,34 @@ TEST(Refusals, OfSectionsAndGradesAreAnsweredAtOnce)
     EXPECT_THROW(member.SetMomentAmplificationFactorStrongAxis(1.1), Steel::unsupported_design_code_error);
 }
 
+// Cold-formed open sections belong to BS 5950-5.
+TEST(Refusals, OfColdFormedOpenSections)
+{
+    CSection channel(L"C 200x75x2x2");
+    CSecComp component = channel.Component(0);
+    component.SetType(SEC_FORMED);
+    channel.SetComponent(0, component);
+    CSteelMemberBS5950 member;
+    EXPECT_FALSE(member.SetKeltrixSec(channel));
+    EXPECT_TRUE(member.SetKeltrixSec(CSection(L"CFRHS 200x100x6")));
+}
+
+// A hollow section laid flat is stiffer about its y-y axis; lateral buckling under that moment is not covered, and said.
+TEST(Refusals, OfLateralBucklingAboutTheOtherAxis)
+{
+    Spec spec;
+    spec.section = L"BOX 100x300x8x8";
+    spec.type = SEC_WELDED;
+    EndMoments(spec, 6.0, 0.0, 0.0, 0.0, 20e3, 20e3);
+    Checked c(spec);
+    c.Check();
+    EXPECT_TRUE(c.result.TestFlags(CMemberResult::NOT_CHECKED));
+    int open = 0;
+    for (const LedgerEntry& e : c.member.Checks().Entries())
+        open += e.rule == Rule::LateralTorsional && e.status == CheckStatus::NotEvaluated;
+    EXPECT_EQ(open, 1);
+}
+
 TEST(Refusals, OfNotANumberForces)
 {
     Spec spec;

@@ -518,10 +518,11 @@ void CSteelMemberBS5950::RecordLateral(const SpanResult& span)
                                             : L"no moment beyond the tolerance of 1 N·m or 1 %";
     }
     m_ledger.Add(e);
-    // Annex B.2.8 b: a T that is stiffer about y-y buckles laterally under moment about y-y.
-    if (s.shape == Shape::Tee && s.Iy > s.Ix && span.momentY.Mmax > 0.0) {
+    // Sections stiffer about y-y, such as wide tees (B.2.8 b) and hollow sections laid flat, buckle laterally under moment
+    // about y-y.
+    if (s.Iy > s.Ix * (1.0 + 1e-9) && s.shape != Shape::Angle && span.momentY.Mmax > 0.0) {
         e.status = CheckStatus::NotEvaluated;
-        e.reason = L"lateral-torsional buckling under moment about y-y (B.2.8) is not covered";
+        e.reason = L"lateral-torsional buckling under moment about y-y, the stiffer axis, is not covered";
         e.utilisation = 0.0;
         m_ledger.Add(e);
         if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);

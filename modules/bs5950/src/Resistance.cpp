@@ -172,6 +172,7 @@ StrutCurve Table23(const SectionProperties& s, Axis axis)
 
 double CompressiveStrength(double slenderness, double py, double robertson, double E)
 {
+    if (!(py > 0.0)) return 0.0;
     const double lambda0 = 0.2 * std::sqrt(std::numbers::pi * std::numbers::pi * E / py);
     if (slenderness <= lambda0) return py;
     if (!(slenderness < INF)) return 0.0;

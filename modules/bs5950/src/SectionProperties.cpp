@@ -356,6 +356,7 @@ std::optional<SectionProperties> MakeProperties(const CSection& section, CMember
     const CSecComp& component = section.Component(0);
     SectionProperties s = Outline(component, *ShapeOf(component));
     SetFabrication(s, component, *geometry);
+    if (s.fabrication == Fabrication::Formed && !s.IsHollow()) return std::nullopt; // open ones are for BS 5950-5
     SetElementWidths(s);
     SetProperties(s, *geometry);
     SetShearAreas(s);

@@ -63,7 +63,8 @@ struct SectionProperties {
 KELTRIX_BS5950_API std::unique_ptr<Steel::CDesSectGeom> MakeGeometry(const CSection& section,
                                                                      Steel::CMemberResult* result);
 
-/// Properties of a section; nothing where MakeGeometry gives null.
+/// Properties of a section; nothing where MakeGeometry gives null, nor for cold-formed open sections, which BS 5950-5
+/// covers and Part 1 does not.
 KELTRIX_BS5950_API std::optional<SectionProperties> MakeProperties(const CSection& section,
                                                                    Steel::CMemberResult* result);
 
