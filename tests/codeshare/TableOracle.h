@@ -233,10 +233,9 @@ inline CRestraint RandomRestraint(Random& random)
     CRestraint restraint = Held(bits);
     static constexpr std::array<double, 9> moments = {0.0, -5.0, 5.0,   0.999999,  -0.999999,
                                                       1.0, -1.0, 2.5e4, notANumber};
-    if (Pick(random, 0, 2) != 0)
-        restraint.SetForcesAndMoments({1.0, 2.0, 3.0},
-                                      {4.0, moments[static_cast<std::size_t>(Pick(random, 0, 8))], 6.0},
-                                      Pick(random, 0, 1) == 0);
+    const double momentY = moments[static_cast<std::size_t>(Pick(random, 0, 8))];
+    const bool useMomentSign = Pick(random, 0, 1) == 0;
+    if (Pick(random, 0, 2) != 0) restraint.SetForcesAndMoments({1.0, 2.0, 3.0}, {4.0, momentY, 6.0}, useMomentSign);
     return restraint;
 }
 
