@@ -15,13 +15,13 @@ std::vector<std::pair<double, double>> Ends(const std::vector<SpanResult>& spans
 }
 using Stretch = std::pair<double, double>;
 
-Spec Column()
+Setup Column()
 {
-    Spec spec;
-    spec.section = L"UC 254x254x89";
-    spec.points = {{0.0, L"Pinned"}, {4.5, L"Pinned"}};
-    EndMoments(spec, 4.5, 0.0, 45e3, -1200e3, 0.0, 12e3);
-    return spec;
+    Setup setup;
+    setup.section = L"UC 254x254x89";
+    setup.points = {{0.0, L"Pinned"}, {4.5, L"Pinned"}};
+    EndMoments(setup, 4.5, 0.0, 45e3, -1200e3, 0.0, 12e3);
+    return setup;
 }
 
 } // namespace
@@ -52,9 +52,9 @@ TEST(ColumnByHand, SimplifiedInteraction)
 // largest.
 TEST(ColumnByHand, MoreExactInteraction)
 {
-    Spec spec = Column();
-    spec.option = CSteelMemberBS5950::MORE_EXACT;
-    Checked c(spec);
+    Setup setup = Column();
+    setup.option = CSteelMemberBS5950::MORE_EXACT;
+    Checked c(setup);
     EXPECT_TRUE(c.Check());
     const InteractionResult& i = c.member.Interactions().front();
     EXPECT_STREQ(i.clause, L"4.8.3.3.2");
@@ -67,12 +67,12 @@ TEST(ColumnByHand, MoreExactInteraction)
 // Table 22 from the restraints at the ends, and the sway rows with m at least 0.85.
 TEST(EffectiveLengths, OfStrutsFollowTheirEnds)
 {
-    Spec spec;
-    spec.section = L"UC 254x254x89";
-    EndMoments(spec, 6.0, 0.0, 10e3, -500e3);
+    Setup setup;
+    setup.section = L"UC 254x254x89";
+    EndMoments(setup, 6.0, 0.0, 10e3, -500e3);
     const auto lengths = [&](const wchar_t* left, const wchar_t* right) {
-        spec.points = {{0.0, left}, {6.0, right}};
-        Checked c(spec);
+        setup.points = {{0.0, left}, {6.0, right}};
+        Checked c(setup);
         c.Check();
         return std::make_pair(c.Spans(BucklingMode::Major).front().LE, c.Spans(BucklingMode::Minor).front().LE);
     };
@@ -82,8 +82,8 @@ TEST(EffectiveLengths, OfStrutsFollowTheirEnds)
     EXPECT_EQ(lengths(L"Full rotational", L"Full rotational"), std::make_pair(0.7 * 6.0, 6.0));
     EXPECT_EQ(lengths(L"Fixed", L"Free"), std::make_pair(2.0 * 6.0, 2.0 * 6.0));
     EXPECT_EQ(lengths(L"Pinned", L"Free").first, INFINITY) << "a mechanism";
-    spec.points = {{0.0, L"Fixed"}, {6.0, L"Free"}};
-    Checked sway(spec);
+    setup.points = {{0.0, L"Fixed"}, {6.0, L"Free"}};
+    Checked sway(setup);
     sway.Check();
     EXPECT_TRUE(sway.Spans(BucklingMode::Major).front().sway);
     EXPECT_EQ(sway.Spans(BucklingMode::Major).front().m, 0.85);
@@ -91,10 +91,10 @@ TEST(EffectiveLengths, OfStrutsFollowTheirEnds)
 
 TEST(EffectiveLengths, WithoutARowOfTable22FailInsteadOfPassing)
 {
-    Spec spec;
-    spec.points = {{0.0, L"Pinned"}, {6.0, L"Free"}};
-    EndMoments(spec, 6.0, 0.0, 0.0, -100e3);
-    Checked c(spec);
+    Setup setup;
+    setup.points = {{0.0, L"Pinned"}, {6.0, L"Free"}};
+    EndMoments(setup, 6.0, 0.0, 0.0, -100e3);
+    Checked c(setup);
     EXPECT_FALSE(c.Check());
     EXPECT_TRUE(c.result.TestFlags(CMemberResult::FAIL_BUCKLE_AXIAL_MAJOR));
     EXPECT_EQ(c.result.UtilBucklingAxialMajor(), INFINITY);
@@ -104,10 +104,10 @@ TEST(EffectiveLengths, WithoutARowOfTable22FailInsteadOfPassing)
 
 TEST(EffectiveLengths, AreOverriddenForTheWholeMemberAndBelowZeroByAFactorOfItsLength)
 {
-    Spec spec;
-    spec.points = {{0.0, L"Pinned"}, {3.0, L"Pinned"}, {6.0, L"Pinned"}};
-    EndMoments(spec, 6.0, 0.0, 50e3, -300e3);
-    Checked c(spec);
+    Setup setup;
+    setup.points = {{0.0, L"Pinned"}, {3.0, L"Pinned"}, {6.0, L"Pinned"}};
+    EndMoments(setup, 6.0, 0.0, 50e3, -300e3);
+    Checked c(setup);
     c.member.SetLengthOverride(true);
     c.member.SetLyy(5.0);
     c.member.SetLzz(-0.85);
@@ -127,24 +127,24 @@ TEST(EffectiveLengths, AreOverriddenForTheWholeMemberAndBelowZeroByAFactorOfItsL
 // A deck on the top flange holds a sagging beam and leaves a hogging one to its bottom flange.
 TEST(LateralSpans, FollowTheCompressionFlange)
 {
-    Spec spec;
-    spec.points = {{0.0, L"Pinned"}, {2.0, L"Top flange lateral"}, {6.0, L"Pinned"}};
-    Uniform(spec, 6.0, 20e3);
+    Setup setup;
+    setup.points = {{0.0, L"Pinned"}, {2.0, L"Top flange lateral"}, {6.0, L"Pinned"}};
+    Uniform(setup, 6.0, 20e3);
     {
-        Checked c(spec);
+        Checked c(setup);
         c.Check();
         EXPECT_EQ(Ends(c.Spans(BucklingMode::LateralTorsional)), (std::vector<Stretch>{{0, 2}, {2, 6}}));
     }
-    spec.along = L"Top flange lateral";
+    setup.along = L"Top flange lateral";
     {
-        Checked c(spec);
+        Checked c(setup);
         c.Check();
         EXPECT_EQ(Ends(c.Spans(BucklingMode::LateralTorsional)), (std::vector<Stretch>{{0, 6}}));
         EXPECT_TRUE(c.Spans(BucklingMode::LateralTorsional).front().continuous);
     }
-    spec.scale = -1.0; // uplift
+    setup.scale = -1.0; // uplift
     {
-        Checked c(spec);
+        Checked c(setup);
         c.Check();
         const auto spans = c.Spans(BucklingMode::LateralTorsional);
         EXPECT_EQ(Ends(spans), (std::vector<Stretch>{{0, 6}}));
@@ -157,31 +157,31 @@ TEST(LateralSpans, FollowTheCompressionFlange)
 // A span of one sub-span under uniform load has no moment at its ends: the moment inside it still compresses a flange.
 TEST(LateralSpans, SeeTheMomentInsideASingleSubSpan)
 {
-    Spec spec;
-    Uniform(spec, 6.0, 20e3);
+    Setup setup;
+    Uniform(setup, 6.0, 20e3);
     const auto span = [&] {
-        Checked c(spec);
+        Checked c(setup);
         c.Check();
         return c.Spans(BucklingMode::LateralTorsional).front();
     };
     EXPECT_EQ(span().sense, Steel::CCodeShare::LT_COMP_FLANGE1);
     EXPECT_TRUE(span().applied);
-    spec.along = L"Bottom flange lateral";
+    setup.along = L"Bottom flange lateral";
     EXPECT_FALSE(span().continuous) << "the restrained flange is in tension";
-    spec.along = L"Top flange lateral";
+    setup.along = L"Top flange lateral";
     EXPECT_TRUE(span().continuous);
-    spec.scale = -1.0;
+    setup.scale = -1.0;
     EXPECT_EQ(span().sense, Steel::CCodeShare::LT_COMP_FLANGE2);
     EXPECT_TRUE(span().applied);
 }
 
 TEST(LateralSpans, EndWhereADeckEnds)
 {
-    Spec spec;
-    spec.points = {{0.0, L"Pinned"}, {4.0, L"Free"}, {6.0, L"Pinned"}};
-    spec.alongEach = {L"Top flange lateral", L"Free"};
-    Uniform(spec, 6.0, 20e3);
-    Checked c(spec);
+    Setup setup;
+    setup.points = {{0.0, L"Pinned"}, {4.0, L"Free"}, {6.0, L"Pinned"}};
+    setup.alongEach = {L"Top flange lateral", L"Free"};
+    Uniform(setup, 6.0, 20e3);
+    Checked c(setup);
     c.Check();
     const auto spans = c.Spans(BucklingMode::LateralTorsional);
     EXPECT_EQ(Ends(spans), (std::vector<Stretch>{{0, 4}, {4, 6}}));
@@ -194,12 +194,12 @@ TEST(LateralSpans, EndWhereADeckEnds)
 // bearing only 1.2L + 2D; and nothing at all where a support gives no torsional restraint (nominal row refused).
 TEST(LateralLengths, FollowTable13)
 {
-    Spec spec;
-    Uniform(spec, 6.0, 5e3);
+    Setup setup;
+    Uniform(setup, 6.0, 5e3);
     const auto length = [&](const wchar_t* ends, double height) {
-        spec.points = {{0.0, ends}, {6.0, ends}};
-        spec.loadHeight = height;
-        Checked c(spec);
+        setup.points = {{0.0, ends}, {6.0, ends}};
+        setup.loadHeight = height;
+        Checked c(setup);
         c.Check();
         return c.Spans(BucklingMode::LateralTorsional).front().LE;
     };
@@ -216,10 +216,10 @@ TEST(LateralLengths, FollowTable13)
 
 TEST(LateralLengths, WithoutARowFailAndSayWhy)
 {
-    Spec spec;
-    spec.points = {{0.0, L"F1L MAJV"}, {6.0, L"F1L MAJV"}};
-    Uniform(spec, 6.0, 5e3);
-    Checked c(spec);
+    Setup setup;
+    setup.points = {{0.0, L"F1L MAJV"}, {6.0, L"F1L MAJV"}};
+    Uniform(setup, 6.0, 5e3);
+    Checked c(setup);
     EXPECT_FALSE(c.Check());
     EXPECT_TRUE(c.result.TestFlags(CMemberResult::FAIL_BUCKLE_LAT_TORS));
     EXPECT_EQ(c.Entry(Rule::LateralTorsional).status, CheckStatus::Failed);
@@ -229,10 +229,10 @@ TEST(LateralLengths, WithoutARowFailAndSayWhy)
 // At an inner point the beam goes on, so that the row with nominal torsional restraint serves.
 TEST(LateralLengths, TakeTheNominalRowAtInnerPoints)
 {
-    Spec spec;
-    spec.points = {{0.0, L"Pinned"}, {3.0, L"Top flange lateral"}, {6.0, L"Pinned"}};
-    Uniform(spec, 6.0, 5e3);
-    Checked c(spec);
+    Setup setup;
+    setup.points = {{0.0, L"Pinned"}, {3.0, L"Top flange lateral"}, {6.0, L"Pinned"}};
+    Uniform(setup, 6.0, 5e3);
+    Checked c(setup);
     c.Check();
     for (const SpanResult& s : c.Spans(BucklingMode::LateralTorsional))
         EXPECT_EQ(s.LE, 3.0);
@@ -242,19 +242,19 @@ TEST(LateralLengths, TakeTheNominalRowAtInnerPoints)
 TEST(LateralLengths, OfCantileversFollowTable14)
 {
     for (const bool leftTip : {false, true}) {
-        Spec spec;
-        spec.points = {{0.0, leftTip ? L"Free" : L"Fixed"}, {3.0, leftTip ? L"Fixed" : L"Free"}};
+        Setup setup;
+        setup.points = {{0.0, leftTip ? L"Free" : L"Fixed"}, {3.0, leftTip ? L"Fixed" : L"Free"}};
         const double P = 20e3;
-        spec.force = [=](double) { return Vector(0, 0, leftTip ? P : -P); };
-        spec.moment = [=](double x) { return Vector(0, P * (leftTip ? x : 3.0 - x), 0); };
-        Checked normal(spec);
+        setup.force = [=](double) { return Vector(0, 0, leftTip ? P : -P); };
+        setup.moment = [=](double x) { return Vector(0, P * (leftTip ? x : 3.0 - x), 0); };
+        Checked normal(setup);
         normal.Check();
         const SpanResult span = normal.Spans(BucklingMode::LateralTorsional).front();
         EXPECT_TRUE(span.cantilever);
         EXPECT_DOUBLE_EQ(span.LE, 0.8 * 3.0) << leftTip;
         EXPECT_EQ(span.m, 1.0);
-        spec.loadHeight = 0.2;
-        Checked destabilised(spec);
+        setup.loadHeight = 0.2;
+        Checked destabilised(setup);
         destabilised.Check();
         EXPECT_DOUBLE_EQ(destabilised.Spans(BucklingMode::LateralTorsional).front().LE, 1.4 * 3.0);
     }
@@ -262,18 +262,18 @@ TEST(LateralLengths, OfCantileversFollowTable14)
 
 TEST(MomentFactors, ComeFromTheMomentShapeOrTheUserOrTheLoad)
 {
-    Spec spec;
-    Uniform(spec, 6.0, 5e3);
-    Checked uniform(spec);
+    Setup setup;
+    Uniform(setup, 6.0, 5e3);
+    Checked uniform(setup);
     uniform.Check();
     const SpanResult u = uniform.Spans(BucklingMode::LateralTorsional).front();
     EXPECT_EQ(u.momentX.pattern, LoadPattern::Uniform);
     EXPECT_NEAR(u.m, 0.925, 1e-6) << "a parabola from one sub-span";
-    spec.loadHeight = 0.3;
-    Checked destabilised(spec);
+    setup.loadHeight = 0.3;
+    Checked destabilised(setup);
     destabilised.Check();
     EXPECT_EQ(destabilised.Spans(BucklingMode::LateralTorsional).front().m, 1.0);
-    Checked given(spec);
+    Checked given(setup);
     given.member.SetEquivalentUniformMomentFactor(0.9);
     given.Check();
     EXPECT_EQ(given.Spans(BucklingMode::LateralTorsional).front().m, 0.9);
@@ -282,33 +282,33 @@ TEST(MomentFactors, ComeFromTheMomentShapeOrTheUserOrTheLoad)
 
 TEST(LoadPatterns, AreRecognised)
 {
-    const auto pattern = [](Spec spec) {
-        Checked c(spec);
+    const auto pattern = [](Setup setup) {
+        Checked c(setup);
         c.Check();
         return c.Spans(BucklingMode::LateralTorsional).front().momentX.pattern;
     };
-    Spec spec;
-    EXPECT_EQ(pattern(spec), LoadPattern::None);
-    EndMoments(spec, 6.0, 0.0, 50e3);
-    EXPECT_EQ(pattern(spec), LoadPattern::EndMoments);
-    spec.points = {{0.0, L"Pinned"}, {3.0, L"Free"}, {6.0, L"Pinned"}};
-    spec.force = [](double x) { return Vector(0, 0, x < 3 ? -10e3 : 10e3); };
-    spec.moment = [](double x) { return Vector(0, -10e3 * std::min(x, 6 - x), 0); };
-    EXPECT_EQ(pattern(spec), LoadPattern::CentralPoint);
-    spec.points = {{0.0, L"Pinned"}, {2.0, L"Free"}, {6.0, L"Pinned"}};
-    spec.force = [](double x) { return Vector(0, 0, x < 2 ? -10e3 : 5e3); };
-    spec.moment = [](double x) { return Vector(0, x < 2 ? -10e3 * x : -5e3 * (6 - x), 0); };
-    EXPECT_EQ(pattern(spec), LoadPattern::PointLoads);
+    Setup setup;
+    EXPECT_EQ(pattern(setup), LoadPattern::None);
+    EndMoments(setup, 6.0, 0.0, 50e3);
+    EXPECT_EQ(pattern(setup), LoadPattern::EndMoments);
+    setup.points = {{0.0, L"Pinned"}, {3.0, L"Free"}, {6.0, L"Pinned"}};
+    setup.force = [](double x) { return Vector(0, 0, x < 3 ? -10e3 : 10e3); };
+    setup.moment = [](double x) { return Vector(0, -10e3 * std::min(x, 6 - x), 0); };
+    EXPECT_EQ(pattern(setup), LoadPattern::CentralPoint);
+    setup.points = {{0.0, L"Pinned"}, {2.0, L"Free"}, {6.0, L"Pinned"}};
+    setup.force = [](double x) { return Vector(0, 0, x < 2 ? -10e3 : 5e3); };
+    setup.moment = [](double x) { return Vector(0, x < 2 ? -10e3 * x : -5e3 * (6 - x), 0); };
+    EXPECT_EQ(pattern(setup), LoadPattern::PointLoads);
 }
 
 // 4.7.10.2 for an angle brace without moments, L 120x120x10, 3.2 m: λv = max(3.2/rv, 0.7*3.2/rv + 15, 0.7*3.2/ry + 30).
 TEST(AngleStruts, KeepTheLeastSlendernessOfTheirConnections)
 {
-    Spec spec;
-    spec.section = L"L 120x120x10";
-    spec.points = {{0.0, L"Pinned"}, {1.0, L"Pinned"}};
-    EndMoments(spec, 1.0, 0.0, 0.0, -100e3);
-    Checked c(spec);
+    Setup setup;
+    setup.section = L"L 120x120x10";
+    setup.points = {{0.0, L"Pinned"}, {1.0, L"Pinned"}};
+    EndMoments(setup, 1.0, 0.0, 0.0, -100e3);
+    Checked c(setup);
     EXPECT_TRUE(c.Check());
     // rv = 2.36 cm, ry = 3.67 cm: LE/rv = 42.4; 0.7/rv + 15 = 44.7; 0.7/ry + 30 = 49.1.
     EXPECT_NEAR(c.Spans(BucklingMode::Minor).front().slenderness, 49.1, 0.2);
@@ -318,10 +318,10 @@ TEST(AngleStruts, KeepTheLeastSlendernessOfTheirConnections)
 
 TEST(Ties, OfSingleAnglesCountAsEccentricallyConnected)
 {
-    Spec spec;
-    spec.section = L"L 100x100x10";
-    EndMoments(spec, 6.0, 0.0, 0.0, 300e3);
-    Checked c(spec);
+    Setup setup;
+    setup.section = L"L 100x100x10";
+    EndMoments(setup, 6.0, 0.0, 0.0, 300e3);
+    Checked c(setup);
     EXPECT_TRUE(c.Check());
     EXPECT_NEAR(c.Entry(Rule::EccentricConnection).resistance, 402.9e3, 0.2e3);
     EXPECT_TRUE(c.Assumes(L"end connection of the tie"));
@@ -331,9 +331,9 @@ TEST(Ties, OfSingleAnglesCountAsEccentricallyConnected)
 // Biaxial bending without axial force is checked by 4.8.3.3 with Fc = 0 (4.9).
 TEST(Interaction, ConcernsMomentsAboutBothAxesWithoutCompression)
 {
-    Spec spec;
-    EndMoments(spec, 6.0, 50e3, 50e3, 0.0, 10e3, 10e3);
-    Checked c(spec);
+    Setup setup;
+    EndMoments(setup, 6.0, 50e3, 50e3, 0.0, 10e3, 10e3);
+    Checked c(setup);
     c.Check();
     ASSERT_EQ(c.member.Interactions().size(), 1u);
     const SectionProperties& s = c.member.Properties();
@@ -343,11 +343,11 @@ TEST(Interaction, ConcernsMomentsAboutBothAxesWithoutCompression)
 // Spans of the three modes have different ends: every combination with a common stretch is checked once.
 TEST(Interaction, PairsTheSpansThatOverlap)
 {
-    Spec spec;
-    spec.section = L"UC 254x254x89";
-    spec.points = {{0.0, L"Pinned"}, {2.0, L"F12L"}, {4.0, L"F1L"}, {6.0, L"Pinned"}};
-    EndMoments(spec, 6.0, -20e3, -40e3, -400e3);
-    Checked c(spec);
+    Setup setup;
+    setup.section = L"UC 254x254x89";
+    setup.points = {{0.0, L"Pinned"}, {2.0, L"F12L"}, {4.0, L"F1L"}, {6.0, L"Pinned"}};
+    EndMoments(setup, 6.0, -20e3, -40e3, -400e3);
+    Checked c(setup);
     c.Check();
     EXPECT_EQ(Ends(c.Spans(BucklingMode::Major)), (std::vector<Stretch>{{0, 6}}));
     EXPECT_EQ(Ends(c.Spans(BucklingMode::Minor)), (std::vector<Stretch>{{0, 2}, {2, 6}}));

@@ -86,10 +86,10 @@ TEST(LedgerOfChecks, HasEveryRuleWhateverTheActions)
         for (const double F : {0.0, -50e3, 50e3})
             for (const double M : {0.0, -10e3, 10e3})
                 for (const double My : {0.0, 2e3}) {
-                    Spec spec;
-                    spec.section = section;
-                    EndMoments(spec, 6.0, M, 0.0, F, My, 0.0);
-                    Checked c(spec);
+                    Setup setup;
+                    setup.section = section;
+                    EndMoments(setup, 6.0, M, 0.0, F, My, 0.0);
+                    Checked c(setup);
                     const bool passed = c.Check();
                     ExpectComplete(c.member.Checks(), *CString(section).ToUtf8());
                     EXPECT_EQ(passed, !c.result.HasFailed()) << *CString(section).ToUtf8();
@@ -99,9 +99,9 @@ TEST(LedgerOfChecks, HasEveryRuleWhateverTheActions)
 
 TEST(LedgerOfChecks, AgreesWithTheResultRecord)
 {
-    Spec spec;
-    Uniform(spec, 6.0, 100e3, -300e3);
-    Checked c(spec);
+    Setup setup;
+    Uniform(setup, 6.0, 100e3, -300e3);
+    Checked c(setup);
     EXPECT_FALSE(c.Check());
     EXPECT_TRUE(c.result.TestFlags(CMemberResult::FAIL_LOCAL | CMemberResult::FAIL_BUCKLE));
     EXPECT_EQ(c.Entry(Rule::MomentMajor).utilisation, c.result.MaxUtilLocalMomMajor(nullptr));
@@ -171,11 +171,11 @@ TEST(Refusals, OfColdFormedOpenSections)
 // A hollow section laid flat is stiffer about its y-y axis; lateral buckling under that moment is not covered, and said.
 TEST(Refusals, OfLateralBucklingAboutTheOtherAxis)
 {
-    Spec spec;
-    spec.section = L"BOX 100x300x8x8";
-    spec.type = SEC_WELDED;
-    EndMoments(spec, 6.0, 0.0, 0.0, 0.0, 20e3, 20e3);
-    Checked c(spec);
+    Setup setup;
+    setup.section = L"BOX 100x300x8x8";
+    setup.type = SEC_WELDED;
+    EndMoments(setup, 6.0, 0.0, 0.0, 0.0, 20e3, 20e3);
+    Checked c(setup);
     c.Check();
     EXPECT_TRUE(c.result.TestFlags(CMemberResult::NOT_CHECKED));
     int open = 0;
@@ -186,28 +186,44 @@ TEST(Refusals, OfLateralBucklingAboutTheOtherAxis)
 
 TEST(Refusals, OfNotANumberForces)
 {
-    Spec spec;
-    spec.force = [](double) { return Vector(std::nan(""), 0, 0); };
-    Checked c(spec);
+    Setup setup;
+    setup.force = [](double) { return Vector(std::nan(""), 0, 0); };
+    Checked c(setup);
     EXPECT_FALSE(c.Check());
     EXPECT_TRUE(c.result.TestFlags(CMemberResult::NOT_CHECKED));
 }
 
 TEST(Assumptions, AreNamed)
 {
-    Spec spec;
-    Uniform(spec, 6.0, 5e3);
-    spec.plasElas = 0.0;
-    Checked defaulted(spec);
+    Setup setup;
+    Uniform(setup, 6.0, 5e3);
+    setup.plasElas = 0.0;
+    Checked defaulted(setup);
     defaulted.Check();
     EXPECT_TRUE(defaulted.Assumes(L"plastic to elastic limit"));
     EXPECT_NE(defaulted.Verbose().find("plastic to elastic limit"), std::string::npos);
-    spec.plasElas = 1.2;
-    Checked given(spec);
+    setup.plasElas = 1.2;
+    Checked given(setup);
     given.Check();
     EXPECT_TRUE(given.member.Assumptions().empty());
-    spec.section = L"PFC 200x90x30";
-    Checked channel(spec);
+    setup.loadHeight = 0.2;
+    Checked destabilised(setup);
+    destabilised.Check();
+    EXPECT_TRUE(destabilised.Assumes(L"mLT"));
+    setup.loadHeight = 0.0;
+    setup.type = SEC_UNDEF;
+    Checked untyped(setup);
+    untyped.Check();
+    EXPECT_TRUE(untyped.Assumes(L"fabrication"));
+    setup.type = SEC_ROLLED;
+    Setup free;
+    free.points = {{0.0, L"Fixed"}, {4.0, L"Free"}};
+    EndMoments(free, 4.0, 0.0, 0.0, -50e3);
+    Checked sway(free);
+    sway.Check();
+    EXPECT_TRUE(sway.Assumes(L"missing restraint"));
+    setup.section = L"PFC 200x90x30";
+    Checked channel(setup);
     channel.Check();
     EXPECT_TRUE(channel.Assumes(L"line of loading"));
 }
@@ -245,12 +261,12 @@ TEST(Report, CanBeFollowedWithTheStandardOnTheDesk)
 
 TEST(Report, IsNotBuiltWithoutTextAndTheFindingsAreTheSame)
 {
-    Spec spec;
-    spec.points.clear();
+    Setup setup;
+    setup.points.clear();
     for (int i = 0; i <= 12; ++i)
-        spec.points.emplace_back(0.5 * i, i % 12 == 0 ? L"Pinned" : L"Free");
-    Uniform(spec, 6.0, 20e3, -200e3);
-    Checked silent(spec, false), written(spec, true);
+        setup.points.emplace_back(0.5 * i, i % 12 == 0 ? L"Pinned" : L"Free");
+    Uniform(setup, 6.0, 20e3, -200e3);
+    Checked silent(setup, false), written(setup, true);
     EXPECT_EQ(silent.Check(), written.Check());
     EXPECT_EQ(silent.result.UtilOverAll(), written.result.UtilOverAll());
     EXPECT_EQ(silent.result.GetFlags(), written.result.GetFlags());
@@ -259,7 +275,7 @@ TEST(Report, IsNotBuiltWithoutTextAndTheFindingsAreTheSame)
     const auto best = [&](bool text) {
         double least = 1e9;
         for (int i = 0; i < 20; ++i) {
-            Checked c(spec, text);
+            Checked c(setup, text);
             const auto start = std::chrono::steady_clock::now();
             c.Check();
             least = std::min(least, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
@@ -273,9 +289,9 @@ TEST(Report, IsNotBuiltWithoutTextAndTheFindingsAreTheSame)
 
 TEST(WithoutAResult, TheCheckRunsJustTheSame)
 {
-    Spec spec;
-    Uniform(spec, 6.0, 20e3, -200e3);
-    Checked c(spec);
+    Setup setup;
+    Uniform(setup, 6.0, 20e3, -200e3);
+    Checked c(setup);
     const bool passed = c.Check();
     std::unique_ptr<CSteelMemberBS5950> alone(c.member.Clone());
     EXPECT_EQ(alone->Check(), passed);

@@ -40,7 +40,7 @@ inline Material SteelOf(const wchar_t* grade, const SectionProperties& s)
 }
 
 /// A member by its points and by the functions of force and moment along it.
-struct Spec {
+struct Setup {
     const wchar_t* section = L"UB 457x191x67";
     const wchar_t* grade = L"S275";
     int type = SEC_ROLLED;
@@ -68,38 +68,38 @@ inline Vector Scaled(const Vector& v, double k) { return {v.x * k, v.y * k, v.z 
 /// A member that is set up, checked or not yet, with its result.
 class Checked {
 public:
-    explicit Checked(const Spec& spec, bool text = true)
+    explicit Checked(const Setup& setup, bool text = true)
     {
-        member.SetDesOpt(spec.option);
+        member.SetDesOpt(setup.option);
         if (!text) result.EnableText(false);
         member.SetResult(&result);
-        CSection section{CString(spec.section)};
+        CSection section{CString(setup.section)};
         CSecComp component = section.Component(0);
-        component.SetType(spec.type);
-        component.SetNetGross(spec.netGross);
-        component.SetPlasElas(spec.plasElas);
+        component.SetType(setup.type);
+        component.SetNetGross(setup.netGross);
+        component.SetPlasElas(setup.plasElas);
         section.SetComponent(0, component);
         if (!member.SetKeltrixSec(section)) throw std::runtime_error("section of a test is refused");
-        if (!member.SetGrade(GradeNamed(spec.grade))) throw std::runtime_error("grade of a test is refused");
+        if (!member.SetGrade(GradeNamed(setup.grade))) throw std::runtime_error("grade of a test is refused");
         std::vector<CMemberPoint> points;
         std::vector<CSubSpan> subs;
         const double tiny = 1e-9;
-        for (std::size_t i = 0; i < spec.points.size(); ++i) {
+        for (std::size_t i = 0; i < setup.points.size(); ++i) {
             CMemberPoint p;
             p.Set1Index(static_cast<int>(i) + 1);
-            p.SetPos(spec.points[i].first);
-            CRestraint r = RestraintNamed(spec.points[i].second);
-            r.SetLoadHeight(spec.loadHeight);
+            p.SetPos(setup.points[i].first);
+            CRestraint r = RestraintNamed(setup.points[i].second);
+            r.SetLoadHeight(setup.loadHeight);
             p.SetRestraint(r);
             points.push_back(p);
-            if (i + 1 == spec.points.size()) break;
-            const double a = spec.points[i].first;
-            const double b = spec.points[i + 1].first;
+            if (i + 1 == setup.points.size()) break;
+            const double a = setup.points[i].first;
+            const double b = setup.points[i + 1].first;
             CSubSpan s;
             s.Set1Index(static_cast<int>(i) + 1);
-            s.SetForcesAll(Scaled(spec.force(a + tiny), spec.scale), Scaled(spec.force(b - tiny), spec.scale));
-            s.SetMomentsAll(Scaled(spec.moment(a), spec.scale), Scaled(spec.moment(b), spec.scale));
-            s.SetRestraint(RestraintNamed(spec.alongEach.empty() ? spec.along : spec.alongEach[i]));
+            s.SetForcesAll(Scaled(setup.force(a + tiny), setup.scale), Scaled(setup.force(b - tiny), setup.scale));
+            s.SetMomentsAll(Scaled(setup.moment(a), setup.scale), Scaled(setup.moment(b), setup.scale));
+            s.SetRestraint(RestraintNamed(setup.alongEach.empty() ? setup.along : setup.alongEach[i]));
             subs.push_back(s);
         }
         member.SetMemberPointVec(points);
@@ -134,18 +134,18 @@ public:
 
 /// Simply supported span of length L under w (N/m) downwards: Fz = w(x - L/2), Myy = -w x (L - x)/2 (sagging below
 /// zero), with an axial force.
-inline void Uniform(Spec& spec, double L, double w, double axial = 0.0)
+inline void Uniform(Setup& setup, double L, double w, double axial = 0.0)
 {
-    spec.force = [=](double x) { return Vector(axial, 0.0, w * (x - 0.5 * L)); };
-    spec.moment = [=](double x) { return Vector(0.0, -0.5 * w * x * (L - x), 0.0); };
+    setup.force = [=](double x) { return Vector(axial, 0.0, w * (x - 0.5 * L)); };
+    setup.moment = [=](double x) { return Vector(0.0, -0.5 * w * x * (L - x), 0.0); };
 }
 
 /// Linear moments about both axes from the left to the right end.
-inline void EndMoments(Spec& spec, double L, double xLeft, double xRight, double axial = 0.0, double yLeft = 0.0,
+inline void EndMoments(Setup& setup, double L, double xLeft, double xRight, double axial = 0.0, double yLeft = 0.0,
                        double yRight = 0.0)
 {
-    spec.force = [=](double) { return Vector(axial, -(yRight - yLeft) / L, (xRight - xLeft) / L); };
-    spec.moment = [=](double x) {
+    setup.force = [=](double) { return Vector(axial, -(yRight - yLeft) / L, (xRight - xLeft) / L); };
+    setup.moment = [=](double x) {
         return Vector(0.0, xLeft + (xRight - xLeft) * x / L, yLeft + (yRight - yLeft) * x / L);
     };
 }

@@ -281,6 +281,10 @@ void CSteelMemberBS5950::SetFlexuralLength(SpanResult& span)
                           ? (span.sway ? L"Table 22 b, one end not held in position" : L"Table 22 a, both ends held")
                           : L"no row of Table 22: an end that is not held in position needs one opposite that is held "
                             L"in position and in direction";
+    if (span.applied && !(heldLeft && heldRight))
+        Assume(L"missing restraint",
+               L"an end of a strut without restraint in position is free to sway: the sway rows of Table 22",
+               std::nan(""));
     const int last = static_cast<int>(MemberPoints().size()) - 1;
     const bool inner = (span.left > 0 && rotationLeft == 0) || (span.right < last && rotationRight == 0);
     if (span.applied && inner)
@@ -483,6 +487,8 @@ void CSteelMemberBS5950::CheckLateral(SpanResult& span)
     const MomentShape& shape = span.momentX;
     // 4.3.6.6: mLT is 1.0 for destabilising loads and cantilevers.
     const bool uniform = span.destabilising || span.cantilever;
+    if (span.applied && uniform && !EquivalentUniformMomentFactor())
+        Assume(L"mLT", L"1.0 for a destabilising load or a cantilever (4.3.6.6)", 1.0);
     span.m = UserFactor(uniform ? 1.0 : MomentFactorLT(shape.M2, shape.M3, shape.M4, shape.Mmax));
 
     const bool equalAngle = s.shape == Shape::Angle && s.D == s.B;

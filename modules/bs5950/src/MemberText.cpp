@@ -83,10 +83,15 @@ void CSteelMemberBS5950::Text::Class(const PositionResult& p)
             Line(L"%s %s = %s: not in compression", e.element, e.ratioName, m_fmt.NoDim(e.ratio));
             continue;
         }
+        // Rows of the tables for axial compression alone have a limit of class 3 only.
+        const auto limit = [&](int i3) {
+            const double value = e.limit[static_cast<std::size_t>(i3)];
+            return value > 0.0 ? m_fmt.NoDim(value) : CString(L"-");
+        };
         Line(L"%s %s = %s, limits %s, %s, %s: class %i <i>%s</i>", e.element, e.ratioName, m_fmt.NoDim(e.ratio),
-             m_fmt.NoDim(e.limit[0]), m_fmt.NoDim(e.limit[1]), m_fmt.NoDim(e.limit[2]), e.cls, e.source);
+             limit(0), limit(1), limit(2), e.cls, e.source);
     }
-    if (p.cls.cls == 3)
+    if (p.cls.cls == 3 && p.momentMajor + p.momentMinor > 0.0)
         Line(L"semi-compact <i>cl. 3.5.6</i>: %s = %s, %s = %s", p.cls.WxName, Volume(p.cls.Wx), p.cls.WyName,
              Volume(p.cls.Wy));
     if (p.cls.cls == 4)
@@ -272,7 +277,9 @@ void CSteelMemberBS5950::Text::Flexural(const SpanResult& span)
         return;
     }
     const StrutCurve curve = Table23(s, x ? Axis::X : Axis::Y);
-    Line(L"λ = LE/r%s = %s/%s = %s <i>cl. 4.7.2</i>%s", axis, m_fmt.Length(span.LE), m_fmt.Length(span.radius),
+    CString radius;
+    radius.Format(L"%.3G cm", span.radius * 100.0);
+    Line(L"λ = LE/r%s = %s/%s = %s <i>cl. 4.7.2</i>%s", axis, m_fmt.Length(span.LE), radius,
          m_fmt.NoDim(span.slenderness),
          span.slenderness > span.LE / span.radius ? L", raised to the least slenderness of cl. 4.7.10" : L"");
     Line(L"curve %s%s%s <i>Table 23</i>, pc = %s <i>Annex C</i>%s", CString(StrutCurve::Name(curve.a), 1),

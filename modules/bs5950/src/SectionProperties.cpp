@@ -130,6 +130,7 @@ SectionProperties Outline(const CSecComp& component, Shape shape)
 
 void SetFabrication(SectionProperties& s, const CSecComp& component, const CDesSectGeom& geometry)
 {
+    s.fabricationAssumed = component.Type() == SEC_UNDEF;
     if (geometry.IsWelded())
         s.fabrication = Fabrication::Welded;
     else if (component.Type() == SEC_FORMED)

@@ -99,23 +99,24 @@ void CSteelMemberBS5950::Refuse(const wchar_t* reason)
     if (Result()->TextEnabled()) Text(*this).Refusal(reason);
 }
 
+// Why nothing can be checked; null where everything is at hand.
+const wchar_t* CSteelMemberBS5950::RefusalReason() const
+{
+    if (!m_section.HasSection()) return L"the member has no section that this standard covers";
+    if (!m_hasGrade) return L"the member has no steel grade";
+    if (!m_section.Steel().IsValid()) return m_section.Steel().refusal;
+    if (!ValidateInputData()) return L"member points and sub-spans do not fit together";
+    const SectionDesign design = m_section.Design();
+    if (!(design.netGross > 0.0 && design.netGross <= 1.0))
+        return L"the net to gross area ratio does not lie above 0 and up to 1";
+    if (!(design.plasElas >= 1.0)) return L"the allowable plastic to elastic ratio lies below 1";
+    return nullptr;
+}
+
 bool CSteelMemberBS5950::Prepare()
 {
     if (Result()) Result()->SetCurSubSpan(0);
-    const wchar_t* reason = nullptr;
-    if (!m_section.HasSection())
-        reason = L"the member has no section that this standard covers";
-    else if (!m_hasGrade)
-        reason = L"the member has no steel grade";
-    else if (!m_section.Steel().IsValid())
-        reason = m_section.Steel().refusal;
-    else if (!ValidateInputData())
-        reason = L"member points and sub-spans do not fit together";
-    else if (!(m_section.Design().netGross > 0.0 && m_section.Design().netGross <= 1.0))
-        reason = L"the net to gross area ratio does not lie above 0 and up to 1";
-    else if (!(m_section.Design().plasElas >= 1.0))
-        reason = L"the allowable plastic to elastic ratio lies below 1";
-    if (reason) {
+    if (const wchar_t* reason = RefusalReason()) {
         Refuse(reason);
         return false;
     }
@@ -124,6 +125,13 @@ bool CSteelMemberBS5950::Prepare()
         Result()->IniDynaArray(2 * static_cast<int>(SubSpans().size()) + 2);
         SetLoads();
     }
+    RecordGeneral();
+    RecordAssumptions();
+    return true;
+}
+
+void CSteelMemberBS5950::RecordGeneral()
+{
     m_ledger.Drop(Stage::General);
     LedgerEntry strength;
     strength.rule = Rule::DesignStrength;
@@ -144,8 +152,6 @@ bool CSteelMemberBS5950::Prepare()
             L"a matter of the frame: forces and moments are taken as given, sway effects included");
     outside(Rule::WebBearing, L"the input has no stiff bearing lengths and no local loads");
     outside(Rule::Deflection, L"a serviceability limit; the input holds factored actions");
-    RecordAssumptions();
-    return true;
 }
 
 void CSteelMemberBS5950::RecordAssumptions()
@@ -160,7 +166,10 @@ void CSteelMemberBS5950::RecordAssumptions()
     if (m.grade == Grade::User && m_grade.GetUserE() == 0.0)
         Assume(L"modulus of elasticity", L"205 kN/mm² (3.1.3), the grade gives none", ELASTIC_MODULUS);
     if (m_section.Properties().fabricationAssumed)
-        Assume(L"fabrication", L"taken as welded: the section says neither rolled, formed nor welded", std::nan(""));
+        Assume(L"fabrication",
+               m_section.Properties().IsWelded() ? L"taken as welded; the section's type does not say how it is made"
+                                                 : L"taken as rolled; the section's type does not say how it is made",
+               std::nan(""));
     const Shape shape = m_section.Properties().shape;
     if (shape == Shape::Channel || shape == Shape::Tee || shape == Shape::Angle)
         Assume(L"line of loading", L"loads act through the shear centre, so that bending causes no torsion",

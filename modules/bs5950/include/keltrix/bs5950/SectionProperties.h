@@ -18,7 +18,7 @@ enum class Fabrication { Rolled, Welded, Formed };
 struct SectionProperties {
     Shape shape = Shape::I;
     Fabrication fabrication = Fabrication::Rolled;
-    bool fabricationAssumed = false; ///< the host's type says neither rolled, formed nor welded: taken as welded
+    bool fabricationAssumed = false; ///< the host's type does not say how it is made
 
     double D = 0.0;  ///< overall depth; diameter of a circular hollow section; vertical leg of an angle
     double B = 0.0;  ///< width of flange 1 (top); horizontal leg of an angle

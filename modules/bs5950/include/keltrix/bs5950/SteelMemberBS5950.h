@@ -183,7 +183,9 @@ private:
     class Text;
     friend class Text;
 
+    const wchar_t* RefusalReason() const;
     bool Prepare();
+    void RecordGeneral();
     void Refuse(const wchar_t* reason);
     void Assume(const wchar_t* name, const wchar_t* text, double value);
     void DropFindings();
