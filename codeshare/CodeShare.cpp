@@ -172,7 +172,9 @@ double CCodeShare::BS5950_1_2000_Table13(double L, double D, LT_BuckleDirection 
             const int indent = m_pResult->GetIndentVerbose();
             text.Append(indent, L'\t');
             text += CMemberResult::Tabify(first.Text(), indent, false);
-            if (second.label != first.label) {
+            // One line where both ends leave equal records. A record with a not-a-number in its format equals nothing.
+            const bool equalsItself = m_pResult->DesFormat() == m_pResult->DesFormat();
+            if (second.label != first.label || !equalsItself) {
                 text.Append(indent, L'\t');
                 text += CMemberResult::Tabify(second.Text(), indent, false);
             }
