@@ -15,13 +15,13 @@ std::vector<std::pair<double, double>> Ends(const std::vector<SpanResult>& spans
 }
 using Stretch = std::pair<double, double>;
 
-Setup Column()
+Case Column()
 {
-    Setup setup;
-    setup.section = L"UC 254x254x89";
-    setup.points = {{0.0, L"Pinned"}, {4.5, L"Pinned"}};
-    EndMoments(setup, 4.5, 0.0, 45e3, -1200e3, 0.0, 12e3);
-    return setup;
+    Case given;
+    given.section = L"UC 254x254x89";
+    given.points = {{0.0, L"Pinned"}, {4.5, L"Pinned"}};
+    EndMoments(given, 4.5, 0.0, 45e3, -1200e3, 0.0, 12e3);
+    return given;
 }
 
 } // namespace
@@ -52,9 +52,9 @@ TEST(ColumnByHand, SimplifiedInteraction)
 // largest.
 TEST(ColumnByHand, MoreExactInteraction)
 {
-    Setup setup = Column();
-    setup.option = CSteelMemberBS5950::MORE_EXACT;
-    Checked c(setup);
+    Case given = Column();
+    given.option = CSteelMemberBS5950::MORE_EXACT;
+    Checked c(given);
     EXPECT_TRUE(c.Check());
     const InteractionResult& i = c.member.Interactions().front();
     EXPECT_STREQ(i.clause, L"4.8.3.3.2");
@@ -67,12 +67,12 @@ TEST(ColumnByHand, MoreExactInteraction)
 // Table 22 from the restraints at the ends, and the sway rows with m at least 0.85.
 TEST(EffectiveLengths, OfStrutsFollowTheirEnds)
 {
-    Setup setup;
-    setup.section = L"UC 254x254x89";
-    EndMoments(setup, 6.0, 0.0, 10e3, -500e3);
+    Case given;
+    given.section = L"UC 254x254x89";
+    EndMoments(given, 6.0, 0.0, 10e3, -500e3);
     const auto lengths = [&](const wchar_t* left, const wchar_t* right) {
-        setup.points = {{0.0, left}, {6.0, right}};
-        Checked c(setup);
+        given.points = {{0.0, left}, {6.0, right}};
+        Checked c(given);
         c.Check();
         return std::make_pair(c.Spans(BucklingMode::Major).front().LE, c.Spans(BucklingMode::Minor).front().LE);
     };
@@ -82,8 +82,8 @@ TEST(EffectiveLengths, OfStrutsFollowTheirEnds)
     EXPECT_EQ(lengths(L"Full rotational", L"Full rotational"), std::make_pair(0.7 * 6.0, 6.0));
     EXPECT_EQ(lengths(L"Fixed", L"Free"), std::make_pair(2.0 * 6.0, 2.0 * 6.0));
     EXPECT_EQ(lengths(L"Pinned", L"Free").first, INFINITY) << "a mechanism";
-    setup.points = {{0.0, L"Fixed"}, {6.0, L"Free"}};
-    Checked sway(setup);
+    given.points = {{0.0, L"Fixed"}, {6.0, L"Free"}};
+    Checked sway(given);
     sway.Check();
     EXPECT_TRUE(sway.Spans(BucklingMode::Major).front().sway);
     EXPECT_EQ(sway.Spans(BucklingMode::Major).front().m, 0.85);
@@ -91,10 +91,10 @@ TEST(EffectiveLengths, OfStrutsFollowTheirEnds)
 
 TEST(EffectiveLengths, WithoutARowOfTable22FailInsteadOfPassing)
 {
-    Setup setup;
-    setup.points = {{0.0, L"Pinned"}, {6.0, L"Free"}};
-    EndMoments(setup, 6.0, 0.0, 0.0, -100e3);
-    Checked c(setup);
+    Case given;
+    given.points = {{0.0, L"Pinned"}, {6.0, L"Free"}};
+    EndMoments(given, 6.0, 0.0, 0.0, -100e3);
+    Checked c(given);
     EXPECT_FALSE(c.Check());
     EXPECT_TRUE(c.result.TestFlags(CMemberResult::FAIL_BUCKLE_AXIAL_MAJOR));
     EXPECT_EQ(c.result.UtilBucklingAxialMajor(), INFINITY);
@@ -104,10 +104,10 @@ TEST(EffectiveLengths, WithoutARowOfTable22FailInsteadOfPassing)
 
 TEST(EffectiveLengths, AreOverriddenForTheWholeMemberAndBelowZeroByAFactorOfItsLength)
 {
-    Setup setup;
-    setup.points = {{0.0, L"Pinned"}, {3.0, L"Pinned"}, {6.0, L"Pinned"}};
-    EndMoments(setup, 6.0, 0.0, 50e3, -300e3);
-    Checked c(setup);
+    Case given;
+    given.points = {{0.0, L"Pinned"}, {3.0, L"Pinned"}, {6.0, L"Pinned"}};
+    EndMoments(given, 6.0, 0.0, 50e3, -300e3);
+    Checked c(given);
     c.member.SetLengthOverride(true);
     c.member.SetLyy(5.0);
     c.member.SetLzz(-0.85);
@@ -127,24 +127,24 @@ TEST(EffectiveLengths, AreOverriddenForTheWholeMemberAndBelowZeroByAFactorOfItsL
 // A deck on the top flange holds a sagging beam and leaves a hogging one to its bottom flange.
 TEST(LateralSpans, FollowTheCompressionFlange)
 {
-    Setup setup;
-    setup.points = {{0.0, L"Pinned"}, {2.0, L"Top flange lateral"}, {6.0, L"Pinned"}};
-    Uniform(setup, 6.0, 20e3);
+    Case given;
+    given.points = {{0.0, L"Pinned"}, {2.0, L"Top flange lateral"}, {6.0, L"Pinned"}};
+    Uniform(given, 6.0, 20e3);
     {
-        Checked c(setup);
+        Checked c(given);
         c.Check();
         EXPECT_EQ(Ends(c.Spans(BucklingMode::LateralTorsional)), (std::vector<Stretch>{{0, 2}, {2, 6}}));
     }
-    setup.along = L"Top flange lateral";
+    given.along = L"Top flange lateral";
     {
-        Checked c(setup);
+        Checked c(given);
         c.Check();
         EXPECT_EQ(Ends(c.Spans(BucklingMode::LateralTorsional)), (std::vector<Stretch>{{0, 6}}));
         EXPECT_TRUE(c.Spans(BucklingMode::LateralTorsional).front().continuous);
     }
-    setup.scale = -1.0; // uplift
+    given.scale = -1.0; // uplift
     {
-        Checked c(setup);
+        Checked c(given);
         c.Check();
         const auto spans = c.Spans(BucklingMode::LateralTorsional);
         EXPECT_EQ(Ends(spans), (std::vector<Stretch>{{0, 6}}));
@@ -157,31 +157,31 @@ TEST(LateralSpans, FollowTheCompressionFlange)
 // A span of one sub-span under uniform load has no moment at its ends: the moment inside it still compresses a flange.
 TEST(LateralSpans, SeeTheMomentInsideASingleSubSpan)
 {
-    Setup setup;
-    Uniform(setup, 6.0, 20e3);
+    Case given;
+    Uniform(given, 6.0, 20e3);
     const auto span = [&] {
-        Checked c(setup);
+        Checked c(given);
         c.Check();
         return c.Spans(BucklingMode::LateralTorsional).front();
     };
     EXPECT_EQ(span().sense, Steel::CCodeShare::LT_COMP_FLANGE1);
     EXPECT_TRUE(span().applied);
-    setup.along = L"Bottom flange lateral";
+    given.along = L"Bottom flange lateral";
     EXPECT_FALSE(span().continuous) << "the restrained flange is in tension";
-    setup.along = L"Top flange lateral";
+    given.along = L"Top flange lateral";
     EXPECT_TRUE(span().continuous);
-    setup.scale = -1.0;
+    given.scale = -1.0;
     EXPECT_EQ(span().sense, Steel::CCodeShare::LT_COMP_FLANGE2);
     EXPECT_TRUE(span().applied);
 }
 
 TEST(LateralSpans, EndWhereADeckEnds)
 {
-    Setup setup;
-    setup.points = {{0.0, L"Pinned"}, {4.0, L"Free"}, {6.0, L"Pinned"}};
-    setup.alongEach = {L"Top flange lateral", L"Free"};
-    Uniform(setup, 6.0, 20e3);
-    Checked c(setup);
+    Case given;
+    given.points = {{0.0, L"Pinned"}, {4.0, L"Free"}, {6.0, L"Pinned"}};
+    given.alongEach = {L"Top flange lateral", L"Free"};
+    Uniform(given, 6.0, 20e3);
+    Checked c(given);
     c.Check();
     const auto spans = c.Spans(BucklingMode::LateralTorsional);
     EXPECT_EQ(Ends(spans), (std::vector<Stretch>{{0, 4}, {4, 6}}));
@@ -194,12 +194,12 @@ TEST(LateralSpans, EndWhereADeckEnds)
 // bearing only 1.2L + 2D; and nothing at all where a support gives no torsional restraint (nominal row refused).
 TEST(LateralLengths, FollowTable13)
 {
-    Setup setup;
-    Uniform(setup, 6.0, 5e3);
+    Case given;
+    Uniform(given, 6.0, 5e3);
     const auto length = [&](const wchar_t* ends, double height) {
-        setup.points = {{0.0, ends}, {6.0, ends}};
-        setup.loadHeight = height;
-        Checked c(setup);
+        given.points = {{0.0, ends}, {6.0, ends}};
+        given.loadHeight = height;
+        Checked c(given);
         c.Check();
         return c.Spans(BucklingMode::LateralTorsional).front().LE;
     };
@@ -216,10 +216,10 @@ TEST(LateralLengths, FollowTable13)
 
 TEST(LateralLengths, WithoutARowFailAndSayWhy)
 {
-    Setup setup;
-    setup.points = {{0.0, L"F1L MAJV"}, {6.0, L"F1L MAJV"}};
-    Uniform(setup, 6.0, 5e3);
-    Checked c(setup);
+    Case given;
+    given.points = {{0.0, L"F1L MAJV"}, {6.0, L"F1L MAJV"}};
+    Uniform(given, 6.0, 5e3);
+    Checked c(given);
     EXPECT_FALSE(c.Check());
     EXPECT_TRUE(c.result.TestFlags(CMemberResult::FAIL_BUCKLE_LAT_TORS));
     EXPECT_EQ(c.Entry(Rule::LateralTorsional).status, CheckStatus::Failed);
@@ -229,10 +229,10 @@ TEST(LateralLengths, WithoutARowFailAndSayWhy)
 // At an inner point the beam goes on, so that the row with nominal torsional restraint serves.
 TEST(LateralLengths, TakeTheNominalRowAtInnerPoints)
 {
-    Setup setup;
-    setup.points = {{0.0, L"Pinned"}, {3.0, L"Top flange lateral"}, {6.0, L"Pinned"}};
-    Uniform(setup, 6.0, 5e3);
-    Checked c(setup);
+    Case given;
+    given.points = {{0.0, L"Pinned"}, {3.0, L"Top flange lateral"}, {6.0, L"Pinned"}};
+    Uniform(given, 6.0, 5e3);
+    Checked c(given);
     c.Check();
     for (const SpanResult& s : c.Spans(BucklingMode::LateralTorsional))
         EXPECT_EQ(s.LE, 3.0);
@@ -242,19 +242,19 @@ TEST(LateralLengths, TakeTheNominalRowAtInnerPoints)
 TEST(LateralLengths, OfCantileversFollowTable14)
 {
     for (const bool leftTip : {false, true}) {
-        Setup setup;
-        setup.points = {{0.0, leftTip ? L"Free" : L"Fixed"}, {3.0, leftTip ? L"Fixed" : L"Free"}};
+        Case given;
+        given.points = {{0.0, leftTip ? L"Free" : L"Fixed"}, {3.0, leftTip ? L"Fixed" : L"Free"}};
         const double P = 20e3;
-        setup.force = [=](double) { return Vector(0, 0, leftTip ? P : -P); };
-        setup.moment = [=](double x) { return Vector(0, P * (leftTip ? x : 3.0 - x), 0); };
-        Checked normal(setup);
+        given.force = [=](double) { return Vector(0, 0, leftTip ? P : -P); };
+        given.moment = [=](double x) { return Vector(0, P * (leftTip ? x : 3.0 - x), 0); };
+        Checked normal(given);
         normal.Check();
         const SpanResult span = normal.Spans(BucklingMode::LateralTorsional).front();
         EXPECT_TRUE(span.cantilever);
         EXPECT_DOUBLE_EQ(span.LE, 0.8 * 3.0) << leftTip;
         EXPECT_EQ(span.m, 1.0);
-        setup.loadHeight = 0.2;
-        Checked destabilised(setup);
+        given.loadHeight = 0.2;
+        Checked destabilised(given);
         destabilised.Check();
         EXPECT_DOUBLE_EQ(destabilised.Spans(BucklingMode::LateralTorsional).front().LE, 1.4 * 3.0);
     }
@@ -262,53 +262,53 @@ TEST(LateralLengths, OfCantileversFollowTable14)
 
 TEST(MomentFactors, ComeFromTheMomentShapeOrTheUserOrTheLoad)
 {
-    Setup setup;
-    Uniform(setup, 6.0, 5e3);
-    Checked uniform(setup);
+    Case given;
+    Uniform(given, 6.0, 5e3);
+    Checked uniform(given);
     uniform.Check();
     const SpanResult u = uniform.Spans(BucklingMode::LateralTorsional).front();
     EXPECT_EQ(u.momentX.pattern, LoadPattern::Uniform);
     EXPECT_NEAR(u.m, 0.925, 1e-6) << "a parabola from one sub-span";
-    setup.loadHeight = 0.3;
-    Checked destabilised(setup);
+    given.loadHeight = 0.3;
+    Checked destabilised(given);
     destabilised.Check();
     EXPECT_EQ(destabilised.Spans(BucklingMode::LateralTorsional).front().m, 1.0);
-    Checked given(setup);
-    given.member.SetEquivalentUniformMomentFactor(0.9);
-    given.Check();
-    EXPECT_EQ(given.Spans(BucklingMode::LateralTorsional).front().m, 0.9);
-    EXPECT_TRUE(given.Assumes(L"equivalent uniform moment factor"));
+    Checked factor(given);
+    factor.member.SetEquivalentUniformMomentFactor(0.9);
+    factor.Check();
+    EXPECT_EQ(factor.Spans(BucklingMode::LateralTorsional).front().m, 0.9);
+    EXPECT_TRUE(factor.Assumes(L"equivalent uniform moment factor"));
 }
 
 TEST(LoadPatterns, AreRecognised)
 {
-    const auto pattern = [](Setup setup) {
-        Checked c(setup);
+    const auto pattern = [](Case given) {
+        Checked c(given);
         c.Check();
         return c.Spans(BucklingMode::LateralTorsional).front().momentX.pattern;
     };
-    Setup setup;
-    EXPECT_EQ(pattern(setup), LoadPattern::None);
-    EndMoments(setup, 6.0, 0.0, 50e3);
-    EXPECT_EQ(pattern(setup), LoadPattern::EndMoments);
-    setup.points = {{0.0, L"Pinned"}, {3.0, L"Free"}, {6.0, L"Pinned"}};
-    setup.force = [](double x) { return Vector(0, 0, x < 3 ? -10e3 : 10e3); };
-    setup.moment = [](double x) { return Vector(0, -10e3 * std::min(x, 6 - x), 0); };
-    EXPECT_EQ(pattern(setup), LoadPattern::CentralPoint);
-    setup.points = {{0.0, L"Pinned"}, {2.0, L"Free"}, {6.0, L"Pinned"}};
-    setup.force = [](double x) { return Vector(0, 0, x < 2 ? -10e3 : 5e3); };
-    setup.moment = [](double x) { return Vector(0, x < 2 ? -10e3 * x : -5e3 * (6 - x), 0); };
-    EXPECT_EQ(pattern(setup), LoadPattern::PointLoads);
+    Case given;
+    EXPECT_EQ(pattern(given), LoadPattern::None);
+    EndMoments(given, 6.0, 0.0, 50e3);
+    EXPECT_EQ(pattern(given), LoadPattern::EndMoments);
+    given.points = {{0.0, L"Pinned"}, {3.0, L"Free"}, {6.0, L"Pinned"}};
+    given.force = [](double x) { return Vector(0, 0, x < 3 ? -10e3 : 10e3); };
+    given.moment = [](double x) { return Vector(0, -10e3 * std::min(x, 6 - x), 0); };
+    EXPECT_EQ(pattern(given), LoadPattern::CentralPoint);
+    given.points = {{0.0, L"Pinned"}, {2.0, L"Free"}, {6.0, L"Pinned"}};
+    given.force = [](double x) { return Vector(0, 0, x < 2 ? -10e3 : 5e3); };
+    given.moment = [](double x) { return Vector(0, x < 2 ? -10e3 * x : -5e3 * (6 - x), 0); };
+    EXPECT_EQ(pattern(given), LoadPattern::PointLoads);
 }
 
 // 4.7.10.2 for an angle brace without moments, L 120x120x10, 3.2 m: λv = max(3.2/rv, 0.7*3.2/rv + 15, 0.7*3.2/ry + 30).
 TEST(AngleStruts, KeepTheLeastSlendernessOfTheirConnections)
 {
-    Setup setup;
-    setup.section = L"L 120x120x10";
-    setup.points = {{0.0, L"Pinned"}, {1.0, L"Pinned"}};
-    EndMoments(setup, 1.0, 0.0, 0.0, -100e3);
-    Checked c(setup);
+    Case given;
+    given.section = L"L 120x120x10";
+    given.points = {{0.0, L"Pinned"}, {1.0, L"Pinned"}};
+    EndMoments(given, 1.0, 0.0, 0.0, -100e3);
+    Checked c(given);
     EXPECT_TRUE(c.Check());
     // rv = 2.36 cm, ry = 3.67 cm: LE/rv = 42.4; 0.7/rv + 15 = 44.7; 0.7/ry + 30 = 49.1.
     EXPECT_NEAR(c.Spans(BucklingMode::Minor).front().slenderness, 49.1, 0.2);
@@ -318,10 +318,10 @@ TEST(AngleStruts, KeepTheLeastSlendernessOfTheirConnections)
 
 TEST(Ties, OfSingleAnglesCountAsEccentricallyConnected)
 {
-    Setup setup;
-    setup.section = L"L 100x100x10";
-    EndMoments(setup, 6.0, 0.0, 0.0, 300e3);
-    Checked c(setup);
+    Case given;
+    given.section = L"L 100x100x10";
+    EndMoments(given, 6.0, 0.0, 0.0, 300e3);
+    Checked c(given);
     EXPECT_TRUE(c.Check());
     EXPECT_NEAR(c.Entry(Rule::EccentricConnection).resistance, 402.9e3, 0.2e3);
     EXPECT_TRUE(c.Assumes(L"end connection of the tie"));
@@ -331,9 +331,9 @@ TEST(Ties, OfSingleAnglesCountAsEccentricallyConnected)
 // Biaxial bending without axial force is checked by 4.8.3.3 with Fc = 0 (4.9).
 TEST(Interaction, ConcernsMomentsAboutBothAxesWithoutCompression)
 {
-    Setup setup;
-    EndMoments(setup, 6.0, 50e3, 50e3, 0.0, 10e3, 10e3);
-    Checked c(setup);
+    Case given;
+    EndMoments(given, 6.0, 50e3, 50e3, 0.0, 10e3, 10e3);
+    Checked c(given);
     c.Check();
     ASSERT_EQ(c.member.Interactions().size(), 1u);
     const SectionProperties& s = c.member.Properties();
@@ -343,11 +343,11 @@ TEST(Interaction, ConcernsMomentsAboutBothAxesWithoutCompression)
 // Spans of the three modes have different ends: every combination with a common stretch is checked once.
 TEST(Interaction, PairsTheSpansThatOverlap)
 {
-    Setup setup;
-    setup.section = L"UC 254x254x89";
-    setup.points = {{0.0, L"Pinned"}, {2.0, L"F12L"}, {4.0, L"F1L"}, {6.0, L"Pinned"}};
-    EndMoments(setup, 6.0, -20e3, -40e3, -400e3);
-    Checked c(setup);
+    Case given;
+    given.section = L"UC 254x254x89";
+    given.points = {{0.0, L"Pinned"}, {2.0, L"F12L"}, {4.0, L"F1L"}, {6.0, L"Pinned"}};
+    EndMoments(given, 6.0, -20e3, -40e3, -400e3);
+    Checked c(given);
     c.Check();
     EXPECT_EQ(Ends(c.Spans(BucklingMode::Major)), (std::vector<Stretch>{{0, 6}}));
     EXPECT_EQ(Ends(c.Spans(BucklingMode::Minor)), (std::vector<Stretch>{{0, 2}, {2, 6}}));

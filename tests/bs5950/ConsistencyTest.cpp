@@ -16,24 +16,24 @@ struct Utilisations {
     double local, buckling, overall;
 };
 
-Utilisations Of(const Setup& setup)
+Utilisations Of(const Case& given)
 {
-    Checked c(setup);
+    Checked c(given);
     c.Check();
     return {c.result.MaxUtilLocalCombined(nullptr), c.result.UtilBucklingCombined(), c.result.UtilOverAll()};
 }
 
-std::vector<Setup> Members()
+std::vector<Case> Members()
 {
-    std::vector<Setup> setups;
+    std::vector<Case> cases;
     for (const wchar_t* section : {L"UB 457x191x67", L"UC 254x254x89", L"PFC 300x90x41", L"RHS 200x100x6.3",
                                    L"CHS 168.3x5", L"T 254x343x63", L"L 150x150x15"}) {
-        Setup setup;
-        setup.section = section;
-        setup.points = {{0.0, L"Pinned"}, {2.0, L"F1L"}, {6.0, L"Pinned"}};
-        setups.push_back(setup);
+        Case given;
+        given.section = section;
+        given.points = {{0.0, L"Pinned"}, {2.0, L"F1L"}, {6.0, L"Pinned"}};
+        cases.push_back(given);
     }
-    return setups;
+    return cases;
 }
 
 } // namespace
@@ -42,18 +42,18 @@ std::vector<Setup> Members()
 // kind at a time, in sections that are not slender.
 TEST(Laws, UtilisationScalesWithTheLoad)
 {
-    for (Setup setup : Members()) {
+    for (Case given : Members()) {
         for (const int kind : {0, 1, 2}) {
-            if (kind == 0) Uniform(setup, 6.0, 1e3);
-            if (kind == 1) EndMoments(setup, 6.0, 0.0, 0.0, 20e3);
-            if (kind == 2) EndMoments(setup, 6.0, 0.0, 0.0, -5e3);
-            setup.scale = 1.0;
-            const Utilisations one = Of(setup);
-            setup.scale = 1.7;
-            const Utilisations more = Of(setup);
-            EXPECT_NEAR(more.local, 1.7 * one.local, 1e-9 + 1e-6 * one.local) << *CString(setup.section).ToUtf8();
+            if (kind == 0) Uniform(given, 6.0, 1e3);
+            if (kind == 1) EndMoments(given, 6.0, 0.0, 0.0, 20e3);
+            if (kind == 2) EndMoments(given, 6.0, 0.0, 0.0, -5e3);
+            given.scale = 1.0;
+            const Utilisations one = Of(given);
+            given.scale = 1.7;
+            const Utilisations more = Of(given);
+            EXPECT_NEAR(more.local, 1.7 * one.local, 1e-9 + 1e-6 * one.local) << *CString(given.section).ToUtf8();
             EXPECT_NEAR(more.buckling, 1.7 * one.buckling, 1e-9 + 1e-6 * one.buckling)
-                << *CString(setup.section).ToUtf8() << " kind " << kind;
+                << *CString(given.section).ToUtf8() << " kind " << kind;
         }
     }
 }
@@ -62,15 +62,15 @@ TEST(Laws, MoreLoadNeverUsesLessOfAMember)
 {
     std::mt19937 random(SEED);
     std::uniform_real_distribution<double> unit(0.0, 1.0);
-    for (Setup setup : Members())
+    for (Case given : Members())
         for (int trial = 0; trial < 20; ++trial) {
             const double F = -300e3 * unit(random), M = 60e3 * unit(random) - 30e3, My = 8e3 * unit(random);
-            EndMoments(setup, 6.0, M, 0.5 * M, F, My, 0.0);
+            EndMoments(given, 6.0, M, 0.5 * M, F, My, 0.0);
             double before = 0.0;
             for (const double scale : {0.2, 0.5, 1.0, 2.0, 4.0}) {
-                setup.scale = scale;
-                const double now = Of(setup).overall;
-                EXPECT_GE(now, before) << *CString(setup.section).ToUtf8() << " F " << F << " M " << M << " My " << My
+                given.scale = scale;
+                const double now = Of(given).overall;
+                EXPECT_GE(now, before) << *CString(given.section).ToUtf8() << " F " << F << " M " << M << " My " << My
                                        << " scale " << scale << " seed " << SEED;
                 before = now;
             }
@@ -79,12 +79,12 @@ TEST(Laws, MoreLoadNeverUsesLessOfAMember)
 
 TEST(Laws, DoublingALengthNeverRaisesABucklingResistance)
 {
-    for (Setup setup : Members())
+    for (Case given : Members())
         for (const double L : {1.0, 2.0, 4.0, 8.0}) {
             const auto resistances = [&](double length) {
-                setup.points = {{0.0, L"Pinned"}, {length, L"Pinned"}};
-                EndMoments(setup, length, 5e3, 5e3, -20e3);
-                Checked c(setup);
+                given.points = {{0.0, L"Pinned"}, {length, L"Pinned"}};
+                EndMoments(given, length, 5e3, 5e3, -20e3);
+                Checked c(given);
                 c.Check();
                 std::vector<double> r;
                 for (const SpanResult& s : c.member.Spans())
@@ -95,38 +95,38 @@ TEST(Laws, DoublingALengthNeverRaisesABucklingResistance)
             const std::vector<double> longer = resistances(2.0 * L);
             ASSERT_EQ(shorter.size(), 3u);
             for (std::size_t i = 0; i < 3; ++i)
-                EXPECT_LE(longer[i], shorter[i] * (1.0 + 1e-12)) << *CString(setup.section).ToUtf8() << " L " << L;
+                EXPECT_LE(longer[i], shorter[i] * (1.0 + 1e-12)) << *CString(given.section).ToUtf8() << " L " << L;
         }
 }
 
 // Turned end for end: positions and forces reversed. Shear changes sign with the direction of x.
 TEST(Laws, AMemberTurnedEndForEndGivesTheSameAnswers)
 {
-    for (Setup setup : Members()) {
-        EndMoments(setup, 6.0, -20e3, 8e3, -60e3, 3e3, -1e3);
-        const Utilisations a = Of(setup);
-        Setup turned = setup;
+    for (Case given : Members()) {
+        EndMoments(given, 6.0, -20e3, 8e3, -60e3, 3e3, -1e3);
+        const Utilisations a = Of(given);
+        Case turned = given;
         turned.points = {{0.0, L"Pinned"}, {4.0, L"F1L"}, {6.0, L"Pinned"}};
         EndMoments(turned, 6.0, 8e3, -20e3, -60e3, -1e3, 3e3);
         const Utilisations b = Of(turned);
-        EXPECT_NEAR(a.local, b.local, 1e-6) << *CString(setup.section).ToUtf8();
-        EXPECT_NEAR(a.buckling, b.buckling, 1e-6) << *CString(setup.section).ToUtf8();
+        EXPECT_NEAR(a.local, b.local, 1e-6) << *CString(given.section).ToUtf8();
+        EXPECT_NEAR(a.buckling, b.buckling, 1e-6) << *CString(given.section).ToUtf8();
     }
 }
 
 // Turned upside down: flange restraints change places and the major moment its sign; sections symmetric about x-x.
 TEST(Laws, AMemberTurnedUpsideDownGivesTheSameAnswers)
 {
-    for (Setup setup : Members()) {
-        const Shape shape = PropertiesOf(setup.section).shape;
+    for (Case given : Members()) {
+        const Shape shape = PropertiesOf(given.section).shape;
         if (shape == Shape::Tee || shape == Shape::Angle) continue;
-        EndMoments(setup, 6.0, -20e3, -8e3, -60e3, 3e3, -1e3);
-        const Utilisations a = Of(setup);
-        setup.points = {{0.0, L"Pinned"}, {2.0, L"F2L"}, {6.0, L"Pinned"}};
-        EndMoments(setup, 6.0, 20e3, 8e3, -60e3, 3e3, -1e3);
-        const Utilisations b = Of(setup);
-        EXPECT_NEAR(a.local, b.local, 1e-9) << *CString(setup.section).ToUtf8();
-        EXPECT_NEAR(a.buckling, b.buckling, 1e-9) << *CString(setup.section).ToUtf8();
+        EndMoments(given, 6.0, -20e3, -8e3, -60e3, 3e3, -1e3);
+        const Utilisations a = Of(given);
+        given.points = {{0.0, L"Pinned"}, {2.0, L"F2L"}, {6.0, L"Pinned"}};
+        EndMoments(given, 6.0, 20e3, 8e3, -60e3, 3e3, -1e3);
+        const Utilisations b = Of(given);
+        EXPECT_NEAR(a.local, b.local, 1e-9) << *CString(given.section).ToUtf8();
+        EXPECT_NEAR(a.buckling, b.buckling, 1e-9) << *CString(given.section).ToUtf8();
     }
 }
 
@@ -134,23 +134,23 @@ TEST(Laws, AMemberTurnedUpsideDownGivesTheSameAnswers)
 // more uniform; so the resistances are compared, and the utilisation where the moment is uniform anyway.
 TEST(Laws, ARestraintAddedNeverLowersAResistanceNorRaisesAUtilisation)
 {
-    for (Setup setup : Members())
+    for (Case given : Members())
         for (const wchar_t* added : {L"F1L", L"F12L", L"Pinned"}) {
-            EndMoments(setup, 6.0, -10e3, -10e3, -50e3);
-            setup.points = {{0.0, L"Pinned"}, {3.0, L"Free"}, {6.0, L"Pinned"}};
-            Checked before(setup);
+            EndMoments(given, 6.0, -10e3, -10e3, -50e3);
+            given.points = {{0.0, L"Pinned"}, {3.0, L"Free"}, {6.0, L"Pinned"}};
+            Checked before(given);
             before.Check();
-            setup.points[1].second = added;
-            Checked after(setup);
+            given.points[1].second = added;
+            Checked after(given);
             after.Check();
             for (const SpanResult& s : after.member.Spans())
                 for (const SpanResult& old : before.member.Spans())
                     if (s.mode == old.mode && s.left >= old.left && s.right <= old.right) {
                         EXPECT_GE(s.resistance, old.resistance * (1.0 - 1e-12))
-                            << *CString(setup.section).ToUtf8() << " " << *CString(added).ToUtf8();
+                            << *CString(given.section).ToUtf8() << " " << *CString(added).ToUtf8();
                     }
             EXPECT_LE(after.result.UtilBucklingCombined(), before.result.UtilBucklingCombined() * (1.0 + 1e-9))
-                << *CString(setup.section).ToUtf8() << " " << *CString(added).ToUtf8();
+                << *CString(given.section).ToUtf8() << " " << *CString(added).ToUtf8();
         }
 }
 
@@ -158,32 +158,32 @@ TEST(Laws, ARestraintAddedNeverLowersAResistanceNorRaisesAUtilisation)
 // from its shears.
 TEST(Laws, MoreSubSpansGiveTheSameAnswer)
 {
-    Setup setup;
-    Uniform(setup, 6.0, 20e3, -200e3);
-    const Utilisations coarse = Of(setup);
-    setup.points.clear();
+    Case given;
+    Uniform(given, 6.0, 20e3, -200e3);
+    const Utilisations coarse = Of(given);
+    given.points.clear();
     for (int i = 0; i <= 12; ++i)
-        setup.points.emplace_back(0.5 * i, i % 12 == 0 ? L"Pinned" : L"Free");
-    const Utilisations fine = Of(setup);
+        given.points.emplace_back(0.5 * i, i % 12 == 0 ? L"Pinned" : L"Free");
+    const Utilisations fine = Of(given);
     EXPECT_NEAR(coarse.local, fine.local, 1e-6);
     EXPECT_NEAR(coarse.buckling, fine.buckling, 1e-6);
 }
 
 TEST(Laws, AStrongerGradeNeverUsesMoreOfASectionThatIsNotSlender)
 {
-    Setup setup;
-    Uniform(setup, 6.0, 10e3, -100e3);
-    setup.grade = L"S275";
-    const double weak = Of(setup).overall;
-    setup.grade = L"S355";
-    EXPECT_LE(Of(setup).overall, weak);
+    Case given;
+    Uniform(given, 6.0, 10e3, -100e3);
+    given.grade = L"S275";
+    const double weak = Of(given).overall;
+    given.grade = L"S355";
+    EXPECT_LE(Of(given).overall, weak);
 }
 
 TEST(Laws, CheckingTwiceGivesTheSameFindings)
 {
-    Setup setup;
-    Uniform(setup, 6.0, 20e3, -200e3);
-    Checked c(setup);
+    Case given;
+    Uniform(given, 6.0, 20e3, -200e3);
+    Checked c(given);
     const bool first = c.Check();
     const std::size_t entries = c.member.Checks().Entries().size();
     const double overall = c.result.UtilOverAll();
@@ -196,9 +196,9 @@ TEST(Laws, CheckingTwiceGivesTheSameFindings)
 
 TEST(Laws, ACloneChecksToTheSameAnswer)
 {
-    Setup setup;
-    Uniform(setup, 6.0, 20e3, -200e3);
-    Checked c(setup);
+    Case given;
+    Uniform(given, 6.0, 20e3, -200e3);
+    Checked c(given);
     c.Check();
     const std::unique_ptr<CSteelMemberBS5950> copy(c.member.Clone());
     CMemberResult result;

@@ -86,10 +86,10 @@ TEST(LedgerOfChecks, HasEveryRuleWhateverTheActions)
         for (const double F : {0.0, -50e3, 50e3})
             for (const double M : {0.0, -10e3, 10e3})
                 for (const double My : {0.0, 2e3}) {
-                    Setup setup;
-                    setup.section = section;
-                    EndMoments(setup, 6.0, M, 0.0, F, My, 0.0);
-                    Checked c(setup);
+                    Case given;
+                    given.section = section;
+                    EndMoments(given, 6.0, M, 0.0, F, My, 0.0);
+                    Checked c(given);
                     const bool passed = c.Check();
                     ExpectComplete(c.member.Checks(), *CString(section).ToUtf8());
                     EXPECT_EQ(passed, !c.result.HasFailed()) << *CString(section).ToUtf8();
@@ -99,9 +99,9 @@ TEST(LedgerOfChecks, HasEveryRuleWhateverTheActions)
 
 TEST(LedgerOfChecks, AgreesWithTheResultRecord)
 {
-    Setup setup;
-    Uniform(setup, 6.0, 100e3, -300e3);
-    Checked c(setup);
+    Case given;
+    Uniform(given, 6.0, 100e3, -300e3);
+    Checked c(given);
     EXPECT_FALSE(c.Check());
     EXPECT_TRUE(c.result.TestFlags(CMemberResult::FAIL_LOCAL | CMemberResult::FAIL_BUCKLE));
     EXPECT_EQ(c.Entry(Rule::MomentMajor).utilisation, c.result.MaxUtilLocalMomMajor(nullptr));
@@ -171,11 +171,11 @@ TEST(Refusals, OfColdFormedOpenSections)
 // A hollow section laid flat is stiffer about its y-y axis; lateral buckling under that moment is not covered, and said.
 TEST(Refusals, OfLateralBucklingAboutTheOtherAxis)
 {
-    Setup setup;
-    setup.section = L"BOX 100x300x8x8";
-    setup.type = SEC_WELDED;
-    EndMoments(setup, 6.0, 0.0, 0.0, 0.0, 20e3, 20e3);
-    Checked c(setup);
+    Case given;
+    given.section = L"BOX 100x300x8x8";
+    given.type = SEC_WELDED;
+    EndMoments(given, 6.0, 0.0, 0.0, 0.0, 20e3, 20e3);
+    Checked c(given);
     c.Check();
     EXPECT_TRUE(c.result.TestFlags(CMemberResult::NOT_CHECKED));
     int open = 0;
@@ -186,44 +186,44 @@ TEST(Refusals, OfLateralBucklingAboutTheOtherAxis)
 
 TEST(Refusals, OfNotANumberForces)
 {
-    Setup setup;
-    setup.force = [](double) { return Vector(std::nan(""), 0, 0); };
-    Checked c(setup);
+    Case given;
+    given.force = [](double) { return Vector(std::nan(""), 0, 0); };
+    Checked c(given);
     EXPECT_FALSE(c.Check());
     EXPECT_TRUE(c.result.TestFlags(CMemberResult::NOT_CHECKED));
 }
 
 TEST(Assumptions, AreNamed)
 {
-    Setup setup;
-    Uniform(setup, 6.0, 5e3);
-    setup.plasElas = 0.0;
-    Checked defaulted(setup);
+    Case given;
+    Uniform(given, 6.0, 5e3);
+    given.plasElas = 0.0;
+    Checked defaulted(given);
     defaulted.Check();
     EXPECT_TRUE(defaulted.Assumes(L"plastic to elastic limit"));
     EXPECT_NE(defaulted.Verbose().find("plastic to elastic limit"), std::string::npos);
-    setup.plasElas = 1.2;
-    Checked given(setup);
-    given.Check();
-    EXPECT_TRUE(given.member.Assumptions().empty());
-    setup.loadHeight = 0.2;
-    Checked destabilised(setup);
+    given.plasElas = 1.2;
+    Checked complete(given);
+    complete.Check();
+    EXPECT_TRUE(complete.member.Assumptions().empty());
+    given.loadHeight = 0.2;
+    Checked destabilised(given);
     destabilised.Check();
     EXPECT_TRUE(destabilised.Assumes(L"mLT"));
-    setup.loadHeight = 0.0;
-    setup.type = SEC_UNDEF;
-    Checked untyped(setup);
+    given.loadHeight = 0.0;
+    given.type = SEC_UNDEF;
+    Checked untyped(given);
     untyped.Check();
     EXPECT_TRUE(untyped.Assumes(L"fabrication"));
-    setup.type = SEC_ROLLED;
-    Setup free;
+    given.type = SEC_ROLLED;
+    Case free;
     free.points = {{0.0, L"Fixed"}, {4.0, L"Free"}};
     EndMoments(free, 4.0, 0.0, 0.0, -50e3);
     Checked sway(free);
     sway.Check();
     EXPECT_TRUE(sway.Assumes(L"missing restraint"));
-    setup.section = L"PFC 200x90x30";
-    Checked channel(setup);
+    given.section = L"PFC 200x90x30";
+    Checked channel(given);
     channel.Check();
     EXPECT_TRUE(channel.Assumes(L"line of loading"));
 }
@@ -261,12 +261,12 @@ TEST(Report, CanBeFollowedWithTheStandardOnTheDesk)
 
 TEST(Report, IsNotBuiltWithoutTextAndTheFindingsAreTheSame)
 {
-    Setup setup;
-    setup.points.clear();
+    Case given;
+    given.points.clear();
     for (int i = 0; i <= 12; ++i)
-        setup.points.emplace_back(0.5 * i, i % 12 == 0 ? L"Pinned" : L"Free");
-    Uniform(setup, 6.0, 20e3, -200e3);
-    Checked silent(setup, false), written(setup, true);
+        given.points.emplace_back(0.5 * i, i % 12 == 0 ? L"Pinned" : L"Free");
+    Uniform(given, 6.0, 20e3, -200e3);
+    Checked silent(given, false), written(given, true);
     EXPECT_EQ(silent.Check(), written.Check());
     EXPECT_EQ(silent.result.UtilOverAll(), written.result.UtilOverAll());
     EXPECT_EQ(silent.result.GetFlags(), written.result.GetFlags());
@@ -275,7 +275,7 @@ TEST(Report, IsNotBuiltWithoutTextAndTheFindingsAreTheSame)
     const auto best = [&](bool text) {
         double least = 1e9;
         for (int i = 0; i < 20; ++i) {
-            Checked c(setup, text);
+            Checked c(given, text);
             const auto start = std::chrono::steady_clock::now();
             c.Check();
             least = std::min(least, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
@@ -289,9 +289,9 @@ TEST(Report, IsNotBuiltWithoutTextAndTheFindingsAreTheSame)
 
 TEST(WithoutAResult, TheCheckRunsJustTheSame)
 {
-    Setup setup;
-    Uniform(setup, 6.0, 20e3, -200e3);
-    Checked c(setup);
+    Case given;
+    Uniform(given, 6.0, 20e3, -200e3);
+    Checked c(given);
     const bool passed = c.Check();
     std::unique_ptr<CSteelMemberBS5950> alone(c.member.Clone());
     EXPECT_EQ(alone->Check(), passed);

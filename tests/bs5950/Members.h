@@ -40,7 +40,7 @@ inline Material SteelOf(const wchar_t* grade, const SectionProperties& s)
 }
 
 /// A member by its points and by the functions of force and moment along it.
-struct Setup {
+struct Case {
     const wchar_t* section = L"UB 457x191x67";
     const wchar_t* grade = L"S275";
     int type = SEC_ROLLED;
@@ -68,38 +68,38 @@ inline Vector Scaled(const Vector& v, double k) { return {v.x * k, v.y * k, v.z 
 /// A member that is set up, checked or not yet, with its result.
 class Checked {
 public:
-    explicit Checked(const Setup& setup, bool text = true)
+    explicit Checked(const Case& given, bool text = true)
     {
-        member.SetDesOpt(setup.option);
+        member.SetDesOpt(given.option);
         if (!text) result.EnableText(false);
         member.SetResult(&result);
-        CSection section{CString(setup.section)};
+        CSection section{CString(given.section)};
         CSecComp component = section.Component(0);
-        component.SetType(setup.type);
-        component.SetNetGross(setup.netGross);
-        component.SetPlasElas(setup.plasElas);
+        component.SetType(given.type);
+        component.SetNetGross(given.netGross);
+        component.SetPlasElas(given.plasElas);
         section.SetComponent(0, component);
         if (!member.SetKeltrixSec(section)) throw std::runtime_error("section of a test is refused");
-        if (!member.SetGrade(GradeNamed(setup.grade))) throw std::runtime_error("grade of a test is refused");
+        if (!member.SetGrade(GradeNamed(given.grade))) throw std::runtime_error("grade of a test is refused");
         std::vector<CMemberPoint> points;
         std::vector<CSubSpan> subs;
         const double tiny = 1e-9;
-        for (std::size_t i = 0; i < setup.points.size(); ++i) {
+        for (std::size_t i = 0; i < given.points.size(); ++i) {
             CMemberPoint p;
             p.Set1Index(static_cast<int>(i) + 1);
-            p.SetPos(setup.points[i].first);
-            CRestraint r = RestraintNamed(setup.points[i].second);
-            r.SetLoadHeight(setup.loadHeight);
+            p.SetPos(given.points[i].first);
+            CRestraint r = RestraintNamed(given.points[i].second);
+            r.SetLoadHeight(given.loadHeight);
             p.SetRestraint(r);
             points.push_back(p);
-            if (i + 1 == setup.points.size()) break;
-            const double a = setup.points[i].first;
-            const double b = setup.points[i + 1].first;
+            if (i + 1 == given.points.size()) break;
+            const double a = given.points[i].first;
+            const double b = given.points[i + 1].first;
             CSubSpan s;
             s.Set1Index(static_cast<int>(i) + 1);
-            s.SetForcesAll(Scaled(setup.force(a + tiny), setup.scale), Scaled(setup.force(b - tiny), setup.scale));
-            s.SetMomentsAll(Scaled(setup.moment(a), setup.scale), Scaled(setup.moment(b), setup.scale));
-            s.SetRestraint(RestraintNamed(setup.alongEach.empty() ? setup.along : setup.alongEach[i]));
+            s.SetForcesAll(Scaled(given.force(a + tiny), given.scale), Scaled(given.force(b - tiny), given.scale));
+            s.SetMomentsAll(Scaled(given.moment(a), given.scale), Scaled(given.moment(b), given.scale));
+            s.SetRestraint(RestraintNamed(given.alongEach.empty() ? given.along : given.alongEach[i]));
             subs.push_back(s);
         }
         member.SetMemberPointVec(points);
@@ -134,18 +134,18 @@ public:
 
 /// Simply supported span of length L under w (N/m) downwards: Fz = w(x - L/2), Myy = -w x (L - x)/2 (sagging below
 /// zero), with an axial force.
-inline void Uniform(Setup& setup, double L, double w, double axial = 0.0)
+inline void Uniform(Case& given, double L, double w, double axial = 0.0)
 {
-    setup.force = [=](double x) { return Vector(axial, 0.0, w * (x - 0.5 * L)); };
-    setup.moment = [=](double x) { return Vector(0.0, -0.5 * w * x * (L - x), 0.0); };
+    given.force = [=](double x) { return Vector(axial, 0.0, w * (x - 0.5 * L)); };
+    given.moment = [=](double x) { return Vector(0.0, -0.5 * w * x * (L - x), 0.0); };
 }
 
 /// Linear moments about both axes from the left to the right end.
-inline void EndMoments(Setup& setup, double L, double xLeft, double xRight, double axial = 0.0, double yLeft = 0.0,
+inline void EndMoments(Case& given, double L, double xLeft, double xRight, double axial = 0.0, double yLeft = 0.0,
                        double yRight = 0.0)
 {
-    setup.force = [=](double) { return Vector(axial, -(yRight - yLeft) / L, (xRight - xLeft) / L); };
-    setup.moment = [=](double x) {
+    given.force = [=](double) { return Vector(axial, -(yRight - yLeft) / L, (xRight - xLeft) / L); };
+    given.moment = [=](double x) {
         return Vector(0.0, xLeft + (xRight - xLeft) * x / L, yLeft + (yRight - yLeft) * x / L);
     };
 }

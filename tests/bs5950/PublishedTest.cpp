@@ -81,14 +81,14 @@ TEST(PublishedCapacities, AreMetWithinTheirPrintedFigures)
 // mid-span. Factored: w = 1.4*15 + 1.6*30 = 69 kN/m, W = 1.4*40 + 1.6*50 = 136 kN; M = 585.4 kNm, V = 292.3 kN.
 TEST(PublishedExamples, TheRestrainedBeamOfDesignGuideExample2)
 {
-    Setup setup;
-    setup.section = L"UB 533x210x92";
-    setup.points = {{0.0, L"Pinned"}, {3.25, L"Top flange lateral"}, {6.5, L"Pinned"}};
-    setup.along = L"Top flange lateral";
+    Case given;
+    given.section = L"UB 533x210x92";
+    given.points = {{0.0, L"Pinned"}, {3.25, L"Top flange lateral"}, {6.5, L"Pinned"}};
+    given.along = L"Top flange lateral";
     const double w = 69e3, W = 136e3, L = 6.5;
-    setup.force = [=](double x) { return Vector(0, 0, w * (x - L / 2) + (x < L / 2 ? -W / 2 : W / 2)); };
-    setup.moment = [=](double x) { return Vector(0, -w * x * (L - x) / 2 - W / 2 * std::min(x, L - x), 0); };
-    Checked c(setup);
+    given.force = [=](double x) { return Vector(0, 0, w * (x - L / 2) + (x < L / 2 ? -W / 2 : W / 2)); };
+    given.moment = [=](double x) { return Vector(0, -w * x * (L - x) / 2 - W / 2 * std::min(x, L - x), 0); };
+    Checked c(given);
     ASSERT_TRUE(c.Check());
     const LedgerEntry& moment = c.Entry(Rule::MomentMajor);
     EXPECT_NEAR(moment.resistance, 649e3, 0.5e3);
