@@ -260,6 +260,36 @@ TEST(LateralLengths, OfCantileversFollowTable14)
     }
 }
 
+// A pinned support cannot carry a cantilever: the other end must be supported too, and that is named.
+TEST(LateralLengths, TakeAnUndeclaredSupportForOneWhereTheMemberWouldFallOtherwise)
+{
+    Case given;
+    given.points = {{0.0, L"Pinned"}, {6.0, L"Top and Bottom flange lateral"}};
+    Uniform(given, 6.0, 10e3);
+    Checked c(given);
+    c.Check();
+    EXPECT_FALSE(c.Spans(BucklingMode::LateralTorsional).front().cantilever);
+    EXPECT_DOUBLE_EQ(c.Spans(BucklingMode::LateralTorsional).front().LE, 6.0);
+    EXPECT_TRUE(c.Assumes(L"vertical support"));
+}
+
+// A beam that runs on past its second support ends in a cantilever.
+TEST(LateralLengths, OfAnOverhang)
+{
+    Case given;
+    given.points = {{0.0, L"Pinned"}, {6.0, L"Pinned"}, {8.0, L"Free"}};
+    given.force = [](double x) { return Vector(0, 0, x < 6.0 ? 20e3 / 3.0 : -20e3); };
+    given.moment = [](double x) { return Vector(0, x < 6.0 ? 20e3 * x / 3.0 : 20e3 * (8.0 - x), 0); };
+    Checked c(given);
+    c.Check();
+    const auto spans = c.Spans(BucklingMode::LateralTorsional);
+    ASSERT_EQ(spans.size(), 2u);
+    EXPECT_FALSE(spans[0].cantilever);
+    EXPECT_TRUE(spans[1].cantilever);
+    EXPECT_DOUBLE_EQ(spans[1].LE, 2.0) << "Table 14, continuous with lateral and torsional restraint, free tip: 1.0L";
+    EXPECT_STREQ(spans[1].endReason, L"free tip of a cantilever");
+}
+
 TEST(MomentFactors, ComeFromTheMomentShapeOrTheUserOrTheLoad)
 {
     Case given;

@@ -2,6 +2,8 @@
 
 #include <chrono>
 #include <fstream>
+#include <optional>
+#include <random>
 #include <set>
 #include <sstream>
 
@@ -95,6 +97,44 @@ TEST(LedgerOfChecks, HasEveryRuleWhateverTheActions)
                     EXPECT_EQ(passed, !c.result.HasFailed()) << *CString(section).ToUtf8();
                     EXPECT_EQ(passed, !c.member.Checks().HasFailed());
                 }
+}
+
+// Random actions and restraints on every section of the catalogue: the ledger stays complete and says the same as the
+// record.
+TEST(LedgerOfChecks, StaysCompleteAndInStepWithTheRecordForRandomMembers)
+{
+    constexpr unsigned SEED = 2000;
+    std::mt19937 random(SEED);
+    std::uniform_real_distribution<double> sign(-1.0, 1.0);
+    const wchar_t* restraints[] = {L"Free", L"Pinned", L"Fixed", L"F1L", L"F12L", L"F1L TF MAJV", L"TP F2L MAJV"};
+    const auto pick = [&] { return restraints[static_cast<std::size_t>((sign(random) + 1.0) * 3.4999)]; };
+    int members = 0;
+    for (const CSectDB::Entry& entry : CSectDB::GetDatabase()->Entries()) {
+        const std::optional<SectionProperties> s = MakeProperties(CSection(entry.designation), nullptr);
+        ASSERT_TRUE(s.has_value()) << *entry.designation.ToUtf8();
+        Case given;
+        given.section = entry.designation.GetString();
+        given.type = entry.secType;
+        given.grade = L"S275";
+        given.option = members % 2 + 1;
+        given.points = {{0.0, pick()}, {1.5, pick()}, {3.0, pick()}, {5.5, pick()}};
+        given.force = [&](double) {
+            return Vector(s->A * 120e6 * sign(random), s->A * 10e6 * sign(random), s->A * 20e6 * sign(random));
+        };
+        given.moment = [&](double) {
+            const double minor = sign(random);
+            return Vector(0, s->Zx * 200e6 * sign(random), minor > 0 ? s->Zy * 200e6 * minor : 0.0);
+        };
+        Checked c(given, members % 10 == 0);
+        const bool passed = c.Check();
+        const std::string name = *entry.designation.ToUtf8() + ", seed " + std::to_string(SEED);
+        ExpectComplete(c.member.Checks(), name);
+        EXPECT_EQ(passed, !c.result.HasFailed()) << name;
+        ASSERT_NE(c.member.Checks().Governing(), nullptr) << name;
+        EXPECT_EQ(c.member.Checks().Governing()->utilisation, c.result.UtilOverAll()) << name;
+        ++members;
+    }
+    EXPECT_GT(members, 1000);
 }
 
 TEST(LedgerOfChecks, AgreesWithTheResultRecord)

@@ -144,15 +144,20 @@ bool CSteelMemberBS5950::SubSpanHeld(BucklingMode mode, int subSpan) const
     }
 }
 
-// A member's end without vertical support, where the member has one elsewhere: the tip of a cantilever.
+// A member's end without vertical support is the tip of a cantilever where the rest of the member can carry it: from two
+// supports, or from one that holds its rotation.
 bool CSteelMemberBS5950::IsTip(int point) const
 {
     const int last = static_cast<int>(MemberPoints().size()) - 1;
     if (point != 0 && point != last) return false;
-    bool supported = false;
-    for (int i = 0; i <= last && !supported; ++i)
-        supported = i != point && PointRestraint(i).IsRestrained(CRestraint::MAJOR_SHEAR, false);
-    return supported && !PointRestraint(point).IsRestrained(CRestraint::MAJOR_SHEAR, false);
+    if (PointRestraint(point).IsRestrained(CRestraint::MAJOR_SHEAR, false)) return false;
+    int supports = 0;
+    for (int i = 0; i <= last && supports < 2; ++i) {
+        const CRestraint restraint = PointRestraint(i);
+        if (i == point || !restraint.IsRestrained(CRestraint::MAJOR_SHEAR, false)) continue;
+        supports += Rotation(restraint, BucklingMode::Major) > 0 ? 2 : 1;
+    }
+    return supports >= 2;
 }
 
 SpanResult CSteelMemberBS5950::MakeSpan(BucklingMode mode, int left, int right) const
@@ -421,6 +426,13 @@ void CSteelMemberBS5950::SetLateralLength(SpanResult& span)
                           : rules.BS5950_1_2000_Table14(L, sense, left, right, span.destabilising);
         return;
     }
+    const auto unsupportedEnd = [this](int point) {
+        return (point == 0 || point == static_cast<int>(MemberPoints().size()) - 1) &&
+               !PointRestraint(point).IsRestrained(CRestraint::MAJOR_SHEAR, false);
+    };
+    if (unsupportedEnd(span.left) || unsupportedEnd(span.right))
+        Assume(L"vertical support", L"an end without major axis shear restraint is taken as supported, not as a tip",
+               std::nan(""));
     // Clause 4.3.5.2: the row with nominal torsional restraint is for a beam that goes on past the restraint or whose
     // support holds it against rotation by itself (4.2.2). A support of which no torsional restraint of any kind is
     // known gives no such row.

@@ -329,7 +329,7 @@ void CSteelMemberBS5950::RecordCombined()
         for (int i = 0; i < static_cast<int>(m_positions.size()); ++i) {
             const PositionResult& p = m_positions[static_cast<std::size_t>(i)];
             const bool sign = tension ? p.actions.F > 0.0 : p.actions.F <= 0.0;
-            const int kinds = (p.actions.F != 0.0) + (p.actions.Mx != 0.0) + (p.actions.My != 0.0);
+            const int kinds = (p.actions.F != 0.0) + (p.momentMajor != 0.0) + (p.momentMinor != 0.0);
             if (!sign || kinds < 2) continue;
             if (worst < 0 || p.combined > m_positions[static_cast<std::size_t>(worst)].combined) worst = i;
         }

@@ -171,7 +171,7 @@ void CSteelMemberBS5950::Text::Moment(const PositionResult& p)
 
 void CSteelMemberBS5950::Text::Combined(const PositionResult& p)
 {
-    const int kinds = (p.actions.F != 0.0) + (p.actions.Mx != 0.0) + (p.actions.My != 0.0);
+    const int kinds = (p.actions.F != 0.0) + (p.momentMajor != 0.0) + (p.momentMinor != 0.0);
     if (kinds < 2) return;
     const bool tension = p.actions.F > 0.0;
     if (p.Mrx > 0.0) {

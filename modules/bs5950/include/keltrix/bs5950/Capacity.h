@@ -34,7 +34,7 @@ public:
     /// Shear capacities along x and along y (parallel to the web).
     double Pvx() const;
     double Pvy() const;
-    /// Moment capacities at low shear.
+    /// Moment capacities at low shear; about u-u and v-v for an angle.
     double Mcx() const;
     double Mcy() const;
     /// Reduced moment capacities with an axial force of F/Pz, 0 to 1 (Annex I.2); nothing where the section is not
@@ -44,7 +44,7 @@ public:
     /// Compression resistances. The class is that at the resistance itself.
     double Pcx(double LE) const;
     double Pcy(double LE) const;
-    /// Buckling resistance moment; flange 1 in compression.
+    /// Buckling resistance moment, at most Mcx; flange 1 in compression. About u-u for an angle.
     double Mb(double LE) const;
 
 private:
