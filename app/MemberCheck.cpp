@@ -143,6 +143,13 @@ private:
     Line m_line;
 };
 
+// "a GRADE line here", "an END line here".
+std::string LineHere(Rank rank)
+{
+    const std::string word = WordOf(rank);
+    return (std::string_view("AEIOU").find(word[0]) == std::string_view::npos ? "a " : "an ") + word + " line here";
+}
+
 std::string Count(std::size_t n, const char* what) { return std::to_string(n) + ' ' + what + (n == 1 ? "" : "s"); }
 
 // The shortest decimal that single precision reads back as the same value.
@@ -290,12 +297,12 @@ private:
             const bool newMember = line.rank == TITLE && wanted != TITLE;
             if (line.isPastEnd || newMember || line.rank > wanted) {
                 const std::string got = newMember ? "the TITLE line of another member" : QuoteLine();
-                if (!isTold) Refuse(got, "a " + WordOf(wanted) + " line here", LostOverrides(wanted));
+                if (!isTold) Refuse(got, LineHere(wanted), LostOverrides(wanted));
                 m_stop = line.isPastEnd || newMember;
                 m_pending = true;
                 return false;
             }
-            RefuseStray("a " + WordOf(wanted) + " line here");
+            RefuseStray(LineHere(wanted));
             isTold = true;
             m_walk.Next();
         }
@@ -409,21 +416,36 @@ private:
         WarnOfExtraFields(list, 1);
     }
 
+    // Whether the current line begins a member: TITLE, perhaps a line of captions, SECTION. In the two places where any
+    // line is passed over, a TITLE line by itself is just that.
+    bool StartsMember() const
+    {
+        if (Now().rank != TITLE) return false;
+        std::wstring_view rest = m_text.View().substr(m_walk.Finish());
+        for (int i = 0; i < 2; ++i) {
+            std::wstring_view line = rest.substr(0, rest.find(L'\n'));
+            rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+            const Rank rank = RankOf(GetSubString(line));
+            if (rank != HEADINGS) return rank == SECTION;
+        }
+        return false;
+    }
+
     // The reader takes the line in this place whatever it is.
     void CheckShearLag()
     {
         Advance();
         if (m_stop) return;
         if (Now().rank == SHEAR_LAG) return CheckSingleNumber("factor");
-        const std::string expected = "a SHEAR_LAG_FACTOR line here";
+        const std::string expected = LineHere(SHEAR_LAG);
         if (Now().rank == HEADINGS) {
             Warn({}, QuoteLine(), expected, "the factor keeps the section's value");
         } else if (m_member.hasErrors) {
             m_pending = true;
         } else {
             if (Now().rank == LENGTH_OVERRIDES) m_lostOverridesLine = Now().number;
-            Warn({}, QuoteLine(), expected, "the line in its place is lost");
-            if (Now().rank == TITLE || Now().isPastEnd) m_pending = true;
+            m_pending = StartsMember() || Now().isPastEnd;
+            if (!m_pending) Warn({}, QuoteLine(), expected, "the line in its place is lost");
         }
     }
 
@@ -459,7 +481,7 @@ private:
             m_walk.Next();
         }
         if (Now().rank == HEADINGS && !sawWeakAxis) return;
-        if (m_member.hasErrors || Now().isPastEnd || Now().rank == TITLE) {
+        if (m_member.hasErrors || Now().isPastEnd || StartsMember()) {
             m_pending = true;
             return;
         }

@@ -14,7 +14,7 @@ using Kind = Document::Kind;
 constexpr std::size_t INDENT_WIDTH = 2;
 constexpr std::size_t COLUMN_GAP = 2;
 // A longer cell does not widen its column: it pushes aside what stands behind it in its own line.
-constexpr std::size_t WIDEST_COLUMN = 120;
+constexpr std::size_t WIDEST_COLUMN = 60;
 
 std::string PlainText(const Document::Cell& cell)
 {

@@ -229,6 +229,14 @@ double HalvingLevel(const std::vector<std::vector<Point>>& loops, double low, do
 
 } // namespace
 
+double SectionOutline::Area() const
+{
+    double area = 0.0;
+    for (const OutlineLoop& loop : loops)
+        area += AreaBelow(Corners(loop), top);
+    return area;
+}
+
 double SectionOutline::HalvingHeight() const
 {
     std::vector<std::vector<Point>> corners;

@@ -57,7 +57,7 @@ std::string Markup(const NamedSection& section, const std::string& grade, const 
     std::string x = "\nMrx";
     std::string y = "\nMry";
     for (int i = 0; i < RATIOS; ++i) {
-        text += '\t' + Figures(i / 10.0 + 1e-12, 2).substr(0, 3);
+        text += i < 10 ? "\t0." + std::to_string(i) : "\t1.0";
         x += '\t' + OrDash(c.Mrx(i / 10.0));
         y += '\t' + OrDash(c.Mry(i / 10.0));
     }

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "commands/Commands.h"
+
+namespace Keltrix::App::Trial {
+
+/// A member of three points that every reader takes, for tests to spoil. Line numbers in tests count from its TITLE.
+inline const std::string GOOD_MEMBER = "TITLE,Floor beam\n"                                      // 1
+                                       "HEADINGS,Keltrix description,Rolled/Welded\n"            // 2
+                                       "SECTION,UB 457x191x67,ROLLED\n"                          // 3
+                                       "GRADE,S275\n"                                            // 4
+                                       "NET_TO_GROSS,1.0000\n"                                   // 5
+                                       "ALLOWABLE_PLASTIC/ELASTIC_RATIO,1.2000\n"                // 6
+                                       "SHEAR_LAG_FACTOR,0.7000\n"                               // 7
+                                       "HEADINGS,YES/NO,Leff Maj, Leff Min, Leff LT\n"           // 8
+                                       "EFFECTIVE_LENGTH_OVERRIDES,NO\n"                         // 9
+                                       "EQUIVALENT_UNIFORM_MOMENT_FACTOR,0.9000\n"               // 10
+                                       "HEADINGS,Index,Position,Restraint int, Load height\n"    // 11
+                                       "MEMBERPOINT,1,0,Pinned,0\n"                              // 12
+                                       "MEMBERPOINT,2,3,Top flange lateral,0\n"                  // 13
+                                       "MEMBERPOINT,3,6,Pinned,0\n"                              // 14
+                                       "HEADINGS,Index,Fx-L,Fy-L,Fz-L\n"                         // 15
+                                       "SUBSPAN,1,0,0,-5000,0,0,-5000,0,0,0,0,-15000,0,Free,0\n" // 16
+                                       "SUBSPAN,2,0,0,5000,0,0,5000,0,-15000,0,0,0,0,Free,0\n"   // 17
+                                       "END\n";                                                  // 18
+
+inline std::string ReadWhole(const std::filesystem::path& path)
+{
+    std::ifstream stream(path, std::ios::binary);
+    std::ostringstream text;
+    text << stream.rdbuf();
+    return text.str();
+}
+
+/// A directory of one test, removed at its end.
+class TestDirectory {
+public:
+    TestDirectory()
+    {
+        const auto* const info = ::testing::UnitTest::GetInstance()->current_test_info();
+        m_path =
+            std::filesystem::path(::testing::TempDir()) / (std::string("ksteel_") + info->test_suite_name() + "_" +
+                                                           info->name() + "_" + std::to_string(std::random_device{}()));
+        std::filesystem::remove_all(m_path);
+        std::filesystem::create_directories(m_path);
+    }
+    TestDirectory(const TestDirectory&) = delete;
+    TestDirectory& operator=(const TestDirectory&) = delete;
+    ~TestDirectory()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_path, ignored);
+    }
+    /// Writes a file and answers its path.
+    std::string Write(const std::string& name, const std::string& bytes) const
+    {
+        std::ofstream(m_path / name, std::ios::binary) << bytes;
+        return (m_path / name).string();
+    }
+    std::string Path(const std::string& name) const { return (m_path / name).string(); }
+
+private:
+    std::filesystem::path m_path;
+};
+
+struct RunResult {
+    int code = -1;
+    std::string out;
+    std::string err;
+};
+
+inline std::ostream& operator<<(std::ostream& stream, const RunResult& result)
+{
+    return stream << "exit code " << result.code << "\n--- out\n" << result.out << "--- err\n" << result.err;
+}
+
+/// Runs the built program by the shell from the source directory: arguments, and redirections where a test needs some.
+inline RunResult RunKsteel(const std::string& arguments)
+{
+    const TestDirectory directory;
+    const std::string command = "cd '" KSTEEL_SOURCE_DIR "' && { '" KSTEEL_PATH "' " + arguments + "; } >'" +
+                                directory.Path("out") + "' 2>'" + directory.Path("err") + "'";
+    const int status = std::system(command.c_str());
+    RunResult result;
+    // A crash is a code of its own, so that no test takes it for an answer.
+    result.code = (status & 0x7f) == 0 ? (status >> 8) & 0xff : 1000 + (status & 0x7f);
+    result.out = ReadWhole(directory.Path("out"));
+    result.err = ReadWhole(directory.Path("err"));
+    return result;
+}
+
+/// A console that keeps what it is told.
+struct KeptConsole {
+    std::istringstream in;
+    std::string out;
+    std::string err;
+    Console console{in, [this](std::string_view text) { out += text; },
+                    [this](std::string_view text) { err += std::string(text) + '\n'; }};
+};
+
+} // namespace Keltrix::App::Trial
