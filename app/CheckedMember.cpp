@@ -10,7 +10,6 @@ namespace Keltrix::App {
 
 namespace {
 
-using BS5950::CheckStatus;
 using BS5950::LedgerEntry;
 using Steel::CMemberResult;
 using Steel::SubspanEffectiveLengthData;
