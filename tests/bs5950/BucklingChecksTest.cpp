@@ -64,6 +64,28 @@ TEST(ColumnByHand, MoreExactInteraction)
     EXPECT_EQ(i.utilisation, i.second);
 }
 
+// 4.8.3.3.3 by hand, SHS 150x150x8 S355, 4 m pinned, 600 kN, 20 kNm about x-x and 10 kNm about y-y, uniform. Printed:
+// A 44.8 cm², r 5.77 cm, S 237 cm³, Z 199 cm³. λ = 69.3, curve a: pE = 421.0, λ0 = 15.10, η = 0.1085, φ = 410.8, pc =
+// 149455/(410.8 + 138.8) = 271.9, Pc = 1218: f = 0.4926. Mc = 0.355*237 = 84.1. Major: 0.4926 + 20/84.1(1 + 0.2463)
+// + 0.5*10/84.1 = 0.848; minor: 0.4926 + 20/84.1 + 10/84.1(1.2463) = 0.879; interactive: (0.2378 + 0.1189) 1.2463/0.5074 =
+// 0.876.
+TEST(HollowSectionByHand, MoreExactInteraction)
+{
+    Case given;
+    given.section = L"SHS 150x150x8";
+    given.grade = L"S355";
+    given.option = CSteelMemberBS5950::MORE_EXACT;
+    given.points = {{0.0, L"Pinned"}, {4.0, L"Pinned"}};
+    EndMoments(given, 4.0, -20e3, -20e3, -600e3, 10e3, 10e3);
+    Checked c(given);
+    c.Check();
+    const InteractionResult& i = c.member.Interactions().front();
+    EXPECT_STREQ(i.clause, L"4.8.3.3.3");
+    EXPECT_NEAR(i.first, 0.848, 0.006);
+    EXPECT_NEAR(i.second, 0.879, 0.006);
+    EXPECT_NEAR(i.third, 0.876, 0.008);
+}
+
 // Table 22 from the restraints at the ends, and the sway rows with m at least 0.85.
 TEST(EffectiveLengths, OfStrutsFollowTheirEnds)
 {

@@ -29,8 +29,8 @@ double MomentOfSlenderness(const SectionProperties& s, double L, bool flange1)
 
 } // namespace
 
-// u, v, x, J and H at once: the moment that belongs to λLT is the elastic critical moment. 0.4 % covers 0.566 and
-// 0.05, which the standard rounds, and H = Iy hs²/4 with the web and fillets in Iy.
+// u, v, x, J and H at once: the moment that belongs to λLT is the elastic critical moment. 0.15 % covers
+// 0.566 and 0.05, which the standard rounds; H is Iy hs²/4 with web and fillets in Iy, as the standard's u and x have it.
 TEST(AnnexB2, SlendernessOfISectionsIsThatOfTheElasticCriticalMoment)
 {
     for (const wchar_t* section : {L"UB 457x191x67", L"UB 1016x305x584", L"UC 254x254x89", L"UB 127x76x13"})
@@ -57,6 +57,35 @@ TEST(AnnexB2, SlendernessOfTeesIsThatOfTheElasticCriticalMoment)
                     << CString(section).ToUtf8()->c_str() << " L " << L << " flange " << flange;
             }
     }
+}
+
+// B.2.6 and B.2.9 in the same way. Without warping stiffness, Mcr = π/L (E Iy G J)^0.5/γ^0.5, where γ of a box is (1 -
+// Iy/Ix)(1 - GJ/(E Ix)) and that of an equal angle 1 - Iv/Iu. 2.25 stands for π^0.5 2.6^0.25 = 2.2507.
+TEST(AnnexB2, SlendernessOfBoxesAndEqualAnglesIsThatOfTheElasticCriticalMoment)
+{
+    for (const wchar_t* section : {L"RHS 200x100x6.3", L"RHS 400x150x10"})
+        for (const double L : {3.0, 12.0}) {
+            const SectionProperties s = PropertiesOf(section);
+            const double gamma = (1.0 - s.Iy / s.Ix) * (1.0 - G * s.J / (205e9 * s.Ix));
+            const double Mcr = std::numbers::pi / L * std::sqrt(205e9 * s.Iy * G * s.J / gamma);
+            EXPECT_NEAR(MomentOfSlenderness(s, L, true) / Mcr, 1.0, 0.001) << *CString(section).ToUtf8();
+        }
+    const SectionProperties angle = PropertiesOf(L"L 150x150x15");
+    for (const double L : {2.0, 6.0}) {
+        const double lambdaLT = LateralTorsionalSlenderness(angle, L, 1.0, true).lambdaLT;
+        const double Mcr =
+            std::numbers::pi / L * std::sqrt(205e9 * angle.Iv * G * angle.J / (1.0 - angle.Iv / angle.Iu));
+        EXPECT_NEAR(angle.Zu * PI2E / (lambdaLT * lambdaLT) / Mcr, 1.0, 0.001);
+    }
+}
+
+// B.2.9, unequal legs: the negative monosymmetry index never gives a lower slenderness than none.
+TEST(AnnexB2, TheLongLegInCompressionIsTheWorseWay)
+{
+    SectionProperties s = PropertiesOf(L"L 200x100x15");
+    const double with = LateralTorsionalSlenderness(s, 3.0, 1.0, true).lambdaLT;
+    s.psi = 0.0;
+    EXPECT_GT(with, LateralTorsionalSlenderness(s, 3.0, 1.0, true).lambdaLT);
 }
 
 // B.2.3 for unequal flanges: the larger flange in compression is worth more than the smaller one, and equal flanges

@@ -170,6 +170,20 @@ SpanResult CSteelMemberBS5950::MakeSpan(BucklingMode mode, int left, int right) 
     span.end = MemberPoints()[static_cast<std::size_t>(right)].GetPos();
     const SectionProperties& s = m_section.Properties();
     span.radius = mode == BucklingMode::Major ? s.rx : s.MinorRadius();
+    const bool angle = s.shape == Shape::Angle;
+    span.Zx = angle ? s.Zu : s.Zx;
+    span.Zy = angle ? s.Zv : s.Zy;
+    LargestOver(span, [&](const PositionResult& p) {
+        span.Mx = std::max(span.Mx, p.momentMajor);
+        span.My = std::max(span.My, p.momentMinor);
+        span.major = std::max(span.major, p.major);
+        span.minor = std::max(span.minor, p.minor);
+        if (p.cls.cls == 4) {
+            span.Zx = std::min(span.Zx, p.cls.Wx);
+            span.Zy = std::min(span.Zy, p.cls.Wy);
+        }
+        return 0.0;
+    });
     span.momentX = MomentDiagram(MemberPoints(), SubSpans(), MomentDiagram::Component::Major).Shape(left, right);
     span.momentY = MomentDiagram(MemberPoints(), SubSpans(), MomentDiagram::Component::Minor).Shape(left, right);
     return span;
@@ -302,7 +316,7 @@ bool CSteelMemberBS5950::IsUnbentStrut(const SpanResult& span) const
 {
     const Shape shape = m_section.Properties().shape;
     if (shape != Shape::Angle && shape != Shape::Channel && shape != Shape::Tee) return false;
-    return LargestOver(span, [](const PositionResult& p) { return p.momentMajor + p.momentMinor; }) == 0.0;
+    return span.Mx + span.My == 0.0;
 }
 
 // Slenderness LE/r, for struts of clause 4.7.10 not below that of their eccentric connection.
@@ -483,7 +497,7 @@ void CSteelMemberBS5950::CheckLateral(SpanResult& span)
 {
     const SectionProperties& s = m_section.Properties();
     const bool text = Result() && Result()->TextEnabled();
-    span.effect = LargestOver(span, [](const PositionResult& p) { return p.momentMajor; });
+    span.effect = span.Mx;
     // Below the tolerance of the compression flange's sense there is no moment to buckle under.
     const bool moment = span.effect > 0.0 && span.sense != CCodeShare::LT_COMP_NONE;
     span.applied = moment && !span.continuous && CanBuckleLaterally(s) && (span.LE > 0.0 || !span.overridden);
@@ -550,29 +564,14 @@ void CSteelMemberBS5950::RecordLateral(const SpanResult& span)
 // Clause 4.8.3.3.1: moments over py Z; Fc/Pc is the worse of the two axes.
 void CSteelMemberBS5950::SimplifiedInteraction(InteractionResult& r) const
 {
-    const SectionProperties& s = m_section.Properties();
     const double py = m_section.Steel().py;
     const SpanResult& x = m_spans[static_cast<std::size_t>(r.major)];
     const SpanResult& y = m_spans[static_cast<std::size_t>(r.minor)];
     const SpanResult& lt = m_spans[static_cast<std::size_t>(r.lateral)];
-    const bool angle = s.shape == Shape::Angle;
-    const auto slenderModulus = [&](const SpanResult& span, double elastic, double Classification::*modulus) {
-        double least = elastic;
-        LargestOver(span, [&](const PositionResult& p) {
-            if (p.cls.cls == 4) least = std::min(least, p.cls.*modulus);
-            return 0.0;
-        });
-        return least;
-    };
-    const double Zx = slenderModulus(x, angle ? s.Zu : s.Zx, &Classification::Wx);
-    const double Zy = slenderModulus(y, angle ? s.Zv : s.Zy, &Classification::Wy);
-    const double Mx = LargestOver(x, [](const PositionResult& p) { return p.momentMajor; });
-    const double My = LargestOver(y, [](const PositionResult& p) { return p.momentMinor; });
-    const double MLT = lt.effect;
     r.clause = L"4.8.3.3.1";
-    r.MxTerm = x.m * Mx / (py * Zx);
-    r.MyTerm = y.m * My / (py * Zy);
-    r.MLTTerm = Ratio(lt.m * MLT, lt.resistance);
+    r.MxTerm = x.m * x.Mx / (py * x.Zx);
+    r.MyTerm = y.m * y.My / (py * y.Zy);
+    r.MLTTerm = Ratio(lt.m * lt.effect, lt.resistance);
     r.first = std::max(x.utilisation, y.utilisation) + r.MxTerm + r.MyTerm;
     r.second = y.utilisation + r.MLTTerm + r.MyTerm;
 }
@@ -588,9 +587,9 @@ void CSteelMemberBS5950::ExactInteraction(InteractionResult& r) const
     const double k = s.IsHollow() ? 0.5 : 1.0;
     const double fx = x.utilisation;
     const double fy = y.utilisation;
-    const double mx = x.m * LargestOver(x, [](const PositionResult& p) { return p.major; });
-    const double my = y.m * LargestOver(y, [](const PositionResult& p) { return p.minor; });
-    const double myx = x.myx * LargestOver(x, [](const PositionResult& p) { return p.minor; });
+    const double mx = x.m * x.major;
+    const double my = y.m * y.minor;
+    const double myx = x.myx * x.minor;
     r.clause = s.IsHollow() ? L"4.8.3.3.3" : L"4.8.3.3.2";
     r.MxTerm = mx * (1.0 + 0.5 * fx);
     r.MyTerm = my * (1.0 + k * fy);
@@ -640,11 +639,9 @@ void CSteelMemberBS5950::CheckInteractions()
             right = std::min(right, m_spans[static_cast<std::size_t>(i)].right);
         const SpanResult& x = m_spans[static_cast<std::size_t>(place[0])];
         const SpanResult& y = m_spans[static_cast<std::size_t>(place[1])];
-        const auto major = [](const PositionResult& p) { return p.momentMajor; };
-        const auto minor = [](const PositionResult& p) { return p.momentMinor; };
         const bool compressed = x.applied || y.applied;
-        const bool bentX = LargestOver(x, major) > 0.0;
-        const bool bentY = LargestOver(y, minor) > 0.0;
+        const bool bentX = x.Mx > 0.0;
+        const bool bentY = y.My > 0.0;
         if ((compressed && (bentX || bentY)) || (bentX && bentY)) {
             any = true;
             const InteractionResult r = Interact(place[0], place[1], place[2]);

@@ -84,10 +84,13 @@ struct SpanResult {
     double utilisation = 0.0;
     bool applied = false; ///< whether there was an action to check
 
-    MomentShape momentX; ///< major-axis moment over the span
-    MomentShape momentY; ///< minor-axis moment over the span
-    double m = 1.0;      ///< mx (Major), my (Minor) or mLT
-    double myx = 1.0;    ///< Major: factor of the minor-axis moment over this span
+    double Mx = 0.0, My = 0.0;       ///< largest moments compared with Mcx and Mcy (Mu and Mv of an angle)
+    double major = 0.0, minor = 0.0; ///< largest local utilisations by moment about the two axes
+    double Zx = 0.0, Zy = 0.0;       ///< elastic moduli (about u-u, v-v of an angle), effective where class 4
+    MomentShape momentX;             ///< major-axis moment over the span
+    MomentShape momentY;             ///< minor-axis moment over the span
+    double m = 1.0;                  ///< mx (Major), my (Minor) or mLT
+    double myx = 1.0;                ///< Major: factor of the minor-axis moment over this span
     bool sway = false;
     bool continuous = false; ///< held along its length: no buckling in this mode
     bool cantilever = false;
