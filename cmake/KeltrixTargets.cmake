@@ -1,7 +1,11 @@
 # What every target of the project shares: language level, warnings, floating-point discipline, visibility.
 
 # -ffp-contract=off: a formula gives the same digits on every machine, whether or not it has fused multiply-add.
-set(KELTRIX_CXX_OPTIONS "$<$<CXX_COMPILER_ID:GNU,Clang>:-ffp-contract=off>")
+# -fno-semantic-interposition: calls within a shared library go straight to its own functions, which g++ would otherwise
+# leave open to replacement at load time; clang does so by itself.
+set(KELTRIX_CXX_OPTIONS
+  "$<$<CXX_COMPILER_ID:GNU,Clang>:-ffp-contract=off>"
+  "$<$<CXX_COMPILER_ID:GNU>:-fno-semantic-interposition>")
 set(KELTRIX_CXX_WARNINGS
   "$<$<CXX_COMPILER_ID:GNU,Clang>:-Wall;-Wextra;-Wpedantic;-Wshadow;-Wnon-virtual-dtor;-Woverloaded-virtual>"
   "$<$<AND:$<BOOL:${KELTRIX_WERROR}>,$<CXX_COMPILER_ID:GNU,Clang>>:-Werror>")

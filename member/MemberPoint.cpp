@@ -19,17 +19,30 @@ CString CMemberPoint::CSVTitleLine() { return L"Index,Position,Restraint int, Lo
 CString CMemberPoint::CSVLineOut() const
 {
     CString line;
-    line.Format(L"%i,%G,%s,%G\n", m_i1Index, m_dPos, m_restraint.Description(true), m_restraint.LoadHeight());
+    AppendFields(line, *this);
     return line;
 }
 
 void CMemberPoint::CSVLineIn(CString& line)
 {
     std::wstring_view rest = line;
-    m_i1Index = GetValueInt(rest);
-    m_dPos = GetValueDouble(rest);
-    TakeRestraint(rest, m_restraint);
+    TakeFields(rest, *this);
     line = CString(rest);
+}
+
+void AppendFields(CString& text, const CMemberPoint& point)
+{
+    NumberFields().Put(point.Get1Index(), ',').Put(point.GetPos(), ',').AppendTo(text);
+    AppendRestraint(text, point.GetRestraint());
+}
+
+void TakeFields(std::wstring_view& line, CMemberPoint& point)
+{
+    point.Set1Index(GetValueInt(line));
+    point.SetPos(GetValueDouble(line));
+    CRestraint restraint = point.GetRestraint();
+    TakeRestraint(line, restraint);
+    point.SetRestraint(restraint);
 }
 
 } // namespace Keltrix::Steel

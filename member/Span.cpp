@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "keltrix/steel/MemberLayout.h"
+#include "member/Envelope.h"
 #include "member/MomentTolerance.h"
 
 namespace Keltrix::Steel {
@@ -19,6 +20,46 @@ Vec3<double> Divided(const Vec3<double>& v, double by) { return {v.x / by, v.y /
 Vec3<double> Between(const Vec3<double>& a, const Vec3<double>& b, double s)
 {
     return {(1.0 - s) * a.x + s * b.x, (1.0 - s) * a.y + s * b.y, (1.0 - s) * a.z + s * b.z};
+}
+
+/// The load height of largest magnitude with its reference; the first of them on a tie.
+struct LoadHeightOfLargestMagnitude {
+    double height;
+    LoadPos reference;
+
+    explicit LoadHeightOfLargestMagnitude(const CRestraint& first) :
+        height(first.LoadHeight()), reference(first.RefLoadHeight())
+    {}
+    void Consider(const LoadHeightOfLargestMagnitude& candidate)
+    {
+        if (std::fabs(candidate.height) > std::fabs(height)) *this = candidate;
+    }
+    void Consider(const CRestraint& candidate) { Consider(LoadHeightOfLargestMagnitude(candidate)); }
+};
+
+/// Envelope of the sub-spans from place `left` to before `right`. Without any, the sub-span at `left` itself, or one without
+/// forces behind the last.
+template <double (*Pick)(double, double)>
+CSubSpan EnvelopeOf(const std::vector<CSubSpan>& subSpans, int left, int right)
+{
+    const auto place = static_cast<std::size_t>(left);
+    const CSubSpan first = place < subSpans.size() ? subSpans[place] : CSubSpan();
+    if (left >= right) return first;
+    Vec3<double> forceLeft = first.GetForcesLeft();
+    Vec3<double> forceRight = first.GetForcesRight();
+    Vec3<double> momentLeft = first.GetMomentsLeft();
+    Vec3<double> momentRight = first.GetMomentsRight();
+    for (int i = left + 1; i < right; ++i) {
+        const CSubSpan& subSpan = subSpans[static_cast<std::size_t>(i)];
+        forceLeft = PickEach<Pick>(forceLeft, subSpan.GetForcesLeft());
+        forceRight = PickEach<Pick>(forceRight, subSpan.GetForcesRight());
+        momentLeft = PickEach<Pick>(momentLeft, subSpan.GetMomentsLeft());
+        momentRight = PickEach<Pick>(momentRight, subSpan.GetMomentsRight());
+    }
+    CSubSpan envelope;
+    envelope.SetForcesAll(forceLeft, forceRight);
+    envelope.SetMomentsAll(momentLeft, momentRight);
+    return envelope;
 }
 
 /// A vector that a sub-span holds at one of its ends.
@@ -134,50 +175,30 @@ CRestraint CSpan::ContinuousRestraint() const
 
     Vec3<double> force(0.0, 0.0, 0.0);
     Vec3<double> moment(0.0, 0.0, 0.0);
+    LoadHeightOfLargestMagnitude atPoints(Point(m_iLeft).GetRestraint());
+    LoadHeightOfLargestMagnitude alongSubSpans{CRestraint()};
     for (int i = m_iLeft; i < m_iRight; ++i) {
         force = Sum(force, Mean(SubSpan(i).GetForcesLeft(), SubSpan(i).GetForcesRight()));
         moment = Sum(moment, Mean(SubSpan(i).GetMomentsLeft(), SubSpan(i).GetMomentsRight()));
+        atPoints.Consider(Point(i + 1).GetRestraint());
+        alongSubSpans.Consider(SubSpan(i).GetRestraint());
     }
     const MajorMomentRange range(*this);
     const bool reverses = range.largest >= range.tolerance && range.smallest <= -range.tolerance;
     const double count = NumSubSpans();
     restraint.SetForcesAndMoments(Divided(force, count), Divided(moment, count), !reverses);
 
-    double height = Point(m_iLeft).GetRestraint().LoadHeight();
-    LoadPos reference = Point(m_iLeft).GetRestraint().RefLoadHeight();
-    const auto takeHigher = [&](const CRestraint& candidate) {
-        if (std::fabs(candidate.LoadHeight()) > std::fabs(height)) {
-            height = candidate.LoadHeight();
-            reference = candidate.RefLoadHeight();
-        }
-    };
-    for (int i = m_iLeft + 1; i <= m_iRight; ++i)
-        takeHigher(Point(i).GetRestraint());
-    for (int i = m_iLeft; i < m_iRight; ++i)
-        takeHigher(SubSpan(i).GetRestraint());
+    // On a tie that of a point.
+    atPoints.Consider(alongSubSpans);
     // Single precision: kept for compatibility.
-    restraint.SetLoadHeight(static_cast<float>(height));
-    restraint.SetRefLoadHeight(reference);
+    restraint.SetLoadHeight(static_cast<float>(atPoints.height));
+    restraint.SetRefLoadHeight(atPoints.reference);
     return restraint;
 }
 
-CSubSpan CSpan::MaxForces() const
-{
-    const auto first = static_cast<std::size_t>(m_iLeft);
-    CSubSpan envelope = first < m_pSubSpans->size() ? (*m_pSubSpans)[first] : CSubSpan();
-    for (int i = m_iLeft; i < m_iRight; ++i)
-        envelope = CSubSpan::Max(envelope, SubSpan(i));
-    return envelope;
-}
+CSubSpan CSpan::MaxForces() const { return EnvelopeOf<LargerOrFirst>(*m_pSubSpans, m_iLeft, m_iRight); }
 
-CSubSpan CSpan::MinForces() const
-{
-    const auto first = static_cast<std::size_t>(m_iLeft);
-    CSubSpan envelope = first < m_pSubSpans->size() ? (*m_pSubSpans)[first] : CSubSpan();
-    for (int i = m_iLeft; i < m_iRight; ++i)
-        envelope = CSubSpan::Min(envelope, SubSpan(i));
-    return envelope;
-}
+CSubSpan CSpan::MinForces() const { return EnvelopeOf<SmallerOrFirst>(*m_pSubSpans, m_iLeft, m_iRight); }
 
 Vec3<double> CSpan::InterpolateForces(double t) const
 {

@@ -163,20 +163,17 @@ bool CSpan::IsLoadedWithCentrePointLoad() const
 bool CSpan::IsLoadedWithUDL() const
 {
     if (NumSubSpans() == 1) return false;
+    double firstSlope = 0.0;
     for (int i = m_iLeft; i < m_iRight; ++i) {
+        const double begin = SubSpan(i).GetForcesLeft().z;
         const double end = SubSpan(i).GetForcesRight().z;
-        if (DifferAbsolutely(SubSpan(i).GetForcesLeft().z, end) && SamePoint(Pos(i), Pos(i + 1))) return false;
+        if (DifferAbsolutely(begin, end) && SamePoint(Pos(i), Pos(i + 1))) return false;
         if (i < m_iRight - 1 && DifferAbsolutely(SubSpan(i + 1).GetForcesLeft().z, end)) return false;
-    }
-    const auto slope = [this](int i) {
-        return (SubSpan(i).GetForcesRight().z - SubSpan(i).GetForcesLeft().z) / (Pos(i + 1) - Pos(i));
-    };
-    for (int i = m_iLeft + 1; i < m_iRight; ++i) {
-        const double s = slope(i);
-        const double first = slope(m_iLeft);
+        const double slope = (end - begin) / (Pos(i + 1) - Pos(i));
+        if (i == m_iLeft) firstSlope = slope;
         // A slope is held against the tolerance of a force: kept for compatibility.
-        const double tolerance = std::max(FLOOR, std::fabs(RELATIVE * SubSpan(i).GetForcesRight().z));
-        if (s != first && std::fabs(s - first) >= tolerance) return false;
+        const double tolerance = std::max(FLOOR, std::fabs(RELATIVE * end));
+        if (i > m_iLeft && slope != firstSlope && std::fabs(slope - firstSlope) >= tolerance) return false;
     }
     return true;
 }

@@ -5,6 +5,17 @@
 
 namespace Keltrix::Steel {
 
+namespace {
+
+/// Lists mostly come in order, which is cheap to see; sorting would take a second list's memory.
+template <class Numbered>
+void SortByNumber(std::vector<Numbered>& list)
+{
+    if (!std::is_sorted(list.begin(), list.end())) std::stable_sort(list.begin(), list.end());
+}
+
+} // namespace
+
 int CSteelMemberGen::m_iInstances = 0;
 
 CSteelMemberGen::CSteelMemberGen() { ++m_iInstances; }
@@ -30,14 +41,14 @@ bool CSteelMemberGen::SetResult(CMemberResult* result)
 bool CSteelMemberGen::SetMemberPointVec(const std::vector<CMemberPoint>& points)
 {
     if (&points != &m_vMemberPoints) m_vMemberPoints = points;
-    std::stable_sort(m_vMemberPoints.begin(), m_vMemberPoints.end());
+    SortByNumber(m_vMemberPoints);
     return ValidateMPV(&m_vMemberPoints, nullptr);
 }
 
 bool CSteelMemberGen::SetSubSpanVec(const std::vector<CSubSpan>& subSpans)
 {
     if (&subSpans != &m_vSubSpans) m_vSubSpans = subSpans;
-    std::stable_sort(m_vSubSpans.begin(), m_vSubSpans.end());
+    SortByNumber(m_vSubSpans);
     return ValidateSSV(&m_vSubSpans, nullptr);
 }
 

@@ -73,6 +73,11 @@ CSection ReadSection(InputLine& line)
     return section;
 }
 
+/// Lengths in characters, to have room for a file's text from the start; texts may well be longer.
+constexpr std::size_t TYPICAL_HEAD = 640;
+constexpr std::size_t TYPICAL_POINT_LINE = 40;
+constexpr std::size_t TYPICAL_SUBSPAN_LINE = 100;
+
 const wchar_t* const USER_DEFINED = L"User_defined";
 
 CSteelGrade ReadGrade(InputLine& line)
@@ -84,17 +89,6 @@ CSteelGrade ReadGrade(InputLine& line)
     const double e = line.Number();
     const double matFactor = line.Number();
     return CSteelGrade(name, py, pu, e, matFactor);
-}
-
-CMemberPoint ReadMemberPoint(InputLine& line)
-{
-    CMemberPoint point;
-    point.Set1Index(GetValueInt(line.Fields()));
-    point.SetPos(line.Number());
-    CRestraint restraint(0, SHR_CENTRE, 0.0);
-    TakeRestraint(line.Fields(), restraint);
-    point.SetRestraint(restraint);
-    return point;
 }
 
 } // namespace
@@ -158,9 +152,9 @@ bool CSteelMemberGen::CSVInputData(const CString& text, CSteelGrade& grade)
             line.Next();
         while (line.Is(L"HEADINGS"));
         if (line.Is(L"MEMBERPOINT")) {
-            points.push_back(ReadMemberPoint(line));
+            TakeFields(line.Fields(), points.emplace_back());
         } else if (line.Is(L"SUBSPAN")) {
-            subSpans.emplace_back().CSVLineIn(CString(line.Fields()));
+            TakeFields(line.Fields(), subSpans.emplace_back());
         } else if (line.Is(L"END")) {
             SetMemberPointVec(points);
             SetSubSpanVec(subSpans);
@@ -176,7 +170,10 @@ CString CSteelMemberGen::CSVInputData(CSteelGrade& grade)
     const CSection section = GetKeltrixSec();
     const CSecComp& component = section.Component(0);
 
-    CString text = L"TITLE," + GetTitle() + L"\n";
+    CString text;
+    text.Reserve(TYPICAL_HEAD + TYPICAL_POINT_LINE * m_vMemberPoints.size() +
+                 TYPICAL_SUBSPAN_LINE * m_vSubSpans.size());
+    text += L"TITLE," + GetTitle() + L"\n";
     text += L"HEADINGS,Keltrix description,Rolled/Welded\n";
     text +=
         L"SECTION," + SecUserDescShort(component.Description(true)) + L"," + SecTypeString(component.Type()) + L"\n";
@@ -202,11 +199,15 @@ CString CSteelMemberGen::CSVInputData(CSteelGrade& grade)
     if (m_optMomentAmplificationFactorWeakAxis)
         text.AppendFormat(L"MOMENT_AMPLIFICATION_FACTOR_WEAK_AXIS,%#.4f\n", *m_optMomentAmplificationFactorWeakAxis);
     text += L"HEADINGS," + CMemberPoint::CSVTitleLine();
-    for (const CMemberPoint& point : m_vMemberPoints)
-        text += L"MEMBERPOINT," + point.CSVLineOut();
+    for (const CMemberPoint& point : m_vMemberPoints) {
+        text += L"MEMBERPOINT,";
+        AppendFields(text, point);
+    }
     text += L"HEADINGS," + CSubSpan::CSVTitleLine();
-    for (const CSubSpan& subSpan : m_vSubSpans)
-        text += L"SUBSPAN," + subSpan.CSVLineOut();
+    for (const CSubSpan& subSpan : m_vSubSpans) {
+        text += L"SUBSPAN,";
+        AppendFields(text, subSpan);
+    }
     text += L"END\n";
     return text;
 }

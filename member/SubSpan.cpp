@@ -2,6 +2,7 @@
 
 #include "keltrix/steel/MemberLayout.h"
 #include "keltrix/steel/MemberResult.h"
+#include "member/Envelope.h"
 #include "member/FieldText.h"
 
 namespace Keltrix::Steel {
@@ -20,8 +21,6 @@ CString EndText(const wchar_t* label, const Vec3<double>& force, const Vec3<doub
     return text;
 }
 
-void AppendVector(CString& line, const Vec3<double>& v) { line.AppendFormat(L"%G,%G,%G,", v.x, v.y, v.z); }
-
 Vec3<double> TakeVector(std::wstring_view& line)
 {
     const double x = GetValueDouble(line);
@@ -29,9 +28,6 @@ Vec3<double> TakeVector(std::wstring_view& line)
     const double z = GetValueDouble(line);
     return {x, y, z};
 }
-
-double LargerOrFirst(double a, double b) { return a < b ? b : a; }
-double SmallerOrFirst(double a, double b) { return b < a ? b : a; }
 
 } // namespace
 
@@ -52,35 +48,43 @@ CString CSubSpan::CSVTitleLine()
 CString CSubSpan::CSVLineOut() const
 {
     CString line;
-    line.Format(L"%i,", m_i1Index);
-    AppendVector(line, m_vForceL);
-    AppendVector(line, m_vForceR);
-    AppendVector(line, m_vMomentL);
-    AppendVector(line, m_vMomentR);
-    line.AppendFormat(L"%s,%G\n", m_restraint.Description(true), m_restraint.LoadHeight());
+    AppendFields(line, *this);
     return line;
 }
 
 void CSubSpan::CSVLineIn(CString line)
 {
     std::wstring_view rest = line;
-    m_i1Index = GetValueInt(rest);
-    m_vForceL = TakeVector(rest);
-    m_vForceR = TakeVector(rest);
-    m_vMomentL = TakeVector(rest);
-    m_vMomentR = TakeVector(rest);
-    TakeRestraint(rest, m_restraint);
+    TakeFields(rest, *this);
 }
 
-Vec3<double> CSubSpan::Max(const Vec3<double>& a, const Vec3<double>& b)
+void AppendFields(CString& text, const CSubSpan& subSpan)
 {
-    return {LargerOrFirst(a.x, b.x), LargerOrFirst(a.y, b.y), LargerOrFirst(a.z, b.z)};
+    NumberFields()
+        .Put(subSpan.Get1Index(), ',')
+        .Put(subSpan.GetForcesLeft())
+        .Put(subSpan.GetForcesRight())
+        .Put(subSpan.GetMomentsLeft())
+        .Put(subSpan.GetMomentsRight())
+        .AppendTo(text);
+    AppendRestraint(text, subSpan.GetRestraint());
 }
 
-Vec3<double> CSubSpan::Min(const Vec3<double>& a, const Vec3<double>& b)
+void TakeFields(std::wstring_view& line, CSubSpan& subSpan)
 {
-    return {SmallerOrFirst(a.x, b.x), SmallerOrFirst(a.y, b.y), SmallerOrFirst(a.z, b.z)};
+    subSpan.Set1Index(GetValueInt(line));
+    subSpan.SetForcesLeft(TakeVector(line));
+    subSpan.SetForcesRight(TakeVector(line));
+    subSpan.SetMomentsLeft(TakeVector(line));
+    subSpan.SetMomentsRight(TakeVector(line));
+    CRestraint restraint = subSpan.GetRestraint();
+    TakeRestraint(line, restraint);
+    subSpan.SetRestraint(restraint);
 }
+
+Vec3<double> CSubSpan::Max(const Vec3<double>& a, const Vec3<double>& b) { return PickEach<LargerOrFirst>(a, b); }
+
+Vec3<double> CSubSpan::Min(const Vec3<double>& a, const Vec3<double>& b) { return PickEach<SmallerOrFirst>(a, b); }
 
 CSubSpan CSubSpan::Max(const CSubSpan& a, const CSubSpan& b)
 {

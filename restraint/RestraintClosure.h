@@ -29,37 +29,35 @@ inline constexpr Implication FLANGE1_IN_COMPRESSION[] = {
     {0x1, 0x200}, {0x2, 0x400}, {0x4, 0x800}, {0x8, 0x1000}, {0x10, 0x2000}, {0x20, 0x4000},
     {0x200, 0x1}, {0x400, 0x2}, {0x800, 0x4}, {0x1000, 0x8}, {0x2000, 0x10}, {0x4000, 0x20}};
 
-/// Full restraint implies part restraint, and both flanges laterally held hold the section.
-inline constexpr Implication ALWAYS_BEFORE_TORSION[] = {
-    {0x4, 0x10},        {0x8, 0x20},           {0x800, 0x2000},
-    {0x40, 0x180},      {0x1000, 0x4000},      {0x10000, 0x20000},
-    {0x40000, 0x80000}, {0x1 | 0x2, 0x100640}, {0x200 | 0x400, 0x100043}};
+/// Both flanges laterally held hold the section.
+inline constexpr Implication BOTH_FLANGES_LATERAL[] = {{0x1 | 0x2, 0x100640}, {0x200 | 0x400, 0x100043}};
 
 /// Torsion together with any one of these lateral restraints holds the whole section laterally.
 inline constexpr unsigned int ANY_LATERAL = 0x1 | 0x2 | 0x200 | 0x400 | 0x100000;
 inline constexpr unsigned int LATERAL_BY_TORSION = 0x100603;
 
-/// Both flanges held alike are both the compression and the tension flange, whichever is which.
-inline constexpr Implication ALWAYS_AFTER_TORSION[] = {{0x1 | 0x2, 0x600},    {0x200 | 0x400, 0x3},
-                                                       {0x4 | 0x8, 0x1800},   {0x800 | 0x1000, 0xC},
-                                                       {0x10 | 0x20, 0x6000}, {0x2000 | 0x4000, 0x30}};
+/// Both flanges held alike are both the compression and the tension flange, whichever is which; full restraint implies part
+/// restraint.
+inline constexpr Implication WARPING_AND_PARTS[] = {{0x4 | 0x8, 0x1800},   {0x800 | 0x1000, 0xC},   {0x4, 0x10},
+                                                    {0x8, 0x20},           {0x800, 0x2000},         {0x1000, 0x4000},
+                                                    {0x10 | 0x20, 0x6000}, {0x2000 | 0x4000, 0x30}, {0x40, 0x180},
+                                                    {0x10000, 0x20000},    {0x40000, 0x80000}};
 
-/// Closure of a bit set under the rules above, repeated until nothing is added. `compression` above zero: flange 2 is the
-/// compression flange, below zero: flange 1, zero: it is not known and flange bits stay apart from it.
+/// Closure of a bit set under the rules above. `compression` above zero: flange 2 is the compression flange, below zero:
+/// flange 1, zero: it is not known and flange bits stay apart from it.
+///
+/// One pass closes, because of the order: a rule comes after all that can bring about what it asks for. Where the
+/// compression flange is known, the first rules make flange and compression/tension bits say the same, and every later
+/// rule adds to both alike. Lateral and torsional bits, then full, then part warping each depend on those before only.
 constexpr unsigned int RestraintClosure(unsigned int flag, int compression)
 {
-    for (;;) {
-        unsigned int next = flag;
-        if (compression > 0)
-            next = ApplyImplications(next, FLANGE2_IN_COMPRESSION);
-        else if (compression < 0)
-            next = ApplyImplications(next, FLANGE1_IN_COMPRESSION);
-        next = ApplyImplications(next, ALWAYS_BEFORE_TORSION);
-        if ((next & CRestraint::TORSION) && (next & ANY_LATERAL)) next |= LATERAL_BY_TORSION;
-        next = ApplyImplications(next, ALWAYS_AFTER_TORSION);
-        if (next == flag) return flag;
-        flag = next;
-    }
+    if (compression > 0)
+        flag = ApplyImplications(flag, FLANGE2_IN_COMPRESSION);
+    else if (compression < 0)
+        flag = ApplyImplications(flag, FLANGE1_IN_COMPRESSION);
+    flag = ApplyImplications(flag, BOTH_FLANGES_LATERAL);
+    if ((flag & CRestraint::TORSION) && (flag & ANY_LATERAL)) flag |= LATERAL_BY_TORSION;
+    return ApplyImplications(flag, WARPING_AND_PARTS);
 }
 
 } // namespace Keltrix::Data

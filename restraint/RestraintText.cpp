@@ -1,7 +1,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "keltrix/steel/Restraint.h"
 #include "restraint/RestraintClosure.h"
@@ -177,7 +179,7 @@ constexpr std::wstring_view WHOLE_TEXT_WORDS[] = {L"FREE", L"NONE",  L"PIN", L"P
 /// Preset names with blanks, which are understood only as the whole text, and the one word each stands for.
 struct SpacedName {
     std::wstring_view spaced;
-    const wchar_t* word;
+    std::wstring_view word;
 };
 constexpr SpacedName SPACED_NAMES[] = {
     {L"TOP FLANGE LATERAL", L"TOP_FLANGE_LATERAL"},
@@ -193,19 +195,67 @@ constexpr SpacedName SPACED_NAMES[] = {
 /// were, so that a number or a stray text is not taken for a code.
 constexpr std::wstring_view CODE_CHARACTERS = L"12ABCEFHIJLMNOPRSTVW*, ";
 
+constexpr auto IS_CODE_CHARACTER = [] {
+    std::array<bool, 128> table{};
+    for (const wchar_t c : CODE_CHARACTERS)
+        table[static_cast<std::size_t>(c)] = true;
+    return table;
+}();
+
+bool IsCodeCharacter(wchar_t c)
+{
+    const auto code = static_cast<std::make_unsigned_t<wchar_t>>(c);
+    return code < IS_CODE_CHARACTER.size() && IS_CODE_CHARACTER[code];
+}
+
+constexpr wchar_t UpperAscii(wchar_t c) { return c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - L'a' + L'A') : c; }
+
 /// Turns a whole-text word or spaced name into its word; false where the text has a character that no code has.
-bool TranslateWholeText(CString& text)
+bool TranslateWholeText(std::wstring_view& text)
 {
     for (const std::wstring_view word : WHOLE_TEXT_WORDS)
-        if (text.View() == word) return true;
+        if (text == word) return true;
     for (const SpacedName& name : SPACED_NAMES) {
-        if (text.View() == name.spaced) {
+        if (text == name.spaced) {
             text = name.word;
             return true;
         }
     }
-    return text.View().find_first_not_of(CODE_CHARACTERS) == std::wstring_view::npos;
+    return std::all_of(text.begin(), text.end(), IsCodeCharacter);
 }
+
+std::wstring_view Trimmed(std::wstring_view text)
+{
+    constexpr std::wstring_view WHITE_SPACE = L" \t\r\n\v\f";
+    const std::size_t first = text.find_first_not_of(WHITE_SPACE);
+    if (first == std::wstring_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(WHITE_SPACE) + 1 - first);
+}
+
+/// A trimmed copy of a text in capitals, on the stack where it is as short as codes are.
+class Capitals {
+public:
+    explicit Capitals(std::wstring_view text)
+    {
+        const std::wstring_view trimmed = Trimmed(text);
+        if (trimmed.size() > m_short.size()) {
+            m_long.resize(trimmed.size());
+            m_first = m_long.data();
+        }
+        m_end = std::transform(trimmed.begin(), trimmed.end(), m_first, UpperAscii);
+    }
+    Capitals(const Capitals&) = delete;
+    Capitals& operator=(const Capitals&) = delete;
+
+    std::wstring_view View() const { return {m_first, static_cast<std::size_t>(m_end - m_first)}; }
+    void Remove(wchar_t character) { m_end = std::remove(m_first, m_end, character); }
+
+private:
+    std::array<wchar_t, 48> m_short;
+    std::wstring m_long;
+    wchar_t* m_first = m_short.data();
+    wchar_t* m_end = m_first;
+};
 
 /// Words that stand for a whole bit set.
 struct NamedSet {
@@ -230,9 +280,8 @@ constexpr NamedSet NAMED_SETS[] = {
 
 bool SameWord(std::wstring_view token, std::wstring_view upperCaseWord)
 {
-    return std::equal(token.begin(), token.end(), upperCaseWord.begin(), upperCaseWord.end(), [](wchar_t a, wchar_t b) {
-        return (a >= L'a' && a <= L'z' ? static_cast<wchar_t>(a - L'a' + L'A') : a) == b;
-    });
+    return std::equal(token.begin(), token.end(), upperCaseWord.begin(), upperCaseWord.end(),
+                      [](wchar_t a, wchar_t b) { return UpperAscii(a) == b; });
 }
 
 bool Has(std::wstring_view token, wchar_t letter) { return token.find(letter) != std::wstring_view::npos; }
@@ -350,24 +399,24 @@ CString CRestraint::UserDescription(bool consistent) const
 
 bool CRestraint::SetDescription(const CString& text)
 {
-    CString code = text;
-    code.MakeUpper();
-    code.Trim();
-    if (!TranslateWholeText(code)) return false;
-    code.Remove(L'*');
-    code.Replace(L',', L' ');
+    Capitals capitals(text);
+    std::wstring_view rest = capitals.View();
+    if (!TranslateWholeText(rest)) return false;
+    if (rest.find(L'*') != std::wstring_view::npos) { // no translated name has one
+        capitals.Remove(L'*');
+        rest = capitals.View();
+    }
 
     const CRestraint saved = *this;
     Clear();
-    std::wstring_view rest = code;
     for (;;) {
-        const std::size_t blank = rest.find(L' ');
-        if (!SetDescriptionFragment(rest.substr(0, blank))) {
+        const std::size_t separator = rest.find_first_of(L" ,");
+        if (!SetDescriptionFragment(rest.substr(0, separator))) {
             *this = saved;
             return false;
         }
-        if (blank == std::wstring_view::npos) return true;
-        rest.remove_prefix(blank + 1);
+        if (separator == std::wstring_view::npos) return true;
+        rest.remove_prefix(separator + 1);
     }
 }
 

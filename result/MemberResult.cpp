@@ -32,6 +32,13 @@ const std::vector<double>& GreaterOrFirst(const std::vector<double>& a, const st
     return a.size() < b.size() ? b : a;
 }
 
+/// Replaces texts by an empty one and that many notes; those that are such texts already are left as they are.
+void PutNotes(std::vector<CString>& texts, std::size_t numNotes, bool alreadyNotes)
+{
+    if (!alreadyNotes || texts.empty()) texts.assign(1, CString());
+    texts.resize(1 + numNotes, NOT_STORED);
+}
+
 } // namespace
 
 CMemberResult::CMemberResult() { IniDynaArray(1); }
@@ -46,42 +53,41 @@ void CMemberResult::Clear()
 
 CMemberResult CMemberResult::operator+(const CMemberResult& other) const
 {
-    CMemberResult merged;
-    merged.m_iLoadFlags = other.m_iLoadFlags;
-    merged.m_iFlags = m_iFlags | other.m_iFlags;
-    merged.m_dUtilOverAll = LargerOrFirst(m_dUtilOverAll, other.m_dUtilOverAll);
-    merged.m_vUtilLocalCombined = GreaterOrFirst(m_vUtilLocalCombined, other.m_vUtilLocalCombined);
-    merged.m_vUtilLocalAxial = GreaterOrFirst(m_vUtilLocalAxial, other.m_vUtilLocalAxial);
-    merged.m_vUtilLocalMomMajor = GreaterOrFirst(m_vUtilLocalMomMajor, other.m_vUtilLocalMomMajor);
-    merged.m_vUtilLocalMomMinor = GreaterOrFirst(m_vUtilLocalMomMinor, other.m_vUtilLocalMomMinor);
-    merged.m_vUtilLocalShearMajor = GreaterOrFirst(m_vUtilLocalShearMajor, other.m_vUtilLocalShearMajor);
-    merged.m_vUtilLocalShearMinor = GreaterOrFirst(m_vUtilLocalShearMinor, other.m_vUtilLocalShearMinor);
-    merged.m_vUtilLocalTorsion = GreaterOrFirst(m_vUtilLocalTorsion, other.m_vUtilLocalTorsion);
-    merged.m_dUtilBucklingCombined = LargerOrFirst(m_dUtilBucklingCombined, other.m_dUtilBucklingCombined);
-    merged.m_dUtilBucklingLT = LargerOrFirst(m_dUtilBucklingLT, other.m_dUtilBucklingLT);
-    merged.m_dUtilBucklingAxialMajor = LargerOrFirst(m_dUtilBucklingAxialMajor, other.m_dUtilBucklingAxialMajor);
-    merged.m_dUtilBucklingAxialMinor = LargerOrFirst(m_dUtilBucklingAxialMinor, other.m_dUtilBucklingAxialMinor);
-    merged.m_dUtilBucklingAxialTorsion = LargerOrFirst(m_dUtilBucklingAxialTorsion, other.m_dUtilBucklingAxialTorsion);
-    merged.m_dUtilBucklingAxialFlexuralTorsion =
-        LargerOrFirst(m_dUtilBucklingAxialFlexuralTorsion, other.m_dUtilBucklingAxialFlexuralTorsion);
-    merged.m_format = m_format;
-    merged.m_viIndent = m_viIndent;
-
-    const std::size_t common = std::min(m_vstrVerbose.size(), other.m_vstrVerbose.size());
-    if (m_bTextEnabled && other.m_bTextEnabled) {
-        merged.m_vstrVerbose = m_vstrVerbose;
-        for (std::size_t k = 0; k < common; ++k)
-            merged.m_vstrVerbose[k] += other.m_vstrVerbose[k];
-        merged.m_iCurSubSpan = m_iCurSubSpan;
-    } else {
-        merged.m_bTextEnabled = false;
-        merged.m_vstrVerbose.resize(1 + common, NOT_STORED);
-        merged.m_bTextsAreNotes = true;
-    }
+    CMemberResult merged = *this;
+    merged += other;
     return merged;
 }
 
-CMemberResult& CMemberResult::operator+=(const CMemberResult& other) { return *this = *this + other; }
+// In place, so that merging many records into one costs what they hold, not what the one has come to hold.
+CMemberResult& CMemberResult::operator+=(const CMemberResult& other)
+{
+    m_iLoadFlags = other.m_iLoadFlags;
+    m_iFlags |= other.m_iFlags;
+    m_bIncBuckChk = true;
+    for (double CMemberResult::*const value :
+         {&CMemberResult::m_dUtilOverAll, &CMemberResult::m_dUtilBucklingCombined, &CMemberResult::m_dUtilBucklingLT,
+          &CMemberResult::m_dUtilBucklingAxialMajor, &CMemberResult::m_dUtilBucklingAxialMinor,
+          &CMemberResult::m_dUtilBucklingAxialTorsion, &CMemberResult::m_dUtilBucklingAxialFlexuralTorsion})
+        this->*value = LargerOrFirst(this->*value, other.*value);
+    for (std::vector<double> CMemberResult::*const values :
+         {&CMemberResult::m_vUtilLocalCombined, &CMemberResult::m_vUtilLocalAxial, &CMemberResult::m_vUtilLocalMomMajor,
+          &CMemberResult::m_vUtilLocalMomMinor, &CMemberResult::m_vUtilLocalShearMajor,
+          &CMemberResult::m_vUtilLocalShearMinor, &CMemberResult::m_vUtilLocalTorsion})
+        this->*values = GreaterOrFirst(this->*values, other.*values);
+
+    const std::size_t common = std::min(m_vstrVerbose.size(), other.m_vstrVerbose.size());
+    if (m_bTextEnabled && other.m_bTextEnabled) {
+        m_bTextsAreNotes = false;
+        for (std::size_t k = 0; k < common; ++k)
+            m_vstrVerbose[k] += other.m_vstrVerbose[k];
+        return *this;
+    }
+    m_bTextEnabled = false;
+    m_iCurSubSpan = 0;
+    PutNotes(m_vstrVerbose, common, m_bTextsAreNotes);
+    m_bTextsAreNotes = true;
+    return *this;
+}
 
 bool CMemberResult::operator==(const CMemberResult& other) const
 {
@@ -270,16 +276,8 @@ void CMemberResult::MergeScratch(const CString& addedText, bool failedLT)
         return;
     }
     m_iCurSubSpan = 0;
-    if (m_vstrVerbose.empty()) {
-        m_vstrVerbose.emplace_back();
-        return;
-    }
-    if (!m_bTextsAreNotes) {
-        m_vstrVerbose.front().Empty();
-        std::fill(m_vstrVerbose.begin() + 1, m_vstrVerbose.end(), CString(NOT_STORED));
-        m_bTextsAreNotes = true;
-    }
-    m_vstrVerbose.emplace_back(NOT_STORED);
+    PutNotes(m_vstrVerbose, m_vstrVerbose.size(), m_bTextsAreNotes);
+    m_bTextsAreNotes = true;
 }
 
 } // namespace Keltrix::Steel

@@ -43,6 +43,34 @@ constexpr FlagLine FLAG_LINES[] = {
     {CMemberResult::INFO_MEMBER_SLENDER, L"\t<blue>INFO MEMBER SLENDER</blue>\n"},
 };
 
+/// Appends a text with `indent` tabs behind every line break but a final one.
+void AppendTabified(CString& to, std::wstring_view text, int indent)
+{
+    for (;;) {
+        const std::size_t lineBreak = indent == 0 ? std::wstring_view::npos : text.find(L'\n');
+        if (lineBreak == std::wstring_view::npos || lineBreak + 1 == text.size()) {
+            to += text;
+            return;
+        }
+        to += text.substr(0, lineBreak + 1);
+        to.Append(indent, L'\t');
+        text.remove_prefix(lineBreak + 1);
+    }
+}
+
+/// Texts one after the other, put together in one go.
+CString Joined(const std::vector<std::wstring_view>& parts)
+{
+    std::size_t length = 0;
+    for (const std::wstring_view part : parts)
+        length += part.size();
+    CString text;
+    text.Reserve(length);
+    for (const std::wstring_view part : parts)
+        text += part;
+    return text;
+}
+
 } // namespace
 
 CString& CMemberResult::TextHere()
@@ -74,21 +102,11 @@ int CMemberResult::GetIndentVerbose() const { return std::accumulate(m_viIndent.
 
 CString CMemberResult::Tabify(const CString& text, const int& indent, bool indentFirst)
 {
-    if (indent == 0) return text;
     CString result;
     result.Reserve(static_cast<std::size_t>(text.GetLength()) + 16);
     if (indentFirst) result.Append(indent, L'\t');
-    std::wstring_view rest = text;
-    for (;;) {
-        const std::size_t lineBreak = rest.find(L'\n');
-        if (lineBreak == std::wstring_view::npos || lineBreak + 1 == rest.size()) {
-            result += rest;
-            return result;
-        }
-        result += rest.substr(0, lineBreak + 1);
-        result.Append(indent, L'\t');
-        rest.remove_prefix(lineBreak + 1);
-    }
+    AppendTabified(result, text, indent);
+    return result;
 }
 
 void CMemberResult::ReallyAddVerbose(const CString& text)
@@ -96,7 +114,7 @@ void CMemberResult::ReallyAddVerbose(const CString& text)
     CString& stored = TextHere();
     const int indent = GetIndentVerbose();
     if (stored.IsEmpty() || stored[stored.GetLength() - 1] == L'\n') stored.Append(indent, L'\t');
-    stored += Tabify(text, indent, false);
+    AppendTabified(stored, text, indent);
 }
 
 CString CMemberResult::TitleForCheckLocalOutput(bool alongMember) const
@@ -108,13 +126,10 @@ CString CMemberResult::TitleForCheckLocalOutput(bool alongMember) const
 
 CString CMemberResult::GetVerbose() const
 {
-    CString report;
-    if (m_vstrVerbose.empty()) return report;
-    report = m_vstrVerbose.front();
-    if (m_vstrVerbose.size() >= 2) report += TitleForCheckLocalOutput(true);
-    for (std::size_t k = 1; k < m_vstrVerbose.size(); ++k)
-        report += m_vstrVerbose[k];
-    return report;
+    std::vector<std::wstring_view> parts(m_vstrVerbose.begin(), m_vstrVerbose.end());
+    const CString title = TitleForCheckLocalOutput(true);
+    if (parts.size() >= 2) parts.insert(parts.begin() + 1, title);
+    return Joined(parts);
 }
 
 CString CMemberResult::GetBrief() const
@@ -133,15 +148,14 @@ CString CMemberResult::GetBrief() const
         if (position > 0) critical.insert(position);
     }
 
-    CString report;
-    if (m_vstrVerbose.empty()) return report;
-    report = m_vstrVerbose.front();
-    if (m_vstrVerbose.size() < 2) return report;
-    report += TitleForCheckLocalOutput(false);
+    if (m_vstrVerbose.size() < 2) return m_vstrVerbose.empty() ? CString() : m_vstrVerbose.front();
+    const CString title = TitleForCheckLocalOutput(false);
+    std::vector<std::wstring_view> parts = {m_vstrVerbose.front(), title};
     for (const int k : critical)
-        if (static_cast<std::size_t>(k) < m_vstrVerbose.size()) report += m_vstrVerbose[static_cast<std::size_t>(k)];
-    if (m_bIncBuckChk) report += m_vstrVerbose.back();
-    return report;
+        if (static_cast<std::size_t>(k) < m_vstrVerbose.size())
+            parts.emplace_back(m_vstrVerbose[static_cast<std::size_t>(k)]);
+    if (m_bIncBuckChk) parts.emplace_back(m_vstrVerbose.back());
+    return Joined(parts);
 }
 
 CString CMemberResult::GetSummary() const

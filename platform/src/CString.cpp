@@ -58,13 +58,24 @@ void AppendPadded(std::wstring& out, const Conversion& conversion, std::wstring_
     if (conversion.left) out.append(fill, L' ');
 }
 
-void AppendNarrow(std::wstring& out, std::string_view text, bool upper)
-{
-    for (const char c : text) {
-        const auto wide = static_cast<wchar_t>(c);
-        out.push_back(upper ? UpperAscii(wide) : wide);
+// Writes narrow text and fill characters one behind the other into wide text that is long enough.
+class WideWriter {
+public:
+    explicit WideWriter(wchar_t* place, bool upper) : m_place(place), m_upper(upper) {}
+
+    void Put(std::string_view text)
+    {
+        for (const char c : text) {
+            const auto wide = static_cast<wchar_t>(c);
+            *m_place++ = m_upper ? UpperAscii(wide) : wide;
+        }
     }
-}
+    void Fill(std::size_t count, wchar_t character) { m_place = std::fill_n(m_place, count, character); }
+
+private:
+    wchar_t* m_place;
+    bool m_upper;
+};
 
 void AppendPadded(std::wstring& out, const Conversion& conversion, const Printed& printed, bool zeroFill, bool upper)
 {
@@ -74,14 +85,17 @@ void AppendPadded(std::wstring& out, const Conversion& conversion, const Printed
     const std::size_t fill = width > length ? width - length : 0;
     const bool zeros = zeroFill && conversion.zero && !conversion.left;
 
-    if (!conversion.left && !zeros) out.append(fill, L' ');
-    AppendNarrow(out, printed.prefix, upper);
-    out.append(printed.zeros + (zeros ? fill : 0), L'0');
-    AppendNarrow(out, printed.body, upper);
-    if (printed.point) out.push_back(L'.');
-    out.append(printed.trailingZeros, L'0');
-    AppendNarrow(out, printed.tail, upper);
-    if (conversion.left) out.append(fill, L' ');
+    const std::size_t start = out.size();
+    out.resize(start + length + fill);
+    WideWriter writer(out.data() + start, upper);
+    if (!conversion.left && !zeros) writer.Fill(fill, L' ');
+    writer.Put(printed.prefix);
+    writer.Fill(printed.zeros + (zeros ? fill : 0), L'0');
+    writer.Put(printed.body);
+    writer.Fill(printed.point ? 1 : 0, L'.');
+    writer.Fill(printed.trailingZeros, L'0');
+    writer.Put(printed.tail);
+    if (conversion.left) writer.Fill(fill, L' ');
 }
 
 std::string_view SignOf(const Conversion& conversion, bool negative)
@@ -256,10 +270,13 @@ public:
 private:
     wchar_t Peek() const { return m_place < m_format.size() ? m_format[m_place] : L'\0'; }
 
-    const FormatArg& NextArg(const std::string& wantedBy)
+    // What takes an argument: a conversion by its letter, or the star of a width or precision.
+    static std::string TakerName(wchar_t taker) { return taker == L'*' ? "*" : TypeName(taker); }
+
+    const FormatArg& NextArg(wchar_t taker)
     {
         if (m_next >= m_args.size()) {
-            throw std::invalid_argument("CString::Format: no argument is left for " + wantedBy + " (" +
+            throw std::invalid_argument("CString::Format: no argument is left for " + TakerName(taker) + " (" +
                                         std::to_string(m_args.size()) + " given)");
         }
         return m_args[m_next++];
@@ -280,9 +297,9 @@ private:
     int ReadStar()
     {
         ++m_place;
-        const FormatArg& arg = NextArg("*");
+        const FormatArg& arg = NextArg(L'*');
         if (arg.ArgKind() != FormatArg::Kind::Signed && arg.ArgKind() != FormatArg::Kind::Unsigned) {
-            Mismatch("*", "a whole number");
+            Mismatch(L'*', "a whole number");
         }
         const long long number =
             arg.ArgKind() == FormatArg::Kind::Signed ? arg.Signed() : static_cast<long long>(arg.Unsigned());
@@ -346,9 +363,9 @@ private:
         case L'x':
         case L'X':
         case L'c': {
-            const FormatArg& arg = NextArg(TypeName(conversion.type));
+            const FormatArg& arg = NextArg(conversion.type);
             if (arg.ArgKind() == Kind::Real || arg.ArgKind() == Kind::Text) {
-                Mismatch(TypeName(conversion.type), conversion.type == L'c' ? "a character" : "a whole number");
+                Mismatch(conversion.type, conversion.type == L'c' ? "a character" : "a whole number");
             }
             if (conversion.type == L'c') {
                 const auto character = static_cast<wchar_t>(arg.Unsigned());
@@ -359,8 +376,8 @@ private:
             break;
         }
         case L's': {
-            const FormatArg& arg = NextArg("%s");
-            if (arg.ArgKind() != Kind::Text) Mismatch("%s", "a text");
+            const FormatArg& arg = NextArg(conversion.type);
+            if (arg.ArgKind() != Kind::Text) Mismatch(conversion.type, "a text");
             const std::size_t most =
                 conversion.precision < 0 ? std::wstring_view::npos : static_cast<std::size_t>(conversion.precision);
             AppendPadded(m_out, conversion, arg.Text().substr(0, most));
@@ -374,8 +391,8 @@ private:
         case L'G':
         case L'a':
         case L'A': {
-            const FormatArg& arg = NextArg(TypeName(conversion.type));
-            if (arg.ArgKind() != Kind::Real) Mismatch(TypeName(conversion.type), "a real number");
+            const FormatArg& arg = NextArg(conversion.type);
+            if (arg.ArgKind() != Kind::Real) Mismatch(conversion.type, "a real number");
             AppendReal(m_out, conversion, arg.Real());
             break;
         }
@@ -386,11 +403,11 @@ private:
     }
 
     // The argument that was taken last is not what the conversion needs.
-    [[noreturn]] void Mismatch(const std::string& conversion, const char* wanted) const
+    [[noreturn]] void Mismatch(wchar_t taker, const char* wanted) const
     {
         static constexpr const char* KIND_NAMES[] = {"a whole number", "a whole number", "a real number", "a character",
                                                      "a text"};
-        throw std::invalid_argument("CString::Format: " + conversion + " takes " + wanted + ", argument " +
+        throw std::invalid_argument("CString::Format: " + TakerName(taker) + " takes " + wanted + ", argument " +
                                     std::to_string(m_next) + " is " +
                                     KIND_NAMES[static_cast<std::size_t>(m_args[m_next - 1].ArgKind())]);
     }

@@ -15,6 +15,11 @@ thread_local std::wstring_view g_restOfText;
 
 constexpr bool IsDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
 
+constexpr bool IsNumberCharacter(wchar_t c)
+{
+    return IsDigit(c) || c == L'.' || c == L'-' || c == L'+' || c == L'e' || c == L'E';
+}
+
 constexpr std::wstring_view TrimBlanks(std::wstring_view text)
 {
     while (!text.empty() && (text.front() == L' ' || text.front() == L'\t'))
@@ -86,6 +91,23 @@ private:
     bool m_sticky = false;
 };
 
+// The number at the front of the text where it is short and plain, as nearly all are: digits, a point, an exponent.
+// False leaves the question to the reading that knows every case; where both answer, they answer alike, because both round
+// correctly and take the longest valid prefix.
+template <class T>
+bool ReadShortReal(std::wstring_view text, T& value, std::size_t& used)
+{
+    std::array<char, 32> narrow;
+    std::size_t count = 0;
+    for (; count < text.size() && IsNumberCharacter(text[count]); ++count) {
+        if (count == narrow.size()) return false;
+        narrow[count] = static_cast<char>(text[count]);
+    }
+    const auto [end, error] = std::from_chars(narrow.data(), narrow.data() + count, value);
+    used = static_cast<std::size_t>(end - narrow.data());
+    return error == std::errc();
+}
+
 // The exponent part at the front of the text ("e-3"); a length of 0 in `used` where there is none.
 long long ReadExponent(std::wstring_view text, std::size_t& used)
 {
@@ -119,6 +141,20 @@ int ReadWhole(std::wstring_view text, std::size_t& used)
     return static_cast<int>(negative ? -value : std::min<long long>(value, std::numeric_limits<int>::max()));
 }
 
+// Takes the next field as a real number. A field that is a plain number and nothing else is read where it stands, so that
+// its end need not be looked for first.
+template <class T>
+T TakeReal(std::wstring_view& line)
+{
+    T value{};
+    std::size_t used = 0;
+    if (ReadShortReal(line, value, used) && (used == line.size() || line[used] == L',')) {
+        line.remove_prefix(std::min(used + 1, line.size()));
+        return value;
+    }
+    return ReadReal<T>(GetSubString(line), used);
+}
+
 // Runs a scanner of views on a line that owns its text.
 template <class Scanner>
 auto TakeFrom(CString& line, Scanner scanner)
@@ -134,6 +170,9 @@ auto TakeFrom(CString& line, Scanner scanner)
 template <class T>
 T ReadReal(std::wstring_view text, std::size_t& used)
 {
+    T plain{};
+    if (ReadShortReal(text, plain, used)) return plain;
+
     std::size_t place = 0;
     const bool negative = !text.empty() && text[0] == L'-';
     if (!text.empty() && (text[0] == L'-' || text[0] == L'+')) ++place;
@@ -199,11 +238,7 @@ CString GetSubString(CString& line)
     return TakeFrom(line, [](std::wstring_view& rest) { return CString(GetSubString(rest)); });
 }
 
-double GetValueDouble(std::wstring_view& line)
-{
-    std::size_t used = 0;
-    return ReadReal<double>(GetSubString(line), used);
-}
+double GetValueDouble(std::wstring_view& line) { return TakeReal<double>(line); }
 
 double GetValueDouble(CString& line)
 {
@@ -221,11 +256,7 @@ int GetValueInt(CString& line)
     return TakeFrom(line, [](std::wstring_view& rest) { return GetValueInt(rest); });
 }
 
-float GetValueFloat(std::wstring_view& line)
-{
-    std::size_t used = 0;
-    return ReadReal<float>(GetSubString(line), used);
-}
+float GetValueFloat(std::wstring_view& line) { return TakeReal<float>(line); }
 
 float GetValueFloat(CString& line)
 {
