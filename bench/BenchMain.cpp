@@ -1,0 +1,104 @@
+// Runs the benchmarks and prints the table of ratios in place of the usual list of times.
+
+#include "Bench.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <stdexcept>
+#include <vector>
+
+namespace Keltrix::Bench {
+
+namespace {
+
+std::vector<Comparison>& Comparisons()
+{
+    static std::vector<Comparison> comparisons;
+    return comparisons;
+}
+
+std::map<std::string, double>& Items()
+{
+    static std::map<std::string, double> items;
+    return items;
+}
+
+/// Keeps one time for each benchmark: the median of the repetitions, or the only one.
+class RatioReporter : public benchmark::BenchmarkReporter {
+public:
+    bool ReportContext(const Context& context) override
+    {
+        PrintBasicContext(&GetErrorStream(), context);
+        return true;
+    }
+
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        for (const Run& run : runs) {
+            const bool isAggregate = run.run_type == Run::RT_Aggregate;
+            if (isAggregate ? run.aggregate_name != "median" : run.repetitions > 1) continue;
+            const std::string& name = run.run_name.function_name;
+            m_nanoseconds[name] = run.GetAdjustedCPUTime() / Items().at(name);
+        }
+    }
+
+    void Finalize() override
+    {
+        std::printf("| Figure | ns | Beside | ns | Ratio | Target | |\n|---|--:|---|--:|--:|--:|---|\n");
+        for (const Comparison& comparison : Comparisons())
+            PrintRow(comparison);
+    }
+
+private:
+    void PrintRow(const Comparison& c) const
+    {
+        const auto figure = m_nanoseconds.find(c.figure);
+        const auto reference = m_nanoseconds.find(c.reference);
+        if (figure == m_nanoseconds.end() || reference == m_nanoseconds.end()) return; // filtered out
+        const std::string& name = c.reference;
+        const bool ownFloor = name == c.figure + ", floor";
+        const double ratio = figure->second / reference->second;
+        std::printf("| %s | %.4g | %s | %.4g | %.2f |", c.figure.c_str(), figure->second,
+                    ownFloor ? "floor" : name.c_str(), reference->second, ratio);
+        if (c.target > 0.0)
+            std::printf(" %.1f | %s |\n", c.target, ratio <= c.target ? "met" : "**missed**");
+        else
+            std::printf(" | |\n");
+    }
+
+    std::map<std::string, double> m_nanoseconds;
+};
+
+} // namespace
+
+void Compare(Comparison comparison) { Comparisons().push_back(std::move(comparison)); }
+
+void SetItems(const std::string& name, double items)
+{
+    if (!Items().emplace(name, items).second) throw std::logic_error("two benchmarks are called " + name);
+}
+
+} // namespace Keltrix::Bench
+
+int main(int argc, char** argv)
+{
+    using namespace Keltrix::Bench;
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) return EXIT_FAILURE;
+    try {
+        RegisterMemberFiles();
+        RegisterRestraints();
+        RegisterEffectiveLengths();
+        RegisterSections();
+        RegisterSpans();
+        RegisterResults();
+        RatioReporter reporter;
+        if (benchmark::RunSpecifiedBenchmarks(&reporter) == 0) return EXIT_FAILURE;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return EXIT_FAILURE;
+    }
+    benchmark::Shutdown();
+    return EXIT_SUCCESS;
+}
