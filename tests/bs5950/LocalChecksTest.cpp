@@ -116,6 +116,27 @@ TEST(ShearBuckling, OfAWeldedGirderGovernsItsShear)
     EXPECT_STREQ(e.clause, L"4.4.5");
 }
 
+// 4.4.4.2: the same girder with 800 kN, above 0.6 Vw = 681: the flanges alone, 265*400*25*1175 = 3114 kNm. At 600 kN the
+// semi-compact section counts.
+TEST(ShearBuckling, LeavesTheMomentToTheFlangesInHighShear)
+{
+    Case given;
+    given.section = L"I 1200x400x10x25";
+    given.type = SEC_WELDED;
+    given.points = {{0.0, L"Pinned"}, {3.0, L"Pinned"}};
+    EndMoments(given, 3.0, -1200e3, 1200e3);
+    Checked high(given);
+    high.Check();
+    EXPECT_TRUE(high.member.Positions().front().flangesOnly);
+    EXPECT_NEAR(high.Entry(Rule::MomentMajor).resistance, 3114e3, 1e3);
+    EXPECT_NE(high.Verbose().find("cl. 4.4.4.2"), std::string::npos);
+    EndMoments(given, 3.0, -900e3, 900e3);
+    Checked low(given);
+    low.Check();
+    EXPECT_FALSE(low.member.Positions().front().flangesOnly);
+    EXPECT_GT(low.Entry(Rule::MomentMajor).resistance, 3300e3);
+}
+
 // Annex I.2 against strips: the plastic moment about the axis that splits the section for the force, for sections
 // made of plates alone.
 TEST(ReducedModulus, AgreesWithAPlasticStressBlockInStrips)

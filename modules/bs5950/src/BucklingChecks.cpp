@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -440,26 +441,30 @@ void CSteelMemberBS5950::SetLateralLength(SpanResult& span)
                           : rules.BS5950_1_2000_Table14(L, sense, left, right, span.destabilising);
         return;
     }
-    const auto unsupportedEnd = [this](int point) {
-        return (point == 0 || point == static_cast<int>(MemberPoints().size()) - 1) &&
-               !PointRestraint(point).IsRestrained(CRestraint::MAJOR_SHEAR, false);
-    };
-    if (unsupportedEnd(span.left) || unsupportedEnd(span.right))
+    if (IsUnsupportedEnd(span.left) || IsUnsupportedEnd(span.right))
         Assume(L"vertical support", L"an end without major axis shear restraint is taken as supported, not as a tip",
                std::nan(""));
-    // Clause 4.3.5.2: the row with nominal torsional restraint is for a beam that goes on past the restraint or whose
-    // support holds it against rotation by itself (4.2.2). A support of which no torsional restraint of any kind is
-    // known gives no such row.
-    const auto rejected = [this](int point) {
-        const int last = static_cast<int>(MemberPoints().size()) - 1;
-        const CRestraint restraint = PointRestraint(point);
-        const bool support = point == 0 || point == last || restraint.IsRestrained(CRestraint::MAJOR_SHEAR, false);
-        return support &&
-               restraint.IsFree(CRestraint::TORSION | CRestraint::TORSION_PART | CRestraint::TORSION_FRICTION, true);
-    };
     span.lengthRule = L"Table 13";
     span.LE = rules.BS5950_1_2000_Table13(L, m_section.Properties().D, sense, left, right, span.destabilising,
-                                          rejected(span.left), rejected(span.right));
+                                          IsNominalRowRefused(span.left), IsNominalRowRefused(span.right));
+}
+
+bool CSteelMemberBS5950::IsUnsupportedEnd(int point) const
+{
+    const int last = static_cast<int>(MemberPoints().size()) - 1;
+    return (point == 0 || point == last) && !PointRestraint(point).IsRestrained(CRestraint::MAJOR_SHEAR, false);
+}
+
+// Clause 4.3.5.2: the row with nominal torsional restraint is for a beam that goes on past the restraint or whose
+// support holds it against rotation by itself (4.2.2). A support of which no torsional restraint of any kind is known
+// gives no such row.
+bool CSteelMemberBS5950::IsNominalRowRefused(int point) const
+{
+    const int last = static_cast<int>(MemberPoints().size()) - 1;
+    const CRestraint restraint = PointRestraint(point);
+    const bool support = point == 0 || point == last || restraint.IsRestrained(CRestraint::MAJOR_SHEAR, false);
+    return support &&
+           restraint.IsFree(CRestraint::TORSION | CRestraint::TORSION_PART | CRestraint::TORSION_FRICTION, true);
 }
 
 void CSteelMemberBS5950::SetBendingResistance(SpanResult& span) const
@@ -621,45 +626,45 @@ InteractionResult CSteelMemberBS5950::Interact(int major, int minor, int lateral
     return r;
 }
 
+void CSteelMemberBS5950::CheckInteraction(int major, int minor, int lateral)
+{
+    const SpanResult& x = m_spans[static_cast<std::size_t>(major)];
+    const SpanResult& y = m_spans[static_cast<std::size_t>(minor)];
+    const bool compressed = x.applied || y.applied;
+    const bool bentX = x.Mx > 0.0;
+    const bool bentY = y.My > 0.0;
+    if (!(compressed && (bentX || bentY)) && !(bentX && bentY)) return;
+    const InteractionResult r = Interact(major, minor, lateral);
+    LedgerEntry e;
+    e.rule = Rule::BucklingInteraction;
+    e.clause = r.clause;
+    e.start = r.start;
+    e.end = r.end;
+    e.utilisation = r.utilisation;
+    e.status = e.utilisation > 1.0 ? CheckStatus::Failed : CheckStatus::Passed;
+    m_ledger.Add(e);
+    m_interactions.push_back(r);
+    if (Result() && Result()->TextEnabled()) Text(*this).Interaction(r);
+}
+
 // Clause 4.8.3.3, and 4.9 for moments about both axes without compression: every combination of spans that have a
-// stretch in common.
+// stretch in common, from left to right.
 void CSteelMemberBS5950::CheckInteractions()
 {
-    const bool text = Result() && Result()->TextEnabled();
-    std::vector<std::size_t> next(3, 0);
-    std::vector<std::vector<int>> spans(3);
+    std::array<std::vector<int>, 3> spans; // places by mode
     for (std::size_t i = 0; i < m_spans.size(); ++i)
         spans[static_cast<std::size_t>(m_spans[i].mode)].push_back(static_cast<int>(i));
 
-    bool any = false;
+    const auto rightOf = [this](int place) { return m_spans[static_cast<std::size_t>(place)].right; };
+    std::array<std::size_t, 3> next{};
     while (next[0] < spans[0].size() && next[1] < spans[1].size() && next[2] < spans[2].size()) {
-        const int place[3] = {spans[0][next[0]], spans[1][next[1]], spans[2][next[2]]};
-        int right = std::numeric_limits<int>::max();
-        for (const int i : place)
-            right = std::min(right, m_spans[static_cast<std::size_t>(i)].right);
-        const SpanResult& x = m_spans[static_cast<std::size_t>(place[0])];
-        const SpanResult& y = m_spans[static_cast<std::size_t>(place[1])];
-        const bool compressed = x.applied || y.applied;
-        const bool bentX = x.Mx > 0.0;
-        const bool bentY = y.My > 0.0;
-        if ((compressed && (bentX || bentY)) || (bentX && bentY)) {
-            any = true;
-            const InteractionResult r = Interact(place[0], place[1], place[2]);
-            LedgerEntry e;
-            e.rule = Rule::BucklingInteraction;
-            e.clause = r.clause;
-            e.start = r.start;
-            e.end = r.end;
-            e.utilisation = r.utilisation;
-            e.status = e.utilisation > 1.0 ? CheckStatus::Failed : CheckStatus::Passed;
-            m_ledger.Add(e);
-            m_interactions.push_back(r);
-            if (text) Text(*this).Interaction(r);
-        }
+        const std::array<int, 3> place{spans[0][next[0]], spans[1][next[1]], spans[2][next[2]]};
+        CheckInteraction(place[0], place[1], place[2]);
+        const int right = std::min({rightOf(place[0]), rightOf(place[1]), rightOf(place[2])});
         for (std::size_t mode = 0; mode < 3; ++mode)
-            if (m_spans[static_cast<std::size_t>(place[mode])].right == right) ++next[mode];
+            if (rightOf(place[mode]) == right) ++next[mode];
     }
-    if (any) return;
+    if (!m_interactions.empty()) return;
     LedgerEntry e;
     e.rule = Rule::BucklingInteraction;
     e.clause = RuleClause(e.rule);

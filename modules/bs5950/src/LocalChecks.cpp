@@ -74,48 +74,68 @@ void SetMoments(const SectionProperties& s, PositionResult& p)
 
 } // namespace
 
-PositionResult CSteelMemberBS5950::EvaluatePosition(PositionResult p) const
-{
-    const SectionProperties& s = m_section.Properties();
-    const Material& m = m_section.Steel();
-    const SectionDesign design = m_section.Design();
-    const Actions& a = p.actions;
-    p.cls = Classify(s, m, a);
-    SetMoments(s, p);
+namespace {
 
+double Ratio(double effect, double capacity) { return effect == 0.0 ? 0.0 : effect / capacity; }
+
+void SetCapacities(const SectionProperties& s, const Material& m, const SectionDesign& design, PositionResult& p)
+{
+    const Actions& a = p.actions;
     p.Pt = p.eccentricTie ? EccentricTensionCapacity(s, m, design.netGross) : TensionCapacity(s, m, design.netGross);
     p.Pz = p.cls.Aeff * m.py;
     p.Pvy = ShearCapacity(s, m, Axis::Y);
     p.Pvx = ShearCapacity(s, m, Axis::X);
     p.Mcx = MomentCapacity(s, m, p.cls, design, Axis::X, a.Fvy);
     p.Mcy = MomentCapacity(s, m, p.cls, design, Axis::Y, a.Fvx);
-    if (NeedsShearBuckling(s, m)) {
-        p.Vw = ShearBucklingResistance(s, m);
-        p.shearBuckling = a.Fvy / p.Vw;
-        if (a.Fvy > 0.6 * p.Vw && s.shape != Shape::Channel && s.shape != Shape::RHS) {
-            p.flangesOnly = true;
-            p.Mcx = std::min(p.Mcx, FlangesOnlyMomentCapacity(s, m));
-        }
-    }
+    if (!NeedsShearBuckling(s, m)) return;
+    p.Vw = ShearBucklingResistance(s, m);
+    p.flangesOnly = a.Fvy > 0.6 * p.Vw;
+    if (p.flangesOnly) p.Mcx = std::min(p.Mcx, FlangesOnlyMomentCapacity(s, m));
+}
 
-    const auto ratio = [](double effect, double capacity) { return effect == 0.0 ? 0.0 : effect / capacity; };
-    p.axial = a.F > 0.0 ? ratio(a.F, p.Pt) : ratio(-a.F, p.Pz);
-    p.major = ratio(p.momentMajor, p.Mcx);
-    p.minor = ratio(p.momentMinor, p.Mcy);
-    p.shearMajor = ratio(a.Fvy, p.Pvy);
-    p.shearMinor = ratio(a.Fvx, p.Pvx);
+void SetUtilisations(PositionResult& p)
+{
+    const Actions& a = p.actions;
+    p.axial = a.F > 0.0 ? Ratio(a.F, p.Pt) : Ratio(-a.F, p.Pz);
+    p.major = Ratio(p.momentMajor, p.Mcx);
+    p.minor = Ratio(p.momentMinor, p.Mcy);
+    p.shearMajor = Ratio(a.Fvy, p.Pvy);
+    p.shearMinor = Ratio(a.Fvx, p.Pvx);
+    if (p.Vw > 0.0) p.shearBuckling = a.Fvy / p.Vw;
     p.combined = p.axial + p.major + p.minor;
+}
 
-    const bool lowShear = HighShearFactor(a.Fvy, p.Pvy) == 0.0 && HighShearFactor(a.Fvx, p.Pvx) == 0.0;
-    if (DesOpt() == MORE_EXACT && s.IsDoublySymmetric() && p.cls.cls <= 2 && lowShear && !p.flangesOnly &&
-        p.axial < 1.0) {
-        const double n = std::abs(a.F) / (s.A * m.py);
-        p.Mrx = ReducedMomentCapacity(s, m, Axis::X, n, p.Mcx);
-        p.Mry = ReducedMomentCapacity(s, m, Axis::Y, n, p.Mcy);
-        SetExponents(s.shape, p);
-        p.combined = std::pow(ratio(p.momentMajor, p.Mrx), p.z1) + std::pow(ratio(p.momentMinor, p.Mry), p.z2);
-        p.combined = std::max({p.combined, p.axial, ratio(p.momentMajor, p.Mrx), ratio(p.momentMinor, p.Mry)});
-    }
+// Clauses 4.8.2.3 and 4.8.3.2 b are for doubly symmetric class 1 and 2 sections; the reduced moments of I.2 for low
+// shear.
+bool MoreExactRuleServes(const SectionProperties& s, const PositionResult& p)
+{
+    return s.IsDoublySymmetric() && p.cls.cls <= 2 && !p.flangesOnly && p.axial < 1.0 &&
+           HighShearFactor(p.actions.Fvy, p.Pvy) == 0.0 && HighShearFactor(p.actions.Fvx, p.Pvx) == 0.0;
+}
+
+void CombineMoreExactly(const SectionProperties& s, const Material& m, PositionResult& p)
+{
+    const double n = std::abs(p.actions.F) / (s.A * m.py);
+    p.Mrx = ReducedMomentCapacity(s, m, Axis::X, n, p.Mcx);
+    p.Mry = ReducedMomentCapacity(s, m, Axis::Y, n, p.Mcy);
+    SetExponents(s.shape, p);
+    const double x = Ratio(p.momentMajor, p.Mrx);
+    const double y = Ratio(p.momentMinor, p.Mry);
+    // A sum of powers of numbers below 1 lies below them: neither action alone may be hidden by it.
+    p.combined = std::max({std::pow(x, p.z1) + std::pow(y, p.z2), x, y, p.axial});
+}
+
+} // namespace
+
+PositionResult CSteelMemberBS5950::EvaluatePosition(PositionResult p) const
+{
+    const SectionProperties& s = m_section.Properties();
+    const Material& m = m_section.Steel();
+    p.cls = Classify(s, m, p.actions);
+    SetMoments(s, p);
+    SetCapacities(s, m, m_section.Design(), p);
+    SetUtilisations(p);
+    if (DesOpt() == MORE_EXACT && MoreExactRuleServes(s, p)) CombineMoreExactly(s, m, p);
     return p;
 }
 
@@ -229,7 +249,7 @@ void CSteelMemberBS5950::RecordLocal()
     cls.status = CheckStatus::Passed;
     m_ledger.Add(cls);
 
-    RecordConnection();
+    RecordAxial();
     RecordLocalRule(Rule::ShearMajor, &PositionResult::shearMajor, &PositionResult::Pvy, L"Pvy", Quantity::Force,
                     L"no shear along the web");
     RecordLocalRule(Rule::ShearMinor, &PositionResult::shearMinor, &PositionResult::Pvx, L"Pvx", Quantity::Force,
@@ -251,8 +271,23 @@ void CSteelMemberBS5950::RecordLocal()
     RecordTorsion();
 }
 
+void CSteelMemberBS5950::RecordAxialRule(Rule rule, int position, double PositionResult::*resistance,
+                                         const wchar_t* symbol)
+{
+    const PositionResult& p = m_positions[static_cast<std::size_t>(position)];
+    LedgerEntry e = EntryOf(rule);
+    e.position = position;
+    e.start = e.end = p.x;
+    e.utilisation = CMemberResult::InfinitiseNANs(p.axial);
+    e.status = LocalStatus(e.utilisation);
+    e.resistance = p.*resistance;
+    e.symbol = symbol;
+    e.quantity = Quantity::Force;
+    m_ledger.Add(e);
+}
+
 // Axial capacity of the cross-section: tension (4.6) and compression.
-void CSteelMemberBS5950::RecordConnection()
+void CSteelMemberBS5950::RecordAxial()
 {
     int tie = -1;
     int strut = -1;
@@ -265,40 +300,35 @@ void CSteelMemberBS5950::RecordConnection()
         if (F > 0.0 && worse(i, tie)) tie = i;
         if (F < 0.0 && worse(i, strut)) strut = i;
     }
-    const auto record = [this](Rule rule, int i, double PositionResult::*resistance, const wchar_t* symbol) {
-        const PositionResult& p = m_positions[static_cast<std::size_t>(i)];
-        LedgerEntry e = EntryOf(rule);
-        e.position = i;
-        e.start = e.end = p.x;
-        e.utilisation = CMemberResult::InfinitiseNANs(p.axial);
-        e.status = LocalStatus(e.utilisation);
-        e.resistance = p.*resistance;
-        e.symbol = symbol;
-        e.quantity = Quantity::Force;
-        m_ledger.Add(e);
-    };
-    if (tie < 0) {
-        m_ledger.Add(Absent(Rule::Tension, L"no tension"));
-        m_ledger.Add(Absent(Rule::EccentricConnection, L"no tension"));
-    } else {
-        record(Rule::Tension, tie, &PositionResult::Pt, L"Pt");
-        const Shape shape = m_section.Properties().shape;
-        if (m_positions[static_cast<std::size_t>(tie)].eccentricTie) {
-            record(Rule::EccentricConnection, tie, &PositionResult::Pt, L"Pt");
-            Assume(L"end connection of the tie",
-                   L"bolted through one leg of an angle (the larger leg unconnected), the web of a channel or the "
-                   L"flange of a T (4.6.3.1)",
-                   std::nan(""));
-        } else
-            m_ledger.Add(Absent(Rule::EccentricConnection,
-                                shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee
-                                    ? L"the moments of the connection's eccentricity are part of the actions"
-                                    : L"the section is connected symmetrically"));
-    }
+    RecordTie(tie);
     if (strut < 0)
         m_ledger.Add(Absent(Rule::Compression, L"no compression"));
     else
-        record(Rule::Compression, strut, &PositionResult::Pz, L"Pz");
+        RecordAxialRule(Rule::Compression, strut, &PositionResult::Pz, L"Pz");
+}
+
+void CSteelMemberBS5950::RecordTie(int position)
+{
+    if (position < 0) {
+        m_ledger.Add(Absent(Rule::Tension, L"no tension"));
+        m_ledger.Add(Absent(Rule::EccentricConnection, L"no tension"));
+        return;
+    }
+    RecordAxialRule(Rule::Tension, position, &PositionResult::Pt, L"Pt");
+    if (m_positions[static_cast<std::size_t>(position)].eccentricTie) {
+        RecordAxialRule(Rule::EccentricConnection, position, &PositionResult::Pt, L"Pt");
+        Assume(
+            L"end connection of the tie",
+            L"bolted through one leg of an angle (the larger leg unconnected), the web of a channel or the flange of "
+            L"a T (4.6.3.1)",
+            std::nan(""));
+        return;
+    }
+    const Shape shape = m_section.Properties().shape;
+    m_ledger.Add(
+        Absent(Rule::EccentricConnection, shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee
+                                              ? L"the moments of the connection's eccentricity are part of the actions"
+                                              : L"the section is connected symmetrically"));
 }
 
 // Clause 4.2.5.5: holes may be left out of account where the net area times Ke is not below the gross area.

@@ -203,7 +203,9 @@ private:
     void RecordLocal();
     void RecordLocalRule(Rule rule, double PositionResult::*utilisation, double PositionResult::*resistance,
                          const wchar_t* symbol, Quantity quantity, const wchar_t* absent);
-    void RecordConnection();
+    void RecordAxial();
+    void RecordAxialRule(Rule rule, int position, double PositionResult::*resistance, const wchar_t* symbol);
+    void RecordTie(int position);
     void RecordBoltHoles();
     void RecordCombined();
     void RecordTorsion();
@@ -221,6 +223,7 @@ private:
     void SetLateralLength(SpanResult& span);
     void SetBendingResistance(SpanResult& span) const;
     void CheckInteractions();
+    void CheckInteraction(int major, int minor, int lateral);
     InteractionResult Interact(int major, int minor, int lateral) const;
     void SimplifiedInteraction(InteractionResult& r) const;
     void ExactInteraction(InteractionResult& r) const;
@@ -235,6 +238,8 @@ private:
     int BucklingSense(int left, int right) const;
     bool CompressionFlangeHeld(Steel::CRestraint restraint, int subSpan, const Vec3<double>& moment) const;
     bool IsTip(int point) const;
+    bool IsUnsupportedEnd(int point) const;
+    bool IsNominalRowRefused(int point) const;
     bool IsUnbentStrut(const SpanResult& span) const;
     double UserFactor(double computed) const;
     /// Largest of a value over the positions of a span, 0 where none is above 0.
