@@ -23,6 +23,18 @@ TEST(Tension, OfAnAngleThroughOneLegLosesHalfTheOther)
     EXPECT_NEAR(EccentricTensionCapacity(s, SteelOf(L"S275", s), 1.0), 402.9e3, 0.2e3);
 }
 
+TEST(Tension, WithoutAnyAreaLeftFailsInsteadOfPassing)
+{
+    Case given;
+    given.section = L"L 100x100x10";
+    given.netGross = 0.1;
+    EndMoments(given, 6.0, 0.0, 0.0, 10e3);
+    Checked c(given);
+    EXPECT_FALSE(c.Check());
+    EXPECT_EQ(c.Entry(Rule::EccentricConnection).resistance, 0.0);
+    EXPECT_EQ(c.result.UtilOverAll(), INFINITY);
+}
+
 struct ShearRow {
     const wchar_t* section;
     int type;

@@ -51,7 +51,7 @@ double EccentricTensionCapacity(const SectionProperties& s, const Material& m, d
     default:
         break;
     }
-    return m.py * (Ae - 0.5 * a2);
+    return m.py * std::max(0.0, Ae - 0.5 * a2);
 }
 
 double ShearCapacity(const SectionProperties& s, const Material& m, Axis direction)

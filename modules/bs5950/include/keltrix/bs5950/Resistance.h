@@ -22,7 +22,7 @@ struct SectionDesign {
 /// Clause 4.6.1 with 3.4.3: Pt = py Ae, Ae = Ke times the net area, at most the gross area.
 KELTRIX_BS5950_API double TensionCapacity(const SectionProperties& s, const Material& m, double netGross);
 /// Clause 4.6.3.1: angle through one leg, channel through its web or T through its flange, bolted, the moment of the
-/// eccentricity neglected: Pt = py(Ae - 0.5 a2), a2 the larger possible unconnected part.
+/// eccentricity neglected: Pt = py(Ae - 0.5 a2), not below 0, a2 the larger possible unconnected part.
 KELTRIX_BS5950_API double EccentricTensionCapacity(const SectionProperties& s, const Material& m, double netGross);
 
 // Shear, 4.2.3 and 4.4.5
