@@ -58,5 +58,6 @@ void RegisterEffectiveLengths();
 void RegisterSections();
 void RegisterSpans();
 void RegisterResults();
+void RegisterChecks();
 
 } // namespace Keltrix::Bench

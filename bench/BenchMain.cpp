@@ -62,7 +62,7 @@ private:
         std::printf("| %s | %.4g | %s | %.4g | %.2f |", c.figure.c_str(), figure->second,
                     ownFloor ? "floor" : name.c_str(), reference->second, ratio);
         if (c.target > 0.0)
-            std::printf(" %.1f | %s |\n", c.target, ratio <= c.target ? "met" : "**missed**");
+            std::printf(" %.2f | %s |\n", c.target, ratio <= c.target ? "met" : "**missed**");
         else
             std::printf(" | |\n");
     }
@@ -93,6 +93,9 @@ int main(int argc, char** argv)
         RegisterSections();
         RegisterSpans();
         RegisterResults();
+#ifdef KELTRIX_BENCH_EXAMPLES
+        RegisterChecks();
+#endif
         RatioReporter reporter;
         if (benchmark::RunSpecifiedBenchmarks(&reporter) == 0) return EXIT_FAILURE;
     } catch (const std::exception& error) {

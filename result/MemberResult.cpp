@@ -36,7 +36,9 @@ const std::vector<double>& GreaterOrFirst(const std::vector<double>& a, const st
 void PutNotes(std::vector<CString>& texts, std::size_t numNotes, bool alreadyNotes)
 {
     if (!alreadyNotes || texts.empty()) texts.assign(1, CString());
-    texts.resize(1 + numNotes, NOT_STORED);
+    if (texts.size() > 1 + numNotes) texts.resize(1 + numNotes);
+    while (texts.size() < 1 + numNotes)
+        texts.emplace_back(NOT_STORED);
 }
 
 } // namespace

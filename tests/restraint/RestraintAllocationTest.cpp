@@ -58,6 +58,7 @@ TEST(RestraintAllocation, ClosingAskingComparingAndReadingAllocateNothing)
             copy.SetEnc();
             copy.SetPreset(CRestraint::PINNED);
             copy.Clear();
+            answers += copy.SetDescription(code);
         }
     EXPECT_EQ(allocations, before);
     EXPECT_GT(answers, 0);

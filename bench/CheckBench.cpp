@@ -1,0 +1,95 @@
+// A whole check of a member by the BS 5950-1:2000 module: without a text, with the text, and from the text of the input
+// file to the report.
+
+#include "Bench.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "keltrix/bs5950/SteelMemberBS5950.h"
+
+namespace Keltrix::Bench {
+
+namespace {
+
+using namespace Keltrix::Steel;
+using BS5950::CSteelMemberBS5950;
+
+CString ReadText(const std::filesystem::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    const auto text = CString::FromUtf8(bytes);
+    if (!file || !text) throw std::runtime_error("cannot read " + path.string());
+    return *text;
+}
+
+/// The files of the examples, in the order of their names.
+std::vector<std::filesystem::path> ExampleFiles()
+{
+    std::vector<std::filesystem::path> files;
+    for (const auto& entry : std::filesystem::directory_iterator(KELTRIX_BENCH_EXAMPLES))
+        if (entry.path().extension() == ".csv") files.push_back(entry.path());
+    std::sort(files.begin(), files.end());
+    if (files.empty()) throw std::runtime_error("there are no example members");
+    return files;
+}
+
+std::shared_ptr<CSteelMemberBS5950> MakeMember(const CString& text)
+{
+    auto member = std::make_shared<CSteelMemberBS5950>();
+    CSteelGrade grade;
+    if (!member->CSVInputData(text, grade) || !member->SetGrade(grade))
+        throw std::runtime_error("an example member is not read");
+    return member;
+}
+
+/// A check into a fresh result, with the utilisation as its answer.
+double Check(CSteelMemberBS5950& member, bool withText)
+{
+    CMemberResult result;
+    result.EnableText(withText);
+    member.SetResult(&result);
+    member.Check();
+    return result.UtilOverAll();
+}
+
+} // namespace
+
+void RegisterChecks()
+{
+    std::vector<CString> texts;
+    for (const auto& path : ExampleFiles()) {
+        texts.push_back(ReadText(path));
+        const auto member = MakeMember(texts.back());
+        const std::string name = "check " + path.stem().string();
+        const double util = Check(*member, false);
+        if (!(util > 0.0) || util != Check(*member, true)) throw std::logic_error("nothing was checked: " + name);
+        Measure(name + " without text", [member] { return Check(*member, false); });
+        Measure(name + " with text", [member] { return Check(*member, true); });
+        Compare({name + " without text", name + " with text", 1.0 / 3.0});
+    }
+
+    const Work perMember{static_cast<double>(texts.size())};
+    const auto batch = [texts](bool withText) {
+        double sum = 0.0;
+        for (const CString& text : texts)
+            sum += Check(*MakeMember(text), withText);
+        return sum;
+    };
+    const auto name = [](bool withText) {
+        return std::string("read and check all examples") + (withText ? " with text" : " without text");
+    };
+    for (const bool withText : {false, true})
+        Measure(
+            name(withText), [batch, withText] { return batch(withText); }, perMember);
+    Compare({name(false), name(true)});
+}
+
+} // namespace Keltrix::Bench
