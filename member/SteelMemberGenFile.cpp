@@ -173,16 +173,19 @@ CString CSteelMemberGen::CSVInputData(CSteelGrade& grade)
     CString text;
     text.Reserve(TYPICAL_HEAD + TYPICAL_POINT_LINE * m_vMemberPoints.size() +
                  TYPICAL_SUBSPAN_LINE * m_vSubSpans.size());
-    text += L"TITLE," + GetTitle() + L"\n";
-    text += L"HEADINGS,Keltrix description,Rolled/Welded\n";
-    text +=
-        L"SECTION," + SecUserDescShort(component.Description(true)) + L"," + SecTypeString(component.Type()) + L"\n";
+    text += L"TITLE,";
+    text += GetTitle();
+    text += L"\nHEADINGS,Keltrix description,Rolled/Welded\nSECTION,";
+    text += SecUserDescShort(component.Description(true));
+    text += L',';
+    text += SecTypeString(component.Type());
+    text += L"\nGRADE,";
     const CString gradeName = grade.Name();
-    text += L"GRADE," + gradeName;
+    text += gradeName;
     if (SameWord(gradeName, USER_DEFINED))
         text.AppendFormat(L",%G,%G,%G,%G", grade.GetUserPy(), grade.GetUserPu(), grade.GetUserE(),
                           grade.GetMatFactor());
-    text += L"\n";
+    text += L'\n';
     text.AppendFormat(L"NET_TO_GROSS,%#.4f\n", component.NetGross());
     text.AppendFormat(L"ALLOWABLE_PLASTIC/ELASTIC_RATIO,%#.4f\n", component.PlasElas());
     text.AppendFormat(L"SHEAR_LAG_FACTOR,%#.4f\n", component.Beta());
@@ -198,12 +201,14 @@ CString CSteelMemberGen::CSVInputData(CSteelGrade& grade)
                           *m_optMomentAmplificationFactorStrongAxis);
     if (m_optMomentAmplificationFactorWeakAxis)
         text.AppendFormat(L"MOMENT_AMPLIFICATION_FACTOR_WEAK_AXIS,%#.4f\n", *m_optMomentAmplificationFactorWeakAxis);
-    text += L"HEADINGS," + CMemberPoint::CSVTitleLine();
+    text += L"HEADINGS,";
+    text += CMemberPoint::CSVTitleLine();
     for (const CMemberPoint& point : m_vMemberPoints) {
         text += L"MEMBERPOINT,";
         AppendFields(text, point);
     }
-    text += L"HEADINGS," + CSubSpan::CSVTitleLine();
+    text += L"HEADINGS,";
+    text += CSubSpan::CSVTitleLine();
     for (const CSubSpan& subSpan : m_vSubSpans) {
         text += L"SUBSPAN,";
         AppendFields(text, subSpan);

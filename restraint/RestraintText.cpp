@@ -410,13 +410,14 @@ bool CRestraint::SetDescription(const CString& text)
     const CRestraint saved = *this;
     Clear();
     for (;;) {
-        const std::size_t separator = rest.find_first_of(L" ,");
-        if (!SetDescriptionFragment(rest.substr(0, separator))) {
+        const auto separator = std::find_if(rest.begin(), rest.end(), [](wchar_t c) { return c == L' ' || c == L','; });
+        const auto length = static_cast<std::size_t>(separator - rest.begin());
+        if (!SetDescriptionFragment(rest.substr(0, length))) {
             *this = saved;
             return false;
         }
-        if (separator == std::wstring_view::npos) return true;
-        rest.remove_prefix(separator + 1);
+        if (separator == rest.end()) return true;
+        rest.remove_prefix(length + 1);
     }
 }
 
