@@ -163,7 +163,7 @@ std::string CheckedMember::Governing() const
     return entry ? DescribeEntry(*entry) : "nothing";
 }
 
-CheckedMember CheckMember(const MemberFile& file, std::size_t i, int option)
+CheckedMember CheckMember(const MemberFile& file, std::size_t i, int option, bool withText)
 {
     CheckedMember checked;
     checked.file = file.Name();
@@ -177,6 +177,7 @@ CheckedMember CheckMember(const MemberFile& file, std::size_t i, int option)
     if (!checked.member->SetGrade(grade))
         throw BadInput(checked.name + ": GRADE: got " + Quote(grade.Name().View()) +
                        ", expected S275, S355, S460 or User_defined with strengths above 0");
+    if (!withText) checked.result->EnableText(false);
     checked.member->SetResult(checked.result.get());
     checked.passed = checked.member->Check();
     return checked;

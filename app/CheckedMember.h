@@ -28,9 +28,10 @@ struct CheckedMember {
     std::string Governing() const;
 };
 
-/// Reads member i of a file and checks it. `option` is the design option of the module. Throws BadInput where the design
+/// Reads member i of a file and checks it. `option` is the design option of the module; without `withText` the result
+/// holds no text, which spares most of the time. Throws BadInput where the design
 /// code takes the section or the grade not at all.
-CheckedMember CheckMember(const MemberFile& file, std::size_t i, int option);
+CheckedMember CheckMember(const MemberFile& file, std::size_t i, int option, bool withText);
 
 /// Load cases of one member merged into the first of them: utilisations, flags and texts as the result record merges
 /// them. Ledger, resistances and effective lengths are those of the case with the largest utilisation.

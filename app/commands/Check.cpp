@@ -62,14 +62,15 @@ void RequireOneMember(const std::vector<CheckedMember>& cases)
 ExitCode Check(const CheckOptions& options, const Console& console)
 {
     const int option = options.exact ? BS5950::CSteelMemberBS5950::MORE_EXACT : BS5950::CSteelMemberBS5950::SIMPLIFIED;
-    const bool streams = options.format == Format::TABLE && options.report != "table" && !options.envelope;
+    const bool withText = options.format == Format::TABLE && options.report != "table";
+    const bool streams = withText && !options.envelope;
     std::vector<CheckedMember> members;
     const auto put = [&](const CheckedMember& checked) {
         console.out(RenderMarkup(Verdict(checked) + ReportText(checked, options.report), options.rendering));
     };
 
     ExitCode code = ForEachMember(options.files, console, [&](const MemberFile& file, std::size_t i) {
-        CheckedMember checked = CheckMember(file, i, option);
+        CheckedMember checked = CheckMember(file, i, option, withText);
         const ExitCode own = CodeOf(checked);
         if (streams)
             put(checked);
@@ -85,7 +86,7 @@ ExitCode Check(const CheckOptions& options, const Console& console)
         merged.push_back(Envelope(std::move(members)));
         members = std::move(merged);
         code = CodeOf(members.front());
-        if (options.format == Format::TABLE && options.report != "table") put(members.front());
+        if (withText) put(members.front());
     }
     if (options.format == Format::JSON) {
         Json list = Json::array();
