@@ -273,15 +273,19 @@ private:
         return m_points[static_cast<std::size_t>(point)].GetRestraint().IsRestrained(CRestraint::MAJOR_SHEAR, false);
     }
 
-    // An end of the member without support, where another point has one.
+    // The tip of a cantilever: an end of the member without support, where the rest of the member can carry it, from two
+    // supports or from one that holds its rotation.
     bool IsFreeEnd(int point) const
     {
         const int last = static_cast<int>(m_points.size()) - 1;
         if ((point != 0 && point != last) || IsSupport(point)) return false;
-        for (int i = 0; i <= last; ++i) {
-            if (i != point && IsSupport(i)) return true;
+        int supports = 0;
+        for (int i = 0; i <= last && supports < 2; ++i) {
+            if (i == point || !IsSupport(i)) continue;
+            const CRestraint restraint = m_points[static_cast<std::size_t>(i)].GetRestraint();
+            supports += restraint.IsRestrained(CRestraint::MAJOR_ROTATION_PART, true) ? 2 : 1;
         }
-        return false;
+        return supports >= 2;
     }
 
     // Clause 4.3.5.2: a support, or an end of the member, without torsional restraint of any kind gives no row.

@@ -148,6 +148,20 @@ TEST(SpanReport, ACantileverUsesTheCantileverTable)
     EXPECT_DOUBLE_EQ(MakeSpanReports(*mirrored, Split::LateralTorsional, {})[0].lt.length, 0.8 * L);
 }
 
+TEST(SpanReport, AnEndWithoutSupportIsATipOnlyWhereTheRestCanCarryIt)
+{
+    const auto none = [](double) { return 0.0; };
+    const auto bent = [](double x) { return 1e3 * x; };
+    const auto isCantilever = [&](const std::vector<Joint>& joints) {
+        const auto member = MakeMember(joints, none, bent);
+        return MakeSpanReports(*member, Split::Minor, {}).back().lt.cantilever;
+    };
+    EXPECT_TRUE(isCantilever({{0.0, L"Pinned"}, {4.0, L"Pinned"}, {6.0, L"Free"}})); // an overhang
+    EXPECT_TRUE(isCantilever({{0.0, L"Full rotational"}, {6.0, L"Free"}}));
+    EXPECT_FALSE(isCantilever({{0.0, L"Pinned"}, {6.0, L"Free"}})) << "one pin cannot carry a cantilever";
+    EXPECT_FALSE(isCantilever({{0.0, L"Pinned"}, {6.0, L"Pinned"}}));
+}
+
 TEST(SpanReport, ADestabilisingLoadTakesItsColumn)
 {
     const auto member = MakeMember(
