@@ -209,13 +209,23 @@ std::vector<std::string> FlagWords(int flags)
     return words;
 }
 
+std::string DescribeRule(const LedgerEntry& entry)
+{
+    return Wording(BS5950::RuleName(entry.rule)) + " (" + Wording(entry.clause) + ")";
+}
+
+std::string DescribePlace(const LedgerEntry& entry)
+{
+    if (std::isnan(entry.start)) return {};
+    if (entry.start == entry.end) return "at " + Rounded(entry.start, 5) + " m";
+    return Rounded(entry.start, 5) + " m to " + Rounded(entry.end, 5) + " m";
+}
+
 std::string DescribeEntry(const LedgerEntry& entry)
 {
-    std::string text = Wording(BS5950::RuleName(entry.rule)) + " (" + Wording(entry.clause) + ")";
-    if (std::isnan(entry.start)) return text;
-    text += entry.start == entry.end ? " at " + Rounded(entry.start, 5) + " m"
-                                     : ", " + Rounded(entry.start, 5) + " m to " + Rounded(entry.end, 5) + " m";
-    return text;
+    const std::string place = DescribePlace(entry);
+    if (place.empty()) return DescribeRule(entry);
+    return DescribeRule(entry) + (entry.start == entry.end ? " " : ", ") + place;
 }
 
 Json JsonOf(const CheckedMember& checked)

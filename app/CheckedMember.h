@@ -24,7 +24,7 @@ struct CheckedMember {
     std::string Grade() const;
     /// "pass", "fail", or "not checked" where nothing could be checked; only the first passes.
     std::string Status() const;
-    /// "4.8.3.3.1 buckling under combined compression and moments, 0 m to 9 m"; "nothing" without a governing entry.
+    /// DescribeEntry of the governing entry; "nothing" without one.
     std::string Governing() const;
 };
 
@@ -40,7 +40,11 @@ CheckedMember Envelope(std::vector<CheckedMember> cases);
 /// The words of the flags of a result.
 std::vector<std::string> FlagWords(int flags);
 
-/// Place and name of a ledger entry: "Mb 4.3.6 ..., 0 m to 3 m".
+/// Rule and clause of a ledger entry: "moment capacity, major axis (4.2.5)".
+std::string DescribeRule(const BS5950::LedgerEntry& entry);
+/// Its place: "at 3 m", "0 m to 3 m", or empty where it is of the member as a whole.
+std::string DescribePlace(const BS5950::LedgerEntry& entry);
+/// Both: "lateral-torsional buckling (4.3.6), 0 m to 3 m".
 std::string DescribeEntry(const BS5950::LedgerEntry& entry);
 
 /// The findings in full.

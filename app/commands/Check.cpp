@@ -36,13 +36,16 @@ std::string TableText(std::vector<CheckedMember>& members)
     std::stable_sort(members.begin(), members.end(), [](const CheckedMember& a, const CheckedMember& b) {
         return a.result->UtilOverAll() > b.result->UtilOverAll();
     });
-    std::string text = "<table>Utilisation\tStatus\tSection\tGrade\tClass\tMember\tFile\tGoverning\n";
+    // Files and titles, which may be long, stand last.
+    std::string text = "<table>Utilisation\tStatus\tSection\tGrade\tClass\tGoverning\tAt\tFile\tMember\n";
     for (const CheckedMember& checked : members) {
         std::string status = Coloured(checked.Status());
-        if (checked.result->TestFlags(Steel::CMemberResult::NOT_CHECKED)) status += " <red>(NOT CHECKED flag)</red>";
+        if (checked.result->TestFlags(Steel::CMemberResult::NOT_CHECKED)) status += ", <red>NOT CHECKED</red>";
+        const BS5950::LedgerEntry* const governing = checked.member->Checks().Governing();
         text += UtilText(checked.result->UtilOverAll()) + '\t' + status + '\t' + checked.Section() + '\t' +
-                checked.Grade() + '\t' + std::to_string(checked.member->SectionClass()) + '\t' + checked.title + '\t' +
-                checked.name + '\t' + checked.Governing() + '\n';
+                checked.Grade() + '\t' + std::to_string(checked.member->SectionClass()) + '\t' +
+                (governing ? DescribeRule(*governing) : "nothing") + '\t' +
+                (governing ? DescribePlace(*governing) : "") + '\t' + checked.name + '\t' + checked.title + '\n';
     }
     return text + "</table>\n";
 }
