@@ -84,45 +84,79 @@ void AddAxes(ValueList& list, const CSection& section, const Steel::CDesSectGeom
     list.Millimetres("Yp", outline.HalvingHeight(), "axis of equal areas parallel to x-x, above the bottom edge");
 }
 
+struct Dimensions {
+    const CSecComp& component;
+    double operator()(Geom::Prop prop) const { return component.Dimension(0.0, prop); }
+};
+
+void AddRadii(ValueList& list, const Dimensions& dim)
+{
+    list.Millimetres("r", dim(Geom::ROOT_RADIUS), "root radius");
+    if (dim(Geom::TOE_RADIUS) > 0.0) list.Millimetres("rt", dim(Geom::TOE_RADIUS), "toe radius");
+}
+
+void AddFlangedDimensions(ValueList& list, const Dimensions& dim, const char* web)
+{
+    list.Millimetres("D", dim(Geom::DEPTH), "depth");
+    list.Millimetres("B", dim(Geom::WIDTH), "width");
+    list.Millimetres("t", dim(Geom::WEB_THICKNESS), web);
+    list.Millimetres("T", dim(Geom::FLANGE_THICKNESS), "flange thickness");
+    AddRadii(list, dim);
+}
+
+void AddUnequalDimensions(ValueList& list, const Dimensions& dim)
+{
+    list.Millimetres("D", dim(Geom::DEPTH), "depth");
+    list.Millimetres("B", dim(Geom::WIDTH), "width of the top flange");
+    list.Millimetres("B2", dim(Geom::BOTTOM_FLANGE_WIDTH), "width of the bottom flange");
+    list.Millimetres("t", dim(Geom::WEB_THICKNESS), "web thickness");
+    list.Millimetres("T", dim(Geom::FLANGE_THICKNESS), "thickness of the top flange");
+    list.Millimetres("T2", dim(Geom::BOTTOM_FLANGE_THICKNESS), "thickness of the bottom flange");
+    AddRadii(list, dim);
+}
+
+void AddHollowDimensions(ValueList& list, const Dimensions& dim, const CSection& section)
+{
+    list.Millimetres("D", dim(Geom::DEPTH), "depth");
+    list.Millimetres("B", dim(Geom::WIDTH), "width");
+    list.Millimetres("t", dim(Geom::WEB_THICKNESS), "side wall thickness");
+    list.Millimetres("T", dim(Geom::FLANGE_THICKNESS), "top and bottom wall thickness");
+    const auto geometry = MakeGeometry(section);
+    const auto* const rhs = dynamic_cast<const RhsSection*>(geometry.get());
+    if (!rhs) return;
+    list.Millimetres("ro", rhs->RadiusOuter(), "outer corner radius, from the thickness");
+    list.Millimetres("ri", rhs->RadiusInner(), "inner corner radius, from the thickness");
+}
+
 } // namespace
 
 std::vector<SectionValue> SectionDimensions(const CSection& section)
 {
-    const CSecComp& c = section.Component(0);
-    const int shape = c.Shape() & Geom::SHAPE_MASK;
-    const auto dim = [&](Geom::Prop prop) { return c.Dimension(0.0, prop); };
-    const bool general = shape == Geom::SHAPE_GENERAL_I;
+    const Dimensions dim{section.Component(0)};
     ValueList list;
-    if (shape == Geom::SHAPE_CHS) {
+    switch (section.Component(0).Shape() & Geom::SHAPE_MASK) {
+    case Geom::SHAPE_CHS:
         list.Millimetres("D", dim(Geom::DEPTH), "outside diameter");
         list.Millimetres("t", dim(Geom::WEB_THICKNESS), "wall thickness");
-        return list.Take();
+        break;
+    case Geom::SHAPE_RHS:
+        AddHollowDimensions(list, dim, section);
+        break;
+    case Geom::SHAPE_ANGLE:
+        list.Millimetres("A", dim(Geom::DEPTH), "vertical leg");
+        list.Millimetres("B", dim(Geom::WIDTH), "horizontal leg");
+        list.Millimetres("t", dim(Geom::WEB_THICKNESS), "leg thickness");
+        AddRadii(list, dim);
+        break;
+    case Geom::SHAPE_GENERAL_I:
+        AddUnequalDimensions(list, dim);
+        break;
+    case Geom::SHAPE_T:
+        AddFlangedDimensions(list, dim, "stem thickness");
+        break;
+    default:
+        AddFlangedDimensions(list, dim, "web thickness");
     }
-    const bool angle = shape == Geom::SHAPE_ANGLE;
-    list.Millimetres(angle ? "A" : "D", dim(Geom::DEPTH), angle ? "vertical leg" : "depth");
-    list.Millimetres("B", dim(Geom::WIDTH), angle ? "horizontal leg" : general ? "width of the top flange" : "width");
-    if (general) list.Millimetres("B2", dim(Geom::BOTTOM_FLANGE_WIDTH), "width of the bottom flange");
-    const bool hollow = shape == Geom::SHAPE_RHS;
-    list.Millimetres("t", dim(Geom::WEB_THICKNESS),
-                     angle                    ? "leg thickness"
-                     : hollow                 ? "side wall thickness"
-                     : shape == Geom::SHAPE_T ? "stem thickness"
-                                              : "web thickness");
-    if (!angle)
-        list.Millimetres("T", dim(Geom::FLANGE_THICKNESS),
-                         hollow    ? "top and bottom wall thickness"
-                         : general ? "thickness of the top flange"
-                                   : "flange thickness");
-    if (general) list.Millimetres("T2", dim(Geom::BOTTOM_FLANGE_THICKNESS), "thickness of the bottom flange");
-    if (hollow) {
-        const auto geometry = MakeGeometry(section);
-        const auto* rhs = dynamic_cast<const RhsSection*>(geometry.get());
-        list.Millimetres("ro", rhs ? rhs->RadiusOuter() : 0.0, "outer corner radius, from the thickness");
-        list.Millimetres("ri", rhs ? rhs->RadiusInner() : 0.0, "inner corner radius, from the thickness");
-        return list.Take();
-    }
-    list.Millimetres("r", dim(Geom::ROOT_RADIUS), "root radius");
-    if (dim(Geom::TOE_RADIUS) > 0.0) list.Millimetres("rt", dim(Geom::TOE_RADIUS), "toe radius");
     return list.Take();
 }
 

@@ -50,7 +50,8 @@ std::string TableText(std::vector<CheckedMember>& members)
     return text + "</table>\n";
 }
 
-void RequireOneMember(const std::vector<CheckedMember>& cases)
+// The cases merged into one member, which they must be.
+std::vector<CheckedMember> OneEnvelope(std::vector<CheckedMember> cases)
 {
     for (const CheckedMember& checked : cases) {
         if (checked.member->Positions().size() != cases.front().member->Positions().size() ||
@@ -58,6 +59,17 @@ void RequireOneMember(const std::vector<CheckedMember>& cases)
             throw BadInput(checked.name + ": is no load case of the member in " + cases.front().name +
                            ": section and sub-spans must be the same");
     }
+    std::vector<CheckedMember> merged;
+    merged.push_back(Envelope(std::move(cases)));
+    return merged;
+}
+
+Json ListOf(const std::vector<CheckedMember>& members)
+{
+    Json list = Json::array();
+    for (const CheckedMember& checked : members)
+        list.push_back(JsonOf(checked));
+    return list;
 }
 
 } // namespace
@@ -66,7 +78,6 @@ ExitCode Check(const CheckOptions& options, const Console& console)
 {
     const int option = options.exact ? BS5950::CSteelMemberBS5950::MORE_EXACT : BS5950::CSteelMemberBS5950::SIMPLIFIED;
     const bool withText = options.format == Format::TABLE && options.report != "table";
-    const bool streams = withText && !options.envelope;
     std::vector<CheckedMember> members;
     const auto put = [&](const CheckedMember& checked) {
         console.out(RenderMarkup(Verdict(checked) + ReportText(checked, options.report), options.rendering));
@@ -75,30 +86,23 @@ ExitCode Check(const CheckOptions& options, const Console& console)
     ExitCode code = ForEachMember(options.files, console, [&](const MemberFile& file, std::size_t i) {
         CheckedMember checked = CheckMember(file, i, option, withText);
         const ExitCode own = CodeOf(checked);
-        if (streams)
+        if (withText && !options.envelope)
             put(checked);
         else
             members.push_back(std::move(checked));
         return own;
     });
-    if (options.envelope && !members.empty()) {
+    if (options.envelope) {
         // A case that is missing would make the envelope look better than it is.
-        if (code == EXIT_BAD_INPUT) return code;
-        RequireOneMember(members);
-        std::vector<CheckedMember> merged;
-        merged.push_back(Envelope(std::move(members)));
-        members = std::move(merged);
+        if (code == EXIT_BAD_INPUT || members.empty()) return code;
+        members = OneEnvelope(std::move(members));
         code = CodeOf(members.front());
         if (withText) put(members.front());
     }
-    if (options.format == Format::JSON) {
-        Json list = Json::array();
-        for (const CheckedMember& checked : members)
-            list.push_back(JsonOf(checked));
-        console.out(JsonText(list));
-    } else if (options.report == "table" && !members.empty()) {
+    if (options.format == Format::JSON)
+        console.out(JsonText(ListOf(members)));
+    else if (!withText && !members.empty())
         console.out(RenderMarkup(TableText(members), options.rendering));
-    }
     return code;
 }
 
