@@ -10,8 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include "commands/Commands.h"
-
 namespace Keltrix::App::Trial {
 
 /// A member of three points that every reader takes, for tests to spoil. Line numbers in tests count from its TITLE.
@@ -98,14 +96,5 @@ inline RunResult RunKsteel(const std::string& arguments)
     result.err = ReadWhole(directory.Path("err"));
     return result;
 }
-
-/// A console that keeps what it is told.
-struct KeptConsole {
-    std::istringstream in;
-    std::string out;
-    std::string err;
-    Console console{in, [this](std::string_view text) { out += text; },
-                    [this](std::string_view text) { err += std::string(text) + '\n'; }};
-};
 
 } // namespace Keltrix::App::Trial

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "AppSupport.h"
+#include "Failure.h"
 #include "Json.h"
 #include "Output.h"
 #include "Text.h"

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "AppSupport.h"
+#include "Failure.h"
 #include "SectionCatalogue.h"
 #include "SectionOutline.h"
 #include "SectionShapes.h"
