@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <memory>
 #include <random>
 
 #if defined(_WIN32)
@@ -50,14 +51,20 @@ private:
     bool m_kept = false;
 };
 
-void WriteInPlace(const std::string& path, const std::string& name, std::string_view text)
+void WriteInPlace(const std::string& path, const std::string& name, const std::function<void(const TextSink&)>& write)
 {
     errno = 0;
-    std::FILE* const stream = std::fopen(path.c_str(), "wb");
-    if (!stream) throw BadOutput(name + ": cannot be written" + Reason(errno));
-    const bool written = TryWrite(stream, text);
-    const int error = errno;
-    if (std::fclose(stream) != 0 || !written) throw BadOutput(name + ": cannot be written" + Reason(error));
+    std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::fopen(path.c_str(), "wb"), std::fclose);
+    const auto require = [&](bool written) {
+        if (!written) throw BadOutput(name + ": cannot be written" + Reason(errno));
+    };
+    require(stream != nullptr);
+    write([&](std::string_view text) {
+        errno = 0;
+        require(std::fwrite(text.data(), 1, text.size(), stream.get()) == text.size());
+    });
+    errno = 0;
+    require(std::fclose(stream.release()) == 0);
 }
 
 } // namespace
@@ -69,16 +76,21 @@ void WriteAll(std::FILE* stream, std::string_view text)
 
 void WriteFile(const std::string& path, std::string_view text)
 {
-    if (path == "-") return WriteAll(stdout, text);
+    WriteFile(path, [&](const TextSink& put) { put(text); });
+}
+
+void WriteFile(const std::string& path, const std::function<void(const TextSink&)>& write)
+{
+    if (path == "-") return write([](std::string_view text) { WriteAll(stdout, text); });
     const std::string name = Printable(path);
     std::error_code ignored;
     const fs::file_status status = fs::status(path, ignored);
     if (fs::is_directory(status)) throw BadOutput(name + ": is a directory, expected a file");
     // A device or a pipe keeps its name; there is no half of it to protect.
-    if (fs::exists(status) && !fs::is_regular_file(status)) return WriteInPlace(path, name, text);
+    if (fs::exists(status) && !fs::is_regular_file(status)) return WriteInPlace(path, name, write);
 
     TemporaryFile temporary(path + ".part" + std::to_string(std::random_device{}()));
-    WriteInPlace(temporary.Path().string(), name, text);
+    WriteInPlace(temporary.Path().string(), name, write);
     std::error_code failed;
     fs::rename(temporary.Path(), path, failed);
     if (failed) throw BadOutput(name + ": cannot be written: " + failed.message());

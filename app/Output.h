@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,10 @@ void WriteAll(std::FILE* stream, std::string_view text);
 /// Writes a file as a whole: into a temporary file beside it, which then takes its name, so that a file of that name is
 /// either the old one or the new one. "-" is standard output. Throws BadOutput and leaves nothing behind on failure.
 void WriteFile(const std::string& path, std::string_view text);
+
+/// The same for a text that is handed over piece by piece, so that it need not be in memory as a whole.
+using TextSink = std::function<void(std::string_view)>;
+void WriteFile(const std::string& path, const std::function<void(const TextSink&)>& write);
 
 /// Lets a write to a closed pipe fail instead of ending the program.
 void IgnoreClosedPipes();

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "Html.h"
 #include "SectionOutline.h"
 #include "SectionShapes.h"
 #include "Text.h"
@@ -11,30 +12,6 @@
 namespace Keltrix::App {
 
 namespace {
-
-std::string Escaped(const std::string& text)
-{
-    std::string escaped;
-    for (const char c : Printable(text)) {
-        switch (c) {
-        case '<':
-            escaped += "&lt;";
-            break;
-        case '>':
-            escaped += "&gt;";
-            break;
-        case '&':
-            escaped += "&amp;";
-            break;
-        case '"':
-            escaped += "&quot;";
-            break;
-        default:
-            escaped += c;
-        }
-    }
-    return escaped;
-}
 
 class Drawing {
 public:
@@ -104,16 +81,17 @@ std::string Style(double size)
 
 } // namespace
 
-std::string SectionSvg(const CSection& section, const std::string& title)
+SectionDrawing DrawSection(const CSection& section)
 {
-    const SectionOutline outline = MakeOutline(section);
     const std::unique_ptr<Steel::CDesSectGeom> geometry = MakeGeometry(section);
     if (!geometry) return {};
+    const SectionOutline outline = MakeOutline(section);
     const Drawing draw(outline);
-    const double width = (outline.right - outline.left) * 1e3;
-    const double depth = outline.top * 1e3;
-    const double size = std::max(width, depth);
-    const double margin = 0.15 * size;
+    SectionDrawing drawing;
+    drawing.width = (outline.right - outline.left) * 1e3;
+    drawing.depth = outline.top * 1e3;
+    drawing.datum = -outline.left * 1e3;
+    const double size = drawing.Size();
 
     const bool hollow = geometry->Ybar() == 0.0;
     const double x = hollow ? 0.0 : geometry->Xbar();
@@ -124,24 +102,33 @@ std::string SectionSvg(const CSection& section, const std::string& title)
     const double middleY = outline.top / 2.0;
     const double upright = std::numbers::pi / 2.0;
 
-    std::string svg = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
-                      Figures(width + 2 * margin, 6) + "mm\" height=\"" + Figures(depth + 2 * margin, 6) +
-                      "mm\" viewBox=\"" + Figures(-margin, 6) + ' ' + Figures(-margin, 6) + ' ' +
-                      Figures(width + 2 * margin, 6) + ' ' + Figures(depth + 2 * margin, 6) + "\">\n";
-    svg += "  <title>" + Escaped(title) + "</title>\n" + Style(size);
-    svg += "  <path class=\"steel\" d=\"" + draw.Path() + "\"/>\n";
-    svg += draw.Axis("plastic", "", middleX, outline.HalvingHeight(), 0.0, reachX);
-    svg += draw.Axis("plastic", "", outline.HalvingX(), middleY, upright, reachY);
-    svg += draw.Axis("axis", "x", middleX, y, 0.0, reachX);
-    svg += draw.Axis("axis", "y", x, middleY, upright, reachY);
+    std::string& body = drawing.body;
+    body = "  <path class=\"steel\" d=\"" + draw.Path() + "\"/>\n";
+    body += draw.Axis("plastic", "", middleX, outline.HalvingHeight(), 0.0, reachX);
+    body += draw.Axis("plastic", "", outline.HalvingX(), middleY, upright, reachY);
+    body += draw.Axis("axis", "x", middleX, y, 0.0, reachX);
+    body += draw.Axis("axis", "y", x, middleY, upright, reachY);
     if (const auto* angle = dynamic_cast<const AngleSection*>(geometry.get())) {
         const double reach = 0.6e-3 * size;
-        svg += draw.Axis("principal", "u", x, y, angle->Alpha(), reach);
-        svg += draw.Axis("principal", "v", x, y, angle->Alpha() + upright, reach);
+        body += draw.Axis("principal", "u", x, y, angle->Alpha(), reach);
+        body += draw.Axis("principal", "v", x, y, angle->Alpha() + upright, reach);
     }
-    svg += "  <circle class=\"centroid\" cx=\"" + draw.X(x) + "\" cy=\"" + draw.Y(y) + "\" r=\"" +
-           Figures(0.008 * size, 3) + "\"/>\n</svg>\n";
-    return svg;
+    body += "  <circle class=\"centroid\" cx=\"" + draw.X(x) + "\" cy=\"" + draw.Y(y) + "\" r=\"" +
+            Figures(0.008 * size, 3) + "\"/>\n";
+    return drawing;
+}
+
+std::string SectionSvg(const CSection& section, const std::string& title)
+{
+    const SectionDrawing drawing = DrawSection(section);
+    if (drawing.body.empty()) return {};
+    const double margin = 0.15 * drawing.Size();
+    const std::string width = Figures(drawing.width + 2 * margin, 6);
+    const std::string height = Figures(drawing.depth + 2 * margin, 6);
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + width +
+           "mm\" height=\"" + height + "mm\" viewBox=\"" + Figures(-margin, 6) + ' ' + Figures(-margin, 6) + ' ' +
+           width + ' ' + height + "\">\n  <title>" + EscapedHtml(title) + "</title>\n" + Style(drawing.Size()) +
+           drawing.body + "</svg>\n";
 }
 
 } // namespace Keltrix::App
