@@ -214,3 +214,41 @@ TEST(SemiCompact, ModulusRunsFromPlasticToElastic)
         before = share;
     }
 }
+
+// 3.5.6 names I, H, rectangular (Table 12) and circular hollow sections. Welded box 400x300, 8 mm, S275: the flange of
+// 284/8 = 35.5 lies between 32ε and 40ε, I = (300 · 400³ - 284 · 384³)/12 = 25992 cm⁴, Mc = 0.275 · 1299.6 = 357.4 kNm.
+TEST(SemiCompact, WeldedBoxesAreElastic)
+{
+    const SectionProperties s = PropertiesOf(L"BOX 400x300x8x8", SEC_WELDED);
+    const Material m = SteelOf(L"S275", s);
+    const Classification c = Classify(s, m, Bending(-1e3));
+    ASSERT_EQ(c.cls, 3);
+    EXPECT_NEAR(m.py * c.Wx, 357.4e3, 0.1e3);
+}
+
+// Table 11: D/t up to 18ε is the row of rolled tees. T 305x305x119: D/t = 317.9/18.4 = 17.3, S275 (T = 31.4 mm, py = 265),
+// ε = 1.019: 18ε = 18.3, but 13ε = 13.2 for a welded outstand.
+TEST(Table11, AWeldedStemIsAnOutstand)
+{
+    const auto classOf = [](int type) {
+        const SectionProperties s = PropertiesOf(L"T 305x305x119", type);
+        return Classify(s, SteelOf(L"S275", s), Bending(1e3)).cls;
+    };
+    EXPECT_EQ(classOf(SEC_ROLLED), 3);
+    EXPECT_EQ(classOf(SEC_WELDED), 4);
+}
+
+// 3.6.6 ends at D/t = 240ε², 3.6.5 takes over. S275: at D/t = 200 Aeff = (80/200)^0.5 A = 0.6325 A, at 250 Aeff =
+// (80/250)² A = 0.1024 A.
+TEST(SlenderSections, OfCircularTubesBeyondTheirOwnRule)
+{
+    SectionProperties s = PropertiesOf(L"CHS 168.3x5");
+    Material m;
+    m.py = 275e6;
+    Actions a;
+    a.F = -100e3;
+    s.D = 200.0 * s.t;
+    EXPECT_NEAR(Classify(s, m, a).Aeff / s.A, 0.6325, 1e-4);
+    s.D = 250.0 * s.t;
+    EXPECT_NEAR(Classify(s, m, a).Aeff / s.A, 0.1024, 1e-4);
+}

@@ -179,6 +179,14 @@ TEST(Refusals, GiveEveryRuleAnEntryAndSayWhy)
     ASSERT_TRUE(pointless.SetKeltrixSec(CSection(L"UB 457x191x67")));
     ASSERT_TRUE(pointless.SetGrade(GradeNamed(L"S275")));
     expectRefused(pointless, L"do not fit together");
+
+    for (const double factor : {-1.0, std::nan("")}) {
+        Case given;
+        Uniform(given, 6.0, 20e3, -100e3);
+        Checked negative(given);
+        negative.member.SetEquivalentUniformMomentFactor(factor);
+        expectRefused(negative.member, L"equivalent uniform moment factor");
+    }
 }
 
 TEST(Refusals, OfSectionsAndGradesAreAnsweredAtOnce)

@@ -505,7 +505,7 @@ void CSteelMemberBS5950::CheckLateral(SpanResult& span)
     span.effect = span.Mx;
     // Below the tolerance of the compression flange's sense there is no moment to buckle under.
     const bool moment = span.effect > 0.0 && span.sense != CCodeShare::LT_COMP_NONE;
-    span.applied = moment && !span.continuous && CanBuckleLaterally(s) && (span.LE > 0.0 || !span.overridden);
+    span.applied = moment && !span.continuous && CanBuckleLaterally(s) && !(span.overridden && span.LE == 0.0);
     if (text) Text(*this).LateralTitle(span);
     if (span.applied) {
         const Steel::CResultIndent indent(Result());
@@ -522,7 +522,8 @@ void CSteelMemberBS5950::CheckLateral(SpanResult& span)
         Assume(L"mLT", L"1.0 for a destabilising load or a cantilever (4.3.6.6)", 1.0);
     span.m = UserFactor(uniform ? 1.0 : MomentFactorLT(shape.M2, shape.M3, shape.M4, shape.Mmax));
 
-    const bool equalAngle = s.shape == Shape::Angle && s.D == s.B;
+    // 4.3.8.3 is for equal legs within the limit of class 3 in bending.
+    const bool equalAngle = s.shape == Shape::Angle && s.D == s.B && s.b / s.t <= 15.0 * Epsilon(m_section.Steel().py);
     if (span.applied && equalAngle && span.momentY.Mmax == 0.0 && span.LE < INF) {
         span.effect = shape.Mmax;
         span.resistance = AngleMbSimplified(s, m_section.Steel(), span.LE, span.sense == CCodeShare::LT_COMP_FLANGE2);

@@ -159,7 +159,9 @@ void ClassifyTee(const SectionProperties& s, const Stresses& f, Classification& 
     ElementClass flange = Outstand(s, s.b, s.T, e);
     flange.compressed = f.TopFlange();
     elements.Add(flange);
-    ElementClass stem = Element(L"stem", L"D/t", TABLE_11, s.D / s.t, 8 * e, 9 * e, 18 * e);
+    // The row for stems is that of rolled T sections and of those cut from rolled ones; a welded stem is an outstand.
+    const double semiCompact = s.IsWelded() ? 13 * e : 18 * e;
+    ElementClass stem = Element(L"stem", L"D/t", TABLE_11, s.D / s.t, 8 * e, 9 * e, semiCompact);
     stem.isWeb = true;
     stem.compressed = f.bottom > f.zero;
     elements.Add(stem);
@@ -296,7 +298,8 @@ struct SemiCompact {
 SemiCompact SemiCompactShares(const SectionProperties& s, const Classification& c)
 {
     SemiCompact k{1.0, 1.0, true, true};
-    if (s.shape != Shape::I && !s.IsHollow()) return {};
+    // 3.5.6.3 is for the hollow sections of Table 12: a welded box has no effective plastic modulus.
+    if (s.shape != Shape::I && (!s.IsHollow() || s.IsWelded())) return {};
     const bool squared = s.shape == Shape::I; // the web term of 3.5.6.2 is squared, that of 3.5.6.3 is not
     for (int i = 0; i < c.count; ++i) {
         const ElementClass& e = c.elements[static_cast<std::size_t>(i)];
@@ -329,8 +332,10 @@ double EffectiveArea(const SectionProperties& s, double e, double py)
         const double k = s.fabrication == Fabrication::Formed ? 35.0 : 40.0;
         return s.A - 2.0 * lost(s.d, k * e * s.t) * s.t - 2.0 * lost(s.b, k * e * s.T) * s.T;
     }
-    case Shape::CHS:
-        return s.A * std::min(1.0, std::sqrt(80.0 * e * e / (s.D / s.t))); // 3.6.6
+    case Shape::CHS: { // 3.6.6 up to D/t = 240ε², 3.6.5 beyond
+        const double k = std::min(1.0, 80.0 * e * e / (s.D / s.t));
+        return s.A * (s.D / s.t <= 240.0 * e * e ? std::sqrt(k) : k * k);
+    }
     default:
         break;
     }

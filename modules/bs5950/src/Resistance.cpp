@@ -37,10 +37,10 @@ double TensionCapacity(const SectionProperties& s, const Material& m, double net
 double EccentricTensionCapacity(const SectionProperties& s, const Material& m, double netGross)
 {
     const double Ae = s.A * std::min(1.0, m.Ke * netGross);
-    double a2 = 0.0;
+    double a2 = 0.0; // gross area less the connected element, the latter of the full width of leg, web or flange
     switch (s.shape) {
     case Shape::Angle:
-        a2 = (std::max(s.D, s.B) - s.t) * s.t;
+        a2 = s.A - std::min(s.D, s.B) * s.t;
         break;
     case Shape::Channel:
         a2 = s.A - s.D * s.t;

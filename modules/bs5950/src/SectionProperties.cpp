@@ -180,6 +180,18 @@ void SetElementWidths(SectionProperties& s)
     }
 }
 
+// Plastic modulus about x-x of the two flanges alone: the plastic neutral axis lies in the larger flange, y0 from its
+// inner face.
+double FlangesPlasticModulus(const SectionProperties& s)
+{
+    const bool firstSmaller = s.B * s.T <= s.B2 * s.T2;
+    const double smaller = firstSmaller ? s.B * s.T : s.B2 * s.T2;
+    const double B = firstSmaller ? s.B2 : s.B;
+    const double T = firstSmaller ? s.T2 : s.T;
+    const double y0 = 0.5 * (B * T - smaller) / B;
+    return smaller * (s.hs - 0.5 * T + y0) + 0.5 * B * (y0 * y0 + (T - y0) * (T - y0));
+}
+
 // Clause 4.2.3. Sv is the plastic modulus of the shear area (4.2.5.3); of singly symmetric sections, of the gross
 // section less the flanges.
 void SetShearAreas(SectionProperties& s)
@@ -191,7 +203,7 @@ void SetShearAreas(SectionProperties& s)
         s.Avy = welded ? s.t * (s.D - s.T - s.T2) : s.t * s.D;
         s.Avx = 0.9 * (s.B * s.T + s.B2 * s.T2);
         s.Svx = s.shape == Shape::I ? s.Avy * (welded ? s.D - 2.0 * s.T : s.D) / 4.0
-                                    : std::max(0.0, s.Sx - (s.B * s.T + s.B2 * s.T2) * s.hs / 2.0);
+                                    : std::max(0.0, s.Sx - FlangesPlasticModulus(s));
         s.Svy = 0.9 * (s.B * s.B * s.T + s.B2 * s.B2 * s.T2) / 4.0;
         break;
     case Shape::Channel:

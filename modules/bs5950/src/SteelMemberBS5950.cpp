@@ -110,6 +110,8 @@ const wchar_t* CSteelMemberBS5950::RefusalReason() const
     if (!(design.netGross > 0.0 && design.netGross <= 1.0))
         return L"the net to gross area ratio does not lie above 0 and up to 1";
     if (!(design.plasElas >= 1.0)) return L"the allowable plastic to elastic ratio lies below 1";
+    if (!(EquivalentUniformMomentFactor().value_or(1.0) >= 0.0))
+        return L"the equivalent uniform moment factor lies below 0 or is not a number";
     return nullptr;
 }
 
