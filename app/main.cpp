@@ -190,6 +190,25 @@ void PutError(std::string_view message)
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
+/// What is said where the options are no command to run: help and version, which were asked for, or the fault.
+ExitCode AnswerUnparsed(const CLI::App& app, const CLI::ParseError& error, const std::string& firstWord)
+{
+    if (error.get_exit_code() == 0) {
+        std::ostringstream text;
+        app.exit(error, text, text);
+        WriteAll(stdout, text.str());
+        return EXIT_FINE;
+    }
+    std::string names;
+    bool isKnown = firstWord.empty() || firstWord[0] == '-';
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        names += (names.empty() ? "" : ", ") + command->get_name();
+        isKnown = isKnown || command->get_name() == firstWord;
+    }
+    if (isKnown) throw BadUsage(error.what());
+    throw BadUsage("unknown command \"" + Printable(firstWord) + "\", expected one of " + names);
+}
+
 ExitCode Run(int argc, char** argv)
 {
     CLI::App app("Checks, explains and lists steel members and sections.", "ksteel");
@@ -223,14 +242,7 @@ ExitCode Run(int argc, char** argv)
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        // Help and version are asked for and go to standard output.
-        if (error.get_exit_code() == 0) {
-            std::ostringstream text;
-            app.exit(error, text, text);
-            WriteAll(stdout, text.str());
-            return EXIT_FINE;
-        }
-        throw BadUsage(error.what());
+        return AnswerUnparsed(app, error, argc > 1 ? argv[1] : "");
     }
     const Console console{std::cin, [](std::string_view text) { WriteAll(stdout, text); }, PutError};
     if (!shared.catalogue.empty()) AddCatalogueFile(shared.catalogue, std::cin);

@@ -45,6 +45,13 @@ TEST(CommandLine, BadUsageIsThree)
     }
 }
 
+TEST(CommandLine, AnUnknownCommandIsToldWithTheKnownOnes)
+{
+    const auto result = RunKsteel("frobnicate x");
+    EXPECT_THAT(result.err,
+                StartsWith("ksteel: unknown command \"frobnicate\", expected one of show, validate, section"));
+}
+
 TEST(CommandLine, BadInputIsTwoAndIsToldOnStandardError)
 {
     const TestDirectory directory;
