@@ -152,6 +152,20 @@ void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& o
     };
 }
 
+void AddReport(CLI::App& app, Commands& commands, ReportOptions& options)
+{
+    CLI::App* const command = app.add_subcommand("report", "Calculation sheets of members as one HTML file");
+    AddFiles(*command, options.files);
+    command->add_option("-o,--output", options.output, "The HTML file; - is standard output")->required();
+    command->add_option("--job", options.block.job, "Title block: the job");
+    command->add_option("--member", options.block.member, "Title block: the mark of the member");
+    command->add_option("--date", options.block.date, "Title block: the date");
+    command->add_option("--by", options.block.by, "Title block: who calculated");
+    AddInteraction(*command, options.exact);
+    options.block.version = KSTEEL_VERSION;
+    commands[command] = [&](const Console& console) { return Report(options, console); };
+}
+
 void AddDesign(CLI::App& app, Commands& commands, Shared& shared, DesignOptions& options)
 {
     CLI::App* const command = app.add_subcommand("design", "Lightest section with which a member passes");
@@ -232,9 +246,11 @@ ExitCode Run(int argc, char** argv)
     AddSpans(app, commands, shared, spans);
 #ifdef KSTEEL_WITH_BS5950
     CheckOptions check;
+    ReportOptions report;
     DesignOptions design;
     CapacityOptions capacity;
     AddCheck(app, commands, shared, check);
+    AddReport(app, commands, report);
     AddDesign(app, commands, shared, design);
     AddCapacity(app, commands, shared, capacity);
 #endif

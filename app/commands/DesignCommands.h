@@ -1,6 +1,7 @@
 #pragma once
 
 #include "commands/Commands.h"
+#include "report/MemberSheet.h"
 
 namespace Keltrix::App {
 
@@ -16,6 +17,16 @@ struct CheckOptions {
 };
 /// Checks every member of the files; EXIT_MEMBER_FAILS where one does not pass.
 ExitCode Check(const CheckOptions& options, const Console& console);
+
+struct ReportOptions {
+    std::vector<std::string> files;
+    std::string output; ///< "-" is standard output
+    TitleBlock block;
+    bool exact = false;
+};
+/// Checks every member of the files and writes their calculation sheets as one HTML file. No file is written where no
+/// member could be read.
+ExitCode Report(const ReportOptions& options, const Console& console);
 
 struct DesignOptions {
     std::string file;

@@ -1,0 +1,30 @@
+#include "Output.h"
+#include "commands/DesignCommands.h"
+#include "commands/EachMember.h"
+#include "report/HtmlReport.h"
+
+namespace Keltrix::App {
+
+ExitCode Report(const ReportOptions& options, const Console& console)
+{
+    const int option = options.exact ? BS5950::CSteelMemberBS5950::MORE_EXACT : BS5950::CSteelMemberBS5950::SIMPLIFIED;
+    HtmlReport report(options.block);
+    // What the user is told about the files is part of the record.
+    Console noting = console;
+    noting.err = [&](std::string_view message) {
+        report.AddRemark(std::string(message));
+        console.err(message);
+    };
+    const ExitCode code = ForEachMember(options.files, noting, [&](const MemberFile& file, std::size_t i) {
+        CheckedMember checked = CheckMember(file, i, option, true);
+        report.Add(checked);
+        return checked.Status() == "pass" ? EXIT_FINE : EXIT_MEMBER_FAILS;
+    });
+    if (report.MemberCount() == 0) return code;
+    if (report.MemberCount() > 1 && !options.block.member.empty())
+        throw BadUsage("--member: names one member, and the files hold " + std::to_string(report.MemberCount()));
+    WriteFile(options.output, [&](const TextSink& put) { report.Write(put); });
+    return code;
+}
+
+} // namespace Keltrix::App

@@ -1,0 +1,134 @@
+#include "report/HtmlReport.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "Failure.h"
+#include "Html.h"
+#include "Text.h"
+#include "report/Style.h"
+
+namespace Keltrix::App {
+
+namespace {
+
+std::string UtilText(double utilisation) { return EscapedHtml(Utf8(CDesFormat().Util(utilisation))); }
+
+std::string Meter(double utilisation)
+{
+    const double share = std::clamp(std::isnan(utilisation) ? 1.0 : utilisation, 0.0, 1.0);
+    return "<span class=\"meter\" aria-hidden=\"true\"><span" +
+           std::string(utilisation > 1.0 ? " class=\"over\"" : "") + " style=\"width:" + Rounded(100.0 * share, 3) +
+           "%\"></span></span>";
+}
+
+} // namespace
+
+HtmlReport::HtmlReport(TitleBlock block) : m_block(std::move(block)), m_sheets(std::tmpfile(), std::fclose)
+{
+    if (!m_sheets) throw BadOutput("a temporary file cannot be made");
+}
+
+void HtmlReport::Add(const CheckedMember& checked)
+{
+    std::string id = "m";
+    id += std::to_string(m_rows.size() + 1);
+    const std::string sheet = MemberSheet(checked, m_block, id);
+    const long start = std::ftell(m_sheets.get());
+    if (start < 0 || std::fwrite(sheet.data(), 1, sheet.size(), m_sheets.get()) != sheet.size())
+        throw BadOutput("a temporary file cannot be written");
+    m_rows.push_back({id, checked.title, checked.Section(), checked.Grade(), checked.Status(), checked.Governing(),
+                      checked.result->UtilOverAll(), start, sheet.size()});
+}
+
+void HtmlReport::Write(const TextSink& put)
+{
+    std::stable_sort(m_rows.begin(), m_rows.end(),
+                     [](const Row& a, const Row& b) { return a.utilisation > b.utilisation; });
+    put(Head());
+    const bool hasIndex = m_rows.size() > 1;
+    if (hasIndex) put(Index());
+    put(Remarks() + "<main id=\"main\">\n");
+    for (const Row& row : m_rows) {
+        put("<article id=\"" + row.id + (hasIndex ? "\" class=\"sheet\"" : "\" class=\"sheet only\"") +
+            " aria-labelledby=\"" + row.id + "-h\">\n");
+        PutSheet(row, put);
+        put(hasIndex ? "<p class=\"back\"><a href=\"#index\">Back to the index</a></p>\n</article>\n" : "</article>\n");
+    }
+    put("</main>\n<footer><p>Made by ksteel " + EscapedHtml(m_block.version) +
+        ". Forces and moments in the host's axes: tension above zero; a major-axis moment above zero compresses flange "
+        "2, "
+        "the bottom flange.</p></footer>\n</body>\n</html>\n");
+}
+
+// The running header of each sheet's pages names its member.
+std::string HtmlReport::Head() const
+{
+    const std::string job = m_block.job.empty() ? "Calculation sheet" : m_block.job;
+    const std::string title = m_rows.size() == 1 ? m_rows.front().title : job;
+    std::string head =
+        "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+        "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+        "<meta name=\"generator\" content=\"ksteel " +
+        EscapedHtml(m_block.version) + "\">\n<title>" + EscapedHtml(title) + "</title>\n<style>" +
+        std::string(REPORT_STYLE) + "@page { @top-left { content: " + CssString(job) +
+        "; font: 8pt sans-serif; } @top-right { content: " +
+        CssString(m_block.date.empty() ? m_block.by
+                  : m_block.by.empty() ? m_block.date
+                                       : m_block.by + ", " + m_block.date) +
+        "; font: 8pt sans-serif; } @bottom-left { content: " + CssString("ksteel " + m_block.version) +
+        "; font: 8pt sans-serif; } @bottom-right { content: \"Page \" counter(page) \" of \" counter(pages); "
+        "font: 8pt sans-serif; } }\n";
+    for (const Row& row : m_rows)
+        head += "@page " + row.id + " { @top-center { content: " + CssString(row.title) +
+                "; font: 8pt sans-serif; } }\n#" + row.id + " { page: " + row.id + "; }\n";
+    return head + "</style>\n</head>\n<body>\n<a class=\"skip\" href=\"#main\">To the calculation</a>\n<header>\n<h1>" +
+           "<bdi>" + EscapedHtml(job) + "</bdi></h1>\n</header>\n";
+}
+
+std::string HtmlReport::IndexRow(const Row& row, std::size_t number) const
+{
+    return "<tr><td class=\"n\">" + std::to_string(number) + "</td><th scope=\"row\"><a href=\"#" + row.id +
+           "\"><bdi>" + EscapedHtml(row.title) + "</bdi></a></th><td>" + EscapedHtml(row.section) + "</td><td>" +
+           EscapedHtml(row.grade) + "</td><td>" + StatusHtml(row.status) + "</td><td class=\"n\">" +
+           Meter(row.utilisation) + UtilText(row.utilisation) + "</td><td>" + EscapedHtml(row.governing) +
+           "</td></tr>\n";
+}
+
+std::string HtmlReport::Index() const
+{
+    const auto passing = static_cast<std::size_t>(
+        std::count_if(m_rows.begin(), m_rows.end(), [](const Row& row) { return row.status == "pass"; }));
+    std::string html =
+        "<nav id=\"index\" aria-labelledby=\"index-h\">\n<h2 id=\"index-h\">Members, worst first</h2>\n<p>" +
+        std::to_string(m_rows.size()) + " members: " + std::to_string(passing) + " pass, " +
+        std::to_string(m_rows.size() - passing) +
+        " do not.</p>\n<table class=\"wide\">\n<thead><tr><th scope=\"col\" class=\"n\">No.</th>";
+    for (const char* name : {"Member", "Section", "Grade", "Result"})
+        html += "<th scope=\"col\">" + std::string(name) + "</th>";
+    html += "<th scope=\"col\" class=\"n\">Utilisation</th><th scope=\"col\">Governed by</th></tr></thead>\n<tbody>\n";
+    for (std::size_t i = 0; i < m_rows.size(); ++i)
+        html += IndexRow(m_rows[i], i + 1);
+    return html + "</tbody></table>\n</nav>\n";
+}
+
+std::string HtmlReport::Remarks() const
+{
+    if (m_remarks.empty()) return {};
+    std::string html =
+        "<section aria-labelledby=\"remarks-h\">\n<h2 id=\"remarks-h\">Remarks on the input files</h2>\n<ul>\n";
+    for (const std::string& remark : m_remarks)
+        html += "<li>" + EscapedHtml(remark) + "</li>\n";
+    return html + "</ul>\n</section>\n";
+}
+
+void HtmlReport::PutSheet(const Row& row, const TextSink& put) const
+{
+    std::string sheet(row.length, '\0');
+    if (std::fseek(m_sheets.get(), row.start, SEEK_SET) != 0 ||
+        std::fread(sheet.data(), 1, sheet.size(), m_sheets.get()) != sheet.size())
+        throw BadOutput("a temporary file cannot be read");
+    put(sheet);
+}
+
+} // namespace Keltrix::App

@@ -1,0 +1,409 @@
+#include "report/MemberSheet.h"
+
+#include <cmath>
+
+#include "Html.h"
+#include "Markup.h"
+#include "Render.h"
+#include "SectionCatalogue.h"
+#include "SectionValues.h"
+#include "Text.h"
+#include "report/Diagrams.h"
+#include "report/Join.h"
+#include "report/MemberDrawing.h"
+#include "report/SectionSheet.h"
+#include "report/UtilisationChart.h"
+
+namespace Keltrix::App {
+
+namespace {
+
+using BS5950::LedgerEntry;
+using Steel::CMemberResult;
+
+std::string Wording(const wchar_t* text) { return EscapedHtml(Utf8(std::wstring_view(text))); }
+
+std::string UtilText(double utilisation) { return EscapedHtml(Utf8(CDesFormat().Util(utilisation))); }
+
+std::string Metres(double value) { return Rounded(value, 5) + " m"; }
+
+// A user's text keeps its own direction of writing to itself.
+std::string Isolated(const std::string& text) { return "<bdi>" + EscapedHtml(text) + "</bdi>"; }
+
+// --- Title block and verdict ---
+
+std::string TitleBlockHtml(const CheckedMember& checked, const TitleBlock& block)
+{
+    std::vector<std::pair<std::string, std::string>> cells;
+    const auto add = [&](const char* name, const std::string& html) {
+        if (!html.empty()) cells.emplace_back(name, html);
+    };
+    const auto given = [](const std::string& text) { return text.empty() ? text : Isolated(text); };
+    add("Job", given(block.job));
+    add("Member", given(block.member));
+    add("Section", Isolated(checked.Section()) + ", grade " + EscapedHtml(checked.Grade()));
+    add("Code", EscapedHtml(Utf8(checked.member->DesOptName(checked.member->DesOpt()))));
+    add("File", Isolated(checked.name));
+    add("Made by", "ksteel " + EscapedHtml(block.version));
+    add("Calculated", given(block.by));
+    add("Date", given(block.date));
+
+    std::string html = "<table class=\"block\">\n<caption class=\"skip\">Title block</caption>\n";
+    for (std::size_t i = 0; i < cells.size(); i += 2) {
+        html += "<tr><th scope=\"row\">" + cells[i].first + "</th><td>" + cells[i].second + "</td>";
+        if (i + 1 < cells.size())
+            html += "<th scope=\"row\">" + cells[i + 1].first + "</th><td>" + cells[i + 1].second + "</td>";
+        html += "</tr>\n";
+    }
+    return html + "</table>\n";
+}
+
+std::string VerdictHtml(const CheckedMember& checked)
+{
+    const std::string status = checked.Status();
+    std::string html = status == "pass" ? "<p class=\"verdict\">" : "<p class=\"verdict fails\">";
+    html += StatusHtml(status) + ", utilisation <b>" + UtilText(checked.result->UtilOverAll()) + "</b>, governed by " +
+            EscapedHtml(checked.Governing());
+    return html + ".</p>\n";
+}
+
+// --- Member ---
+
+std::string TableHead(const char* caption, std::initializer_list<const char*> names,
+                      std::initializer_list<const char*> numbers, std::initializer_list<const char*> others)
+{
+    std::string html =
+        "<table class=\"wide\">\n<caption class=\"skip\">" + std::string(caption) + "</caption>\n<thead><tr>";
+    const auto add = [&](const char* name, const char* attribute) {
+        html.append("<th scope=\"col\"").append(attribute).append(">").append(name).append("</th>");
+    };
+    for (const char* name : names)
+        add(name, "");
+    for (const char* name : numbers)
+        add(name, " class=\"n\"");
+    for (const char* name : others)
+        add(name, "");
+    return html + "</tr></thead>\n<tbody>\n";
+}
+
+std::string PointTable(const MemberLayout& layout)
+{
+    std::string html = TableHead("Member points", {"Point"}, {"At"}, {"Restraint", "What it holds", "Load height"});
+    for (std::size_t i = 0; i < layout.points.size(); ++i) {
+        const Steel::CRestraint restraint = layout.points[i].GetRestraint();
+        html += "<tr><th scope=\"row\">" + std::to_string(i + 1) + "</th><td class=\"n\">" +
+                Metres(layout.points[i].GetPos()) + "</td><td>" + EscapedHtml(Utf8(restraint.UserDescription())) +
+                "</td><td>" + HoldWords(RestraintOfPoint(layout, i)) + "</td><td>" +
+                (restraint.LoadHeight() == 0.0 ? "0" : Metres(restraint.LoadHeight())) + "</td></tr>\n";
+    }
+    return html + "</tbody></table>\n";
+}
+
+std::string SubSpanTable(const MemberLayout& layout)
+{
+    std::string html = TableHead("Sub-spans", {"Sub-span"}, {"From", "To"}, {"Restraint along it", "What it holds"});
+    for (std::size_t k = 0; k < layout.SubSpanCount(); ++k) {
+        const Steel::CSubSpan& subSpan = layout.subSpans[k];
+        html += "<tr><th scope=\"row\">" + std::to_string(k + 1) + "</th><td class=\"n\">" +
+                Metres(layout.points[k].GetPos()) + "</td><td class=\"n\">" + Metres(layout.points[k + 1].GetPos()) +
+                "</td><td>" + EscapedHtml(Utf8(subSpan.GetRestraint().UserDescription())) + "</td><td>" +
+                HoldWords(RestraintOfSubSpan(subSpan)) + "</td></tr>\n";
+    }
+    return html + "</tbody></table>\n";
+}
+
+std::string ActionsHtml(const std::string& id, const MemberLayout& layout, const MemberAxis& axis)
+{
+    std::string html;
+    std::string absent;
+    for (const ActionDiagram& diagram : ActionDiagrams(layout)) {
+        if (diagram.IsZero())
+            AddItem(absent, ", ", diagram.symbol);
+        else
+            html += "<figure>" + DiagramSvg(id + "-" + diagram.symbol, diagram, layout, axis) + "</figure>\n";
+    }
+    if (!absent.empty()) html += "<p class=\"muted\">Zero along the whole member: " + absent + ".</p>\n";
+    return html;
+}
+
+// --- Section ---
+
+std::string ValueTable(const char* caption, const std::vector<SectionValue>& values, bool isDimension)
+{
+    std::string html = "<table>\n<caption class=\"skip\">" + std::string(caption) + "</caption>\n<tbody>\n";
+    for (const SectionValue& value : values)
+        html += "<tr><th scope=\"row\">" + EscapedHtml(value.symbol) + "</th><td class=\"n\">" +
+                (isDimension ? Rounded : Figures)(value.si * value.factor, isDimension ? 6 : 4) + "</td><td>" +
+                EscapedHtml(value.unit) + "</td></tr>\n";
+    return html + "</tbody></table>\n";
+}
+
+std::string SectionHtml(const std::string& id, const CheckedMember& checked)
+{
+    const CSection section = checked.member->GetKeltrixSec();
+    std::string html = "<div class=\"split\">\n<figure>" +
+                       SectionSheetSvg(id + "-section", section, checked.Section()) + "</figure>\n" +
+                       ValueTable("Dimensions", SectionDimensions(section), true);
+    std::vector<SectionValue> values = SectionProperties(section);
+    const std::size_t half = (values.size() + 1) / 2;
+    const std::vector<SectionValue> rest(values.begin() + static_cast<std::ptrdiff_t>(half), values.end());
+    values.resize(half);
+    html += ValueTable("Properties", values, false) + ValueTable("More properties", rest, false) + "</div>\n";
+    return html + "<p>Class " + std::to_string(checked.member->SectionClass()) +
+           ", design strength py = " + EscapedHtml(Utf8(CDesFormat().Stress(checked.member->DesignStrength()))) +
+           "</p>\n";
+}
+
+// --- Checks ---
+
+std::string ResistanceText(const LedgerEntry& entry)
+{
+    if (std::isnan(entry.resistance)) return {};
+    const CDesFormat format;
+    const CString value = entry.quantity == BS5950::Quantity::Force    ? format.Force(entry.resistance)
+                          : entry.quantity == BS5950::Quantity::Moment ? format.Moment(entry.resistance)
+                          : entry.quantity == BS5950::Quantity::Stress ? format.Stress(entry.resistance)
+                                                                       : format.NoDim(entry.resistance);
+    return Wording(entry.symbol) + " = " + EscapedHtml(Utf8(value));
+}
+
+std::string PlaceText(const LedgerEntry& entry)
+{
+    if (std::isnan(entry.start)) return {};
+    return entry.start == entry.end ? "at " + Metres(entry.start) : Metres(entry.start) + " to " + Metres(entry.end);
+}
+
+bool WasEvaluated(const LedgerEntry& entry)
+{
+    return entry.status == BS5950::CheckStatus::Passed || entry.status == BS5950::CheckStatus::Failed;
+}
+
+std::string CheckRow(const LedgerEntry& entry)
+{
+    const bool fails = entry.status == BS5950::CheckStatus::Failed;
+    std::string html = entry.governing ? "<tr class=\"governs\">" : "<tr>";
+    html += "<td>" + Wording(BS5950::RuleName(entry.rule)) + (entry.governing ? " (governs)" : "") + "</td><td>" +
+            Wording(entry.clause) + "</td><td>" + PlaceText(entry) + "</td><td class=\"n\">" +
+            (entry.utilisation == 0.0 ? std::string() : UtilText(entry.utilisation)) + "</td><td class=\"n\">" +
+            ResistanceText(entry) + "</td><td>" + StatusHtml(fails ? "fail" : "pass");
+    if (entry.reason[0] != L'\0') html += ": " + Wording(entry.reason);
+    return html + "</td></tr>\n";
+}
+
+std::string CheckTable(const BS5950::Ledger& ledger)
+{
+    std::string html = TableHead("Checks that were evaluated", {"Check", "Clause", "Where"},
+                                 {"Utilisation", "Resistance"}, {"Result"});
+    for (const LedgerEntry& entry : ledger.Entries()) {
+        if (WasEvaluated(entry)) html += CheckRow(entry);
+    }
+    return html + "</tbody></table>\n";
+}
+
+// What was not evaluated comes before what does not apply: the engineer has to look after it.
+std::string IdleTable(const BS5950::Ledger& ledger)
+{
+    std::string html = TableHead("Checks without a result", {"Check without a result", "Clause", "Why"}, {}, {});
+    for (const BS5950::CheckStatus status : {BS5950::CheckStatus::NotEvaluated, BS5950::CheckStatus::NotApplicable}) {
+        for (const LedgerEntry& entry : ledger.Entries()) {
+            if (entry.status != status) continue;
+            html += "<tr><td>" + Wording(BS5950::RuleName(entry.rule)) + "</td><td>" + Wording(entry.clause) +
+                    "</td><td>" + Wording(BS5950::StatusName(status)) + ": " + Wording(entry.reason);
+            if (const std::string place = PlaceText(entry); !place.empty()) html += ", " + place;
+            html += "</td></tr>\n";
+        }
+    }
+    return "<div class=\"small\">\n" + html + "</tbody></table>\n</div>\n";
+}
+
+std::string ListHtml(const std::vector<std::string>& sentences, const char* none)
+{
+    if (sentences.empty()) return "<p>" + std::string(none) + "</p>\n";
+    std::string html = "<ul>\n";
+    for (const std::string& sentence : sentences)
+        html += "<li>" + EscapedHtml(sentence) + "</li>\n";
+    return html + "</ul>\n";
+}
+
+std::vector<std::string> AssumptionSentences(const BS5950::CSteelMemberBS5950& member)
+{
+    std::vector<std::string> sentences;
+    for (const BS5950::Assumption& assumption : member.Assumptions())
+        sentences.push_back(Utf8(std::wstring_view(assumption.name)) + ": " + Utf8(std::wstring_view(assumption.text)));
+    return sentences;
+}
+
+// --- Calculation ---
+
+std::string PlainText(const Document::Line& line)
+{
+    std::string text;
+    for (const Document::Cell& cell : line.cells)
+        for (const Document::Run& run : cell)
+            text += run.text;
+    return text;
+}
+
+// The largest utilisation that a part of the report comes to, as it stands there: a bold number behind an equals sign.
+std::string LargestResult(const Document& part)
+{
+    std::string largest;
+    double value = -1.0;
+    for (const Document::Line& line : part.lines) {
+        for (const Document::Cell& cell : line.cells) {
+            for (std::size_t i = 1; i < cell.size(); ++i) {
+                if (!cell[i].style.bold || !cell[i - 1].text.ends_with("= ")) continue;
+                CString text = Wide(cell[i].text);
+                const double number = text.CompareNoCase(L"inf") == 0 ? HUGE_VAL : GetValueDouble(text);
+                if (!(number > value)) continue;
+                value = number;
+                largest = cell[i].text;
+            }
+        }
+    }
+    return largest;
+}
+
+bool HasFailure(const Document& part)
+{
+    for (const Document::Line& line : part.lines)
+        for (const Document::Cell& cell : line.cells)
+            for (const Document::Run& run : cell)
+                if (run.style.colour == Document::Colour::Red) return true;
+    return false;
+}
+
+// The report in parts: each heading of the fifth level begins one that can be folded.
+class CalculationHtml {
+public:
+    std::string Of(Document report)
+    {
+        for (Document::Line& line : report.lines) {
+            if (line.heading == 4) {
+                Flush();
+                m_isTold = PlainText(line).starts_with("Ledger of checks");
+            } else if (line.heading == 5) {
+                Flush();
+                m_isPart = true;
+            }
+            // The ledger stands in the table of checks.
+            if (!m_isTold) m_part.lines.push_back(std::move(line));
+        }
+        Flush();
+        return std::move(m_html);
+    }
+
+private:
+    void Flush()
+    {
+        Document part = std::exchange(m_part, {});
+        const bool isPart = std::exchange(m_isPart, false);
+        if (part.lines.empty()) return;
+        if (!isPart || part.lines.size() == 1) {
+            m_html += RenderHtml(std::move(part));
+            return;
+        }
+        Document heading;
+        heading.lines.push_back(std::move(part.lines.front()));
+        part.lines.erase(part.lines.begin());
+        const bool fails = HasFailure(part);
+        std::string result = LargestResult(part);
+        if (!result.empty())
+            result = "<span class=\"result" + std::string(fails ? " fail" : "") + "\">" + EscapedHtml(result) +
+                     (fails ? " fails" : "") + "</span>";
+        std::string title = RenderHtml(std::move(heading));
+        title.pop_back();
+        m_html += (fails ? "<details open><summary>" : "<details><summary>") + title + result + "</summary>\n" +
+                  RenderHtml(std::move(part)) + "</details>\n";
+    }
+
+    std::string m_html;
+    Document m_part;
+    bool m_isPart = false;
+    bool m_isTold = false;
+};
+
+std::string Part(const std::string& id, const char* name, const char* title, const std::string& content)
+{
+    const std::string label = id + '-' + name;
+    return "<section aria-labelledby=\"" + label + "\">\n<h3 id=\"" + label + "\">" + title + "</h3>\n" + content +
+           "</section>\n";
+}
+
+struct FlagSentence {
+    int flag;
+    const char* sentence;
+};
+
+constexpr FlagSentence FLAG_SENTENCES[] = {
+    {CMemberResult::NOTIFY, "there is something to read below"},
+    {CMemberResult::WARNING, "a check is at its limit, has failed or needs the engineer's judgement"},
+    {CMemberResult::FAIL, "the member fails"},
+    {CMemberResult::NOT_CHECKED, "an action or a condition is outside of the rules that were checked"},
+    {CMemberResult::FAIL_LOCAL, "a cross-section check fails"},
+    {CMemberResult::FAIL_BUCKLE, "a buckling check fails"},
+    {CMemberResult::FAIL_BUCKLE_LAT_TORS, "the member fails in lateral-torsional buckling"},
+    {CMemberResult::FAIL_BUCKLE_AXIAL_MAJOR, "the member fails in compression buckling about the major axis"},
+    {CMemberResult::FAIL_BUCKLE_AXIAL_MINOR, "the member fails in compression buckling about the minor axis"},
+    {CMemberResult::FAIL_BUCKLE_AXIAL_TORSION, "the member fails in torsional buckling"},
+    {CMemberResult::FAIL_BUCKLE_AXIAL_FLEXURAL_TORSION, "the member fails in flexural-torsional buckling"},
+    {CMemberResult::FAIL_LOCAL_AXIAL, "the axial force exceeds the capacity of the cross-section"},
+    {CMemberResult::FAIL_LOCAL_BENDING_MAJOR, "the major-axis moment exceeds the moment capacity"},
+    {CMemberResult::FAIL_LOCAL_BENDING_MINOR, "the minor-axis moment exceeds the moment capacity"},
+    {CMemberResult::FAIL_LOCAL_SHEAR_MAJOR, "the shear along the web exceeds the shear capacity"},
+    {CMemberResult::FAIL_LOCAL_SHEAR_MINOR, "the shear along the flanges exceeds the shear capacity"},
+    {CMemberResult::FAIL_LOCAL_TORSION, "the torsion exceeds the capacity of the cross-section"},
+    {CMemberResult::INFO_LOCAL_SLENDER, "the cross-section is slender (class 4)"},
+    {CMemberResult::INFO_LOCAL_SLENDER_WEB, "the web is slender"},
+    {CMemberResult::INFO_LOCAL_SLENDER_FLANGE, "the flange is slender"},
+    {CMemberResult::INFO_MEMBER_SLENDER, "the member is very slender"},
+};
+
+} // namespace
+
+std::string StatusHtml(const std::string& status)
+{
+    return "<span class=\"" + std::string(status == "pass" ? "pass" : "fail") + "\">" +
+           (status == "pass"   ? "Passes"
+            : status == "fail" ? "Fails"
+                               : "Not checked") +
+           "</span>";
+}
+
+std::vector<std::string> FlagSentences(int flags)
+{
+    std::vector<std::string> sentences;
+    for (const FlagSentence& known : FLAG_SENTENCES) {
+        if (flags & known.flag) sentences.push_back(FlagWords(known.flag).front() + ": " + known.sentence);
+    }
+    return sentences;
+}
+
+std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, const std::string& id)
+{
+    const MemberLayout layout{checked.member->GetMemberPointVec(), checked.member->GetSubSpanVec()};
+    const CSection section = checked.member->GetKeltrixSec();
+    const CSecComp& component = section.Component(0);
+    const MemberAxis axis(layout, component.Dimension(0.0, CSecGeom::DEPTH));
+
+    std::string html = "<h2 id=\"" + id + "-h\">" + Isolated(checked.title) + "</h2>\n" +
+                       TitleBlockHtml(checked, block) + VerdictHtml(checked);
+    html += Part(id, "member", "Member",
+                 "<figure>" + MemberSvg(id + "-elevation", layout, axis, component) + "</figure>\n" +
+                     PointTable(layout) + SubSpanTable(layout));
+    html += Part(id, "actions", "Forces and moments", ActionsHtml(id, layout, axis));
+    html += Part(id, "steel", "Section", SectionHtml(id, checked));
+    const std::string chart = UtilisationSvg(id + "-chart", checked);
+    html +=
+        Part(id, "checks", "Checks",
+             (chart.empty() ? "<p>No check has a utilisation above zero.</p>\n" : "<figure>" + chart + "</figure>\n") +
+                 CheckTable(checked.member->Checks()) + IdleTable(checked.member->Checks()));
+    html += Part(id, "flags", "Flags and assumptions",
+                 "<h4>Flags</h4>\n" + ListHtml(FlagSentences(checked.result->GetFlags()), "No flag is set.") +
+                     "<h4>Assumptions</h4>\n" + ListHtml(AssumptionSentences(*checked.member), "None."));
+    return html + Part(id, "calculation", "Calculation",
+                       "<div class=\"calculation\">\n" +
+                           CalculationHtml().Of(ReadMarkup(Utf8(checked.result->GetVerbose()))) + "</div>\n");
+}
+
+} // namespace Keltrix::App
