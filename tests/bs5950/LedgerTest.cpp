@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <fstream>
 #include <optional>
@@ -345,6 +346,21 @@ TEST(WithoutAResult, TheCheckRunsJustTheSame)
     EXPECT_EQ(alone->Check(), passed);
     EXPECT_EQ(alone->Checks().Governing()->utilisation, c.result.UtilOverAll());
     EXPECT_EQ(alone->SectionClass(), c.member.SectionClass());
+}
+
+// What the headers offer can be called from outside the library.
+TEST(PublicFindings, CanBeReadByAHost)
+{
+    Case given;
+    Uniform(given, 6.0, 20e3);
+    Checked c(given);
+    ASSERT_TRUE(c.Check());
+    double largest = 0.0;
+    for (const PositionResult& p : c.member.Positions())
+        largest = std::max(largest, p.Largest());
+    EXPECT_NEAR(largest, 90e3 / 404.5e3, 1e-3) << "w L²/8 = 90 kNm over the published Mcx";
+    EXPECT_EQ(c.member.Positions().front().cls.elements[0].SlenderFactor(), 1.0);
+    EXPECT_EQ(StrutCurve::Name(5.5), L'c');
 }
 
 TEST(SectionObject, DropsWhatFollowedFromOldActions)

@@ -253,6 +253,23 @@ TEST(Combined, MoreExactRuleOfClass2Sections)
     EXPECT_STREQ(c.Entry(Rule::CombinedCompression).clause, L"4.8.3.2 b");
 }
 
+// RHS 200x100x6.3 S355 under 155.8 kNm alone, with Mc = 1.2 py Z = 77.9 kNm: twice the capacity is a utilisation of 2, not
+// 2^(5/3) = 3.17, in the record as in the ledger.
+TEST(Combined, MoreExactRuleLeavesASingleMomentAsItIs)
+{
+    Case given;
+    given.section = L"RHS 200x100x6.3";
+    given.grade = L"S355";
+    given.option = CSteelMemberBS5950::MORE_EXACT;
+    given.along = L"Pinned";
+    EndMoments(given, 6.0, -155.8e3, -155.8e3);
+    Checked c(given);
+    EXPECT_FALSE(c.Check());
+    EXPECT_NEAR(c.result.UtilOverAll(), 2.0, 0.002);
+    ASSERT_NE(c.member.Checks().Governing(), nullptr);
+    EXPECT_EQ(c.member.Checks().Governing()->utilisation, c.result.UtilOverAll());
+}
+
 TEST(Combined, TensionWithMoment)
 {
     Case given;

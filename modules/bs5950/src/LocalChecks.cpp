@@ -105,11 +105,17 @@ void SetUtilisations(PositionResult& p)
     p.combined = p.axial + p.major + p.minor;
 }
 
+// How many of axial force and moments about both axes act together.
+int KindsOfAction(const PositionResult& p)
+{
+    return (p.actions.F != 0.0) + (p.momentMajor != 0.0) + (p.momentMinor != 0.0);
+}
+
 // Clauses 4.8.2.3 and 4.8.3.2 b are for doubly symmetric class 1 and 2 sections; the reduced moments of I.2 for low
-// shear.
+// shear. One action by itself has nothing to be combined with, so its ratio is not raised to a power.
 bool MoreExactRuleServes(const SectionProperties& s, const PositionResult& p)
 {
-    return s.IsDoublySymmetric() && p.cls.cls <= 2 && !p.flangesOnly && p.axial < 1.0 &&
+    return KindsOfAction(p) > 1 && s.IsDoublySymmetric() && p.cls.cls <= 2 && !p.flangesOnly && p.axial < 1.0 &&
            HighShearFactor(p.actions.Fvy, p.Pvy) == 0.0 && HighShearFactor(p.actions.Fvx, p.Pvx) == 0.0;
 }
 
@@ -359,8 +365,7 @@ void CSteelMemberBS5950::RecordCombined()
         for (int i = 0; i < static_cast<int>(m_positions.size()); ++i) {
             const PositionResult& p = m_positions[static_cast<std::size_t>(i)];
             const bool sign = tension ? p.actions.F > 0.0 : p.actions.F <= 0.0;
-            const int kinds = (p.actions.F != 0.0) + (p.momentMajor != 0.0) + (p.momentMinor != 0.0);
-            if (!sign || kinds < 2) continue;
+            if (!sign || KindsOfAction(p) < 2) continue;
             if (worst < 0 || p.combined > m_positions[static_cast<std::size_t>(worst)].combined) worst = i;
         }
         if (worst < 0) {

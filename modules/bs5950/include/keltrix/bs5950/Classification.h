@@ -34,7 +34,7 @@ struct ElementClass {
     int cls = 1;
 
     /// Square of limit over ratio, at most 1: reduction of the design strength of clause 3.6.5.
-    double SlenderFactor() const;
+    KELTRIX_BS5950_API double SlenderFactor() const;
 };
 
 /// Class of a cross-section for one state of stress, and the effective properties that follow from it.

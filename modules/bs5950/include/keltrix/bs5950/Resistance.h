@@ -63,7 +63,7 @@ struct StrutCurve {
     double over = 0.0;
 
     /// 'a' to 'd'.
-    static wchar_t Name(double robertson);
+    KELTRIX_BS5950_API static wchar_t Name(double robertson);
 };
 /// Table 23.
 KELTRIX_BS5950_API StrutCurve Table23(const SectionProperties& s, Axis axis);

@@ -45,7 +45,7 @@ struct PositionResult {
     double shearBuckling = 0.0;
     double combined = 0.0;
 
-    double Largest() const;
+    KELTRIX_BS5950_API double Largest() const;
     /// Entry of the result record: two for each sub-span, so that records of load cases of one member can be merged
     /// whatever their actions. What is found inside a sub-span goes to the entry of its left end.
     int Entry() const { return 1 + 2 * subSpan + (place == Place::RightEnd ? 1 : 0); }
