@@ -209,8 +209,14 @@ private:
     {
         Add(Severity::Warning, Now(), std::move(field), std::move(got), std::move(expected), std::move(advice));
     }
+    // The reader would take something else in its place: nobody can have meant that.
+    void Unreadable(std::string field, std::string got, std::string expected, std::string advice)
+    {
+        Add(Severity::Error, Now(), std::move(field), std::move(got), std::move(expected), std::move(advice));
+    }
     void Refuse(std::string got, std::string expected, std::string advice)
     {
+        m_member.isRefused = true;
         Add(Severity::Error, Now(), {}, std::move(got), std::move(expected), std::move(advice));
     }
 
@@ -225,7 +231,8 @@ private:
 
     void CheckMember()
     {
-        m_member = {Now().number, {}, {}, false};
+        m_member = MemberText();
+        m_member.firstLine = Now().number;
         m_points.clear();
         m_subSpans.clear();
         m_stop = false;
@@ -357,8 +364,8 @@ private:
         const std::wstring_view type = list.fields.size() > 1 ? list.fields[1] : std::wstring_view();
         if (list.count == 3 && NumberPrefix(type) > 0 && IsTypeWord(list.fields[2])) {
             const std::wstring joined = std::wstring(description) + L'.' + std::wstring(type);
-            Warn("description", Quote(std::wstring(description) + L',' + std::wstring(type)),
-                 "a section without a comma", "write " + Utf8(joined));
+            Unreadable("description", Quote(std::wstring(description) + L',' + std::wstring(type)),
+                       "a section without a comma", "write " + Utf8(joined));
             return;
         }
         WarnOfExtraFields(list, 2);
@@ -383,9 +390,9 @@ private:
             std::string names;
             for (const CString& name : catalogue->Suggest(description, 3))
                 names += (names.empty() ? "nearest: " : ", ") + Utf8(name);
-            Warn("description", description.empty() ? "nothing" : Quote(description),
-                 "a catalogue section or a parametric description", names);
-            return;
+            constexpr const char* expected = "a catalogue section or a parametric description";
+            if (description.empty()) return Warn("description", "nothing", expected, {});
+            return Unreadable("description", Quote(description), expected, names);
         }
         const CString word = SecTypeString(section.CatalogueType());
         if (section.CatalogueType() != SEC_UNDEF && IsTypeWord(type) && !SameWord(type, word) &&
@@ -411,7 +418,7 @@ private:
     void CheckSingleNumber(const char* field)
     {
         const FieldList list = SplitFields(Now().rest, 2);
-        if (WarnOfDecimalComma(list, 0, 2, field, RATIO)) return;
+        if (RefuseDecimalComma(list, 0, 2, field, RATIO)) return;
         CheckNumber(list, 0, field, RATIO);
         WarnOfExtraFields(list, 1);
     }
@@ -440,7 +447,7 @@ private:
         const std::string expected = LineHere(SHEAR_LAG);
         if (Now().rank == HEADINGS) {
             Warn({}, QuoteLine(), expected, "the factor keeps the section's value");
-        } else if (m_member.hasErrors) {
+        } else if (m_member.isRefused) {
             m_pending = true;
         } else {
             if (Now().rank == LENGTH_OVERRIDES) m_lostOverridesLine = Now().number;
@@ -481,7 +488,7 @@ private:
             m_walk.Next();
         }
         if (Now().rank == HEADINGS && !sawWeakAxis) return;
-        if (m_member.hasErrors || Now().isPastEnd || StartsMember()) {
+        if (m_member.isRefused || Now().isPastEnd || StartsMember()) {
             m_pending = true;
             return;
         }
@@ -531,6 +538,8 @@ private:
         const std::size_t prefix = NumberPrefix(field);
         if (field.empty()) {
             Warn(name, "nothing", quantity.expected, "it is read as 0");
+        } else if (prefix == 0) {
+            Unreadable(name, Quote(field), quantity.expected, {});
         } else if (prefix < field.size()) {
             Warn(name, Quote(field), quantity.expected, AdviceOnNumber(field, prefix, quantity));
         } else if (!std::isfinite(value)) {
@@ -542,7 +551,6 @@ private:
 
     static std::string AdviceOnNumber(std::wstring_view field, std::size_t prefix, const Quantity& quantity)
     {
-        if (prefix == 0) return "it is read as 0";
         const std::string number = Utf8(field.substr(0, prefix));
         std::wstring_view behind = field.substr(prefix);
         behind = GetSubString(behind);
@@ -559,6 +567,8 @@ private:
         const std::string readAs = "it is read as " + std::to_string(value);
         if (field.empty()) {
             Warn(name, "nothing", expected, readAs);
+        } else if (prefix == 0) {
+            Unreadable(name, Quote(field), expected, {});
         } else if (prefix < field.size()) {
             Warn(name, Quote(field), expected, readAs);
         } else if (IsClamped(field, value)) {
@@ -575,7 +585,7 @@ private:
     }
 
     // "2,5" is two fields, of which one number was meant. The fields behind are then not looked at.
-    bool WarnOfDecimalComma(const FieldList& list, std::size_t i, std::size_t count, const char* name,
+    bool RefuseDecimalComma(const FieldList& list, std::size_t i, std::size_t count, const char* name,
                             const Quantity& quantity)
     {
         if (list.count != count || i + 1 >= list.fields.size()) return false;
@@ -584,8 +594,8 @@ private:
         if (whole.empty() || WholeNumberPrefix(whole) != whole.size() || decimals.empty()) return false;
         if (decimals[0] < L'0' || decimals[0] > L'9') return false;
         const std::wstring number = std::wstring(whole) + L'.' + std::wstring(decimals);
-        Warn(name, Quote(std::wstring(whole) + L',' + std::wstring(decimals)), quantity.expected,
-             "write " + Utf8(std::wstring_view(number).substr(0, NumberPrefix(number))));
+        Unreadable(name, Quote(std::wstring(whole) + L',' + std::wstring(decimals)), quantity.expected,
+                   "write " + Utf8(std::wstring_view(number).substr(0, NumberPrefix(number))));
         return true;
     }
 
@@ -593,7 +603,7 @@ private:
     {
         const FieldList list = SplitFields(Now().rest, 6);
         const bool isShifted =
-            list.count == 5 && IsRestraintText(list.fields[3]) && WarnOfDecimalComma(list, 1, 5, "position", METRES);
+            list.count == 5 && IsRestraintText(list.fields[3]) && RefuseDecimalComma(list, 1, 5, "position", METRES);
         const int index = CheckWholeNumber(list, 0, "index", "a whole number");
         double position = 0.0;
         CRestraint restraint;
@@ -657,9 +667,7 @@ private:
             std::wstring blanks(field);
             std::replace(blanks.begin(), blanks.end(), L'_', L' ');
             const std::optional<std::wstring> nearest = Nearest(blanks, RESTRAINT_NAMES);
-            Warn("restraint", Quote(field), expected,
-                 "it is not understood and read as Free" + (nearest ? "; write " + Utf8(*nearest) : std::string()));
-            return;
+            return Unreadable("restraint", Quote(field), expected, nearest ? "write " + Utf8(*nearest) : std::string());
         }
         restraint.SetRestFlag(bits);
         if (IsClamped(field, bits) || (static_cast<unsigned int>(bits) & CRestraint::NON_RESTRAINT_MASK) != 0)
@@ -702,13 +710,14 @@ private:
     void CheckLayout()
     {
         // Nothing was reached of what is judged here.
-        if (m_points.empty() && m_subSpans.empty() && m_member.hasErrors) return;
+        if (m_points.empty() && m_subSpans.empty() && m_member.isRefused) return;
         SortByIndex(m_points);
         SortByIndex(m_subSpans);
         if (m_points.size() != m_subSpans.size() + 1 || m_subSpans.empty()) {
             const std::string expected = m_subSpans.empty() && m_points.size() <= 1
                                              ? "at least two MEMBERPOINT lines and one SUBSPAN line"
                                              : "one SUBSPAN line less than MEMBERPOINT lines";
+            m_member.isRefused = true;
             Add(Severity::Error, Now(), {},
                 Count(m_points.size(), "MEMBERPOINT line") + " and " + Count(m_subSpans.size(), "SUBSPAN line"),
                 expected, {});
@@ -721,6 +730,7 @@ private:
     void CheckPair(const Placed<CMemberPoint>& a, const Placed<CMemberPoint>& b)
     {
         const auto refuse = [&](const char* field, const std::string& got, const std::string& expected) {
+            m_member.isRefused = true;
             Add(Severity::Error, b.line, field, got, expected, {});
         };
         const double x = a.record.GetPos();
@@ -740,16 +750,19 @@ private:
     {
         for (std::size_t i = 0; i < m_subSpans.size(); ++i) {
             const Placed<CSubSpan>& here = m_subSpans[i];
-            if (!(here.record == here.record))
+            if (!(here.record == here.record)) {
+                m_member.isRefused = true;
                 Add(Severity::Error, here.line, {}, "a value that is not a finite number",
                     "forces, moments and load height that are numbers", {});
+            }
             if (i == 0) continue;
             const Placed<CSubSpan>& before = m_subSpans[i - 1];
             const long long gap = static_cast<long long>(here.record.Get1Index()) - before.record.Get1Index();
-            if (gap == 0)
+            if (gap == 0) {
+                m_member.isRefused = true;
                 Add(Severity::Error, here.line, "index", std::to_string(here.record.Get1Index()),
                     "another index than that of the sub-span in line " + std::to_string(before.line.number), {});
-            else if (gap > 1)
+            } else if (gap > 1)
                 Add(Severity::Warning, here.line, "index", std::to_string(here.record.Get1Index()),
                     std::to_string(before.record.Get1Index() + 1LL),
                     "sub-spans lie between the points one after another, whatever their indices");

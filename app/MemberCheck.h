@@ -9,8 +9,8 @@
 namespace Keltrix::App {
 
 enum class Severity {
-    Error,  ///< the reader, or the validation after it, refuses the member
-    Warning ///< the reader takes it, but loses or changes something on the way
+    Error,  ///< the member is refused, or something in it cannot be read: a text for a number, an unknown section
+    Warning ///< it can be read, but reading loses or changes something on the way
 };
 
 /// One thing that is wrong with a member file. Texts are UTF-8; those that do not apply are empty.
@@ -35,6 +35,7 @@ struct MemberText {
     std::wstring_view text; ///< a view into the text that was checked
     std::wstring_view title;
     bool hasErrors = false;
+    bool isRefused = false; ///< by the library's reader, or by the validation of points and sub-spans
 };
 
 /// What was found in a file: its members and its defects in the order of their lines.
@@ -47,9 +48,10 @@ struct FileCheck {
 };
 
 /// Checks a member file, which may hold several members one after another. It follows the library's reader line by
-/// line, so that a member has an error exactly if the reader refuses it or if its points and sub-spans do not pass
-/// the validation; but it goes on behind the first fault, and says of each where it is, what was expected and what
-/// stands there. One pass over the text.
+/// line, so that a member is refused here exactly if the reader or the validation of points and sub-spans refuses it; but it
+/// goes on behind the first fault, and says of each where it is, what was expected and what stands there. It is stricter in
+/// one thing: what the reader silently takes for zero or nothing, because it cannot be read at all, is an error, too.
+/// One pass over the text.
 FileCheck CheckMemberFile(const CString& text);
 
 } // namespace Keltrix::App

@@ -99,7 +99,7 @@ void RegisterSections()
     {
         using Shape = Steel::Test::TSection;
         using Plain = PlainT;
-        RegisterShape<Shape, Plain>("T section", L"T 152x229x34", {COMMON_NAMES, "Iw", "MonoSymBeta", "YbarPlastic"},
+        RegisterShape<Shape, Plain>("T section", L"T 229x152x34", {COMMON_NAMES, "Iw", "MonoSymBeta", "YbarPlastic"},
                                     COMMON_PROPERTIES, PROPERTY(Iw), PROPERTY(MonoSymBeta), PROPERTY(YbarPlastic));
     }
     {

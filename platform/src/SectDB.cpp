@@ -30,6 +30,15 @@ std::wstring NormalisedKey(std::wstring_view designation)
     return key;
 }
 
+// The key of a tee that is named width x depth x mass, as some tables do, with the two exchanged; empty for any other.
+std::wstring TeeWidthFirst(const std::wstring& key)
+{
+    const std::size_t first = key.find(L'X');
+    const std::size_t second = first == std::wstring::npos ? first : key.find(L'X', first + 1);
+    if (key.empty() || key[0] != L'T' || second == std::wstring::npos) return {};
+    return L'T' + key.substr(first + 1, second - first - 1) + L'X' + key.substr(1, first - 1) + key.substr(second);
+}
+
 // The letters at the front of a key.
 std::wstring_view FamilyOfKey(std::wstring_view key)
 {
@@ -314,7 +323,9 @@ CSectDB* CSectDB::GetDatabase()
 
 const CSectDB::Entry* CSectDB::Find(std::wstring_view designation) const
 {
-    const auto found = m_impl->places.find(NormalisedKey(designation));
+    const std::wstring key = NormalisedKey(designation);
+    auto found = m_impl->places.find(key);
+    if (found == m_impl->places.end()) found = m_impl->places.find(TeeWidthFirst(key));
     return found == m_impl->places.end() ? nullptr : &m_impl->entries[found->second];
 }
 

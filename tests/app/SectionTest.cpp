@@ -150,7 +150,7 @@ TEST(Section, TheDrawingIsToScaleWithItsAxes)
 
 TEST(Section, EveryShapeHasADrawing)
 {
-    for (const char* name : {"UB 457x191x67", "GI 500x200x150x10x15x12x8", "PFC 200x90x30", "T 191x229x34",
+    for (const char* name : {"UB 457x191x67", "GI 500x200x150x10x15x12x8", "PFC 200x90x30", "T 229x191x34",
                              "L 150x75x10", "RHS 200x100x6.3", "CFRHS 200x100x6", "CHS 168.3x5", "BOX 200x100x5x5"}) {
         const std::string svg = SectionSvg(FindSection(name).section, name);
         EXPECT_THAT(svg, HasSubstr("</svg>")) << name;

@@ -167,12 +167,12 @@ TEST(Catalogue, NamesSectionsAfterTheirSize)
                 EXPECT_NEAR(row.D, size[0], 1e-9);
             }
         } else {
-            // Serial depth x width x mass to the nearest kilogram. Tees are named width x depth x half of the mass in
+            // Serial depth x width x mass to the nearest kilogram. Tees are named by half of the mass in
             // the name of the section cut: 42.3 kg/m of a beam "85" are "43".
             ASSERT_EQ(size.size(), 3u);
             EXPECT_LE(std::abs(size[2] - row.mass), (f == "T" ? 0.7 : 0.5) + 1e-9) << "mass " << row.mass;
-            const double depth = f == "T" ? size[1] : size[0];
-            const double width = f == "T" ? size[0] : size[1];
+            const double depth = size[0];
+            const double width = size[1];
             // The lightest rolling of a size is the nominal one; heavier ones grow outwards, columns most.
             EXPECT_GE(row.D, 0.95 * depth);
             EXPECT_LE(row.D, (f == "UC" ? 1.7 : 1.2) * depth);
@@ -209,6 +209,19 @@ TEST(Catalogue, KeepsTheDepthBetweenFilletsWithinASerialSize)
     }
 }
 
+TEST(Catalogue, KnowsATeeByDepthAndWidthInEitherOrder)
+{
+    const CSectDB& catalogue = *CSectDB::GetDatabase();
+    const CSectDB::Entry* const tee = catalogue.Find(L"T 229x191x34");
+    ASSERT_NE(tee, nullptr);
+    EXPECT_EQ(tee->designation, L"T 229x191x34");
+    EXPECT_EQ(tee->depth, 0.2266);
+    EXPECT_EQ(tee->width, 0.1899);
+    EXPECT_EQ(catalogue.Find(L"t 191 x 229 x 34"), tee);
+    EXPECT_EQ(catalogue.Find(L"UB 191x457x67"), nullptr);
+    EXPECT_EQ(catalogue.Find(L"T 34x229"), nullptr);
+}
+
 TEST(Catalogue, CutsEachTeeFromABeamOrAColumn)
 {
     int tees = 0;
@@ -216,7 +229,7 @@ TEST(Catalogue, CutsEachTeeFromABeamOrAColumn)
         if (tee.family != "T") continue;
         ++tees;
         const bool found = std::any_of(Catalogue().begin(), Catalogue().end(), [&](const CatalogueRow& row) {
-            // Half a printed mass, cut to 0.1 kg/m. The tees of 533x312 beams and the 165x267x43 are tabulated with
+            // Half a printed mass, cut to 0.1 kg/m. The tees of 533x312 beams and the 267x165x43 are tabulated with
             // other depths than half the beam's.
             return (row.family == "UB" || row.family == "UC") && row.B == tee.B && row.t == tee.t && row.T == tee.T &&
                    row.r == tee.r && std::abs(row.D / 2.0 - tee.D) < 0.36 && row.mass / 2.0 - tee.mass > -0.06 &&
@@ -348,12 +361,12 @@ constexpr SpotValue SPOT_VALUES[] = {
     {"L 150x75x10", 17, 150, 75, 10, 10, 12, 6, 21.7},
     {"L 200x150x15", 39.6, 200, 150, 15, 15, 15, 7.5, 50.5},
     // BS 4-1, structural tees cut from universal beams and columns
-    {"T 133x102x13", 12.5, 101.5, 133.2, 5.7, 7.8, 7.6, 0, 16.0},
-    {"T 191x229x34", 33.5, 226.6, 189.9, 8.5, 12.7, 10.2, 0, 42.7},
-    {"T 229x305x70", 69.9, 308.5, 230.2, 13.1, 22.1, 12.7, 0, 89.1},
-    {"T 152x76x19", 18.5, 80.8, 154.4, 8, 11.5, 7.6, 0, 23.5},
-    {"T 203x102x30", 30, 104.7, 205.8, 9.4, 14.2, 10.2, 0, 38.2},
-    {"T 305x152x49", 48.4, 153.9, 305.3, 9.9, 15.4, 15.2, 0, 61.7},
+    {"T 102x133x13", 12.5, 101.5, 133.2, 5.7, 7.8, 7.6, 0, 16.0},
+    {"T 229x191x34", 33.5, 226.6, 189.9, 8.5, 12.7, 10.2, 0, 42.7},
+    {"T 305x229x70", 69.9, 308.5, 230.2, 13.1, 22.1, 12.7, 0, 89.1},
+    {"T 76x152x19", 18.5, 80.8, 154.4, 8, 11.5, 7.6, 0, 23.5},
+    {"T 102x203x30", 30, 104.7, 205.8, 9.4, 14.2, 10.2, 0, 38.2},
+    {"T 152x305x49", 48.4, 153.9, 305.3, 9.9, 15.4, 15.2, 0, 61.7},
     // EN 10210-2:2006 annex B, square hollow sections
     {"SHS 50x50x5", 6.85, 50, 50, 5, 5, 0, 0, 8.73},
     {"SHS 80x80x6.3", 14.2, 80, 80, 6.3, 6.3, 0, 0, 18.1},

@@ -67,6 +67,14 @@ std::string EuropeanDescription(const std::string& text)
     return text.substr(0, letters) + ' ' + text.substr(digits);
 }
 
+// Tees are published as width x depth x mass and catalogued as depth x width x mass.
+std::string DepthFirst(const std::string& size)
+{
+    const std::size_t first = size.find('x');
+    const std::size_t second = size.find('x', first + 1);
+    return size.substr(first + 1, second - first - 1) + 'x' + size.substr(0, first) + size.substr(second);
+}
+
 struct Table {
     const char* file;
     const char* family; // empty: the designation holds it
@@ -124,8 +132,10 @@ PublishedTables ReadPublishedTables(const std::string& folder)
             for (std::size_t i = 0; i < std::min(columns.size(), fields.size()); ++i)
                 row.fields[columns[i]] = fields[i];
             const std::string designation = row.Text("designation");
-            const std::string name = *table.family == '\0' ? EuropeanDescription(designation)
-                                                           : table.family + (' ' + Designation(designation));
+            std::string size = Designation(designation);
+            if (table.family == std::string("T")) size = DepthFirst(size);
+            const std::string name =
+                *table.family == '\0' ? EuropeanDescription(designation) : table.family + (' ' + size);
             if (!tables.emplace(name, std::move(row)).second)
                 throw std::runtime_error(std::string(table.file) + " has " + name + " twice");
         }

@@ -371,7 +371,7 @@ Why a figure differs:
   already rounded, or cuts it.
 - **table**: the exact outline of the nominal dimensions departs from the table by more than that, with this library as
   with any other. Among them are known slips of the tables (angles 150x150x18, 120x120x15, 120x120x8, 100x100x15 and
-  90x90x12, tees 178x305x41 and 46), figures of flanges only (H of the heaviest beams and columns), and figures at hand
+  90x90x12, tees 305x178x41 and 46), figures of flanges only (H of the heaviest beams and columns), and figures at hand
   from another source than the standard (H of IPE and HEM, Syy of UPE).
 - **approximation**: J and H of an open section have no exact outline integral, and the table follows other approximations
   than the library (El Darwish and Johnston for J); the smallest angles print J with two figures and a zero.
