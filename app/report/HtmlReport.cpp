@@ -6,6 +6,7 @@
 #include "Failure.h"
 #include "Html.h"
 #include "Text.h"
+#include "report/Join.h"
 #include "report/Style.h"
 
 namespace Keltrix::App {
@@ -20,6 +21,12 @@ std::string Meter(double utilisation)
     return "<span class=\"meter\" aria-hidden=\"true\"><span" +
            std::string(utilisation > 1.0 ? " class=\"over\"" : "") + " style=\"width:" + Rounded(100.0 * share, 3) +
            "%\"></span></span>";
+}
+
+// What stands in a corner of every printed page.
+std::string MarginBox(const char* place, const std::string& content)
+{
+    return std::string("@") + place + " { content: " + content + "; font: 8pt sans-serif; }\n";
 }
 
 } // namespace
@@ -61,27 +68,27 @@ void HtmlReport::Write(const TextSink& put)
         "the bottom flange.</p></footer>\n</body>\n</html>\n");
 }
 
-// The running header of each sheet's pages names its member.
+// The policy keeps a browser from running or fetching anything, whatever a text may hold. The running header of each sheet's
+// pages names its member.
 std::string HtmlReport::Head() const
 {
     const std::string job = m_block.job.empty() ? "Calculation sheet" : m_block.job;
+    std::string signature = m_block.by;
+    if (!m_block.date.empty()) AddItem(signature, ", ", m_block.date);
     const std::string title = m_rows.size() == 1 ? m_rows.front().title : job;
     std::string head =
         "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
+        "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src 'unsafe-inline'\">\n"
         "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
         "<meta name=\"generator\" content=\"ksteel " +
         EscapedHtml(m_block.version) + "\">\n<title>" + EscapedHtml(title) + "</title>\n<style>" +
-        std::string(REPORT_STYLE) + "@page { @top-left { content: " + CssString(job) +
-        "; font: 8pt sans-serif; } @top-right { content: " +
-        CssString(m_block.date.empty() ? m_block.by
-                  : m_block.by.empty() ? m_block.date
-                                       : m_block.by + ", " + m_block.date) +
-        "; font: 8pt sans-serif; } @bottom-left { content: " + CssString("ksteel " + m_block.version) +
-        "; font: 8pt sans-serif; } @bottom-right { content: \"Page \" counter(page) \" of \" counter(pages); "
-        "font: 8pt sans-serif; } }\n";
+        std::string(REPORT_STYLE) + "@page {\n" + MarginBox("top-left", CssString(job)) +
+        MarginBox("bottom-left", CssString("ksteel " + m_block.version)) +
+        MarginBox("bottom-center", CssString(signature)) +
+        MarginBox("bottom-right", "\"Page \" counter(page) \" of \" counter(pages)") + "}\n";
     for (const Row& row : m_rows)
-        head += "@page " + row.id + " { @top-center { content: " + CssString(row.title) +
-                "; font: 8pt sans-serif; } }\n#" + row.id + " { page: " + row.id + "; }\n";
+        head += "@page " + row.id + " {\n" + MarginBox("top-right", CssString(row.title)) + "}\n#" + row.id +
+                " { page: " + row.id + "; }\n";
     return head + "</style>\n</head>\n<body>\n<a class=\"skip\" href=\"#main\">To the calculation</a>\n<header>\n<h1>" +
            "<bdi>" + EscapedHtml(job) + "</bdi></h1>\n</header>\n";
 }
@@ -89,8 +96,8 @@ std::string HtmlReport::Head() const
 std::string HtmlReport::IndexRow(const Row& row, std::size_t number) const
 {
     return "<tr><td class=\"n\">" + std::to_string(number) + "</td><th scope=\"row\"><a href=\"#" + row.id +
-           "\"><bdi>" + EscapedHtml(row.title) + "</bdi></a></th><td>" + EscapedHtml(row.section) + "</td><td>" +
-           EscapedHtml(row.grade) + "</td><td>" + StatusHtml(row.status) + "</td><td class=\"n\">" +
+           "\"><bdi>" + EscapedHtml(row.title) + "</bdi></a></th><td class=\"name\">" + EscapedHtml(row.section) +
+           "</td><td>" + EscapedHtml(row.grade) + "</td><td>" + StatusHtml(row.status) + "</td><td class=\"n\">" +
            Meter(row.utilisation) + UtilText(row.utilisation) + "</td><td>" + EscapedHtml(row.governing) +
            "</td></tr>\n";
 }

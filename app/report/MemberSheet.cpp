@@ -53,6 +53,8 @@ std::string TitleBlockHtml(const CheckedMember& checked, const TitleBlock& block
         html += "<tr><th scope=\"row\">" + cells[i].first + "</th><td>" + cells[i].second + "</td>";
         if (i + 1 < cells.size())
             html += "<th scope=\"row\">" + cells[i + 1].first + "</th><td>" + cells[i + 1].second + "</td>";
+        else
+            html += "<td colspan=\"2\"></td>";
         html += "</tr>\n";
     }
     return html + "</table>\n";

@@ -19,7 +19,7 @@ class SectionPicture {
 public:
     SectionPicture(const std::string& id, const CSection& section, const std::string& name) :
         m_component(section.Component(0)), m_drawing(DrawSection(section)),
-        m_scale(DrawingScale(m_drawing.Size() * 1e-3, 52.0)),
+        m_scale(DrawingScale(m_drawing.Size() * 1e-3, 50.0)),
         m_svg(id, name + ", cross-section, scale 1:" + Rounded(m_scale, 4), Description(section))
     {}
 
@@ -39,8 +39,8 @@ public:
     }
 
 private:
-    static constexpr double LEFT = 18.0;
-    static constexpr double RIGHT = 24.0;
+    static constexpr double LEFT = 17.0;
+    static constexpr double RIGHT = 20.0;
     static constexpr double TOP = 9.0;
 
     static std::string Description(const CSection& section)

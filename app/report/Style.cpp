@@ -8,7 +8,7 @@ const std::string_view REPORT_STYLE = R"css(
   color-scheme: light dark;
   --page: #ffffff; --panel: #f3f5f7; --ink: #18212b; --muted: #4d5a67; --rule: #c4ccd4;
   --link: #1a5296; --pass: #1b6536; --fail: #b01f17; --warn: #7d4700;
-  --steel: #d5dde5; --bar: #7d9cbc; --bar-governs: #1f5a9c; --bar-fails: #b01f17; --fill: #dbe6f2;
+  --steel: #d5dde5; --bar: #6d8cad; --bar-governs: #1f5a9c; --bar-fails: #b01f17; --fill: #dbe6f2;
 }
 @media screen and (prefers-color-scheme: dark) {
   :root {
@@ -35,7 +35,7 @@ table { border-collapse: collapse; font-variant-numeric: tabular-nums; margin: 1
 th, td { text-align: left; vertical-align: top; padding: 0.7mm 2mm; border-bottom: 0.2mm solid var(--rule); }
 thead th { border-bottom: 0.4mm solid var(--ink); }
 tbody th, .pairs th { font-weight: normal; color: var(--muted); }
-td { overflow-wrap: anywhere; }
+td { overflow-wrap: break-word; }
 th.n, td.n { text-align: right; overflow-wrap: normal; white-space: nowrap; }
 tr { break-inside: avoid; }
 .wide { width: 100%; }
@@ -47,6 +47,7 @@ tr { break-inside: avoid; }
 .block th { width: 25mm; white-space: nowrap; color: var(--muted); font-weight: normal; }
 .verdict { font-size: 12pt; margin: 3mm 0; padding: 2mm 3mm; background: var(--panel); border-left: 1.5mm solid var(--pass); }
 .verdict.fails { border-left-color: var(--fail); }
+.pass, .fail, .name { white-space: nowrap; }
 .pass { color: var(--pass); font-weight: bold; }
 .fail, .red { color: var(--fail); font-weight: bold; }
 .orange { color: var(--warn); }
@@ -59,7 +60,7 @@ tr.governs td:first-child { box-shadow: inset 1mm 0 var(--bar-governs); }
 .meter span { display: block; height: 100%; background: var(--bar-governs); }
 .meter .over { background: var(--bar-fails); }
 figure { margin: 2mm 0; break-inside: avoid; }
-.split { display: flex; flex-wrap: wrap; gap: 4mm 6mm; align-items: flex-start; break-inside: avoid; }
+.split { display: flex; flex-wrap: wrap; gap: 4mm; align-items: flex-start; break-inside: avoid; }
 svg { display: block; max-width: 100%; height: auto; color: var(--ink); }
 svg text { font-family: inherit; font-size: 2.8px; fill: var(--ink); }
 svg .note { font-size: 2.6px; fill: var(--muted); }
