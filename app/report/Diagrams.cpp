@@ -38,7 +38,8 @@ public:
         const double below = std::max(-m_min.value, 0.0);
         const bool isFinite = std::isfinite(above) && std::isfinite(below) && m_largest > 0.0;
         m_up = isFinite ? ROOM * above / std::max(above + below, m_largest) : ROOM / 2.0;
-        m_base = 7.5 + m_up;
+        // Values above the line stand below the caption.
+        m_base = (m_max.value > 0.0 ? 10.0 : 6.5) + m_up;
         m_height = m_base + (isFinite ? ROOM * below / std::max(above + below, m_largest) : ROOM / 2.0) + 6.0;
         m_unit = isFinite ? ROOM / (above + below) : 0.0;
         m_svg = Svg(id, diagram.symbol + ", " + diagram.name, Description());

@@ -98,8 +98,8 @@ std::string HtmlReport::IndexRow(const Row& row, std::size_t number) const
     return "<tr><td class=\"n\">" + std::to_string(number) + "</td><th scope=\"row\"><a href=\"#" + row.id +
            "\"><bdi>" + EscapedHtml(row.title) + "</bdi></a></th><td class=\"name\">" + EscapedHtml(row.section) +
            "</td><td>" + EscapedHtml(row.grade) + "</td><td>" + StatusHtml(row.status) + "</td><td class=\"n\">" +
-           Meter(row.utilisation) + UtilText(row.utilisation) + "</td><td>" + EscapedHtml(row.governing) +
-           "</td></tr>\n";
+           Meter(row.utilisation) + UtilText(row.utilisation) + "</td><td>" +
+           EscapedHtml(WithUnitsKept(row.governing)) + "</td></tr>\n";
 }
 
 std::string HtmlReport::Index() const

@@ -111,6 +111,7 @@ public:
         for (std::size_t i = 0; i < m_layout.points.size(); ++i)
             DrawPoint(i);
         DrawNumbers();
+        m_svg.Text("note", MemberAxis::WIDTH, 4.6, "end", "1:" + Rounded(m_axis.Scale(), 4));
         const double height = DrawLegend(DimensionY() + 9.0);
         return m_svg.Finish("member", MemberAxis::WIDTH, height);
     }
@@ -194,7 +195,9 @@ private:
         const bool last = i + 1 == m_layout.points.size();
         if (!first && !last) m_svg.Line("station", x, m_top, x, m_top + m_depth);
         for (const Hold hold : ALL_HOLDS) {
-            if (!Has(restraint, hold)) continue;
+            // A wall at the member's end supports it too.
+            const bool isWalled = hold == Hold::Support && (first || last) && Has(restraint, Hold::Fixed);
+            if (!Has(restraint, hold) || isWalled) continue;
             DrawHold(hold, x, first ? -1.0 : last ? 1.0 : 0.0);
             m_present[static_cast<std::size_t>(hold)] = true;
         }

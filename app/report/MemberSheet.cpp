@@ -25,7 +25,7 @@ std::string Wording(const wchar_t* text) { return EscapedHtml(Utf8(std::wstring_
 
 std::string UtilText(double utilisation) { return EscapedHtml(Utf8(CDesFormat().Util(utilisation))); }
 
-std::string Metres(double value) { return Rounded(value, 5) + " m"; }
+std::string Metres(double value) { return WithUnitsKept(Rounded(value, 5) + " m"); }
 
 // A user's text keeps its own direction of writing to itself.
 std::string Isolated(const std::string& text) { return "<bdi>" + EscapedHtml(text) + "</bdi>"; }
@@ -65,7 +65,7 @@ std::string VerdictHtml(const CheckedMember& checked)
     const std::string status = checked.Status();
     std::string html = status == "pass" ? "<p class=\"verdict\">" : "<p class=\"verdict fails\">";
     html += StatusHtml(status) + ", utilisation <b>" + UtilText(checked.result->UtilOverAll()) + "</b>, governed by " +
-            EscapedHtml(checked.Governing());
+            EscapedHtml(WithUnitsKept(checked.Governing()));
     return html + ".</p>\n";
 }
 
@@ -362,6 +362,25 @@ constexpr FlagSentence FLAG_SENTENCES[] = {
 };
 
 } // namespace
+
+std::string WithUnitsKept(const std::string& text)
+{
+    static constexpr std::string_view noBreak = "\xC2\xA0";
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+    std::string kept;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isGap =
+            text[i] == ' ' && i > 0 && i + 1 < text.size() && isDigit(text[i - 1]) && isLetter(text[i + 1]);
+        // "0 m to 3 m": a unit, and no word that follows a number.
+        const bool endsSoon = i + 2 >= text.size() || !isLetter(text[i + 2]);
+        if (isGap && endsSoon)
+            kept += noBreak;
+        else
+            kept += text[i];
+    }
+    return kept;
+}
 
 std::string StatusHtml(const std::string& status)
 {

@@ -23,6 +23,9 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
 /// "LABEL: a sentence" for each flag of a result.
 std::vector<std::string> FlagSentences(int flags);
 
+/// A text with its numbers and their units kept on one line.
+std::string WithUnitsKept(const std::string& text);
+
 /// One of "pass", "fail" and "not checked" with the class of its colour.
 std::string StatusHtml(const std::string& status);
 

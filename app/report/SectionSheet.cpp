@@ -35,6 +35,7 @@ public:
         DrawHeight(m_drawing.depth);
         if (!tube) DrawWidth(m_drawing.width);
         DrawThicknesses();
+        m_svg.Text("note", X(m_drawing.width) + RIGHT, Y(m_drawing.depth) + 12.6, "end", "1:" + Rounded(m_scale, 4));
         return m_svg.Finish("section-drawing", X(m_drawing.width) + RIGHT, Y(m_drawing.depth) + 15.0);
     }
 

@@ -55,7 +55,7 @@ tr { break-inside: avoid; }
 .muted, .small td { color: var(--muted); }
 tr.governs td { font-weight: bold; background: var(--panel); }
 tr.governs td:first-child { box-shadow: inset 1mm 0 var(--bar-governs); }
-.meter { display: inline-block; width: 24mm; height: 2.6mm; margin-right: 2mm; background: var(--panel);
+.meter { display: inline-block; width: 16mm; height: 2.6mm; margin-right: 2mm; background: var(--panel);
   border: 0.2mm solid var(--rule); }
 .meter span { display: block; height: 100%; background: var(--bar-governs); }
 .meter .over { background: var(--bar-fails); }
@@ -66,6 +66,7 @@ svg text { font-family: inherit; font-size: 2.8px; fill: var(--ink); }
 svg .note { font-size: 2.6px; fill: var(--muted); }
 svg .value, svg .strong, svg .name, svg .point { font-weight: bold; }
 svg .name { font-size: 3.2px; }
+svg .rule { font-size: 2.5px; }
 svg .steel { fill: var(--steel); stroke: var(--ink); stroke-width: 0.3; }
 svg .edge { stroke: var(--ink); stroke-width: 0.2; }
 svg .hidden { stroke: var(--ink); stroke-width: 0.2; stroke-dasharray: 1.5 0.8; }

@@ -39,7 +39,7 @@ std::string UtilisationSvg(const std::string& id, const CheckedMember& checked)
 {
     const std::vector<const LedgerEntry*> rules = EvaluatedRules(checked.member->Checks());
     if (rules.empty()) return {};
-    constexpr double names = 86.0; // mm to the left of the bars
+    constexpr double names = 95.0; // mm to the left of the bars
     constexpr double row = 6.2;
     constexpr double width = 184.0;
     constexpr double most = 2.0; // longer bars are cut
@@ -59,7 +59,7 @@ std::string UtilisationSvg(const std::string& id, const CheckedMember& checked)
         const double y = 6.0 + row * static_cast<double>(i);
         const bool fails = entry.status == BS5950::CheckStatus::Failed;
         const double length = scale * (entry.utilisation < most ? entry.utilisation : most);
-        svg.Text(entry.governing ? "strong" : "", names - 2.0, y + 3.2, "end", Name(entry));
+        svg.Text(entry.governing ? "rule strong" : "rule", names - 2.0, y + 3.2, "end", Name(entry));
         svg.Rect(fails ? "bar fails" : entry.governing ? "bar governs" : "bar", names, y + 0.7, length, row - 2.2);
         const bool isCut = !(entry.utilisation < most);
         const std::string value = UtilText(entry.utilisation) + (isCut ? " (bar cut)" : "") + (fails ? " fails" : "") +

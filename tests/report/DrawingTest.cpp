@@ -127,6 +127,7 @@ TEST(MemberDrawing, FixedEndsContinuousRestraintAndLoadHeightsAreDrawn)
     const Trial::HtmlReader svg(MemberSvg("e", layout, axis, section.Component(0)));
     ASSERT_EQ(svg.Error(), "");
     EXPECT_EQ(CountClass(svg, "path", "wall"), 1u);
+    EXPECT_EQ(CountClass(svg, "path", "support"), 0u);
     EXPECT_EQ(CountClass(svg, "line", "along"), 1u + 1u);
     EXPECT_EQ(CountClass(svg, "path", "load"), 1u + 1u);
     EXPECT_EQ(CountClass(svg, "line", "hidden"), 2u); // the walls of a hollow section

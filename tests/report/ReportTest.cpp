@@ -297,6 +297,13 @@ TEST(Report, AThousandMembersOfOneFileAreOneDocument)
     EXPECT_LT(made.html.size(), 1000 * one);
 }
 
+TEST(Report, NumbersAndTheirUnitsStayOnOneLine)
+{
+    EXPECT_EQ(WithUnitsKept("4.3.6 lateral, 0 m to 7.5 m"), "4.3.6 lateral, 0\xC2\xA0m to 7.5\xC2\xA0m");
+    EXPECT_EQ(WithUnitsKept("8 beams"), "8 beams");
+    EXPECT_EQ(WithUnitsKept(""), "");
+}
+
 // --- Contrast of the palettes ---
 
 double Luminance(const std::string& hex)
