@@ -62,10 +62,7 @@ void HtmlReport::Write(const TextSink& put)
         PutSheet(row, put);
         put(hasIndex ? "<p class=\"back\"><a href=\"#index\">Back to the index</a></p>\n</article>\n" : "</article>\n");
     }
-    put("</main>\n<footer><p>Made by ksteel " + EscapedHtml(m_block.version) +
-        ". Forces and moments in the host's axes: tension above zero; a major-axis moment above zero compresses flange "
-        "2, "
-        "the bottom flange.</p></footer>\n</body>\n</html>\n");
+    put("</main>\n<footer><p>Made by ksteel " + EscapedHtml(m_block.version) + "</p></footer>\n</body>\n</html>\n");
 }
 
 // The policy keeps a browser from running or fetching anything, whatever a text may hold. The running header of each sheet's
@@ -86,9 +83,14 @@ std::string HtmlReport::Head() const
         MarginBox("bottom-left", CssString("ksteel " + m_block.version)) +
         MarginBox("bottom-center", CssString(signature)) +
         MarginBox("bottom-right", "\"Page \" counter(page) \" of \" counter(pages)") + "}\n";
-    for (const Row& row : m_rows)
-        head += "@page " + row.id + " {\n" + MarginBox("top-right", CssString(row.title)) + "}\n#" + row.id +
-                " { page: " + row.id + "; }\n";
+    if (m_rows.size() == 1) {
+        // A page that changes its name breaks: one sheet alone shares its first page with the job's title.
+        head += "@page {\n" + MarginBox("top-right", CssString(m_rows.front().title)) + "}\n";
+    } else {
+        for (const Row& row : m_rows)
+            head += "@page " + row.id + " {\n" + MarginBox("top-right", CssString(row.title)) + "}\n#" + row.id +
+                    " { page: " + row.id + "; }\n";
+    }
     return head + "</style>\n</head>\n<body>\n<a class=\"skip\" href=\"#main\">To the calculation</a>\n<header>\n<h1>" +
            "<bdi>" + EscapedHtml(job) + "</bdi></h1>\n</header>\n";
 }

@@ -125,7 +125,9 @@ std::string ActionsHtml(const std::string& id, const MemberLayout& layout, const
             html += "<figure>" + DiagramSvg(id + "-" + diagram.symbol, diagram, layout, axis) + "</figure>\n";
     }
     if (!absent.empty()) html += "<p class=\"muted\">Zero along the whole member: " + absent + ".</p>\n";
-    return html;
+    return html + "<p class=\"muted\">Axes of the host: tension above zero; a major-axis moment above zero compresses "
+                  "flange 2, "
+                  "the bottom flange.</p>\n";
 }
 
 // --- Section ---

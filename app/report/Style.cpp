@@ -106,7 +106,6 @@ summary h5 { display: inline; }
 .calculation i { color: var(--muted); }
 .i1 { margin-left: 4mm; } .i2 { margin-left: 8mm; } .i3 { margin-left: 12mm; } .i4 { margin-left: 16mm; }
 .i5 { margin-left: 20mm; } .i6 { margin-left: 24mm; } .i7 { margin-left: 28mm; } .i8 { margin-left: 32mm; }
-details > .i1, details > .i2 { margin-left: 4mm; } details > .i3 { margin-left: 8mm; }
 .sheet { margin-top: 14mm; padding-top: 8mm; border-top: 0.8mm solid var(--ink); }
 .only { margin-top: 0; padding-top: 0; border-top: 0; }
 footer { margin-top: 10mm; color: var(--muted); font-size: 8.5pt; }
@@ -116,7 +115,7 @@ footer { margin-top: 10mm; color: var(--muted); font-size: 8.5pt; }
   body { padding: 0; max-width: none; font-size: 9pt; }
   .sheet { break-before: page; margin-top: 0; padding-top: 0; border-top: 0; }
   .only { break-before: auto; }
-  .skip, .back { display: none; }
+  .skip, .back, footer { display: none; }
   details::details-content { content-visibility: visible; }
   summary { list-style: none; }
   thead { display: table-header-group; }
