@@ -240,8 +240,10 @@ private:
         const double wall = x + side * 2.2;
         PathData path;
         path.MoveTo(wall, m_middle - half).LineTo(wall, m_middle + half);
-        for (double y = m_middle - half; y < m_middle + half - 1.0; y += 1.8)
-            path.MoveTo(wall, y).LineBy(side * 1.8, 1.8);
+        constexpr double PITCH = 1.8;
+        const int hatches = static_cast<int>(std::ceil((2.0 * half - 1.0) / PITCH));
+        for (int i = 0; i < hatches; ++i)
+            path.MoveTo(wall, m_middle - half + i * PITCH).LineBy(side * PITCH, PITCH);
         m_svg.Path(cls, path);
     }
 
