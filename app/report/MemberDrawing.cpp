@@ -73,17 +73,22 @@ const char* NameOf(Hold hold)
 
 std::string Metres(double value) { return Rounded(value, 5) + " m"; }
 
-// Numbers that would run into each other are left out.
+// What would run into what stands there already, or into the last of its row, is left out.
 class LabelRow {
 public:
-    bool Fits(double x, double width)
+    /// Where the row's last label begins, which always stands.
+    explicit LabelRow(double last) : m_last(last) {}
+
+    bool Fits(double x, double width, bool isLast)
     {
-        if (x - width / 2.0 < m_end) return false;
-        m_end = x + width / 2.0 + 0.6;
+        constexpr double gap = 0.8;
+        if (!isLast && (x - width / 2.0 < m_end || x + width / 2.0 + gap > m_last)) return false;
+        m_end = x + width / 2.0 + gap;
         return true;
     }
 
 private:
+    double m_last;
     double m_end = -1e9;
 };
 
@@ -96,7 +101,8 @@ public:
         m_layout(layout),
         m_axis(axis), m_component(component), m_svg(id, Title(), Description())
     {
-        m_depth = axis.Paper(component.Dimension(0.0, CSecGeom::DEPTH));
+        const double depth = axis.Paper(component.Dimension(0.0, CSecGeom::DEPTH));
+        m_depth = std::isfinite(depth) ? depth : 0.0;
         m_top = 11.0 + LoadRoom();
         m_middle = m_top + m_depth / 2.0;
         // Marks of the two flanges stay apart however slender the member is.
@@ -193,7 +199,7 @@ private:
         const CRestraint restraint = RestraintOfPoint(m_layout, i);
         const bool first = i == 0;
         const bool last = i + 1 == m_layout.points.size();
-        if (!first && !last) m_svg.Line("station", x, m_top, x, m_top + m_depth);
+        if (!last && m_stations.Fits(x, 0.4, first) && !first) m_svg.Line("station", x, m_top, x, m_top + m_depth);
         for (const Hold hold : ALL_HOLDS) {
             // A wall at the member's end supports it too.
             const bool isWalled = hold == Hold::Support && (first || last) && Has(restraint, Hold::Fixed);
@@ -271,26 +277,39 @@ private:
 
     void DrawNumbers()
     {
-        LabelRow numbers;
-        LabelRow places;
-        LabelRow spans;
+        const std::size_t points = m_layout.points.size();
         const double y = DimensionY();
         m_svg.Line("dim", m_axis.Left(), y, m_axis.Right(), y);
-        for (std::size_t i = 0; i < m_layout.points.size(); ++i) {
+        if (points == 0) return;
+        const auto place = [&](std::size_t i) { return Metres(m_layout.points[i].GetPos()); };
+        const auto number = [](std::size_t i) { return std::to_string(i + 1); };
+        const double end = m_axis.X(m_layout.points.back().GetPos());
+        LabelRow numbers(end - 0.6 * TextWidth(number(points - 1)));
+        LabelRow places(end - 0.5 * TextWidth(place(points - 1)));
+        LabelRow ticks(end - 0.5);
+        for (std::size_t i = 0; i < points; ++i) {
             const double x = m_axis.X(m_layout.points[i].GetPos());
-            const std::string number = std::to_string(i + 1);
-            if (numbers.Fits(x, TextWidth(number) + 1.0)) m_svg.Text("point", x, 4.6, "middle", number);
-            m_svg.Line("dim", x - 0.8, y + 0.8, x + 0.8, y - 0.8);
-            const std::string place = Metres(m_layout.points[i].GetPos());
-            if (places.Fits(x, TextWidth(place) + 1.0)) m_svg.Text("", x, y + 4.2, "middle", place);
+            const bool isLast = i + 1 == points;
+            if (numbers.Fits(x, 1.2 * TextWidth(number(i)), isLast)) m_svg.Text("point", x, 4.6, "middle", number(i));
+            if (places.Fits(x, TextWidth(place(i)), isLast)) m_svg.Text("", x, y + 4.2, "middle", place(i));
+            if (ticks.Fits(x, 1.0, isLast)) m_svg.Line("dim", x - 0.8, y + 0.8, x + 0.8, y - 0.8);
         }
-        for (std::size_t k = 0; k < m_layout.SubSpanCount(); ++k) {
-            const double x = (m_axis.X(m_layout.points[k].GetPos()) + m_axis.X(m_layout.points[k + 1].GetPos())) / 2.0;
-            const std::string number = std::to_string(k + 1);
-            const double r = std::max(2.1, TextWidth(number) / 2.0 + 0.7);
-            if (!spans.Fits(x, 2.0 * r)) continue;
-            m_svg.Circle("subspan", x, y - 4.0, r);
-            m_svg.Text("", x, y - 3.0, "middle", number);
+        DrawSubSpanNumbers(y - 4.0);
+    }
+
+    void DrawSubSpanNumbers(double y)
+    {
+        const std::size_t count = m_layout.SubSpanCount();
+        const auto middle = [&](std::size_t k) {
+            return (m_axis.X(m_layout.points[k].GetPos()) + m_axis.X(m_layout.points[k + 1].GetPos())) / 2.0;
+        };
+        const auto radius = [](std::size_t k) { return std::max(2.1, TextWidth(std::to_string(k + 1)) / 2.0 + 0.7); };
+        if (count == 0) return;
+        LabelRow row(middle(count - 1) - radius(count - 1));
+        for (std::size_t k = 0; k < count; ++k) {
+            if (!row.Fits(middle(k), 2.0 * radius(k), k + 1 == count)) continue;
+            m_svg.Circle("subspan", middle(k), y, radius(k));
+            m_svg.Text("", middle(k), y + 1.0, "middle", std::to_string(k + 1));
         }
     }
 
@@ -340,6 +359,7 @@ private:
     double m_middle = 0.0;
     double m_reach = 0.0;
     bool m_present[std::size(ALL_HOLDS)] = {};
+    LabelRow m_stations{1e9};
     bool m_hasAlong = false;
     bool m_hasLoad = false;
 };

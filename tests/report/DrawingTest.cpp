@@ -133,6 +133,27 @@ TEST(MemberDrawing, FixedEndsContinuousRestraintAndLoadHeightsAreDrawn)
     EXPECT_EQ(CountClass(svg, "line", "hidden"), 2u); // the walls of a hollow section
 }
 
+TEST(MemberDrawing, CrowdedNumbersAreThinnedAndTheLastOneStays)
+{
+    MemberLayout layout;
+    for (int i = 0; i <= 500; ++i)
+        layout.points.push_back(Point(i + 1, i * 0.02, i % 500 == 0 ? int(CRestraint::PINNED) : 0));
+    for (int i = 0; i < 500; ++i)
+        layout.subSpans.push_back(SubSpan(i + 1, 0.0, 0.0, -1.0, -1.0));
+    const CSection section(CString(L"UB 457x191x67"));
+    const MemberAxis axis(layout, 0.4534);
+    const Trial::HtmlReader svg(MemberSvg("e", layout, axis, section.Component(0)));
+    const auto numbers = svg.OfClass("text", "point");
+    EXPECT_LT(numbers.size(), 60u);
+    ASSERT_GT(numbers.size(), 5u);
+    EXPECT_EQ(numbers.front()->text, "1");
+    EXPECT_EQ(numbers.back()->text, "501");
+    for (std::size_t i = 1; i < numbers.size(); ++i)
+        EXPECT_GT(NumberOf(*numbers[i], "x") - NumberOf(*numbers[i - 1], "x"), 2.0) << numbers[i]->text;
+    EXPECT_LT(svg.OfClass("circle", "subspan").size(), 60u);
+    EXPECT_LT(svg.OfClass("line", "station").size(), 200u);
+}
+
 TEST(Diagrams, StationsLieWhereTheValuesSay)
 {
     const MemberLayout layout = CentralLoad();
