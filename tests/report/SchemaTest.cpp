@@ -136,6 +136,8 @@ struct OutputRow {
     int code;
 };
 
+std::ostream& operator<<(std::ostream& stream, const OutputRow& row) { return stream << row.arguments; }
+
 class Schema : public ::testing::TestWithParam<OutputRow> {};
 
 TEST_P(Schema, HoldsForTheOutput)
