@@ -161,9 +161,9 @@ double CDesSectGeomT::MonoSymBeta() const
         dw;
     const double flange =
         (Cube(m_dB) * m_dTf / 12.0 + m_dB * m_dTf * Square(df) + 3.0 * (Cube(m_dTf) * m_dB / 12.0)) * df;
+    // The pair's area enters twice and the fillets' distance from the stem not at all: kept for compatibility.
     const double rootFillets =
         (4.0 * Fillet::OWN_SECOND_MOMENT * Fourth(m_dR) + Fillet::PAIR_AREA * Square(m_dR) * Square(dr)) * 2.0 * dr;
-    // Above, the pair's area enters twice and the fillets' distance from the stem not at all: kept for compatibility.
     // Added although material is missing there, and with the roots' distance times the toes' in its area term: both
     // kept for compatibility.
     const double toes =
