@@ -228,10 +228,25 @@ std::string DescribeEntry(const LedgerEntry& entry)
     return DescribeRule(entry) + (entry.start == entry.end ? " " : ", ") + place;
 }
 
+Json HeadlineJson(const CheckedMember& checked)
+{
+    const LedgerEntry* const governing = checked.member->Checks().Governing();
+    return {{"file", checked.file},
+            {"line", checked.line},
+            {"title", checked.title},
+            {"section", checked.Section()},
+            {"grade", checked.Grade()},
+            {"status", checked.Status()},
+            {"overall", checked.result->UtilOverAll()},
+            {"governing", governing ? EntryJson(*governing) : Json()},
+            {"flags", FlagWords(checked.result->GetFlags())},
+            {"class", checked.member->SectionClass()},
+            {"design_strength", checked.member->DesignStrength()}};
+}
+
 Json JsonOf(const CheckedMember& checked)
 {
     const BS5950::CSteelMemberBS5950& member = *checked.member;
-    const LedgerEntry* const governing = member.Checks().Governing();
     const SubspanEffectiveLengthData lengths = member.GetEffectiveLengths();
     Json checks = Json::array();
     for (const LedgerEntry& entry : member.Checks().Entries())
@@ -241,26 +256,15 @@ Json JsonOf(const CheckedMember& checked)
         assumptions.push_back({{"name", Wording(assumption.name)},
                                {"text", Wording(assumption.text)},
                                {"value", OrNull(assumption.value)}});
-    return {
-        {"file", checked.file},
-        {"line", checked.line},
-        {"title", checked.title},
-        {"section", checked.Section()},
-        {"grade", checked.Grade()},
-        {"status", checked.Status()},
-        {"overall", checked.result->UtilOverAll()},
-        {"governing", governing ? EntryJson(*governing) : Json()},
-        {"flags", FlagWords(checked.result->GetFlags())},
-        {"class", member.SectionClass()},
-        {"design_strength", member.DesignStrength()},
-        {"utilisation", {{"local", LocalUtilisations(checked)}, {"buckling", BucklingUtilisations(*checked.result)}}},
-        {"effective_lengths",
-         {{"major", LengthsJson(lengths.GetMajorAxisEntries())},
-          {"minor", LengthsJson(lengths.GetMinorAxisEntries())},
-          {"lateral_torsional", LengthsJson(lengths.GetLateralTorsionalEntries())}}},
-        {"resistances", ResistancesJson(member)},
-        {"checks", std::move(checks)},
-        {"assumptions", std::move(assumptions)}};
+    Json json = HeadlineJson(checked);
+    json["utilisation"] = {{"local", LocalUtilisations(checked)}, {"buckling", BucklingUtilisations(*checked.result)}};
+    json["effective_lengths"] = {{"major", LengthsJson(lengths.GetMajorAxisEntries())},
+                                 {"minor", LengthsJson(lengths.GetMinorAxisEntries())},
+                                 {"lateral_torsional", LengthsJson(lengths.GetLateralTorsionalEntries())}};
+    json["resistances"] = ResistancesJson(member);
+    json["checks"] = std::move(checks);
+    json["assumptions"] = std::move(assumptions);
+    return json;
 }
 
 } // namespace Keltrix::App

@@ -13,8 +13,8 @@ namespace Keltrix::App {
 /// A member with the findings of its check. The member holds the address of the result, so neither moves.
 struct CheckedMember {
     std::string file;
-    int line = 1;     ///< of its TITLE line
-    std::string name; ///< how messages call it
+    LineNumber line = 1; ///< of its TITLE line
+    std::string name;    ///< how messages call it
     std::string title;
     std::unique_ptr<BS5950::CSteelMemberBS5950> member;
     std::unique_ptr<Steel::CMemberResult> result;
@@ -47,7 +47,10 @@ std::string DescribePlace(const BS5950::LedgerEntry& entry);
 /// Both: "lateral-torsional buckling (4.3.6), 0 m to 3 m".
 std::string DescribeEntry(const BS5950::LedgerEntry& entry);
 
-/// The findings in full.
+/// What an engineer asks first: the member, its status, utilisation and what governs.
+Json HeadlineJson(const CheckedMember& checked);
+
+/// The findings in full, the headline first.
 Json JsonOf(const CheckedMember& checked);
 
 } // namespace Keltrix::App

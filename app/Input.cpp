@@ -6,7 +6,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <istream>
 #include <optional>
 #include <string_view>
 
@@ -19,76 +18,99 @@ namespace {
 
 constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
-std::string NameOf(const std::string& path) { return path == "-" ? "standard input" : Printable(path); }
-
 [[noreturn]] void RefuseSize(const std::string& name)
 {
     throw BadInput(name + ": larger than " + std::to_string(LARGEST_FILE >> 20) +
                    " MiB, which no member file is; split it");
 }
 
-std::string ReadStream(std::istream& stream, const std::string& name)
-{
-    std::string bytes;
-    std::array<char, 1 << 16> block;
-    while (stream.read(block.data(), block.size()) || stream.gcount() > 0) {
-        bytes.append(block.data(), static_cast<std::size_t>(stream.gcount()));
-        if (bytes.size() > LARGEST_FILE) RefuseSize(name);
-    }
-    if (stream.bad()) throw BadInput(name + ": cannot be read");
-    return bytes;
-}
-
 // "byte 17 (line 2, column 5)", all counted from 1 but the byte, which is the offset.
-std::string Place(std::string_view bytes, std::size_t offset)
+std::string Place(std::string_view bytes, std::size_t offset, FilePlace start)
 {
     const std::string_view before = bytes.substr(0, offset);
-    const auto line = std::count(before.begin(), before.end(), '\n') + 1;
+    const auto line = start.lines + std::count(before.begin(), before.end(), '\n') + 1;
     const std::size_t lineStart = before.rfind('\n') == std::string_view::npos ? 0 : before.rfind('\n') + 1;
-    return "byte " + std::to_string(offset) + " (line " + std::to_string(line) + ", column " +
+    return "byte " + std::to_string(start.bytes + offset) + " (line " + std::to_string(line) + ", column " +
            std::to_string(offset - lineStart + 1) + ")";
 }
 
 } // namespace
 
-std::string ReadBytes(const std::string& path, std::istream& standardInput)
-{
-    const std::string name = NameOf(path);
-    if (path == "-") return ReadStream(standardInput, name);
+std::string NameOfInput(const std::string& path) { return path == "-" ? "standard input" : Printable(path); }
 
+InputStream::InputStream(const std::string& path, std::istream& standardInput) :
+    m_name(NameOfInput(path)), m_stream(&standardInput)
+{
+    if (path == "-") return;
     namespace fs = std::filesystem;
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
-    if (status.type() == fs::file_type::not_found) throw BadInput(name + ": no such file");
-    if (error) throw BadInput(name + ": " + error.message());
-    if (fs::is_directory(status)) throw BadInput(name + ": is a directory, expected a file");
-    if (fs::is_regular_file(status) && fs::file_size(path, error) > LARGEST_FILE && !error) RefuseSize(name);
+    if (status.type() == fs::file_type::not_found) throw BadInput(m_name + ": no such file");
+    if (error) throw BadInput(m_name + ": " + error.message());
+    if (fs::is_directory(status)) throw BadInput(m_name + ": is a directory, expected a file");
+    m_isRegularFile = fs::is_regular_file(status);
 
     errno = 0;
-    std::ifstream stream(path, std::ios::binary);
-    if (!stream) throw BadInput(name + ": cannot be opened" + (errno ? std::string(": ") + std::strerror(errno) : ""));
-    return ReadStream(stream, name);
+    m_file = std::make_unique<std::ifstream>(path, std::ios::binary);
+    if (!*m_file)
+        throw BadInput(m_name + ": cannot be opened" + (errno ? std::string(": ") + std::strerror(errno) : ""));
+    m_stream = m_file.get();
 }
 
-SourceText DecodeText(const std::string& name, std::string_view bytes)
+std::size_t InputStream::ReadSome(char* buffer, std::size_t size)
+{
+    const auto most = static_cast<std::streamsize>(size);
+    std::streamsize got = m_stream->readsome(buffer, most);
+    if (got == 0 && m_stream->peek() != std::istream::traits_type::eof()) {
+        got = m_stream->readsome(buffer, most);
+        // A stream without a buffer has nothing that could be had without waiting, but the byte it has just shown.
+        if (got == 0) {
+            buffer[0] = static_cast<char>(m_stream->get());
+            got = 1;
+        }
+    }
+    if (m_stream->bad()) throw BadInput(m_name + ": cannot be read");
+    return static_cast<std::size_t>(got);
+}
+
+std::string ReadBytes(const std::string& path, std::istream& standardInput)
+{
+    InputStream stream(path, standardInput);
+    std::error_code error;
+    if (stream.IsRegularFile() && std::filesystem::file_size(path, error) > LARGEST_FILE && !error)
+        RefuseSize(stream.Name());
+
+    std::string bytes;
+    std::array<char, 1 << 16> block;
+    while (const std::size_t got = stream.ReadSome(block.data(), block.size())) {
+        bytes.append(block.data(), got);
+        if (bytes.size() > LARGEST_FILE) RefuseSize(stream.Name());
+    }
+    return bytes;
+}
+
+SourceText DecodeText(const std::string& name, std::string_view bytes, FilePlace start)
 {
     if (bytes.empty()) throw BadInput(name + ": is empty");
-    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF"))
+    if (start.bytes == 0 && (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")))
         throw BadInput(name + ": byte 0 begins UTF-16 text; save the file as UTF-8");
+    // Files may have been put together, each with its own mark.
     const std::size_t mark = bytes.starts_with(BYTE_ORDER_MARK) ? BYTE_ORDER_MARK.size() : 0;
 
     std::size_t offset = 0;
     std::optional<CString> text = CString::FromUtf8(bytes.substr(mark), &offset);
-    if (!text) throw BadInput(name + ": " + Place(bytes, mark + offset) + " is not UTF-8 text; save the file as UTF-8");
+    if (!text) {
+        throw BadInput(name + ": " + Place(bytes, mark + offset, start) + " is not UTF-8 text; save the file as UTF-8");
+    }
     const std::size_t nul = bytes.find('\0');
     if (nul != std::string_view::npos)
-        throw BadInput(name + ": " + Place(bytes, nul) + " is a NUL character, so this is no text file");
+        throw BadInput(name + ": " + Place(bytes, nul, start) + " is a NUL character, so this is no text file");
     return {name, std::move(*text)};
 }
 
 SourceText ReadText(const std::string& path, std::istream& standardInput)
 {
-    return DecodeText(NameOf(path), ReadBytes(path, standardInput));
+    return DecodeText(NameOfInput(path), ReadBytes(path, standardInput));
 }
 
 } // namespace Keltrix::App

@@ -1,7 +1,10 @@
 #pragma once
 
-#include <iosfwd>
+#include <cstdint>
+#include <istream>
+#include <memory>
 #include <string>
+#include <string_view>
 
 #include "keltrix/platform/CString.h"
 
@@ -9,6 +12,30 @@ namespace Keltrix::App {
 
 /// Files beyond this size are refused before they are read: a member takes a few kilobytes.
 inline constexpr std::size_t LARGEST_FILE = std::size_t(64) << 20;
+
+/// How messages call a file.
+std::string NameOfInput(const std::string& path);
+
+/// A file to read from, or the standard input.
+class InputStream {
+public:
+    /// `standardInput` is read where the path is "-". Throws BadInput for a missing or unreadable file and a directory.
+    InputStream(const std::string& path, std::istream& standardInput);
+
+    /// How messages call it.
+    const std::string& Name() const { return m_name; }
+    /// Whether all of it is there before reading begins: it is neither the standard input nor a pipe.
+    bool IsRegularFile() const { return m_isRegularFile; }
+    /// Takes what can be had without waiting, and waits where that is nothing. 0 only at the end. Throws BadInput where
+    /// reading fails.
+    std::size_t ReadSome(char* buffer, std::size_t size);
+
+private:
+    std::string m_name;
+    bool m_isRegularFile = false;
+    std::unique_ptr<std::istream> m_file;
+    std::istream* m_stream;
+};
 
 /// The bytes of a file, or of `standardInput` where the path is "-". Throws BadInput for a missing or unreadable
 /// file, a directory, and one that is too large.
@@ -25,7 +52,13 @@ struct SourceText {
 /// (in bytes) of the first bad byte.
 SourceText ReadText(const std::string& path, std::istream& standardInput);
 
-/// The text in bytes already read; ReadText's second half.
-SourceText DecodeText(const std::string& name, std::string_view bytes);
+/// Where a part of a file begins: how many bytes and lines stand before it.
+struct FilePlace {
+    std::size_t bytes = 0;
+    std::int64_t lines = 0;
+};
+
+/// The text in bytes already read, which may be those of a part of the file; ReadText's second half.
+SourceText DecodeText(const std::string& name, std::string_view bytes, FilePlace start = {});
 
 } // namespace Keltrix::App

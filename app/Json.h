@@ -13,4 +13,10 @@ using Json = nlohmann::ordered_json;
 /// exactly; not-a-number and infinity, which JSON does not have, as null. Ill-formed text comes out as U+FFFD.
 std::string JsonText(const Json& document);
 
+/// The same without the line break, in the place of an entry `depth` levels below the top.
+std::string IndentedJson(const Json& document, int depth);
+
+/// The same in one line, without blanks, with its line break.
+std::string JsonLine(const Json& document);
+
 } // namespace Keltrix::App

@@ -102,7 +102,7 @@ const std::vector<std::wstring_view> RESTRAINT_NAMES = {L"Free",
                                                         L"Top and Bottom flange lateral"};
 
 struct Line {
-    int number = 0;
+    LineNumber number = 0;
     std::wstring_view whole;
     std::wstring_view keyword;
     std::wstring_view rest;
@@ -113,14 +113,15 @@ struct Line {
 // Walks a text line by line, as the reader does.
 class LineWalk {
 public:
-    explicit LineWalk(const CString& text) : m_text(text) {}
+    LineWalk(const CString& text, LineNumber firstLine) : m_text(text) { m_line.number = firstLine - 1; }
 
     const Line& Current() const { return m_line; }
     void Next()
     {
-        const bool isFirst = m_line.number == 0;
+        const bool isFirst = !m_hasBegun;
+        m_hasBegun = true;
         if (!isFirst && AtEndOfLines()) {
-            const int number = m_line.isPastEnd ? m_line.number : m_line.number + 1;
+            const LineNumber number = m_line.isPastEnd ? m_line.number : m_line.number + 1;
             m_line = {number, m_text.View().substr(m_text.View().size()), {}, {}, UNKNOWN, true};
             return;
         }
@@ -141,6 +142,7 @@ public:
 private:
     const CString& m_text;
     Line m_line;
+    bool m_hasBegun = false;
 };
 
 // "a GRADE line here", "an END line here".
@@ -164,14 +166,17 @@ double ShortestOfFloat(float value)
 
 class Checker {
 public:
-    explicit Checker(const CString& text) : m_text(text), m_walk(text) {}
+    Checker(const CString& text, LineNumber firstLine) : m_text(text), m_walk(text, firstLine) {}
 
-    FileCheck Check()
+    FileCheck Check(bool isBehindEnd)
     {
         m_walk.Next();
-        do
-            CheckMember();
-        while (GoToNextMember());
+        if (!isBehindEnd || GoToNextMember()) {
+            do {
+                CheckMember();
+                if (Now().rank == END) m_walk.Next();
+            } while (GoToNextMember());
+        }
         std::stable_sort(m_check.defects.begin(), m_check.defects.end(),
                          [](const Defect& a, const Defect& b) { return a.line < b.line; });
         if (m_unlisted > 0) {
@@ -216,8 +221,12 @@ private:
     }
     void Refuse(std::string got, std::string expected, std::string advice)
     {
+        RefuseAt(Now(), {}, std::move(got), std::move(expected), std::move(advice));
+    }
+    void RefuseAt(const Line& line, std::string field, std::string got, std::string expected, std::string advice = {})
+    {
         m_member.isRefused = true;
-        Add(Severity::Error, Now(), {}, std::move(got), std::move(expected), std::move(advice));
+        Add(Severity::Error, line, std::move(field), std::move(got), std::move(expected), std::move(advice));
     }
 
     const Line& Now() const { return m_walk.Current(); }
@@ -263,7 +272,6 @@ private:
     // Past the lines between two members; whether there is another one.
     bool GoToNextMember()
     {
-        if (Now().rank == END) m_walk.Next();
         bool isTold = false;
         while (!Now().isPastEnd && Now().rank != TITLE) {
             const bool isBlank = Now().keyword.empty() && Now().rest.empty();
@@ -717,10 +725,8 @@ private:
             const std::string expected = m_subSpans.empty() && m_points.size() <= 1
                                              ? "at least two MEMBERPOINT lines and one SUBSPAN line"
                                              : "one SUBSPAN line less than MEMBERPOINT lines";
-            m_member.isRefused = true;
-            Add(Severity::Error, Now(), {},
-                Count(m_points.size(), "MEMBERPOINT line") + " and " + Count(m_subSpans.size(), "SUBSPAN line"),
-                expected, {});
+            Refuse(Count(m_points.size(), "MEMBERPOINT line") + " and " + Count(m_subSpans.size(), "SUBSPAN line"),
+                   expected, {});
         }
         for (std::size_t i = 1; i < m_points.size(); ++i)
             CheckPair(m_points[i - 1], m_points[i]);
@@ -729,21 +735,18 @@ private:
 
     void CheckPair(const Placed<CMemberPoint>& a, const Placed<CMemberPoint>& b)
     {
-        const auto refuse = [&](const char* field, const std::string& got, const std::string& expected) {
-            m_member.isRefused = true;
-            Add(Severity::Error, b.line, field, got, expected, {});
-        };
         const double x = a.record.GetPos();
         const std::string before = " of the point in line " + std::to_string(a.line.number);
         if (x > b.record.GetPos())
-            refuse("position", Shortest(b.record.GetPos()), "a position beyond " + Shortest(x) + before);
+            RefuseAt(b.line, "position", Shortest(b.record.GetPos()), "a position beyond " + Shortest(x) + before);
         else if (x == b.record.GetPos())
-            refuse("position", Shortest(x), "another position than that" + before);
+            RefuseAt(b.line, "position", Shortest(x), "another position than that" + before);
         const long long index = a.record.Get1Index();
         if (index == b.record.Get1Index())
-            refuse("index", std::to_string(index), "another index than that" + before);
+            RefuseAt(b.line, "index", std::to_string(index), "another index than that" + before);
         else if (index + 1 != b.record.Get1Index())
-            refuse("index", std::to_string(b.record.Get1Index()), std::to_string(index + 1) + ", without a gap");
+            RefuseAt(b.line, "index", std::to_string(b.record.Get1Index()),
+                     std::to_string(index + 1) + ", without a gap");
     }
 
     void CheckSubSpanList()
@@ -751,17 +754,15 @@ private:
         for (std::size_t i = 0; i < m_subSpans.size(); ++i) {
             const Placed<CSubSpan>& here = m_subSpans[i];
             if (!(here.record == here.record)) {
-                m_member.isRefused = true;
-                Add(Severity::Error, here.line, {}, "a value that is not a finite number",
-                    "forces, moments and load height that are numbers", {});
+                RefuseAt(here.line, {}, "a value that is not a finite number",
+                         "forces, moments and load height that are numbers");
             }
             if (i == 0) continue;
             const Placed<CSubSpan>& before = m_subSpans[i - 1];
             const long long gap = static_cast<long long>(here.record.Get1Index()) - before.record.Get1Index();
             if (gap == 0) {
-                m_member.isRefused = true;
-                Add(Severity::Error, here.line, "index", std::to_string(here.record.Get1Index()),
-                    "another index than that of the sub-span in line " + std::to_string(before.line.number), {});
+                RefuseAt(here.line, "index", std::to_string(here.record.Get1Index()),
+                         "another index than that of the sub-span in line " + std::to_string(before.line.number));
             } else if (gap > 1)
                 Add(Severity::Warning, here.line, "index", std::to_string(here.record.Get1Index()),
                     std::to_string(before.record.Get1Index() + 1LL),
@@ -781,7 +782,7 @@ private:
     std::vector<Placed<CSubSpan>> m_subSpans;
     bool m_stop = false;    // nothing of the member is left
     bool m_pending = false; // the current line is still to be looked at
-    int m_lostOverridesLine = 0;
+    LineNumber m_lostOverridesLine = 0;
 };
 
 } // namespace
@@ -813,6 +814,9 @@ std::size_t FileCheck::Errors() const
 
 std::size_t FileCheck::Warnings() const { return defects.size() - Errors(); }
 
-FileCheck CheckMemberFile(const CString& text) { return Checker(text).Check(); }
+FileCheck CheckMemberFile(const CString& text, LineNumber firstLine, bool isBehindEnd)
+{
+    return Checker(text, firstLine).Check(isBehindEnd);
+}
 
 } // namespace Keltrix::App

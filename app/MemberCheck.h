@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -7,6 +8,9 @@
 #include "keltrix/platform/CString.h"
 
 namespace Keltrix::App {
+
+/// A line of a file, counted from 1. A stream of members may have more lines than 32 bits count.
+using LineNumber = std::int64_t;
 
 enum class Severity {
     Error,  ///< the member is refused, or something in it cannot be read: a text for a number, an unknown section
@@ -16,7 +20,7 @@ enum class Severity {
 /// One thing that is wrong with a member file. Texts are UTF-8; those that do not apply are empty.
 struct Defect {
     Severity severity = Severity::Error;
-    int line = 0;         ///< counted from 1
+    LineNumber line = 0;
     std::string keyword;  ///< of the line: "MEMBERPOINT"
     std::string field;    ///< "position"
     std::string got;      ///< what stands there, quoted
@@ -31,7 +35,7 @@ struct Defect {
 
 /// The part of a file's text that is one member: from its TITLE line to its END line.
 struct MemberText {
-    int firstLine = 1;
+    LineNumber firstLine = 1;
     std::wstring_view text; ///< a view into the text that was checked
     std::wstring_view title;
     bool hasErrors = false;
@@ -52,6 +56,9 @@ struct FileCheck {
 /// goes on behind the first fault, and says of each where it is, what was expected and what stands there. It is stricter in
 /// one thing: what the reader silently takes for zero or nothing, because it cannot be read at all, is an error, too.
 /// One pass over the text.
-FileCheck CheckMemberFile(const CString& text);
+///
+/// The text may be a part of a file that follows an END line (`isBehindEnd`), whose first line is `firstLine`: what stands
+/// before its first TITLE then belongs to no member.
+FileCheck CheckMemberFile(const CString& text, LineNumber firstLine = 1, bool isBehindEnd = false);
 
 } // namespace Keltrix::App

@@ -1,24 +1,41 @@
 #include "MemberFile.h"
 
 #include "Failure.h"
-#include "Input.h"
 #include "Text.h"
 
 namespace Keltrix::App {
 
-MemberFile::MemberFile(std::string name, CString text) :
-    m_name(std::move(name)), m_text(std::make_unique<const CString>(std::move(text))), m_check(CheckMemberFile(*m_text))
+namespace {
+
+SourceText Decode(const std::string& name, const MemberPiece& piece)
+{
+    if (piece.isTooLarge) {
+        throw BadInput(name + ':' + std::to_string(piece.FirstLine()) + ": no END line in " +
+                       std::to_string(LARGEST_FILE >> 20) +
+                       " MiB, so this is no member; skipped up to the next END line");
+    }
+    return DecodeText(name, piece.bytes, piece.start);
+}
+
+} // namespace
+
+MemberFile::MemberFile(SourceText source, LineNumber firstLine, bool isBehindEnd, bool isWhole) :
+    m_name(std::move(source.name)), m_text(std::make_unique<const CString>(std::move(source.text))),
+    m_check(CheckMemberFile(*m_text, firstLine, isBehindEnd)), m_isWhole(isWhole)
+{}
+
+MemberFile::MemberFile(std::string name, const MemberPiece& piece) :
+    MemberFile(Decode(name, piece), piece.FirstLine(), piece.isBehindEnd, piece.isWhole)
 {}
 
 MemberFile MemberFile::Read(const std::string& path, std::istream& standardInput)
 {
-    SourceText source = ReadText(path, standardInput);
-    return MemberFile(std::move(source.name), std::move(source.text));
+    return {ReadText(path, standardInput), 1, false, true};
 }
 
 std::string MemberFile::NameOf(std::size_t i) const
 {
-    return MemberCount() == 1 ? m_name : m_name + ':' + std::to_string(Member(i).firstLine);
+    return m_isWhole && MemberCount() == 1 ? m_name : m_name + ':' + std::to_string(Member(i).firstLine);
 }
 
 CSteelGrade MemberFile::ReadInto(std::size_t i, Steel::CSteelMemberGen& member) const

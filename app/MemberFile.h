@@ -5,21 +5,24 @@
 #include <string>
 
 #include "MemberCheck.h"
+#include "MemberPieces.h"
 #include "keltrix/steel/SteelMember.h"
 
 namespace Keltrix::App {
 
-/// A member file that was read and checked: one member or several, one after another.
+/// A member file, or a piece of one, that was read and checked: one member or several, one after another.
 class MemberFile {
 public:
-    /// Throws BadInput where the file is no text.
+    /// All of a file. Throws BadInput where it is no text.
     static MemberFile Read(const std::string& path, std::istream& standardInput);
+    /// A piece of the file that is called `name`. Throws BadInput where it is no text or too large.
+    MemberFile(std::string name, const MemberPiece& piece);
 
     const std::string& Name() const { return m_name; }
     const FileCheck& Check() const { return m_check; }
     std::size_t MemberCount() const { return m_check.members.size(); }
     const MemberText& Member(std::size_t i) const { return m_check.members[i]; }
-    /// "floor.csv", and for a file of several members "floor.csv:21", the line at which member i starts.
+    /// "floor.csv" where a file on disk holds one member, else "floor.csv:21", with the line at which member i starts.
     std::string NameOf(std::size_t i) const;
 
     /// Reads member i into the object and gives its grade. Throws BadInput, with file and line, where the member's
@@ -27,11 +30,12 @@ public:
     CSteelGrade ReadInto(std::size_t i, Steel::CSteelMemberGen& member) const;
 
 private:
-    MemberFile(std::string name, CString text);
+    MemberFile(SourceText source, LineNumber firstLine, bool isBehindEnd, bool isWhole);
 
     std::string m_name;
     std::unique_ptr<const CString> m_text; // the check's views point into it
     FileCheck m_check;
+    bool m_isWhole;
 };
 
 } // namespace Keltrix::App

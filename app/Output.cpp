@@ -51,6 +51,18 @@ private:
     bool m_kept = false;
 };
 
+// A terminal that knows more than plain lines.
+bool IsAbleTerminal(std::FILE* stream)
+{
+    const char* const terminal = std::getenv("TERM");
+    if (terminal && std::strcmp(terminal, "dumb") == 0) return false;
+#if defined(_WIN32)
+    return _isatty(_fileno(stream)) != 0;
+#else
+    return isatty(fileno(stream)) != 0;
+#endif
+}
+
 void WriteInPlace(const std::string& path, const std::string& name, const std::function<void(const TextSink&)>& write)
 {
     errno = 0;
@@ -107,13 +119,9 @@ void IgnoreClosedPipes()
 bool TerminalHasColour()
 {
     const char* const noColour = std::getenv("NO_COLOR");
-    const char* const terminal = std::getenv("TERM");
-    if ((noColour && *noColour) || (terminal && std::strcmp(terminal, "dumb") == 0)) return false;
-#if defined(_WIN32)
-    return _isatty(_fileno(stdout)) != 0;
-#else
-    return isatty(STDOUT_FILENO) != 0;
-#endif
+    return !(noColour && *noColour) && IsAbleTerminal(stdout);
 }
+
+bool TerminalShowsProgress() { return IsAbleTerminal(stderr); }
 
 } // namespace Keltrix::App

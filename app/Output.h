@@ -24,4 +24,7 @@ void IgnoreClosedPipes();
 /// Whether standard output is a terminal that is to have colours: not with NO_COLOR set or TERM=dumb.
 bool TerminalHasColour();
 
+/// Whether standard error is a terminal on which a line can be written over.
+bool TerminalShowsProgress();
+
 } // namespace Keltrix::App

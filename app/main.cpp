@@ -32,7 +32,11 @@ struct Shared {
         const bool ansi = colour == "always" || (colour == "auto" && TerminalHasColour());
         return ansi ? Rendering::Ansi : Rendering::Plain;
     }
-    Format HowToWrite() const { return format == "json" ? Format::JSON : Format::TABLE; }
+    Format HowToWrite() const
+    {
+        if (format == "jsonl") return Format::JSON_LINES;
+        return format == "json" ? Format::JSON : Format::TABLE;
+    }
 };
 
 void AddColour(CLI::App& command, Shared& shared)
@@ -43,10 +47,11 @@ void AddColour(CLI::App& command, Shared& shared)
     command.add_flag("--raw", shared.raw, "The report's mark-up as it is");
 }
 
-void AddFormat(CLI::App& command, Shared& shared)
+void AddFormat(CLI::App& command, Shared& shared, const std::vector<std::string>& formats = {"table", "json"})
 {
-    command.add_option("--format", shared.format, "Output: table or json")
-        ->check(CLI::IsMember({"table", "json"}))
+    const std::string lines = formats.size() > 2 ? ", or jsonl: one line of JSON for each member" : "";
+    command.add_option("--format", shared.format, "Output: table or json" + lines)
+        ->check(CLI::IsMember(formats))
         ->capture_default_str();
 }
 
@@ -54,6 +59,9 @@ void AddFiles(CLI::App& command, std::vector<std::string>& files)
 {
     command.add_option("FILE", files, "Member files; - is standard input")->required();
 }
+
+/// More workers than this are a slip of the finger.
+constexpr int MOST_JOBS = 1024;
 
 using Command = std::function<ExitCode(const Console&)>;
 using Commands = std::map<const CLI::App*, Command>;
@@ -143,7 +151,10 @@ void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& o
         ->capture_default_str();
     command->add_flag("--envelope", options.envelope, "The files are load cases of one member");
     AddInteraction(*command, options.exact);
-    AddFormat(*command, shared);
+    command->add_option("--jobs", options.jobs, "Worker processes that share the members; 0 is one for each processor")
+        ->check(CLI::Range(0, MOST_JOBS))
+        ->capture_default_str();
+    AddFormat(*command, shared, {"table", "json", "jsonl"});
     AddColour(*command, shared);
     commands[command] = [&](const Console& console) {
         options.format = shared.HowToWrite();
@@ -204,6 +215,13 @@ void PutError(std::string_view message)
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
+// Writes over the line that stands there.
+void PutProgress(std::string_view text)
+{
+    const std::string line = "\r" + std::string(text) + "\x1b[K";
+    std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
 /// What is said where the options are no command to run: help and version, which were asked for, or the fault.
 ExitCode AnswerUnparsed(const CLI::App& app, const CLI::ParseError& error, const std::string& firstWord)
 {
@@ -260,7 +278,8 @@ ExitCode Run(int argc, char** argv)
     } catch (const CLI::ParseError& error) {
         return AnswerUnparsed(app, error, argc > 1 ? argv[1] : "");
     }
-    const Console console{std::cin, [](std::string_view text) { WriteAll(stdout, text); }, PutError};
+    Console console{std::cin, [](std::string_view text) { WriteAll(stdout, text); }, PutError, {}};
+    if (TerminalShowsProgress()) console.progress = PutProgress;
     if (!shared.catalogue.empty()) AddCatalogueFile(shared.catalogue, std::cin);
     return commands.at(app.get_subcommands().front())(console);
 }
@@ -270,6 +289,8 @@ ExitCode Run(int argc, char** argv)
 int main(int argc, char** argv)
 {
     IgnoreClosedPipes();
+    // Standard input has a buffer of its own then, from which can be had what is there without waiting for more.
+    std::ios::sync_with_stdio(false);
     try {
         return Run(argc, argv);
     } catch (const BadUsage& failure) {

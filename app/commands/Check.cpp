@@ -1,57 +1,81 @@
 #include <algorithm>
 
-#include "CheckedMember.h"
-#include "Text.h"
-#include "commands/DesignCommands.h"
-#include "commands/EachMember.h"
+#include "Progress.h"
+#include "Workers.h"
+#include "commands/CheckFindings.h"
+#include "commands/CheckJobs.h"
 
 namespace Keltrix::App {
 
 namespace {
 
-ExitCode CodeOf(const CheckedMember& checked) { return checked.Status() == "pass" ? EXIT_FINE : EXIT_MEMBER_FAILS; }
+// Puts findings out as the options want them, and keeps none but the rows of a table that is to be sorted.
+class CheckOutput {
+public:
+    CheckOutput(const CheckOptions& options, const Console& console) :
+        m_options(options), m_console(console), m_progress(console.progress)
+    {}
 
-std::string Coloured(const std::string& status) { return status == "pass" ? "pass" : "<red>" + status + "</red>"; }
-
-std::string UtilText(double utilisation) { return Utf8(CDesFormat().Util(utilisation)); }
-
-// One line in front of each report: what an engineer asks first.
-std::string Verdict(const CheckedMember& checked)
-{
-    return "<h4>" + checked.title + "</h4>\n" + checked.Section() + " in " + checked.Grade() + ": <b>" +
-           Coloured(checked.Status()) + "</b>, utilisation <b>" + UtilText(checked.result->UtilOverAll()) +
-           "</b>, governed by " + checked.Governing() + "\n";
-}
-
-std::string ReportText(const CheckedMember& checked, const std::string& kind)
-{
-    const Steel::CMemberResult& result = *checked.result;
-    if (kind == "verbose") return Utf8(result.GetVerbose()) + Utf8(result.GetSummary());
-    if (kind == "summary") return Utf8(result.GetSummary());
-    return Utf8(result.GetBrief()) + Utf8(result.GetSummary());
-}
-
-std::string TableText(std::vector<CheckedMember>& members)
-{
-    std::stable_sort(members.begin(), members.end(), [](const CheckedMember& a, const CheckedMember& b) {
-        return a.result->UtilOverAll() > b.result->UtilOverAll();
-    });
-    // Files and titles, which may be long, stand last.
-    std::string text = "<table>Utilisation\tStatus\tSection\tGrade\tClass\tGoverning\tAt\tFile\tMember\n";
-    for (const CheckedMember& checked : members) {
-        std::string status = Coloured(checked.Status());
-        if (checked.result->TestFlags(Steel::CMemberResult::NOT_CHECKED)) status += ", <red>NOT CHECKED</red>";
-        const BS5950::LedgerEntry* const governing = checked.member->Checks().Governing();
-        text += UtilText(checked.result->UtilOverAll()) + '\t' + status + '\t' + checked.Section() + '\t' +
-                checked.Grade() + '\t' + std::to_string(checked.member->SectionClass()) + '\t' +
-                (governing ? DescribeRule(*governing) : "nothing") + '\t' +
-                (governing ? DescribePlace(*governing) : "") + '\t' + checked.name + '\t' + checked.title + '\n';
+    void Put(Finding finding)
+    {
+        m_worst = Worse(m_worst, finding.code);
+        if (finding.kind == Finding::Message) {
+            m_progress.Clear();
+            m_console.err(finding.text);
+            return;
+        }
+        if (!finding.text.empty()) PutText(std::move(finding));
+        m_progress.Count(finding.code);
     }
-    return text + "</table>\n";
-}
+
+    // What stands behind the last member.
+    ExitCode Finish()
+    {
+        m_progress.Clear();
+        if (m_options.format == Format::JSON) m_console.out(m_hasText ? "\n]\n" : "[]\n");
+        if (!m_rows.empty()) m_console.out(RenderMarkup(Table(), m_options.rendering));
+        return m_worst;
+    }
+
+private:
+    struct Row {
+        double utilisation;
+        std::string text;
+    };
+
+    void PutText(Finding finding)
+    {
+        const bool isTable = m_options.format == Format::TABLE && m_options.report == "table";
+        if (isTable) {
+            m_rows.push_back({finding.utilisation, std::move(finding.text)});
+            return;
+        }
+        m_progress.Clear();
+        if (m_options.format == Format::JSON) m_console.out(m_hasText ? ",\n" : "[\n");
+        m_hasText = true;
+        m_console.out(finding.text);
+    }
+
+    std::string Table()
+    {
+        std::stable_sort(m_rows.begin(), m_rows.end(),
+                         [](const Row& a, const Row& b) { return a.utilisation > b.utilisation; });
+        std::string text = "<table>Utilisation\tStatus\tSection\tGrade\tClass\tGoverning\tAt\tFile\tMember\n";
+        for (const Row& row : m_rows)
+            text += row.text;
+        return text + "</table>\n";
+    }
+
+    const CheckOptions& m_options;
+    const Console& m_console;
+    Progress m_progress;
+    std::vector<Row> m_rows;
+    bool m_hasText = false;
+    ExitCode m_worst = EXIT_FINE;
+};
 
 // The cases merged into one member, which they must be.
-std::vector<CheckedMember> OneEnvelope(std::vector<CheckedMember> cases)
+CheckedMember OneEnvelope(std::vector<CheckedMember> cases)
 {
     for (const CheckedMember& checked : cases) {
         if (checked.member->Positions().size() != cases.front().member->Positions().size() ||
@@ -59,51 +83,43 @@ std::vector<CheckedMember> OneEnvelope(std::vector<CheckedMember> cases)
             throw BadInput(checked.name + ": is no load case of the member in " + cases.front().name +
                            ": section and sub-spans must be the same");
     }
-    std::vector<CheckedMember> merged;
-    merged.push_back(Envelope(std::move(cases)));
-    return merged;
+    return Envelope(std::move(cases));
 }
 
-Json ListOf(const std::vector<CheckedMember>& members)
+ExitCode CheckEnvelope(const CheckOptions& options, const Console& console)
 {
-    Json list = Json::array();
-    for (const CheckedMember& checked : members)
-        list.push_back(JsonOf(checked));
-    return list;
+    std::vector<CheckedMember> cases;
+    const ExitCode code = ForEachMember(options.files, console, [&](const MemberFile& file, std::size_t i) {
+        cases.push_back(CheckAsAsked(file, i, options));
+        return EXIT_FINE;
+    });
+    // A case that is missing would make the envelope look better than it is.
+    if (code == EXIT_BAD_INPUT || cases.empty()) return code;
+    CheckOutput output(options, console);
+    output.Put(FindingOf(OneEnvelope(std::move(cases)), options));
+    return output.Finish();
 }
 
 } // namespace
 
 ExitCode Check(const CheckOptions& options, const Console& console)
 {
-    const int option = options.exact ? BS5950::CSteelMemberBS5950::MORE_EXACT : BS5950::CSteelMemberBS5950::SIMPLIFIED;
-    const bool withText = options.format == Format::TABLE && options.report != "table";
-    std::vector<CheckedMember> members;
-    const auto put = [&](const CheckedMember& checked) {
-        console.out(RenderMarkup(Verdict(checked) + ReportText(checked, options.report), options.rendering));
-    };
+    if (options.envelope && options.jobs != 1)
+        throw BadUsage(
+            "--jobs: the load cases of an envelope are merged in one process; share out the members instead");
+    if (options.envelope) return CheckEnvelope(options, console);
 
-    ExitCode code = ForEachMember(options.files, console, [&](const MemberFile& file, std::size_t i) {
-        CheckedMember checked = CheckMember(file, i, option, withText);
-        const ExitCode own = CodeOf(checked);
-        if (withText && !options.envelope)
-            put(checked);
-        else
-            members.push_back(std::move(checked));
-        return own;
-    });
-    if (options.envelope) {
-        // A case that is missing would make the envelope look better than it is.
-        if (code == EXIT_BAD_INPUT || members.empty()) return code;
-        members = OneEnvelope(std::move(members));
-        code = CodeOf(members.front());
-        if (withText) put(members.front());
+    CheckOutput output(options, console);
+    const FindingSink put = [&](Finding finding) { output.Put(std::move(finding)); };
+    const int jobs = options.jobs == 0 ? ProcessorCount() : options.jobs;
+    if (jobs > 1) {
+        CheckInWorkers(options, jobs, console.in, put);
+    } else {
+        CheckLoop loop(options, console.in, put);
+        for (const std::string& path : options.files)
+            loop.UseFile(path);
     }
-    if (options.format == Format::JSON)
-        console.out(JsonText(ListOf(members)));
-    else if (!withText && !members.empty())
-        console.out(RenderMarkup(TableText(members), options.rendering));
-    return code;
+    return output.Finish();
 }
 
 } // namespace Keltrix::App

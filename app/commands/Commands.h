@@ -17,9 +17,11 @@ struct Console {
     std::istream& in;
     std::function<void(std::string_view)> out;
     std::function<void(std::string_view)> err; ///< one message: "ksteel: " and the line break are put around it
+    /// Shows a line that the next one replaces; an empty one takes it away. None where nobody looks.
+    std::function<void(std::string_view)> progress = {};
 };
 
-enum class Format { TABLE, JSON };
+enum class Format { TABLE, JSON, JSON_LINES };
 
 struct ShowOptions {
     std::vector<std::string> files;

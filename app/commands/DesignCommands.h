@@ -12,6 +12,7 @@ struct CheckOptions {
     std::string report = "brief"; ///< brief, verbose, summary or table
     bool envelope = false;        ///< the files are load cases of one member
     bool exact = false;           ///< the more exact interaction rules
+    int jobs = 1;                 ///< worker processes; 0 is one for each processor
     Format format = Format::TABLE;
     Rendering rendering = Rendering::Plain;
 };

@@ -1,34 +1,97 @@
 #include "commands/EachMember.h"
 
+#include <new>
+
+#include "Input.h"
+#include "Text.h"
+
 namespace Keltrix::App {
 
-ExitCode ForEachMember(const std::vector<std::string>& files, const Console& console,
-                       const std::function<ExitCode(const MemberFile&, std::size_t)>& use)
+namespace {
+
+// The errors that the check found between the start of a member and that of the next.
+std::vector<std::string> ErrorsOf(const MemberFile& file, std::size_t i)
 {
-    ExitCode worst = EXIT_FINE;
-    const auto attempt = [&](const std::function<void()>& action) {
-        try {
-            action();
-        } catch (const BadInput& failure) {
-            console.err(failure.what());
-            worst = EXIT_BAD_INPUT;
-        }
-    };
-    for (const std::string& path : files) {
-        attempt([&] {
-            const MemberFile file = MemberFile::Read(path, console.in);
-            for (const Defect& defect : file.Check().defects)
-                console.err(defect.Text(file.Name()));
-            for (std::size_t i = 0; i < file.MemberCount(); ++i) {
-                if (file.Member(i).hasErrors) {
-                    worst = EXIT_BAD_INPUT;
-                    continue;
-                }
-                attempt([&] { worst = Worse(worst, use(file, i)); });
-            }
-        });
+    std::vector<std::string> errors;
+    for (const Defect& defect : file.Check().defects) {
+        const bool isBefore = defect.line < file.Member(i).firstLine;
+        const bool isBehind = i + 1 < file.MemberCount() && defect.line >= file.Member(i + 1).firstLine;
+        if (defect.severity == Severity::Error && !isBefore && !isBehind) errors.push_back(defect.Text(file.Name()));
     }
-    return worst;
+    return errors;
+}
+
+} // namespace
+
+MemberLoop::MemberLoop(const Console& console, UseMember use, std::function<void(const Refusal&)> refused) :
+    m_console(console), m_use(std::move(use)), m_refused(std::move(refused))
+{}
+
+void MemberLoop::Leave(const Refusal& refusal)
+{
+    m_worst = EXIT_BAD_INPUT;
+    if (m_refused) m_refused(refusal);
+}
+
+void MemberLoop::Refuse(const Refusal& refusal)
+{
+    for (const std::string& reason : refusal.reasons)
+        m_console.err(reason);
+    Leave(refusal);
+}
+
+void MemberLoop::UseFile(const std::string& path)
+{
+    const std::string name = NameOfInput(path);
+    try {
+        MemberPieceReader reader(path, m_console.in);
+        std::vector<MemberPiece> pieces;
+        for (bool goesOn = true; goesOn;) {
+            goesOn = reader.Read(pieces);
+            for (const MemberPiece& piece : pieces)
+                UsePiece(name, piece);
+            pieces.clear();
+        }
+    } catch (const BadInput& failure) {
+        Refuse({name, 0, {}, {failure.what()}});
+    }
+}
+
+void MemberLoop::UsePiece(const std::string& name, const MemberPiece& piece)
+{
+    try {
+        const MemberFile file(name, piece);
+        for (const Defect& defect : file.Check().defects)
+            m_console.err(defect.Text(name));
+        for (std::size_t i = 0; i < file.MemberCount(); ++i)
+            UseOne(file, i);
+    } catch (const BadInput& failure) {
+        Refuse({name, piece.FirstLine(), {}, {failure.what()}});
+    }
+}
+
+void MemberLoop::UseOne(const MemberFile& file, std::size_t i)
+{
+    const MemberText& member = file.Member(i);
+    const auto refusal = [&](std::vector<std::string> reasons) {
+        return Refusal{file.Name(), member.firstLine, Utf8(member.title), std::move(reasons)};
+    };
+    if (member.hasErrors) return Leave(refusal(ErrorsOf(file, i)));
+    try {
+        m_worst = Worse(m_worst, m_use(file, i));
+    } catch (const BadInput& failure) {
+        Refuse(refusal({failure.what()}));
+    } catch (const std::bad_alloc&) {
+        Refuse(refusal({file.NameOf(i) + ": not enough memory for this member"}));
+    }
+}
+
+ExitCode ForEachMember(const std::vector<std::string>& files, const Console& console, const UseMember& use)
+{
+    MemberLoop loop(console, use);
+    for (const std::string& path : files)
+        loop.UseFile(path);
+    return loop.Worst();
 }
 
 } // namespace Keltrix::App

@@ -82,12 +82,12 @@ inline std::ostream& operator<<(std::ostream& stream, const RunResult& result)
     return stream << "exit code " << result.code << "\n--- out\n" << result.out << "--- err\n" << result.err;
 }
 
-/// Runs the built program by the shell from the source directory: arguments, and redirections where a test needs some.
-inline RunResult RunKsteel(const std::string& arguments)
+/// Runs a script of the shell from the source directory, in which `ksteel` is the built program.
+inline RunResult RunShell(const std::string& script)
 {
     const TestDirectory directory;
-    const std::string command = "cd '" KSTEEL_SOURCE_DIR "' && { '" KSTEEL_PATH "' " + arguments + "; } >'" +
-                                directory.Path("out") + "' 2>'" + directory.Path("err") + "'";
+    const std::string command = "cd '" KSTEEL_SOURCE_DIR "' && ksteel() { '" KSTEEL_PATH "' \"$@\"; } && { " + script +
+                                "\n} >'" + directory.Path("out") + "' 2>'" + directory.Path("err") + "'";
     const int status = std::system(command.c_str());
     RunResult result;
     // A crash is a code of its own, so that no test takes it for an answer.
@@ -96,5 +96,8 @@ inline RunResult RunKsteel(const std::string& arguments)
     result.err = ReadWhole(directory.Path("err"));
     return result;
 }
+
+/// Runs the built program: arguments, and redirections where a test needs some.
+inline RunResult RunKsteel(const std::string& arguments) { return RunShell("ksteel " + arguments); }
 
 } // namespace Keltrix::App::Trial

@@ -235,7 +235,7 @@ TEST(MemberCheck, AllDefectsOfAFileAreToldInOneRun)
     replace("OVERRIDES,NO", "OVERRIDES,PERHAPS");       // line 8
     replace("3,6,Pinned", "3,2,Pinned");                // line 13
     replace("END\n", "");
-    std::vector<int> lines;
+    std::vector<LineNumber> lines;
     for (const Defect& defect : CheckMemberFile(Wide(text)).defects)
         lines.push_back(defect.line);
     EXPECT_THAT(lines, ElementsAre(4, 5, 8, 13, 17));

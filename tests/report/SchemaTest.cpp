@@ -11,6 +11,8 @@
 namespace Keltrix::App {
 namespace {
 
+const std::string SCHEMA_DIR = KSTEEL_SOURCE_DIR "/docs/schema/";
+
 class Validator {
 public:
     explicit Validator(const Json& schema) : m_root(schema) {}
@@ -35,8 +37,12 @@ private:
             return {};
         if (word == "$ref") {
             const std::string name = rule.get<std::string>();
-            if (!name.starts_with("#/$defs/")) return at + ": unknown reference " + name;
-            return Check(value, m_root.at("$defs").at(name.substr(8)), at);
+            const std::size_t hash = name.find("#/$defs/");
+            if (hash == std::string::npos) return at + ": unknown reference " + name;
+            const std::string definition = name.substr(hash + 8);
+            if (hash == 0) return Check(value, m_root.at("$defs").at(definition), at);
+            const Json other = Json::parse(Trial::ReadWhole(SCHEMA_DIR + name.substr(0, hash)));
+            return Validator(other).Check(value, other.at("$defs").at(definition), at);
         }
         if (word == "type") return IsOfType(value, rule) ? "" : at + ": " + value.dump() + " is no " + rule.dump();
         if (word == "enum")
@@ -125,10 +131,7 @@ private:
     const Json& m_root;
 };
 
-Json SchemaOf(const std::string& name)
-{
-    return Json::parse(Trial::ReadWhole(std::string(KSTEEL_SOURCE_DIR "/docs/schema/") + name + ".schema.json"));
-}
+Json SchemaOf(const std::string& name) { return Json::parse(Trial::ReadWhole(SCHEMA_DIR + name + ".schema.json")); }
 
 struct OutputRow {
     const char* schema;
@@ -176,6 +179,26 @@ INSTANTIATE_TEST_SUITE_P(
                       OutputRow{"validate", "validate --format json examples/*.csv", 0},
                       OutputRow{"validate", "validate --format json tests/app/golden/spoiled.csv no_such_file.csv",
                                 2}));
+
+TEST(SchemaOfLines, HoldsForEachKindOfLine)
+{
+    const Json schema = SchemaOf("check-line");
+    std::set<std::string> statuses;
+    for (const char* options : {"", "--report table "}) {
+        const auto result =
+            Trial::RunKsteel("check --format jsonl " + std::string(options) +
+                             "examples/*.csv tests/report/failing.csv tests/app/golden/spoiled.csv none.csv");
+        ASSERT_EQ(result.code, 2) << result.err;
+        std::istringstream lines(result.out);
+        for (std::string line; std::getline(lines, line);) {
+            const Json output = Json::parse(line);
+            EXPECT_EQ(Validator(schema).Check(output), "") << line;
+            statuses.insert(output.at("status").get<std::string>());
+        }
+    }
+    EXPECT_EQ(statuses, (std::set<std::string>{"fail", "pass", "refused"}));
+    EXPECT_NE(Validator(schema).Check(Json{{"file", "x"}, {"status", "refused"}}), "");
+}
 
 TEST(SchemaValidator, ReportsEachKindOfFault)
 {

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Input.h"
+#include "MemberCheck.h"
+
+namespace Keltrix::App {
+
+/// A part of a member file that can be read by itself: as a rule one member, up to and with its END line.
+struct MemberPiece {
+    std::string bytes;
+    FilePlace start;          ///< where it begins in its file
+    bool isBehindEnd = false; ///< an END line stands before it
+    bool isWhole = false;     ///< it is all of a regular file
+    bool isTooLarge = false;  ///< there is no END line in LARGEST_FILE bytes; the bytes are not kept
+
+    LineNumber FirstLine() const { return start.lines + 1; }
+};
+
+/// Cuts the bytes of a member file into pieces, each behind an END line, as soon as that line is there, so that a stream
+/// of any length is read in the memory of one member. It cuts only where the END line ends a member for certain: the
+/// reader takes the line behind a ratio, and the one in front of the points, whatever it is, so that an END line there
+/// may end nothing. Where it does not cut, a piece holds several members.
+class MemberCutter {
+public:
+    void Add(std::string_view bytes);
+    /// The next piece that ends with an END line, or one that is too large.
+    std::optional<MemberPiece> Next();
+    /// What is left at the end of the input; nothing where only blank lines are left behind an END line.
+    std::optional<MemberPiece> Rest();
+
+private:
+    bool EndsMember(std::string_view line);
+    MemberPiece Take(std::size_t end);
+    void Drop();
+
+    std::string m_buffer;
+    std::size_t m_begin = 0;     // of the piece, in the buffer
+    std::size_t m_lineBegin = 0; // of the line that is looked for
+    std::size_t m_searched = 0;  // up to here there is no line feed in that line
+    std::int64_t m_lines = 0;    // in the piece so far
+    FilePlace m_start;           // of the piece
+    bool m_isBehindEnd = false;
+    bool m_mayHideEnd = false; // the line before this one is one behind which any line is taken
+    bool m_isDropping = false; // the rest of a piece that is too large
+};
+
+/// Reads a member file, or the standard input, piece by piece.
+class MemberPieceReader {
+public:
+    /// Throws BadInput as InputStream does.
+    MemberPieceReader(const std::string& path, std::istream& standardInput);
+
+    const std::string& Name() const { return m_input.Name(); }
+    /// Waits for input once, and appends the pieces that it completes, if any. False at the end. Throws BadInput where
+    /// reading fails and for an empty file.
+    bool Read(std::vector<MemberPiece>& pieces);
+
+private:
+    void Append(std::vector<MemberPiece>& pieces, MemberPiece piece);
+
+    InputStream m_input;
+    MemberCutter m_cutter;
+    std::optional<MemberPiece> m_first; // of a regular file: kept until it is known whether there is another one
+    std::size_t m_bytes = 0;
+    bool m_hasAppended = false;
+};
+
+} // namespace Keltrix::App

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Keltrix::App {
+
+/// Where workers' requests come from. Requests and replies are bytes; what they mean is between the source, the work and
+/// the sink.
+class RequestSource {
+public:
+    virtual ~RequestSource() = default;
+    enum class Answer {
+        Request, ///< there is one
+        Later,   ///< not before the descriptor can be read
+        End      ///< there is none any more
+    };
+    /// The next request. `Later` is an answer only where the caller may not wait.
+    virtual Answer Next(std::string& request, bool mayWait) = 0;
+    /// The descriptor from which more will come after `Later`.
+    virtual int Descriptor() const = 0;
+};
+
+/// Takes what became of the requests, in their order.
+class ReplySink {
+public:
+    virtual ~ReplySink() = default;
+    virtual void Take(std::string_view reply) = 0;
+    /// The parts of a request, to be tried one by one after the worker that had it ended; one or none where it cannot be
+    /// taken apart.
+    virtual std::vector<std::string> Parts(std::string_view request) const = 0;
+    /// A request with which workers ended twice, alone, and how the last one did: "killed by signal 9".
+    virtual void Lose(std::string_view request, const std::string& how) = 0;
+};
+
+/// Whether reading from a descriptor would answer at once, be it with the end.
+bool IsReadable(int descriptor);
+
+/// As many as the processors that this process may use, at least 1.
+int ProcessorCount();
+
+/// Has requests turned into replies by `work` in `count` processes at once, which are copies of this one. Replies come in
+/// the order of the requests. At most a few requests for each worker are under way or wait for an earlier one, so that memory
+/// does not grow with their number. A worker that ends is replaced. Throws BadUsage where the system has no such
+/// processes, and BadInput where none can be started.
+void RunInWorkers(int count, RequestSource& source, ReplySink& sink,
+                  const std::function<std::string(std::string_view)>& work);
+
+} // namespace Keltrix::App

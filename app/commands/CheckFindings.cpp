@@ -1,0 +1,99 @@
+#include "commands/CheckFindings.h"
+
+#include "Text.h"
+
+namespace Keltrix::App {
+
+namespace {
+
+std::string Coloured(const std::string& status) { return status == "pass" ? "pass" : "<red>" + status + "</red>"; }
+
+std::string UtilText(double utilisation) { return Utf8(CDesFormat().Util(utilisation)); }
+
+// One line in front of each report: what an engineer asks first.
+std::string Verdict(const CheckedMember& checked)
+{
+    return "<h4>" + checked.title + "</h4>\n" + checked.Section() + " in " + checked.Grade() + ": <b>" +
+           Coloured(checked.Status()) + "</b>, utilisation <b>" + UtilText(checked.result->UtilOverAll()) +
+           "</b>, governed by " + checked.Governing() + "\n";
+}
+
+std::string ReportText(const CheckedMember& checked, const std::string& kind)
+{
+    const Steel::CMemberResult& result = *checked.result;
+    if (kind == "verbose") return Utf8(result.GetVerbose()) + Utf8(result.GetSummary());
+    if (kind == "summary") return Utf8(result.GetSummary());
+    return Utf8(result.GetBrief()) + Utf8(result.GetSummary());
+}
+
+// Files and titles, which may be long, stand last.
+std::string TableRow(const CheckedMember& checked)
+{
+    std::string status = Coloured(checked.Status());
+    if (checked.result->TestFlags(Steel::CMemberResult::NOT_CHECKED)) status += ", <red>NOT CHECKED</red>";
+    const BS5950::LedgerEntry* const governing = checked.member->Checks().Governing();
+    return UtilText(checked.result->UtilOverAll()) + '\t' + status + '\t' + checked.Section() + '\t' + checked.Grade() +
+           '\t' + std::to_string(checked.member->SectionClass()) + '\t' +
+           (governing ? DescribeRule(*governing) : "nothing") + '\t' + (governing ? DescribePlace(*governing) : "") +
+           '\t' + checked.name + '\t' + checked.title + '\n';
+}
+
+// The only line of a program's output for what gets no member's line.
+std::string RefusalLine(const Refusal& refusal)
+{
+    return JsonLine({{"file", refusal.file},
+                     {"line", refusal.line > 0 ? Json(refusal.line) : Json()},
+                     {"title", refusal.title},
+                     {"status", "refused"},
+                     {"errors", refusal.reasons}});
+}
+
+std::string TextOf(const CheckedMember& checked, const CheckOptions& options)
+{
+    switch (options.format) {
+    case Format::JSON:
+        return IndentedJson(JsonOf(checked), 1);
+    case Format::JSON_LINES:
+        return JsonLine(options.report == "table" ? HeadlineJson(checked) : JsonOf(checked));
+    default:
+        if (options.report == "table") return TableRow(checked);
+        return RenderMarkup(Verdict(checked) + ReportText(checked, options.report), options.rendering);
+    }
+}
+
+} // namespace
+
+Finding FindingOf(const CheckedMember& checked, const CheckOptions& options)
+{
+    return {Finding::Member, checked.Status() == "pass" ? EXIT_FINE : EXIT_MEMBER_FAILS, checked.result->UtilOverAll(),
+            TextOf(checked, options)};
+}
+
+CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOptions& options)
+{
+    const int option = options.exact ? BS5950::CSteelMemberBS5950::MORE_EXACT : BS5950::CSteelMemberBS5950::SIMPLIFIED;
+    return CheckMember(file, i, option, options.format == Format::TABLE && options.report != "table");
+}
+
+CheckLoop::CheckLoop(const CheckOptions& options, std::istream& standardInput, FindingSink sink) :
+    m_options(options),
+    m_sink(std::move(sink)), m_console{standardInput,
+                                       {},
+                                       [this](std::string_view message) {
+                                           m_sink({Finding::Message, EXIT_FINE, 0.0, std::string(message)});
+                                       }},
+    m_loop(
+        m_console,
+        [this](const MemberFile& file, std::size_t i) {
+            Finding finding = FindingOf(CheckAsAsked(file, i, m_options), m_options);
+            const ExitCode code = finding.code;
+            m_sink(std::move(finding));
+            return code;
+        },
+        [this](const Refusal& refusal) {
+            m_sink({Finding::Refused, EXIT_BAD_INPUT, 0.0,
+                    m_options.format == Format::JSON_LINES ? RefusalLine(refusal) : std::string()});
+        })
+{}
+
+} // namespace Keltrix::App

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "CheckedMember.h"
+#include "commands/DesignCommands.h"
+#include "commands/EachMember.h"
+
+namespace Keltrix::App {
+
+/// What the check of members puts out, one piece after another in the order of the input.
+struct Finding {
+    enum Kind : char {
+        Member,  ///< a member that was checked
+        Refused, ///< a member or file that could not be
+        Message  ///< said about the input
+    };
+    Kind kind = Message;
+    ExitCode code = EXIT_FINE;
+    double utilisation = 0.0; ///< of a member
+    std::string text;         ///< a message, or what the output shows of the member: rendered text, table row, JSON
+};
+using FindingSink = std::function<void(Finding)>;
+
+/// What the output shows of a checked member.
+Finding FindingOf(const CheckedMember& checked, const CheckOptions& options);
+
+/// A member as the options want it to be checked. Throws BadInput as CheckMember does.
+CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOptions& options);
+
+/// Checks files and pieces of files, and hands over the findings as they come.
+class CheckLoop {
+public:
+    CheckLoop(const CheckOptions& options, std::istream& standardInput, FindingSink sink);
+    CheckLoop(const CheckLoop&) = delete;
+    CheckLoop& operator=(const CheckLoop&) = delete;
+
+    void UseFile(const std::string& path) { m_loop.UseFile(path); }
+    void UsePiece(const std::string& name, const MemberPiece& piece) { m_loop.UsePiece(name, piece); }
+    void Refuse(const Refusal& refusal) { m_loop.Refuse(refusal); }
+
+private:
+    const CheckOptions& m_options;
+    FindingSink m_sink;
+    Console m_console;
+    MemberLoop m_loop;
+};
+
+} // namespace Keltrix::App

@@ -1,0 +1,299 @@
+#include "commands/CheckJobs.h"
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <type_traits>
+
+#include "Workers.h"
+
+namespace Keltrix::App {
+
+namespace {
+
+// What a worker gets at once: enough members that the handing over does not count, few enough that all workers end at
+// about the same time.
+constexpr std::size_t REQUEST_BYTES = std::size_t(1) << 16;
+
+// --- Requests and replies as bytes, between copies of one process ---
+
+class Packer {
+public:
+    template <class Number>
+    void Put(Number number)
+    {
+        static_assert(std::is_trivially_copyable_v<Number>);
+        m_bytes.append(reinterpret_cast<const char*>(&number), sizeof number);
+    }
+    void PutText(std::string_view text)
+    {
+        Put(text.size());
+        m_bytes += text;
+    }
+    std::string Take() { return std::move(m_bytes); }
+
+private:
+    std::string m_bytes;
+};
+
+class Unpacker {
+public:
+    explicit Unpacker(std::string_view bytes) : m_bytes(bytes) {}
+
+    bool IsAtEnd() const { return m_bytes.empty(); }
+    template <class Number>
+    Number Get()
+    {
+        Number number;
+        std::memcpy(&number, m_bytes.data(), sizeof number);
+        m_bytes.remove_prefix(sizeof number);
+        return number;
+    }
+    std::string_view GetText()
+    {
+        const auto size = Get<std::size_t>();
+        const std::string_view text = m_bytes.substr(0, size);
+        m_bytes.remove_prefix(size);
+        return text;
+    }
+
+private:
+    std::string_view m_bytes;
+};
+
+// One thing to check, or to tell where nothing can be checked. A request is a sequence of them.
+struct Item {
+    enum Kind : char { File, Piece, Failure } kind = File;
+    std::size_t file = 0; // among the files of the command line
+    MemberPiece piece;
+    std::string message; // of a failure
+};
+
+void Pack(Packer& packer, const Item& item)
+{
+    packer.Put(item.kind);
+    packer.Put(item.file);
+    packer.PutText(item.piece.bytes);
+    packer.Put(item.piece.start);
+    packer.Put(item.piece.isBehindEnd);
+    packer.Put(item.piece.isWhole);
+    packer.Put(item.piece.isTooLarge);
+    packer.PutText(item.message);
+}
+
+Item UnpackItem(Unpacker& unpacker)
+{
+    Item item;
+    item.kind = unpacker.Get<Item::Kind>();
+    item.file = unpacker.Get<std::size_t>();
+    item.piece.bytes = unpacker.GetText();
+    item.piece.start = unpacker.Get<FilePlace>();
+    item.piece.isBehindEnd = unpacker.Get<bool>();
+    item.piece.isWhole = unpacker.Get<bool>();
+    item.piece.isTooLarge = unpacker.Get<bool>();
+    item.message = unpacker.GetText();
+    return item;
+}
+
+void Pack(Packer& packer, const Finding& finding)
+{
+    packer.Put(finding.kind);
+    packer.Put(finding.code);
+    packer.Put(finding.utilisation);
+    packer.PutText(finding.text);
+}
+
+Finding UnpackFinding(Unpacker& unpacker)
+{
+    Finding finding;
+    finding.kind = unpacker.Get<Finding::Kind>();
+    finding.code = unpacker.Get<ExitCode>();
+    finding.utilisation = unpacker.Get<double>();
+    finding.text = unpacker.GetText();
+    return finding;
+}
+
+// --- The input in requests ---
+
+// The names of small files, which workers read themselves; the pieces of large ones and of streams.
+class InputSource : public RequestSource {
+public:
+    InputSource(const std::vector<std::string>& files, std::istream& standardInput) :
+        m_files(files), m_standardInput(standardInput)
+    {}
+
+    Answer Next(std::string& request, bool mayWait) override
+    {
+        Packer packer;
+        std::size_t bytes = 0;
+        while (bytes < REQUEST_BYTES) {
+            if (!m_reader && m_next == m_files.size()) break;
+            if (!m_reader) {
+                const std::size_t size = SizeOfSmallFile(m_files[m_next]);
+                if (size > 0) {
+                    Item item;
+                    item.file = m_next++;
+                    Pack(packer, item);
+                    bytes += size;
+                    continue;
+                }
+                if (!Open(packer, bytes)) continue;
+            }
+            if (IsToBeWaitedFor()) {
+                if (bytes > 0) break;
+                if (!mayWait) return Answer::Later;
+            }
+            Read(packer, bytes);
+        }
+        if (bytes == 0) return Answer::End;
+        request = packer.Take();
+        return Answer::Request;
+    }
+
+    int Descriptor() const override { return STANDARD_INPUT_DESCRIPTOR; }
+
+private:
+    static constexpr int STANDARD_INPUT_DESCRIPTOR = 0;
+
+    // 0 for all that is to be read here: large files, streams, and what is no file.
+    static std::size_t SizeOfSmallFile(const std::string& path)
+    {
+        if (path == "-") return 0;
+        std::error_code error;
+        if (!std::filesystem::is_regular_file(path, error)) return 0;
+        const std::uintmax_t size = std::filesystem::file_size(path, error);
+        return !error && size <= REQUEST_BYTES ? std::max<std::size_t>(static_cast<std::size_t>(size), 1) : 0;
+    }
+
+    bool Open(Packer& packer, std::size_t& bytes)
+    {
+        try {
+            m_reader = std::make_unique<MemberPieceReader>(m_files[m_next], m_standardInput);
+            return true;
+        } catch (const BadInput& failure) {
+            Fail(packer, bytes, failure);
+            return false;
+        }
+    }
+
+    bool IsToBeWaitedFor() const
+    {
+        return m_files[m_next] == "-" && m_standardInput.rdbuf()->in_avail() <= 0 &&
+               !IsReadable(STANDARD_INPUT_DESCRIPTOR);
+    }
+
+    void Read(Packer& packer, std::size_t& bytes)
+    {
+        std::vector<MemberPiece> pieces;
+        try {
+            const bool goesOn = m_reader->Read(pieces);
+            for (MemberPiece& piece : pieces) {
+                bytes += piece.bytes.size() + 1;
+                Item item;
+                item.kind = Item::Piece;
+                item.file = m_next;
+                item.piece = std::move(piece);
+                Pack(packer, item);
+            }
+            if (goesOn) return;
+            m_reader.reset();
+            ++m_next;
+        } catch (const BadInput& failure) {
+            Fail(packer, bytes, failure);
+        }
+    }
+
+    void Fail(Packer& packer, std::size_t& bytes, const BadInput& failure)
+    {
+        Item item;
+        item.kind = Item::Failure;
+        item.file = m_next;
+        item.message = failure.what();
+        Pack(packer, item);
+        ++bytes;
+        m_reader.reset();
+        ++m_next;
+    }
+
+    const std::vector<std::string>& m_files;
+    std::istream& m_standardInput;
+    std::size_t m_next = 0; // the file that is being read, or the next one
+    std::unique_ptr<MemberPieceReader> m_reader;
+};
+
+// --- The findings from replies ---
+
+class FindingsFromReplies : public ReplySink {
+public:
+    FindingsFromReplies(const CheckOptions& options, std::istream& standardInput, const FindingSink& sink) :
+        m_options(options), m_sink(sink), m_loop(options, standardInput, sink)
+    {}
+
+    void Take(std::string_view reply) override
+    {
+        for (Unpacker unpacker(reply); !unpacker.IsAtEnd();)
+            m_sink(UnpackFinding(unpacker));
+    }
+
+    std::vector<std::string> Parts(std::string_view request) const override
+    {
+        std::vector<std::string> parts;
+        for (Unpacker unpacker(request); !unpacker.IsAtEnd();) {
+            Packer packer;
+            Pack(packer, UnpackItem(unpacker));
+            parts.push_back(packer.Take());
+        }
+        return parts;
+    }
+
+    void Lose(std::string_view request, const std::string& how) override
+    {
+        Unpacker unpacker(request);
+        const Item item = UnpackItem(unpacker);
+        const std::string name = NameOfInput(m_options.files[item.file]);
+        const LineNumber line = item.kind == Item::Piece ? item.piece.FirstLine() : 0;
+        const std::string place = line > 0 ? name + ':' + std::to_string(line) : name;
+        m_loop.Refuse({name, line, {}, {place + ": not checked, the process that was at work on it was " + how}});
+    }
+
+private:
+    const CheckOptions& m_options;
+    const FindingSink& m_sink;
+    CheckLoop m_loop;
+};
+
+// A worker's part: every item of a request into findings.
+std::string Reply(std::string_view request, const CheckOptions& options, std::istream& standardInput)
+{
+    Packer packer;
+    CheckLoop loop(options, standardInput, [&](const Finding& finding) { Pack(packer, finding); });
+    for (Unpacker unpacker(request); !unpacker.IsAtEnd();) {
+        const Item item = UnpackItem(unpacker);
+        const std::string& path = options.files[item.file];
+        switch (item.kind) {
+        case Item::File:
+            loop.UseFile(path);
+            break;
+        case Item::Piece:
+            loop.UsePiece(NameOfInput(path), item.piece);
+            break;
+        case Item::Failure:
+            loop.Refuse({NameOfInput(path), 0, {}, {item.message}});
+            break;
+        }
+    }
+    return packer.Take();
+}
+
+} // namespace
+
+void CheckInWorkers(const CheckOptions& options, int jobs, std::istream& standardInput, const FindingSink& sink)
+{
+    InputSource source(options.files, standardInput);
+    FindingsFromReplies replies(options, standardInput, sink);
+    RunInWorkers(jobs, source, replies,
+                 [&](std::string_view request) { return Reply(request, options, standardInput); });
+}
+
+} // namespace Keltrix::App
