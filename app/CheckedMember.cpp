@@ -50,16 +50,10 @@ Json OrNull(double value) { return std::isnan(value) ? Json() : Json(value); }
 
 Json EntryJson(const LedgerEntry& entry)
 {
-    return {{"rule", Wording(BS5950::RuleName(entry.rule))},
-            {"clause", Wording(entry.clause)},
-            {"status", Wording(BS5950::StatusName(entry.status))},
-            {"reason", Wording(entry.reason)},
-            {"start", entry.start},
-            {"end", entry.end},
-            {"utilisation", entry.utilisation},
-            {"symbol", Wording(entry.symbol)},
-            {"resistance", entry.resistance},
-            {"governing", entry.governing}};
+    return JsonObject("rule", Wording(BS5950::RuleName(entry.rule)), "clause", Wording(entry.clause), "status",
+                      Wording(BS5950::StatusName(entry.status)), "reason", Wording(entry.reason), "start", entry.start,
+                      "end", entry.end, "utilisation", entry.utilisation, "symbol", Wording(entry.symbol), "resistance",
+                      entry.resistance, "governing", entry.governing);
 }
 
 const char* PlaceName(BS5950::Place place)
@@ -82,39 +76,30 @@ Json LocalUtilisations(const CheckedMember& checked)
     const auto& positions = checked.member->Positions();
     for (std::size_t i = 0; i < positions.size(); ++i) {
         const int k = static_cast<int>(i) + 1;
-        list.push_back({{"position", positions[i].x},
-                        {"sub_span", positions[i].subSpan + 1},
-                        {"place", PlaceName(positions[i].place)},
-                        {"combined", result.UtilLocalCombined(k)},
-                        {"axial", result.UtilLocalAxial(k)},
-                        {"moment_major", result.UtilLocalMomMajor(k)},
-                        {"moment_minor", result.UtilLocalMomMinor(k)},
-                        {"shear_major", result.UtilLocalShearMajor(k)},
-                        {"shear_minor", result.UtilLocalShearMinor(k)},
-                        {"torsion", result.UtilLocalTorsion(k)}});
+        list.push_back(JsonObject("position", positions[i].x, "sub_span", positions[i].subSpan + 1, "place",
+                                  PlaceName(positions[i].place), "combined", result.UtilLocalCombined(k), "axial",
+                                  result.UtilLocalAxial(k), "moment_major", result.UtilLocalMomMajor(k), "moment_minor",
+                                  result.UtilLocalMomMinor(k), "shear_major", result.UtilLocalShearMajor(k),
+                                  "shear_minor", result.UtilLocalShearMinor(k), "torsion", result.UtilLocalTorsion(k)));
     }
     return list;
 }
 
 Json BucklingUtilisations(const CMemberResult& result)
 {
-    return {{"combined", result.UtilBucklingCombined()},
-            {"lateral_torsional", result.UtilBucklingLT()},
-            {"axial_major", result.UtilBucklingAxialMajor()},
-            {"axial_minor", result.UtilBucklingAxialMinor()},
-            {"axial_torsion", result.UtilBucklingAxialTorsion()},
-            {"axial_flexural_torsion", result.UtilBucklingAxialFlexuralTorsion()}};
+    return JsonObject("combined", result.UtilBucklingCombined(), "lateral_torsional", result.UtilBucklingLT(),
+                      "axial_major", result.UtilBucklingAxialMajor(), "axial_minor", result.UtilBucklingAxialMinor(),
+                      "axial_torsion", result.UtilBucklingAxialTorsion(), "axial_flexural_torsion",
+                      result.UtilBucklingAxialFlexuralTorsion());
 }
 
 Json LengthsJson(const std::map<int, SubspanEffectiveLengthData::Entry>& entries)
 {
     Json list = Json::array();
     for (const auto& [key, entry] : entries) {
-        list.push_back({{"start", entry.GetStartPosition()},
-                        {"end", entry.GetEndPosition()},
-                        {"effective_length", entry.GetEffectiveLength()},
-                        {"radius_of_gyration", entry.GetRadiusOfGyration()},
-                        {"slenderness", entry.GetSlendernessRatio()}});
+        list.push_back(JsonObject("start", entry.GetStartPosition(), "end", entry.GetEndPosition(), "effective_length",
+                                  entry.GetEffectiveLength(), "radius_of_gyration", entry.GetRadiusOfGyration(),
+                                  "slenderness", entry.GetSlendernessRatio()));
     }
     return list;
 }
@@ -134,15 +119,14 @@ const char* ResistanceSymbol(BS5950::BucklingMode mode)
 Json ResistancesJson(const BS5950::CSteelMemberBS5950& member)
 {
     const BS5950::ResistanceSummary r = member.Resistances();
-    Json spans = Json::array();
+    Json list = Json::array();
     for (const BS5950::SpanResult& span : member.Spans()) {
-        Json entry = {{"start", span.start}, {"end", span.end}};
         // A span that is held all along, or has no action to check, has no resistance.
-        entry[ResistanceSymbol(span.mode)] = span.resistance > 0.0 ? Json(span.resistance) : Json();
-        spans.push_back(std::move(entry));
+        list.push_back(JsonObject("start", span.start, "end", span.end, ResistanceSymbol(span.mode),
+                                  span.resistance > 0.0 ? Json(span.resistance) : Json()));
     }
-    return {{"Pz", OrNull(r.Pz)},   {"Pt", OrNull(r.Pt)},   {"Pvx", OrNull(r.Pvx)},     {"Pvy", OrNull(r.Pvy)},
-            {"Mcx", OrNull(r.Mcx)}, {"Mcy", OrNull(r.Mcy)}, {"spans", std::move(spans)}};
+    return JsonObject("Pz", OrNull(r.Pz), "Pt", OrNull(r.Pt), "Pvx", OrNull(r.Pvx), "Pvy", OrNull(r.Pvy), "Mcx",
+                      OrNull(r.Mcx), "Mcy", OrNull(r.Mcy), "spans", std::move(list));
 }
 
 } // namespace
@@ -231,17 +215,11 @@ std::string DescribeEntry(const LedgerEntry& entry)
 Json HeadlineJson(const CheckedMember& checked)
 {
     const LedgerEntry* const governing = checked.member->Checks().Governing();
-    return {{"file", checked.file},
-            {"line", checked.line},
-            {"title", checked.title},
-            {"section", checked.Section()},
-            {"grade", checked.Grade()},
-            {"status", checked.Status()},
-            {"overall", checked.result->UtilOverAll()},
-            {"governing", governing ? EntryJson(*governing) : Json()},
-            {"flags", FlagWords(checked.result->GetFlags())},
-            {"class", checked.member->SectionClass()},
-            {"design_strength", checked.member->DesignStrength()}};
+    return JsonObject("file", checked.file, "line", checked.line, "title", checked.title, "section", checked.Section(),
+                      "grade", checked.Grade(), "status", checked.Status(), "overall", checked.result->UtilOverAll(),
+                      "governing", governing ? EntryJson(*governing) : Json(), "flags",
+                      FlagWords(checked.result->GetFlags()), "class", checked.member->SectionClass(), "design_strength",
+                      checked.member->DesignStrength());
 }
 
 Json JsonOf(const CheckedMember& checked)
@@ -253,14 +231,14 @@ Json JsonOf(const CheckedMember& checked)
         checks.push_back(EntryJson(entry));
     Json assumptions = Json::array();
     for (const BS5950::Assumption& assumption : member.Assumptions())
-        assumptions.push_back({{"name", Wording(assumption.name)},
-                               {"text", Wording(assumption.text)},
-                               {"value", OrNull(assumption.value)}});
+        assumptions.push_back(JsonObject("name", Wording(assumption.name), "text", Wording(assumption.text), "value",
+                                         OrNull(assumption.value)));
     Json json = HeadlineJson(checked);
-    json["utilisation"] = {{"local", LocalUtilisations(checked)}, {"buckling", BucklingUtilisations(*checked.result)}};
-    json["effective_lengths"] = {{"major", LengthsJson(lengths.GetMajorAxisEntries())},
-                                 {"minor", LengthsJson(lengths.GetMinorAxisEntries())},
-                                 {"lateral_torsional", LengthsJson(lengths.GetLateralTorsionalEntries())}};
+    json["utilisation"] =
+        JsonObject("local", LocalUtilisations(checked), "buckling", BucklingUtilisations(*checked.result));
+    json["effective_lengths"] = JsonObject("major", LengthsJson(lengths.GetMajorAxisEntries()), "minor",
+                                           LengthsJson(lengths.GetMinorAxisEntries()), "lateral_torsional",
+                                           LengthsJson(lengths.GetLateralTorsionalEntries()));
     json["resistances"] = ResistancesJson(member);
     json["checks"] = std::move(checks);
     json["assumptions"] = std::move(assumptions);

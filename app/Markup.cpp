@@ -11,6 +11,9 @@ namespace Keltrix::App {
 
 namespace {
 
+// Stands for a "<" that begins no tag: a control character, of which no text that is shown holds any.
+constexpr char LITERAL_LESS = '\x02';
+
 enum class Tag { H4, H5, H6, Bold, Italic, Red, Orange, Blue, Table, AlignLeft, Align, TableWrap, TableBreak, Count };
 
 struct TagName {
@@ -92,8 +95,14 @@ private:
             }
             TakeText(text.substr(0, 1));
             return 1;
+        case LITERAL_LESS:
+            TakeText("<");
+            return 1;
         default:
-            const std::size_t length = std::min(text.find_first_of("\n\t<"), text.size());
+            const auto end = std::find_if(text.begin(), text.end(), [](char c) {
+                return c == '\n' || c == '\t' || c == '<' || c == LITERAL_LESS;
+            });
+            const auto length = static_cast<std::size_t>(end - text.begin());
             TakeText(text.substr(0, length));
             return length;
         }
@@ -212,5 +221,21 @@ private:
 } // namespace
 
 Document ReadMarkup(std::string_view markup) { return Reader().Read(markup); }
+
+std::string AsText(std::string_view utf8)
+{
+    std::string text = Printable(utf8);
+    std::replace(text.begin(), text.end(), '<', LITERAL_LESS);
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    std::replace(text.begin(), text.end(), '\t', ' ');
+    return text;
+}
+
+std::string RawMarkup(std::string_view markup)
+{
+    std::string text(markup);
+    std::replace(text.begin(), text.end(), LITERAL_LESS, '<');
+    return text;
+}
 
 } // namespace Keltrix::App

@@ -54,4 +54,11 @@ struct Document {
 
 Document ReadMarkup(std::string_view markup);
 
+/// A text of the user's, such as a title, for a place in mark-up in which it is to stand as it is: no tags are seen in it,
+/// and it ends no line and no cell.
+std::string AsText(std::string_view utf8);
+
+/// Mark-up as people write it, with "<" where AsText put something else.
+std::string RawMarkup(std::string_view markup);
+
 } // namespace Keltrix::App

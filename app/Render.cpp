@@ -321,7 +321,7 @@ std::string RenderHtml(Document document)
 
 std::string RenderMarkup(std::string_view markup, Rendering rendering)
 {
-    if (rendering == Rendering::Raw) return std::string(markup);
+    if (rendering == Rendering::Raw) return RawMarkup(markup);
     if (rendering == Rendering::Html) return RenderHtml(ReadMarkup(markup));
     return RenderText(ReadMarkup(markup), rendering == Rendering::Ansi);
 }

@@ -30,6 +30,15 @@ constexpr LeadByte ReadLeadByte(unsigned char byte)
     return {0, 0, 0};
 }
 
+// Characters that stand for themselves everywhere, and are most of all texts.
+constexpr bool IsPlain(char c) { return c >= 0x20 && c < 0x7F; }
+
+// The length of the run of such characters at the front.
+std::size_t PlainLength(std::string_view utf8)
+{
+    return static_cast<std::size_t>(std::find_if_not(utf8.begin(), utf8.end(), IsPlain) - utf8.begin());
+}
+
 constexpr bool IsControl(char32_t c) { return (c < 0x20 && c != '\n' && c != '\t') || (c >= 0x7F && c < 0xA0); }
 
 struct Range {
@@ -97,6 +106,10 @@ std::string Printable(std::string_view utf8)
     std::string result;
     result.reserve(utf8.size());
     while (!utf8.empty()) {
+        const std::size_t plain = PlainLength(utf8);
+        result += utf8.substr(0, plain);
+        utf8.remove_prefix(plain);
+        if (utf8.empty()) break;
         const auto [value, length] = FirstCodePoint(utf8);
         const bool isBad = IsControl(value) || (value == REPLACEMENT_POINT && length == 1);
         result += isBad ? REPLACEMENT : utf8.substr(0, length);
@@ -109,6 +122,10 @@ std::size_t DisplayWidth(std::string_view utf8)
 {
     std::size_t width = 0;
     while (!utf8.empty()) {
+        const std::size_t plain = PlainLength(utf8);
+        width += plain;
+        utf8.remove_prefix(plain);
+        if (utf8.empty()) break;
         const auto [value, length] = FirstCodePoint(utf8);
         if (!IsIn(COMBINING, value)) width += IsIn(WIDE, value) ? 2 : 1;
         utf8.remove_prefix(length);

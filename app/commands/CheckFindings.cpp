@@ -1,5 +1,6 @@
 #include "commands/CheckFindings.h"
 
+#include "Markup.h"
 #include "Text.h"
 
 namespace Keltrix::App {
@@ -13,7 +14,7 @@ std::string UtilText(double utilisation) { return Utf8(CDesFormat().Util(utilisa
 // One line in front of each report: what an engineer asks first.
 std::string Verdict(const CheckedMember& checked)
 {
-    return "<h4>" + checked.title + "</h4>\n" + checked.Section() + " in " + checked.Grade() + ": <b>" +
+    return "<h4>" + AsText(checked.title) + "</h4>\n" + checked.Section() + " in " + checked.Grade() + ": <b>" +
            Coloured(checked.Status()) + "</b>, utilisation <b>" + UtilText(checked.result->UtilOverAll()) +
            "</b>, governed by " + checked.Governing() + "\n";
 }
@@ -35,7 +36,7 @@ std::string TableRow(const CheckedMember& checked)
     return UtilText(checked.result->UtilOverAll()) + '\t' + status + '\t' + checked.Section() + '\t' + checked.Grade() +
            '\t' + std::to_string(checked.member->SectionClass()) + '\t' +
            (governing ? DescribeRule(*governing) : "nothing") + '\t' + (governing ? DescribePlace(*governing) : "") +
-           '\t' + checked.name + '\t' + checked.title + '\n';
+           '\t' + AsText(checked.name) + '\t' + AsText(checked.title) + '\n';
 }
 
 // The only line of a program's output for what gets no member's line.

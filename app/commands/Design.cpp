@@ -3,6 +3,7 @@
 
 #include "CheckedMember.h"
 #include "Fields.h"
+#include "Markup.h"
 #include "SectionCatalogue.h"
 #include "Text.h"
 #include "commands/DesignCommands.h"
@@ -96,7 +97,7 @@ std::string RowText(const Candidate& candidate, const char* verdict)
 
 std::string Markup(const std::string& title, const Choice& choice)
 {
-    std::string text = "<h4>" + title + "</h4>\n";
+    std::string text = "<h4>" + AsText(title) + "</h4>\n";
     text += choice.passing.empty() ? "<red>no section of the family passes</red>\n"
                                    : "<b>" + choice.passing.front().name + "</b> is the lightest section that passes\n";
     text += "<table>Section\tkg/m\tUtilisation\tVerdict\tGoverning\n";

@@ -1,3 +1,4 @@
+#include "Markup.h"
 #include "ReportMember.h"
 #include "Text.h"
 #include "commands/EachMember.h"
@@ -14,7 +15,7 @@ ExitCode ShowMember(const MemberFile& file, std::size_t i, const ShowOptions& op
     member.SetResult(&result);
     result.ClearStrings(); // no design code is at work whose name would stand there
     if (!member.Check()) throw BadInput(file.NameOf(i) + ": " + Utf8(result.GetVerbose()));
-    const std::string report = "<h4>" + Utf8(member.GetTitle()) + "</h4>\n" + Utf8(result.GetVerbose());
+    const std::string report = "<h4>" + AsText(Utf8(member.GetTitle())) + "</h4>\n" + Utf8(result.GetVerbose());
     console.out(RenderMarkup(report, options.rendering));
     return EXIT_FINE;
 }

@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "Json.h"
+#include "Markup.h"
 #include "SpanReport.h"
 #include "Text.h"
 #include "commands/EachMember.h"
@@ -212,7 +213,7 @@ ExitCode ShowSpans(const SpansOptions& options, const Console& console)
                                {"spans", std::move(list)}});
             return EXIT_FINE;
         }
-        std::string text = "<h4>" + title + "</h4>\nSpans between " + RuleText(split) + "\n";
+        std::string text = "<h4>" + AsText(title) + "</h4>\nSpans between " + RuleText(split) + "\n";
         for (std::size_t k = 0; k < spans.size(); ++k)
             text += SpanMarkup().Of(spans[k], k + 1);
         console.out(RenderMarkup(text, options.rendering));

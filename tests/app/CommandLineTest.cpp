@@ -45,6 +45,19 @@ TEST(CommandLine, BadUsageIsThree)
     }
 }
 
+TEST(CommandLine, ATitleIsNoMarkUp)
+{
+    const TestDirectory directory;
+    std::string text = GOOD_MEMBER;
+    text.replace(text.find("Floor beam"), 10, "<red>A</h4> <table>b");
+    const std::string file = directory.Write("a.csv", text);
+    for (const std::string& command : FILE_COMMANDS) {
+        if (command == "validate") continue;
+        EXPECT_THAT(RunKsteel(command + " --color always '" + file + "'").out, HasSubstr("<red>A</h4> <table>b"))
+            << command;
+    }
+}
+
 TEST(CommandLine, AnUnknownCommandIsToldWithTheKnownOnes)
 {
     const auto result = RunKsteel("frobnicate x");

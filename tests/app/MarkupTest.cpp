@@ -47,6 +47,16 @@ TEST(Markup, UnbalancedTagsEndWithTheirLine)
     EXPECT_EQ(Plain("</table></table>x\n<table>"), "x\n");
 }
 
+TEST(Markup, AUsersTextStandsAsItIs)
+{
+    const std::string title = "a <red>b</h4> & \t<table>\nc\x02";
+    EXPECT_EQ(RenderMarkup("<h4>" + AsText(title) + "</h4>\nx", Rendering::Plain),
+              "a <red>b</h4> &  <table> c\xEF\xBF\xBD\nx\n");
+    EXPECT_EQ(RenderMarkup(AsText("<b>"), Rendering::Ansi), "<b>\n");
+    EXPECT_EQ(RenderMarkup(AsText("<b>"), Rendering::Html), "<p>&lt;b&gt;</p>\n");
+    EXPECT_EQ(RenderMarkup(AsText("<b>"), Rendering::Raw), "<b>");
+}
+
 TEST(Markup, ControlCharactersNeverReachTheTerminal)
 {
     EXPECT_EQ(Plain("a\x1B]0;evil\x07z\r\n"), "a\xEF\xBF\xBD]0;evil\xEF\xBF\xBDz\xEF\xBF\xBD\n");
