@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <cstring>
 #include <list>
+#include <memory>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -27,7 +28,7 @@ int ProcessorCount() { return static_cast<int>(std::max(std::thread::hardware_co
 
 bool IsReadable(int) { return true; }
 
-void RunInWorkers(int, RequestSource&, ReplySink&, const std::function<std::string(std::string_view)>&)
+void RunInWorkers(int, RequestSource&, ReplySink&, const Work&)
 {
     throw BadUsage("--jobs: this system has no worker processes; run several programs instead");
 }
@@ -35,8 +36,6 @@ void RunInWorkers(int, RequestSource&, ReplySink&, const std::function<std::stri
 #else
 
 namespace {
-
-using Work = std::function<std::string(std::string_view)>;
 
 // Texts travel behind their length.
 using Length = std::uint64_t;
@@ -79,10 +78,14 @@ bool SendText(int descriptor, std::string_view text)
 {
     try {
         std::string request;
+        std::string reply;
         Length length = 0;
         while (ReadFully(requests, reinterpret_cast<char*>(&length), sizeof length)) {
             request.resize(length);
-            if (!ReadFully(requests, request.data(), request.size()) || !SendText(replies, work(request))) _exit(1);
+            if (!ReadFully(requests, request.data(), request.size())) _exit(1);
+            reply.clear();
+            work(request, reply);
+            if (!SendText(replies, reply)) _exit(1);
         }
     } catch (...) {
         _exit(1);
@@ -93,7 +96,8 @@ bool SendText(int descriptor, std::string_view text)
 struct Slot {
     enum State { Waiting, Running, Done, Lost } state = Waiting;
     std::string request;
-    std::string reply;
+    std::unique_ptr<char[]> reply; // a string would be filled with zeros first
+    Length replyLength = 0;
     std::string end; // of its last worker, where it is lost
     int attempts = 0;
 };
@@ -273,7 +277,7 @@ private:
         for (; !m_slots.empty(); m_slots.pop_front()) {
             const Slot& first = m_slots.front();
             if (first.state == Slot::Done)
-                m_sink.Take(first.reply);
+                m_sink.Take({first.reply.get(), first.replyLength});
             else if (first.state == Slot::Lost)
                 m_sink.Lose(first.request, first.end);
             else
@@ -301,23 +305,22 @@ private:
 
     void Receive(Worker& worker)
     {
-        std::string& reply = worker.slot->reply;
+        Slot& slot = *worker.slot;
         const std::size_t head = worker.head.size();
         const bool isInHead = worker.received < head;
-        const ssize_t got =
-            isInHead
-                ? read(worker.replies, worker.head.data() + worker.received, head - worker.received)
-                : read(worker.replies, reply.data() + worker.received - head, head + reply.size() - worker.received);
+        const ssize_t got = isInHead
+                                ? read(worker.replies, worker.head.data() + worker.received, head - worker.received)
+                                : read(worker.replies, slot.reply.get() + (worker.received - head),
+                                       head + slot.replyLength - worker.received);
         if (got < 0 && errno == EINTR) return;
         if (got <= 0) return Bury(worker);
         worker.received += static_cast<std::size_t>(got);
         if (isInHead && worker.received == head) {
-            Length length = 0;
-            std::memcpy(&length, worker.head.data(), head);
-            reply.resize(length);
+            std::memcpy(&slot.replyLength, worker.head.data(), head);
+            slot.reply = std::make_unique_for_overwrite<char[]>(slot.replyLength);
         }
-        if (worker.received < head || worker.received < head + reply.size()) return;
-        worker.slot->state = Slot::Done;
+        if (worker.received < head || worker.received < head + slot.replyLength) return;
+        slot.state = Slot::Done;
         worker.slot = nullptr;
         worker.received = 0;
     }
@@ -340,8 +343,7 @@ bool IsReadable(int descriptor)
     return poll(&asked, 1, 0) != 0;
 }
 
-void RunInWorkers(int count, RequestSource& source, ReplySink& sink,
-                  const std::function<std::string(std::string_view)>& work)
+void RunInWorkers(int count, RequestSource& source, ReplySink& sink, const Work& work)
 {
     Pool(count, source, sink, work).Run();
 }

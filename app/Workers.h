@@ -41,11 +41,13 @@ bool IsReadable(int descriptor);
 /// As many as the processors that this process may use, at least 1.
 int ProcessorCount();
 
+/// What a worker does: appends the reply to an empty text, which keeps its memory from one request to the next.
+using Work = std::function<void(std::string_view request, std::string& reply)>;
+
 /// Has requests turned into replies by `work` in `count` processes at once, which are copies of this one. Replies come in
 /// the order of the requests. At most a few requests for each worker are under way or wait for an earlier one, so that memory
 /// does not grow with their number. A worker that ends is replaced. Throws BadUsage where the system has no such
 /// processes, and BadInput where none can be started.
-void RunInWorkers(int count, RequestSource& source, ReplySink& sink,
-                  const std::function<std::string(std::string_view)>& work);
+void RunInWorkers(int count, RequestSource& source, ReplySink& sink, const Work& work);
 
 } // namespace Keltrix::App

@@ -26,8 +26,9 @@ struct Work {
     double items = 1.0;
     long iterations = 0;
     std::function<void()> prepare = nullptr;
+    bool wallClock = false; ///< for work of other processes, of which this one's processor time knows nothing
 };
-void SetItems(const std::string& name, double items);
+void SetWork(const std::string& name, const Work& work);
 
 /// Registers a benchmark. `operation` is called once in every iteration and answers what must not be optimised away.
 template <class Operation>
@@ -39,7 +40,8 @@ void Measure(const std::string& name, Operation operation, Work work = {})
             benchmark::DoNotOptimize(operation());
     });
     if (work.iterations > 0) registered->Iterations(work.iterations);
-    SetItems(name, work.items);
+    if (work.wallClock) registered->UseRealTime();
+    SetWork(name, work);
 }
 
 /// A figure beside its own floor.
@@ -59,5 +61,6 @@ void RegisterSections();
 void RegisterSpans();
 void RegisterResults();
 void RegisterChecks();
+void RegisterBatches();
 
 } // namespace Keltrix::Bench

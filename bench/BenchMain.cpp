@@ -18,10 +18,10 @@ std::vector<Comparison>& Comparisons()
     return comparisons;
 }
 
-std::map<std::string, double>& Items()
+std::map<std::string, Work>& Works()
 {
-    static std::map<std::string, double> items;
-    return items;
+    static std::map<std::string, Work> works;
+    return works;
 }
 
 /// Keeps one time for each benchmark: the median of the repetitions, or the only one.
@@ -39,7 +39,9 @@ public:
             const bool isAggregate = run.run_type == Run::RT_Aggregate;
             if (isAggregate ? run.aggregate_name != "median" : run.repetitions > 1) continue;
             const std::string& name = run.run_name.function_name;
-            m_nanoseconds[name] = run.GetAdjustedCPUTime() / Items().at(name);
+            const Work& work = Works().at(name);
+            const double time = work.wallClock ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
+            m_nanoseconds[name] = time / work.items;
         }
     }
 
@@ -74,9 +76,9 @@ private:
 
 void Compare(Comparison comparison) { Comparisons().push_back(std::move(comparison)); }
 
-void SetItems(const std::string& name, double items)
+void SetWork(const std::string& name, const Work& work)
 {
-    if (!Items().emplace(name, items).second) throw std::logic_error("two benchmarks are called " + name);
+    if (!Works().emplace(name, work).second) throw std::logic_error("two benchmarks are called " + name);
 }
 
 } // namespace Keltrix::Bench
@@ -95,6 +97,9 @@ int main(int argc, char** argv)
         RegisterResults();
 #ifdef KELTRIX_BENCH_EXAMPLES
         RegisterChecks();
+#endif
+#ifdef KELTRIX_BENCH_KSTEEL
+        RegisterBatches();
 #endif
         RatioReporter reporter;
         if (benchmark::RunSpecifiedBenchmarks(&reporter) == 0) return EXIT_FAILURE;

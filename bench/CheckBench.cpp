@@ -3,15 +3,13 @@
 
 #include "Bench.h"
 
-#include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "Examples.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
 
 namespace Keltrix::Bench {
@@ -23,22 +21,9 @@ using BS5950::CSteelMemberBS5950;
 
 CString ReadText(const std::filesystem::path& path)
 {
-    std::ifstream file(path, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-    const auto text = CString::FromUtf8(bytes);
-    if (!file || !text) throw std::runtime_error("cannot read " + path.string());
+    const auto text = CString::FromUtf8(ReadBytes(path));
+    if (!text) throw std::runtime_error("no text: " + path.string());
     return *text;
-}
-
-/// The files of the examples, in the order of their names.
-std::vector<std::filesystem::path> ExampleFiles()
-{
-    std::vector<std::filesystem::path> files;
-    for (const auto& entry : std::filesystem::directory_iterator(KELTRIX_BENCH_EXAMPLES))
-        if (entry.path().extension() == ".csv") files.push_back(entry.path());
-    std::sort(files.begin(), files.end());
-    if (files.empty()) throw std::runtime_error("there are no example members");
-    return files;
 }
 
 std::shared_ptr<CSteelMemberBS5950> MakeMember(const CString& text)

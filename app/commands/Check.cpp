@@ -16,7 +16,7 @@ public:
         m_options(options), m_console(console), m_progress(console.progress)
     {}
 
-    void Put(Finding finding)
+    void Put(const Finding& finding)
     {
         m_worst = Worse(m_worst, finding.code);
         if (finding.kind == Finding::Message) {
@@ -24,7 +24,7 @@ public:
             m_console.err(finding.text);
             return;
         }
-        if (!finding.text.empty()) PutText(std::move(finding));
+        if (!finding.text.empty()) PutText(finding);
         m_progress.Count(finding.code);
     }
 
@@ -43,11 +43,11 @@ private:
         std::string text;
     };
 
-    void PutText(Finding finding)
+    void PutText(const Finding& finding)
     {
         const bool isTable = m_options.format == Format::TABLE && m_options.report == "table";
         if (isTable) {
-            m_rows.push_back({finding.utilisation, std::move(finding.text)});
+            m_rows.push_back({finding.utilisation, std::string(finding.text)});
             return;
         }
         m_progress.Clear();
@@ -96,7 +96,7 @@ ExitCode CheckEnvelope(const CheckOptions& options, const Console& console)
     // A case that is missing would make the envelope look better than it is.
     if (code == EXIT_BAD_INPUT || cases.empty()) return code;
     CheckOutput output(options, console);
-    output.Put(FindingOf(OneEnvelope(std::move(cases)), options));
+    PutMember(OneEnvelope(std::move(cases)), options, [&](const Finding& finding) { output.Put(finding); });
     return output.Finish();
 }
 
@@ -110,7 +110,7 @@ ExitCode Check(const CheckOptions& options, const Console& console)
     if (options.envelope) return CheckEnvelope(options, console);
 
     CheckOutput output(options, console);
-    const FindingSink put = [&](Finding finding) { output.Put(std::move(finding)); };
+    const FindingSink put = [&](const Finding& finding) { output.Put(finding); };
     const int jobs = options.jobs == 0 ? ProcessorCount() : options.jobs;
     if (jobs > 1) {
         CheckInWorkers(options, jobs, console.in, put);

@@ -64,10 +64,12 @@ std::string TextOf(const CheckedMember& checked, const CheckOptions& options)
 
 } // namespace
 
-Finding FindingOf(const CheckedMember& checked, const CheckOptions& options)
+ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, const FindingSink& sink)
 {
-    return {Finding::Member, checked.Status() == "pass" ? EXIT_FINE : EXIT_MEMBER_FAILS, checked.result->UtilOverAll(),
-            TextOf(checked, options)};
+    const ExitCode code = checked.Status() == "pass" ? EXIT_FINE : EXIT_MEMBER_FAILS;
+    const std::string text = TextOf(checked, options);
+    sink({Finding::Member, code, checked.result->UtilOverAll(), text});
+    return code;
 }
 
 CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOptions& options)
@@ -77,23 +79,20 @@ CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOpt
 }
 
 CheckLoop::CheckLoop(const CheckOptions& options, std::istream& standardInput, FindingSink sink) :
-    m_options(options),
-    m_sink(std::move(sink)), m_console{standardInput,
-                                       {},
-                                       [this](std::string_view message) {
-                                           m_sink({Finding::Message, EXIT_FINE, 0.0, std::string(message)});
-                                       }},
+    m_options(options), m_sink(std::move(sink)), m_console{standardInput,
+                                                           {},
+                                                           [this](std::string_view message) {
+                                                               m_sink({Finding::Message, EXIT_FINE, 0.0, message});
+                                                           },
+                                                           {}},
     m_loop(
         m_console,
         [this](const MemberFile& file, std::size_t i) {
-            Finding finding = FindingOf(CheckAsAsked(file, i, m_options), m_options);
-            const ExitCode code = finding.code;
-            m_sink(std::move(finding));
-            return code;
+            return PutMember(CheckAsAsked(file, i, m_options), m_options, m_sink);
         },
         [this](const Refusal& refusal) {
-            m_sink({Finding::Refused, EXIT_BAD_INPUT, 0.0,
-                    m_options.format == Format::JSON_LINES ? RefusalLine(refusal) : std::string()});
+            const std::string line = m_options.format == Format::JSON_LINES ? RefusalLine(refusal) : std::string();
+            m_sink({Finding::Refused, EXIT_BAD_INPUT, 0.0, line});
         })
 {}
 

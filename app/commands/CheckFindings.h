@@ -20,12 +20,13 @@ struct Finding {
     Kind kind = Message;
     ExitCode code = EXIT_FINE;
     double utilisation = 0.0; ///< of a member
-    std::string text;         ///< a message, or what the output shows of the member: rendered text, table row, JSON
+    /// A message, or what the output shows of the member: rendered text, table row, JSON. Gone after the sink has seen it.
+    std::string_view text;
 };
-using FindingSink = std::function<void(Finding)>;
+using FindingSink = std::function<void(const Finding&)>;
 
-/// What the output shows of a checked member.
-Finding FindingOf(const CheckedMember& checked, const CheckOptions& options);
+/// Hands over what the output shows of a checked member, and answers its exit code.
+ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, const FindingSink& sink);
 
 /// A member as the options want it to be checked. Throws BadInput as CheckMember does.
 CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOptions& options);

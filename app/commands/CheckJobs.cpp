@@ -20,6 +20,8 @@ constexpr std::size_t REQUEST_BYTES = std::size_t(1) << 16;
 
 class Packer {
 public:
+    explicit Packer(std::string& bytes) : m_bytes(bytes) {}
+
     template <class Number>
     void Put(Number number)
     {
@@ -31,10 +33,9 @@ public:
         Put(text.size());
         m_bytes += text;
     }
-    std::string Take() { return std::move(m_bytes); }
 
 private:
-    std::string m_bytes;
+    std::string& m_bytes;
 };
 
 class Unpacker {
@@ -125,7 +126,8 @@ public:
 
     Answer Next(std::string& request, bool mayWait) override
     {
-        Packer packer;
+        request.clear();
+        Packer packer(request);
         std::size_t bytes = 0;
         while (bytes < REQUEST_BYTES) {
             if (!m_reader && m_next == m_files.size()) break;
@@ -146,9 +148,7 @@ public:
             }
             Read(packer, bytes);
         }
-        if (bytes == 0) return Answer::End;
-        request = packer.Take();
-        return Answer::Request;
+        return bytes > 0 ? Answer::Request : Answer::End;
     }
 
     int Descriptor() const override { return STANDARD_INPUT_DESCRIPTOR; }
@@ -240,9 +240,8 @@ public:
     {
         std::vector<std::string> parts;
         for (Unpacker unpacker(request); !unpacker.IsAtEnd();) {
-            Packer packer;
+            Packer packer(parts.emplace_back());
             Pack(packer, UnpackItem(unpacker));
-            parts.push_back(packer.Take());
         }
         return parts;
     }
@@ -264,9 +263,9 @@ private:
 };
 
 // A worker's part: every item of a request into findings.
-std::string Reply(std::string_view request, const CheckOptions& options, std::istream& standardInput)
+void MakeReply(std::string_view request, std::string& reply, const CheckOptions& options, std::istream& standardInput)
 {
-    Packer packer;
+    Packer packer(reply);
     CheckLoop loop(options, standardInput, [&](const Finding& finding) { Pack(packer, finding); });
     for (Unpacker unpacker(request); !unpacker.IsAtEnd();) {
         const Item item = UnpackItem(unpacker);
@@ -283,7 +282,6 @@ std::string Reply(std::string_view request, const CheckOptions& options, std::is
             break;
         }
     }
-    return packer.Take();
 }
 
 } // namespace
@@ -292,8 +290,9 @@ void CheckInWorkers(const CheckOptions& options, int jobs, std::istream& standar
 {
     InputSource source(options.files, standardInput);
     FindingsFromReplies replies(options, standardInput, sink);
-    RunInWorkers(jobs, source, replies,
-                 [&](std::string_view request) { return Reply(request, options, standardInput); });
+    RunInWorkers(jobs, source, replies, [&](std::string_view request, std::string& reply) {
+        MakeReply(request, reply, options, standardInput);
+    });
 }
 
 } // namespace Keltrix::App

@@ -57,12 +57,11 @@ private:
     std::vector<std::string> m_requests;
 };
 
-std::string Echo(std::string_view request)
+void Echo(std::string_view request, std::string& reply)
 {
-    std::string reply(1, '<');
+    reply += '<';
     reply += request;
     reply += '>';
-    return reply;
 }
 
 TEST(Workers, RepliesComeInTheOrderOfRequests)
@@ -71,14 +70,14 @@ TEST(Workers, RepliesComeInTheOrderOfRequests)
     std::vector<std::string> replies;
     for (int i = 0; i < 500; ++i) {
         requests.push_back(std::to_string(i));
-        replies.push_back(Echo(requests.back()));
+        Echo(requests.back(), replies.emplace_back());
     }
     for (const int count : {1, 2, 7}) {
         Words words(requests);
-        RunInWorkers(count, words, words, [](std::string_view request) {
+        RunInWorkers(count, words, words, [](std::string_view request, std::string& reply) {
             // The first of seven takes longest.
             if (std::stoi(std::string(request)) % 7 == 0) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-            return Echo(request);
+            Echo(request, reply);
         });
         EXPECT_EQ(words.replies, replies) << count;
         EXPECT_LE(words.most, 4u * static_cast<std::size_t>(count)) << "memory is bounded";
@@ -96,16 +95,16 @@ TEST(Workers, LargeAndEmptyTextsPass)
 {
     const std::string large(5 << 20, 'x');
     Words words({large, "", large});
-    RunInWorkers(2, words, words, [](std::string_view request) { return std::string(request); });
+    RunInWorkers(2, words, words, [](std::string_view request, std::string& reply) { reply = request; });
     EXPECT_THAT(words.replies, ElementsAre(large, "", large));
 }
 
 TEST(Workers, TheWorkIsSharedAmongProcesses)
 {
     Words words({"a", "b", "c", "d", "e", "f"});
-    RunInWorkers(3, words, words, [](std::string_view) {
+    RunInWorkers(3, words, words, [](std::string_view, std::string& reply) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        return std::to_string(getpid());
+        reply = std::to_string(getpid());
     });
     std::set<std::string> processes(words.replies.begin(), words.replies.end());
     EXPECT_EQ(processes.size(), 3u);
@@ -115,10 +114,10 @@ TEST(Workers, TheWorkIsSharedAmongProcesses)
 TEST(Workers, OneThatEndsLosesOnlyWhatItCannotDo)
 {
     Words words({"a b", "c killer d", "e", "leaver", "f"});
-    RunInWorkers(2, words, words, [](std::string_view request) {
+    RunInWorkers(2, words, words, [](std::string_view request, std::string& reply) {
         if (request.find("killer") != std::string_view::npos) std::raise(SIGKILL);
         if (request.find("leaver") != std::string_view::npos) _exit(7);
-        return Echo(request);
+        Echo(request, reply);
     });
     EXPECT_THAT(words.replies, ElementsAre("<a b>", "<c>", "lost killer: killed by signal 9", "<d>", "<e>",
                                            "lost leaver: ended with exit code 7", "<f>"));
@@ -127,9 +126,9 @@ TEST(Workers, OneThatEndsLosesOnlyWhatItCannotDo)
 TEST(Workers, WorkThatThrowsEndsItsWorkerAndNothingElse)
 {
     Words words({"a", "b", "c"});
-    RunInWorkers(1, words, words, [](std::string_view request) {
+    RunInWorkers(1, words, words, [](std::string_view request, std::string& reply) {
         if (request == "b") throw std::runtime_error("no");
-        return Echo(request);
+        Echo(request, reply);
     });
     EXPECT_THAT(words.replies, ElementsAre("<a>", "lost b: ended with exit code 1", "<c>"));
 }
