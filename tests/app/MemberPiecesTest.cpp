@@ -7,29 +7,16 @@
 
 #include "AppSupport.h"
 #include "Failure.h"
-#include "MemberFile.h"
-#include "Text.h"
+#include "PieceFindings.h"
 
 namespace Keltrix::App {
 namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using Trial::CutInPieces;
 using Trial::GOOD_MEMBER;
 using Trial::TestDirectory;
-
-std::vector<MemberPiece> Cut(const std::string& text, std::size_t step = std::string::npos)
-{
-    MemberCutter cutter;
-    std::vector<MemberPiece> pieces;
-    for (std::size_t at = 0; at < text.size(); at += std::min(step, text.size())) {
-        cutter.Add(std::string_view(text).substr(at, step));
-        while (auto piece = cutter.Next())
-            pieces.push_back(*piece);
-    }
-    if (auto rest = cutter.Rest()) pieces.push_back(*rest);
-    return pieces;
-}
 
 std::vector<std::string> TextsOf(const std::vector<MemberPiece>& pieces)
 {
@@ -41,7 +28,7 @@ std::vector<std::string> TextsOf(const std::vector<MemberPiece>& pieces)
 
 TEST(MemberCutter, APieceEndsBehindEachEndLine)
 {
-    const std::vector<MemberPiece> pieces = Cut(GOOD_MEMBER + "\n\n" + GOOD_MEMBER + GOOD_MEMBER);
+    const std::vector<MemberPiece> pieces = CutInPieces(GOOD_MEMBER + "\n\n" + GOOD_MEMBER + GOOD_MEMBER);
     EXPECT_THAT(TextsOf(pieces), ElementsAre(GOOD_MEMBER, "\n\n" + GOOD_MEMBER, GOOD_MEMBER));
     EXPECT_EQ(pieces[0].FirstLine(), 1);
     EXPECT_EQ(pieces[1].FirstLine(), 19);
@@ -66,10 +53,10 @@ TEST(MemberCutter, APieceIsThereAsSoonAsItsEndLineIs)
 TEST(MemberCutter, TheSameHoweverTheBytesCome)
 {
     const std::string text = "remark\n" + GOOD_MEMBER + "\r\n" + GOOD_MEMBER + "rest";
-    const std::vector<std::string> whole = TextsOf(Cut(text));
+    const std::vector<std::string> whole = TextsOf(CutInPieces(text));
     ASSERT_EQ(whole.size(), 3u);
     for (const std::size_t step : {1, 2, 3, 7, 64, 1000}) {
-        const std::vector<MemberPiece> pieces = Cut(text, step);
+        const std::vector<MemberPiece> pieces = CutInPieces(text, step);
         EXPECT_EQ(TextsOf(pieces), whole) << step;
         EXPECT_EQ(pieces[2].FirstLine(), 39) << step;
     }
@@ -78,11 +65,11 @@ TEST(MemberCutter, TheSameHoweverTheBytesCome)
 TEST(MemberCutter, AnEndLineIsKnownAsTheReaderKnowsIt)
 {
     for (const char* end : {"END\n", "end\n", "END\r\n", " \tEnd \t\n", "END,x\n", "eNd ,\r\n"})
-        EXPECT_EQ(Cut(std::string("MEMBERPOINT,1\n") + end + "x\n").size(), 2u) << end;
+        EXPECT_EQ(CutInPieces(std::string("MEMBERPOINT,1\n") + end + "x\n").size(), 2u) << end;
     for (const char* other : {"ENDE\n", "EN D\n", "END\r\r\n", "\"END\"\n", "x,END\n",
                               "\xC2\xA0"
                               "END\n"})
-        EXPECT_EQ(Cut(std::string("MEMBERPOINT,1\n") + other + "x\n").size(), 1u) << other;
+        EXPECT_EQ(CutInPieces(std::string("MEMBERPOINT,1\n") + other + "x\n").size(), 1u) << other;
 }
 
 // Behind these lines the reader takes the next one whatever it is.
@@ -93,15 +80,15 @@ TEST(MemberCutter, AnEndLineThatTheReaderPassesOverEndsNothing)
         std::string text = GOOD_MEMBER;
         const std::size_t at = text.find(line) + std::string(line).size();
         text.insert(at, "END\n");
-        EXPECT_THAT(TextsOf(Cut(text + GOOD_MEMBER)), ElementsAre(text, GOOD_MEMBER)) << line;
+        EXPECT_THAT(TextsOf(CutInPieces(text + GOOD_MEMBER)), ElementsAre(text, GOOD_MEMBER)) << line;
     }
 }
 
 TEST(MemberCutter, OnlyBlankLinesBehindTheLastMemberAreNoPiece)
 {
-    EXPECT_EQ(Cut(GOOD_MEMBER + " \n\t\r\n\n").size(), 1u);
-    EXPECT_THAT(TextsOf(Cut(GOOD_MEMBER + "\nx")), ElementsAre(GOOD_MEMBER, "\nx"));
-    EXPECT_THAT(TextsOf(Cut("\n \n")), ElementsAre("\n \n")) << "a file without a member is to be told";
+    EXPECT_EQ(CutInPieces(GOOD_MEMBER + " \n\t\r\n\n").size(), 1u);
+    EXPECT_THAT(TextsOf(CutInPieces(GOOD_MEMBER + "\nx")), ElementsAre(GOOD_MEMBER, "\nx"));
+    EXPECT_THAT(TextsOf(CutInPieces("\n \n")), ElementsAre("\n \n")) << "a file without a member is to be told";
 }
 
 TEST(MemberCutter, WhatIsTooLargeIsToldOnceAndTheNextMemberIsFound)
@@ -160,7 +147,7 @@ TEST(MemberPieceReader, AnEmptyFileIsRefused)
 
 TEST(MemberFile, FaultsOfAPieceAreToldWithThePlaceInTheFile)
 {
-    const std::vector<MemberPiece> pieces = Cut(GOOD_MEMBER + GOOD_MEMBER.substr(0, 18) + "\xE9\n");
+    const std::vector<MemberPiece> pieces = CutInPieces(GOOD_MEMBER + GOOD_MEMBER.substr(0, 18) + "\xE9\n");
     ASSERT_EQ(pieces.size(), 2u);
     try {
         const MemberFile file("f.csv", pieces[1]);
@@ -182,7 +169,7 @@ TEST(MemberFile, FaultsOfAPieceAreToldWithThePlaceInTheFile)
 
 TEST(MemberFile, AMarkInFrontOfAFileThatWasAppendedIsDropped)
 {
-    const std::vector<MemberPiece> pieces = Cut(GOOD_MEMBER + "\xEF\xBB\xBF" + GOOD_MEMBER);
+    const std::vector<MemberPiece> pieces = CutInPieces(GOOD_MEMBER + "\xEF\xBB\xBF" + GOOD_MEMBER);
     ASSERT_EQ(pieces.size(), 2u);
     const MemberFile file("f.csv", pieces[1]);
     ASSERT_EQ(file.MemberCount(), 1u);
@@ -193,35 +180,16 @@ TEST(MemberFile, AMarkInFrontOfAFileThatWasAppendedIsDropped)
 
 // --- The pieces against the whole ---
 
-struct Findings {
-    std::vector<std::string> members;
-    std::vector<std::string> defects;
-};
-
-void Collect(const MemberFile& file, Findings& findings)
-{
-    for (std::size_t i = 0; i < file.MemberCount(); ++i) {
-        const MemberText& member = file.Member(i);
-        findings.members.push_back(std::to_string(member.firstLine) + (member.isRefused ? " refused " : " ") +
-                                   (member.hasErrors ? "errors " : "") + Utf8(member.text));
-    }
-    for (const Defect& defect : file.Check().defects) {
-        // Lines between members are told once up to each END line.
-        if (defect.expected != "nothing, or the TITLE line of another member")
-            findings.defects.push_back(defect.Text("f"));
-    }
-}
-
 // Answers the number of pieces, so that a test can count.
 std::size_t ExpectPiecesLikeTheWhole(const std::string& text)
 {
     std::istringstream in(text);
-    Findings whole;
-    Collect(MemberFile::Read("-", in), whole);
-    Findings pieced;
-    const std::vector<MemberPiece> pieces = Cut(text);
+    Trial::PieceFindings whole;
+    whole.Add(MemberFile::Read("-", in));
+    Trial::PieceFindings pieced;
+    const std::vector<MemberPiece> pieces = CutInPieces(text);
     for (const MemberPiece& piece : pieces)
-        Collect(MemberFile("standard input", piece), pieced);
+        pieced.Add(MemberFile("standard input", piece));
     EXPECT_EQ(whole.members, pieced.members) << text;
     EXPECT_EQ(whole.defects, pieced.defects) << text;
     return pieces.size();

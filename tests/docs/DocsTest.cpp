@@ -73,9 +73,9 @@ Document ReadDocument(const fs::path& path)
 
 std::string OutputOf(const std::string& command)
 {
-    const std::string line = "cd '" + SOURCE_DIR.string() + "' && ksteel() { '" KELTRIX_KSTEEL "' \"$@\"; } && " +
-                             "host_example() { '" KELTRIX_EXAMPLES_DIR "/host_example' \"$@\"; } && " +
-                             "module_example() { '" KELTRIX_EXAMPLES_DIR "/module_example' \"$@\"; } && { " + command +
+    // On the path, where the shells that a command starts find them, too.
+    const std::string line = "cd '" + SOURCE_DIR.string() +
+                             "' && PATH='" KELTRIX_KSTEEL_DIR ":" KELTRIX_EXAMPLES_DIR "':\"$PATH\" && { " + command +
                              "\n} 2>&1";
     FILE* const pipe = popen(line.c_str(), "r");
     if (pipe == nullptr) return "cannot start a shell";
@@ -99,18 +99,25 @@ std::vector<fs::path> Documents()
 
 TEST(Docs, EveryCommandPrintsWhatTheDocumentsSay)
 {
+    const bool hasParallel = !OutputOf("command -v parallel").empty();
     int commands = 0;
+    int left = 0;
     for (const fs::path& path : Documents()) {
         for (const Command& command : ReadDocument(path).commands) {
             std::string text = command.text;
             if (text == "./test" || text == "./run") continue; // set up a machine; the gates run them
             if (text.rfind("./run ", 0) == 0) text = "ksteel " + text.substr(6);
+            if (!hasParallel && text.find("parallel --") != std::string::npos) {
+                ++left;
+                continue;
+            }
             ++commands;
             EXPECT_EQ(OutputOf(text), command.expected)
                 << path.filename().string() << ":" << command.line << ": " << command.text;
         }
     }
     EXPECT_GE(commands, 10) << "the documents show the tool at work";
+    if (left > 0) GTEST_SKIP() << left << " commands were left out: GNU parallel is not installed";
 }
 
 TEST(Docs, CodeInTheDocumentsIsCompiled)
