@@ -4,8 +4,30 @@
 #include <cmath>
 
 #include "keltrix/steel/MemberLayout.h"
+#include "member/Envelope.h"
 
 namespace Keltrix::Steel {
+
+/// The major-axis moments (Myy) of the extreme forces of a span, at their left and at their right end: what MaxForces and
+/// MinForces find, gathered sub-span by sub-span in the pass of another.
+struct MajorMomentExtremes {
+    double maxLeft;
+    double maxRight;
+    double minLeft;
+    double minRight;
+
+    MajorMomentExtremes(const CSubSpan& max, const CSubSpan& min) :
+        maxLeft(max.GetMomentsLeft().y), maxRight(max.GetMomentsRight().y), minLeft(min.GetMomentsLeft().y),
+        minRight(min.GetMomentsRight().y)
+    {}
+    void Consider(const CSubSpan& subSpan)
+    {
+        maxLeft = LargerOrFirst(maxLeft, subSpan.GetMomentsLeft().y);
+        maxRight = LargerOrFirst(maxRight, subSpan.GetMomentsRight().y);
+        minLeft = SmallerOrFirst(minLeft, subSpan.GetMomentsLeft().y);
+        minRight = SmallerOrFirst(minRight, subSpan.GetMomentsRight().y);
+    }
+};
 
 /// Extremes of the major-axis moment (Myy) over a span and the tolerance within which a moment counts as none: 1 N·m or one
 /// percent of the larger extreme. Shared by the moment reversal of a span and the buckling sense, which compare with it
@@ -15,16 +37,14 @@ struct MajorMomentRange {
     double smallest;
     double tolerance;
 
-    explicit MajorMomentRange(const CSpan& span) : MajorMomentRange(span.MaxForces(), span.MinForces()) {}
+    explicit MajorMomentRange(const CSpan& span) :
+        MajorMomentRange(MajorMomentExtremes(span.MaxForces(), span.MinForces()))
+    {}
 
-    MajorMomentRange(const CSubSpan& max, const CSubSpan& min)
+    explicit MajorMomentRange(const MajorMomentExtremes& extremes) :
+        largest(LargerOrFirst(extremes.maxLeft, extremes.maxRight)),
+        smallest(SmallerOrFirst(extremes.minLeft, extremes.minRight))
     {
-        const double maxLeft = max.GetMomentsLeft().y;
-        const double maxRight = max.GetMomentsRight().y;
-        const double minLeft = min.GetMomentsLeft().y;
-        const double minRight = min.GetMomentsRight().y;
-        largest = maxRight > maxLeft ? maxRight : maxLeft;
-        smallest = minLeft > minRight ? minRight : minLeft;
         tolerance = std::max(1.0, 0.01 * std::max(std::fabs(smallest), std::fabs(largest)));
     }
 };

@@ -164,8 +164,9 @@ bool CSpan::IsDestabilized() const
 
 CRestraint CSpan::ContinuousRestraint() const
 {
-    const auto first = static_cast<std::size_t>(m_iLeft);
-    CRestraint restraint = first < m_pSubSpans->size() ? (*m_pSubSpans)[first].GetRestraint() : CRestraint();
+    const auto place = static_cast<std::size_t>(m_iLeft);
+    const CSubSpan first = place < m_pSubSpans->size() ? (*m_pSubSpans)[place] : CSubSpan();
+    CRestraint restraint = first.GetRestraint();
 
     // Only the two end sub-spans take part: kept for compatibility.
     int flag = 0;
@@ -177,13 +178,17 @@ CRestraint CSpan::ContinuousRestraint() const
     Vec3<double> moment(0.0, 0.0, 0.0);
     LoadHeightOfLargestMagnitude atPoints(Point(m_iLeft).GetRestraint());
     LoadHeightOfLargestMagnitude alongSubSpans{CRestraint()};
+    // The extremes of MaxForces and MinForces, in the same pass: a long span does not fit into the cache.
+    MajorMomentExtremes extremes(first, first);
     for (int i = m_iLeft; i < m_iRight; ++i) {
-        force = Sum(force, Mean(SubSpan(i).GetForcesLeft(), SubSpan(i).GetForcesRight()));
-        moment = Sum(moment, Mean(SubSpan(i).GetMomentsLeft(), SubSpan(i).GetMomentsRight()));
+        const CSubSpan& subSpan = SubSpan(i);
+        force = Sum(force, Mean(subSpan.GetForcesLeft(), subSpan.GetForcesRight()));
+        moment = Sum(moment, Mean(subSpan.GetMomentsLeft(), subSpan.GetMomentsRight()));
+        extremes.Consider(subSpan);
         atPoints.Consider(Point(i + 1).GetRestraint());
-        alongSubSpans.Consider(SubSpan(i).GetRestraint());
+        alongSubSpans.Consider(subSpan.GetRestraint());
     }
-    const MajorMomentRange range(*this);
+    const MajorMomentRange range(extremes);
     const bool reverses = range.largest >= range.tolerance && range.smallest <= -range.tolerance;
     const double count = NumSubSpans();
     restraint.SetForcesAndMoments(Divided(force, count), Divided(moment, count), !reverses);
