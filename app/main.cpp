@@ -2,8 +2,12 @@
 
 #include <cstdio>
 #include <exception>
+#include <functional>
 #include <iostream>
 #include <map>
+#include <sstream>
+#include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -66,26 +70,35 @@ constexpr int MOST_JOBS = 1024;
 using Command = std::function<ExitCode(const Console&)>;
 using Commands = std::map<const CLI::App*, Command>;
 
+/// Adds the options that say how a command writes, as far as it has them, and what runs it.
+template <class Options>
+void Finish(CLI::App* command, Commands& commands, Shared& shared, Options& options,
+            ExitCode (*run)(const Options&, const Console&),
+            const std::vector<std::string>& formats = {"table", "json"})
+{
+    constexpr bool hasFormat = requires { options.format; };
+    constexpr bool hasRendering = requires { options.rendering; };
+    if constexpr (hasFormat) AddFormat(*command, shared, formats);
+    if constexpr (hasRendering) AddColour(*command, shared);
+    commands[command] = [&, run](const Console& console) {
+        if constexpr (hasFormat) options.format = shared.HowToWrite();
+        if constexpr (hasRendering) options.rendering = shared.HowToRender();
+        return run(options, console);
+    };
+}
+
 void AddShow(CLI::App& app, Commands& commands, Shared& shared, ShowOptions& options)
 {
     CLI::App* const command = app.add_subcommand("show", "Input report of a member");
     AddFiles(*command, options.files);
-    AddColour(*command, shared);
-    commands[command] = [&](const Console& console) {
-        options.rendering = shared.HowToRender();
-        return Show(options, console);
-    };
+    Finish(command, commands, shared, options, Show);
 }
 
 void AddValidate(CLI::App& app, Commands& commands, Shared& shared, ValidateOptions& options)
 {
     CLI::App* const command = app.add_subcommand("validate", "Every defect of member files, with its place");
     AddFiles(*command, options.files);
-    AddFormat(*command, shared);
-    commands[command] = [&](const Console& console) {
-        options.format = shared.HowToWrite();
-        return Validate(options, console);
-    };
+    Finish(command, commands, shared, options, Validate);
 }
 
 void AddSection(CLI::App& app, Commands& commands, Shared& shared, SectionOptions& options)
@@ -94,13 +107,7 @@ void AddSection(CLI::App& app, Commands& commands, Shared& shared, SectionOption
     command->add_option("NAME", options.name, "Designation or parametric description, \"UB 457x191x67\"")->required();
     command->add_option("--svg", options.svgFile,
                         "Draw the outline to scale into this SVG file (- is standard output)");
-    AddFormat(*command, shared);
-    AddColour(*command, shared);
-    commands[command] = [&](const Console& console) {
-        options.format = shared.HowToWrite();
-        options.rendering = shared.HowToRender();
-        return ShowSection(options, console);
-    };
+    Finish(command, commands, shared, options, ShowSection);
 }
 
 void AddSections(CLI::App& app, Commands& commands, Shared& shared, SectionsOptions& options)
@@ -109,13 +116,7 @@ void AddSections(CLI::App& app, Commands& commands, Shared& shared, SectionsOpti
     command->add_option("--family", options.family, "Only this family (UB, UC, RHS, ...)");
     command->add_option("--min-Ixx", options.minIxx, "Only sections of at least this Ixx, cm^4");
     command->add_option("--sort", options.sort, "Ascending by name, mass, depth, A, Ixx, Iyy, Zxx, Sxx or ry");
-    AddFormat(*command, shared);
-    AddColour(*command, shared);
-    commands[command] = [&](const Console& console) {
-        options.format = shared.HowToWrite();
-        options.rendering = shared.HowToRender();
-        return ListSections(options, console);
-    };
+    Finish(command, commands, shared, options, ListSections);
 }
 
 void AddSpans(CLI::App& app, Commands& commands, Shared& shared, SpansOptions& options)
@@ -127,13 +128,7 @@ void AddSpans(CLI::App& app, Commands& commands, Shared& shared, SpansOptions& o
         ->check(CLI::IsMember({"minor", "lt", "major"}))
         ->capture_default_str();
     command->add_option("--EI", options.EI, "Major-axis bending stiffness, N.m^2; without it that of the section");
-    AddFormat(*command, shared);
-    AddColour(*command, shared);
-    commands[command] = [&](const Console& console) {
-        options.format = shared.HowToWrite();
-        options.rendering = shared.HowToRender();
-        return ShowSpans(options, console);
-    };
+    Finish(command, commands, shared, options, ShowSpans);
 }
 
 #ifdef KSTEEL_WITH_BS5950
@@ -154,16 +149,10 @@ void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& o
     command->add_option("--jobs", options.jobs, "Worker processes that share the members; 0 is one for each processor")
         ->check(CLI::Range(0, MOST_JOBS))
         ->capture_default_str();
-    AddFormat(*command, shared, {"table", "json", "jsonl"});
-    AddColour(*command, shared);
-    commands[command] = [&](const Console& console) {
-        options.format = shared.HowToWrite();
-        options.rendering = shared.HowToRender();
-        return Check(options, console);
-    };
+    Finish(command, commands, shared, options, Check, {"table", "json", "jsonl"});
 }
 
-void AddReport(CLI::App& app, Commands& commands, ReportOptions& options)
+void AddReport(CLI::App& app, Commands& commands, Shared& shared, ReportOptions& options)
 {
     CLI::App* const command = app.add_subcommand("report", "Calculation sheets of members as one HTML file");
     AddFiles(*command, options.files);
@@ -174,7 +163,7 @@ void AddReport(CLI::App& app, Commands& commands, ReportOptions& options)
     command->add_option("--by", options.block.by, "Title block: who calculated");
     AddInteraction(*command, options.exact);
     options.block.version = KSTEEL_VERSION;
-    commands[command] = [&](const Console& console) { return Report(options, console); };
+    Finish(command, commands, shared, options, Report);
 }
 
 void AddDesign(CLI::App& app, Commands& commands, Shared& shared, DesignOptions& options)
@@ -184,13 +173,7 @@ void AddDesign(CLI::App& app, Commands& commands, Shared& shared, DesignOptions&
     command->add_option("--family", options.family, "Family of the catalogue (UB, UC, SHS, ...)")->required();
     command->add_option("--count", options.count, "Passing sections to show")->capture_default_str();
     AddInteraction(*command, options.exact);
-    AddFormat(*command, shared);
-    AddColour(*command, shared);
-    commands[command] = [&](const Console& console) {
-        options.format = shared.HowToWrite();
-        options.rendering = shared.HowToRender();
-        return Design(options, console);
-    };
+    Finish(command, commands, shared, options, Design);
 }
 
 void AddCapacity(CLI::App& app, Commands& commands, Shared& shared, CapacityOptions& options)
@@ -199,13 +182,7 @@ void AddCapacity(CLI::App& app, Commands& commands, Shared& shared, CapacityOpti
     command->add_option("NAME", options.name, "Designation or parametric description")->required();
     command->add_option("--grade", options.grade, "S275, S355 or S460")->capture_default_str();
     command->add_option("--LE", options.LE, "Effective lengths in m: 1:14, 1:14:0.5 or 2,4.5,6")->capture_default_str();
-    AddFormat(*command, shared);
-    AddColour(*command, shared);
-    commands[command] = [&](const Console& console) {
-        options.format = shared.HowToWrite();
-        options.rendering = shared.HowToRender();
-        return Capacity(options, console);
-    };
+    Finish(command, commands, shared, options, Capacity);
 }
 #endif
 
@@ -268,7 +245,7 @@ ExitCode Run(int argc, char** argv)
     DesignOptions design;
     CapacityOptions capacity;
     AddCheck(app, commands, shared, check);
-    AddReport(app, commands, report);
+    AddReport(app, commands, shared, report);
     AddDesign(app, commands, shared, design);
     AddCapacity(app, commands, shared, capacity);
 #endif
