@@ -379,15 +379,14 @@ private:
         WarnOfExtraFields(list, 2);
         CheckDescription(description, type);
         if (!IsTypeWord(type)) {
-            Warn("type", type.empty() ? "nothing" : Quote(type), "ROLLED, WELDED, FORMED or UNDEF",
+            Warn("type", type.empty() ? "nothing" : Quote(type), "ROLLED, WELDED, FORMED or UNDEF, in capitals",
                  "it is read as UNDEF");
         }
     }
 
     static bool IsTypeWord(std::wstring_view word)
     {
-        return SameWord(word, L"ROLLED") || SameWord(word, L"WELDED") || SameWord(word, L"FORMED") ||
-               SameWord(word, L"UNDEF");
+        return word == L"ROLLED" || word == L"WELDED" || word == L"FORMED" || word == L"UNDEF";
     }
 
     void CheckDescription(std::wstring_view description, std::wstring_view type)
@@ -468,12 +467,13 @@ private:
     {
         const FieldList list = SplitFields(Now().rest, 5);
         const std::wstring_view word = list.fields.empty() ? std::wstring_view() : list.fields[0];
-        if (SameWord(word, L"YES")) {
+        if (word == L"YES") {
             CheckNumber(list, 1, "major-axis length", EFFECTIVE_LENGTH);
             CheckNumber(list, 2, "minor-axis length", EFFECTIVE_LENGTH);
             CheckNumber(list, 3, "lateral-torsional length", EFFECTIVE_LENGTH);
             return WarnOfExtraFields(list, 4);
         }
+        if (SameWord(word, L"YES")) return Unreadable("word", Quote(word), "YES or NO", "write YES, in capitals");
         if (!SameWord(word, L"NO"))
             Warn("word", word.empty() ? "nothing" : Quote(word), "YES or NO", "it is read as NO");
         WarnOfExtraFields(list, 1);

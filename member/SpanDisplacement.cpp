@@ -5,8 +5,9 @@
 // a distance of a candidate point from the span's left end; delta its deflection.
 //
 // With S = sum of (Len - x0 - c) A over the span and Sa = sum of (a - x0 - c) A over the sub-spans up to the candidate,
-// delta = S / Len * a - Sa. Sa is carried along as a * (sum of A) - (sum of (x0 + c) A), so that all candidates together
-// cost time linear in the number of sub-spans.
+// delta = S / Len * a - Sa. Sums are taken in this form and order, so that they round as a calculation by hand does, and
+// a point of no deflection gets exactly 0; only the largest deflection of a long span carries Sa along from point to
+// point, as a * (sum of A) - (sum of (x0 + c) A), to cost time linear in the number of sub-spans.
 //
 // The lever arms use x0 as measured from the member's start and not from the span's left end: kept for compatibility, and
 // the reason why the results are those of mechanics only for spans that start at position 0.
@@ -20,6 +21,7 @@ namespace Keltrix::Steel {
 namespace {
 
 constexpr double SAME_POINT = 0.001; // m: positions closer than this are one point
+constexpr int LONG_SPAN = 16;        // sub-spans, beyond which sums are carried along
 
 /// One piece of the M/EI diagram of a sub-span.
 struct DiagramPiece {
@@ -61,22 +63,33 @@ struct BendingMoment {
     double At(const Vec3<double>& moment, double x) const { return moment.*component - atStart - slope * x; }
 };
 
-/// The deflections of a span's points, one after the other.
-class DeflectionWalk {
+/// The deflections of a span's points.
+class Deflections {
 public:
-    DeflectionWalk(const CSpan& span, const std::vector<CMemberPoint>& points, const std::vector<CSubSpan>& subSpans,
-                   const BendingMoment& moment, double EI) :
+    Deflections(const CSpan& span, const std::vector<CMemberPoint>& points, const std::vector<CSubSpan>& subSpans,
+                const BendingMoment& moment, double EI) :
         m_points(points),
-        m_subSpans(subSpans), m_moment(moment), m_EI(EI), m_first(span.GetCSSIndexLeft()),
-        m_end(span.GetCMPIndexRight()), m_next(m_first), m_left(span.PosLeft()), m_length(span.Length())
+        m_subSpans(subSpans), m_moment(moment), m_EI(EI), m_first(span.GetCSSIndexLeft()), m_next(m_first),
+        m_left(span.PosLeft()), m_length(span.Length())
     {
-        for (int i = m_first; i < m_end; ++i)
+        for (int i = m_first; i < span.GetCMPIndexRight(); ++i)
             m_sum += Diagram(i).FirstMomentAbout(m_length);
     }
 
-    bool AtEnd() const { return m_next >= m_end; }
+    /// S: not finite where a moment diagram is not, or the stiffness is zero.
+    double Sum() const { return m_sum; }
 
-    /// Goes to the next point and answers its deflection; the first point answered is the one behind the first sub-span.
+    /// Of the point behind sub-span k.
+    double Behind(int k) const
+    {
+        const double a = Reach(k);
+        double partial = 0.0;
+        for (int i = m_first; i <= k; ++i)
+            partial += Diagram(i).FirstMomentAbout(a);
+        return m_sum / m_length * a - partial;
+    }
+
+    /// The same for sub-span after sub-span from the first on, with the sum carried along.
     double Next()
     {
         const SubSpanDiagram diagram = Diagram(m_next);
@@ -84,13 +97,10 @@ public:
             m_area += piece.area;
             m_firstMoment += (diagram.x0 + piece.c) * piece.area;
         }
+        const double a = Reach(m_next);
         ++m_next;
-        const double a = Position() - m_left;
         return m_sum / m_length * a - (a * m_area - m_firstMoment);
     }
-
-    /// Position of the point that Next answered last.
-    double Position() const { return m_points[static_cast<std::size_t>(m_next)].GetPos(); }
 
 private:
     SubSpanDiagram Diagram(int i) const
@@ -102,12 +112,14 @@ private:
                 x1 - x0, m_EI};
     }
 
+    // From the span's left end to the point behind sub-span k.
+    double Reach(int k) const { return m_points[static_cast<std::size_t>(k) + 1].GetPos() - m_left; }
+
     const std::vector<CMemberPoint>& m_points;
     const std::vector<CSubSpan>& m_subSpans;
     BendingMoment m_moment;
     double m_EI;
     int m_first;
-    int m_end;
     int m_next;
     double m_left;
     double m_length;
@@ -120,10 +132,15 @@ double MaxDisp(const CSpan& span, const std::vector<CMemberPoint>& points, const
                double Vec3<double>::*component, double EI)
 {
     if (span.NumSubSpans() <= 1) return 0.0;
+    Deflections deflections(span, points, subSpans, {component}, EI);
+    const int left = span.GetCMPIndexLeft();
+    const int right = span.GetCMPIndexRight();
+    // No deflection is finite then, and the last one has the last word.
+    if (!std::isfinite(deflections.Sum())) return std::fabs(deflections.Behind(right - 1));
+    const bool isLong = right - left > LONG_SPAN;
     double largest = 0.0;
-    DeflectionWalk walk(span, points, subSpans, {component}, EI);
-    while (!walk.AtEnd()) {
-        const double deflection = std::fabs(walk.Next());
+    for (int k = left; k < right; ++k) {
+        const double deflection = std::fabs(isLong ? deflections.Next() : deflections.Behind(k));
         // The newer value wins unless the old one is larger, not-a-number included on either side.
         largest = largest > deflection ? largest : deflection;
     }
@@ -138,18 +155,14 @@ double DispAt(const CSpan& span, const std::vector<CMemberPoint>& points, const 
     const double endMoment = subSpans[static_cast<std::size_t>(span.GetCSSIndexLeft())].GetMomentsLeft().*component;
     const double ma = leftEnd ? endMoment : 0.0;
     const double mb = rightEnd ? endMoment : 0.0;
-    DeflectionWalk walk(span, points, subSpans, {component, ma, (mb - ma) / span.Length()}, EI);
-
-    double previousPos = span.PosLeft();
-    double previousDeflection = 0.0;
-    while (!walk.AtEnd()) {
-        const double deflection = walk.Next();
-        const double position = walk.Position();
-        if (position >= pos || std::fabs(position - pos) < SAME_POINT)
-            return previousDeflection +
-                   (deflection - previousDeflection) / (position - previousPos) * (pos - previousPos);
-        previousPos = position;
-        previousDeflection = deflection;
+    const Deflections deflections(span, points, subSpans, {component, ma, (mb - ma) / span.Length()}, EI);
+    const auto position = [&](int i) { return points[static_cast<std::size_t>(i)].GetPos(); };
+    const int left = span.GetCMPIndexLeft();
+    for (int k = left; k < span.GetCMPIndexRight(); ++k) {
+        const double next = position(k + 1);
+        if (!(next >= pos || std::fabs(next - pos) < SAME_POINT)) continue;
+        const double before = k > left ? deflections.Behind(k - 1) : 0.0;
+        return before + (deflections.Behind(k) - before) / (next - position(k)) * (pos - position(k));
     }
     return 0.0;
 }

@@ -53,10 +53,12 @@ bool ComponentChanges(const std::vector<CSubSpan>& subSpans, int left, int right
     return false;
 }
 
-/// The moment Myy or the shear Fz jumps at the joint between two sub-spans.
-bool JumpsAtJoint(const CSubSpan& subSpan, const CSubSpan& next)
+/// The shear Fz jumps at the joint between two sub-spans, or the moment Myy differs between their left ends. That the
+/// left ends are compared, and not the two sides of the joint, is kept for compatibility: wherever the moment varies along
+/// a sub-span, these tests find a change.
+bool ChangesAtJoint(const CSubSpan& subSpan, const CSubSpan& next)
 {
-    return DifferAbsolutely(next.GetMomentsLeft().y, subSpan.GetMomentsRight().y) ||
+    return DifferAbsolutely(next.GetMomentsLeft().y, subSpan.GetMomentsLeft().y) ||
            DifferAbsolutely(next.GetForcesLeft().z, subSpan.GetForcesRight().z);
 }
 
@@ -98,7 +100,7 @@ bool CSpan::IsLeftEndPtLoadOnly() const
     if (!(std::fabs(SubSpan(m_iLeft).GetMomentsLeft().y) < FLOOR)) return false;
     // The joint behind the first sub-span is not looked at, unlike in the test of the right end: kept for compatibility.
     for (int i = m_iLeft + 1; i < m_iRight - 1; ++i)
-        if (JumpsAtJoint(SubSpan(i), SubSpan(i + 1))) return false;
+        if (ChangesAtJoint(SubSpan(i), SubSpan(i + 1))) return false;
     const double endMoment = SubSpan(m_iRight - 1).GetMomentsRight().y;
     const double shear = SubSpan(m_iLeft).GetForcesLeft().z;
     return WithinEndLoadRatio((endMoment - Length() * shear) / endMoment);
@@ -108,7 +110,7 @@ bool CSpan::IsRightEndPtLoadOnly() const
 {
     if (NumSubSpans() <= 1) return false;
     for (int i = m_iLeft; i < m_iRight - 1; ++i)
-        if (JumpsAtJoint(SubSpan(i), SubSpan(i + 1))) return false;
+        if (ChangesAtJoint(SubSpan(i), SubSpan(i + 1))) return false;
     if (!(std::fabs(SubSpan(m_iRight - 1).GetMomentsRight().y) < FLOOR)) return false;
     const double endMoment = SubSpan(m_iLeft).GetMomentsLeft().y;
     const double shear = SubSpan(m_iRight - 1).GetForcesRight().z;

@@ -51,11 +51,12 @@ private:
     std::wstring_view m_fields;
 };
 
+// Words behind a keyword are as they are written, in capitals, unlike keywords.
 SecType SecTypeOf(std::wstring_view word)
 {
-    if (SameWord(word, L"FORMED")) return SEC_FORMED;
-    if (SameWord(word, L"ROLLED")) return SEC_ROLLED;
-    if (SameWord(word, L"WELDED")) return SEC_WELDED;
+    if (word == L"FORMED") return SEC_FORMED;
+    if (word == L"ROLLED") return SEC_ROLLED;
+    if (word == L"WELDED") return SEC_WELDED;
     return SEC_UNDEF;
 }
 
@@ -122,7 +123,7 @@ bool CSteelMemberGen::CSVInputData(const CString& text, CSteelGrade& grade)
 
     line.NextPastCaption();
     if (!line.Is(L"EFFECTIVE_LENGTH_OVERRIDES")) return false;
-    const bool isOverridden = SameWord(line.Text(), L"YES");
+    const bool isOverridden = line.Text() == L"YES";
     SetLengthOverride(isOverridden);
     if (isOverridden) {
         SetLyy(line.Number());
@@ -170,9 +171,12 @@ CString CSteelMemberGen::CSVInputData(CSteelGrade& grade)
     const CSection section = GetKeltrixSec();
     const CSecComp& component = section.Component(0);
 
+    // Asked for, because a module may keep them elsewhere.
+    const std::vector<CMemberPoint> points = GetMemberPointVec();
+    const std::vector<CSubSpan> subSpans = GetSubSpanVec();
+
     CString text;
-    text.Reserve(TYPICAL_HEAD + TYPICAL_POINT_LINE * m_vMemberPoints.size() +
-                 TYPICAL_SUBSPAN_LINE * m_vSubSpans.size());
+    text.Reserve(TYPICAL_HEAD + TYPICAL_POINT_LINE * points.size() + TYPICAL_SUBSPAN_LINE * subSpans.size());
     text += L"TITLE,";
     text += GetTitle();
     text += L"\nHEADINGS,Keltrix description,Rolled/Welded\nSECTION,";
@@ -203,13 +207,13 @@ CString CSteelMemberGen::CSVInputData(CSteelGrade& grade)
         text.AppendFormat(L"MOMENT_AMPLIFICATION_FACTOR_WEAK_AXIS,%#.4f\n", *m_optMomentAmplificationFactorWeakAxis);
     text += L"HEADINGS,";
     text += CMemberPoint::CSVTitleLine();
-    for (const CMemberPoint& point : m_vMemberPoints) {
+    for (const CMemberPoint& point : points) {
         text += L"MEMBERPOINT,";
         AppendFields(text, point);
     }
     text += L"HEADINGS,";
     text += CSubSpan::CSVTitleLine();
-    for (const CSubSpan& subSpan : m_vSubSpans) {
+    for (const CSubSpan& subSpan : subSpans) {
         text += L"SUBSPAN,";
         AppendFields(text, subSpan);
     }

@@ -166,8 +166,8 @@ TEST(MemberCheck, ASectionThatIsNotInTheCatalogueIsToldWithTheNearestOnes)
                             "comma; write RHS 200x100x6.3"));
     EXPECT_THAT(
         DefectsWithLine(3, "SECTION,UB 457x191x67,RIVETED\n"),
-        ElementsAre("floor.csv:3: warning: SECTION type: got \"RIVETED\", expected ROLLED, WELDED, FORMED or UNDEF; it "
-                    "is read as UNDEF"));
+        ElementsAre("floor.csv:3: warning: SECTION type: got \"RIVETED\", expected ROLLED, WELDED, FORMED or UNDEF, in "
+                    "capitals; it is read as UNDEF"));
     EXPECT_THAT(
         DefectsWithLine(3, "SECTION,UB 457x191x67,FORMED\n"),
         ElementsAre("floor.csv:3: warning: SECTION type: got \"FORMED\", expected ROLLED, as the catalogue has this "
@@ -268,6 +268,18 @@ TEST(MemberCheck, AMemberWithoutEndDoesNotSpoilTheNext)
     EXPECT_TRUE(check.members[0].hasErrors);
     EXPECT_FALSE(check.members[1].hasErrors);
     EXPECT_EQ(Utf8(check.members[1].text), GOOD_MEMBER);
+}
+
+// The reader takes "yes" for NO: lengths that somebody gave would be lost.
+TEST(MemberCheck, SmallLettersWhereTheReaderWantsCapitalsAreTold)
+{
+    EXPECT_THAT(DefectsWithLine(9, "EFFECTIVE_LENGTH_OVERRIDES,yes,1,2,3\n"),
+                ElementsAre("floor.csv:9: EFFECTIVE_LENGTH_OVERRIDES word: got \"yes\", expected YES or NO; write YES, "
+                            "in capitals"));
+    EXPECT_THAT(DefectsWithLine(9, "EFFECTIVE_LENGTH_OVERRIDES,no\n"), ElementsAre());
+    EXPECT_THAT(DefectsWithLine(3, "SECTION,UB 457x191x67,rolled\n"),
+                ElementsAre("floor.csv:3: warning: SECTION type: got \"rolled\", expected ROLLED, WELDED, FORMED or "
+                            "UNDEF, in capitals; it is read as UNDEF"));
 }
 
 TEST(MemberCheck, ATextThatIsNoMemberHasOneErrorForEachLineUpToALimit)

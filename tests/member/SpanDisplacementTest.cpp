@@ -82,20 +82,16 @@ struct DirectSums {
         return max;
     }
 
-    /// Deflection at a position; `amplification` says by what factor the interpolation may enlarge errors.
-    double At(double pos, double& amplification)
+    double At(double pos)
     {
-        amplification = 1.0;
         if (R - L <= 1) return 0.0;
         double before = P(L);
         double deflectionBefore = 0.0;
         for (int k = L; k < R; ++k) {
             const double deflection = Deflection(k);
             const double here = P(k + 1);
-            if (here >= pos || std::abs(here - pos) < 0.001) {
-                amplification = 1.0 + 2.0 * std::abs((pos - before) / (here - before));
+            if (here >= pos || std::abs(here - pos) < 0.001)
                 return deflectionBefore + (deflection - deflectionBefore) / (here - before) * (pos - before);
-            }
             before = here;
             deflectionBefore = deflection;
         }
@@ -317,6 +313,15 @@ TEST(SpanDisplacement, ZeroStiffnessIsNotFinite)
     EXPECT_FALSE(std::isfinite(layout.Whole().DispYY(2.0, 1.0, 0.0, false, false)));
 }
 
+TEST(SpanDisplacement, TheEndOfASpanHasNoDeflectionAtAll)
+{
+    // Sums in the stated order leave exactly nothing, however large moments are beside the stiffness.
+    Layout layout({0.0, 1.7, 2.9, 4.3});
+    layout.Myy({0, 81234.5, 81234.5, 65432.1, 65432.1, 12.3});
+    EXPECT_EQ(layout.Whole().DispYY(4.3, 1.0, 1.0, false, false), 0.0);
+    EXPECT_EQ(layout.Whole().DispYY(4.3, 1.0, 1.0, true, false), 0.0);
+}
+
 TEST(SpanDisplacement, RandomSpansAgreeWithTheDirectSums)
 {
     constexpr unsigned int seed = 161803;
@@ -349,7 +354,7 @@ TEST(SpanDisplacement, RandomSpansAgreeWithTheDirectSums)
         }
         const CSpan span = layout.Span(before, before + n);
         const double modulus = 0.5 + unit(random);
-        const double inertia = 1.0 + 100.0 * unit(random);
+        const double inertia = run % 50 == 7 ? 0.0 : 1.0 + 100.0 * unit(random);
         const auto where = [&] {
             return "run " + std::to_string(run) + ", span " + std::to_string(before) + " to " +
                    std::to_string(before + n) + ", E " + Layout::Number(modulus) + ", I " + Layout::Number(inertia) +
@@ -363,6 +368,8 @@ TEST(SpanDisplacement, RandomSpansAgreeWithTheDirectSums)
             if (std::isnan(expected)) {
                 ++notNumbers;
                 ASSERT_TRUE(std::isnan(got)) << got << ' ' << where();
+            } else if (n <= 16 || std::isinf(expected)) {
+                ASSERT_EQ(got, expected) << where();
             } else {
                 ASSERT_NEAR(got, expected, 1e-12 * sums.largestTerm) << where();
             }
@@ -377,17 +384,15 @@ TEST(SpanDisplacement, RandomSpansAgreeWithTheDirectSums)
                 }
                 DirectSums corrected{layout, before, before + n, axis, modulus * inertia};
                 corrected.Correct(left, right);
-                double amplification = 1.0;
-                const double at = corrected.At(pos, amplification);
+                const double at = corrected.At(pos);
                 const double gotAt = major ? span.DispYY(pos, modulus, inertia, left, right)
                                            : span.DispXX(pos, modulus, inertia, left, right);
                 if (std::isnan(at)) {
                     ASSERT_TRUE(std::isnan(gotAt)) << gotAt << " at " << Layout::Number(pos) << ' ' << where();
                     continue;
                 }
-                ASSERT_NEAR(gotAt, at, 1e-12 * corrected.largestTerm * amplification)
-                    << "at " << Layout::Number(pos) << (left ? " left" : "") << (right ? " right" : "") << ' '
-                    << where();
+                ASSERT_EQ(gotAt, at) << "at " << Layout::Number(pos) << (left ? " left" : "") << (right ? " right" : "")
+                                     << ' ' << where();
             }
         }
     }

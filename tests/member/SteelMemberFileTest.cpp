@@ -300,11 +300,12 @@ TEST(MemberFileReading, ATitleEndsAtItsFirstComma)
     EXPECT_EQ(Utf8(member.GetTitle()), "Beam");
 }
 
-TEST(MemberFileReading, SectionTypeWordsInAnyCaseAndUndefinedForAllOthers)
+// Keywords are read in any letter case, the words behind them as they are written.
+TEST(MemberFileReading, SectionTypeWordsInCapitalsAndUndefinedForAllOthers)
 {
-    const std::pair<const char*, int> rows[] = {{"ROLLED", 1},  {"rolled", 1}, {"Welded", 2}, {"WELDED", 2},
-                                                {"FORMED", 3},  {"formed", 3}, {"UNDEF", 0},  {"", 0},
-                                                {"riveted", 0}, {"ROLLED2", 0}};
+    const std::pair<const char*, int> rows[] = {{"ROLLED", 1}, {"WELDED", 2},  {"FORMED", 3},   {"UNDEF", 0},
+                                                {"", 0},       {"riveted", 0}, {"ROLLED2", 0},  {"rolled", 0},
+                                                {"Welded", 0}, {"formed", 0},  {" ROLLED\t", 1}};
     for (const auto& [word, type] : rows) {
         FileText file;
         file.Line("SECTION") = std::string("SECTION,UB 457x191x67,") + word;
@@ -348,9 +349,9 @@ TEST(MemberFileReading, NumbersOfAnyOtherGradeAreNotRead)
     EXPECT_TRUE(grade == CSteelGrade(L"S355", 0.0, 0.0, 0.0, 1.0));
 }
 
-TEST(MemberFileReading, TheOverrideIsOnForYesInAnyCaseAndOffForAnythingElse)
+TEST(MemberFileReading, TheOverrideIsOnForYesInCapitalsAndOffForAnythingElse)
 {
-    for (const char* word : {"YES", "yes", "Yes"}) {
+    for (const char* word : {"YES", " YES\t"}) {
         FileText file;
         file.Line("EFFECTIVE_LENGTH_OVERRIDES") = std::string("EFFECTIVE_LENGTH_OVERRIDES,") + word + ",1,2,3";
         AmplifiedMember member;
@@ -361,7 +362,7 @@ TEST(MemberFileReading, TheOverrideIsOnForYesInAnyCaseAndOffForAnythingElse)
         EXPECT_EQ(member.Lzz(), 2.0);
         EXPECT_EQ(member.Llt(), 3.0);
     }
-    for (const char* word : {"NO", "Y", "1", "", "TRUE", "YES!"}) {
+    for (const char* word : {"NO", "Y", "1", "", "TRUE", "YES!", "yes", "Yes"}) {
         FileText file;
         file.Line("EFFECTIVE_LENGTH_OVERRIDES") = std::string("EFFECTIVE_LENGTH_OVERRIDES,") + word + ",1,2,3";
         AmplifiedMember member;

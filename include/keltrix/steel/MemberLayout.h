@@ -221,8 +221,10 @@ public:
     bool IsLoaded(bool singleSubSpan) const;
     /// Forces jump at a joint or over a sub-span shorter than 1 mm.
     bool IsLoadedWithPointLoad() const;
-    /// No jump but at the left (right) end, no moment at that end, and the far moment is shear times length to 5 %. The
-    /// two tests look at different joints and have different signs; both are kept.
+    /// No moment at the left (right) end, the far moment is shear times length to 5 %, and between sub-spans neither Fz
+    /// jumps nor Myy differs from left end to left end. That the moments of left ends are compared makes tip loads go
+    /// unseen on three and more sub-spans (two, at the right); the two tests look at different joints and have different
+    /// signs: all of this is kept.
     bool IsLeftEndPtLoadOnly() const;
     bool IsRightEndPtLoadOnly() const;
     /// End moments equal to 5 % of the right (left) one; a zero reference gives false, or true when both are zero.

@@ -80,7 +80,7 @@ protected:
     /// The shape code of component 0 of a section.
     static int ShapeCode(const CSection& sec);
 
-private:
+    // State for the code modules; the library itself reads the first only.
     int m_iFabType = 5;
     int m_iPlateType = 0;
 };
@@ -433,7 +433,6 @@ protected:
     const CRestraint& MemberRestraint() const { return m_restraint; }
     bool MemberRestraintSet() const { return m_bRestraintSet; }
 
-private:
     double m_dMomentXX = 0.0;
     double m_dMomentYY = 0.0;
     double m_dForceAxial = 0.0;
