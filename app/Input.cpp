@@ -38,13 +38,22 @@ std::string Place(std::string_view bytes, std::size_t offset, FilePlace start)
 
 std::string NameOfInput(const std::string& path) { return path == "-" ? "standard input" : Printable(path); }
 
+std::filesystem::path FilePath(const std::string& name)
+{
+#if defined(_WIN32)
+    return std::u8string(name.begin(), name.end());
+#else
+    return name;
+#endif
+}
+
 InputStream::InputStream(const std::string& path, std::istream& standardInput) :
     m_name(NameOfInput(path)), m_stream(&standardInput)
 {
     if (path == "-") return;
     namespace fs = std::filesystem;
     std::error_code error;
-    const fs::file_status status = fs::status(path, error);
+    const fs::file_status status = fs::status(FilePath(path), error);
     if (status.type() == fs::file_type::not_found) throw BadInput(m_name + ": no such file");
     if (error) throw BadInput(m_name + ": " + error.message());
     if (fs::is_directory(status)) throw BadInput(m_name + ": is a directory, expected a file");
@@ -77,7 +86,7 @@ std::string ReadBytes(const std::string& path, std::istream& standardInput)
 {
     InputStream stream(path, standardInput);
     std::error_code error;
-    if (stream.IsRegularFile() && std::filesystem::file_size(path, error) > LARGEST_FILE && !error)
+    if (stream.IsRegularFile() && std::filesystem::file_size(FilePath(path), error) > LARGEST_FILE && !error)
         RefuseSize(stream.Name());
 
     std::string bytes;

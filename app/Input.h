@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <istream>
 #include <memory>
 #include <string>
@@ -36,6 +37,9 @@ private:
     std::unique_ptr<std::istream> m_file;
     std::istream* m_stream;
 };
+
+/// The path that a name in UTF-8 stands for.
+std::filesystem::path FilePath(const std::string& name);
 
 /// The bytes of a file, or of `standardInput` where the path is "-". Throws BadInput for a missing or unreadable
 /// file, a directory, and one that is too large.

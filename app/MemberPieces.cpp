@@ -40,7 +40,7 @@ void MemberCutter::Add(std::string_view bytes)
     m_buffer += bytes;
 }
 
-// Goes to the line behind this one.
+// Lines are looked at one after another: each says what the next may be.
 bool MemberCutter::EndsMember(std::string_view line)
 {
     const std::string_view keyword = KeywordOf(line);

@@ -9,12 +9,19 @@
 #include <random>
 
 #if defined(_WIN32)
+#if !defined(NOMINMAX)
+#define NOMINMAX
+#endif
+#define WIN32_LEAN_AND_MEAN
+#include <fcntl.h>
 #include <io.h>
+#include <windows.h>
 #else
 #include <unistd.h>
 #endif
 
 #include "Failure.h"
+#include "Input.h"
 #include "Text.h"
 
 namespace Keltrix::App {
@@ -57,7 +64,10 @@ bool IsAbleTerminal(std::FILE* stream)
     const char* const terminal = std::getenv("TERM");
     if (terminal && std::strcmp(terminal, "dumb") == 0) return false;
 #if defined(_WIN32)
-    return _isatty(_fileno(stream)) != 0;
+    // A console follows escape sequences only when told to, and one of before Windows 10 never does.
+    const HANDLE console = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+    DWORD mode = 0;
+    return GetConsoleMode(console, &mode) && SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
 #else
     return isatty(fileno(stream)) != 0;
 #endif
@@ -96,23 +106,48 @@ void WriteFile(const std::string& path, const std::function<void(const TextSink&
     if (path == "-") return write([](std::string_view text) { WriteAll(stdout, text); });
     const std::string name = Printable(path);
     std::error_code ignored;
-    const fs::file_status status = fs::status(path, ignored);
+    const fs::file_status status = fs::status(FilePath(path), ignored);
     if (fs::is_directory(status)) throw BadOutput(name + ": is a directory, expected a file");
     // A device or a pipe keeps its name; there is no half of it to protect.
     if (fs::exists(status) && !fs::is_regular_file(status)) return WriteInPlace(path, name, write);
 
-    TemporaryFile temporary(path + ".part" + std::to_string(std::random_device{}()));
-    WriteInPlace(temporary.Path().string(), name, write);
+    const std::string part = path + ".part" + std::to_string(std::random_device{}());
+    TemporaryFile temporary(FilePath(part));
+    WriteInPlace(part, name, write);
     std::error_code failed;
-    fs::rename(temporary.Path(), path, failed);
+    fs::rename(temporary.Path(), FilePath(path), failed);
     if (failed) throw BadOutput(name + ": cannot be written: " + failed.message());
     temporary.Keep();
+}
+
+std::FILE* OpenTemporaryFile()
+{
+#if defined(_WIN32)
+    // tmpfile's place is the root of the drive, where not everyone may write. "D" deletes the file when it is closed.
+    std::error_code error;
+    const fs::path folder = fs::temp_directory_path(error);
+    const std::string name = "ksteel" + std::to_string(std::random_device{}()) + ".tmp";
+    return error ? nullptr : _wfopen((folder / name).c_str(), L"w+bTD");
+#else
+    return std::tmpfile();
+#endif
 }
 
 void IgnoreClosedPipes()
 {
 #if defined(SIGPIPE)
     std::signal(SIGPIPE, SIG_IGN);
+#endif
+}
+
+void PassBytesUnchanged()
+{
+#if defined(_WIN32)
+    static_cast<void>(_setmode(_fileno(stdout), _O_BINARY));
+    static_cast<void>(_setmode(_fileno(stderr), _O_BINARY));
+    // At a console Ctrl-Z remains the end of the input.
+    if (!_isatty(_fileno(stdin))) static_cast<void>(_setmode(_fileno(stdin), _O_BINARY));
+    static_cast<void>(SetConsoleOutputCP(CP_UTF8));
 #endif
 }
 

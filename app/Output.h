@@ -18,8 +18,14 @@ void WriteFile(const std::string& path, std::string_view text);
 using TextSink = std::function<void(std::string_view)>;
 void WriteFile(const std::string& path, const std::function<void(const TextSink&)>& write);
 
+/// A file for reading and writing that is gone when it is closed; null where there can be none.
+std::FILE* OpenTemporaryFile();
+
 /// Lets a write to a closed pipe fail instead of ending the program.
 void IgnoreClosedPipes();
+
+/// Keeps the standard streams' line ends and UTF-8 as they are, on systems that would translate them.
+void PassBytesUnchanged();
 
 /// Whether standard output is a terminal that is to have colours: not with NO_COLOR set or TERM=dumb.
 bool TerminalHasColour();

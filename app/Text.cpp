@@ -135,7 +135,9 @@ std::size_t DisplayWidth(std::string_view utf8)
 
 std::string Quote(std::wstring_view text)
 {
-    constexpr std::size_t longest = 60;
+    std::size_t longest = 60;
+    // Not between the halves of a surrogate pair, where wide characters have 16 bits.
+    if (sizeof(wchar_t) == 2 && text.size() > longest && (text[longest - 1] & 0xFC00) == 0xD800) --longest;
     std::string quoted = Printable(Utf8(text.substr(0, longest)));
     std::replace(quoted.begin(), quoted.end(), '\n', ' ');
     std::replace(quoted.begin(), quoted.end(), '\t', ' ');

@@ -22,9 +22,9 @@
 
 namespace Keltrix::App {
 
-int ProcessorCount() { return static_cast<int>(std::max(std::thread::hardware_concurrency(), 1u)); }
-
 #if defined(_WIN32)
+
+int MostWorkers() { return 1; }
 
 bool IsReadable(int) { return true; }
 
@@ -34,6 +34,8 @@ void RunInWorkers(int, RequestSource&, ReplySink&, const Work&)
 }
 
 #else
+
+int MostWorkers() { return static_cast<int>(std::max(std::thread::hardware_concurrency(), 1u)); }
 
 namespace {
 

@@ -38,8 +38,8 @@ public:
 /// Whether reading from a descriptor would answer at once, be it with the end.
 bool IsReadable(int descriptor);
 
-/// As many as the processors that this process may use, at least 1.
-int ProcessorCount();
+/// As many as the processors that this process may use; 1 where the system has no such processes.
+int MostWorkers();
 
 /// What a worker does: appends the reply to an empty text, which keeps its memory from one request to the next.
 using Work = std::function<void(std::string_view request, std::string& reply)>;

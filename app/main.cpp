@@ -225,6 +225,7 @@ ExitCode Run(int argc, char** argv)
     app.set_version_flag("--version", "ksteel " KSTEEL_VERSION);
     app.require_subcommand(1);
     app.fallthrough();
+    app.allow_windows_style_options(false); // "/dir/file" is a file
 
     Shared shared;
     app.add_option("--catalogue", shared.catalogue, "Catalogue file of your own sections, added to the built-in ones");
@@ -266,6 +267,7 @@ ExitCode Run(int argc, char** argv)
 int main(int argc, char** argv)
 {
     IgnoreClosedPipes();
+    PassBytesUnchanged();
     // Standard input has a buffer of its own then, from which can be had what is there without waiting for more.
     std::ios::sync_with_stdio(false);
     try {

@@ -111,7 +111,7 @@ ExitCode Check(const CheckOptions& options, const Console& console)
 
     CheckOutput output(options, console);
     const FindingSink put = [&](const Finding& finding) { output.Put(finding); };
-    const int jobs = options.jobs == 0 ? ProcessorCount() : options.jobs;
+    const int jobs = options.jobs == 0 ? MostWorkers() : options.jobs;
     if (jobs > 1) {
         CheckInWorkers(options, jobs, console.in, put);
     } else {

@@ -31,7 +31,7 @@ std::string MarginBox(const char* place, const std::string& content)
 
 } // namespace
 
-HtmlReport::HtmlReport(TitleBlock block) : m_block(std::move(block)), m_sheets(std::tmpfile(), std::fclose)
+HtmlReport::HtmlReport(TitleBlock block) : m_block(std::move(block)), m_sheets(OpenTemporaryFile(), std::fclose)
 {
     if (!m_sheets) throw BadOutput("a temporary file cannot be made");
 }
@@ -41,8 +41,9 @@ void HtmlReport::Add(const CheckedMember& checked)
     std::string id = "m";
     id += std::to_string(m_rows.size() + 1);
     const std::string sheet = MemberSheet(checked, m_block, id);
-    const long start = std::ftell(m_sheets.get());
-    if (start < 0 || std::fwrite(sheet.data(), 1, sheet.size(), m_sheets.get()) != sheet.size())
+    std::fpos_t start; // what ftell gives ends at 2 GiB on some systems
+    if (std::fgetpos(m_sheets.get(), &start) != 0 ||
+        std::fwrite(sheet.data(), 1, sheet.size(), m_sheets.get()) != sheet.size())
         throw BadOutput("a temporary file cannot be written");
     m_rows.push_back({id, checked.title, checked.Section(), checked.Grade(), checked.Status(), checked.Governing(),
                       checked.result->UtilOverAll(), start, sheet.size()});
@@ -134,7 +135,7 @@ std::string HtmlReport::Remarks() const
 void HtmlReport::PutSheet(const Row& row, const TextSink& put) const
 {
     std::string sheet(row.length, '\0');
-    if (std::fseek(m_sheets.get(), row.start, SEEK_SET) != 0 ||
+    if (std::fsetpos(m_sheets.get(), &row.start) != 0 ||
         std::fread(sheet.data(), 1, sheet.size(), m_sheets.get()) != sheet.size())
         throw BadOutput("a temporary file cannot be read");
     put(sheet);

@@ -33,7 +33,7 @@ private:
         std::string status;
         std::string governing;
         double utilisation;
-        long start;
+        std::fpos_t start;
         std::size_t length;
     };
 

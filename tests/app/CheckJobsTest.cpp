@@ -263,9 +263,11 @@ TEST(Streams, MemoryDoesNotGrowWithTheInput)
                 return PeakMemory("for i in $(seq " + std::to_string(times) + "); do cat '" + file +
                                   "'; done | '" KSTEEL_PATH "' check " + options + " --jobs " + jobs + " - >/dev/null");
             };
+            // Far less than the tens of MiB that are put out. Some replies wait for an earlier one, how many is up to chance: eight of
+            // up to 1 MiB with two workers.
             const long few = peak(1);
-            const long many = peak(10);
-            EXPECT_LT(many, few + 4096) << options << " --jobs " << jobs << ": KiB for 500 and for 5000 members";
+            const long many = peak(12);
+            EXPECT_LT(many, few + 12 * 1024) << options << " --jobs " << jobs << ": KiB for 500 and for 6000 members";
         }
     }
 }

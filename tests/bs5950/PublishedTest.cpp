@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <fstream>
+#include <numbers>
 #include <sstream>
 
 #include "Members.h"
@@ -242,6 +243,6 @@ TEST(PublishedAngleParameter, PhiA)
 TEST(AngleAxis, IsThatOfTheAngleHoweverSmallItIs)
 {
     EXPECT_NEAR(std::tan(PropertiesOf(L"L 200x100x15").alpha), 0.260, 0.001);
-    EXPECT_NEAR(PropertiesOf(L"L 60x30x5").alpha * 180.0 / M_PI, 14.3, 0.15);
-    EXPECT_NEAR(PropertiesOf(L"L 100x100x10").alpha, M_PI / 4.0, 1e-12);
+    EXPECT_NEAR(PropertiesOf(L"L 60x30x5").alpha * 180.0 / std::numbers::pi, 14.3, 0.15);
+    EXPECT_NEAR(PropertiesOf(L"L 100x100x10").alpha, std::numbers::pi / 4.0, 1e-12);
 }

@@ -18,33 +18,33 @@ namespace Keltrix::Steel {
 class KELTRIX_STEEL_API CMemberResult {
 public:
     // Result flags.
-    static constexpr int NOTIFY = 0x1;
-    static constexpr int WARNING = 0x2;
-    static constexpr int FAIL = 0x4;
-    static constexpr int NOT_CHECKED = 0x8;
-    static constexpr int FAIL_LOCAL = 0x10;
-    static constexpr int FAIL_BUCKLE = 0x20;
-    static constexpr int FAIL_BUCKLE_LAT_TORS = 0x100;
-    static constexpr int FAIL_BUCKLE_AXIAL_MAJOR = 0x200;
-    static constexpr int FAIL_BUCKLE_AXIAL_MINOR = 0x400;
-    static constexpr int FAIL_LOCAL_AXIAL = 0x1000;
-    static constexpr int FAIL_LOCAL_BENDING_MAJOR = 0x2000;
-    static constexpr int FAIL_LOCAL_BENDING_MINOR = 0x4000;
-    static constexpr int FAIL_LOCAL_SHEAR_MAJOR = 0x8000;
-    static constexpr int FAIL_LOCAL_SHEAR_MINOR = 0x10000;
-    static constexpr int FAIL_LOCAL_TORSION = 0x20000;
-    static constexpr int INFO_LOCAL_SLENDER = 0x100000;
-    static constexpr int INFO_LOCAL_SLENDER_WEB = 0x200000;
-    static constexpr int INFO_LOCAL_SLENDER_FLANGE = 0x400000;
-    static constexpr int INFO_MEMBER_SLENDER = 0x800000;
-    static constexpr int FAIL_BUCKLE_AXIAL_TORSION = 0x1000000;
-    static constexpr int FAIL_BUCKLE_AXIAL_FLEXURAL_TORSION = 0x2000000;
+    KELTRIX_CONSTANT static constexpr int NOTIFY = 0x1;
+    KELTRIX_CONSTANT static constexpr int WARNING = 0x2;
+    KELTRIX_CONSTANT static constexpr int FAIL = 0x4;
+    KELTRIX_CONSTANT static constexpr int NOT_CHECKED = 0x8;
+    KELTRIX_CONSTANT static constexpr int FAIL_LOCAL = 0x10;
+    KELTRIX_CONSTANT static constexpr int FAIL_BUCKLE = 0x20;
+    KELTRIX_CONSTANT static constexpr int FAIL_BUCKLE_LAT_TORS = 0x100;
+    KELTRIX_CONSTANT static constexpr int FAIL_BUCKLE_AXIAL_MAJOR = 0x200;
+    KELTRIX_CONSTANT static constexpr int FAIL_BUCKLE_AXIAL_MINOR = 0x400;
+    KELTRIX_CONSTANT static constexpr int FAIL_LOCAL_AXIAL = 0x1000;
+    KELTRIX_CONSTANT static constexpr int FAIL_LOCAL_BENDING_MAJOR = 0x2000;
+    KELTRIX_CONSTANT static constexpr int FAIL_LOCAL_BENDING_MINOR = 0x4000;
+    KELTRIX_CONSTANT static constexpr int FAIL_LOCAL_SHEAR_MAJOR = 0x8000;
+    KELTRIX_CONSTANT static constexpr int FAIL_LOCAL_SHEAR_MINOR = 0x10000;
+    KELTRIX_CONSTANT static constexpr int FAIL_LOCAL_TORSION = 0x20000;
+    KELTRIX_CONSTANT static constexpr int INFO_LOCAL_SLENDER = 0x100000;
+    KELTRIX_CONSTANT static constexpr int INFO_LOCAL_SLENDER_WEB = 0x200000;
+    KELTRIX_CONSTANT static constexpr int INFO_LOCAL_SLENDER_FLANGE = 0x400000;
+    KELTRIX_CONSTANT static constexpr int INFO_MEMBER_SLENDER = 0x800000;
+    KELTRIX_CONSTANT static constexpr int FAIL_BUCKLE_AXIAL_TORSION = 0x1000000;
+    KELTRIX_CONSTANT static constexpr int FAIL_BUCKLE_AXIAL_FLEXURAL_TORSION = 0x2000000;
 
     // Load flags: which actions the member carries, set by the caller. The summary shows only the lines of these.
-    static constexpr int LOAD_AXIAL = 0x1;
-    static constexpr int LOAD_MAJOR = 0x2; ///< major-axis bending and shear
-    static constexpr int LOAD_MINOR = 0x4; ///< minor-axis bending and shear
-    static constexpr int LOAD_TORSION = 0x8;
+    KELTRIX_CONSTANT static constexpr int LOAD_AXIAL = 0x1;
+    KELTRIX_CONSTANT static constexpr int LOAD_MAJOR = 0x2; ///< major-axis bending and shear
+    KELTRIX_CONSTANT static constexpr int LOAD_MINOR = 0x4; ///< minor-axis bending and shear
+    KELTRIX_CONSTANT static constexpr int LOAD_TORSION = 0x8;
 
     /// All load flags set, no result flags, text enabled, one position, every utilisation 0.
     CMemberResult();

@@ -35,39 +35,40 @@ KELTRIX_STEEL_API LoadPos LoadPosID(CString text, LoadPos defaultPos);
 class KELTRIX_STEEL_API CRestraint {
 public:
     // Restraint bits.
-    static constexpr unsigned int FLANGE1_LATERAL = 0x1;
-    static constexpr unsigned int FLANGE2_LATERAL = 0x2;
-    static constexpr unsigned int FLANGE1_WARPING = 0x4;
-    static constexpr unsigned int FLANGE2_WARPING = 0x8;
-    static constexpr unsigned int FLANGE1_WARPING_PART = 0x10;
-    static constexpr unsigned int FLANGE2_WARPING_PART = 0x20;
-    static constexpr unsigned int TORSION = 0x40;
-    static constexpr unsigned int TORSION_PART = 0x80;
-    static constexpr unsigned int TORSION_FRICTION = 0x100; ///< torsion held by friction or bearing only
-    static constexpr unsigned int COMP_FLANGE_LATERAL = 0x200;
-    static constexpr unsigned int TENS_FLANGE_LATERAL = 0x400;
-    static constexpr unsigned int COMP_FLANGE_WARPING = 0x800;
-    static constexpr unsigned int TENS_FLANGE_WARPING = 0x1000;
-    static constexpr unsigned int COMP_FLANGE_WARPING_PART = 0x2000;
-    static constexpr unsigned int TENS_FLANGE_WARPING_PART = 0x4000;
-    static constexpr unsigned int MAJOR_ROTATION = 0x10000; ///< about the section's x-x axis
-    static constexpr unsigned int MAJOR_ROTATION_PART = 0x20000;
-    static constexpr unsigned int MINOR_ROTATION = 0x40000; ///< about the section's y-y axis
-    static constexpr unsigned int MINOR_ROTATION_PART = 0x80000;
-    static constexpr unsigned int MINOR_SHEAR =
+    KELTRIX_CONSTANT static constexpr unsigned int FLANGE1_LATERAL = 0x1;
+    KELTRIX_CONSTANT static constexpr unsigned int FLANGE2_LATERAL = 0x2;
+    KELTRIX_CONSTANT static constexpr unsigned int FLANGE1_WARPING = 0x4;
+    KELTRIX_CONSTANT static constexpr unsigned int FLANGE2_WARPING = 0x8;
+    KELTRIX_CONSTANT static constexpr unsigned int FLANGE1_WARPING_PART = 0x10;
+    KELTRIX_CONSTANT static constexpr unsigned int FLANGE2_WARPING_PART = 0x20;
+    KELTRIX_CONSTANT static constexpr unsigned int TORSION = 0x40;
+    KELTRIX_CONSTANT static constexpr unsigned int TORSION_PART = 0x80;
+    KELTRIX_CONSTANT static constexpr unsigned int TORSION_FRICTION =
+        0x100; ///< torsion held by friction or bearing only
+    KELTRIX_CONSTANT static constexpr unsigned int COMP_FLANGE_LATERAL = 0x200;
+    KELTRIX_CONSTANT static constexpr unsigned int TENS_FLANGE_LATERAL = 0x400;
+    KELTRIX_CONSTANT static constexpr unsigned int COMP_FLANGE_WARPING = 0x800;
+    KELTRIX_CONSTANT static constexpr unsigned int TENS_FLANGE_WARPING = 0x1000;
+    KELTRIX_CONSTANT static constexpr unsigned int COMP_FLANGE_WARPING_PART = 0x2000;
+    KELTRIX_CONSTANT static constexpr unsigned int TENS_FLANGE_WARPING_PART = 0x4000;
+    KELTRIX_CONSTANT static constexpr unsigned int MAJOR_ROTATION = 0x10000; ///< about the section's x-x axis
+    KELTRIX_CONSTANT static constexpr unsigned int MAJOR_ROTATION_PART = 0x20000;
+    KELTRIX_CONSTANT static constexpr unsigned int MINOR_ROTATION = 0x40000; ///< about the section's y-y axis
+    KELTRIX_CONSTANT static constexpr unsigned int MINOR_ROTATION_PART = 0x80000;
+    KELTRIX_CONSTANT static constexpr unsigned int MINOR_SHEAR =
         0x100000; ///< section x direction: lateral restraint of the whole section
-    static constexpr unsigned int MAJOR_SHEAR = 0x200000;       ///< section y direction: vertical support
-    static constexpr unsigned int PART_A_CONNECTED = 0x1000000; ///< parts of a compound section
-    static constexpr unsigned int PART_B_CONNECTED = 0x2000000;
+    KELTRIX_CONSTANT static constexpr unsigned int MAJOR_SHEAR = 0x200000; ///< section y direction: vertical support
+    KELTRIX_CONSTANT static constexpr unsigned int PART_A_CONNECTED = 0x1000000; ///< parts of a compound section
+    KELTRIX_CONSTANT static constexpr unsigned int PART_B_CONNECTED = 0x2000000;
 
     /// Every bit that is a restraint.
-    static constexpr unsigned int RESTRAINT_MASK = 0x33f7fff;
+    KELTRIX_CONSTANT static constexpr unsigned int RESTRAINT_MASK = 0x33f7fff;
     /// The bits that MakeConsistent can add.
-    static constexpr unsigned int IMPLIED_MASK = 0x1a7fff;
+    KELTRIX_CONSTANT static constexpr unsigned int IMPLIED_MASK = 0x1a7fff;
     /// Held in every way: the state that IsEnc tests and SetEnc makes.
-    static constexpr unsigned int ENCASTRE = 0x3f01ff;
+    KELTRIX_CONSTANT static constexpr unsigned int ENCASTRE = 0x3f01ff;
     /// Bits that are not restraints; they are carried along and kept by SetFree and SetPreset.
-    static constexpr unsigned int NON_RESTRAINT_MASK = 0xfcc08000;
+    KELTRIX_CONSTANT static constexpr unsigned int NON_RESTRAINT_MASK = 0xfcc08000;
 
     /// Named bit sets; the value is the set itself. FULL_ROTATIONAL and PARTIAL_ROTATIONAL hold flange 1 laterally
     /// and not flange 2. "Fixed" is no set of its own but the encastre state.

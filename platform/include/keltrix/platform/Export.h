@@ -16,3 +16,11 @@
 #else
 #define KELTRIX_PLATFORM_API
 #endif
+
+/// KELTRIX_CONSTANT stands before the constants of exported classes: of those whose address a library never takes, g++
+/// puts none into a DLL, but what is linked with the DLL looks for them there.
+#if defined(_WIN32) && defined(__GNUC__)
+#define KELTRIX_CONSTANT [[gnu::used]]
+#else
+#define KELTRIX_CONSTANT
+#endif

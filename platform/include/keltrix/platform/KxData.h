@@ -43,16 +43,16 @@ public:
         TOE_RADIUS = 11
     };
     /// Shape codes: what is left of the shape word under SHAPE_MASK.
-    static constexpr int SHAPE_MASK = 0x140f;
-    static constexpr int SHAPE_I = 1;
-    static constexpr int SHAPE_GENERAL_I = 11;
-    static constexpr int SHAPE_CHANNEL = 3;
-    static constexpr int SHAPE_T = 4;
-    static constexpr int SHAPE_ANGLE = 5;
-    static constexpr int SHAPE_CHS = 7;
-    static constexpr int SHAPE_RHS = 9;
+    KELTRIX_CONSTANT static constexpr int SHAPE_MASK = 0x140f;
+    KELTRIX_CONSTANT static constexpr int SHAPE_I = 1;
+    KELTRIX_CONSTANT static constexpr int SHAPE_GENERAL_I = 11;
+    KELTRIX_CONSTANT static constexpr int SHAPE_CHANNEL = 3;
+    KELTRIX_CONSTANT static constexpr int SHAPE_T = 4;
+    KELTRIX_CONSTANT static constexpr int SHAPE_ANGLE = 5;
+    KELTRIX_CONSTANT static constexpr int SHAPE_CHS = 7;
+    KELTRIX_CONSTANT static constexpr int SHAPE_RHS = 9;
     /// Any of these bits in the shape word of a component of type SEC_UNDEF says that it is built up from plates.
-    static constexpr int BUILT_UP_MASK = 0x1f0;
+    KELTRIX_CONSTANT static constexpr int BUILT_UP_MASK = 0x1f0;
 
     CSecGeom() = default;
     CSecGeom(const CSecGeom&) = default;

@@ -139,8 +139,8 @@ struct InteractionResult {
 /// sub-span (PositionResult::Entry), the last entry the buckling checks. Without a result the check runs just the same.
 class KELTRIX_BS5950_API CSteelMemberBS5950 : public Steel::CSteelMemberGen {
 public:
-    static constexpr int SIMPLIFIED = 1;
-    static constexpr int MORE_EXACT = 2;
+    KELTRIX_CONSTANT static constexpr int SIMPLIFIED = 1;
+    KELTRIX_CONSTANT static constexpr int MORE_EXACT = 2;
 
     CSteelMemberBS5950() = default;
     CSteelMemberBS5950* Clone() const override { return new CSteelMemberBS5950(*this); }
