@@ -43,6 +43,13 @@ void MemberCutter::Add(std::string_view bytes)
 // Lines are looked at one after another: each says what the next may be.
 bool MemberCutter::EndsMember(std::string_view line)
 {
+    // Nearly all lines begin with another letter than the keywords looked for.
+    const std::size_t first = std::min(line.find_first_not_of(BLANKS), line.size());
+    const char letter = first < line.size() ? Upper(line[first]) : '\0';
+    if (letter != 'E' && letter != 'A') {
+        m_mayHideEnd = false;
+        return false;
+    }
     const std::string_view keyword = KeywordOf(line);
     const bool endsMember = !m_mayHideEnd && IsKeyword(keyword, "END");
     m_mayHideEnd = IsKeyword(keyword, "ALLOWABLE_PLASTIC/ELASTIC_RATIO") ||

@@ -2,6 +2,7 @@
 
 #include "Bench.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -24,7 +25,7 @@ std::map<std::string, Work>& Works()
     return works;
 }
 
-/// Keeps one time for each benchmark: the median of the repetitions, or the only one.
+/// Keeps one time for each benchmark: the shortest of its repetitions, which others on the machine disturbed least.
 class RatioReporter : public benchmark::BenchmarkReporter {
 public:
     bool ReportContext(const Context& context) override
@@ -36,12 +37,13 @@ public:
     void ReportRuns(const std::vector<Run>& runs) override
     {
         for (const Run& run : runs) {
-            const bool isAggregate = run.run_type == Run::RT_Aggregate;
-            if (isAggregate ? run.aggregate_name != "median" : run.repetitions > 1) continue;
+            if (run.run_type == Run::RT_Aggregate) continue;
             const std::string& name = run.run_name.function_name;
             const Work& work = Works().at(name);
             const double time = work.wallClock ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
-            m_nanoseconds[name] = time / work.items;
+            const double each = time / work.items;
+            const auto known = m_nanoseconds.emplace(name, each).first;
+            known->second = std::min(known->second, each);
         }
     }
 

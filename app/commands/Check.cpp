@@ -20,6 +20,7 @@ public:
     {
         m_worst = Worse(m_worst, finding.code);
         if (finding.kind == Finding::Message) {
+            Flush();
             m_progress.Clear();
             m_console.err(finding.text);
             return;
@@ -28,9 +29,19 @@ public:
         m_progress.Count(finding.code);
     }
 
+    // Writes what was put so far.
+    void Flush()
+    {
+        if (m_text.empty()) return;
+        m_progress.Clear();
+        m_console.out(m_text);
+        m_text.clear();
+    }
+
     // What stands behind the last member.
     ExitCode Finish()
     {
+        Flush();
         m_progress.Clear();
         if (m_options.format == Format::JSON) m_console.out(m_hasText ? "\n]\n" : "[]\n");
         if (!m_rows.empty()) m_console.out(RenderMarkup(Table(), m_options.rendering));
@@ -50,10 +61,9 @@ private:
             m_rows.push_back({finding.utilisation, std::string(finding.text)});
             return;
         }
-        m_progress.Clear();
-        if (m_options.format == Format::JSON) m_console.out(m_hasText ? ",\n" : "[\n");
+        if (m_options.format == Format::JSON) m_text += m_hasText ? ",\n" : "[\n";
         m_hasText = true;
-        m_console.out(finding.text);
+        m_text += finding.text;
     }
 
     std::string Table()
@@ -70,6 +80,7 @@ private:
     const Console& m_console;
     Progress m_progress;
     std::vector<Row> m_rows;
+    std::string m_text; // not yet written
     bool m_hasText = false;
     ExitCode m_worst = EXIT_FINE;
 };
@@ -110,12 +121,15 @@ ExitCode Check(const CheckOptions& options, const Console& console)
     if (options.envelope) return CheckEnvelope(options, console);
 
     CheckOutput output(options, console);
-    const FindingSink put = [&](const Finding& finding) { output.Put(finding); };
     const int jobs = options.jobs == 0 ? MostWorkers() : options.jobs;
     if (jobs > 1) {
-        CheckInWorkers(options, jobs, console.in, put);
+        CheckInWorkers(
+            options, jobs, console.in, [&](const Finding& finding) { output.Put(finding); }, [&] { output.Flush(); });
     } else {
-        CheckLoop loop(options, console.in, put);
+        CheckLoop loop(options, console.in, [&](const Finding& finding) {
+            output.Put(finding);
+            output.Flush();
+        });
         for (const std::string& path : options.files)
             loop.UseFile(path);
     }

@@ -226,14 +226,17 @@ private:
 
 class FindingsFromReplies : public ReplySink {
 public:
-    FindingsFromReplies(const CheckOptions& options, std::istream& standardInput, const FindingSink& sink) :
-        m_options(options), m_sink(sink), m_loop(options, standardInput, sink)
+    FindingsFromReplies(const CheckOptions& options, std::istream& standardInput, const FindingSink& sink,
+                        const std::function<void()>& pause) :
+        m_options(options),
+        m_sink(sink), m_pause(pause), m_loop(options, standardInput, sink)
     {}
 
     void Take(std::string_view reply) override
     {
         for (Unpacker unpacker(reply); !unpacker.IsAtEnd();)
             m_sink(UnpackFinding(unpacker));
+        m_pause();
     }
 
     std::vector<std::string> Parts(std::string_view request) const override
@@ -254,11 +257,13 @@ public:
         const LineNumber line = item.kind == Item::Piece ? item.piece.FirstLine() : 0;
         const std::string place = line > 0 ? name + ':' + std::to_string(line) : name;
         m_loop.Refuse({name, line, {}, {place + ": not checked, the process that was at work on it was " + how}});
+        m_pause();
     }
 
 private:
     const CheckOptions& m_options;
     const FindingSink& m_sink;
+    const std::function<void()>& m_pause;
     CheckLoop m_loop;
 };
 
@@ -286,10 +291,11 @@ void MakeReply(std::string_view request, std::string& reply, const CheckOptions&
 
 } // namespace
 
-void CheckInWorkers(const CheckOptions& options, int jobs, std::istream& standardInput, const FindingSink& sink)
+void CheckInWorkers(const CheckOptions& options, int jobs, std::istream& standardInput, const FindingSink& sink,
+                    const std::function<void()>& pause)
 {
     InputSource source(options.files, standardInput);
-    FindingsFromReplies replies(options, standardInput, sink);
+    FindingsFromReplies replies(options, standardInput, sink, pause);
     RunInWorkers(jobs, source, replies, [&](std::string_view request, std::string& reply) {
         MakeReply(request, reply, options, standardInput);
     });
