@@ -141,44 +141,57 @@ public:
 private:
     static constexpr std::size_t SLOTS_PER_WORKER = 4;
 
+    // Gives waiting requests to idle workers, and reads on until as many wait as there are workers: a worker that is done
+    // finds the next request ready.
     void HandOut()
     {
         m_isLater = false;
-        while (Slot* const slot = NextSlot()) {
-            Worker* const worker = IdleWorker();
-            if (!worker) return;
-            slot->state = Slot::Running;
-            ++slot->attempts;
-            worker->slot = slot;
-            if (!SendText(worker->requests, slot->request)) Bury(*worker);
+        for (;;) {
+            Slot* const slot = FirstWaiting();
+            if (Worker* const worker = slot ? IdleWorker() : nullptr)
+                Give(*slot, *worker);
+            else if (Waiting() >= m_count || !ReadOn())
+                return;
         }
     }
 
-    // What is to be worked on next, if anything; asks the source only for what a worker can begin at once.
-    Slot* NextSlot()
+    void Give(Slot& slot, Worker& worker)
+    {
+        slot.state = Slot::Running;
+        ++slot.attempts;
+        worker.slot = &slot;
+        if (!SendText(worker.requests, slot.request)) Bury(worker);
+    }
+
+    Slot* FirstWaiting()
     {
         const auto waiting =
             std::find_if(m_slots.begin(), m_slots.end(), [](const Slot& slot) { return slot.state == Slot::Waiting; });
-        if (waiting != m_slots.end()) return &*waiting;
-        if (m_hasEnded || Running() >= m_count || m_slots.size() >= SLOTS_PER_WORKER * m_count) return nullptr;
+        return waiting == m_slots.end() ? nullptr : &*waiting;
+    }
+
+    std::size_t Waiting() const
+    {
+        return static_cast<std::size_t>(std::count_if(m_slots.begin(), m_slots.end(),
+                                                      [](const Slot& slot) { return slot.state == Slot::Waiting; }));
+    }
+
+    // Whether there was one more request to be had.
+    bool ReadOn()
+    {
+        if (m_hasEnded || m_isLater || m_slots.size() >= SLOTS_PER_WORKER * m_count) return false;
         Slot slot;
         switch (m_source.Next(slot.request, m_slots.empty())) {
         case RequestSource::Answer::Request:
             m_slots.push_back(std::move(slot));
-            return &m_slots.back();
+            return true;
         case RequestSource::Answer::Later:
             m_isLater = true;
-            return nullptr;
+            return false;
         default:
             m_hasEnded = true;
-            return nullptr;
+            return false;
         }
-    }
-
-    std::size_t Running() const
-    {
-        return static_cast<std::size_t>(
-            std::count_if(m_workers.begin(), m_workers.end(), [](const Worker& worker) { return worker.slot; }));
     }
 
     // A worker without work; a new one where there are not as many as there may be.
