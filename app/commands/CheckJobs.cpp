@@ -161,7 +161,7 @@ private:
     {
         if (path == "-") return 0;
         std::error_code error;
-        if (!std::filesystem::is_regular_file(FilePath(path), error)) return 0;
+        // An error for all that is no regular file.
         const std::uintmax_t size = std::filesystem::file_size(FilePath(path), error);
         return !error && size <= REQUEST_BYTES ? std::max<std::size_t>(static_cast<std::size_t>(size), 1) : 0;
     }
