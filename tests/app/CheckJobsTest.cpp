@@ -279,7 +279,8 @@ TEST(Streams, MemoryDoesNotGrowWithTheInput)
 
 TEST(Progress, IsShownOnATerminalAndTakenAway)
 {
-    if (RunShell("command -v script").code != 0) GTEST_SKIP() << "there is no script command that plays a terminal";
+    if (RunShell("TERM=xterm script -qec 'echo works' /dev/null </dev/null").out != "works\r\n")
+        GTEST_SKIP() << "there is no script command that plays a terminal, or no terminal to play";
     const TestDirectory directory;
     const std::string member = directory.Write("member.csv", GOOD_MEMBER);
     const std::string feed = "(cat \"$M\"; sleep 0.7; cat \"$M\") | \"$K\" check - --format jsonl ";

@@ -99,7 +99,8 @@ std::vector<fs::path> Documents()
 
 TEST(Docs, EveryCommandPrintsWhatTheDocumentsSay)
 {
-    const bool hasParallel = !OutputOf("command -v parallel").empty();
+    // Where there is no /sys it works, with a complaint.
+    const bool hasParallel = OutputOf("parallel echo ::: works") == "works\n";
     int commands = 0;
     int left = 0;
     for (const fs::path& path : Documents()) {
@@ -117,7 +118,7 @@ TEST(Docs, EveryCommandPrintsWhatTheDocumentsSay)
         }
     }
     EXPECT_GE(commands, 10) << "the documents show the tool at work";
-    if (left > 0) GTEST_SKIP() << left << " commands were left out: GNU parallel is not installed";
+    if (left > 0) GTEST_SKIP() << left << " commands were left out: GNU parallel is missing or complains";
 }
 
 TEST(Docs, CodeInTheDocumentsIsCompiled)
