@@ -11,7 +11,8 @@
 
 namespace Keltrix::App {
 
-/// Files beyond this size are refused before they are read: a member takes a few kilobytes.
+/// The most that is read as a whole, a file or a member: a member takes a few kilobytes. Files of several members that are
+/// read one by one may be of any size.
 inline constexpr std::size_t LARGEST_FILE = std::size_t(64) << 20;
 
 /// How messages call a file.

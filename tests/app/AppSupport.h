@@ -7,6 +7,7 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -38,6 +39,15 @@ inline std::string ReadWhole(const std::filesystem::path& path)
     std::ostringstream text;
     text << stream.rdbuf();
     return text.str();
+}
+
+inline std::vector<std::string> LinesOf(const std::string& text)
+{
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
 }
 
 /// A directory of one test, removed at its end.

@@ -13,11 +13,10 @@ namespace Keltrix::App {
 namespace {
 
 using nlohmann::json;
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::Not;
 using ::testing::StartsWith;
 using Trial::GOOD_MEMBER;
+using Trial::LinesOf;
 using Trial::ReadWhole;
 using Trial::RunKsteel;
 using Trial::RunResult;
@@ -37,15 +36,6 @@ std::string Repeated(const std::string& text, int times)
     for (int i = 0; i < times; ++i)
         all += text;
     return all;
-}
-
-std::vector<std::string> LinesOf(const std::string& text)
-{
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
 }
 
 // Files of every kind: small and large ones, such with faults, none, and a stream.
@@ -268,8 +258,8 @@ TEST(Streams, MemoryDoesNotGrowWithTheInput)
                 return PeakMemory("for i in $(seq " + std::to_string(times) + "); do cat '" + file +
                                   "'; done | '" KSTEEL_PATH "' check " + options + " --jobs " + jobs + " - >/dev/null");
             };
-            // Far less than the tens of MiB that are put out. Some replies wait for an earlier one, how many is up to chance: eight of
-            // up to 1 MiB with two workers.
+            // Far less than the tens of MiB that are put out. Some replies wait for an earlier one, how many is up to
+            // chance: eight of up to 1 MiB with two workers.
             const long few = peak(1);
             const long many = peak(12);
             EXPECT_LT(many, few + 12 * 1024) << options << " --jobs " << jobs << ": KiB for 500 and for 6000 members";

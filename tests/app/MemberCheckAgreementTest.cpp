@@ -15,6 +15,7 @@ namespace Keltrix::App {
 namespace {
 
 using Trial::GOOD_MEMBER;
+using Trial::LinesOf;
 
 bool IsAccepted(const CString& text)
 {
@@ -44,15 +45,6 @@ bool ExpectAgreement(const std::string& text, const std::string& how)
     }
     EXPECT_EQ(bad == 0, check.Errors() == 0) << how;
     return accepted;
-}
-
-std::vector<std::string> LinesOf(const std::string& text)
-{
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
 }
 
 std::string Joined(const std::vector<std::string>& lines)
