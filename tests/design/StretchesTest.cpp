@@ -191,8 +191,8 @@ TEST(Stretches, CoverTheMemberOnceForEachFlangeAndDoNotDependOnDivision)
         const std::vector<Stretch> mirrored = Stretches(Mirrored(m));
         ASSERT_EQ(divided.size(), whole.size())
             << "seed " << seed << ", member " << i << ": " << Words(whole) << " and " << Words(divided);
-        ASSERT_EQ(mirrored.size(), whole.size()) << "seed " << seed << ", member " << i << ": " << Words(whole)
-                                                 << " and " << Words(mirrored);
+        ASSERT_EQ(mirrored.size(), whole.size())
+            << "seed " << seed << ", member " << i << ": " << Words(whole) << " and " << Words(mirrored);
         double sum = 0.0;
         double mirroredSum = 0.0;
         for (std::size_t j = 0; j < whole.size(); ++j) {
