@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "MemberText.h"
-#include "MomentDiagram.h"
+#include "MomentShape.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
 
 namespace Keltrix::BS5950 {
@@ -99,10 +99,9 @@ int CSteelMemberBS5950::BucklingSense(int left, int right) const
 // middle of the sub-span says which flange that is; where there is none either, any flange will do.
 bool CSteelMemberBS5950::CompressionFlangeHeld(CRestraint restraint, int subSpan, const Vec3<double>& moment) const
 {
-    const MomentDiagram diagram(MemberPoints(), SubSpans(), MomentDiagram::Component::Major);
-    const double middle = diagram.InSubSpan(subSpan, 0.5);
-    const double left = diagram.InSubSpan(subSpan, 0.0);
-    const double right = diagram.InSubSpan(subSpan, 1.0);
+    const double middle = m_major.InSubSpan(subSpan, 0.5).Worst();
+    const double left = m_major.InSubSpan(subSpan, 0.0).Worst();
+    const double right = m_major.InSubSpan(subSpan, 1.0).Worst();
     const double tolerance = std::max(1.0, 0.01 * std::max({std::abs(left), std::abs(right), std::abs(middle)}));
     const double y = std::abs(moment.y) > tolerance ? moment.y : middle;
     if (std::abs(y) <= tolerance)
@@ -185,8 +184,9 @@ SpanResult CSteelMemberBS5950::MakeSpan(BucklingMode mode, int left, int right) 
         }
         return 0.0;
     });
-    span.momentX = MomentDiagram(MemberPoints(), SubSpans(), MomentDiagram::Component::Major).Shape(left, right);
-    span.momentY = MomentDiagram(MemberPoints(), SubSpans(), MomentDiagram::Component::Minor).Shape(left, right);
+    const FactorTable table = mode == BucklingMode::LateralTorsional ? FactorTable::Table18 : FactorTable::Table26;
+    span.momentX = ShapeOf(m_major, span.start, span.end, table);
+    span.momentY = ShapeOf(m_minor, span.start, span.end, table);
     return span;
 }
 
@@ -361,8 +361,8 @@ void CSteelMemberBS5950::CheckFlexural(SpanResult& span)
 
     const MomentShape& own = axis == Axis::X ? span.momentX : span.momentY;
     const auto factor = [&](const MomentShape& shape) {
-        const double m26 = MomentFactor(shape.M2, shape.M3, shape.M4, shape.M24, shape.Mmax);
-        return UserFactor(span.sway ? std::max(m26, 0.85) : m26); // 4.8.3.3.4: at least 0.85 in sway mode
+        return UserFactor(span.sway ? std::max(shape.factor, 0.85)
+                                    : shape.factor); // 4.8.3.3.4: at least 0.85 in sway mode
     };
     span.m = factor(own);
     span.myx = factor(span.momentY);
@@ -520,7 +520,7 @@ void CSteelMemberBS5950::CheckLateral(SpanResult& span)
     const bool uniform = span.destabilising || span.cantilever;
     if (span.applied && uniform && !EquivalentUniformMomentFactor())
         Assume(L"mLT", L"1.0 for a destabilising load or a cantilever (4.3.6.6)", 1.0);
-    span.m = UserFactor(uniform ? 1.0 : MomentFactorLT(shape.M2, shape.M3, shape.M4, shape.Mmax));
+    span.m = UserFactor(uniform ? 1.0 : shape.factor);
 
     // 4.3.8.3 is for equal legs within the limit of class 3 in bending.
     const bool equalAngle = s.shape == Shape::Angle && s.D == s.B && s.b / s.t <= 15.0 * Epsilon(m_section.Steel().py);

@@ -3,7 +3,6 @@
 #include <limits>
 
 #include "MemberText.h"
-#include "MomentDiagram.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
 
 namespace Keltrix::BS5950 {
@@ -18,8 +17,6 @@ double PositionResult::Largest() const
 void CSteelMemberBS5950::CollectPositions()
 {
     m_positions.clear();
-    const MomentDiagram diagram(MemberPoints(), SubSpans(), MomentDiagram::Component::Major);
-    const MomentDiagram minor(MemberPoints(), SubSpans(), MomentDiagram::Component::Minor);
     m_positions.reserve(2 * SubSpans().size() + 2);
     const auto add = [this](int k, Place place, double x, const Vec3<double>& force, const Vec3<double>& moment) {
         m_section.SetMemberForces(force);
@@ -36,15 +33,15 @@ void CSteelMemberBS5950::CollectPositions()
         const double x0 = MemberPoints()[static_cast<std::size_t>(k)].GetPos();
         const double x1 = MemberPoints()[static_cast<std::size_t>(k) + 1].GetPos();
         add(k, Place::LeftEnd, x0, sub.GetForcesLeft(), sub.GetMomentsLeft());
-        for (const double s : {diagram.ZeroShear(k), minor.ZeroShear(k)}) {
-            if (!(s > 0.0)) continue;
+        for (const double s : {m_major.Curves(k).front().Extreme(), m_minor.Curves(k).front().Extreme()}) {
+            if (!(s > 1e-6 && s < 1.0 - 1e-6)) continue;
             const auto between = [s](double a, double b) { return (1.0 - s) * a + s * b; };
             const Vec3<double> fl = sub.GetForcesLeft();
             const Vec3<double> fr = sub.GetForcesRight();
             const Vec3<double> ml = sub.GetMomentsLeft();
             const Vec3<double> mr = sub.GetMomentsRight();
             add(k, Place::Inside, between(x0, x1), {between(fl.x, fr.x), between(fl.y, fr.y), between(fl.z, fr.z)},
-                {between(ml.x, mr.x), diagram.InSubSpan(k, s), minor.InSubSpan(k, s)});
+                {between(ml.x, mr.x), m_major.InSubSpan(k, s).Worst(), m_minor.InSubSpan(k, s).Worst()});
         }
         add(k, Place::RightEnd, x1, sub.GetForcesRight(), sub.GetMomentsRight());
     }

@@ -4,9 +4,11 @@
 #include <vector>
 
 #include "keltrix/bs5950/Capacity.h"
+#include "keltrix/bs5950/DesignOptions.h"
 #include "keltrix/bs5950/Export.h"
 #include "keltrix/bs5950/Ledger.h"
 #include "keltrix/bs5950/SectionBS5950.h"
+#include "keltrix/design/MomentDiagram.h"
 #include "keltrix/steel/SteelMember.h"
 
 namespace Keltrix::BS5950 {
@@ -63,6 +65,8 @@ struct MomentShape {
     double Mmax = 0.0;                   ///< largest
     double Mleft = 0.0, Mright = 0.0;
     LoadPattern pattern = LoadPattern::None;
+    bool balanced = true; ///< forces and moments of every sub-span in the span belong together
+    double factor = 1.0;  ///< mLT of Table 18 or m of Table 26; 1.0 where not balanced
 };
 
 /// One span of a buckling check: what it reaches from and to, and what was found.
@@ -166,6 +170,10 @@ public:
     CString GetSectionText(const CDesFormat& fmt) const override;
     int SectionClass() const override { return m_class; }
 
+    /// Drops the findings.
+    void SetOptions(const DesignOptions& options);
+    const DesignOptions& Options() const { return m_options; }
+
     const SectionProperties& Properties() const { return m_section.Properties(); }
     /// Material for the present section and grade; its `refusal` says why there is none.
     const Material& Steel() const { return m_section.Steel(); }
@@ -173,6 +181,9 @@ public:
 
     // Findings of the last check.
     const Ledger& Checks() const { return m_ledger; }
+    /// Moments along the member as they were checked, about x-x and y-y.
+    const Design::MomentDiagram& MajorMoments() const { return m_major; }
+    const Design::MomentDiagram& MinorMoments() const { return m_minor; }
     const std::vector<Assumption>& Assumptions() const { return m_assumptions; }
     const std::vector<PositionResult>& Positions() const { return m_positions; }
     const std::vector<SpanResult>& Spans() const { return m_spans; }
@@ -249,7 +260,10 @@ private:
     CSectionBS5950 m_section;
     CSteelGrade m_grade;
     bool m_hasGrade = false;
+    DesignOptions m_options;
 
+    Design::MomentDiagram m_major;
+    Design::MomentDiagram m_minor;
     Ledger m_ledger;
     std::vector<Assumption> m_assumptions;
     std::vector<PositionResult> m_positions;
