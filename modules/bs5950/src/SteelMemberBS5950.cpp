@@ -115,8 +115,8 @@ const wchar_t* CSteelMemberBS5950::RefusalReason() const
     if (!(design.netGross > 0.0 && design.netGross <= 1.0))
         return L"the net to gross area ratio does not lie above 0 and up to 1";
     if (!(design.plasElas >= 1.0)) return L"the allowable plastic to elastic ratio lies below 1";
-    if (!(EquivalentUniformMomentFactor().value_or(1.0) >= 0.0))
-        return L"the equivalent uniform moment factor lies below 0 or is not a number";
+    if (!(EquivalentUniformMomentFactor().value_or(1.0) > 0.0))
+        return L"the equivalent uniform moment factor does not lie above 0";
     return nullptr;
 }
 
@@ -127,8 +127,7 @@ bool CSteelMemberBS5950::Prepare()
         Refuse(reason);
         return false;
     }
-    m_major = Design::MomentDiagram(MemberPoints(), SubSpans(), Design::Bending::Major);
-    m_minor = Design::MomentDiagram(MemberPoints(), SubSpans(), Design::Bending::Minor);
+    MakeDiagrams();
     CollectPositions();
     if (Result()) {
         Result()->IniDynaArray(2 * static_cast<int>(SubSpans().size()) + 2);
@@ -251,17 +250,13 @@ Steel::SubspanEffectiveLengthData CSteelMemberBS5950::GetEffectiveLengths() cons
     using Entry = Steel::SubspanEffectiveLengthData::Entry;
     std::map<int, Entry> maps[3];
     for (const SpanResult& s : m_spans) {
+        if (s.turned) continue;
         std::map<int, Entry>& map = maps[static_cast<int>(s.mode)];
         map.emplace(static_cast<int>(map.size()),
                     Entry(static_cast<std::size_t>(s.left), static_cast<std::size_t>(s.right - 1), s.start, s.end, s.LE,
                           s.radius));
     }
     return {maps[0], maps[1], maps[2]};
-}
-
-double CSteelMemberBS5950::UserFactor(double computed) const
-{
-    return EquivalentUniformMomentFactor().value_or(computed);
 }
 
 } // namespace Keltrix::BS5950
