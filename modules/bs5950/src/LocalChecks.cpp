@@ -79,7 +79,7 @@ void SetCapacities(const SectionProperties& s, const Material& m, const SectionD
 {
     const Actions& a = p.actions;
     p.Pt = p.eccentricTie ? EccentricTensionCapacity(s, m, design.netGross) : TensionCapacity(s, m, design.netGross);
-    p.Pz = p.cls.Aeff * m.py;
+    p.Pz = p.cls.Aeff * p.cls.pyCompression;
     p.Pvy = ShearCapacity(s, m, Axis::Y);
     p.Pvx = ShearCapacity(s, m, Axis::X);
     p.Mcx = MomentCapacity(s, m, p.cls, design, Axis::X, a.Fvy);

@@ -27,7 +27,7 @@ struct PositionResult {
     Classification cls;
 
     double Pt = 0.0;  ///< tension capacity
-    double Pz = 0.0;  ///< compression capacity of the cross-section, A py (Aeff py in class 4)
+    double Pz = 0.0;  ///< compression capacity of the cross-section, A py (Aeff py or A pyr in class 4)
     double Pvx = 0.0; ///< shear capacity along x
     double Pvy = 0.0; ///< shear capacity along y (parallel to the web)
     double Vw = 0.0;  ///< simple shear buckling resistance; 0 where the web need not be checked
