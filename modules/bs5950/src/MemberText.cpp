@@ -379,7 +379,8 @@ void CSteelMemberBS5950::Text::Interaction(const InteractionResult& r)
     }
     const wchar_t* k = m_member.Properties().IsHollow() ? L"0.5 " : L"";
     Line(L"Fc/Pcx + mx Mx/Mcx (1 + 0.5 Fc/Pcx) + 0.5 myx My/Mcy = %s <i>cl. %s</i>", Verdict(r.first, false), r.clause);
-    Line(L"Fc/Pcy + mLT MLT/Mb + my My/Mcy (1 + %sFc/Pcy) = %s <i>cl. %s</i>", k, Verdict(r.second, false), r.clause);
+    Line(L"Fc/Pcy + %smLT MLT/Mb + my My/Mcy (1 + %sFc/Pcy) = %s <i>cl. %s</i>", k, k, Verdict(r.second, false),
+         r.clause);
     Line(L"mx Mx(1 + 0.5 Fc/Pcx)/(Mcx(1 - Fc/Pcx)) + my My(1 + %sFc/Pcy)/(Mcy(1 - Fc/Pcy)) = %s <i>cl. %s</i>", k,
          Verdict(r.third, false), r.clause);
 }
