@@ -728,7 +728,6 @@ void CSteelMemberBS5950::RunBuckling()
 bool CSteelMemberBS5950::CheckBuckling()
 {
     if (!Prepare()) return false;
-    EvaluatePositions();
     RunBuckling();
     return !m_ledger.HasFailed(Stage::Buckling);
 }

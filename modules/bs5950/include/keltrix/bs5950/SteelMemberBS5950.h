@@ -13,15 +13,25 @@
 
 namespace Keltrix::BS5950 {
 
-/// Which end of its sub-span a position is, or the point inside it where the shear passes through zero.
+/// Which end of its sub-span a position is, or a place inside it.
 enum class Place { LeftEnd, Inside, RightEnd };
+/// Why a place is a position: an end of a sub-span, an extreme of a moment, or the place inside a sub-span where a utilisation
+/// is larger than at all of those.
+enum class Found { End, Extreme, LargestUtilisation };
+/// Which moment was taken where the forces of a sub-span do not balance: the one that follows from the left end and the
+/// shears, the one that follows from the right end, or the straight line between the end moments.
+enum class Reading { Diagram, FromLeft, FromRight, Straight };
 
 /// A position of the local checks and what was found there. Forces in N, moments in N·m.
 struct PositionResult {
     double x = 0.0;  ///< along the member, m
     int subSpan = 0; ///< counted from 0
     Place place = Place::LeftEnd;
-    Actions actions; ///< Mx and My about the section's axes
+    Found found = Found::End;
+    Reading majorReading = Reading::Diagram;
+    Reading minorReading = Reading::Diagram;
+    bool reversed = false; ///< angle: turned the other way, so that My counts with the other sign about u-u and v-v
+    Actions actions;       ///< Mx and My about the section's axes
     Classification cls;
 
     double Pt = 0.0;  ///< tension capacity
@@ -209,8 +219,6 @@ private:
 
     void RunLocal(bool alongMember);
     void RunBuckling();
-    void EvaluatePositions();
-    PositionResult EvaluatePosition(PositionResult p) const;
     void RecordLocal();
     void RecordLocalRule(Rule rule, double PositionResult::*utilisation, double PositionResult::*resistance,
                          const wchar_t* symbol, Quantity quantity, const wchar_t* absent);
