@@ -729,7 +729,7 @@ bool CSteelMemberBS5950::CheckBuckling()
 {
     if (!Prepare()) return false;
     RunBuckling();
-    return !m_ledger.HasFailed(Stage::Buckling);
+    return !m_ledger.HasFailed(Stage::Buckling) && !m_ledger.IsOpen(Stage::Buckling);
 }
 
 } // namespace Keltrix::BS5950

@@ -48,7 +48,7 @@ bool CSteelMemberBS5950::CheckLocal(bool alongMember)
 {
     if (!Prepare()) return false;
     RunLocal(alongMember);
-    return !m_ledger.HasFailed(Stage::Local);
+    return !m_ledger.HasFailed(Stage::Local) && !m_ledger.IsOpen(Stage::Local);
 }
 
 void CSteelMemberBS5950::WriteLocalUtilisations()

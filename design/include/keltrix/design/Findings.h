@@ -21,8 +21,8 @@ enum class WarningKind {
 /// Something in the input that leaves the answer in doubt and that an engineer must see before he uses it.
 struct Warning {
     WarningKind kind = WarningKind::UnbalancedForces;
-    CString text;      ///< one sentence or more, complete in itself
-    int subSpan = -1;  ///< counted from 0; -1 where it is of the member
+    CString text;                                            ///< one sentence or more, complete in itself
+    int subSpan = -1;                                        ///< counted from 0; -1 where it is of the member
     double start = std::numeric_limits<double>::quiet_NaN(); ///< m
     double end = std::numeric_limits<double>::quiet_NaN();
 };

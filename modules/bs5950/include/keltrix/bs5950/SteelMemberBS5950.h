@@ -8,6 +8,7 @@
 #include "keltrix/bs5950/Export.h"
 #include "keltrix/bs5950/Ledger.h"
 #include "keltrix/bs5950/SectionBS5950.h"
+#include "keltrix/design/Findings.h"
 #include "keltrix/design/MomentDiagram.h"
 #include "keltrix/steel/SteelMember.h"
 
@@ -168,11 +169,12 @@ public:
     bool SetGrade(const CSteelGrade& grade) override;
     CSteelGrade GetGrade() const override { return m_grade; }
     /// With `alongMember` the text covers every position, otherwise only those above 1.0 or else the one of the largest
-    /// utilisation. All positions are checked either way. True when no local check failed.
+    /// utilisation. All positions are checked either way. True when every local check that applies was evaluated and none
+    /// failed.
     bool CheckLocal(bool alongMember) override;
-    /// True when no buckling check failed.
+    /// True when every buckling check that applies was evaluated and none failed.
     bool CheckBuckling() override;
-    /// False where a check failed or nothing could be checked. Rules that could not be evaluated are in the ledger.
+    /// True when every rule that applies was evaluated and none failed: Status() tells the two other outcomes apart.
     bool Check() override;
     bool SetMemberPointVec(const std::vector<Steel::CMemberPoint>& points) override;
     bool SetSubSpanVec(const std::vector<Steel::CSubSpan>& subSpans) override;
@@ -191,6 +193,10 @@ public:
 
     // Findings of the last check.
     const Ledger& Checks() const { return m_ledger; }
+    /// Outcome of the last check; NotChecked before one.
+    Design::Status Status() const { return m_ledger.Status(); }
+    /// What in the input leaves the answer in doubt, by place.
+    const std::vector<Design::Warning>& Warnings() const { return m_warnings; }
     /// Moments along the member as they were checked, about x-x and y-y.
     const Design::MomentDiagram& MajorMoments() const { return m_major; }
     const Design::MomentDiagram& MinorMoments() const { return m_minor; }
@@ -208,6 +214,7 @@ private:
     friend class Text;
 
     const wchar_t* RefusalReason() const;
+    const wchar_t* NumbersRefusal() const;
     bool Prepare();
     void RecordGeneral();
     void Refuse(const wchar_t* reason);
@@ -215,6 +222,9 @@ private:
     void DropFindings();
     void CollectPositions();
     void RecordAssumptions();
+    void RecordLoads();
+    void RecordLoad(const Design::MomentDiagram& moments, const wchar_t* name, double sign);
+    void RecordWarnings();
     void SetLoads();
 
     void RunLocal(bool alongMember);
@@ -274,6 +284,7 @@ private:
     Design::MomentDiagram m_minor;
     Ledger m_ledger;
     std::vector<Assumption> m_assumptions;
+    std::vector<Design::Warning> m_warnings;
     std::vector<PositionResult> m_positions;
     std::vector<SpanResult> m_spans;
     std::vector<InteractionResult> m_interactions;
