@@ -11,6 +11,7 @@
 #include <map>
 #include <ostream>
 #include <sstream>
+#include <string_view>
 
 #include "Members.h"
 #include "design/RandomMember.h"
@@ -168,8 +169,10 @@ protected:
     // Each shape has random numbers of its own.
     std::mt19937 Random() const
     {
-        return std::mt19937(SEED + static_cast<unsigned>(std::size_t(GetParam().section[0]) * 131 +
-                                                         std::size_t(GetParam().section[2])));
+        unsigned seed = SEED;
+        for (const wchar_t c : std::wstring_view(GetParam().section))
+            seed = seed * 31 + static_cast<unsigned>(c);
+        return std::mt19937(seed);
     }
 
     // Actions of the size that the section can carry, more or less.

@@ -140,9 +140,8 @@ void CSteelMemberBS5950::RunBuckling()
 bool CSteelMemberBS5950::CheckBuckling()
 {
     if (!Prepare()) return false;
-    EvaluatePositions();
     RunBuckling();
-    return !m_ledger.HasFailed(Stage::Buckling);
+    return !m_ledger.HasFailed(Stage::Buckling) && !m_ledger.IsOpen(Stage::Buckling);
 }
 
 } // namespace Keltrix::BS5950

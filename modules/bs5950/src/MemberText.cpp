@@ -11,9 +11,25 @@ using Steel::CResultIndent;
 
 namespace {
 
-const wchar_t* PlaceName(Place place)
+const wchar_t* PlaceName(const PositionResult& p)
 {
-    return place == Place::LeftEnd ? L"left end" : place == Place::RightEnd ? L"right end" : L"zero shear";
+    if (p.place != Place::Inside) return p.place == Place::LeftEnd ? L"left end" : L"right end";
+    return p.found == Found::Extreme ? L"zero shear" : L"largest utilisation inside";
+}
+
+const wchar_t* ReadingName(Reading reading)
+{
+    switch (reading) {
+    case Reading::FromLeft:
+        return L"by the left end and the shears";
+    case Reading::FromRight:
+        return L"by the right end and the shears";
+    case Reading::Straight:
+        return L"on the straight line between the end moments";
+    case Reading::Diagram:
+        break;
+    }
+    return L"";
 }
 
 const wchar_t* SenseName(int sense)
@@ -193,9 +209,13 @@ void CSteelMemberBS5950::Text::Position(std::size_t index)
     const PositionResult& p = m_member.m_positions[index];
     const Actions& a = p.actions;
     m_result.SetCurSubSpan(p.Entry());
-    Line(L"<h5>Position %i: %s of sub-span %i, at %s</h5>", static_cast<int>(index) + 1, PlaceName(p.place),
-         p.subSpan + 1, m_fmt.Length(p.x));
+    Line(L"<h5>Position %i: %s of sub-span %i, at %s</h5>", static_cast<int>(index) + 1, PlaceName(p), p.subSpan + 1,
+         m_fmt.Length(p.x));
     const CResultIndent indent(&m_result);
+    if (p.majorReading != Reading::Diagram)
+        Line(L"<red>forces do not balance</red>: Mx %s", ReadingName(p.majorReading));
+    if (p.minorReading != Reading::Diagram)
+        Line(L"<red>forces do not balance</red>: My %s", ReadingName(p.minorReading));
     Line(L"F = %s (%s), Mx = %s, My = %s, Fvy = %s, Fvx = %s", m_fmt.Force(a.F),
          a.F > 0.0   ? L"tension"
          : a.F < 0.0 ? L"compression"
@@ -228,7 +248,17 @@ void CSteelMemberBS5950::Text::Local(bool alongMember)
     if (!alongMember && !any && !positions.empty()) Position(worst);
 }
 
-void CSteelMemberBS5950::Text::BucklingTitle() { Line(L"<h4>Buckling checks:</h4>"); }
+void CSteelMemberBS5950::Text::Warnings()
+{
+    for (const Design::Warning& warning : m_member.m_warnings)
+        Line(L"<red><b>WARNING:</b></red> %s", warning.text);
+}
+
+void CSteelMemberBS5950::Text::BucklingTitle()
+{
+    Line(L"<h4>Buckling checks:</h4>");
+    Warnings();
+}
 
 void CSteelMemberBS5950::Text::SpanTitle(const wchar_t* what, const SpanResult& span)
 {
@@ -416,7 +446,7 @@ void CSteelMemberBS5950::Text::Summary()
     Line(L"<h4>Assumptions:</h4>");
     if (m_member.m_assumptions.empty()) Line(L"\tnone");
     for (const Assumption& a : m_member.m_assumptions)
-        Line(L"\t<b>%s</b>: %s", a.name, a.text);
+        Line(L"\t<b>%s</b>: %s", a.name, AssumptionText(a, m_fmt));
     LedgerTable();
 }
 

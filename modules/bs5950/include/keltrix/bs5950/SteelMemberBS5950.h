@@ -9,21 +9,32 @@
 #include "keltrix/bs5950/Export.h"
 #include "keltrix/bs5950/Ledger.h"
 #include "keltrix/bs5950/SectionBS5950.h"
+#include "keltrix/design/Findings.h"
 #include "keltrix/design/MomentDiagram.h"
 #include "keltrix/design/Stretches.h"
 #include "keltrix/steel/SteelMember.h"
 
 namespace Keltrix::BS5950 {
 
-/// Which end of its sub-span a position is, or the point inside it where the shear passes through zero.
+/// Which end of its sub-span a position is, or a place inside it.
 enum class Place { LeftEnd, Inside, RightEnd };
+/// Why a place is a position: an end of a sub-span, an extreme of a moment, or the place inside a sub-span where a utilisation
+/// is larger than at all of those.
+enum class Found { End, Extreme, LargestUtilisation };
+/// Which moment was taken where the forces of a sub-span do not balance: the one that follows from the left end and the
+/// shears, the one that follows from the right end, or the straight line between the end moments.
+enum class Reading { Diagram, FromLeft, FromRight, Straight };
 
 /// A position of the local checks and what was found there. Forces in N, moments in N·m.
 struct PositionResult {
     double x = 0.0;  ///< along the member, m
     int subSpan = 0; ///< counted from 0
     Place place = Place::LeftEnd;
-    Actions actions; ///< Mx and My about the section's axes
+    Found found = Found::End;
+    Reading majorReading = Reading::Diagram;
+    Reading minorReading = Reading::Diagram;
+    bool reversed = false; ///< angle: turned the other way, so that My counts with the other sign about u-u and v-v
+    Actions actions;       ///< Mx and My about the section's axes
     Classification cls;
 
     double Pt = 0.0;  ///< tension capacity
@@ -173,11 +184,12 @@ public:
     bool SetGrade(const CSteelGrade& grade) override;
     CSteelGrade GetGrade() const override { return m_grade; }
     /// With `alongMember` the text covers every position, otherwise only those above 1.0 or else the one of the largest
-    /// utilisation. All positions are checked either way. True when no local check failed.
+    /// utilisation. All positions are checked either way. True when every local check that applies was evaluated and none
+    /// failed.
     bool CheckLocal(bool alongMember) override;
-    /// True when no buckling check failed.
+    /// True when every buckling check that applies was evaluated and none failed.
     bool CheckBuckling() override;
-    /// False where a check failed or nothing could be checked. Rules that could not be evaluated are in the ledger.
+    /// True when every rule that applies was evaluated and none failed: Status() tells the two other outcomes apart.
     bool Check() override;
     bool SetMemberPointVec(const std::vector<Steel::CMemberPoint>& points) override;
     bool SetSubSpanVec(const std::vector<Steel::CSubSpan>& subSpans) override;
@@ -196,6 +208,10 @@ public:
 
     // Findings of the last check.
     const Ledger& Checks() const { return m_ledger; }
+    /// Outcome of the last check; NotChecked before one.
+    Design::Status Status() const { return m_ledger.Status(); }
+    /// What in the input leaves the answer in doubt, by place.
+    const std::vector<Design::Warning>& Warnings() const { return m_warnings; }
     /// Moments along the member as they were checked, about x-x and y-y.
     const Design::MomentDiagram& MajorMoments() const { return m_major; }
     const Design::MomentDiagram& MinorMoments() const { return m_minor; }
@@ -213,6 +229,7 @@ private:
     friend class Text;
 
     const wchar_t* RefusalReason() const;
+    const wchar_t* NumbersRefusal() const;
     bool Prepare();
     void RecordGeneral();
     void Refuse(const wchar_t* reason);
@@ -220,12 +237,13 @@ private:
     void DropFindings();
     void CollectPositions();
     void RecordAssumptions();
+    void RecordLoads();
+    void RecordLoad(const Design::MomentDiagram& moments, const wchar_t* name, double sign);
+    void RecordWarnings();
     void SetLoads();
 
     void RunLocal(bool alongMember);
     void RunBuckling();
-    void EvaluatePositions();
-    PositionResult EvaluatePosition(PositionResult p) const;
     void RecordLocal();
     void RecordLocalRule(Rule rule, double PositionResult::*utilisation, double PositionResult::*resistance,
                          const wchar_t* symbol, Quantity quantity, const wchar_t* absent);
@@ -301,6 +319,7 @@ private:
     std::vector<Design::MomentDiagram> m_principal; ///< angle: Mu and Mv, then those of the angle turned the other way
     Ledger m_ledger;
     std::vector<Assumption> m_assumptions;
+    std::vector<Design::Warning> m_warnings;
     std::vector<PositionResult> m_positions;
     std::vector<SpanResult> m_spans;
     std::vector<InteractionResult> m_interactions;
