@@ -208,7 +208,8 @@ std::string CheckTable(const BS5950::Ledger& ledger)
 std::string IdleTable(const BS5950::Ledger& ledger)
 {
     std::string html = TableHead("Checks without a result", {"Check without a result", "Clause", "Why"}, {}, {});
-    for (const BS5950::CheckStatus status : {BS5950::CheckStatus::NotEvaluated, BS5950::CheckStatus::NotApplicable}) {
+    for (const BS5950::CheckStatus status :
+         {BS5950::CheckStatus::NotEvaluated, BS5950::CheckStatus::OutOfScope, BS5950::CheckStatus::NotApplicable}) {
         for (const LedgerEntry& entry : ledger.Entries()) {
             if (entry.status != status) continue;
             html += "<tr><td>" + Wording(BS5950::RuleName(entry.rule)) + "</td><td>" + Wording(entry.clause) +
@@ -233,7 +234,8 @@ std::vector<std::string> AssumptionSentences(const BS5950::CSteelMemberBS5950& m
 {
     std::vector<std::string> sentences;
     for (const BS5950::Assumption& assumption : member.Assumptions())
-        sentences.push_back(Utf8(std::wstring_view(assumption.name)) + ": " + Utf8(std::wstring_view(assumption.text)));
+        sentences.push_back(Utf8(std::wstring_view(assumption.name)) + ": " +
+                            Utf8(BS5950::AssumptionText(assumption, CDesFormat())));
     return sentences;
 }
 

@@ -336,17 +336,6 @@ TEST(Positions, GiveTheResultTwoEntriesForEachSubSpanWhateverTheActions)
     EXPECT_EQ(both.UtilOverAll(), std::max(loaded.result.UtilOverAll(), other.result.UtilOverAll()));
 }
 
-TEST(Positions, OfASubSpanWhoseMomentsDoNotBelongToItsShearsAreItsEndsOnly)
-{
-    Case given;
-    given.force = [](double x) { return Vector(0, 0, x < 3.0 ? -50e3 : 50e3); };
-    given.moment = [](double x) { return Vector(0, x > 3.0 ? -40e3 : 0.0, 0); };
-    Checked c(given);
-    c.Check();
-    EXPECT_EQ(c.member.Positions().size(), 2u);
-    EXPECT_TRUE(c.Assumes(L"moment within sub-spans"));
-}
-
 TEST(BoltHoles, AreNotEvaluatedWhereTheRatioCannotSayWhereTheyAre)
 {
     Case given;
