@@ -178,9 +178,9 @@ SpanResult CSteelMemberBS5950::MakeSpan(BucklingMode mode, int left, int right) 
         span.My = std::max(span.My, p.momentMinor);
         span.major = std::max(span.major, p.major);
         span.minor = std::max(span.minor, p.minor);
-        if (p.cls.cls == 4) {
-            span.Zx = std::min(span.Zx, p.cls.Wx);
-            span.Zy = std::min(span.Zy, p.cls.Wy);
+        if (p.cls.cls == 4) { // so that py Zx is pyr Zx
+            span.Zx = std::min(span.Zx, p.cls.Wx * p.cls.pyMomentX / m_section.Steel().py);
+            span.Zy = std::min(span.Zy, p.cls.Wy * p.cls.pyMomentY / m_section.Steel().py);
         }
         return 0.0;
     });
@@ -355,7 +355,11 @@ void CSteelMemberBS5950::CheckFlexural(SpanResult& span)
     SetFlexuralLength(span);
     SetStrutSlenderness(span);
     span.Aeff = s.A - LargestOver(span, [&](const PositionResult& p) { return s.A - p.cls.Aeff; });
-    span.strength = CompressiveStrength(s, m, axis, span.slenderness * std::sqrt(span.Aeff / s.A));
+    Classification worst;
+    worst.Aeff = span.Aeff;
+    worst.pyCompression = m.py - LargestOver(span, [&](const PositionResult& p) { return m.py - p.cls.pyCompression; });
+    span.py = worst.pyCompression;
+    span.strength = CompressiveStrength(s, m, worst, axis, span.slenderness);
     span.resistance = span.Aeff * span.strength;
     span.utilisation = Ratio(span.effect, span.resistance);
 
@@ -480,6 +484,8 @@ void CSteelMemberBS5950::SetBendingResistance(SpanResult& span) const
     if (!(span.modulus < INF)) span.modulus = s.shape == Shape::Angle ? s.Zu : s.Zx;
     Classification c;
     c.Wx = span.modulus;
+    c.pyMomentX = m.py - LargestOver(span, [&](const PositionResult& p) { return m.py - p.cls.pyMomentX; });
+    span.py = c.pyMomentX;
     const double LE = span.continuous ? 0.0 : span.LE;
     const auto resistance = [&](bool flange1) {
         span.lt = LateralTorsionalSlenderness(s, LE, BetaW(s, c), flange1);

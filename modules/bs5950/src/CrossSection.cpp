@@ -93,7 +93,7 @@ void CrossSection::SetCapacities(PositionResult& p) const
     const Actions& a = p.actions;
     p.eccentricTie = m_eccentricTies && a.F > 0.0;
     p.Pt = p.eccentricTie ? m_eccentricPt : m_Pt;
-    p.Pz = p.cls.Aeff * m_m.py;
+    p.Pz = p.cls.Aeff * p.cls.pyCompression;
     p.Pvy = m_Pvy;
     p.Pvx = m_Pvx;
     p.Mcx = MomentCapacity(m_s, m_m, p.cls, m_design, Axis::X, a.Fvy);

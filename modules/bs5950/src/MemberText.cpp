@@ -111,8 +111,11 @@ void CSteelMemberBS5950::Text::Class(const PositionResult& p)
         Line(L"semi-compact <i>cl. 3.5.6</i>: %s = %s, %s = %s", p.cls.WxName, Volume(p.cls.Wx), p.cls.WyName,
              Volume(p.cls.Wy));
     if (p.cls.cls == 4)
-        Line(L"slender <i>cl. 3.6</i>: Aeff = %s, %s = %s, %s = %s", Area(p.cls.Aeff), p.cls.WxName, Volume(p.cls.Wx),
-             p.cls.WyName, Volume(p.cls.Wy));
+        Line(L"slender <i>cl. 3.6</i>: Aeff = %s, %s = %s, %s = %s; design strength <i>cl. 3.6.5</i> %s in "
+             L"compression, %s "
+             L"about x-x, %s about y-y",
+             Area(p.cls.Aeff), p.cls.WxName, Volume(p.cls.Wx), p.cls.WyName, Volume(p.cls.Wy),
+             m_fmt.Stress(p.cls.pyCompression), m_fmt.Stress(p.cls.pyMomentX), m_fmt.Stress(p.cls.pyMomentY));
 }
 
 void CSteelMemberBS5950::Text::Axial(const PositionResult& p)
@@ -131,7 +134,7 @@ void CSteelMemberBS5950::Text::Axial(const PositionResult& p)
     }
     if (p.actions.F < 0.0) {
         Line(L"Compression <i>cl. 4.8.3.2</i>: %s py = %s * %s = %s", p.cls.cls == 4 ? L"Aeff" : L"Ag",
-             Area(p.cls.Aeff), m_fmt.Stress(m.py), m_fmt.Force(p.Pz));
+             Area(p.cls.Aeff), m_fmt.Stress(p.cls.pyCompression), m_fmt.Force(p.Pz));
         Line(L"\tFc/(A py) = %s/%s = %s", m_fmt.Force(-p.actions.F), m_fmt.Force(p.Pz), Verdict(p.axial, true));
     }
 }
@@ -161,11 +164,10 @@ void CSteelMemberBS5950::Text::Shear(const PositionResult& p)
 void CSteelMemberBS5950::Text::Moment(const PositionResult& p)
 {
     const SectionProperties& s = m_member.Properties();
-    const Material& m = m_member.Steel();
     const bool angle = s.shape == Shape::Angle;
     const double limit = std::min(m_member.m_section.Design().plasElas, 1.5);
-    const auto one = [&](const wchar_t* axis, double effect, double capacity, double W, const wchar_t* W_, double Z,
-                         double Fv, double Pv, double utilisation) {
+    const auto one = [&](const wchar_t* axis, double effect, double capacity, double py, double W, const wchar_t* W_,
+                         double Z, double Fv, double Pv, double utilisation) {
         if (effect == 0.0) return;
         const double rho = HighShearFactor(Fv, Pv);
         if (rho > 0.0)
@@ -173,16 +175,16 @@ void CSteelMemberBS5950::Text::Moment(const PositionResult& p)
         if (p.flangesOnly && effect == p.momentMajor)
             Line(L"Moment <i>cl. 4.4.4.2</i>: thin web with Fv > 0.6 Vw, the flanges alone carry the moment");
         Line(L"Moment <i>cl. 4.2.5</i>: Mc%s = py %s = %s * %s, at most %s py Z (Z = %s): %s", axis, W_,
-             m_fmt.Stress(m.py), Volume(W), m_fmt.NoDim(limit), Volume(Z), m_fmt.Moment(capacity));
+             m_fmt.Stress(py), Volume(W), m_fmt.NoDim(limit), Volume(Z), m_fmt.Moment(capacity));
         Line(L"\tM%s/Mc%s = %s/%s = %s", axis, axis, m_fmt.Moment(effect), m_fmt.Moment(capacity),
              Verdict(utilisation, true));
     };
     if (angle && (p.momentMajor != 0.0 || p.momentMinor != 0.0))
         Line(L"Moments about the principal axes, α = %s°", m_fmt.NoDim(s.alpha * 57.29577951308232));
-    one(angle ? L"u" : L"x", p.momentMajor, p.Mcx, p.cls.Wx, p.cls.WxName, angle ? s.Zu : s.Zx, p.actions.Fvy, p.Pvy,
-        p.major);
-    one(angle ? L"v" : L"y", p.momentMinor, p.Mcy, p.cls.Wy, p.cls.WyName, angle ? s.Zv : s.Zy, p.actions.Fvx, p.Pvx,
-        p.minor);
+    one(angle ? L"u" : L"x", p.momentMajor, p.Mcx, p.cls.pyMomentX, p.cls.Wx, p.cls.WxName, angle ? s.Zu : s.Zx,
+        p.actions.Fvy, p.Pvy, p.major);
+    one(angle ? L"v" : L"y", p.momentMinor, p.Mcy, p.cls.pyMomentY, p.cls.Wy, p.cls.WyName, angle ? s.Zv : s.Zy,
+        p.actions.Fvx, p.Pvx, p.minor);
 }
 
 void CSteelMemberBS5950::Text::Combined(const PositionResult& p)
@@ -315,7 +317,7 @@ void CSteelMemberBS5950::Text::Flexural(const SpanResult& span)
     Line(L"curve %s%s%s <i>Table 23</i>, pc = %s <i>Annex C</i>%s", CString(StrutCurve::Name(curve.a), 1),
          curve.over > 0.0 ? L" and " : L"", curve.over > 0.0 ? CString(StrutCurve::Name(curve.aOver), 1) : CString(),
          m_fmt.Stress(span.strength),
-         s.IsWelded() && s.shape != Shape::CHS ? L", py less 20 N/mm² for welding <i>cl. 4.7.5</i>" : L"");
+         LosesStrengthByWelding(s) ? L", py less 20 N/mm² for welding <i>cl. 4.7.5</i>" : L"");
     Line(L"Pc%s = %s pc = %s * %s = %s <i>cl. 4.7.4</i>", x ? L"x" : L"y", span.Aeff < s.A ? L"Aeff" : L"Ag",
          Area(span.Aeff), m_fmt.Stress(span.strength), m_fmt.Force(span.resistance));
     Line(L"Fc/Pc%s = %s/%s = %s", x ? L"x" : L"y", m_fmt.Force(span.effect), m_fmt.Force(span.resistance),
@@ -350,7 +352,7 @@ void CSteelMemberBS5950::Text::Lateral(const SpanResult& span)
     Line(L"LE = %s, %s", m_fmt.Length(span.LE), span.lengthRule);
     if (!(span.LE < 1e300)) Line(L"<red>no row of the table applies to an end of the span</red>");
     if (s.shape == Shape::RHS) {
-        const double limit = Table15(s.D / s.B, m.py);
+        const double limit = Table15(s.D / s.B, span.py);
         Line(L"λ = LE/ry = %s, limiting slenderness for D/B = %s: %s <i>Table 15</i>", m_fmt.NoDim(lt.lambda),
              m_fmt.NoDim(s.D / s.B), m_fmt.NoDim(limit));
         if (lt.lambda > limit)
@@ -365,7 +367,7 @@ void CSteelMemberBS5950::Text::Lateral(const SpanResult& span)
         Line(L"λLT = u v λ βW^0.5 = %s * %s * %s * %s^0.5 = %s <i>cl. %s</i>", m_fmt.NoDim(lt.u), m_fmt.NoDim(lt.v),
              m_fmt.NoDim(lt.lambda), m_fmt.NoDim(lt.betaW), m_fmt.NoDim(lt.lambdaLT), lt.source);
     }
-    Line(L"λL0 = %s, pb = %s <i>Annex B.2</i>", m_fmt.NoDim(LimitingSlendernessLT(m.py, m.E)),
+    Line(L"λL0 = %s, pb = %s <i>Annex B.2</i>", m_fmt.NoDim(LimitingSlendernessLT(span.py, m.E)),
          m_fmt.Stress(span.strength));
     Line(L"class %i, modulus %s: Mb = %s <i>cl. 4.3.6.4</i>", span.cls, Volume(span.modulus),
          m_fmt.Moment(span.resistance));

@@ -36,7 +36,7 @@ struct PositionResult {
     Classification cls;
 
     double Pt = 0.0;  ///< tension capacity
-    double Pz = 0.0;  ///< compression capacity of the cross-section, A py (Aeff py in class 4)
+    double Pz = 0.0;  ///< compression capacity of the cross-section, A py (Aeff py or A pyr in class 4)
     double Pvx = 0.0; ///< shear capacity along x
     double Pvy = 0.0; ///< shear capacity along y (parallel to the web)
     double Vw = 0.0;  ///< simple shear buckling resistance; 0 where the web need not be checked
@@ -101,7 +101,7 @@ struct SpanResult {
 
     double Mx = 0.0, My = 0.0;       ///< largest moments compared with Mcx and Mcy (Mu and Mv of an angle)
     double major = 0.0, minor = 0.0; ///< largest local utilisations by moment about the two axes
-    double Zx = 0.0, Zy = 0.0;       ///< elastic moduli (about u-u, v-v of an angle), effective where class 4
+    double Zx = 0.0, Zy = 0.0;       ///< elastic moduli (about u-u, v-v of an angle), in class 4 times pyr/py
     MomentShape momentX;             ///< major-axis moment over the span
     MomentShape momentY;             ///< minor-axis moment over the span
     double m = 1.0;                  ///< mx (Major), my (Minor) or mLT
@@ -115,6 +115,7 @@ struct SpanResult {
     int cls = 1;
     double modulus = 0.0; ///< with which Mb was made
     double Aeff = 0.0;
+    double py = 0.0; ///< design strength of the class: py, or pyr of clause 3.6.5
     SlendernessLT lt;
 };
 
