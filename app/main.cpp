@@ -64,6 +64,15 @@ void AddFiles(CLI::App& command, std::vector<std::string>& files)
     command.add_option("FILE", files, "Member files; - is standard input")->required();
 }
 
+/// How strictly the member files are read.
+template <class Options>
+void AddReading(CLI::App& command, Options& options)
+{
+    command.add_flag("--strict", options.reading.isStrict, "Every warning is an error (exit code 2)");
+    command.add_flag("--allow-gaps", options.reading.allowGaps,
+                     "Numbers need not start at 1 or follow one another, nor positions start at 0");
+}
+
 /// More workers than this are a slip of the finger.
 constexpr int MOST_JOBS = 1024;
 
@@ -91,6 +100,7 @@ void AddShow(CLI::App& app, Commands& commands, Shared& shared, ShowOptions& opt
 {
     CLI::App* const command = app.add_subcommand("show", "Input report of a member");
     AddFiles(*command, options.files);
+    AddReading(*command, options);
     Finish(command, commands, shared, options, Show);
 }
 
@@ -98,6 +108,7 @@ void AddValidate(CLI::App& app, Commands& commands, Shared& shared, ValidateOpti
 {
     CLI::App* const command = app.add_subcommand("validate", "Every defect of member files, with its place");
     AddFiles(*command, options.files);
+    AddReading(*command, options);
     Finish(command, commands, shared, options, Validate);
 }
 
@@ -123,6 +134,7 @@ void AddSpans(CLI::App& app, Commands& commands, Shared& shared, SpansOptions& o
 {
     CLI::App* const command = app.add_subcommand("spans", "Spans between restrained points and what acts on them");
     AddFiles(*command, options.files);
+    AddReading(*command, options);
     command
         ->add_option("--split", options.split, "What ends a span: minor (axis), lt (flange or torsion), major (axis)")
         ->check(CLI::IsMember({"minor", "lt", "major"}))
@@ -141,6 +153,7 @@ void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& o
 {
     CLI::App* const command = app.add_subcommand("check", "Check members to BS 5950-1:2000");
     AddFiles(*command, options.files);
+    AddReading(*command, options);
     command->add_option("--report", options.report, "brief, verbose, summary, or table: one line for each member")
         ->check(CLI::IsMember({"brief", "verbose", "summary", "table"}))
         ->capture_default_str();
@@ -156,6 +169,7 @@ void AddReport(CLI::App& app, Commands& commands, Shared& shared, ReportOptions&
 {
     CLI::App* const command = app.add_subcommand("report", "Calculation sheets of members as one HTML file");
     AddFiles(*command, options.files);
+    AddReading(*command, options);
     command->add_option("-o,--output", options.output, "The HTML file; - is standard output")->required();
     command->add_option("--job", options.block.job, "Title block: the job");
     command->add_option("--member", options.block.member, "Title block: the mark of the member");
@@ -170,6 +184,7 @@ void AddDesign(CLI::App& app, Commands& commands, Shared& shared, DesignOptions&
 {
     CLI::App* const command = app.add_subcommand("design", "Lightest section with which a member passes");
     command->add_option("FILE", options.file, "Member file; - is standard input")->required();
+    AddReading(*command, options);
     command->add_option("--family", options.family, "Family of the catalogue (UB, UC, SHS, ...)")->required();
     command->add_option("--count", options.count, "Passing sections to show")->capture_default_str();
     AddInteraction(*command, options.exact);

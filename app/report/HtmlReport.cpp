@@ -45,8 +45,9 @@ void HtmlReport::Add(const CheckedMember& checked)
     if (std::fgetpos(m_sheets.get(), &start) != 0 ||
         std::fwrite(sheet.data(), 1, sheet.size(), m_sheets.get()) != sheet.size())
         throw BadOutput("a temporary file cannot be written");
-    m_rows.push_back({id, checked.title, checked.Section(), checked.Grade(), checked.Status(), checked.Governing(),
-                      checked.result->UtilOverAll(), start, sheet.size()});
+    m_rows.push_back({id, checked.title, checked.Section(), checked.Grade(), checked.Status(),
+                      CountText(checked.warnings), checked.Governing(), checked.result->UtilOverAll(), start,
+                      sheet.size()});
 }
 
 void HtmlReport::Write(const TextSink& put)
@@ -100,8 +101,9 @@ std::string HtmlReport::IndexRow(const Row& row, std::size_t number) const
 {
     return "<tr><td class=\"n\">" + std::to_string(number) + "</td><th scope=\"row\"><a href=\"#" + row.id +
            "\"><bdi>" + EscapedHtml(row.title) + "</bdi></a></th><td class=\"name\">" + EscapedHtml(row.section) +
-           "</td><td>" + EscapedHtml(row.grade) + "</td><td>" + StatusHtml(row.status) + "</td><td class=\"n\">" +
-           Meter(row.utilisation) + UtilText(row.utilisation) + "</td><td>" +
+           "</td><td>" + EscapedHtml(row.grade) + "</td><td>" + StatusHtml(row.status) +
+           (row.warnings.empty() ? "" : ", <span class=\"orange\">" + row.warnings + "</span>") +
+           "</td><td class=\"n\">" + Meter(row.utilisation) + UtilText(row.utilisation) + "</td><td>" +
            EscapedHtml(WithUnitsKept(row.governing)) + "</td></tr>\n";
 }
 

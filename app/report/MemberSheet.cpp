@@ -60,13 +60,28 @@ std::string TitleBlockHtml(const CheckedMember& checked, const TitleBlock& block
     return html + "</table>\n";
 }
 
+// Right below the verdict, which does not hold without them.
+std::string WarningsHtml(const CheckedMember& checked)
+{
+    if (checked.warnings.empty()) return {};
+    std::string html = "<div class=\"warnings\" role=\"note\">\n<p><strong>" + CountText(checked.warnings) +
+                       ". Read before this sheet is used:</strong></p>\n<ul>\n";
+    for (const MemberWarning& warning : checked.warnings)
+        html += "<li><strong>" + std::string(SeverityWord(warning.severity)) + "</strong>, " +
+                Isolated(warning.file + ':' + std::to_string(warning.line)) + ": " + EscapedHtml(warning.text) +
+                "</li>\n";
+    return html + "</ul>\n</div>\n";
+}
+
 std::string VerdictHtml(const CheckedMember& checked)
 {
     const std::string status = checked.Status();
     std::string html = status == "pass" ? "<p class=\"verdict\">" : "<p class=\"verdict fails\">";
-    html += StatusHtml(status) + ", utilisation <b>" + UtilText(checked.result->UtilOverAll()) + "</b>, governed by " +
+    html += StatusHtml(status) +
+            (checked.warnings.empty() ? "" : ", <span class=\"orange\">" + CountText(checked.warnings) + "</span>") +
+            ", utilisation <b>" + UtilText(checked.result->UtilOverAll()) + "</b>, governed by " +
             EscapedHtml(WithUnitsKept(checked.Governing()));
-    return html + ".</p>\n";
+    return html + ".</p>\n" + WarningsHtml(checked);
 }
 
 // --- Member ---
