@@ -171,10 +171,23 @@ void AddReport(CLI::App& app, Commands& commands, Shared& shared, ReportOptions&
     AddFiles(*command, options.files);
     AddReading(*command, options);
     command->add_option("-o,--output", options.output, "The HTML file; - is standard output")->required();
-    command->add_option("--job", options.block.job, "Title block: the job");
-    command->add_option("--member", options.block.member, "Title block: the mark of the member");
-    command->add_option("--date", options.block.date, "Title block: the date");
-    command->add_option("--by", options.block.by, "Title block: who calculated");
+    command->add_flag("--brief", options.block.isBrief,
+                      "Two pages for a member: the calculation of the governing position and span alone");
+    const auto text = [&](const char* name, std::string& value, const char* meaning) {
+        command->add_option(name, value, std::string("Title block: ") + meaning);
+    };
+    text("--client", options.block.client, "the client");
+    text("--project", options.block.project, "the number of the project");
+    text("--job", options.block.job, "the job");
+    text("--revision", options.block.revision, "the revision");
+    text("--member", options.block.member, "the mark of the member");
+    text("--forces", options.block.forces, "where the forces and moments come from");
+    text("--by", options.block.made.name, "who calculated");
+    text("--date", options.block.made.date, "when");
+    text("--checked-by", options.block.checked.name, "who checked");
+    text("--checked-date", options.block.checked.date, "when");
+    text("--approved-by", options.block.approved.name, "who approved");
+    text("--approved-date", options.block.approved.date, "when");
     AddInteraction(*command, options.exact);
     options.block.version = KSTEEL_VERSION;
     Finish(command, commands, shared, options, Report);

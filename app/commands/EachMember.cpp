@@ -43,7 +43,8 @@ void MemberLoop::UseFile(const std::string& path)
 {
     const std::string name = NameOfInput(path);
     try {
-        MemberPieceReader reader(path, m_console.in);
+        Sha256 sum;
+        MemberPieceReader reader(path, m_console.in, m_console.wasRead ? &sum : nullptr);
         std::vector<MemberPiece> pieces;
         for (bool goesOn = true; goesOn;) {
             goesOn = reader.Read(pieces);
@@ -51,6 +52,7 @@ void MemberLoop::UseFile(const std::string& path)
                 UsePiece(name, piece);
             pieces.clear();
         }
+        if (m_console.wasRead) m_console.wasRead(name, sum.Digest());
     } catch (const BadInput& failure) {
         Refuse({name, 0, {}, {failure.what()}});
     }

@@ -15,6 +15,7 @@ ExitCode Report(const ReportOptions& options, const Console& console)
         report.AddRemark(std::string(message));
         console.err(message);
     };
+    noting.wasRead = [&](const std::string& name, const std::string& sha256) { report.AddInput(name, sha256); };
     const ExitCode code =
         ForEachMember(options.files, options.reading, noting, [&](const MemberFile& file, std::size_t i) {
             CheckedMember checked = CheckMember(file, i, option, true);
