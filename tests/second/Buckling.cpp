@@ -227,7 +227,7 @@ private:
 
 /// A place of the member with its class; `F` compression only.
 struct Place {
-    double x = 0.0;
+    double x = 0.0, from = 0.0, to = 0.0; ///< and the sub-span that it belongs to
     Actions a;
     Class c;
     Capacity capacity;
@@ -257,8 +257,8 @@ public:
         for (const FlexuralSpan& s : FlexuralSpans(m_b, Bending::Minor)) m_minor.push_back(MakeStrut(Bending::Minor, s));
         for (const Stretch& s : StretchesOf(m_b)) m_lateral.push_back(MakeLateral(s));
         Buckling u;
-        for (const Strut& s : m_major) u.major = std::max(u.major, s.span.held ? 0.0 : Over(s.Fc, s.Pc));
-        for (const Strut& s : m_minor) u.minor = std::max(u.minor, s.span.held ? 0.0 : Over(s.Fc, s.Pc));
+        for (const Strut& s : m_major) u.major = std::max(u.major, Over(s.Fc, s.Pc));
+        for (const Strut& s : m_minor) u.minor = std::max(u.minor, Over(s.Fc, s.Pc));
         for (const Lateral& l : m_lateral)
             if (l.buckles) u.lateral = std::max(u.lateral, Over(l.m * l.M, l.Mb));
         AddHeld();
@@ -287,7 +287,7 @@ private:
                 const std::vector<Actions> all = ActionsAt(m_b, static_cast<int>(i), s);
                 for (std::size_t k = 0; k < all.size(); ++k) {
                     if (angle && (k % 2 == 0) != (m_side > 0.0)) continue;
-                    Place p{m_b.member.points[i].x + s, all[k], {}, {}};
+                    Place p{m_b.member.points[i].x + s, m_b.member.points[i].x, m_b.member.points[i + 1].x, all[k], {}, {}};
                     if (p.a.F > -1e-6 * m_b.p.A * m_b.steel.py) p.a.F = 0.0;
                     if (std::fabs(p.a.Mx) < 1e-6 * m_b.steel.py * (angle ? m_b.p.Zu : m_b.p.Zx)) p.a.Mx = 0.0;
                     if (std::fabs(p.a.My) < 1e-6 * m_b.steel.py * (angle ? m_b.p.Zv : m_b.p.Zy)) p.a.My = 0.0;
@@ -303,7 +303,7 @@ private:
     {
         const double tol = 1e-9 * m_b.member.Length();
         for (const Place& p : m_places)
-            if (p.x >= a - tol && p.x <= b + tol) f(p);
+            if (p.x >= a - tol && p.x <= b + tol && p.to > a + tol && p.from < b - tol) f(p);
     }
     static double Over(double effect, double resistance) { return Second::Over(effect, resistance); }
 

@@ -399,6 +399,12 @@ std::vector<FlexuralSpan> FlexuralSpans(const Basis& b, Bending axis)
         s.b = points[i].x;
         s.L = s.b - s.a;
         s.held = i == from + 1 && along(from);
+        if (s.held && !spans.empty() && spans.back().held) { // held lengths side by side are one
+            spans.back().b = s.b;
+            spans.back().L += s.L;
+            from = i;
+            continue;
+        }
         const auto turn = [&](std::size_t k) {
             const unsigned bits = Close(points[k].bits, 0);
             return Has(bits, full) ? 2 : Has(bits, part) ? 1 : 0;
