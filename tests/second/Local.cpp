@@ -159,8 +159,8 @@ double ExactSum(const Basis& b, const Capacity& m, const Actions& a)
     if (s.shape == Shape::Box) z1 = z2 = 5.0 / 3.0;
     const double x = a.Mx == 0.0 ? 0.0 : Mrx > 0.0 ? std::fabs(a.Mx) / Mrx : INF;
     const double y = a.My == 0.0 ? 0.0 : Mry > 0.0 ? std::fabs(a.My) / Mry : INF;
-    if (x == 0.0 || y == 0.0) return x + y;
-    return std::pow(x, z1) + std::pow(y, z2);
+    // With one moment alone its own ratio says how much is left; it cannot be less with both.
+    return x > 0.0 && y > 0.0 ? std::max({x, y, std::pow(x, z1) + std::pow(y, z2)}) : x + y;
 }
 
 Actions WithoutNoise(const Basis& b, Actions a)

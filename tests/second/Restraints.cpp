@@ -272,7 +272,7 @@ private:
         s.destabilising = Destabilising(s.a, s.b);
         const SubSpan& last = left ? m_b.member.subs.front() : m_b.member.subs.back();
         const double moment = last.Myy[left ? 0 : 1];
-        s.LE = to ? Table14(flange, stop, tip, L, s.destabilising, moment) : INF;
+        s.LE = Table14(flange, stop, tip, L, s.destabilising, moment);
         s.compressed[flange] = true;
         all.push_back(s);
         edge = stop.x;
