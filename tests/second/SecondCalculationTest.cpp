@@ -107,10 +107,10 @@ void CheckOne(Second::Family family, std::uint64_t seed, Tally& tally, bool verb
                 std::printf("   %ls %ls [%g..%g] u %.5g R %.6g %ls %ls\n", BS5950::RuleName(e.rule), e.clause, e.start, e.end, e.utilisation, e.resistance, e.symbol, e.reason);
         if (std::getenv("SECOND_SPANS"))
         for (const auto& s : member.Spans())
-            std::printf("   span mode %d %g..%g LE %g lambda %g strength %.6g R %.6g effect %.6g u %.5g m %.4g myx %.4g cls %d modulus %.6g lt.lambda %.6g u %.5g v %.5g x %.5g bw %.5g Zx %.6g Zy %.6g Mx %.6g My %.6g cont %d cant %d dest %d\n", static_cast<int>(s.mode), s.start, s.end, s.LE, s.slenderness, s.strength, s.resistance, s.effect, s.utilisation, s.m, s.myx, s.cls, s.modulus, s.lt.lambdaLT, s.lt.u, s.lt.v, s.lt.x, s.lt.betaW, s.Zx, s.Zy, s.Mx, s.My, s.continuous, s.cantilever, s.destabilising);
+            std::printf("   span mode %d %g..%g LE %g lambda %g strength %.6g R %.6g effect %.6g u %.5g m %.4g myx %.4g cls %d Mx %.6g My %.6g cont %d cant %d dest %d\n", static_cast<int>(s.mode), s.start, s.end, s.LE, s.slenderness, s.strength, s.resistance, s.effect, s.utilisation, s.m, s.myx, s.cls, s.Mx, s.My, s.continuous, s.cantilever, s.destabilising);
         if (std::getenv("SECOND_POS"))
         for (const auto& q : member.Positions())
-            std::printf("   pos %.4g sub %d F %.5g Mx %.5g My %.5g Vy %.5g Vx %.5g cls %d Wx %.6g Wy %.6g Mcx %.6g Mcy %.6g Mrx %.6g Mry %.6g Aeff %.6g comb %.5g\n", q.x, q.subSpan, q.actions.F, q.actions.Mx, q.actions.My, q.actions.Fvy, q.actions.Fvx, q.cls.cls, q.cls.Wx, q.cls.Wy, q.Mcx, q.Mcy, q.Mrx, q.Mry, q.cls.Aeff, q.combined);
+            std::printf("   pos %.4g sub %d F %.5g Mx %.5g My %.5g Vy %.5g Vx %.5g cls %d Wx %.6g Wy %.6g Mcx %.6g Mcy %.6g Aeff %.6g comb %.5g\n", q.x, q.subSpan, q.actions.F, q.actions.Mx, q.actions.My, q.actions.Fvy, q.actions.Fvx, q.cls.cls, q.cls.Wx, q.cls.Wy, q.Mcx, q.Mcy, q.cls.Aeff, q.combined);
         const auto& p = member.Properties();
         const Second::Properties o = Second::PropertiesOf(made.member.section);
         std::printf("   A %.6g %.6g Ix %.6g %.6g Iy %.6g %.6g Zx %.6g %.6g Zy %.6g %.6g Sx %.6g %.6g Sy %.6g %.6g J %.6g %.6g H %.6g %.6g Zu %.6g %.6g Zv %.6g %.6g rv %.6g %.6g psi %.6g %.6g\n", p.A, o.A, p.Ix, o.Ix, p.Iy, o.Iy, p.Zx, o.Zx, p.Zy, o.Zy, p.Sx, o.Sx, p.Sy, o.Sy, p.J, o.J, p.H, o.H, p.Zu, o.Zu, p.Zv, o.Zv, p.rv, o.rv, p.psi, o.psi);
