@@ -295,20 +295,12 @@ private:
                 s.destabilising = Destabilising(s.a, s.b);
                 const double L = s.b - s.a;
                 s.LE = 0.5 * (Table13(flange, *before, L, s.destabilising) + Table13(flange, h, L, s.destabilising));
-                s.cantilever = InCantilever(s.a, s.b);
+                s.cantilever = (IsTip(0) && s.a < m_start + m_tol) || (IsTip(m_b.member.points.size() - 1) && s.b > m_end - m_tol);
                 s.compressed[flange] = true;
                 all.push_back(s);
             }
             before = &h;
         }
-    }
-
-    bool InCantilever(double a, double b) const
-    {
-        double first = INF, last = -INF;
-        for (const Holder& h : m_holders)
-            if (h.support) first = std::min(first, h.x), last = std::max(last, h.x);
-        return (IsTip(0) && a < first - m_tol) || (IsTip(m_b.member.points.size() - 1) && b > last + m_tol);
     }
 
     const Basis& m_b;
