@@ -423,7 +423,6 @@ private:
             l.stretch.b = b;
             l.buckles = false;
             l.M = m_moments.Biggest(Bending::Major, a, b);
-            l.m = Uniform(m_moments.Known(Bending::Major, a, b) ? m_moments.TableFactorLT(a, b) : 1.0, false);
             ForEach(a, b, [&](const Place& p) { l.Mb = std::min(l.Mb, Low(p)); });
             m_lateral.push_back(l);
         }
@@ -441,8 +440,8 @@ private:
             const double minor = Over(y.m * y.M, y.pyZ);
             return std::max(std::max(fx, fy) + Over(x.m * x.M, x.pyZ) + minor, fy + lateral + minor);
         }
-        const double major = Over(x.m * x.M, x.Mc) * (1.0 + 0.5 * fx);
-        const double minor = Over(y.m * y.M, y.Mc) * (1.0 + (I ? 1.0 : 0.5) * fy);
+        const double major = Mx ? Over(x.m * x.M, x.Mc) * (1.0 + 0.5 * fx) : 0.0;
+        const double minor = My ? Over(y.m * y.M, y.Mc) * (1.0 + (I ? 1.0 : 0.5) * fy) : 0.0;
         double worst = fx + major + 0.5 * Over(x.mOther * x.other, x.McOther);
         worst = std::max(worst, fy + (I ? 1.0 : 0.5) * lateral + minor);
         if (Mx && My) worst = std::max(worst, fx < 1.0 && fy < 1.0 ? major / (1.0 - fx) + minor / (1.0 - fy) : INF);
