@@ -261,9 +261,9 @@ public:
         for (const Strut& s : m_minor) u.minor = std::max(u.minor, Over(s.Fc, s.Pc));
         for (const Lateral& l : m_lateral)
             if (l.buckles) u.lateral = std::max(u.lateral, Over(l.m * l.M, l.Mb));
-        AddHeld();
         for (const Strut& x : m_major)
             for (const Strut& y : m_minor) {
+                if (Common({x.span.a, y.span.a}, {x.span.b, y.span.b})) u.interaction = std::max(u.interaction, Interaction(x, y, Lateral()));
                 for (const Lateral& l : m_lateral)
                     if (Common({x.span.a, y.span.a, l.stretch.a}, {x.span.b, y.span.b, l.stretch.b}))
                         u.interaction = std::max(u.interaction, Interaction(x, y, l));
@@ -375,7 +375,7 @@ private:
     {
         Lateral l;
         l.stretch = stretch;
-        l.buckles = BucklesLaterally(m_b, stretch.LE);
+        l.buckles = !stretch.held && BucklesLaterally(m_b, stretch.LE);
         const auto [first, second] = m_moments.Largest(Bending::Major, stretch.a, stretch.b);
         const bool both = (stretch.compressed[0] && stretch.compressed[1]) || m_b.s.shape == Shape::Angle;
         l.M = both ? std::max(first, second) : stretch.compressed[0] ? first : second;
@@ -403,31 +403,6 @@ private:
         return MomentCapacity(m_b, p.c, a).Mcx;
     }
 
-    /// What is left between the stretches is held; the moment there goes with its capacity.
-    void AddHeld()
-    {
-        std::vector<std::pair<double, double>> gaps;
-        double from = m_b.member.points.front().x;
-        std::vector<Stretch> taken;
-        for (const Lateral& l : m_lateral) taken.push_back(l.stretch);
-        std::sort(taken.begin(), taken.end(), [](const Stretch& a, const Stretch& b) { return a.a < b.a; });
-        const double tol = 1e-9 * m_b.member.Length();
-        for (const Stretch& s : taken) {
-            if (s.a - from > tol) gaps.push_back({from, s.a});
-            from = std::max(from, s.b);
-        }
-        if (m_b.member.points.back().x - from > tol) gaps.push_back({from, m_b.member.points.back().x});
-        for (const auto& [a, b] : gaps) {
-            Lateral l;
-            l.stretch.a = a;
-            l.stretch.b = b;
-            l.buckles = false;
-            l.M = m_moments.Biggest(Bending::Major, a, b);
-            ForEach(a, b, [&](const Place& p) { l.Mb = std::min(l.Mb, Low(p)); });
-            m_lateral.push_back(l);
-        }
-    }
-
     double Interaction(const Strut& x, const Strut& y, const Lateral& l) const
     {
         const bool F = x.Fc > 0.0 || y.Fc > 0.0, Mx = x.M > 0.0, My = y.M > 0.0;
@@ -444,7 +419,8 @@ private:
         const double minor = My ? Over(y.m * y.M, y.Mc) * (1.0 + (I ? 1.0 : 0.5) * fy) : 0.0;
         double worst = fx + major + 0.5 * Over(x.mOther * x.other, x.McOther);
         worst = std::max(worst, fy + (I ? 1.0 : 0.5) * lateral + minor);
-        if (Mx && My) worst = std::max(worst, fx < 1.0 && fy < 1.0 ? major / (1.0 - fx) + minor / (1.0 - fy) : INF);
+        // With one moment alone the same condition as the first.
+        if (Mx || My) worst = std::max(worst, fx < 1.0 && fy < 1.0 ? major / (1.0 - fx) + minor / (1.0 - fy) : INF);
         return worst;
     }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 #include "Second.h"
 #include "keltrix/steel/Restraint.h"
@@ -9,6 +10,8 @@
 namespace Second {
 
 namespace {
+
+const bool JOIN = std::getenv("SECOND_NOJOIN") == nullptr;
 
 using Bits = Keltrix::Data::CRestraint;
 
@@ -86,6 +89,7 @@ public:
         if (left) AddCantilever(flange, true, from, all);
         if (right) AddCantilever(flange, false, to, all);
         AddBetween(flange, from, to, all);
+        AddHeld(flange, from, to, all);
         return all;
     }
 
@@ -144,7 +148,7 @@ private:
         for (std::size_t j = 0; j < points.size(); ++j) {
             Holder h;
             h.x = points[j].x;
-            h.bits = Named(points[j].bits, SignAt(j));
+            h.bits = JOIN ? Named(points[j].bits, SignAt(j)) : Close(points[j].bits, SignAt(j));
             h.point = true;
             h.support = Has(points[j].bits, Bits::MAJOR_SHEAR);
             h.end = j == 0 || j + 1 == points.size();
@@ -161,9 +165,10 @@ private:
                     m_holders.push_back(h);
                     same = &m_holders.back();
                 }
-                if ((along.bits & (LATERAL[0] | LATERAL[1] | Bits::MINOR_SHEAR)) != 0) same->bits |= along.bits;
+                if ((along.bits & (LATERAL[0] | LATERAL[1] | Bits::MINOR_SHEAR)) != 0) same->bits = JOIN ? same->bits | along.bits : (Close(same->bits, 0) | Close(along.bits, 0));
             }
-        for (Holder& h : m_holders) h.bits = Close(h.bits, 0);
+        if (JOIN)
+            for (Holder& h : m_holders) h.bits = Close(h.bits, 0);
         std::sort(m_holders.begin(), m_holders.end(), [](const Holder& a, const Holder& b) { return a.x < b.x; });
     }
 
@@ -295,12 +300,43 @@ private:
                 s.destabilising = Destabilising(s.a, s.b);
                 const double L = s.b - s.a;
                 s.LE = 0.5 * (Table13(flange, *before, L, s.destabilising) + Table13(flange, h, L, s.destabilising));
-                s.cantilever = (IsTip(0) && s.a < m_start + m_tol) || (IsTip(m_b.member.points.size() - 1) && s.b > m_end - m_tol);
+                s.cantilever = ReachesTip(s);
                 s.compressed[flange] = true;
                 all.push_back(s);
             }
             before = &h;
         }
+    }
+
+    /// Lengths that are held, those side by side as one: nothing buckles there.
+    void AddHeld(int flange, double from, double to, std::vector<Stretch>& all) const
+    {
+        Stretch* open = nullptr;
+        std::vector<Stretch> held;
+        for (const HeldLength& along : m_along) {
+            if (!Has(along.bits, LATERAL[flange]) || along.a < from - m_tol || along.b > to + m_tol) {
+                open = nullptr;
+                continue;
+            }
+            if (!open) {
+                held.push_back({});
+                open = &held.back();
+                open->a = along.a;
+                open->held = open->compressed[flange] = true;
+            }
+            open->b = along.b;
+        }
+        for (Stretch& s : held) {
+            s.LE = 0.0;
+            s.destabilising = Destabilising(s.a, s.b);
+            s.cantilever = ReachesTip(s);
+            all.push_back(s);
+        }
+    }
+
+    bool ReachesTip(const Stretch& s) const
+    {
+        return (IsTip(0) && s.a < m_start + m_tol) || (IsTip(m_b.member.points.size() - 1) && s.b > m_end - m_tol);
     }
 
     const Basis& m_b;
@@ -343,8 +379,9 @@ std::vector<Stretch> StretchesOf(const Basis& b)
         s.LE = GivenLength(b.member.givenLT, b.member.Length());
         s.cantilever = flanges.AnyTip();
         s.destabilising = flanges.AnyHeight();
-        s.compressed[0] = s.compressed[1] = s.whole = true;
-        return s.LE == 0.0 ? std::vector<Stretch>{} : std::vector<Stretch>{s};
+        s.compressed[0] = s.compressed[1] = true;
+        s.held = s.LE == 0.0;
+        return {s};
     }
     // Only where the flange is compressed; stretches of both flanges with the same ends are one.
     const auto [below, above] = b.diagram.Largest(Bending::Major, -INF, INF);
@@ -357,7 +394,7 @@ std::vector<Stretch> StretchesOf(const Basis& b)
             if (!bent) continue;
             bool merged = false;
             for (Stretch& other : all)
-                if (std::fabs(other.a - s.a) + std::fabs(other.b - s.b) < 1e-9 * b.member.Length()) {
+                if (other.held == s.held && std::fabs(other.a - s.a) + std::fabs(other.b - s.b) < 1e-9 * b.member.Length()) {
                     other.LE = std::max(other.LE, s.LE);
                     other.compressed[f] = merged = true;
                     other.cantilever = other.cantilever || s.cantilever;

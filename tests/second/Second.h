@@ -195,7 +195,7 @@ struct Stretch {
     bool cantilever = false;
     bool destabilising = false;
     bool compressed[2] = {false, false}; ///< by flange
-    bool whole = false;                  ///< lengths given: the whole member
+    bool held = false;                   ///< held along its length: no buckling
 };
 std::vector<Stretch> StretchesOf(const Basis& b);
 
