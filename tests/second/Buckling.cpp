@@ -419,8 +419,9 @@ private:
         const double minor = My ? Over(y.m * y.M, y.Mc) * (1.0 + (I ? 1.0 : 0.5) * fy) : 0.0;
         double worst = fx + major + 0.5 * Over(x.mOther * x.other, x.McOther);
         worst = std::max(worst, fy + (I ? 1.0 : 0.5) * lateral + minor);
-        // With one moment alone the same condition as the first.
-        if (Mx || My) worst = std::max(worst, fx < 1.0 && fy < 1.0 ? major / (1.0 - fx) + minor / (1.0 - fy) : INF);
+        // With one moment alone this is the first condition again.
+        const auto amplified = [](double term, double f) { return term == 0.0 ? 0.0 : f < 1.0 ? term / (1.0 - f) : INF; };
+        worst = std::max(worst, amplified(major, fx) + amplified(minor, fy));
         return worst;
     }
 

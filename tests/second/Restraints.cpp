@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 #include "Second.h"
 #include "keltrix/steel/Restraint.h"
@@ -10,8 +9,6 @@
 namespace Second {
 
 namespace {
-
-const bool JOIN = std::getenv("SECOND_NOJOIN") == nullptr;
 
 using Bits = Keltrix::Data::CRestraint;
 
@@ -148,7 +145,7 @@ private:
         for (std::size_t j = 0; j < points.size(); ++j) {
             Holder h;
             h.x = points[j].x;
-            h.bits = JOIN ? Named(points[j].bits, SignAt(j)) : Close(points[j].bits, SignAt(j));
+            h.bits = Named(points[j].bits, SignAt(j));
             h.point = true;
             h.support = Has(points[j].bits, Bits::MAJOR_SHEAR);
             h.end = j == 0 || j + 1 == points.size();
@@ -165,10 +162,9 @@ private:
                     m_holders.push_back(h);
                     same = &m_holders.back();
                 }
-                if ((along.bits & (LATERAL[0] | LATERAL[1] | Bits::MINOR_SHEAR)) != 0) same->bits = JOIN ? same->bits | along.bits : (Close(same->bits, 0) | Close(along.bits, 0));
+                if ((along.bits & (LATERAL[0] | LATERAL[1] | Bits::MINOR_SHEAR)) != 0) same->bits |= along.bits;
             }
-        if (JOIN)
-            for (Holder& h : m_holders) h.bits = Close(h.bits, 0);
+        for (Holder& h : m_holders) h.bits = Close(h.bits, 0);
         std::sort(m_holders.begin(), m_holders.end(), [](const Holder& a, const Holder& b) { return a.x < b.x; });
     }
 
