@@ -44,6 +44,7 @@ struct Work {
         return std::clamp(Fc / (webs * depth * t * py) + flanges / (depth * t), -1.0, 1.0);
     }
     double R2() const { return Fc / (p.A * py); }
+    double BendingWeb() const { return (s.shape == Shape::Box && s.make == Make::Formed ? 105.0 : 120.0) * eps; }
     Plate Outstand(double ratio) const
     {
         const bool welded = s.make == Make::Welded;
@@ -262,13 +263,16 @@ void SetSlender(const Work& w, const std::vector<Plate>& all, Class& c)
     c.Wx = s.shape == Shape::Angle ? p.Zu : p.Zx;
     c.Wy = s.shape == Shape::Angle ? p.Zv : p.Zy;
     c.plasticX = c.plasticY = false;
+    // Where the compression goes by an effective area, a web that is not slender in bending alone stays whole in bending.
+    const bool effective = (s.shape == Shape::I && s.EqualFlanges()) || s.shape == Shape::Box;
     double k = 1.0;
-    for (const Plate& plate : all) {
-        k = std::min(k, plate.Reduction());
+    for (Plate plate : all) {
         c.flangeSlender = c.flangeSlender || (plate.flange && plate.Class() == 4);
+        if (effective && !plate.flange) plate.limit[2] = w.BendingWeb();
+        k = std::min(k, plate.Reduction());
     }
     c.pyr = c.pyAxial = k * w.py;
-    if ((s.shape == Shape::I && s.EqualFlanges()) || s.shape == Shape::Box) {
+    if (effective) {
         c.pyAxial = w.py;
         c.Aeff = EffectiveArea(w);
     }
