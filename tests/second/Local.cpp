@@ -309,6 +309,26 @@ Local WorstAt(const Basis& b, int sub, double s)
     return worst;
 }
 
+/// Places at which the capacity has a kink: the shear at 0.6 Pv, at Pv or at 0.6 Vw.
+std::vector<double> Kinks(const Basis& b, int sub)
+{
+    const auto i = static_cast<std::size_t>(sub);
+    const SubSpan& q = b.member.subs[i];
+    const double L = b.member.points[i + 1].x - b.member.points[i].x;
+    std::vector<double> places;
+    const auto add = [&](const double (&V)[2], double level) {
+        for (const double sign : {1.0, -1.0})
+            if (level > 0.0 && (V[0] - sign * level) * (V[1] - sign * level) < 0.0) {
+                const double s = L * (sign * level - V[0]) / (V[1] - V[0]);
+                for (const double near : {-1e-7, 0.0, 1e-7}) places.push_back(std::clamp(s + near * L, 0.0, L));
+            }
+    };
+    for (const double k : {0.6, 1.0}) add(q.Fz, k * b.Pvy), add(q.Fy, k * b.Pvx);
+    add(q.Fz, 0.6 * b.VwY);
+    add(q.Fy, 0.6 * b.VwX);
+    return places;
+}
+
 /// The largest of one utilisation between two places, by thirds.
 double Refined(const Basis& b, int sub, double low, double high, double Local::*u)
 {
@@ -332,6 +352,7 @@ Local CheckLocal(const Basis& b)
         const double L = b.member.points[i + 1].x - b.member.points[i].x;
         std::vector<double> places = Places(b, sub);
         for (int k = 1; k < 32; ++k) places.push_back(L * k / 32.0);
+        for (const double s : Kinks(b, sub)) places.push_back(s);
         std::sort(places.begin(), places.end());
         std::vector<Local> found;
         for (const double s : places) {
@@ -342,9 +363,9 @@ Local CheckLocal(const Basis& b)
             std::size_t best = 0;
             for (std::size_t k = 1; k < found.size(); ++k)
                 if (found[k].*u > found[best].*u) best = k;
-            if (best == 0 || best + 1 == found.size() || found[best].*u < 0.9 * (worst.*u)) continue;
-            const double top = Refined(b, sub, places[best - 1], places[best + 1], u);
-            worst.*u = std::max(worst.*u, top);
+            if (found[best].*u < 0.9 * (worst.*u)) continue;
+            if (best > 0) worst.*u = std::max(worst.*u, Refined(b, sub, places[best - 1], places[best], u));
+            if (best + 1 < found.size()) worst.*u = std::max(worst.*u, Refined(b, sub, places[best], places[best + 1], u));
         }
     }
     return worst;

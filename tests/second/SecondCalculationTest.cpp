@@ -100,7 +100,8 @@ void CheckOne(Second::Family family, std::uint64_t seed, Tally& tally, bool verb
         differs = true;
         if (verbose) continue;
         ++(c.module > c.second ? tally.higher : tally.lower)[c.rule];
-        std::printf("DIFF;%s;%s;%llu;%.6g;%.6g\n", Second::FamilyName(family), c.rule, static_cast<unsigned long long>(seed), c.module, c.second);
+        const std::size_t at = made.text.find("SECTION,"), end = made.text.find('\n', at);
+        std::printf("DIFF;%s;%s;%llu;%.6g;%.6g;%s\n", Second::FamilyName(family), c.rule, static_cast<unsigned long long>(seed), c.module, c.second, made.text.substr(at + 8, end - at - 8).c_str());
     }
     if (differs) ++tally.disagreeing;
     if (verbose) {
