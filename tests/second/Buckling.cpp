@@ -144,7 +144,7 @@ double BucklingMoment(const Basis& b, const Class& c, double LE, int flange)
     const bool angle = b.s.shape == Shape::Angle;
     const double betaW = angle || c.cls <= 2 ? 1.0 : c.Wx / b.p.Sx;
     const double lambda = EquivalentSlenderness(b, LE, betaW, flange);
-    return c.Wx * BendingStrength(c.pyr, b.steel.E, lambda, b.s.make == Make::Welded);
+    return c.Wx * BendingStrength(c.pyrX, b.steel.E, lambda, b.s.make == Make::Welded);
 }
 
 /// Table 18.
@@ -345,7 +345,7 @@ private:
         std::vector<double> lambdas = span.held ? std::vector<double>{0.0} : Slendernesses(axis, span);
         ForEach(span.a, span.b, [&](const Place& p) {
             s.Fc = std::max(s.Fc, -p.a.F);
-            s.pyZ = std::min(s.pyZ, p.c.pyr * (major ? p.c.Zx : p.c.Zy));
+            s.pyZ = std::min(s.pyZ, (major ? p.c.pyrX * p.c.Zx : p.c.pyrY * p.c.Zy));
             if (p.a.F >= 0.0) return;
             for (const double lambda : lambdas) {
                 const double reduced = lambda * std::sqrt(p.c.Aeff / m_b.p.A);

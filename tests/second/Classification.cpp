@@ -228,7 +228,7 @@ void SetTube(const Work& w, Class& c)
     const double e2 = w.eps * w.eps, ratio = w.s.D / w.s.t;
     const Properties& p = w.p;
     c.Wx = c.Wy = p.Sx;
-    c.pyr = c.pyAxial = w.py;
+    c.pyrX = c.pyrY = c.pyAxial = w.py;
     if (c.cls == 3) {
         const double k = ratio < 140.0 * e2 ? 1.485 * (std::sqrt(140.0 * e2 / ratio) - 1.0) : 0.0;
         c.Wx = c.Wy = p.Zx + std::clamp(k, 0.0, 1.0) * (p.Sx - p.Zx);
@@ -256,25 +256,33 @@ void SetSemiCompact(const Work& w, const std::vector<Plate>& x, const std::vecto
     c.Wy = p.Zy + Share(minor, 1.0) * (p.Sy - p.Zy);
 }
 
-void SetSlender(const Work& w, const std::vector<Plate>& all, Class& c)
+/// Clause 3.6.5: (β3/β)² of the slender plates. `webLimit` above zero replaces the class 3 limit of webs.
+double ReductionBy(const std::vector<Plate>& plates, double webLimit)
+{
+    double k = 1.0;
+    for (Plate plate : plates) {
+        if (webLimit > 0.0 && !plate.flange) plate.limit[2] = webLimit;
+        k = std::min(k, plate.Reduction());
+    }
+    return k;
+}
+
+void SetSlender(const Work& w, const std::vector<Plate>& all, const std::vector<Plate>& x, const std::vector<Plate>& y, Class& c)
 {
     const Section& s = w.s;
     const Properties& p = w.p;
     c.Wx = s.shape == Shape::Angle ? p.Zu : p.Zx;
     c.Wy = s.shape == Shape::Angle ? p.Zv : p.Zy;
     c.plasticX = c.plasticY = false;
-    // Where the compression goes by an effective area, a web that is not slender in bending alone stays whole in bending.
-    const bool effective = (s.shape == Shape::I && s.EqualFlanges()) || s.shape == Shape::Box;
-    double k = 1.0;
-    for (Plate plate : all) {
-        c.flangeSlender = c.flangeSlender || (plate.flange && plate.Class() == 4);
-        if (effective && !plate.flange) plate.limit[2] = w.BendingWeb();
-        k = std::min(k, plate.Reduction());
-    }
-    c.pyr = c.pyAxial = k * w.py;
-    if (effective) {
+    for (const Plate& plate : all) c.flangeSlender = c.flangeSlender || (plate.flange && plate.Class() == 4);
+    c.pyrX = c.pyrY = c.pyAxial = ReductionBy(all, 0.0) * w.py;
+    if ((s.shape == Shape::I && s.EqualFlanges()) || s.shape == Shape::Box) {
+        // The compression goes by an effective area. In bending a web that is not slender in bending alone stays whole, and
+        // the web of an I section has no part in bending about y-y (3.6.2.3).
         c.pyAxial = w.py;
         c.Aeff = EffectiveArea(w);
+        c.pyrX = ReductionBy(x, w.BendingWeb()) * w.py;
+        c.pyrY = ReductionBy(y, s.shape == Shape::I ? INF : w.BendingWeb()) * w.py;
     }
     if (s.shape == Shape::Angle && s.B == s.D) {
         c.pyAxial = w.py;
@@ -307,7 +315,7 @@ Class Classify(const Section& s, const Properties& p, const Steel& steel, const 
     if (box && a.My != 0.0) all.insert(all.end(), y.begin(), y.end());
     for (const Plate& plate : all) c.cls = std::max(c.cls, plate.Class());
     const bool angle = s.shape == Shape::Angle;
-    c.pyr = c.pyAxial = steel.py;
+    c.pyrX = c.pyrY = c.pyAxial = steel.py;
     c.Aeff = p.A;
     c.Zx = angle ? p.Zu : p.Zx;
     c.Zy = angle ? p.Zv : p.Zy;
@@ -319,7 +327,7 @@ Class Classify(const Section& s, const Properties& p, const Steel& steel, const 
         return c;
     }
     if (c.cls == 3 && !angle) SetSemiCompact(w, x, y, c);
-    if (c.cls == 4) SetSlender(w, all, c);
+    if (c.cls == 4) SetSlender(w, all, x, y, c);
     return c;
 }
 

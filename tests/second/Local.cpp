@@ -215,8 +215,8 @@ Capacity MomentCapacity(const Basis& b, const Class& c, const Actions& a)
     m.lowShear = rhoX == 0.0 && rhoY == 0.0;
     if (b.VwY > 0.0) rhoX = 0.0;
     if (b.VwX > 0.0) rhoY = 0.0;
-    m.Mcx = OneCapacity(b, c.pyr, c.Wx, c.plasticX, ShearModulusX(s, b.p), angle ? b.p.Zu : b.p.Zx, rhoX);
-    m.Mcy = OneCapacity(b, c.pyr, c.Wy, c.plasticY, ShearModulusY(s, b.p), angle ? b.p.Zv : b.p.Zy, rhoY);
+    m.Mcx = OneCapacity(b, c.pyrX, c.Wx, c.plasticX, ShearModulusX(s, b.p), angle ? b.p.Zu : b.p.Zx, rhoX);
+    m.Mcy = OneCapacity(b, c.pyrY, c.Wy, c.plasticY, ShearModulusY(s, b.p), angle ? b.p.Zv : b.p.Zy, rhoY);
     if (b.VwY > 0.0 && std::fabs(a.Vy) > 0.6 * b.VwY) {
         m.flangesOnly = true;
         m.lowShear = false;

@@ -143,7 +143,7 @@ Described FromDimensions(Family family, Dice& dice)
     const bool undefined = dice.Chance(0.3), rolled = dice.Chance(0.25);
     s.make = rolled ? Make::Rolled : Make::Welded;
     d.type = rolled ? "ROLLED" : undefined ? "UNDEF" : "WELDED";
-    const double r = dice.Chance(rolled ? 0.8 : 0.15) ? Whole(dice.Between(5, 20)) : 0.0;
+    const double r = dice.Chance(rolled ? 0.8 : 0.04) ? Whole(dice.Between(5, 20)) : 0.0;
     double D = Whole(dice.Between(120, 900)), B = Whole(D * dice.Between(0.25, 0.9)), T = 0.0, t = 0.0, B2 = 0.0, T2 = 0.0, rt = 0.0;
     switch (s.shape) {
     case Shape::I: {

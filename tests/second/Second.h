@@ -135,7 +135,7 @@ struct Actions {
 
 struct Class {
     int cls = 1;
-    double pyr = 0.0;            ///< design strength, reduced by 3.6.5 where class 4
+    double pyrX = 0.0, pyrY = 0.0; ///< design strength in bending, reduced by 3.6.5 where class 4
     double Aeff = 0.0;           ///< for compression
     double pyAxial = 0.0;        ///< goes with Aeff
     double Wx = 0.0, Wy = 0.0;   ///< moduli of the moment capacities (u-u, v-v of an angle)

@@ -50,10 +50,9 @@ std::vector<Compared> Compare(const BS5950::CSteelMemberBS5950& m, const Second:
 {
     const Second::Local& l = f.local;
     // Where one action is alone at a place its own rule has it; the sums start from there.
-    const double alone = Module(m, {Rule::Tension, Rule::Compression, Rule::MomentMajor, Rule::MomentMinor});
-    const double aloneSecond = std::max({l.tension, l.compression, l.momentMajor, l.momentMinor});
-    return {{"tension", Module(m, {Rule::Tension}), l.tension},
-            {"tie", Module(m, {Rule::EccentricConnection}), l.tie},
+    const double alone = Module(m, {Rule::Tension, Rule::EccentricConnection, Rule::Compression, Rule::MomentMajor, Rule::MomentMinor});
+    const double aloneSecond = std::max({l.tension, l.tie, l.compression, l.momentMajor, l.momentMinor});
+    return {{"tension", Module(m, {Rule::Tension, Rule::EccentricConnection}), std::max(l.tension, l.tie)},
             {"compression", Module(m, {Rule::Compression}), l.compression},
             {"shear major", Module(m, {Rule::ShearMajor}), l.shearMajor},
             {"shear minor", Module(m, {Rule::ShearMinor}), l.shearMinor},
