@@ -284,6 +284,11 @@ void SetSlender(const Work& w, const std::vector<Plate>& all, const std::vector<
         c.pyrX = ReductionBy(x, w.BendingWeb()) * w.py;
         c.pyrY = ReductionBy(y, s.shape == Shape::I ? INF : w.BendingWeb()) * w.py;
     }
+    if (s.shape == Shape::I && !s.EqualFlanges()) {
+        // Compression alone: both flanges, and the web at its limit of uniform compression.
+        const Plate web{p.d / s.t, {40 * w.eps, 40 * w.eps, 40 * w.eps}, false};
+        c.pyAxial = ReductionBy({w.Outstand(p.b / s.T), w.Outstand(p.b2 / s.T2), web}, 0.0) * w.py;
+    }
     if (s.shape == Shape::Angle && s.B == s.D) {
         c.pyAxial = w.py;
         c.Aeff = p.A * std::min(1.0, 12.0 * w.eps / (s.B / s.t));
