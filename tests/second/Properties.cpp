@@ -296,7 +296,7 @@ void SetPlates(const Section& s, Properties& p)
         break;
     case Shape::Channel:
         p.d = s.D - 2.0 * s.T - (welded ? 0.0 : 2.0 * s.r);
-        p.b = p.b2 = s.B - (welded ? s.t : 0.0);
+        p.b = p.b2 = s.B; // Figure 5 shows channels with their overall width
         break;
     case Shape::Tee:
         p.d = s.D;

@@ -61,8 +61,8 @@ namespace {
 /// A section at which something is said about the flange: a member point or the edge of a held length.
 struct Holder {
     double x = 0.0;
-    unsigned bits = 0; ///< closed
-    bool point = false, support = false, end = false;
+    std::vector<unsigned> restraints; ///< of the point and of the held lengths that touch it, each closed by itself
+    bool support = false, end = false;
 };
 struct HeldLength {
     double a = 0.0, b = 0.0;
@@ -145,8 +145,7 @@ private:
         for (std::size_t j = 0; j < points.size(); ++j) {
             Holder h;
             h.x = points[j].x;
-            h.bits = Named(points[j].bits, SignAt(j));
-            h.point = true;
+            h.restraints.push_back(Close(points[j].bits, SignAt(j)));
             h.support = Has(points[j].bits, Bits::MAJOR_SHEAR);
             h.end = j == 0 || j + 1 == points.size();
             m_holders.push_back(h);
@@ -162,13 +161,15 @@ private:
                     m_holders.push_back(h);
                     same = &m_holders.back();
                 }
-                if ((along.bits & (LATERAL[0] | LATERAL[1] | Bits::MINOR_SHEAR)) != 0) same->bits |= along.bits;
+                same->restraints.push_back(along.bits);
             }
-        for (Holder& h : m_holders) h.bits = Close(h.bits, 0);
         std::sort(m_holders.begin(), m_holders.end(), [](const Holder& a, const Holder& b) { return a.x < b.x; });
     }
 
-    bool Holds(const Holder& h, int flange) const { return Has(h.bits, LATERAL[flange]); }
+    bool Holds(const Holder& h, int flange) const
+    {
+        return std::any_of(h.restraints.begin(), h.restraints.end(), [&](unsigned bits) { return Has(bits, LATERAL[flange]); });
+    }
     bool HeldBetween(int flange, double a, double b) const
     {
         for (const HeldLength& along : m_along)
@@ -204,36 +205,49 @@ private:
     /// Table 13 for one end: the length is k L + 2D or infinite.
     double Table13(int flange, const Holder& h, double L, bool destabilising) const
     {
+        double best = INF;
+        for (const unsigned bits : h.restraints) best = std::min(best, Table13(flange, bits, h.support || h.end, L, destabilising));
+        return best;
+    }
+    double Table13(int flange, unsigned bits, bool supported, double L, bool destabilising) const
+    {
         const double more = destabilising ? 0.2 : 0.0, some = destabilising ? 0.15 : 0.0;
         const unsigned c = LATERAL[flange], t = LATERAL[1 - flange];
-        const bool lateral = (h.bits & (c | t | Bits::MINOR_SHEAR)) != 0;
-        if (Has(h.bits, Bits::TORSION_PART | c)) {
-            if (Has(h.bits, WARPING[0] | WARPING[1])) return (0.7 + some) * L;
-            if (Has(h.bits, WARPING[flange])) return (0.75 + some) * L;
-            if (Has(h.bits, WARPING_PART[0] | WARPING_PART[1])) return (0.8 + some) * L;
-            if (Has(h.bits, WARPING_PART[flange])) return (0.85 + some) * L;
+        const bool lateral = (bits & (c | t | Bits::MINOR_SHEAR)) != 0;
+        if (Has(bits, Bits::TORSION_PART | c)) {
+            if (Has(bits, WARPING[0] | WARPING[1])) return (0.7 + some) * L;
+            if (Has(bits, WARPING[flange])) return (0.75 + some) * L;
+            if (Has(bits, WARPING_PART[0] | WARPING_PART[1])) return (0.8 + some) * L;
+            if (Has(bits, WARPING_PART[flange])) return (0.85 + some) * L;
             return (1.0 + more) * L;
         }
-        if (Has(h.bits, Bits::TORSION_PART) && lateral) return (1.0 + more) * L + 2.0 * m_b.s.D;
-        if (Has(h.bits, Bits::TORSION_FRICTION) && lateral) return (1.2 + more) * L + 2.0 * m_b.s.D;
-        if (Has(h.bits, c) && !h.support && !h.end) return (1.0 + more) * L;
+        if (Has(bits, Bits::TORSION_PART) && lateral) return (1.0 + more) * L + 2.0 * m_b.s.D;
+        if (Has(bits, Bits::TORSION_FRICTION) && lateral) return (1.2 + more) * L + 2.0 * m_b.s.D;
+        if (Has(bits, c) && !supported) return (1.0 + more) * L;
         return INF;
     }
 
     /// Table 14 with the increase for a moment at the tip.
     double Table14(int flange, const Holder& support, const Holder& tip, double L, bool destabilising, double tipMoment) const
     {
+        double best = INF;
+        for (const unsigned bits : support.restraints)
+            best = std::min(best, Table14(flange, bits, tip.restraints.front(), L, destabilising, tipMoment));
+        return best;
+    }
+    double Table14(int flange, unsigned support, unsigned tip, double L, bool destabilising, double tipMoment) const
+    {
         static const double normal[4][4] = {{3.0, 2.7, 2.4, 2.1}, {2.0, 1.8, 1.6, 1.4}, {1.0, 0.9, 0.8, 0.7}, {0.8, 0.7, 0.6, 0.5}};
         static const double high[4][4] = {{7.5, 7.5, 4.5, 3.6}, {5.0, 5.0, 3.0, 2.4}, {2.5, 2.5, 1.5, 1.2}, {1.4, 1.4, 0.6, 0.5}};
-        const unsigned t = LATERAL[1 - flange], any = support.bits & (LATERAL[0] | LATERAL[1]);
+        const unsigned t = LATERAL[1 - flange], any = support & (LATERAL[0] | LATERAL[1]);
         int row = -1;
-        if (Has(support.bits, Bits::MINOR_SHEAR | Bits::TORSION)) row = Has(support.bits, WARPING[0] | WARPING[1]) ? 3 : 2;
-        else if (Has(support.bits, Bits::TORSION_PART) && any != 0) row = 1;
-        else if (Has(support.bits, t)) row = 0;
+        if (Has(support, Bits::MINOR_SHEAR | Bits::TORSION)) row = Has(support, WARPING[0] | WARPING[1]) ? 3 : 2;
+        else if (Has(support, Bits::TORSION_PART) && any != 0) row = 1;
+        else if (Has(support, t)) row = 0;
         if (row < 0) return INF;
-        const bool torsion = Has(tip.bits, Bits::TORSION);
-        const bool lateral = (tip.bits & (LATERAL[0] | LATERAL[1])) != 0;
-        const int column = torsion ? (lateral ? 3 : 2) : Has(tip.bits, t) ? 1 : 0;
+        const bool torsion = Has(tip, Bits::TORSION);
+        const bool lateral = (tip & (LATERAL[0] | LATERAL[1])) != 0;
+        const int column = torsion ? (lateral ? 3 : 2) : Has(tip, t) ? 1 : 0;
         const double LE = (destabilising ? high : normal)[row][column] * L;
         return std::fabs(tipMoment) >= 1.0 ? std::max(LE + 0.3 * L, 1.3 * LE) : LE;
     }
@@ -255,7 +269,7 @@ private:
             if (inside && !Has(along.bits, LATERAL[flange])) whole = false;
         }
         if (whole) return;
-        const bool fourth = Has(tip.bits, Bits::TORSION) && Has(tip.bits, LATERAL[flange]);
+        const bool fourth = Has(tip.restraints.front(), Bits::TORSION | LATERAL[flange]);
         const Holder* to = nullptr;
         for (std::size_t k = 1; k < way.size(); ++k) {
             if (!Holds(way[k], flange)) continue;
