@@ -170,6 +170,14 @@ private:
     {
         return std::any_of(h.restraints.begin(), h.restraints.end(), [&](unsigned bits) { return Has(bits, LATERAL[flange]); });
     }
+    /// The restraints of a section that hold the flange; where none does (an end of the member) that of the point.
+    std::vector<unsigned> Holding(const Holder& h, int flange) const
+    {
+        std::vector<unsigned> holding;
+        for (const unsigned bits : h.restraints)
+            if (Has(bits, LATERAL[flange])) holding.push_back(bits);
+        return holding.empty() ? std::vector<unsigned>{h.restraints.front()} : holding;
+    }
     bool HeldBetween(int flange, double a, double b) const
     {
         for (const HeldLength& along : m_along)
@@ -206,7 +214,7 @@ private:
     double Table13(int flange, const Holder& h, double L, bool destabilising) const
     {
         double best = INF;
-        for (const unsigned bits : h.restraints) best = std::min(best, Table13(flange, bits, h.support || h.end, L, destabilising));
+        for (const unsigned bits : Holding(h, flange)) best = std::min(best, Table13(flange, bits, h.support || h.end, L, destabilising));
         return best;
     }
     double Table13(int flange, unsigned bits, bool supported, double L, bool destabilising) const
@@ -231,7 +239,7 @@ private:
     double Table14(int flange, const Holder& support, const Holder& tip, double L, bool destabilising, double tipMoment) const
     {
         double best = INF;
-        for (const unsigned bits : support.restraints)
+        for (const unsigned bits : Holding(support, flange))
             best = std::min(best, Table14(flange, bits, tip.restraints.front(), L, destabilising, tipMoment));
         return best;
     }
