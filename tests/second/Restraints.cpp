@@ -170,12 +170,13 @@ private:
     {
         return std::any_of(h.restraints.begin(), h.restraints.end(), [&](unsigned bits) { return Has(bits, LATERAL[flange]); });
     }
-    /// The restraints of a section that hold the flange; where none does (an end of the member) that of the point.
+    /// The restraints of a section that hold the flange, those of a held length together with its point; where none does
+    /// (an end of the member) that of the point.
     std::vector<unsigned> Holding(const Holder& h, int flange) const
     {
         std::vector<unsigned> holding;
         for (const unsigned bits : h.restraints)
-            if (Has(bits, LATERAL[flange])) holding.push_back(bits);
+            if (Has(bits, LATERAL[flange])) holding.push_back(Close(bits | h.restraints.front(), 0));
         return holding.empty() ? std::vector<unsigned>{h.restraints.front()} : holding;
     }
     bool HeldBetween(int flange, double a, double b) const
@@ -293,8 +294,7 @@ private:
         s.b = std::max(tip.x, stop.x);
         s.cantilever = true;
         s.destabilising = Destabilising(s.a, s.b);
-        const SubSpan& last = left ? m_b.member.subs.front() : m_b.member.subs.back();
-        const double moment = last.Myy[left ? 0 : 1];
+        const double moment = TipMoment(left);
         s.LE = Table14(flange, stop, tip, L, s.destabilising, moment);
         s.compressed[flange] = true;
         all.push_back(s);
@@ -350,6 +350,15 @@ private:
             s.cantilever = ReachesTip(s);
             all.push_back(s);
         }
+    }
+
+    double TipMoment(bool left) const
+    {
+        const std::size_t last = m_b.member.subs.size() - 1;
+        const double L = m_b.member.points[last + 1].x - m_b.member.points[last].x;
+        double most = 0.0;
+        for (const double m : m_b.diagram.At(Bending::Major, left ? 0 : static_cast<int>(last), left ? 0.0 : L)) most = std::max(most, std::fabs(m));
+        return most;
     }
 
     bool ReachesTip(const Stretch& s) const
