@@ -229,11 +229,19 @@ void SetTube(const Work& w, Class& c)
     const Properties& p = w.p;
     c.Wx = c.Wy = p.Sx;
     c.pyrX = c.pyrY = c.pyAxial = w.py;
-    if (c.cls == 3) {
+    if (c.cls == 3 && w.s.make == Make::Welded) { // 3.5.6.4 is for structural hollow sections
+        c.Wx = c.Wy = p.Zx;
+        c.plasticX = c.plasticY = false;
+    } else if (c.cls == 3) {
         const double k = ratio < 140.0 * e2 ? 1.485 * (std::sqrt(140.0 * e2 / ratio) - 1.0) : 0.0;
         c.Wx = c.Wy = p.Zx + std::clamp(k, 0.0, 1.0) * (p.Sx - p.Zx);
     }
-    if (c.cls == 4) {
+    if (c.cls == 4 && ratio > 240.0 * e2) { // beyond 3.6.6: reduced design strength
+        c.Wx = c.Wy = p.Zx;
+        c.plasticX = c.plasticY = false;
+        c.pyrX = c.pyrY = w.py * std::pow(140.0 * e2 / ratio, 2.0);
+        if (w.Fc > 0.0) c.pyAxial = w.py * std::pow(80.0 * e2 / ratio, 2.0);
+    } else if (c.cls == 4) {
         const double k = std::min(1.0, std::pow(140.0 * e2 / ratio, 0.25));
         c.Wx = c.Wy = c.Zx = c.Zy = k * p.Zx;
         c.plasticX = c.plasticY = false;
