@@ -4,7 +4,7 @@ include(CMakePackageConfigHelpers)
 
 # Programs find the libraries, and the libraries each other, by their place relative to themselves.
 file(RELATIVE_PATH bin_to_lib "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
-foreach(target IN ITEMS keltrix-platform keltrix-steel keltrix-bs5950)
+foreach(target IN ITEMS keltrix-platform keltrix-steel keltrix-design keltrix-bs5950)
   if(TARGET ${target})
     set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
     install(TARGETS ${target} EXPORT KeltrixSteelTargets
