@@ -50,17 +50,9 @@ constexpr const char* GRADES[] = {"S275",
                                   "User_defined,0,0,0,0"};
 constexpr const char* NUMBERS[] = {"0",   "-0",  "1",    "-1", "1e-9", "1e9",  "-1e12",  "1e308",
                                    "nan", "inf", "-inf", "",   "2.5m", "0x10", "1e-320", "999999999999999999999"};
-constexpr const char* TITLES[] = {"<b>bold</b>",
-                                  "</table><script>",
-                                  "\xE2\x80\xAE"
-                                  "desrever",
-                                  "a & b \"c\"",
-                                  "",
-                                  "\t tab",
-                                  "=1+1",
-                                  "\xF0\x9F\x94\xA9",
-                                  "zero\xE2\x80\x8Bwidth",
-                                  "\xC2\x85next"};
+constexpr const char* TITLES[] = {
+    "<b>bold</b>", "</table><script>", "\xE2\x80\xAEturned",    "a & b \"c\"", "", "\t tab",
+    "=1+1",        "\xF0\x9F\x94\xA9", "zero\xE2\x80\x8Bwidth", "\xC2\x85next"};
 constexpr const char* FACTORS[] = {"NET_TO_GROSS", "ALLOWABLE_PLASTIC/ELASTIC_RATIO", "SHEAR_LAG_FACTOR"};
 
 // Fields of a SUBSPAN line: forces and moments of the left and of the right end.
