@@ -501,6 +501,21 @@ TEST(LedgerByHand, AnElasticLimitAbove1Point5IsCutAndNamed)
     }
 }
 
+// A net area of half a per cent is no sensible one, but it is one: Pt = 0.005*1.2*275*8550 = 14.1 kN. None at all is refused.
+TEST(LedgerByHand, AnyNetAreaAboveZeroIsTaken)
+{
+    Case given;
+    given.netGross = 0.005;
+    EndMoments(given, 6.0, 0.0, 0.0, 10 * kN);
+    Checked small(given);
+    EXPECT_TRUE(small.Check());
+    ExpectWithin(0.002, small.Entry(Rule::Tension).resistance, 14.1 * kN, "Pt");
+    given.netGross = 0.0;
+    Checked none(given);
+    EXPECT_FALSE(none.Check());
+    EXPECT_EQ(none.Entry(Rule::Tension).status, CheckStatus::NotEvaluated);
+}
+
 // Every interaction is that of three spans which have its stretch in common, one of each mode, with their own figures.
 TEST(LedgerByHand, InteractionsReferToTheSpansOfTheirStretch)
 {

@@ -454,6 +454,46 @@ TEST(ReportReadBack, TorsionIsShownWhereItActs)
     EXPECT_EQ(mentions(0.0), 0);
 }
 
+// Table 23 by the curves that the report names: one up to 40 mm, both between 40 and 50 mm, b and c of a rolled I about y-y.
+TEST(ReportReadBack, TheCurvesOfThickFlangesAreNamed)
+{
+    const auto curves = [](const wchar_t* section) {
+        Case given;
+        given.section = section;
+        EndMoments(given, 6.0, 0.0, 0.0, -500e3);
+        Checked c(given);
+        c.Check();
+        std::vector<std::string> named;
+        for (const std::string& line : LinesOf(c.Verbose()))
+            if (line.find("Table 23") != std::string::npos) named.push_back(line.substr(0, line.find(" ;")));
+        return named;
+    };
+    const std::vector<std::string> thin = curves(L"I 500x300x20x38");
+    const std::vector<std::string> thick = curves(L"I 500x300x20x45");
+    ASSERT_EQ(thin.size(), 2u);
+    ASSERT_EQ(thick.size(), 2u);
+    for (const std::string& line : thin)
+        EXPECT_EQ(line.find(" and "), std::string::npos) << line;
+    EXPECT_NE(thick[0].find("a and b"), std::string::npos) << thick[0];
+    EXPECT_NE(thick[1].find("b and c"), std::string::npos) << thick[1];
+}
+
+// The clause of a tie's capacity: that of eccentric connections where it was applied, and only there.
+TEST(ReportReadBack, TheClauseOfATieIsTheOneThatWasApplied)
+{
+    for (const wchar_t* section : {L"L 100x100x10", L"UC 203x203x46"}) {
+        Case given;
+        given.section = section;
+        EndMoments(given, 6.0, 0.0, 0.0, 150e3);
+        Checked c(given);
+        c.Check();
+        const std::string report = c.Verbose();
+        const bool isEccentric = c.Entry(Rule::EccentricConnection).status == CheckStatus::Passed;
+        EXPECT_EQ(isEccentric, std::wstring(section).starts_with(L"L"));
+        EXPECT_EQ(report.find("4.6.3.1") < report.find("Ledger"), isEccentric) << Narrow(section);
+    }
+}
+
 // Limits that a row of the tables does not have are shown as none.
 TEST(ReportReadBack, LimitsThatDoNotExistAreNoNumbers)
 {
