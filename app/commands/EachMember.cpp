@@ -9,6 +9,9 @@ namespace Keltrix::App {
 
 namespace {
 
+// The note that further defects were not listed is about none.
+bool IsListed(const Defect& defect) { return !defect.got.empty() || !defect.expected.empty(); }
+
 // The errors that the check found between the start of a member and that of the next.
 std::vector<std::string> ErrorsOf(const MemberFile& file, std::size_t i)
 {
@@ -16,7 +19,19 @@ std::vector<std::string> ErrorsOf(const MemberFile& file, std::size_t i)
     for (const Defect& defect : file.Check().defects) {
         const bool isBefore = defect.line < file.Member(i).firstLine;
         const bool isBehind = i + 1 < file.MemberCount() && defect.line >= file.Member(i + 1).firstLine;
-        if (defect.severity == Severity::Error && !isBefore && !isBehind) errors.push_back(defect.Text(file.Name()));
+        if (defect.severity == Severity::Error && IsListed(defect) && !isBefore && !isBehind)
+            errors.push_back(defect.Text(file.Name()));
+    }
+    return errors;
+}
+
+// The errors of a member after so many defects that its own were not listed.
+std::vector<std::string> UnlistedErrorsOf(const MemberFile& file, std::size_t i)
+{
+    std::vector<std::string> errors;
+    const MemberText& member = file.Member(i);
+    for (const Defect& defect : CheckMemberFile(CString(member.text), member.firstLine, true).defects) {
+        if (defect.severity == Severity::Error) errors.push_back(defect.Text(file.Name()));
     }
     return errors;
 }
@@ -76,7 +91,11 @@ void MemberLoop::UseOne(const MemberFile& file, std::size_t i)
     const auto refusal = [&](std::vector<std::string> reasons) {
         return Refusal{file.Name(), member.firstLine, Utf8(member.title), std::move(reasons)};
     };
-    if (member.hasErrors) return Leave(refusal(ErrorsOf(file, i)));
+    if (member.hasErrors) {
+        std::vector<std::string> errors = ErrorsOf(file, i);
+        if (!errors.empty()) return Leave(refusal(std::move(errors)));
+        return Refuse(refusal(UnlistedErrorsOf(file, i)));
+    }
     try {
         m_worst = Worse(m_worst, m_use(file, i));
     } catch (const BadInput& failure) {
