@@ -73,7 +73,8 @@ ExitCode Validate(const ValidateOptions& options, const Console& console)
         } catch (const BadInput& failure) {
             console.err(failure.what());
             worst = EXIT_BAD_INPUT;
-            if (options.format == Format::JSON) files.push_back({{"file", Printable(path)}, {"error", failure.what()}});
+            if (options.format == Format::JSON)
+                files.push_back({{"file", NameOfInput(path)}, {"error", failure.what()}});
         }
     }
     if (options.format == Format::JSON) console.out(JsonText(files));
