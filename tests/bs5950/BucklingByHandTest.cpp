@@ -24,7 +24,7 @@ double LargestInteraction(const Checked& c)
     return largest;
 }
 
-// 12 m under uplift of 50 kN/m between two purlins at 3 m and 9 m, 50 kNm hogging... of the other sign at the purlins.
+// 12 m under 50 kN/m of uplift between purlins at 3 m and 9 m, where the moment has the other sign.
 Case Purlins(const wchar_t* purlin)
 {
     Case given;
@@ -161,7 +161,7 @@ TEST(LateralByHand, AMomentAtTheTipLengthensTheCantilever)
     EXPECT_EQ(span.tipMoment, 10e3);
 }
 
-// The sum of forces does not say how a moment of 75 kN at the ends varies in between: the factors are 1.0.
+// With 60 kN at one end, 60.5 kN at the other and 5 kNm at the right end nobody knows the moment in between.
 TEST(MomentFactors, AreOneWhereTheForcesDoNotBalance)
 {
     Case given;
@@ -263,7 +263,7 @@ TEST(AngleStrutByHand, FixedEndsDoNotGoBelowTheSlendernessOfTheConnections)
     givenLength.member.SetLzz(0.5);
     givenLength.member.SetLlt(0.5);
     givenLength.Check();
-    EXPECT_NEAR(Governing(givenLength, BucklingMode::Minor).slenderness, 0.7 * 150 / 3.037 + 30, 0.2);
+    EXPECT_NEAR(Governing(givenLength, BucklingMode::Minor).slenderness, 0.7 * 150 / 1.953 + 15, 0.1);
 }
 
 // Pinned ends, 3 m: LE/rv = 153.8. Two bolts: 0.85*153.8 = 130.8 may stand for it; one bolt: 153.8 and 80 % of the
@@ -299,8 +299,8 @@ TEST(AngleStrutByHand, ConnectionsAndMomentsThatHoldTheEccentricityAreOptions)
     EXPECT_TRUE(c.Assumes(L"eccentricity of the end connections"));
 }
 
-// PFC 300x90x41 about y-y: 300/2.77 = 108.3 pinned, 0.7*108.3 = 75.8 fixed raised to 0.85*108.3 = 92.1 and 75.8 + 30 = 105.8. T 254x343x63
-// (rx = 7.65... of the stem) about x-x by the same rule; about the other axis LE/r alone.
+// PFC 300x90x41 about y-y: 300/2.77 = 108.3 pinned, 0.7*108.3 = 75.8 fixed raised to 0.85*108.3 = 92.1 and 75.8 + 30 = 105.8. About x-x LE/r
+// alone.
 TEST(ChannelStrutByHand, KeepsTheSlendernessOfItsWebConnection)
 {
     Case given;

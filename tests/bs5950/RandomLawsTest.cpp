@@ -114,12 +114,20 @@ private:
     CSteelMemberBS5950 m_member;
 };
 
-// Utilisations of the ledger by rule, ascending.
+// Utilisations of the ledger by rule, ascending. Combinations with tension and with compression count together, the larger one:
+// a position is that of the largest combination in its sub-span, and the axial force can change its sign there. They count with
+// the axial force alone, which is what is left of them where the moments vanish.
 std::map<Rule, std::vector<double>> Utilisations(const CSteelMemberBS5950& member)
 {
     std::map<Rule, std::vector<double>> all;
-    for (const LedgerEntry& e : member.Checks().Entries())
-        if (RuleStage(e.rule) == Stage::Buckling) all[e.rule].push_back(e.utilisation);
+    double combined = 0.0;
+    for (const LedgerEntry& e : member.Checks().Entries()) {
+        const bool isCombined = e.rule == Rule::CombinedTension || e.rule == Rule::CombinedCompression;
+        const bool isAxial = e.rule == Rule::Tension || e.rule == Rule::Compression;
+        if (isCombined || isAxial) combined = std::max(combined, e.utilisation);
+        if (!isCombined) all[e.rule].push_back(e.utilisation);
+    }
+    all[Rule::CombinedCompression] = {combined};
     for (auto& [rule, utilisations] : all)
         std::sort(utilisations.begin(), utilisations.end());
     return all;
