@@ -262,13 +262,19 @@ void CSteelMemberBS5950::Text::BucklingTitle()
 
 void CSteelMemberBS5950::Text::SpanTitle(const wchar_t* what, const SpanResult& span)
 {
-    Line(L"<h5>%s, point %i to %i: %s to %s, length %s</h5>", what, span.left + 1, span.right + 1,
-         m_fmt.Length(span.start), m_fmt.Length(span.end), m_fmt.Length(span.end - span.start));
+    Line(L"<h5>%s, %s to %s, length %s</h5>", what, m_fmt.Length(span.start), m_fmt.Length(span.end),
+         m_fmt.Length(span.end - span.start));
     const CResultIndent indent(&m_result);
     if (span.overridden) return;
-    const auto restraint = [this](int point) { return m_member.PointRestraint(point).UserDescription(); };
-    Line(L"starts at point %i, restraint \"%s\": %s", span.left + 1, restraint(span.left), span.startReason);
-    Line(L"ends at point %i, restraint \"%s\": %s", span.right + 1, restraint(span.right), span.endReason);
+    const auto line = [this](const wchar_t* verb, const Design::StretchEnd& end, const wchar_t* reason) {
+        if (end.point < 0)
+            Line(L"%s between points at %s: %s", verb, m_fmt.Length(end.x), reason);
+        else
+            Line(L"%s at point %i, restraint \"%s\": %s", verb, end.point + 1,
+                 m_member.PointRestraint(end.point).UserDescription(), reason);
+    };
+    line(L"starts", span.from, span.startReason);
+    line(L"ends", span.to, span.endReason);
 }
 
 void CSteelMemberBS5950::Text::MomentFactorLine(const wchar_t* symbol, double value, const MomentShape& shape,
@@ -282,10 +288,16 @@ void CSteelMemberBS5950::Text::MomentFactorLine(const wchar_t* symbol, double va
         const double larger = leftLarger ? shape.Mleft : shape.Mright;
         Line(L"β = %s", m_fmt.NoDim((leftLarger ? shape.Mright : shape.Mleft) / larger));
     }
-    if (m_member.EquivalentUniformMomentFactor())
-        Line(L"%s = %s, given by the user", symbol, m_fmt.NoDim(value));
+    if (!shape.balanced)
+        Line(L"%s = %s: the moment is not known all along, its forces do not balance", symbol, m_fmt.NoDim(value));
     else if (lateral && (span.destabilising || span.cantilever))
-        Line(L"mLT = 1.0 <i>cl. 4.3.6.6</i>, %s", span.cantilever ? L"cantilever" : L"destabilising load");
+        Line(L"mLT = %s <i>cl. 4.3.6.6</i>, %s", m_fmt.NoDim(value),
+             span.cantilever ? L"cantilever" : L"destabilising load");
+    else if (m_member.EquivalentUniformMomentFactor())
+        Line(L"%s = %s, given by the user%s", symbol, m_fmt.NoDim(value),
+             span.sway ? L", at least 0.85 in sway mode" : L"");
+    else if (lateral && span.m != shape.factor)
+        Line(L"mLT = %s: the largest moment of the stretch compresses the other flange", m_fmt.NoDim(value));
     else if (lateral)
         Line(L"mLT = 0.2 + (0.15 M2 + 0.5 M3 + 0.15 M4)/Mmax >= 0.44 = %s <i>Table 18</i>", m_fmt.NoDim(value));
     else
@@ -328,9 +340,14 @@ void CSteelMemberBS5950::Text::Flexural(const SpanResult& span)
 
 void CSteelMemberBS5950::Text::LateralTitle(const SpanResult& span)
 {
-    SpanTitle(L"Lateral-torsional buckling", span);
+    const wchar_t* const of = span.flange[0] == span.flange[1] ? L""
+                              : span.flange[0]                 ? L" of flange 1 (top)"
+                                                               : L" of flange 2 (bottom)";
+    const CString what =
+        CString(L"Lateral-torsional buckling") + of + (span.turned ? L", the angle turned the other way" : L"");
+    SpanTitle(what.GetString(), span);
     const CResultIndent indent(&m_result);
-    Line(L"compression flange: %s; load: %s", SenseName(span.sense),
+    Line(L"compressed: %s; load: %s", SenseName(span.sense),
          span.destabilising ? L"destabilising, it acts above its reference and moves with the flange" : L"normal");
 }
 
@@ -339,12 +356,12 @@ void CSteelMemberBS5950::Text::Lateral(const SpanResult& span)
     const CResultIndent indent(&m_result);
     const SectionProperties& s = m_member.Properties();
     if (!span.applied) {
-        Line(L"%s: nothing to check", span.continuous ? L"compression flange held along the span <i>cl. 4.2.2</i>"
-                                      : !CanBuckleLaterally(s)
-                                          ? L"the section does not buckle laterally <i>cl. 4.3.6.1</i>"
-                                      : span.effect == 0.0 ? L"no moment about the major axis"
-                                      : span.overridden    ? L"effective length given as zero"
-                                                           : L"no moment beyond the tolerance");
+        Line(L"%s: nothing to check",
+             span.continuous                          ? L"flange held along the span <i>cl. 4.2.2</i>"
+             : !CanBuckleLaterally(s)                 ? L"the section does not buckle laterally <i>cl. 4.3.6.1</i>"
+             : span.momentX.Mmax == 0.0               ? L"no moment about the major axis"
+             : span.sense == CCodeShare::LT_COMP_NONE ? L"no moment beyond the tolerance compresses the flange"
+                                                      : L"effective length given as zero");
         return;
     }
     const Material& m = m_member.Steel();
@@ -392,7 +409,8 @@ void CSteelMemberBS5950::Text::Interaction(const InteractionResult& r)
     }
     const wchar_t* k = m_member.Properties().IsHollow() ? L"0.5 " : L"";
     Line(L"Fc/Pcx + mx Mx/Mcx (1 + 0.5 Fc/Pcx) + 0.5 myx My/Mcy = %s <i>cl. %s</i>", Verdict(r.first, false), r.clause);
-    Line(L"Fc/Pcy + mLT MLT/Mb + my My/Mcy (1 + %sFc/Pcy) = %s <i>cl. %s</i>", k, Verdict(r.second, false), r.clause);
+    Line(L"Fc/Pcy + %smLT MLT/Mb + my My/Mcy (1 + %sFc/Pcy) = %s <i>cl. %s</i>", k, k, Verdict(r.second, false),
+         r.clause);
     Line(L"mx Mx(1 + 0.5 Fc/Pcx)/(Mcx(1 - Fc/Pcx)) + my My(1 + %sFc/Pcy)/(Mcy(1 - Fc/Pcy)) = %s <i>cl. %s</i>", k,
          Verdict(r.third, false), r.clause);
 }

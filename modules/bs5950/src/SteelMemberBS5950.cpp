@@ -164,8 +164,7 @@ bool CSteelMemberBS5950::Prepare()
         Refuse(reason);
         return false;
     }
-    m_major = Design::MomentDiagram(MemberPoints(), SubSpans(), Design::Bending::Major);
-    m_minor = Design::MomentDiagram(MemberPoints(), SubSpans(), Design::Bending::Minor);
+    MakeDiagrams();
     CollectPositions();
     if (Result()) {
         Result()->IniDynaArray(2 * static_cast<int>(SubSpans().size()) + 2);
@@ -346,17 +345,15 @@ Steel::SubspanEffectiveLengthData CSteelMemberBS5950::GetEffectiveLengths() cons
     using Entry = Steel::SubspanEffectiveLengthData::Entry;
     std::map<int, Entry> maps[3];
     for (const SpanResult& s : m_spans) {
+        const bool unchecked = s.mode == BucklingMode::LateralTorsional && s.flange[0] != s.flange[1] &&
+                               !s.compressed[0] && !s.compressed[1];
+        if (s.turned || unchecked) continue;
         std::map<int, Entry>& map = maps[static_cast<int>(s.mode)];
         map.emplace(static_cast<int>(map.size()),
                     Entry(static_cast<std::size_t>(s.left), static_cast<std::size_t>(s.right - 1), s.start, s.end, s.LE,
                           s.radius));
     }
     return {maps[0], maps[1], maps[2]};
-}
-
-double CSteelMemberBS5950::UserFactor(double computed) const
-{
-    return EquivalentUniformMomentFactor().value_or(computed);
 }
 
 } // namespace Keltrix::BS5950

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <limits>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "keltrix/bs5950/SectionBS5950.h"
 #include "keltrix/design/Findings.h"
 #include "keltrix/design/MomentDiagram.h"
+#include "keltrix/design/Stretches.h"
 #include "keltrix/steel/SteelMember.h"
 
 namespace Keltrix::BS5950 {
@@ -83,17 +85,28 @@ struct MomentShape {
     double factor = 1.0;  ///< mLT of Table 18 or m of Table 26; 1.0 where not balanced
 };
 
-/// One span of a buckling check: what it reaches from and to, and what was found.
+/// One span of a buckling check: what it reaches from and to, and what was found. A span of lateral-torsional buckling is a
+/// stretch of one flange, or of both where both have the same ends (Design::FindStretches); its ends need not be member points.
 struct SpanResult {
     BucklingMode mode = BucklingMode::Major;
-    int left = 0, right = 0; ///< places of the member points
+    int left = 0, right = 0; ///< places of the member points at or outside the ends
     double start = 0.0, end = 0.0;
+    Design::StretchEnd from, to;  ///< the ends; `point` is -1 between member points
+    std::array<bool, 2> flange{}; ///< whose stretch it is; lateral-torsional buckling alone
+    /// The flanges that a moment beyond the tolerance compresses: those that are checked.
+    std::array<bool, 2> compressed{};
+    /// Angle: turned the other way about, so that My counts with the other sign about u-u and v-v. Spans of both ways are
+    /// there where both moments act; compression is recorded for the first way alone.
+    bool turned = false;
     const wchar_t* startReason = L"";
     const wchar_t* endReason = L"";
 
     double LE = 0.0; ///< effective length; infinite where no row of a table applies
     const wchar_t* lengthRule = L"";
-    double lengthFactor = 0.0; ///< of Table 22; 0 where the rule has none
+    double lengthFactor = 0.0;     ///< of Table 22; 0 where the rule has none
+    double tipMoment = 0.0;        ///< moment at the tip of a cantilever; from 1 N·m on it lengthens LE (4.3.5.4)
+    double leastSlenderness = 0.0; ///< of clause 4.7.10; 0 where it does not apply
+    double connectionFactor = 1.0; ///< 0.8 on the resistance of a strut with one bolt (4.7.10)
     double radius = 0.0;
     double slenderness = 0.0;
     double strength = 0.0;   ///< pc or pb
@@ -104,17 +117,18 @@ struct SpanResult {
 
     double Mx = 0.0, My = 0.0;       ///< largest moments compared with Mcx and Mcy (Mu and Mv of an angle)
     double major = 0.0, minor = 0.0; ///< largest local utilisations by moment about the two axes
-    double Zx = 0.0, Zy = 0.0;       ///< elastic moduli (about u-u, v-v of an angle), in class 4 times pyr/py
-    MomentShape momentX;             ///< major-axis moment over the span
-    MomentShape momentY;             ///< minor-axis moment over the span
-    double m = 1.0;                  ///< mx (Major), my (Minor) or mLT
-    double myx = 1.0;                ///< Major: factor of the minor-axis moment over this span
+    double pyZx = 0.0, pyZy = 0.0;   ///< py Z (about u-u, v-v of an angle), with pyr or Zeff in class 4; N·m
+    MomentShape momentX;             ///< major-axis moment over the span (Mu of an angle)
+    MomentShape momentY; ///< minor-axis moment over the span (Mv of an angle); not of lateral-torsional buckling
+    double m = 1.0;      ///< mx (Major), my (Minor) or mLT
+    double myx = 1.0;    ///< Major: factor of the minor-axis moment over this span
     bool sway = false;
     bool continuous = false; ///< held along its length: no buckling in this mode
     bool cantilever = false;
     bool destabilising = false;
     bool overridden = false;
-    int sense = 3; ///< compression flange as CCodeShare::LT_BuckleDirection
+    int sense = 3;     ///< compressed flanges as CCodeShare::LT_BuckleDirection
+    int resisting = 0; ///< flange, 0 or 1, whose compression gives the resistance
     int cls = 1;
     double modulus = 0.0; ///< with which Mb was made
     double Aeff = 0.0;
@@ -245,37 +259,56 @@ private:
     void RecordTorsion();
     void WriteLocalUtilisations();
 
-    void FindFlexuralSpans(BucklingMode mode);
-    void FindLateralSpans();
-    SpanResult MakeSpan(BucklingMode mode, int left, int right) const;
+    void FindFlexuralSpans(BucklingMode mode, bool turned);
+    void MakeDiagrams();
+    bool HasTwoWays() const;
+    void AssumeFactors();
+    SpanResult FlexuralSpan(BucklingMode mode, int left, int right, bool turned) const;
+    void SetCapacityRatios(SpanResult& span) const;
     void SetReasons(SpanResult& span) const;
     void SetOverride(SpanResult& span, double value) const;
     void CheckFlexural(SpanResult& span);
     void SetFlexuralLength(SpanResult& span);
+    double LongestUnheld(BucklingMode mode) const;
     void SetStrutSlenderness(SpanResult& span) const;
+    void SetCompressionResistance(SpanResult& span) const;
+    void FindLateralSpans(bool turned);
+    std::vector<Design::Stretch> LateralStretches(bool turned) const;
+    SpanResult LateralSpan(const Design::Stretch& stretch, bool turned) const;
+    bool IsDestabilised(const SpanResult& span) const;
     void CheckLateral(SpanResult& span);
     void SetLateralLength(SpanResult& span);
     void SetBendingResistance(SpanResult& span) const;
-    void CheckInteractions();
-    void CheckInteraction(int major, int minor, int lateral);
+    void SetLateralFactor(SpanResult& span);
+    bool IsSimpleColumn(const SpanResult& span) const;
+    double SimpleColumnLength(const SpanResult& span) const;
+    void CheckInteractions(bool turned);
+    void CheckInteractionsOf(Design::Flange flange, bool turned);
+    bool CheckInteraction(int major, int minor, int lateral);
+    void RecordNoInteraction();
     InteractionResult Interact(int major, int minor, int lateral) const;
+    void SimpleColumnInteraction(InteractionResult& r) const;
     void SimplifiedInteraction(InteractionResult& r) const;
     void ExactInteraction(InteractionResult& r) const;
     void RecordFlexural(const SpanResult& span);
     void RecordStrutConnections();
     void RecordLateral(const SpanResult& span);
+    void RecordMinorAxisLateral();
     void WriteBucklingUtilisations();
     Steel::CRestraint PointRestraint(int point) const;
-    Steel::CRestraint EndRestraint(const SpanResult& span, bool atLeft) const;
     bool PointHeld(BucklingMode mode, int point) const;
     bool SubSpanHeld(BucklingMode mode, int subSpan) const;
-    int BucklingSense(int left, int right) const;
-    bool CompressionFlangeHeld(Steel::CRestraint restraint, int subSpan, const Vec3<double>& moment) const;
-    bool IsTip(int point) const;
-    bool IsUnsupportedEnd(int point) const;
-    bool IsNominalRowRefused(int point) const;
-    bool IsUnbentStrut(const SpanResult& span) const;
-    double UserFactor(double computed) const;
+    bool IsUnsupportedEnd(const Design::StretchEnd& end) const;
+    bool IsNominalRowRefused(const Design::StretchEnd& end) const;
+    bool IsEccentricStrut() const;
+    double Factor(double computed, double least) const;
+    /// Moments about the axes of the buckling checks: x-x and y-y, or u-u and v-v of an angle.
+    const Design::MomentDiagram& MomentsX(bool turned) const;
+    const Design::MomentDiagram& MomentsY(bool turned) const;
+    /// Magnitudes up to which moments are analysis noise and count as none; about u-u, v-v of an angle.
+    double LeastMomentX() const;
+    double LeastMomentY() const;
+    const SpanResult& Span(int place) const { return m_spans[static_cast<std::size_t>(place)]; }
     /// Largest of a value over the positions of a span, 0 where none is above 0.
     template <class Value>
     double LargestOver(const SpanResult& span, Value value) const;
@@ -287,6 +320,7 @@ private:
 
     Design::MomentDiagram m_major;
     Design::MomentDiagram m_minor;
+    std::vector<Design::MomentDiagram> m_principal; ///< angle: Mu and Mv, then those of the angle turned the other way
     Ledger m_ledger;
     std::vector<Assumption> m_assumptions;
     std::vector<Design::Warning> m_warnings;
