@@ -31,7 +31,7 @@ struct Example {
 constexpr Example EXAMPLES[] = {
     {"floor_beam", Rule::MomentMajor},      {"continuous_beam", Rule::MomentMajor},
     {"crane_beam", Rule::LateralTorsional}, {"cantilever", Rule::LateralTorsional},
-    {"column", Rule::BucklingInteraction},  {"tie", Rule::Tension},
+    {"column", Rule::BucklingInteraction},  {"tie", Rule::EccentricConnection},
     {"angle_brace", Rule::BucklingMinor},   {"hollow_strut", Rule::BucklingInteraction},
 };
 

@@ -19,13 +19,14 @@ void SetExponents(Shape shape, PositionResult& p)
 void SetUtilisations(PositionResult& p)
 {
     const Actions& a = p.actions;
-    p.axial = a.F > 0.0 ? Ratio(a.F, p.Pt) : Ratio(-a.F, p.Pz);
+    const double axial = a.F > 0.0 ? Ratio(a.F, p.Pt) : Ratio(-a.F, p.Pz);
+    p.axial = p.eccentricTie ? std::max(axial, a.F / p.Pte) : axial;
     p.major = Ratio(p.momentMajor, p.Mcx);
     p.minor = Ratio(p.momentMinor, p.Mcy);
     p.shearMajor = Ratio(a.Fvy, p.Pvy);
     p.shearMinor = Ratio(a.Fvx, p.Pvx);
     if (p.Vw > 0.0) p.shearBuckling = a.Fvy / p.Vw;
-    p.combined = p.axial + p.major + p.minor;
+    p.combined = std::max(axial + p.major + p.minor, p.axial);
 }
 
 } // namespace
@@ -91,8 +92,9 @@ void CrossSection::SetMoments(PositionResult& p) const
 void CrossSection::SetCapacities(PositionResult& p) const
 {
     const Actions& a = p.actions;
+    p.Pt = m_Pt;
     p.eccentricTie = m_eccentricTies && a.F > 0.0;
-    p.Pt = p.eccentricTie ? m_eccentricPt : m_Pt;
+    if (p.eccentricTie) p.Pte = m_eccentricPt;
     p.Pz = p.cls.Aeff * p.cls.pyCompression;
     p.Pvy = m_Pvy;
     p.Pvx = m_Pvx;

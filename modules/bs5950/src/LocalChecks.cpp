@@ -17,12 +17,16 @@ double PositionResult::Largest() const
 }
 
 // 4.6.3.1 is for single angles, channels and tees.
-void CSteelMemberBS5950::CollectPositions()
+bool CSteelMemberBS5950::MayHaveEccentricConnection() const
 {
     const Shape shape = m_section.Properties().shape;
-    const bool singlySymmetric = shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee;
+    return shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee;
+}
+
+void CSteelMemberBS5950::CollectPositions()
+{
     const CrossSection section(m_section, DesOpt() == MORE_EXACT,
-                               singlySymmetric && !m_options.momentsHoldEccentricity);
+                               MayHaveEccentricConnection() && !m_options.momentsHoldEccentricity);
     PositionFinder finder(section, m_major, m_minor);
     m_positions.clear();
     m_positions.reserve(3 * SubSpans().size());
@@ -158,9 +162,9 @@ void CSteelMemberBS5950::RecordAxialRule(Rule rule, int position, double Positio
     LedgerEntry e = EntryOf(rule);
     e.position = position;
     e.start = e.end = p.x;
-    e.utilisation = CMemberResult::InfinitiseNANs(p.axial);
-    e.status = LocalStatus(e.utilisation);
     e.resistance = p.*resistance;
+    e.utilisation = CMemberResult::InfinitiseNANs(std::abs(p.actions.F) / e.resistance);
+    e.status = LocalStatus(e.utilisation);
     e.symbol = symbol;
     e.quantity = Quantity::Force;
     m_ledger.Add(e);
@@ -196,7 +200,7 @@ void CSteelMemberBS5950::RecordTie(int position)
     }
     RecordAxialRule(Rule::Tension, position, &PositionResult::Pt, L"Pt");
     if (m_positions[static_cast<std::size_t>(position)].eccentricTie) {
-        RecordAxialRule(Rule::EccentricConnection, position, &PositionResult::Pt, L"Pt");
+        RecordAxialRule(Rule::EccentricConnection, position, &PositionResult::Pte, L"Pt");
         Assume(
             L"end connection of the tie",
             L"bolted through one leg of an angle (the larger leg unconnected), the web of a channel or the flange of "
@@ -204,30 +208,69 @@ void CSteelMemberBS5950::RecordTie(int position)
             std::nan(""));
         return;
     }
-    const Shape shape = m_section.Properties().shape;
-    m_ledger.Add(
-        Absent(Rule::EccentricConnection, shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee
-                                              ? L"the moments of the connection's eccentricity are part of the actions"
-                                              : L"the section is connected symmetrically"));
+    if (!MayHaveEccentricConnection()) {
+        m_ledger.Add(Absent(Rule::EccentricConnection, L"not an angle, channel or T"));
+        return;
+    }
+    m_ledger.Add(Absent(Rule::EccentricConnection, L"the user says that the moments hold the eccentricity"));
+    Assume(L"end connection of the tie",
+           L"the given moments hold the eccentricity of the end connections, as the user says", std::nan(""));
 }
 
-// Clause 4.2.5.5: holes may be left out of account where the net area times Ke is not below the gross area.
+namespace {
+
+// Smallest area that can be the tension flange or leg of a section under the given moments; 0 where it has none.
+double TensionFlange(const SectionProperties& s, bool bentMajor, bool bentMinor)
+{
+    double least = std::numeric_limits<double>::infinity();
+    const auto consider = [&least](bool bent, double area) { least = bent ? std::min(least, area) : least; };
+    switch (s.shape) {
+    case Shape::CHS:
+        return 0.0;
+    case Shape::RHS:
+        consider(bentMajor, s.B * s.T);
+        consider(bentMinor, s.D * s.t);
+        return least;
+    case Shape::Angle:
+        return std::min(s.B, s.D) * s.t;
+    case Shape::Tee:
+        consider(bentMajor, std::min(s.B * s.T, s.D * s.t));
+        consider(bentMinor, 0.5 * s.B * s.T);
+        return least;
+    default: // the halves of two flanges about y-y
+        consider(bentMajor, std::min(s.B * s.T, s.B2 * s.T2));
+        consider(bentMinor,
+                 s.shape == Shape::Channel ? std::min(2.0 * s.B * s.T, s.D * s.t) : 0.5 * (s.B * s.T + s.B2 * s.T2));
+        return least;
+    }
+}
+
+} // namespace
+
+// Clause 4.2.5.5: no allowance for holes where Ke times the net area of the tension flange is not below its gross area. The
+// input says how much area the holes take of the section, not where: all of it is taken to lie in the tension flange.
 void CSteelMemberBS5950::RecordBoltHoles()
 {
+    const SectionProperties& s = m_section.Properties();
     const double netGross = m_section.Design().netGross;
-    if (netGross == 1.0)
-        m_ledger.Add(Absent(Rule::BoltHoles, L"the net area is the gross area"));
-    else if (netGross * m_section.Steel().Ke >= 1.0)
-        m_ledger.Add(Absent(Rule::BoltHoles, L"Ke times the net area is not below the gross area"));
-    else if (std::all_of(m_positions.begin(), m_positions.end(),
-                         [](const PositionResult& p) { return p.actions.Mx == 0.0 && p.actions.My == 0.0; }))
-        m_ledger.Add(Absent(Rule::BoltHoles, L"no moment"));
-    else {
-        LedgerEntry e = EntryOf(Rule::BoltHoles);
-        e.reason = L"the net to gross ratio does not say which holes lie in the tension flange";
-        m_ledger.Add(e);
-        if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
-    }
+    const auto bent = [this](double PositionResult::*moment) {
+        return std::any_of(m_positions.begin(), m_positions.end(),
+                           [moment](const PositionResult& p) { return p.*moment > 0.0; });
+    };
+    const bool major = bent(&PositionResult::momentMajor);
+    const bool minor = bent(&PositionResult::momentMinor);
+    if (netGross == 1.0) return m_ledger.Add(Absent(Rule::BoltHoles, L"the net area is the gross area"));
+    if (!major && !minor) return m_ledger.Add(Absent(Rule::BoltHoles, L"no moment"));
+    const double flange = TensionFlange(s, major, minor);
+    if (m_section.Steel().Ke * (flange - (1.0 - netGross) * s.A) >= flange && flange > 0.0)
+        return m_ledger.Add(
+            Absent(Rule::BoltHoles,
+                   L"Ke times the net area of the tension flange is not below its gross area, all holes in it"));
+    LedgerEntry e = EntryOf(Rule::BoltHoles);
+    e.reason =
+        L"the net to gross ratio does not say which holes lie in the tension flange; with all of them there they count";
+    m_ledger.Add(e);
+    if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
 }
 
 // Clauses 4.8.2 and 4.8.3.2: positions where an axial force and a moment, or two moments, act together.

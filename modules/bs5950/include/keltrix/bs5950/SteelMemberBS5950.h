@@ -37,7 +37,8 @@ struct PositionResult {
     Actions actions;       ///< Mx and My about the section's axes
     Classification cls;
 
-    double Pt = 0.0;  ///< tension capacity
+    double Pt = 0.0;  ///< tension capacity, clause 4.6.1
+    double Pte = 0.0; ///< of an angle, channel or tee that is connected eccentrically (4.6.3.1)
     double Pz = 0.0;  ///< compression capacity of the cross-section, A py (Aeff py or A pyr in class 4)
     double Pvx = 0.0; ///< shear capacity along x
     double Pvy = 0.0; ///< shear capacity along y (parallel to the web)
@@ -48,11 +49,13 @@ struct PositionResult {
     double Mry = 0.0;
     double momentMajor = 0.0; ///< action effects compared with Mcx and Mcy; Mu and Mv of an angle
     double momentMinor = 0.0;
-    bool eccentricTie = false;
+    bool eccentricTie = false; ///< clause 4.6.3.1 applies
     bool flangesOnly = false;  ///< Mcx is that of the flanges alone (4.4.4.2)
     double z1 = 1.0, z2 = 1.0; ///< exponents of the more exact rule
 
-    double axial = 0.0; ///< utilisations
+    // Utilisations. That of a tie is by the smaller of Pt and Pte; the combination with moments is by Pt (4.8.2), and never below
+    // the axial one.
+    double axial = 0.0;
     double major = 0.0;
     double minor = 0.0;
     double shearMajor = 0.0;
@@ -249,6 +252,7 @@ private:
                          const wchar_t* symbol, Quantity quantity, const wchar_t* absent);
     void RecordAxial();
     void RecordAxialRule(Rule rule, int position, double PositionResult::*resistance, const wchar_t* symbol);
+    bool MayHaveEccentricConnection() const;
     void RecordTie(int position);
     void RecordBoltHoles();
     void RecordCombined();
