@@ -114,20 +114,24 @@ private:
     CSteelMemberBS5950 m_member;
 };
 
-// Utilisations of the ledger by rule, ascending. Combinations with tension and with compression count together, the larger one:
-// a position is that of the largest combination in its sub-span, and the axial force can change its sign there. They count with
-// the axial force alone, which is what is left of them where the moments vanish.
+// Utilisations of the ledger by rule, ascending. Tension and compression count together, the larger one, alone and combined with
+// moments: a position is that of the largest utilisation in its sub-span, and the axial force can change its sign there.
+// Combinations count with the axial force alone, which is what is left of them where the moments vanish.
 std::map<Rule, std::vector<double>> Utilisations(const CSteelMemberBS5950& member)
 {
     std::map<Rule, std::vector<double>> all;
+    double axial = 0.0;
     double combined = 0.0;
     for (const LedgerEntry& e : member.Checks().Entries()) {
-        const bool isCombined = e.rule == Rule::CombinedTension || e.rule == Rule::CombinedCompression;
-        const bool isAxial = e.rule == Rule::Tension || e.rule == Rule::Compression;
-        if (isCombined || isAxial) combined = std::max(combined, e.utilisation);
-        if (!isCombined) all[e.rule].push_back(e.utilisation);
+        if (e.rule == Rule::Tension || e.rule == Rule::Compression)
+            axial = std::max(axial, e.utilisation);
+        else if (e.rule == Rule::CombinedTension || e.rule == Rule::CombinedCompression)
+            combined = std::max(combined, e.utilisation);
+        else
+            all[e.rule].push_back(e.utilisation);
     }
-    all[Rule::CombinedCompression] = {combined};
+    all[Rule::Compression] = {axial};
+    all[Rule::CombinedCompression] = {std::max(axial, combined)};
     for (auto& [rule, utilisations] : all)
         std::sort(utilisations.begin(), utilisations.end());
     return all;
