@@ -12,7 +12,7 @@ using Steel::CMemberResult;
 
 double PositionResult::Largest() const
 {
-    return std::max({axial, major, minor, shearMajor, shearMinor, shearBuckling, combined});
+    return std::max({axial, major, minor, shearMajor, shearMinor, shearBuckling, shearBucklingX, combined});
 }
 
 void CSteelMemberBS5950::CollectPositions()
@@ -87,10 +87,21 @@ void SetCapacities(const SectionProperties& s, const Material& m, const SectionD
     p.Pvx = ShearCapacity(s, m, Axis::X);
     p.Mcx = MomentCapacity(s, m, p.cls, design, Axis::X, a.Fvy);
     p.Mcy = MomentCapacity(s, m, p.cls, design, Axis::Y, a.Fvx);
-    if (!NeedsShearBuckling(s, m)) return;
-    p.Vw = ShearBucklingResistance(s, m);
-    p.flangesOnly = a.Fvy > 0.6 * p.Vw;
-    if (p.flangesOnly) p.Mcx = std::min(p.Mcx, FlangesOnlyMomentCapacity(s, m));
+    // 4.4.4.2 b. Slender flanges have no such capacity: RecordLocal says that it was not evaluated.
+    const auto flangesOnly = [&](Axis axis, double Mc) {
+        const double Mf = FlangesOnlyMomentCapacity(s, m, axis);
+        return FlangesAloneMayCarryMoment(p.cls, axis) ? Mf : std::min(Mf, Mc);
+    };
+    if (NeedsShearBuckling(s, m, Axis::Y)) {
+        p.Vw = ShearBucklingResistance(s, m, Axis::Y);
+        p.flangesOnly = a.Fvy > 0.6 * p.Vw;
+        if (p.flangesOnly) p.Mcx = flangesOnly(Axis::X, p.Mcx);
+    }
+    if (NeedsShearBuckling(s, m, Axis::X)) {
+        p.Vwx = ShearBucklingResistance(s, m, Axis::X);
+        p.flangesOnlyY = a.Fvx > 0.6 * p.Vwx;
+        if (p.flangesOnlyY) p.Mcy = flangesOnly(Axis::Y, p.Mcy);
+    }
 }
 
 void SetUtilisations(PositionResult& p)
@@ -102,6 +113,7 @@ void SetUtilisations(PositionResult& p)
     p.shearMajor = Ratio(a.Fvy, p.Pvy);
     p.shearMinor = Ratio(a.Fvx, p.Pvx);
     if (p.Vw > 0.0) p.shearBuckling = a.Fvy / p.Vw;
+    if (p.Vwx > 0.0) p.shearBucklingX = a.Fvx / p.Vwx;
     p.combined = p.axial + p.major + p.minor;
 }
 
@@ -115,8 +127,9 @@ int KindsOfAction(const PositionResult& p)
 // shear. One action by itself has nothing to be combined with, so its ratio is not raised to a power.
 bool MoreExactRuleServes(const SectionProperties& s, const PositionResult& p)
 {
-    return KindsOfAction(p) > 1 && s.IsDoublySymmetric() && p.cls.cls <= 2 && !p.flangesOnly && p.axial < 1.0 &&
-           HighShearFactor(p.actions.Fvy, p.Pvy) == 0.0 && HighShearFactor(p.actions.Fvx, p.Pvx) == 0.0;
+    return KindsOfAction(p) > 1 && s.IsDoublySymmetric() && p.cls.cls <= 2 && !p.flangesOnly && !p.flangesOnlyY &&
+           p.axial < 1.0 && HighShearFactor(p.actions.Fvy, p.Pvy) == 0.0 &&
+           HighShearFactor(p.actions.Fvx, p.Pvx) == 0.0;
 }
 
 void CombineMoreExactly(const SectionProperties& s, const Material& m, PositionResult& p)
@@ -186,7 +199,7 @@ void CSteelMemberBS5950::WriteLocalUtilisations()
         r.SetUtilLocalMomMajor(p.major);
         r.SetUtilLocalMomMinor(p.minor);
         r.SetUtilLocalShearMajor(std::max(p.shearMajor, p.shearBuckling));
-        r.SetUtilLocalShearMinor(p.shearMinor);
+        r.SetUtilLocalShearMinor(std::max(p.shearMinor, p.shearBucklingX));
         r.SetUtilLocalCombined(p.combined);
         if (p.cls.webSlender) r.AddFlags(CMemberResult::INFO_LOCAL_SLENDER_WEB);
         if (p.cls.flangeSlender) r.AddFlags(CMemberResult::INFO_LOCAL_SLENDER_FLANGE);
@@ -260,10 +273,14 @@ void CSteelMemberBS5950::RecordLocal()
                     L"no shear along the web");
     RecordLocalRule(Rule::ShearMinor, &PositionResult::shearMinor, &PositionResult::Pvx, L"Pvx", Quantity::Force,
                     L"no shear along the flanges");
-    if (NeedsShearBuckling(m_section.Properties(), m_section.Steel()))
+    const bool across = NeedsShearBuckling(m_section.Properties(), m_section.Steel(), Axis::X);
+    if (across)
+        RecordLocalRule(Rule::ShearBuckling, &PositionResult::shearBucklingX, &PositionResult::Vwx, L"Vwx",
+                        Quantity::Force, L"no shear along the flanges");
+    if (NeedsShearBuckling(m_section.Properties(), m_section.Steel(), Axis::Y))
         RecordLocalRule(Rule::ShearBuckling, &PositionResult::shearBuckling, &PositionResult::Vw, L"Vw",
                         Quantity::Force, L"no shear along the web");
-    else
+    else if (!across)
         m_ledger.Add(Absent(Rule::ShearBuckling,
                             L"d/t is within 70ε (rolled) or 62ε (welded), or the section has no web"
                             L" between two flanges"));
@@ -272,9 +289,27 @@ void CSteelMemberBS5950::RecordLocal()
                     Quantity::Moment, L"no moment about the major axis");
     RecordLocalRule(Rule::MomentMinor, &PositionResult::minor, &PositionResult::Mcy, angle ? L"Mcv" : L"Mcy",
                     Quantity::Moment, L"no moment about the minor axis");
+    RecordThinWebs();
     RecordBoltHoles();
     RecordCombined();
     RecordTorsion();
+}
+
+// Clause 4.4.4.2 b: a thin web in high shear beside a slender flange.
+void CSteelMemberBS5950::RecordThinWebs()
+{
+    for (const PositionResult& p : m_positions) {
+        const bool x = p.flangesOnly && p.momentMajor > 0.0 && !FlangesAloneMayCarryMoment(p.cls, Axis::X);
+        const bool y = p.flangesOnlyY && p.momentMinor > 0.0 && !FlangesAloneMayCarryMoment(p.cls, Axis::Y);
+        if (!x && !y) continue;
+        LedgerEntry e = EntryOf(x ? Rule::MomentMajor : Rule::MomentMinor);
+        e.clause = L"4.4.4.2";
+        e.start = e.end = p.x;
+        e.reason = L"thin web with Fv above 0.6 Vw and a slender flange: only the general method of H.3 would serve";
+        m_ledger.Add(e);
+        if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
+        return;
+    }
 }
 
 void CSteelMemberBS5950::RecordAxialRule(Rule rule, int position, double PositionResult::*resistance,

@@ -133,15 +133,23 @@ void CSteelMemberBS5950::Text::Shear(const PositionResult& p)
         Line(L"\tFvy/Pvy = %s/%s = %s", m_fmt.Force(p.actions.Fvy), m_fmt.Force(p.Pvy), Verdict(p.shearMajor, true));
     }
     if (p.Vw > 0.0 && p.actions.Fvy != 0.0) {
-        Line(L"Shear buckling <i>cl. 4.4.5, H.1</i>: d/t = %s above %s, no stiffeners, qw = %s, Vw = d t qw = %s",
+        Line(L"Shear buckling <i>cl. 4.4.5, H.1</i>: d/t = %s above %s, no stiffeners, qw = %s, Vw = %sd t qw = %s",
              m_fmt.NoDim(s.d / s.t), s.IsWelded() ? L"62ε" : L"70ε",
-             m_fmt.Stress(ShearBucklingStrength(s.d / s.t, m.py)), m_fmt.Force(p.Vw));
+             m_fmt.Stress(ShearBucklingStrength(s.d / s.t, m.py)), s.shape == Shape::RHS ? L"2 " : L"",
+             m_fmt.Force(p.Vw));
         Line(L"\tFvy/Vw = %s", Verdict(p.shearBuckling, true));
     }
     if (p.actions.Fvx != 0.0) {
         Line(L"Shear along the flanges <i>cl. 4.2.3</i>: Pvx = 0.6 py Av = 0.6 * %s * %s = %s", m_fmt.Stress(m.py),
              Area(s.Avx), m_fmt.Force(p.Pvx));
         Line(L"\tFvx/Pvx = %s/%s = %s", m_fmt.Force(p.actions.Fvx), m_fmt.Force(p.Pvx), Verdict(p.shearMinor, true));
+    }
+    if (p.Vwx > 0.0 && p.actions.Fvx != 0.0) {
+        Line(L"Shear buckling across <i>cl. 4.4.5, H.1</i>: b/T = %s above %s, no stiffeners, qw = %s, Vwx = 2 b T qw "
+             L"= %s",
+             m_fmt.NoDim(s.b / s.T), s.IsWelded() ? L"62ε" : L"70ε",
+             m_fmt.Stress(ShearBucklingStrength(s.b / s.T, m.py)), m_fmt.Force(p.Vwx));
+        Line(L"\tFvx/Vwx = %s", Verdict(p.shearBucklingX, true));
     }
 }
 
@@ -151,24 +159,28 @@ void CSteelMemberBS5950::Text::Moment(const PositionResult& p)
     const bool angle = s.shape == Shape::Angle;
     const double limit = std::min(m_member.m_section.Design().plasElas, 1.5);
     const auto one = [&](const wchar_t* axis, double effect, double capacity, double py, double W, const wchar_t* W_,
-                         double Z, double Fv, double Pv, double utilisation) {
+                         double Z, double Fv, double Pv, bool flangesOnly, double utilisation) {
         if (effect == 0.0) return;
         const double rho = HighShearFactor(Fv, Pv);
-        if (rho > 0.0)
-            Line(L"Moment <i>cl. 4.2.5.3</i>: Fv > 0.6 Pv, ρ = (2 Fv/Pv - 1)² = %s taken off %s", m_fmt.NoDim(rho), W_);
-        if (p.flangesOnly && effect == p.momentMajor)
-            Line(L"Moment <i>cl. 4.4.4.2</i>: thin web with Fv > 0.6 Vw, the flanges alone carry the moment");
-        Line(L"Moment <i>cl. 4.2.5</i>: Mc%s = py %s = %s * %s, at most %s py Z (Z = %s): %s", axis, W_,
-             m_fmt.Stress(py), Volume(W), m_fmt.NoDim(limit), Volume(Z), m_fmt.Moment(capacity));
+        if (flangesOnly)
+            Line(L"Moment <i>cl. 4.4.4.2</i>: thin web with Fv > 0.6 Vw, the flanges alone carry the moment: Mc%s = %s",
+                 axis, m_fmt.Moment(capacity));
+        else {
+            if (rho > 0.0)
+                Line(L"Moment <i>cl. 4.2.5.3</i>: Fv > 0.6 Pv, ρ = (2 Fv/Pv - 1)² = %s taken off %s", m_fmt.NoDim(rho),
+                     W_);
+            Line(L"Moment <i>cl. 4.2.5</i>: Mc%s = py %s = %s * %s, at most %s py Z (Z = %s): %s", axis, W_,
+                 m_fmt.Stress(py), Volume(W), m_fmt.NoDim(limit), Volume(Z), m_fmt.Moment(capacity));
+        }
         Line(L"\tM%s/Mc%s = %s/%s = %s", axis, axis, m_fmt.Moment(effect), m_fmt.Moment(capacity),
              Verdict(utilisation, true));
     };
     if (angle && (p.momentMajor != 0.0 || p.momentMinor != 0.0))
         Line(L"Moments about the principal axes, α = %s°", m_fmt.NoDim(s.alpha * 57.29577951308232));
     one(angle ? L"u" : L"x", p.momentMajor, p.Mcx, p.cls.pyMomentX, p.cls.Wx, p.cls.WxName, angle ? s.Zu : s.Zx,
-        p.actions.Fvy, p.Pvy, p.major);
+        p.actions.Fvy, p.Pvy, p.flangesOnly, p.major);
     one(angle ? L"v" : L"y", p.momentMinor, p.Mcy, p.cls.pyMomentY, p.cls.Wy, p.cls.WyName, angle ? s.Zv : s.Zy,
-        p.actions.Fvx, p.Pvx, p.minor);
+        p.actions.Fvx, p.Pvx, p.flangesOnlyY, p.minor);
 }
 
 void CSteelMemberBS5950::Text::Combined(const PositionResult& p)

@@ -167,11 +167,7 @@ void CSteelMemberBS5950::RecordAssumptions()
         Assume(L"Ke", L"effective net area coefficient 1.0: the grade gives no tensile strength (3.4.3)", 1.0);
     if (m.grade == Grade::User && m_grade.GetUserE() == 0.0)
         Assume(L"modulus of elasticity", L"205 kN/mm² (3.1.3), the grade gives none", ELASTIC_MODULUS);
-    if (m_section.Properties().fabricationAssumed)
-        Assume(L"fabrication",
-               m_section.Properties().IsWelded() ? L"taken as welded; the section's type does not say how it is made"
-                                                 : L"taken as rolled; the section's type does not say how it is made",
-               std::nan(""));
+    if (const wchar_t* note = FabricationNote(m_section.Properties())) Assume(L"fabrication", note, std::nan(""));
     const Shape shape = m_section.Properties().shape;
     if (shape == Shape::Channel || shape == Shape::Tee || shape == Shape::Angle)
         Assume(L"line of loading", L"loads act through the shear centre, so that bending causes no torsion",

@@ -27,6 +27,7 @@ struct PositionResult {
     double Pvx = 0.0; ///< shear capacity along x
     double Pvy = 0.0; ///< shear capacity along y (parallel to the web)
     double Vw = 0.0;  ///< simple shear buckling resistance; 0 where the web need not be checked
+    double Vwx = 0.0; ///< the same of the walls across of a rectangular hollow section
     double Mcx = 0.0; ///< moment capacity with the coexistent shear (about u-u for an angle)
     double Mcy = 0.0; ///< (about v-v for an angle)
     double Mrx = 0.0; ///< reduced by the axial force; 0 where the more exact rule was not used
@@ -35,6 +36,7 @@ struct PositionResult {
     double momentMinor = 0.0;
     bool eccentricTie = false;
     bool flangesOnly = false;  ///< Mcx is that of the flanges alone (4.4.4.2)
+    bool flangesOnlyY = false; ///< Mcy is
     double z1 = 1.0, z2 = 1.0; ///< exponents of the more exact rule
 
     double axial = 0.0; ///< utilisations
@@ -43,6 +45,7 @@ struct PositionResult {
     double shearMajor = 0.0;
     double shearMinor = 0.0;
     double shearBuckling = 0.0;
+    double shearBucklingX = 0.0; ///< of the walls across
     double combined = 0.0;
 
     KELTRIX_BS5950_API double Largest() const;
@@ -204,6 +207,7 @@ private:
     void RecordLocal();
     void RecordLocalRule(Rule rule, double PositionResult::*utilisation, double PositionResult::*resistance,
                          const wchar_t* symbol, Quantity quantity, const wchar_t* absent);
+    void RecordThinWebs();
     void RecordAxial();
     void RecordAxialRule(Rule rule, int position, double PositionResult::*resistance, const wchar_t* symbol);
     void RecordTie(int position);
