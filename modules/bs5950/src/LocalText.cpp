@@ -202,10 +202,7 @@ void CSteelMemberBS5950::Text::Moment(const Bending& b, const Classification& c)
         CString numbers = Volume(b.W);
         if (rho > 0.0) {
             HighShear(b, rho);
-            reduced.Format(angle         ? L"%s (1 - ρ)"
-                           : b.plastic ? L"(%s - ρ Sv)"
-                                       : L"(%s - ρ Sv/1.5)",
-                           b.modulus);
+            reduced.Format(angle ? L"%s (1 - ρ)" : b.plastic ? L"(%s - ρ Sv)" : L"(%s - ρ Sv/1.5)", b.modulus);
             if (angle)
                 numbers.Format(L"%s * (1 - %s)", Volume(b.W), m_fmt.NoDim(rho));
             else
@@ -223,8 +220,8 @@ void CSteelMemberBS5950::Text::Moment(const Bending& b, const Classification& c)
 void CSteelMemberBS5950::Text::HighShear(const Bending& b, double rho)
 {
     if (rho < 1.0)
-        Line(L"High shear <i>cl. 4.2.5.3</i>: Fv > 0.6 Pv, ρ = (2 Fv/Pv - 1)² = (2 * %s/%s - 1)² = %s", m_fmt.Force(b.Fv),
-             m_fmt.Force(b.Pv), m_fmt.NoDim(rho));
+        Line(L"High shear <i>cl. 4.2.5.3</i>: Fv > 0.6 Pv, ρ = (2 Fv/Pv - 1)² = (2 * %s/%s - 1)² = %s",
+             m_fmt.Force(b.Fv), m_fmt.Force(b.Pv), m_fmt.NoDim(rho));
     else
         Line(L"High shear <i>cl. 4.2.5.3</i>: ρ = 1, because Fv is not below Pv");
 }
@@ -234,8 +231,9 @@ void CSteelMemberBS5950::Text::FlangesOnly(const Bending& b, const Classificatio
     const SectionProperties& s = m_member.Properties();
     const bool x = b.axis == Axis::X;
     if (!FlangesAloneMayCarryMoment(c, b.axis)) {
-        Line(L"Moment <i>cl. 4.4.4.2</i>: <red>NOT CHECKED</red>: thin web with Fv > 0.6 Vw beside a slender flange. Of "
-             L"the section as a whole:");
+        Line(
+            L"Moment <i>cl. 4.4.4.2</i>: <red>NOT CHECKED</red>: thin web with Fv > 0.6 Vw beside a slender flange. Of "
+            L"the section as a whole:");
         return;
     }
     const bool first = s.B * s.T <= s.B2 * s.T2;
