@@ -123,6 +123,10 @@ void AddValidate(CLI::App& app, Commands& commands, Shared& shared, ValidateOpti
     CLI::App* const command = app.add_subcommand("validate", "Every defect of member files, with its place");
     AddFiles(*command, options.files);
     AddReading(*command, options);
+#ifdef KSTEEL_WITH_BS5950
+    command->add_option("--code", options.code, "Also what this design code rejects: BS5950")
+        ->check(CLI::IsMember({"BS5950"}, CLI::ignore_case));
+#endif
     Finish(command, commands, shared, options, Validate);
 }
 

@@ -57,7 +57,7 @@ TEST(CheckCommand, AGradeThatTheCodeDoesNotKnowIsBadInput)
     const TestDirectory directory;
     const auto result = RunKsteel("check '" + directory.Write("a.csv", Replaced(GOOD_MEMBER, "S275", "S999")) + "'");
     EXPECT_EQ(result.code, 2) << result;
-    EXPECT_THAT(result.err, HasSubstr("GRADE: got \"S999\", expected S275, S355, S460 or User_defined"));
+    EXPECT_THAT(result.err, HasSubstr("a.csv:4: GRADE: got \"S999\", expected S275, S355, S460 or User_defined"));
 }
 
 TEST(CheckCommand, ASectionThatTheCodeDoesNotCoverIsBadInput)
@@ -218,6 +218,44 @@ TEST(CheckCommand, AnEnvelopeOfDifferentMembersIsRefusedWithTheDifference)
     const auto result = RunKsteel("check --envelope '" + a + "' '" +
                                   directory.Write("b.csv", Replaced(good, ",Free,0\nEND", ",Free,0.2\nEND")) + "'");
     EXPECT_EQ(result.code, 0) << result;
+}
+
+// What the design code rejects is said in the same words, with its line, by everything that asks the code.
+struct RejectedRow {
+    const char* from;
+    const char* to;
+    const char* message;
+};
+
+TEST(Rejected, MembersHaveTheSameMessageInCheckValidateDesignAndReport)
+{
+    const RejectedRow rows[] = {
+        {"GRADE,S275", "GRADE,S235", "a.csv:3: GRADE: got \"S235\", expected S275, S355, S460 or User_defined"},
+        {"GRADE,S275", "GRADE,43A", "a.csv:3: GRADE: got \"43A\", expected S275, S355, S460 or User_defined"},
+        {"GRADE,S275", "GRADE,User_defined,300e6,0,0,0", "a.csv:3: GRADE: the user-defined grade has a"},
+        {"GRADE,S275", "GRADE,User_defined,0,0,0,1", "a.csv:3: GRADE: the user-defined grade gives no yield strength"},
+        {"NET_TO_GROSS,1", "NET_TO_GROSS,0", "a.csv:4: NET_TO_GROSS: the net to gross area ratio"},
+        {"RATIO,1.2", "RATIO,0.5", "a.csv:5: ALLOWABLE_PLASTIC/ELASTIC_RATIO: the allowable plastic to elastic ratio"},
+        {"OVERRIDES,NO\n", "OVERRIDES,NO\nEQUIVALENT_UNIFORM_MOMENT_FACTOR,-1\n",
+         "a.csv:8: EQUIVALENT_UNIFORM_MOMENT_FACTOR: the equivalent uniform moment factor"}};
+    const TestDirectory directory;
+    for (const RejectedRow& row : rows) {
+        const std::string file = directory.Write("a.csv", Replaced(OneSubSpan(UNIFORM), row.from, row.to));
+        for (const char* command : {"check", "check --report table", "design --family UB", "report -o -"}) {
+            const auto result = RunKsteel(command + (" '" + file + "'"));
+            EXPECT_EQ(result.code, 2) << command << row.to << result;
+            EXPECT_THAT(result.err, HasSubstr(row.message)) << command << " " << row.to;
+        }
+        EXPECT_EQ(RunKsteel("validate '" + file + "'").code, 0) << "the format has no codes";
+        const auto result = RunKsteel("validate --code BS5950 '" + file + "'");
+        EXPECT_EQ(result.code, 2) << row.to << result;
+        EXPECT_THAT(result.out, HasSubstr(row.message)) << row.to;
+        const json defects = json::parse(RunKsteel("validate --code bs5950 --format json '" + file + "'").out)[0];
+        EXPECT_EQ(defects["errors"], 1) << row.to;
+    }
+    const std::string good = directory.Write("a.csv", OneSubSpan(UNIFORM));
+    EXPECT_EQ(RunKsteel("validate --code BS5950 '" + good + "'").code, 0);
+    EXPECT_EQ(RunKsteel("validate --code EC3 '" + good + "'").code, 3);
 }
 
 // Warnings reach everything that says something of the member.
