@@ -131,10 +131,8 @@ std::vector<Plate> PlatesTee(const Work& w)
     std::vector<Plate> plates;
     if (w.Compressed(std::max(w.Stress(s.D, 0.5 * s.B), w.Stress(s.D - s.T, 0.5 * s.B))))
         plates.push_back(w.Outstand(w.p.b / s.T));
-    if (!w.Compressed(std::max(w.Stress(s.D - s.T), w.Stress(0.0)))) return plates;
-    Plate stem{s.D / s.t, {8 * w.eps, 9 * w.eps, 18 * w.eps}, false};
-    if (s.make == Make::Welded) stem = {(s.D - s.T) / s.t, {8 * w.eps, 9 * w.eps, 13 * w.eps}, false};
-    plates.push_back(stem);
+    // The stem is an outstand: compression next to the flange alone does not make its free edge buckle.
+    if (w.Compressed(w.Stress(0.0))) plates.push_back({s.D / s.t, {8 * w.eps, 9 * w.eps, (s.make == Make::Welded ? 13 : 18) * w.eps}, false});
     return plates;
 }
 
@@ -239,8 +237,7 @@ void SetTube(const Work& w, Class& c)
     if (c.cls == 4 && ratio > 240.0 * e2) { // beyond 3.6.6: reduced design strength
         c.Wx = c.Wy = p.Zx;
         c.plasticX = c.plasticY = false;
-        c.pyrX = c.pyrY = w.py * std::pow(140.0 * e2 / ratio, 2.0);
-        if (w.Fc > 0.0) c.pyAxial = w.py * std::pow(80.0 * e2 / ratio, 2.0);
+        c.pyrX = c.pyrY = c.pyAxial = w.py * std::pow((w.Fc > 0.0 ? 80.0 : 140.0) * e2 / ratio, 2.0);
     } else if (c.cls == 4) {
         const double k = std::min(1.0, std::pow(140.0 * e2 / ratio, 0.25));
         c.Wx = c.Wy = c.Zx = c.Zy = k * p.Zx;
@@ -298,6 +295,8 @@ void SetSlender(const Work& w, const std::vector<Plate>& all, const std::vector<
         c.pyAxial = ReductionBy({w.Outstand(p.b / s.T), w.Outstand(p.b2 / s.T2), web}, 0.0) * w.py;
     }
     if (s.shape == Shape::Angle && s.B == s.D) {
+        // 3.6.4; in bending the legs count one by one.
+        c.pyrX = c.pyrY = ReductionBy({all[0], all[1]}, 0.0) * w.py;
         c.pyAxial = w.py;
         c.Aeff = p.A * std::min(1.0, 12.0 * w.eps / (s.B / s.t));
     }
