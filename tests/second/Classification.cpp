@@ -136,18 +136,26 @@ std::vector<Plate> PlatesTee(const Work& w)
     return plates;
 }
 
-/// Mx and My are about u-u and v-v; the stresses of the toes add the worse way.
+/// Mx and My are about u-u and v-v; at the tip of a leg their stresses add the worse way.
 std::vector<Plate> PlatesAngle(const Work& w)
 {
     const Properties& p = w.p;
-    std::vector<Plate> plates;
-    if (!w.Compressed(w.Fc / p.A + std::fabs(w.a.Mx) / p.Zu + std::fabs(w.a.My) / p.Zv)) return plates;
-    const double e = w.eps, t = w.s.t;
+    const Section& s = w.s;
+    const double e = w.eps, c = std::cos(p.alpha), si = std::sin(p.alpha);
     const bool axial = w.Fc > 0.0;
     const double l1 = axial ? 15 * e : 9 * e, l2 = axial ? 15 * e : 10 * e;
-    plates.push_back({w.s.D / t, {l1, l2, 15 * e}, false});
-    plates.push_back({w.s.B / t, {l1, l2, 15 * e}, false});
-    if (axial) plates.push_back({(w.s.B + w.s.D) / t, {24 * e, 24 * e, 24 * e}, false});
+    const auto tip = [&](double x0, double y0, double x1, double y1) { // both corners of the tip
+        double worst = -INF;
+        for (const auto& [x, y] : {std::pair{x0, y0}, std::pair{x1, y1}}) {
+            const double u = c * (x - p.cx) + si * (y - p.cy), v = -si * (x - p.cx) + c * (y - p.cy);
+            worst = std::max(worst, w.Fc / p.A + std::fabs(w.a.Mx * v) / p.Iu + std::fabs(w.a.My * u) / p.Iv);
+        }
+        return w.Compressed(worst);
+    };
+    std::vector<Plate> plates;
+    if (tip(0.0, s.D, s.t, s.D)) plates.push_back({s.D / s.t, {l1, l2, 15 * e}, false});
+    if (tip(s.B, 0.0, s.B, s.t)) plates.push_back({s.B / s.t, {l1, l2, 15 * e}, false});
+    if (axial) plates.push_back({(s.B + s.D) / s.t, {24 * e, 24 * e, 24 * e}, false});
     return plates;
 }
 
@@ -296,7 +304,9 @@ void SetSlender(const Work& w, const std::vector<Plate>& all, const std::vector<
     }
     if (s.shape == Shape::Angle && s.B == s.D) {
         // 3.6.4; in bending the legs count one by one.
-        c.pyrX = c.pyrY = ReductionBy({all[0], all[1]}, 0.0) * w.py;
+        std::vector<Plate> legs = all;
+        if (w.Fc > 0.0) legs.pop_back();
+        c.pyrX = c.pyrY = ReductionBy(legs, 0.0) * w.py;
         c.pyAxial = w.py;
         c.Aeff = p.A * std::min(1.0, 12.0 * w.eps / (s.B / s.t));
     }
