@@ -417,7 +417,7 @@ std::vector<Stretch> StretchesOf(const Basis& b)
     for (int f = 0; f < 2; ++f)
         for (const Stretch& s : flanges.Of(f)) {
             const auto [first, second] = b.diagram.Largest(Bending::Major, s.a, s.b);
-            const bool bent = b.s.shape == Shape::Angle || (f == 0 ? first : second) > tiny;
+            const bool bent = (f == 0 ? first : second) > tiny;
             if (!bent) continue;
             bool merged = false;
             for (Stretch& other : all)
