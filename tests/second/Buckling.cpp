@@ -219,7 +219,7 @@ public:
         for (const Strut& s : m_major) u.major = std::max(u.major, Over(s.Fc, s.Pc));
         for (const Strut& s : m_minor) u.minor = std::max(u.minor, Over(s.Fc, s.Pc));
         for (const Lateral& l : m_lateral)
-            if (l.buckles) u.lateral = std::max(u.lateral, Over(l.m * l.M, l.Mb));
+            if (l.buckles || IsUpright(l)) u.lateral = std::max(u.lateral, Over(l.m * l.M, l.Mb));
         for (const Strut& x : m_major)
             for (const Strut& y : m_minor) {
                 if (Common({x.span.a, y.span.a}, {x.span.b, y.span.b})) u.interaction = std::max(u.interaction, Interaction(x, y, Lateral()));
@@ -233,6 +233,8 @@ public:
     }
 
 private:
+    /// A hollow section that does not buckle over this length is said to use its full moment.
+    bool IsUpright(const Lateral& l) const { return m_b.s.shape == Shape::Box && m_b.s.D > m_b.s.B && !l.stretch.held; }
     bool Common(std::initializer_list<double> starts, std::initializer_list<double> ends) const
     {
         return std::min(ends) - std::max(starts) > 1e-9 * m_b.member.Length();
@@ -342,7 +344,7 @@ private:
         l.m = m_b.member.factor.value_or(l.m);
         if (stretch.destabilising || stretch.cantilever) l.m = std::max(1.0, m_b.member.factor.value_or(1.0));
         ForEach(stretch.a, stretch.b, [&](const Place& p) {
-            if (!l.buckles) l.Mb = std::min(l.Mb, Low(p));
+            if (!l.buckles) l.Mb = std::min(l.Mb, p.c.pyrX * p.c.Wx);
             for (int f = 0; f < 2 && l.buckles; ++f) {
                 if (!stretch.compressed[f]) continue;
                 if (both && (f == 0 ? first : second) <= 1e-6 * m_b.steel.py * m_b.p.Zx) continue;
@@ -350,14 +352,6 @@ private:
             }
         });
         return l;
-    }
-
-    /// Moment capacity without its shear.
-    double Low(const Place& p) const
-    {
-        Actions a = p.a;
-        a.Vx = a.Vy = 0.0;
-        return MomentCapacity(m_b, p.c, a).Mcx;
     }
 
     double Interaction(const Strut& x, const Strut& y, const Lateral& l) const
