@@ -210,7 +210,7 @@ TEST(CapacityCommand, TheTableHasARowForEachLength)
     EXPECT_GT(list[0]["Mb"], list[2]["Mb"]);
     EXPECT_GT(list[0]["Pcy"], list[2]["Pcy"]);
     const auto table = RunKsteel("capacity 'UB 457x191x67' --LE 2:4");
-    EXPECT_THAT(table.out, HasSubstr("F/Pz   0.0   0.1"));
+    EXPECT_THAT(table.out, HasSubstr("F/(A py)   0.0   0.1"));
     EXPECT_THAT(table.out, HasSubstr("LE   Pcx"));
 }
 
@@ -223,6 +223,69 @@ TEST(CapacityCommand, LengthsAreARangeOrAList)
     EXPECT_THAT(EffectiveLengthList("2,4.5,6"), ElementsAre(2.0, 4.5, 6.0));
     for (const char* text : {"", "0", "-1", "x", "1:", "4:1", "1:2:3:4", "1,,2", "1:1e9", "nan", "inf", "1 2", "1:2:0"})
         EXPECT_THROW(EffectiveLengthList(text), BadUsage) << text;
+}
+
+// Plate girder 800x300, web 12, flanges 20, S275 (py 265), LE = 6 m: welded Mb = 924 kNm, rolled 1080 kNm.
+TEST(CapacityCommand, SaysHowTheSectionIsMadeAndCountsWithIt)
+{
+    const auto Mb = [](const std::string& arguments) {
+        const auto result = RunKsteel("capacity --format json --LE 6 " + arguments);
+        EXPECT_EQ(result.code, 0) << result;
+        return json::parse(result.out).at(0);
+    };
+    const json assumed = Mb("'I 800x300x12x20'");
+    EXPECT_NEAR(assumed["Mb"].get<double>(), 924e3, 1e3);
+    EXPECT_EQ(assumed["type"], "welded");
+    EXPECT_THAT(assumed["type_note"].get<std::string>(), HasSubstr("taken as welded"));
+    const json welded = Mb("'I 800x300x12x20' --type welded");
+    EXPECT_EQ(welded["Mb"], assumed["Mb"]);
+    EXPECT_TRUE(welded["type_note"].is_null());
+    const json rolled = Mb("'I 800x300x12x20' --type rolled");
+    EXPECT_NEAR(rolled["Mb"].get<double>(), 1080e3, 1e3);
+    EXPECT_EQ(rolled["type"], "rolled");
+    const json contradicted = Mb("'CFRHS 200x100x5' --type rolled");
+    EXPECT_EQ(contradicted["type"], "formed");
+    EXPECT_THAT(contradicted["type_note"].get<std::string>(), HasSubstr("less favourable"));
+    EXPECT_TRUE(Mb("'CFRHS 200x100x5'")["type_note"].is_null());
+    EXPECT_THAT(RunKsteel("capacity 'I 800x300x12x20'").out, HasSubstr("taken as welded"));
+    EXPECT_EQ(RunKsteel("capacity 'I 800x300x12x20' --type cast").code, 3);
+}
+
+// What capacity tables and what check finds are the same figures, for every shape and every way to make it.
+TEST(CapacityCommand, AgreesWithTheCheckOfAMember)
+{
+    struct Row {
+        const char* section;
+        const char* type;
+    };
+    constexpr Row ROWS[] = {
+        {"UB 457x191x67", "ROLLED"},     {"UB 457x191x67", "UNDEF"},    {"UB 457x191x67", "WELDED"},
+        {"I 800x350x8x14", "UNDEF"},     {"I 800x350x8x14", "ROLLED"},  {"GI 600x300x200x12x20x15", "UNDEF"},
+        {"CFRHS 200x100x5", "UNDEF"},    {"CFRHS 200x100x5", "ROLLED"}, {"BOX 400x300x8x10", "UNDEF"},
+        {"BOX 400x300x10x10", "FORMED"}, {"PFC 300x90x41", "UNDEF"},    {"T 191x229x34", "UNDEF"},
+        {"TUBE 300x8", "UNDEF"},         {"CFCHS 168.3x5", "ROLLED"}};
+    const Trial::TestDirectory directory;
+    for (const Row& row : ROWS) {
+        const std::string type = row.type;
+        const std::string file = std::string("TITLE,agreement\nHEADINGS,a,b\nSECTION,") + row.section + ',' + type +
+                                 "\nGRADE,S275\nNET_TO_GROSS,1.0\nALLOWABLE_PLASTIC/ELASTIC_RATIO,1.2\n"
+                                 "SHEAR_LAG_FACTOR,0.7\nHEADINGS,YES/NO,a,b,c\nEFFECTIVE_LENGTH_OVERRIDES,NO\n"
+                                 "HEADINGS,a\nMEMBERPOINT,1,0.0,Pinned,0.0\nMEMBERPOINT,2,6.0,Pinned,0.0\nHEADINGS,a\n"
+                                 "SUBSPAN,1,0,0,0,0,0,0,0,-5000,0,0,-5000,0,Free,0.0\nEND\n";
+        const auto checked = RunKsteel("check --format json '" + directory.Write("member.csv", file) + "'");
+        const json member = json::parse(checked.out).at(0);
+        const std::string option = type == "UNDEF"    ? ""
+                                   : type == "ROLLED" ? " --type rolled"
+                                   : type == "WELDED" ? " --type welded"
+                                                      : " --type formed";
+        const auto table = RunKsteel("capacity --format json --LE 6 '" + std::string(row.section) + "'" + option);
+        const json capacity = json::parse(table.out).at(0);
+        const json& found = member["resistances"];
+        for (const char* symbol : {"Pt", "Pvx", "Pvy", "Mcx"})
+            EXPECT_NEAR(found[symbol].get<double>(), capacity[symbol].get<double>(),
+                        1e-6 * capacity[symbol].get<double>())
+                << row.section << ' ' << type << ' ' << symbol;
+    }
 }
 
 TEST(CapacityCommand, BadNamesAndGradesAreBadInput)

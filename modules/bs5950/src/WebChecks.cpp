@@ -72,7 +72,8 @@ void CSteelMemberBS5950::RecordSlenderFlanges()
         LedgerEntry e = EntryOf(x ? Rule::MomentMajor : Rule::MomentMinor);
         e.clause = L"4.4.4.2";
         e.start = e.end = p->x;
-        e.reason = L"thin web with Fv above 0.6 Vw beside a slender flange: the flanges alone cannot be taken for the moment";
+        e.reason =
+            L"thin web with Fv above 0.6 Vw beside a slender flange: the flanges alone cannot be taken for the moment";
         m_ledger.Add(e);
         if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
     }
@@ -124,12 +125,12 @@ void CSteelMemberBS5950::RecordEndAnchorage()
         e.symbol = along ? L"Vcr" : L"Vcrx";
         e.quantity = Quantity::Force;
         const auto shear = [along](const PositionResult& p) { return along ? p.actions.Fvy : p.actions.Fvx; };
-        const bool within =
-            shear(m_positions.front()) <= e.resistance && shear(m_positions.back()) <= e.resistance;
+        const bool within = shear(m_positions.front()) <= e.resistance && shear(m_positions.back()) <= e.resistance;
         e.status = within ? CheckStatus::NotApplicable : CheckStatus::OutOfScope;
-        e.reason = within ? L"the shear at both ends of the member is within the critical shear buckling resistance"
-                          : L"the shear at an end of the member exceeds the critical shear buckling resistance: its end "
-                            L"panel or end post has to anchor the tension field (H.4)";
+        e.reason = within
+                       ? L"the shear at both ends of the member is within the critical shear buckling resistance"
+                       : L"the shear at an end of the member exceeds the critical shear buckling resistance: its end "
+                         L"panel or end post has to anchor the tension field (H.4)";
         m_ledger.Add(e);
     }
     if (!any) m_ledger.Add(Absent(Rule::EndAnchorage, L"no web or wall that can buckle in shear"));
@@ -164,7 +165,7 @@ bool CSteelMemberBS5950::IsPressedFlangeHeld(int point, bool first) const
     const double x = MemberPoints()[static_cast<std::size_t>(point)].GetPos();
     const Design::MomentRange left = m_major.LeftOf(x);
     const Design::MomentRange right = m_major.RightOf(x);
-    const int sign = std::min(left.least, right.least) >= 0.0     ? 1
+    const int sign = std::min(left.least, right.least) >= 0.0         ? 1
                      : std::max(left.greatest, right.greatest) <= 0.0 ? -1
                                                                       : 0;
     const auto holds = [&](const CRestraint& r) { return Design::Resolved(r, sign).IsRestrained(flange, true); };
@@ -235,7 +236,8 @@ void CSteelMemberBS5950::RecordWebLoads()
         return;
     }
     Assume(L"stiff bearing",
-           L"the given length at every support and concentrated load; at an end of the member it begins there; a flange that "
+           L"the given length at every support and concentrated load; at an end of the member it begins there; a "
+           L"flange that "
            L"is held laterally does not turn against the web (4.5.3.1)",
            m_options.stiffBearing);
 }
@@ -249,8 +251,9 @@ void CSteelMemberBS5950::RecordWebLoad(Rule rule)
         if (!bearing && !r.held) {
             LedgerEntry open = EntryOf(rule);
             open.start = open.end = r.x;
-            open.reason = L"the flange that the load presses on is not held laterally there: its effective length as part of "
-                          L"a strut is not known";
+            open.reason =
+                L"the flange that the load presses on is not held laterally there: its effective length as part of "
+                L"a strut is not known";
             m_ledger.Add(open);
             if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
             continue;
