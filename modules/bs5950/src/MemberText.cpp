@@ -84,8 +84,14 @@ void CSteelMemberBS5950::Text::BucklingTitle()
 
 void CSteelMemberBS5950::Text::SpanTitle(const wchar_t* what, const SpanResult& span)
 {
-    Line(L"<h5>%s, %s to %s, length %s</h5>", what, m_fmt.Length(span.start), m_fmt.Length(span.end),
-         m_fmt.Length(span.end - span.start));
+    CString title = what;
+    if (span.from.point >= 0 && span.to.point >= 0)
+        title.AppendFormat(L", point %i to %i", span.from.point + 1, span.to.point + 1);
+    const wchar_t* const flange = span.flange[0] == span.flange[1] ? L""
+                                  : span.flange[0]                 ? L", flange 1 (top)"
+                                                                   : L", flange 2 (bottom)";
+    Line(L"<h5>%s: %s to %s, length %s%s%s</h5>", title, m_fmt.Length(span.start), m_fmt.Length(span.end),
+         m_fmt.Length(span.end - span.start), flange, span.turned ? L", the angle turned the other way" : L"");
     const CResultIndent indent(&m_result);
     if (span.overridden) return;
     const auto line = [this](const wchar_t* verb, const Design::StretchEnd& end, const wchar_t* reason) {
@@ -162,12 +168,7 @@ void CSteelMemberBS5950::Text::Flexural(const SpanResult& span)
 
 void CSteelMemberBS5950::Text::LateralTitle(const SpanResult& span)
 {
-    const wchar_t* const of = span.flange[0] == span.flange[1] ? L""
-                              : span.flange[0]                 ? L" of flange 1 (top)"
-                                                               : L" of flange 2 (bottom)";
-    const CString what =
-        CString(L"Lateral-torsional buckling") + of + (span.turned ? L", the angle turned the other way" : L"");
-    SpanTitle(what.GetString(), span);
+    SpanTitle(L"Lateral-torsional buckling", span);
     const CResultIndent indent(&m_result);
     Line(L"compressed: %s; load: %s", SenseName(span.sense),
          span.destabilising ? L"destabilising, it acts above its reference and moves with the flange" : L"normal");
