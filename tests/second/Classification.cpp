@@ -96,8 +96,7 @@ std::vector<Plate> PlatesI(const Work& w)
     const Section& s = w.s;
     const Properties& p = w.p;
     std::vector<Plate> plates;
-    const double top = std::max(w.Stress(s.D, 0.5 * s.B), w.Stress(s.D - s.T, 0.5 * s.B));
-    const double bottom = std::max(w.Stress(0.0, 0.5 * s.B2), w.Stress(s.T2, 0.5 * s.B2));
+    const double top = w.Stress(s.D, 0.5 * s.B), bottom = w.Stress(0.0, 0.5 * s.B2); // at their outer faces
     if (w.Compressed(top)) plates.push_back(w.Outstand(p.b / s.T));
     if (w.Compressed(bottom)) plates.push_back(w.Outstand(p.b2 / s.T2));
     const double fillet = s.make == Make::Welded ? 0.0 : s.r;

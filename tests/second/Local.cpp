@@ -258,7 +258,7 @@ Local LocalAt(const Basis& b, const Actions& given)
     }
     const int kinds = (a.F != 0.0) + (a.Mx != 0.0) + (a.My != 0.0);
     if (kinds < 2 || !m.evaluated) return u;
-    double sum = std::max(u.tension, u.tie) + u.compression + u.momentMajor + u.momentMinor;
+    double sum = u.tension + u.compression + u.momentMajor + u.momentMinor;
     if (b.member.exact && DoublySymmetric(b.s) && c.cls <= 2 && m.lowShear)
         sum = std::max(u.tension + u.compression, ExactSum(b, m, a));
     (a.F > 0.0 ? u.combinedTension : u.combinedCompression) = sum;

@@ -202,12 +202,15 @@ void CSteelMemberBS5950::Text::Moment(const Bending& b, const Classification& c)
         CString numbers = Volume(b.W);
         if (rho > 0.0) {
             HighShear(b, rho);
-            reduced.Format(angle ? L"%s (1 - ρ)" : b.plastic ? L"(%s - ρ Sv)" : L"(%s - ρ Sv/1.5)", b.modulus);
+            const wchar_t* const values = b.plastic ? L"max(0, %s - %s * %s)" : L"max(0, %s - %s * %s/1.5)";
+            if (angle)
+                reduced.Format(L"%s (1 - ρ)", b.modulus);
+            else
+                reduced.Format(b.plastic ? L"max(0, %s - ρ Sv)" : L"max(0, %s - ρ Sv/1.5)", b.modulus);
             if (angle)
                 numbers.Format(L"%s * (1 - %s)", Volume(b.W), m_fmt.NoDim(rho));
             else
-                numbers.Format(b.plastic ? L"(%s - %s * %s)" : L"(%s - %s * %s/1.5)", Volume(b.W), m_fmt.NoDim(rho),
-                               Volume(b.Sv));
+                numbers.Format(values, Volume(b.W), m_fmt.NoDim(rho), Volume(b.Sv));
         }
         const CString limit = m_fmt.NoDim(std::min(m_member.m_section.Design().plasElas, 1.5));
         Line(L"Moment <i>cl. 4.2.5</i>: Mc%s = min(%s %s, %s %s Z) = min(%s * %s, %s * %s * %s) = %s", b.subscript,

@@ -274,6 +274,7 @@ private:
     bool MayHaveEccentricConnection() const;
     void RecordTie(int position);
     void RecordBoltHoles();
+    bool HasCombination(bool tension) const;
     void RecordCombined();
     void RecordTorsion();
     void WriteLocalUtilisations();
