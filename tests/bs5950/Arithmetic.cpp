@@ -196,8 +196,11 @@ private:
         double half = HalfUnit(value, unit.figures);
         if (&unit == &NO_UNIT) {
             // Utilisations have three decimals, other ratios four figures.
-            if (point != std::string::npos && mantissa == n && n - point == 4) half = 0.0005;
-            if (std::find(m_constants.begin(), m_constants.end(), value) != m_constants.end()) half = 0.0;
+            const bool utilisation = point != std::string::npos && mantissa == n && n - point == 4;
+            if (utilisation)
+                half = 0.0005;
+            else if (std::find(m_constants.begin(), m_constants.end(), value) != m_constants.end())
+                half = 0.0;
         }
         return {(value - half) * unit.factor, (value + half) * unit.factor};
     }
