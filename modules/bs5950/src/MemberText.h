@@ -38,6 +38,7 @@ private:
     void FlangesOnly(const Bending& b, const Classification& c);
     void Combined(const PositionResult& p);
     void MoreExact(const PositionResult& p);
+    void ConcentratedLoad(const WebLoadResult& w);
     void SpanTitle(const wchar_t* what, const SpanResult& span);
     void MomentShapeLines(const MomentShape& shape);
     void LateralFactor(const SpanResult& span);
