@@ -15,7 +15,8 @@ constexpr int RATIOS = 11; // F/(A py) = 0.0, 0.1, ... 1.0
 
 [[noreturn]] void RefuseLengths(const std::string& text)
 {
-    throw BadUsage("--LE: got \"" + Printable(text) + "\", expected lengths in m above 0 as 1:14, 1:14:0.5 or 2,4.5,6");
+    throw BadUsage("--LE: got \"" + PrintableLine(text) +
+                   "\", expected lengths in m above 0 as 1:14, 1:14:0.5 or 2,4.5,6");
 }
 
 // The numbers between separators; a text that is no such list is refused.
@@ -154,11 +155,12 @@ ExitCode Capacity(const CapacityOptions& options, const Console& console)
     const NamedSection section = SectionOfType(options);
     const BS5950::SectionCapacity capacity(section.section, CSteelGrade(Wide(options.grade), 0.0, 0.0, 0.0, 1.0));
     if (!capacity.IsValid())
-        throw BadInput(section.name + " in " + Printable(options.grade) + ": " +
+        throw BadInput(section.name + " in " + PrintableLine(options.grade) + ": " +
                        Utf8(std::wstring_view(capacity.Refusal())));
-    console.out(options.format == Format::JSON
-                    ? JsonText(JsonOf(capacity, lengths))
-                    : RenderMarkup(Markup(section, Printable(options.grade), capacity, lengths), options.rendering));
+    console.out(
+        options.format == Format::JSON
+            ? JsonText(JsonOf(capacity, lengths))
+            : RenderMarkup(Markup(section, PrintableLine(options.grade), capacity, lengths), options.rendering));
     return EXIT_FINE;
 }
 
