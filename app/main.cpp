@@ -123,6 +123,10 @@ void AddValidate(CLI::App& app, Commands& commands, Shared& shared, ValidateOpti
     CLI::App* const command = app.add_subcommand("validate", "Every defect of member files, with its place");
     AddFiles(*command, options.files);
     AddReading(*command, options);
+#ifdef KSTEEL_WITH_BS5950
+    command->add_option("--code", options.code, "Also what this design code rejects: BS5950")
+        ->check(CLI::IsMember({"BS5950"}, CLI::ignore_case));
+#endif
     Finish(command, commands, shared, options, Validate);
 }
 
@@ -224,6 +228,10 @@ void AddCapacity(CLI::App& app, Commands& commands, Shared& shared, CapacityOpti
     command->add_option("NAME", options.name, "Designation or parametric description")->required();
     command->add_option("--grade", options.grade, "S275, S355 or S460")->capture_default_str();
     command->add_option("--LE", options.LE, "Effective lengths in m: 1:14, 1:14:0.5 or 2,4.5,6")->capture_default_str();
+    command
+        ->add_option("--type", options.type,
+                     "How the section is made; without it as the catalogue has it, welded for a parametric description")
+        ->check(CLI::IsMember({"rolled", "welded", "formed"}));
     Finish(command, commands, shared, options, Capacity);
 }
 #endif

@@ -212,7 +212,7 @@ TEST(JsonLines, WhatIsRefusedHasItsLineToo)
     EXPECT_THAT(found[2]["errors"][0].get<std::string>(), StartsWith(file + ":20: SECTION description: got"));
     EXPECT_EQ(found[3]["status"], "refused");
     EXPECT_EQ(found[3]["line"], 23);
-    EXPECT_THAT(found[3]["errors"][0].get<std::string>(), StartsWith(file + ":23: GRADE: got \"Q345\""));
+    EXPECT_THAT(found[3]["errors"][0].get<std::string>(), StartsWith(file + ":26: GRADE: got \"Q345\""));
     EXPECT_EQ(found[4]["line"], 41);
     EXPECT_THAT(found[4]["errors"][0].get<std::string>(), HasSubstr("(line 41, column 7) is not UTF-8"));
     EXPECT_EQ(found[5]["status"], "pass");

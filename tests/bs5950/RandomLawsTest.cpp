@@ -119,7 +119,7 @@ std::map<Rule, std::vector<double>> Utilisations(const CSteelMemberBS5950& membe
 {
     std::map<Rule, std::vector<double>> all;
     for (const LedgerEntry& e : member.Checks().Entries())
-        if (RuleStage(e.rule) == Stage::Buckling) all[e.rule].push_back(e.utilisation);
+        all[e.rule].push_back(e.utilisation);
     for (auto& [rule, utilisations] : all)
         std::sort(utilisations.begin(), utilisations.end());
     return all;

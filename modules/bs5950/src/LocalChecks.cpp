@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "CrossSection.h"
+#include "LocalEntry.h"
 #include "MemberText.h"
 #include "Positions.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
@@ -13,7 +14,7 @@ using Steel::CMemberResult;
 
 double PositionResult::Largest() const
 {
-    return std::max({axial, major, minor, shearMajor, shearMinor, shearBuckling, combined});
+    return std::max({axial, major, minor, shearMajor, shearMinor, shearBuckling, shearBucklingX, combined});
 }
 
 // 4.6.3.1 is for single angles, channels and tees.
@@ -26,7 +27,8 @@ bool CSteelMemberBS5950::MayHaveEccentricConnection() const
 void CSteelMemberBS5950::CollectPositions()
 {
     const CrossSection section(m_section, DesOpt() == MORE_EXACT,
-                               MayHaveEccentricConnection() && !m_options.momentsHoldEccentricity);
+                               MayHaveEccentricConnection() && !m_options.momentsHoldEccentricity,
+                               StiffenerSpacing(Axis::Y));
     PositionFinder finder(section, m_major, m_minor);
     m_positions.clear();
     m_positions.reserve(3 * SubSpans().size());
@@ -64,35 +66,13 @@ void CSteelMemberBS5950::WriteLocalUtilisations()
         r.SetUtilLocalMomMajor(p.major);
         r.SetUtilLocalMomMinor(p.minor);
         r.SetUtilLocalShearMajor(std::max(p.shearMajor, p.shearBuckling));
-        r.SetUtilLocalShearMinor(p.shearMinor);
+        r.SetUtilLocalShearMinor(std::max(p.shearMinor, p.shearBucklingX));
         r.SetUtilLocalCombined(p.combined);
         if (p.cls.webSlender) r.AddFlags(CMemberResult::INFO_LOCAL_SLENDER_WEB);
         if (p.cls.flangeSlender) r.AddFlags(CMemberResult::INFO_LOCAL_SLENDER_FLANGE);
     }
+    WriteWebUtilisations();
 }
-
-namespace {
-
-LedgerEntry EntryOf(Rule rule)
-{
-    LedgerEntry e;
-    e.rule = rule;
-    e.clause = RuleClause(rule);
-    return e;
-}
-
-LedgerEntry Absent(Rule rule, const wchar_t* why)
-{
-    LedgerEntry e = EntryOf(rule);
-    e.status = CheckStatus::NotApplicable;
-    e.reason = why;
-    return e;
-}
-
-// The result record counts a local utilisation of exactly 1.0 as a failure, so the ledger does.
-CheckStatus LocalStatus(double utilisation) { return utilisation < 1.0 ? CheckStatus::Passed : CheckStatus::Failed; }
-
-} // namespace
 
 // The entry of a local rule is that of its largest utilisation.
 void CSteelMemberBS5950::RecordLocalRule(Rule rule, double PositionResult::*utilisation,
@@ -138,18 +118,12 @@ void CSteelMemberBS5950::RecordLocal()
                     L"no shear along the web");
     RecordLocalRule(Rule::ShearMinor, &PositionResult::shearMinor, &PositionResult::Pvx, L"Pvx", Quantity::Force,
                     L"no shear along the flanges");
-    if (NeedsShearBuckling(m_section.Properties(), m_section.Steel()))
-        RecordLocalRule(Rule::ShearBuckling, &PositionResult::shearBuckling, &PositionResult::Vw, L"Vw",
-                        Quantity::Force, L"no shear along the web");
-    else
-        m_ledger.Add(Absent(Rule::ShearBuckling,
-                            L"d/t is within 70ε (rolled) or 62ε (welded), or the section has no web"
-                            L" between two flanges"));
     const bool angle = m_section.Properties().shape == Shape::Angle;
     RecordLocalRule(Rule::MomentMajor, &PositionResult::major, &PositionResult::Mcx, angle ? L"Mcu" : L"Mcx",
                     Quantity::Moment, L"no moment about the major axis");
     RecordLocalRule(Rule::MomentMinor, &PositionResult::minor, &PositionResult::Mcy, angle ? L"Mcv" : L"Mcy",
                     Quantity::Moment, L"no moment about the minor axis");
+    RecordWebs();
     RecordBoltHoles();
     RecordCombined();
     RecordTorsion();
@@ -273,7 +247,33 @@ void CSteelMemberBS5950::RecordBoltHoles()
     if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
 }
 
-// Clauses 4.8.2 and 4.8.3.2: positions where an axial force and a moment, or two moments, act together.
+// Whether actions are combined anywhere along the member: tension with a moment, or compression with one or two moments about both
+// axes.
+bool CSteelMemberBS5950::HasCombination(bool tension) const
+{
+    const Actions least = m_section.LeastActions();
+    const auto bends = [](const Design::MomentDiagram& moments, int k, double noise) {
+        for (const Design::Parabola& curve : moments.Curves(k)) {
+            const double s = curve.Extreme();
+            if (std::max({std::abs(curve.left), std::abs(curve.right), std::isnan(s) ? 0.0 : std::abs(curve.At(s))}) >
+                noise)
+                return true;
+        }
+        return false;
+    };
+    for (int k = 0; k < static_cast<int>(SubSpans().size()); ++k) {
+        const Steel::CSubSpan& sub = SubSpans()[static_cast<std::size_t>(k)];
+        const auto [low, high] = std::minmax({sub.GetForcesLeft().x, sub.GetForcesRight().x});
+        const int moments = bends(m_major, k, least.Mx) + bends(m_minor, k, least.My);
+        if (tension ? high > least.F && moments > 0
+                    : (low < -least.F && moments > 0) || (low <= least.F && moments > 1))
+            return true;
+    }
+    return false;
+}
+
+// Clauses 4.8.2 and 4.8.3.2, 4.9. Where actions are combined somewhere, the entry is that of the largest combination, of one action
+// alone too: what is left of it where another one vanishes.
 void CSteelMemberBS5950::RecordCombined()
 {
     for (const bool tension : {true, false}) {
@@ -281,11 +281,11 @@ void CSteelMemberBS5950::RecordCombined()
         int worst = -1;
         for (int i = 0; i < static_cast<int>(m_positions.size()); ++i) {
             const PositionResult& p = m_positions[static_cast<std::size_t>(i)];
-            const bool sign = tension ? p.actions.F > 0.0 : p.actions.F <= 0.0;
-            if (!sign || KindsOfAction(p) < 2) continue;
-            if (worst < 0 || p.combined > m_positions[static_cast<std::size_t>(worst)].combined) worst = i;
+            if (tension != (p.actions.F > 0.0)) continue;
+            const auto rank = [](const PositionResult& q) { return std::pair(q.combined, KindsOfAction(q)); };
+            if (worst < 0 || rank(p) > rank(m_positions[static_cast<std::size_t>(worst)])) worst = i;
         }
-        if (worst < 0) {
+        if (worst < 0 || !HasCombination(tension)) {
             m_ledger.Add(Absent(rule, tension
                                           ? L"no tension together with a moment"
                                           : L"no compression together with a moment, and no moments about both axes"));
@@ -293,7 +293,7 @@ void CSteelMemberBS5950::RecordCombined()
         }
         const PositionResult& p = m_positions[static_cast<std::size_t>(worst)];
         LedgerEntry e = EntryOf(rule);
-        e.clause = tension ? (p.Mrx > 0.0 ? L"4.8.2.3" : L"4.8.2.2") : (p.Mrx > 0.0 ? L"4.8.3.2 b" : L"4.8.3.2 a");
+        e.clause = CombinationClause(p);
         e.position = worst;
         e.start = e.end = p.x;
         e.utilisation = CMemberResult::InfinitiseNANs(p.combined);
