@@ -296,6 +296,22 @@ TEST(Combined, MoreExactRuleLeavesASingleMomentAsItIs)
     EXPECT_EQ(c.member.Checks().Governing()->utilisation, c.result.UtilOverAll());
 }
 
+// L 100x100x10 S275, α = 45°, under 6 kNm about x-x alone: Mu = Mv = 4.243 kNm, Zu = 39.2 and Zv = 18.5 cm³ (published 18.3): 4.243/(0.275 *
+// 39.2) + 4.243/(0.275 * 18.5) = 0.3936 + 0.834 = 1.228. One moment bends an angle about both of its principal axes.
+TEST(Combined, AnyMomentOnAnAngleIsTwo)
+{
+    for (const bool aboutY : {false, true}) {
+        Case given;
+        given.section = L"L 100x100x10";
+        EndMoments(given, 6.0, aboutY ? 0.0 : 6e3, aboutY ? 0.0 : 6e3, 0.0, aboutY ? 6e3 : 0.0, aboutY ? 6e3 : 0.0);
+        Checked c(given);
+        EXPECT_FALSE(c.Check());
+        EXPECT_NEAR(c.Entry(Rule::CombinedCompression).utilisation, 1.228, 0.02);
+        EXPECT_STREQ(c.Entry(Rule::CombinedCompression).clause, L"4.9");
+        EXPECT_EQ(c.Entry(Rule::CombinedCompression).utilisation, c.result.MaxUtilLocalCombined(nullptr));
+    }
+}
+
 TEST(Combined, TensionWithMoment)
 {
     Case given;

@@ -247,8 +247,8 @@ void CSteelMemberBS5950::RecordBoltHoles()
     if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
 }
 
-// Whether actions are combined anywhere along the member: tension with a moment, or compression with one or two moments about both
-// axes.
+// Whether actions are combined anywhere along the member: tension with a moment, compression with one, or moments about both axes. Any
+// moment bends an angle about both of its principal axes.
 bool CSteelMemberBS5950::HasCombination(bool tension) const
 {
     const Actions least = m_section.LeastActions();
@@ -264,7 +264,8 @@ bool CSteelMemberBS5950::HasCombination(bool tension) const
     for (int k = 0; k < static_cast<int>(SubSpans().size()); ++k) {
         const Steel::CSubSpan& sub = SubSpans()[static_cast<std::size_t>(k)];
         const auto [low, high] = std::minmax({sub.GetForcesLeft().x, sub.GetForcesRight().x});
-        const int moments = bends(m_major, k, least.Mx) + bends(m_minor, k, least.My);
+        const int axes = bends(m_major, k, least.Mx) + bends(m_minor, k, least.My);
+        const int moments = axes > 0 && m_section.Properties().shape == Shape::Angle ? 2 : axes;
         if (tension ? high > least.F && moments > 0
                     : (low < -least.F && moments > 0) || (low <= least.F && moments > 1))
             return true;

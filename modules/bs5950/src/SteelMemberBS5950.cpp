@@ -218,11 +218,9 @@ void CSteelMemberBS5950::RecordOutside()
     absent(Rule::TensionFlange,
            L"an alternative that is not used: each compressed flange is checked between the sections that hold it");
     const bool angle = m_section.Properties().shape == Shape::Angle;
-    absent(
-        Rule::AngleInteraction,
-        angle
-            ? L"an alternative that is not used: 4.8 is applied about the principal axes, all terms with the worse sign"
-            : L"not an angle");
+    absent(Rule::AngleInteraction, angle ? L"not used: angles are judged about their principal axes by 4.3.8 and "
+                                           L"4.8.3.3.1, all terms with the worse sign"
+                                         : L"not an angle");
     absent(Rule::SimpleColumn, m_options.simpleColumn
                                    ? L"takes the place of the rules of lateral-torsional buckling and interaction, and "
                                      L"stands there"
