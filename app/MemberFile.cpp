@@ -19,23 +19,34 @@ SourceText Decode(const std::string& name, const MemberPiece& piece)
 
 } // namespace
 
-MemberFile::MemberFile(SourceText source, LineNumber firstLine, bool isBehindEnd, bool isWhole) :
-    m_name(std::move(source.name)), m_text(std::make_unique<const CString>(std::move(source.text))),
-    m_check(CheckMemberFile(*m_text, firstLine, isBehindEnd)), m_isWhole(isWhole)
+MemberFile::MemberFile(SourceText source, const ReadingOptions& options, LineNumber firstLine, bool isAfterEnd,
+                       bool isWhole) :
+    m_name(std::move(source.name)),
+    m_text(std::make_unique<const CString>(std::move(source.text))),
+    m_check(CheckMemberFile(*m_text, options, firstLine, isAfterEnd)), m_isWhole(isWhole)
 {}
 
-MemberFile::MemberFile(std::string name, const MemberPiece& piece) :
-    MemberFile(Decode(name, piece), piece.FirstLine(), piece.isBehindEnd, piece.isWhole)
+MemberFile::MemberFile(std::string name, const MemberPiece& piece, const ReadingOptions& options) :
+    MemberFile(Decode(name, piece), options, piece.FirstLine(), piece.isBehindEnd, piece.isWhole)
 {}
 
-MemberFile MemberFile::Read(const std::string& path, std::istream& standardInput)
+MemberFile MemberFile::Read(const std::string& path, std::istream& standardInput, const ReadingOptions& options)
 {
-    return {ReadText(path, standardInput), 1, false, true};
+    return {ReadText(path, standardInput), options, 1, false, true};
 }
 
 std::string MemberFile::NameOf(std::size_t i) const
 {
     return m_isWhole && MemberCount() == 1 ? m_name : m_name + ':' + std::to_string(Member(i).firstLine);
+}
+
+std::vector<MemberWarning> MemberFile::WarningsOf(std::size_t i) const
+{
+    std::vector<MemberWarning> warnings;
+    for (const Defect& defect : m_check.DefectsOf(i)) {
+        if (defect.severity != Severity::Error) warnings.push_back(WarningOf(defect, m_name));
+    }
+    return warnings;
 }
 
 CSteelGrade MemberFile::ReadInto(std::size_t i, Steel::CSteelMemberGen& member) const

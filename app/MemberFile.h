@@ -6,6 +6,7 @@
 
 #include "MemberCheck.h"
 #include "MemberPieces.h"
+#include "MemberWarnings.h"
 #include "keltrix/steel/SteelMember.h"
 
 namespace Keltrix::App {
@@ -14,9 +15,9 @@ namespace Keltrix::App {
 class MemberFile {
 public:
     /// All of a file. Throws BadInput where it is no text.
-    static MemberFile Read(const std::string& path, std::istream& standardInput);
+    static MemberFile Read(const std::string& path, std::istream& standardInput, const ReadingOptions& options = {});
     /// A piece of the file that is called `name`. Throws BadInput where it is no text or too large.
-    MemberFile(std::string name, const MemberPiece& piece);
+    MemberFile(std::string name, const MemberPiece& piece, const ReadingOptions& options = {});
 
     const std::string& Name() const { return m_name; }
     const FileCheck& Check() const { return m_check; }
@@ -25,12 +26,15 @@ public:
     /// "floor.csv" where a file on disk holds one member, else "floor.csv:21", with the line at which member i starts.
     std::string NameOf(std::size_t i) const;
 
+    /// The warnings and notes of member i.
+    std::vector<MemberWarning> WarningsOf(std::size_t i) const;
+
     /// Reads member i into the object and gives its grade. Throws BadInput, with file and line, where the member's
     /// reader refuses what the check let pass.
     CSteelGrade ReadInto(std::size_t i, Steel::CSteelMemberGen& member) const;
 
 private:
-    MemberFile(SourceText source, LineNumber firstLine, bool isBehindEnd, bool isWhole);
+    MemberFile(SourceText source, const ReadingOptions& options, LineNumber firstLine, bool isAfterEnd, bool isWhole);
 
     std::string m_name;
     std::unique_ptr<const CString> m_text; // the check's views point into it

@@ -122,8 +122,8 @@ std::optional<MemberPiece> MemberCutter::Rest()
     return piece;
 }
 
-MemberPieceReader::MemberPieceReader(const std::string& path, std::istream& standardInput) :
-    m_input(path, standardInput)
+MemberPieceReader::MemberPieceReader(const std::string& path, std::istream& standardInput, Sha256* sum) :
+    m_input(path, standardInput), m_sum(sum)
 {}
 
 bool MemberPieceReader::Read(std::vector<MemberPiece>& pieces)
@@ -131,6 +131,7 @@ bool MemberPieceReader::Read(std::vector<MemberPiece>& pieces)
     std::array<char, 1 << 16> block;
     const std::size_t got = m_input.ReadSome(block.data(), block.size());
     m_bytes += got;
+    if (m_sum) m_sum->Add({block.data(), got});
     if (got > 0) {
         m_cutter.Add({block.data(), got});
         while (auto piece = m_cutter.Next())

@@ -9,6 +9,7 @@
 
 #include "Input.h"
 #include "MemberCheck.h"
+#include "Sha256.h"
 
 namespace Keltrix::App {
 
@@ -54,8 +55,8 @@ private:
 /// Reads a member file, or the standard input, piece by piece.
 class MemberPieceReader {
 public:
-    /// Throws BadInput as InputStream does.
-    MemberPieceReader(const std::string& path, std::istream& standardInput);
+    /// Throws BadInput as InputStream does. `sum`, where there is one, gets every byte that is read.
+    MemberPieceReader(const std::string& path, std::istream& standardInput, Sha256* sum = nullptr);
 
     const std::string& Name() const { return m_input.Name(); }
     /// Waits for input once, and appends the pieces that it completes, if any. False at the end. Throws BadInput where
@@ -66,6 +67,7 @@ private:
     void Append(std::vector<MemberPiece>& pieces, MemberPiece piece);
 
     InputStream m_input;
+    Sha256* m_sum;
     MemberCutter m_cutter;
     std::optional<MemberPiece> m_first; // of a regular file: kept until it is known whether there is another one
     std::size_t m_bytes = 0;

@@ -64,6 +64,15 @@ void AddFiles(CLI::App& command, std::vector<std::string>& files)
     command.add_option("FILE", files, "Member files; - is standard input")->required();
 }
 
+/// How strictly the member files are read.
+template <class Options>
+void AddReading(CLI::App& command, Options& options)
+{
+    command.add_flag("--strict", options.reading.isStrict, "Every warning is an error (exit code 2)");
+    command.add_flag("--allow-gaps", options.reading.allowGaps,
+                     "Numbers need not start at 1 or follow one another, nor positions start at 0");
+}
+
 /// More workers than this are a slip of the finger.
 constexpr int MOST_JOBS = 1024;
 
@@ -91,6 +100,7 @@ void AddShow(CLI::App& app, Commands& commands, Shared& shared, ShowOptions& opt
 {
     CLI::App* const command = app.add_subcommand("show", "Input report of a member");
     AddFiles(*command, options.files);
+    AddReading(*command, options);
     Finish(command, commands, shared, options, Show);
 }
 
@@ -98,6 +108,7 @@ void AddValidate(CLI::App& app, Commands& commands, Shared& shared, ValidateOpti
 {
     CLI::App* const command = app.add_subcommand("validate", "Every defect of member files, with its place");
     AddFiles(*command, options.files);
+    AddReading(*command, options);
     Finish(command, commands, shared, options, Validate);
 }
 
@@ -123,6 +134,7 @@ void AddSpans(CLI::App& app, Commands& commands, Shared& shared, SpansOptions& o
 {
     CLI::App* const command = app.add_subcommand("spans", "Spans between restrained points and what acts on them");
     AddFiles(*command, options.files);
+    AddReading(*command, options);
     command
         ->add_option("--split", options.split, "What ends a span: minor (axis), lt (flange or torsion), major (axis)")
         ->check(CLI::IsMember({"minor", "lt", "major"}))
@@ -141,6 +153,7 @@ void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& o
 {
     CLI::App* const command = app.add_subcommand("check", "Check members to BS 5950-1:2000");
     AddFiles(*command, options.files);
+    AddReading(*command, options);
     command->add_option("--report", options.report, "brief, verbose, summary, or table: one line for each member")
         ->check(CLI::IsMember({"brief", "verbose", "summary", "table"}))
         ->capture_default_str();
@@ -156,11 +169,25 @@ void AddReport(CLI::App& app, Commands& commands, Shared& shared, ReportOptions&
 {
     CLI::App* const command = app.add_subcommand("report", "Calculation sheets of members as one HTML file");
     AddFiles(*command, options.files);
+    AddReading(*command, options);
     command->add_option("-o,--output", options.output, "The HTML file; - is standard output")->required();
-    command->add_option("--job", options.block.job, "Title block: the job");
-    command->add_option("--member", options.block.member, "Title block: the mark of the member");
-    command->add_option("--date", options.block.date, "Title block: the date");
-    command->add_option("--by", options.block.by, "Title block: who calculated");
+    command->add_flag("--brief", options.block.isBrief,
+                      "Two pages for a member: the calculation of the governing position and span alone");
+    const auto text = [&](const char* name, std::string& value, const char* meaning) {
+        command->add_option(name, value, std::string("Title block: ") + meaning);
+    };
+    text("--client", options.block.client, "the client");
+    text("--project", options.block.project, "the number of the project");
+    text("--job", options.block.job, "the job");
+    text("--revision", options.block.revision, "the revision");
+    text("--member", options.block.member, "the mark of the member");
+    text("--forces", options.block.forces, "where the forces and moments come from");
+    text("--by", options.block.made.name, "who calculated");
+    text("--date", options.block.made.date, "when");
+    text("--checked-by", options.block.checked.name, "who checked");
+    text("--checked-date", options.block.checked.date, "when");
+    text("--approved-by", options.block.approved.name, "who approved");
+    text("--approved-date", options.block.approved.date, "when");
     AddInteraction(*command, options.exact);
     options.block.version = KSTEEL_VERSION;
     Finish(command, commands, shared, options, Report);
@@ -170,6 +197,7 @@ void AddDesign(CLI::App& app, Commands& commands, Shared& shared, DesignOptions&
 {
     CLI::App* const command = app.add_subcommand("design", "Lightest section with which a member passes");
     command->add_option("FILE", options.file, "Member file; - is standard input")->required();
+    AddReading(*command, options);
     command->add_option("--family", options.family, "Family of the catalogue (UB, UC, SHS, ...)")->required();
     command->add_option("--count", options.count, "Passing sections to show")->capture_default_str();
     AddInteraction(*command, options.exact);

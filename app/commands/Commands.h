@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Failure.h"
+#include "MemberCheck.h"
 #include "Render.h"
 
 namespace Keltrix::App {
@@ -19,12 +20,16 @@ struct Console {
     std::function<void(std::string_view)> err; ///< one message: "ksteel: " and the line break are put around it
     /// Shows a line that the next one replaces; an empty one takes it away. None where nobody looks.
     std::function<void(std::string_view)> progress = {};
+    /// Called after all of a member file was read, with the name that messages give it and the SHA-256 of its bytes. None where
+    /// nobody asks.
+    std::function<void(const std::string& name, const std::string& sha256)> wasRead = {};
 };
 
 enum class Format { TABLE, JSON, JSON_LINES };
 
 struct ShowOptions {
     std::vector<std::string> files;
+    ReadingOptions reading;
     Rendering rendering = Rendering::Plain;
 };
 /// The input report of every member of the files.
@@ -32,6 +37,7 @@ ExitCode Show(const ShowOptions& options, const Console& console);
 
 struct ValidateOptions {
     std::vector<std::string> files;
+    ReadingOptions reading;
     Format format = Format::TABLE;
 };
 /// Every defect of the files; EXIT_BAD_INPUT where there is an error among them.
@@ -58,6 +64,7 @@ ExitCode ListSections(const SectionsOptions& options, const Console& console);
 
 struct SpansOptions {
     std::vector<std::string> files;
+    ReadingOptions reading;
     std::string split = "lt"; ///< minor, lt or major
     std::optional<double> EI; ///< bending stiffness about the major axis, N·m²
     Format format = Format::TABLE;

@@ -95,11 +95,13 @@ std::string RowText(const Candidate& candidate, const char* verdict)
            Utf8(CDesFormat().Util(candidate.utilisation)) + '\t' + verdict + '\t' + candidate.governing + '\n';
 }
 
-std::string Markup(const std::string& title, const Choice& choice)
+std::string Markup(const std::string& title, const Choice& choice, const std::vector<MemberWarning>& warnings)
 {
-    std::string text = "<h4>" + AsText(title) + "</h4>\n";
-    text += choice.passing.empty() ? "<red>no section of the family passes</red>\n"
-                                   : "<b>" + choice.passing.front().name + "</b> is the lightest section that passes\n";
+    std::string text = "<h4>" + AsText(title) + "</h4>\n" + WarningMarkup(warnings);
+    text += choice.passing.empty()
+                ? "<red>no section of the family passes</red>\n"
+                : "<b>" + choice.passing.front().name + "</b> is the lightest section that passes" +
+                      (warnings.empty() ? "" : ", <orange>" + CountText(warnings) + "</orange>") + "\n";
     text += "<table>Section\tkg/m\tUtilisation\tVerdict\tGoverning\n";
     for (const Candidate& candidate : choice.failing)
         text += RowText(candidate, "<red>fail</red>");
@@ -132,20 +134,23 @@ ExitCode Design(const DesignOptions& options, const Console& console)
     if (options.count < 1) throw BadUsage("--count: got " + std::to_string(options.count) + ", expected 1 or more");
     ByMass(options.family);
     Json members = Json::array();
-    const ExitCode code = ForEachMember({options.file}, console, [&](const MemberFile& file, std::size_t i) {
-        const Choice choice = Choose(file, i, options);
-        const std::string title = Utf8(file.Member(i).title);
-        if (options.format == Format::JSON)
-            members.push_back({{"file", file.Name()},
-                               {"line", file.Member(i).firstLine},
-                               {"title", title},
-                               {"chosen", choice.passing.empty() ? Json() : Json(choice.passing.front().name)},
-                               {"passing", ListOf(choice.passing)},
-                               {"lighter_failing", ListOf(choice.failing)}});
-        else
-            console.out(RenderMarkup(Markup(title, choice), options.rendering));
-        return choice.passing.empty() ? EXIT_MEMBER_FAILS : EXIT_FINE;
-    });
+    const ExitCode code =
+        ForEachMember({options.file}, options.reading, console, [&](const MemberFile& file, std::size_t i) {
+            const Choice choice = Choose(file, i, options);
+            const std::string title = Utf8(file.Member(i).title);
+            const std::vector<MemberWarning> warnings = file.WarningsOf(i);
+            if (options.format == Format::JSON)
+                members.push_back({{"file", file.Name()},
+                                   {"line", file.Member(i).firstLine},
+                                   {"title", title},
+                                   {"warnings", WarningsJson(warnings)},
+                                   {"chosen", choice.passing.empty() ? Json() : Json(choice.passing.front().name)},
+                                   {"passing", ListOf(choice.passing)},
+                                   {"lighter_failing", ListOf(choice.failing)}});
+            else
+                console.out(RenderMarkup(Markup(title, choice, warnings), options.rendering));
+            return choice.passing.empty() ? EXIT_MEMBER_FAILS : EXIT_FINE;
+        });
     if (options.format == Format::JSON) console.out(JsonText(members));
     return code;
 }

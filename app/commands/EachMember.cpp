@@ -9,22 +9,21 @@ namespace Keltrix::App {
 
 namespace {
 
-// The errors that the check found between the start of a member and that of the next.
 std::vector<std::string> ErrorsOf(const MemberFile& file, std::size_t i)
 {
     std::vector<std::string> errors;
-    for (const Defect& defect : file.Check().defects) {
-        const bool isBefore = defect.line < file.Member(i).firstLine;
-        const bool isBehind = i + 1 < file.MemberCount() && defect.line >= file.Member(i + 1).firstLine;
-        if (defect.severity == Severity::Error && !isBefore && !isBehind) errors.push_back(defect.Text(file.Name()));
+    for (const Defect& defect : file.Check().DefectsOf(i)) {
+        if (defect.severity == Severity::Error) errors.push_back(defect.Text(file.Name()));
     }
     return errors;
 }
 
 } // namespace
 
-MemberLoop::MemberLoop(const Console& console, UseMember use, std::function<void(const Refusal&)> refused) :
-    m_console(console), m_use(std::move(use)), m_refused(std::move(refused))
+MemberLoop::MemberLoop(const Console& console, const ReadingOptions& reading, UseMember use,
+                       std::function<void(const Refusal&)> refused) :
+    m_console(console),
+    m_reading(reading), m_use(std::move(use)), m_refused(std::move(refused))
 {}
 
 void MemberLoop::Leave(const Refusal& refusal)
@@ -44,7 +43,8 @@ void MemberLoop::UseFile(const std::string& path)
 {
     const std::string name = NameOfInput(path);
     try {
-        MemberPieceReader reader(path, m_console.in);
+        Sha256 sum;
+        MemberPieceReader reader(path, m_console.in, m_console.wasRead ? &sum : nullptr);
         std::vector<MemberPiece> pieces;
         for (bool goesOn = true; goesOn;) {
             goesOn = reader.Read(pieces);
@@ -52,6 +52,7 @@ void MemberLoop::UseFile(const std::string& path)
                 UsePiece(name, piece);
             pieces.clear();
         }
+        if (m_console.wasRead) m_console.wasRead(name, sum.Digest());
     } catch (const BadInput& failure) {
         Refuse({name, 0, {}, {failure.what()}});
     }
@@ -60,9 +61,10 @@ void MemberLoop::UseFile(const std::string& path)
 void MemberLoop::UsePiece(const std::string& name, const MemberPiece& piece)
 {
     try {
-        const MemberFile file(name, piece);
+        const MemberFile file(name, piece, m_reading);
         for (const Defect& defect : file.Check().defects)
             m_console.err(defect.Text(name));
+        RefuseStrayLines(file);
         for (std::size_t i = 0; i < file.MemberCount(); ++i)
             UseOne(file, i);
     } catch (const BadInput& failure) {
@@ -70,11 +72,20 @@ void MemberLoop::UsePiece(const std::string& name, const MemberPiece& piece)
     }
 }
 
+// Errors between members are of none of them.
+void MemberLoop::RefuseStrayLines(const MemberFile& file)
+{
+    for (const Defect& defect : file.Check().defects) {
+        if (defect.severity == Severity::Error && defect.member == Defect::NO_MEMBER)
+            Leave({file.Name(), defect.line, {}, {defect.Text(file.Name())}});
+    }
+}
+
 void MemberLoop::UseOne(const MemberFile& file, std::size_t i)
 {
     const MemberText& member = file.Member(i);
     const auto refusal = [&](std::vector<std::string> reasons) {
-        return Refusal{file.Name(), member.firstLine, Utf8(member.title), std::move(reasons)};
+        return Refusal{file.Name(), member.firstLine, Utf8(member.title), std::move(reasons), file.WarningsOf(i)};
     };
     if (member.hasErrors) return Leave(refusal(ErrorsOf(file, i)));
     try {
@@ -86,9 +97,10 @@ void MemberLoop::UseOne(const MemberFile& file, std::size_t i)
     }
 }
 
-ExitCode ForEachMember(const std::vector<std::string>& files, const Console& console, const UseMember& use)
+ExitCode ForEachMember(const std::vector<std::string>& files, const ReadingOptions& reading, const Console& console,
+                       const UseMember& use)
 {
-    MemberLoop loop(console, use);
+    MemberLoop loop(console, reading, use);
     for (const std::string& path : files)
         loop.UseFile(path);
     return loop.Worst();

@@ -15,7 +15,8 @@ ExitCode ShowMember(const MemberFile& file, std::size_t i, const ShowOptions& op
     member.SetResult(&result);
     result.ClearStrings(); // no design code is at work whose name would stand there
     if (!member.Check()) throw BadInput(file.NameOf(i) + ": " + Utf8(result.GetVerbose()));
-    const std::string report = "<h4>" + AsText(Utf8(member.GetTitle())) + "</h4>\n" + Utf8(result.GetVerbose());
+    const std::string report = "<h4>" + AsText(Utf8(member.GetTitle())) + "</h4>\n" +
+                               WarningMarkup(file.WarningsOf(i)) + Utf8(result.GetVerbose());
     console.out(RenderMarkup(report, options.rendering));
     return EXIT_FINE;
 }
@@ -24,7 +25,7 @@ ExitCode ShowMember(const MemberFile& file, std::size_t i, const ShowOptions& op
 
 ExitCode Show(const ShowOptions& options, const Console& console)
 {
-    return ForEachMember(options.files, console,
+    return ForEachMember(options.files, options.reading, console,
                          [&](const MemberFile& file, std::size_t i) { return ShowMember(file, i, options, console); });
 }
 

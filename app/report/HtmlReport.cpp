@@ -13,6 +13,8 @@ namespace Keltrix::App {
 
 namespace {
 
+const std::string UNITS = "Units: m, kN, kNm, N/mm²; section dimensions mm.";
+
 std::string UtilText(double utilisation) { return EscapedHtml(Utf8(CDesFormat().Util(utilisation))); }
 
 std::string Meter(double utilisation)
@@ -45,8 +47,9 @@ void HtmlReport::Add(const CheckedMember& checked)
     if (std::fgetpos(m_sheets.get(), &start) != 0 ||
         std::fwrite(sheet.data(), 1, sheet.size(), m_sheets.get()) != sheet.size())
         throw BadOutput("a temporary file cannot be written");
-    m_rows.push_back({id, checked.title, checked.Section(), checked.Grade(), checked.Status(), checked.Governing(),
-                      checked.result->UtilOverAll(), start, sheet.size()});
+    m_rows.push_back({id, checked.file, checked.title, checked.Section(), checked.Grade(), checked.Status(),
+                      CountText(checked.warnings), checked.Governing(), checked.result->UtilOverAll(), start,
+                      sheet.size()});
 }
 
 void HtmlReport::Write(const TextSink& put)
@@ -56,14 +59,17 @@ void HtmlReport::Write(const TextSink& put)
     put(Head());
     const bool hasIndex = m_rows.size() > 1;
     if (hasIndex) put(Index());
-    put(Remarks() + "<main id=\"main\">\n");
+    put(Remarks() + (hasIndex ? Inputs() : std::string()) + "<main id=\"main\">\n");
     for (const Row& row : m_rows) {
         put("<article id=\"" + row.id + (hasIndex ? "\" class=\"sheet\"" : "\" class=\"sheet only\"") +
             " aria-labelledby=\"" + row.id + "-h\">\n");
         PutSheet(row, put);
         put(hasIndex ? "<p class=\"back\"><a href=\"#index\">Back to the index</a></p>\n</article>\n" : "</article>\n");
     }
-    put("</main>\n<footer><p>Made by ksteel " + EscapedHtml(m_block.version) + "</p></footer>\n</body>\n</html>\n");
+    // What follows several sheets would be printed on a page of its own.
+    put("</main>\n<footer" + std::string(hasIndex ? " class=\"back\"" : "") + ">\n<p>Made by ksteel " +
+        EscapedHtml(m_block.version) + ". " + UNITS + "</p>\n" + (hasIndex ? std::string() : Inputs()) +
+        "</footer>\n</body>\n</html>\n");
 }
 
 // The policy keeps a browser from running or fetching anything, whatever a text may hold. The running header of each sheet's
@@ -71,8 +77,11 @@ void HtmlReport::Write(const TextSink& put)
 std::string HtmlReport::Head() const
 {
     const std::string job = m_block.job.empty() ? "Calculation sheet" : m_block.job;
-    std::string signature = m_block.by;
-    if (!m_block.date.empty()) AddItem(signature, ", ", m_block.date);
+    std::string signature = m_block.made.name;
+    if (!m_block.made.date.empty()) AddItem(signature, ", ", m_block.made.date);
+    std::string reference = job;
+    if (!m_block.project.empty()) AddItem(reference, ", ", m_block.project);
+    if (!m_block.revision.empty()) AddItem(reference, ", ", "revision " + m_block.revision);
     const std::string title = m_rows.size() == 1 ? m_rows.front().title : job;
     std::string head =
         "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
@@ -80,28 +89,52 @@ std::string HtmlReport::Head() const
         "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
         "<meta name=\"generator\" content=\"ksteel " +
         EscapedHtml(m_block.version) + "\">\n<title>" + EscapedHtml(title) + "</title>\n<style>" +
-        std::string(REPORT_STYLE) + "@page {\n" + MarginBox("top-left", CssString(job)) +
-        MarginBox("bottom-left", CssString("ksteel " + m_block.version)) +
+        std::string(REPORT_STYLE) + "@page {\n" + MarginBox("top-left", CssString(reference)) +
+        MarginBox("bottom-left", CssString("ksteel " + m_block.version + ". " + UNITS)) +
         MarginBox("bottom-center", CssString(signature)) +
         MarginBox("bottom-right", "\"Page \" counter(page) \" of \" counter(pages)") + "}\n";
     if (m_rows.size() == 1) {
-        // A page that changes its name breaks: one sheet alone shares its first page with the job's title.
-        head += "@page {\n" + MarginBox("top-right", CssString(m_rows.front().title)) + "}\n";
+        // A named page always starts a new page. A single sheet stays on the default page so that the title does not
+        // stand alone.
+        head += "@page {\n" + MarginBox("top-right", CssString(m_rows.front().title)) +
+                PageFooter(m_rows.front().file) + "}\n";
     } else {
         for (const Row& row : m_rows)
-            head += "@page " + row.id + " {\n" + MarginBox("top-right", CssString(row.title)) + "}\n#" + row.id +
-                    " { page: " + row.id + "; }\n";
+            head += "@page " + row.id + " {\n" + MarginBox("top-right", CssString(row.title)) + PageFooter(row.file) +
+                    "}\n#" + row.id + " { page: " + row.id + "; }\n";
     }
     return head + "</style>\n</head>\n<body>\n<a class=\"skip\" href=\"#main\">To the calculation</a>\n<header>\n<h1>" +
            "<bdi>" + EscapedHtml(job) + "</bdi></h1>\n</header>\n";
+}
+
+// The checksum's first digits tell revisions of a file apart; the end of the document has all of them.
+std::string HtmlReport::PageFooter(const std::string& file) const
+{
+    constexpr std::size_t shown = 16;
+    const auto input = m_inputs.find(file);
+    if (input == m_inputs.end()) return {};
+    return MarginBox("bottom-left", CssString("ksteel " + m_block.version + ". " + UNITS + " Input SHA-256 " +
+                                              input->second.substr(0, shown) + "..."));
+}
+
+std::string HtmlReport::Inputs() const
+{
+    if (m_inputs.empty()) return {};
+    std::string html =
+        "<table class=\"pairs inputs\">\n<caption>Input files and the SHA-256 of their bytes</caption>\n<tbody>\n";
+    for (const auto& [name, sha256] : m_inputs)
+        html += "<tr><th scope=\"row\"><bdi>" + EscapedHtml(name) + "</bdi></th><td class=\"hash\">" + sha256 +
+                "</td></tr>\n";
+    return html + "</tbody></table>\n";
 }
 
 std::string HtmlReport::IndexRow(const Row& row, std::size_t number) const
 {
     return "<tr><td class=\"n\">" + std::to_string(number) + "</td><th scope=\"row\"><a href=\"#" + row.id +
            "\"><bdi>" + EscapedHtml(row.title) + "</bdi></a></th><td class=\"name\">" + EscapedHtml(row.section) +
-           "</td><td>" + EscapedHtml(row.grade) + "</td><td>" + StatusHtml(row.status) + "</td><td class=\"n\">" +
-           Meter(row.utilisation) + UtilText(row.utilisation) + "</td><td>" +
+           "</td><td>" + EscapedHtml(row.grade) + "</td><td>" + StatusHtml(row.status) +
+           (row.warnings.empty() ? "" : ", <span class=\"orange\">" + row.warnings + "</span>") +
+           "</td><td class=\"n\">" + Meter(row.utilisation) + UtilText(row.utilisation) + "</td><td>" +
            EscapedHtml(WithUnitsKept(row.governing)) + "</td></tr>\n";
 }
 

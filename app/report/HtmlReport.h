@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdio>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,6 +20,8 @@ public:
     void Add(const CheckedMember& checked);
     /// What was said about the files while they were read; it belongs to the report too.
     void AddRemark(std::string message) { m_remarks.push_back(std::move(message)); }
+    /// A file that was read to its end, and the SHA-256 of its bytes.
+    void AddInput(const std::string& name, const std::string& sha256) { m_inputs[name] = sha256; }
     std::size_t MemberCount() const { return m_rows.size(); }
 
     void Write(const TextSink& put);
@@ -27,10 +30,12 @@ private:
     // A line of the index, and where its sheet waits.
     struct Row {
         std::string id;
+        std::string file;
         std::string title;
         std::string section;
         std::string grade;
         std::string status;
+        std::string warnings; // how many
         std::string governing;
         double utilisation;
         std::fpos_t start;
@@ -41,11 +46,14 @@ private:
     std::string Index() const;
     std::string IndexRow(const Row& row, std::size_t number) const;
     std::string Remarks() const;
+    std::string Inputs() const;
+    std::string PageFooter(const std::string& file) const;
     void PutSheet(const Row& row, const TextSink& put) const;
 
     TitleBlock m_block;
     std::vector<Row> m_rows;
     std::vector<std::string> m_remarks;
+    std::map<std::string, std::string> m_inputs; // SHA-256 by name
     std::unique_ptr<std::FILE, int (*)(std::FILE*)> m_sheets;
 };
 

@@ -50,7 +50,7 @@ const char* NameOf(Hold hold)
 {
     switch (hold) {
     case Hold::Support:
-        return "vertical support";
+        return "supported in the plane of the web";
     case Hold::Fixed:
         return "rotation about the major axis held";
     case Hold::PartlyFixed:
@@ -329,7 +329,7 @@ private:
         };
         const auto present = [&](Hold hold) { return m_present[static_cast<std::size_t>(hold)]; };
         if (present(Hold::Support))
-            entry("vertical support", [&](double a, double b) { DrawSupport(a, b - 1.8, b + 1.8); });
+            entry("support in the plane of the web", [&](double a, double b) { DrawSupport(a, b - 1.8, b + 1.8); });
         if (present(Hold::Fixed))
             entry("rotation held", [&](double a, double b) { m_svg.Rect("wall", a - 1.0, b - 1.8, 2.0, 3.6); });
         if (present(Hold::PartlyFixed))

@@ -7,7 +7,7 @@
 
 namespace Keltrix::App {
 
-/// What holds a member point or a sub-span, in a few words: "vertical support; flange 1 (top) held laterally; torsion".
+/// What holds a member point or a sub-span, in a few words: "supported in the plane of the web, flange 1 (top) held laterally, torsion held".
 std::string HoldWords(const Steel::CRestraint& restraint);
 
 /// The restraint of a point or of a sub-span together with the forces and moments there, so that "the compression flange"

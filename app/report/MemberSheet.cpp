@@ -1,11 +1,14 @@
 #include "report/MemberSheet.h"
 
+#include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "Html.h"
 #include "Markup.h"
 #include "Render.h"
 #include "SectionCatalogue.h"
+#include "SectionShapes.h"
 #include "SectionValues.h"
 #include "Text.h"
 #include "report/Diagrams.h"
@@ -32,6 +35,21 @@ std::string Isolated(const std::string& text) { return "<bdi>" + EscapedHtml(tex
 
 // --- Title block and verdict ---
 
+// Who has not signed yet finds the place.
+std::string SignaturesHtml(const TitleBlock& block)
+{
+    if (block.made.IsEmpty() && block.checked.IsEmpty() && block.approved.IsEmpty()) return {};
+    std::string html = "<table class=\"block signatures\">\n<caption class=\"skip\">Signatures</caption>\n<tbody>\n";
+    const auto add = [&](const char* word, const Signature& signature) {
+        html.append("<tr><th scope=\"row\">").append(word).append("</th><td>").append(Isolated(signature.name));
+        html.append("</td><th scope=\"row\">Date</th><td>").append(Isolated(signature.date)).append("</td></tr>\n");
+    };
+    add("Made", block.made);
+    add("Checked", block.checked);
+    add("Approved", block.approved);
+    return html + "</tbody></table>\n";
+}
+
 std::string TitleBlockHtml(const CheckedMember& checked, const TitleBlock& block)
 {
     std::vector<std::pair<std::string, std::string>> cells;
@@ -39,14 +57,17 @@ std::string TitleBlockHtml(const CheckedMember& checked, const TitleBlock& block
         if (!html.empty()) cells.emplace_back(name, html);
     };
     const auto given = [](const std::string& text) { return text.empty() ? text : Isolated(text); };
+    add("Client", given(block.client));
+    add("Project", given(block.project));
     add("Job", given(block.job));
+    add("Revision", given(block.revision));
     add("Member", given(block.member));
     add("Section", Isolated(checked.Section()) + ", grade " + EscapedHtml(checked.Grade()));
-    add("Code", EscapedHtml(Utf8(checked.member->DesOptName(checked.member->DesOpt()))));
+    add("Code",
+        EscapedHtml(Utf8(checked.member->DesOptName(checked.member->DesOpt()))) + ", with its 2001 corrigendum");
+    add("Forces from", given(block.forces));
     add("File", Isolated(checked.name));
-    add("Made by", "ksteel " + EscapedHtml(block.version));
-    add("Calculated", given(block.by));
-    add("Date", given(block.date));
+    add("Program", "ksteel " + EscapedHtml(block.version));
 
     std::string html = "<table class=\"block\">\n<caption class=\"skip\">Title block</caption>\n";
     for (std::size_t i = 0; i < cells.size(); i += 2) {
@@ -57,16 +78,31 @@ std::string TitleBlockHtml(const CheckedMember& checked, const TitleBlock& block
             html += "<td colspan=\"2\"></td>";
         html += "</tr>\n";
     }
-    return html + "</table>\n";
+    return html + "</table>\n" + SignaturesHtml(block);
+}
+
+// Right below the verdict, which does not hold without them.
+std::string WarningsHtml(const CheckedMember& checked)
+{
+    if (checked.warnings.empty()) return {};
+    std::string html = "<div class=\"warnings\" role=\"note\">\n<p><strong>" + CountText(checked.warnings) +
+                       ". Read before this sheet is used:</strong></p>\n<ul>\n";
+    for (const MemberWarning& warning : checked.warnings)
+        html += "<li><strong>" + std::string(SeverityWord(warning.severity)) + "</strong>, " +
+                Isolated(warning.file + ':' + std::to_string(warning.line)) + ": " + EscapedHtml(warning.text) +
+                "</li>\n";
+    return html + "</ul>\n</div>\n";
 }
 
 std::string VerdictHtml(const CheckedMember& checked)
 {
     const std::string status = checked.Status();
     std::string html = status == "pass" ? "<p class=\"verdict\">" : "<p class=\"verdict fails\">";
-    html += StatusHtml(status) + ", utilisation <b>" + UtilText(checked.result->UtilOverAll()) + "</b>, governed by " +
+    html += StatusHtml(status) +
+            (checked.warnings.empty() ? "" : ", <span class=\"orange\">" + CountText(checked.warnings) + "</span>") +
+            ", utilisation <b>" + UtilText(checked.result->UtilOverAll()) + "</b>, governed by " +
             EscapedHtml(WithUnitsKept(checked.Governing()));
-    return html + ".</p>\n";
+    return html + ".</p>\n" + WarningsHtml(checked);
 }
 
 // --- Member ---
@@ -88,6 +124,27 @@ std::string TableHead(const char* caption, std::initializer_list<const char*> na
     return html + "</tr></thead>\n<tbody>\n";
 }
 
+// Nothing in the input says how a member stands. One whose axial force causes more stress than its moments is no beam.
+std::string StandingHtml(const MemberLayout& layout, const CSection& section)
+{
+    const auto geometry = MakeGeometry(section);
+    if (!geometry) return {};
+    double axial = 0.0; // the largest stress, tension above zero
+    double bending = 0.0;
+    const auto add = [&](const Vec3<double>& forces, const Vec3<double>& moments) {
+        if (std::fabs(forces.x) > std::fabs(axial) * geometry->Area()) axial = forces.x / geometry->Area();
+        bending = std::max(bending, std::fabs(moments.y) / geometry->Zxx() + std::fabs(moments.z) / geometry->Zyy());
+    };
+    for (std::size_t k = 0; k < layout.SubSpanCount(); ++k) {
+        add(layout.subSpans[k].GetForcesLeft(), layout.subSpans[k].GetMomentsLeft());
+        add(layout.subSpans[k].GetForcesRight(), layout.subSpans[k].GetMomentsRight());
+    }
+    if (!(std::fabs(axial) > bending)) return {};
+    return "<p class=\"muted\">" + std::string(axial < 0.0 ? "Column, strut or brace" : "Tie or brace") +
+           ", by its axial force: drawn lying down, point 1 at the left. The input does not say how it stands; top and "
+           "bottom are those of the drawing.</p>\n";
+}
+
 std::string PointTable(const MemberLayout& layout)
 {
     std::string html = TableHead("Member points", {"Point"}, {"At"}, {"Restraint", "What it holds", "Load height"});
@@ -99,6 +156,15 @@ std::string PointTable(const MemberLayout& layout)
                 (restraint.LoadHeight() == 0.0 ? "0" : Metres(restraint.LoadHeight())) + "</td></tr>\n";
     }
     return html + "</tbody></table>\n";
+}
+
+// In the short form: as many points as leave room for the rest.
+std::string FewPoints(const MemberLayout& layout)
+{
+    constexpr std::size_t most = 6;
+    if (layout.points.size() <= most) return PointTable(layout);
+    return "<p class=\"muted\">The " + std::to_string(layout.points.size()) +
+           " points and what holds each are in the full sheet.</p>\n";
 }
 
 std::string SubSpanTable(const MemberLayout& layout)
@@ -122,7 +188,8 @@ std::string ActionsHtml(const std::string& id, const MemberLayout& layout, const
         if (diagram.IsZero())
             AddItem(absent, ", ", diagram.symbol);
         else
-            html += "<figure>" + DiagramSvg(id + "-" + diagram.symbol, diagram, layout, axis) + "</figure>\n";
+            html += "<figure class=\"action\">" + DiagramSvg(id + "-" + diagram.symbol, diagram, layout, axis) +
+                    "</figure>\n";
     }
     if (!absent.empty()) html += "<p class=\"muted\">Zero along the whole member: " + absent + ".</p>\n";
     return html + "<p class=\"muted\">Axes of the host: tension above zero; a major-axis moment above zero compresses "
@@ -142,6 +209,13 @@ std::string ValueTable(const char* caption, const std::vector<SectionValue>& val
     return html + "</tbody></table>\n";
 }
 
+std::string ClassAndStrength(const CheckedMember& checked)
+{
+    return "<p>Class " + std::to_string(checked.member->SectionClass()) +
+           ", design strength py = " + EscapedHtml(Utf8(CDesFormat().Stress(checked.member->DesignStrength()))) +
+           "</p>\n";
+}
+
 std::string SectionHtml(const std::string& id, const CheckedMember& checked)
 {
     const CSection section = checked.member->GetKeltrixSec();
@@ -153,9 +227,22 @@ std::string SectionHtml(const std::string& id, const CheckedMember& checked)
     const std::vector<SectionValue> rest(values.begin() + static_cast<std::ptrdiff_t>(half), values.end());
     values.resize(half);
     html += ValueTable("Properties", values, false) + ValueTable("More properties", rest, false) + "</div>\n";
-    return html + "<p>Class " + std::to_string(checked.member->SectionClass()) +
-           ", design strength py = " + EscapedHtml(Utf8(CDesFormat().Stress(checked.member->DesignStrength()))) +
-           "</p>\n";
+    return html + ClassAndStrength(checked);
+}
+
+// In the short form: in one paragraph.
+std::string SectionLine(const CheckedMember& checked)
+{
+    const CSection section = checked.member->GetKeltrixSec();
+    std::string text;
+    const auto add = [&](const SectionValue& value, const std::string& number) {
+        AddItem(text, ", ", EscapedHtml(WithUnitsKept(value.symbol + " = " + number + ' ' + value.unit)));
+    };
+    for (const SectionValue& value : SectionDimensions(section))
+        add(value, Rounded(value.si * value.factor, 6));
+    for (const SectionValue& value : SectionProperties(section))
+        add(value, Figures(value.si * value.factor, 4));
+    return "<p>" + text + "</p>\n" + ClassAndStrength(checked);
 }
 
 // --- Checks ---
@@ -194,21 +281,26 @@ std::string CheckRow(const LedgerEntry& entry)
     return html + "</td></tr>\n";
 }
 
-std::string CheckTable(const BS5950::Ledger& ledger)
+// In the short form with the largest utilisation of each rule, and every failure.
+std::string CheckTable(const BS5950::Ledger& ledger, bool isBrief)
 {
     std::string html = TableHead("Checks that were evaluated", {"Check", "Clause", "Where"},
                                  {"Utilisation", "Resistance"}, {"Result"});
     for (const LedgerEntry& entry : ledger.Entries()) {
-        if (WasEvaluated(entry)) html += CheckRow(entry);
+        const bool isShown =
+            !isBrief || entry.status == BS5950::CheckStatus::Failed || &entry == ledger.Find(entry.rule);
+        if (WasEvaluated(entry) && isShown) html += CheckRow(entry);
     }
     return html + "</tbody></table>\n";
 }
 
 // What was not evaluated comes before what does not apply: the engineer has to look after it.
-std::string IdleTable(const BS5950::Ledger& ledger)
+std::string IdleTable(const BS5950::Ledger& ledger, bool isBrief)
 {
     std::string html = TableHead("Checks without a result", {"Check without a result", "Clause", "Why"}, {}, {});
-    for (const BS5950::CheckStatus status : {BS5950::CheckStatus::NotEvaluated, BS5950::CheckStatus::NotApplicable}) {
+    for (const BS5950::CheckStatus status :
+         {BS5950::CheckStatus::NotEvaluated, BS5950::CheckStatus::OutOfScope, BS5950::CheckStatus::NotApplicable}) {
+        if (isBrief && status == BS5950::CheckStatus::NotApplicable) continue;
         for (const LedgerEntry& entry : ledger.Entries()) {
             if (entry.status != status) continue;
             html += "<tr><td>" + Wording(BS5950::RuleName(entry.rule)) + "</td><td>" + Wording(entry.clause) +
@@ -233,7 +325,8 @@ std::vector<std::string> AssumptionSentences(const BS5950::CSteelMemberBS5950& m
 {
     std::vector<std::string> sentences;
     for (const BS5950::Assumption& assumption : member.Assumptions())
-        sentences.push_back(Utf8(std::wstring_view(assumption.name)) + ": " + Utf8(std::wstring_view(assumption.text)));
+        sentences.push_back(Utf8(std::wstring_view(assumption.name)) + ": " +
+                            Utf8(BS5950::AssumptionText(assumption, CDesFormat())));
     return sentences;
 }
 
@@ -268,41 +361,115 @@ std::string LargestResult(const Document& part)
     return largest;
 }
 
-bool HasFailure(const Document& part)
+bool HasColour(const Document& part, bool isRed = false)
 {
     for (const Document::Line& line : part.lines)
         for (const Document::Cell& cell : line.cells)
             for (const Document::Run& run : cell)
-                if (run.style.colour == Document::Colour::Red) return true;
+                if (isRed ? run.style.colour == Document::Colour::Red : run.style.colour != Document::Colour::None)
+                    return true;
     return false;
 }
+
+// Where the short form looks: the position, or the span, of the largest utilisation, and all others, as headings have them.
+class GoverningPlace {
+public:
+    struct Place {
+        double start;
+        double end; // start, where it is a position
+    };
+
+    GoverningPlace(const BS5950::Ledger& ledger, const std::vector<Place>& places, bool isSpan)
+    {
+        const LedgerEntry* worst = nullptr;
+        for (const LedgerEntry& entry : ledger.Entries()) {
+            const bool isOne = WasEvaluated(entry) && !std::isnan(entry.start) && (entry.start < entry.end) == isSpan;
+            // Not-a-number is worse than any number.
+            if (isOne && (!worst || !(entry.utilisation <= worst->utilisation))) worst = &entry;
+        }
+        if (!worst) return;
+        for (const Place& place : places) {
+            const bool isThere =
+                isSpan ? place.start < worst->end && worst->start < place.end : place.start == worst->start;
+            LedgerEntry named = *worst;
+            named.start = place.start;
+            named.end = place.end;
+            (isThere ? m_governing : m_other).push_back(DescribePlace(named));
+        }
+    }
+
+    // A heading without a known place is about the governing one as well as any other.
+    bool IsIn(const std::string& heading) const
+    {
+        const auto holds = [&](const std::string& place) {
+            const std::size_t at = heading.find(place);
+            return at != std::string::npos && (at == 0 || heading[at - 1] == ' ');
+        };
+        return std::any_of(m_governing.begin(), m_governing.end(), holds) ||
+               std::none_of(m_other.begin(), m_other.end(), holds);
+    }
+
+private:
+    std::vector<std::string> m_governing;
+    std::vector<std::string> m_other;
+};
 
 // The report in parts: each heading of the fifth level begins one that can be folded.
 class CalculationHtml {
 public:
+    CalculationHtml() = default;
+    // The short form: the governing position and span alone, unfolded, with what came to a result or a remark there.
+    explicit CalculationHtml(const BS5950::CSteelMemberBS5950& member) : m_isBrief(true)
+    {
+        std::vector<GoverningPlace::Place> positions;
+        std::vector<GoverningPlace::Place> spans;
+        for (const BS5950::PositionResult& position : member.Positions())
+            positions.push_back({position.x, position.x});
+        for (const BS5950::SpanResult& span : member.Spans())
+            spans.push_back({span.start, span.end});
+        for (const BS5950::InteractionResult& interaction : member.Interactions())
+            spans.push_back({interaction.start, interaction.end});
+        m_position.emplace(member.Checks(), positions, false);
+        m_span.emplace(member.Checks(), spans, true);
+    }
+
     std::string Of(Document report)
     {
         for (Document::Line& line : report.lines) {
             if (line.heading == 4) {
                 Flush();
-                m_isTold = PlainText(line).starts_with("Ledger of checks");
+                m_isShown = IsShown(PlainText(line));
             } else if (line.heading == 5) {
                 Flush();
                 m_isPart = true;
             }
-            // The ledger stands in the table of checks.
-            if (!m_isTold) m_part.lines.push_back(std::move(line));
+            if (m_isShown) m_part.lines.push_back(std::move(line));
         }
         Flush();
         return std::move(m_html);
     }
 
 private:
+    bool IsShown(const std::string& heading)
+    {
+        const bool isLocal = heading.starts_with("Local capacity checks");
+        m_place = isLocal ? &m_position : &m_span;
+        if (m_isBrief) return isLocal || heading.starts_with("Buckling checks");
+        // The ledger stands in the table of checks.
+        return !heading.starts_with("Ledger of checks");
+    }
+
+    bool IsLeftOut(const Document& part) const
+    {
+        const bool isEmpty = LargestResult(part).empty() && !HasColour(part);
+        return m_isBrief && (isEmpty || !(*m_place)->IsIn(PlainText(part.lines.front())));
+    }
+
     void Flush()
     {
         Document part = std::exchange(m_part, {});
         const bool isPart = std::exchange(m_isPart, false);
-        if (part.lines.empty()) return;
+        if (part.lines.empty() || (isPart && IsLeftOut(part))) return;
         if (!isPart || part.lines.size() == 1) {
             m_html += RenderHtml(std::move(part));
             return;
@@ -310,21 +477,25 @@ private:
         Document heading;
         heading.lines.push_back(std::move(part.lines.front()));
         part.lines.erase(part.lines.begin());
-        const bool fails = HasFailure(part);
+        const bool fails = HasColour(part, true);
         std::string result = LargestResult(part);
         if (!result.empty())
             result = "<span class=\"result" + std::string(fails ? " fail" : "") + "\">" + EscapedHtml(result) +
                      (fails ? " fails" : "") + "</span>";
         std::string title = RenderHtml(std::move(heading));
         title.pop_back();
-        m_html += (fails ? "<details open><summary>" : "<details><summary>") + title + result + "</summary>\n" +
-                  RenderHtml(std::move(part)) + "</details>\n";
+        m_html += (fails || m_isBrief ? "<details open><summary>" : "<details><summary>") + title + result +
+                  "</summary>\n" + RenderHtml(std::move(part)) + "</details>\n";
     }
 
     std::string m_html;
     Document m_part;
     bool m_isPart = false;
-    bool m_isTold = false;
+    bool m_isShown = true;
+    bool m_isBrief = false;
+    std::optional<GoverningPlace> m_position;
+    std::optional<GoverningPlace> m_span;
+    const std::optional<GoverningPlace>* m_place = &m_span; // of the parts at hand
 };
 
 std::string Part(const std::string& id, const char* name, const char* title, const std::string& content)
@@ -408,25 +579,40 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
     const CSection section = checked.member->GetKeltrixSec();
     const CSecComp& component = section.Component(0);
     const MemberAxis axis(layout, component.Dimension(0.0, CSecGeom::DEPTH));
+    const BS5950::Ledger& ledger = checked.member->Checks();
 
     std::string html = "<h2 id=\"" + id + "-h\">" + Isolated(checked.title) + "</h2>\n" +
                        TitleBlockHtml(checked, block) + VerdictHtml(checked);
-    html += Part(id, "member", "Member",
-                 "<figure>" + MemberSvg(id + "-elevation", layout, axis, component) + "</figure>\n" +
-                     PointTable(layout) + SubSpanTable(layout));
-    html += Part(id, "actions", "Forces and moments", ActionsHtml(id, layout, axis));
+    const std::string drawing = "<figure>" + MemberSvg(id + "-elevation", layout, axis, component) + "</figure>\n" +
+                                StandingHtml(layout, section);
+    const std::string actions = Part(id, "actions", "Forces and moments", ActionsHtml(id, layout, axis));
+    const std::vector<std::string> set = FlagSentences(checked.result->GetFlags());
+    const std::vector<std::string> assumed = AssumptionSentences(*checked.member);
+    const std::string flags = Part(id, "flags", "Flags and assumptions",
+                                   set.empty() && assumed.empty() && block.isBrief
+                                       ? "<p>No flag is set. No assumption was made.</p>\n"
+                                       : "<h4>Flags</h4>\n" + ListHtml(set, "No flag is set.") +
+                                             "<h4>Assumptions</h4>\n" + ListHtml(assumed, "None."));
+    const auto calculation = [&](const char* title, CalculationHtml form, const CString& report) {
+        return Part(id, "calculation", title,
+                    "<div class=\"calculation\">\n" + form.Of(ReadMarkup(Utf8(report))) + "</div>\n");
+    };
+    if (block.isBrief)
+        return "<div class=\"brief\">\n" + html + Part(id, "member", "Member", drawing + FewPoints(layout)) + actions +
+               Part(id, "steel", "Section", SectionLine(checked)) +
+               Part(id, "checks", "Checks", CheckTable(ledger, true) + IdleTable(ledger, true)) + flags +
+               calculation("Calculation, governing position and span", CalculationHtml(*checked.member),
+                           checked.result->GetVerbose()) +
+               "</div>\n";
+
+    html += Part(id, "member", "Member", drawing + PointTable(layout) + SubSpanTable(layout)) + actions;
     html += Part(id, "steel", "Section", SectionHtml(id, checked));
     const std::string chart = UtilisationSvg(id + "-chart", checked);
     html +=
         Part(id, "checks", "Checks",
              (chart.empty() ? "<p>No check has a utilisation above zero.</p>\n" : "<figure>" + chart + "</figure>\n") +
-                 CheckTable(checked.member->Checks()) + IdleTable(checked.member->Checks()));
-    html += Part(id, "flags", "Flags and assumptions",
-                 "<h4>Flags</h4>\n" + ListHtml(FlagSentences(checked.result->GetFlags()), "No flag is set.") +
-                     "<h4>Assumptions</h4>\n" + ListHtml(AssumptionSentences(*checked.member), "None."));
-    return html + Part(id, "calculation", "Calculation",
-                       "<div class=\"calculation\">\n" +
-                           CalculationHtml().Of(ReadMarkup(Utf8(checked.result->GetVerbose()))) + "</div>\n");
+                 CheckTable(ledger, false) + IdleTable(ledger, false));
+    return html + flags + calculation("Calculation", CalculationHtml(), checked.result->GetVerbose());
 }
 
 } // namespace Keltrix::App

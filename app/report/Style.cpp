@@ -45,8 +45,15 @@ tr { break-inside: avoid; }
 .block { border: 0.4mm solid var(--ink); width: 100%; }
 .block th, .block td { border: 0.2mm solid var(--rule); overflow-wrap: anywhere; }
 .block th { width: 25mm; white-space: nowrap; color: var(--muted); font-weight: normal; }
+.block + .signatures { margin-top: -0.4mm; }
+.signatures td:last-child { width: 45mm; }
+caption { text-align: left; }
+.inputs { font-size: 8.5pt; color: var(--muted); }
+.hash { font-family: "Liberation Mono", "DejaVu Sans Mono", Menlo, Consolas, monospace; overflow-wrap: anywhere; }
 .verdict { font-size: 12pt; margin: 3mm 0; padding: 2mm 3mm; background: var(--panel); border-left: 1.5mm solid var(--pass); }
 .verdict.fails { border-left-color: var(--fail); }
+.warnings { margin: 3mm 0; padding: 2mm 3mm; border: 0.6mm solid var(--warn); color: var(--warn); overflow-wrap: anywhere; }
+.warnings ul { margin: 1mm 0; padding-left: 5mm; }
 .pass, .fail, .name { white-space: nowrap; }
 .pass { color: var(--pass); font-weight: bold; }
 .fail, .red { color: var(--fail); font-weight: bold; }
@@ -86,6 +93,7 @@ svg .twist { fill: none; stroke: var(--warn); stroke-width: 0.45; }
 svg .load { fill: none; stroke: var(--fail); stroke-width: 0.4; }
 svg .fill { fill: var(--fill); }
 svg .curve { fill: none; stroke: var(--link); stroke-width: 0.35; stroke-linejoin: round; }
+svg .unsure { stroke: var(--warn); stroke-dasharray: 1.6 0.9; }
 svg .base { stroke: var(--ink); stroke-width: 0.25; }
 svg .bar { fill: var(--bar); }
 svg .governs { fill: var(--bar-governs); }
@@ -109,15 +117,52 @@ summary h5 { display: inline; }
 .sheet { margin-top: 14mm; padding-top: 8mm; border-top: 0.8mm solid var(--ink); }
 .only { margin-top: 0; padding-top: 0; border-top: 0; }
 footer { margin-top: 10mm; color: var(--muted); font-size: 8.5pt; }
+/* On a narrow screen tables and drawings keep a size at which they can be read, and scroll within themselves. */
+@media screen and (max-width: 700px) {
+  body { padding: 4mm; }
+  h1 { font-size: 15pt; }
+  table, figure { display: block; max-width: 100%; overflow-x: auto; }
+  figure { margin: 2mm 0; }
+  .wide td:not(.n):not(.name) { min-width: 34mm; }
+  .small .wide td:not(.n):not(.name) { min-width: 0; }
+  .signatures { display: table; }
+  .signatures th { width: auto; }
+  .signatures td:last-child { width: auto; white-space: nowrap; }
+  svg.member, svg.diagram, svg.chart { width: 640px; max-width: none; }
+  .block:not(.signatures), .block:not(.signatures) tbody { display: block; }
+  .block:not(.signatures) tr { display: grid; grid-template-columns: 25mm minmax(0, 1fr); }
+  .block:not(.signatures) td[colspan] { display: none; }
+  .result { float: none; display: block; }
+  .i1, .i2, .i3, .i4, .i5, .i6, .i7, .i8 { margin-left: 3mm; }
+  td { overflow-wrap: break-word; }
+}
+@media print, (min-width: 701px) {
+  .brief .action { display: inline-block; width: 49%; vertical-align: top; }
+  .brief svg.diagram .name, .brief svg.diagram .note, .brief svg.diagram .value { font-size: 4.2px; }
+}
 @media screen { .sheet { content-visibility: auto; contain-intrinsic-size: auto 2600px; } }
 @page { size: A4; margin: 18mm 13mm 16mm; }
 @media print {
   body { padding: 0; max-width: none; font-size: 9pt; }
   .sheet { break-before: page; margin-top: 0; padding-top: 0; border-top: 0; }
   .only { break-before: auto; }
-  .skip, .back, footer { display: none; }
+  .skip, .back { display: none; }
+  footer { margin-top: 4mm; break-inside: avoid; }
   details::details-content { content-visibility: visible; }
   summary { list-style: none; }
+  .brief { font-size: 8.5pt; line-height: 1.25; }
+  .brief .verdict { font-size: 10pt; margin: 2mm 0; padding: 1.2mm 3mm; }
+  .brief h3 { margin: 2.2mm 0 0.8mm; padding-bottom: 0.4mm; font-size: 10pt; }
+  .brief .wide, .brief .small { font-size: 7.8pt; }
+  .brief h4, .brief h5 { margin: 1mm 0 0.5mm; font-size: 8.5pt; }
+  .brief th, .brief td { padding: 0.25mm 1.5mm; }
+  .brief figure { margin: 0.5mm 0; }
+  .brief ul { margin: 0.5mm 0; padding-left: 5mm; }
+  .brief p { margin: 0.3mm 0; }
+  .brief .calculation { columns: 2; column-gap: 6mm; font-size: 7.3pt; }
+  .brief .calculation p { margin: 0.15mm 0; }
+  .brief .calculation h4 { break-after: avoid; }
+  .brief details { padding: 0.4mm 0; }
   thead { display: table-header-group; }
   .bar, .fill, .steel, .meter, .meter span, .verdict, tr.governs td { print-color-adjust: exact; -webkit-print-color-adjust: exact; }
 }

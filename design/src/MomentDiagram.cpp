@@ -67,10 +67,13 @@ MomentDiagram::MomentDiagram(const std::vector<CMemberPoint>& points, const std:
 }
 
 MomentDiagram::MomentDiagram(const std::vector<CMemberPoint>& points, const std::vector<CSubSpan>& subSpans,
-                             double major, double minor)
+                             double major, double minor) :
+    MomentDiagram(MomentDiagram(points, subSpans, Bending::Major), major,
+                  MomentDiagram(points, subSpans, Bending::Minor), minor)
+{}
+
+MomentDiagram::MomentDiagram(const MomentDiagram& a, double major, const MomentDiagram& b, double minor)
 {
-    const MomentDiagram a(points, subSpans, Bending::Major);
-    const MomentDiagram b(points, subSpans, Bending::Minor);
     m_pieces = a.m_pieces;
     m_curves.reserve(m_pieces.size());
     for (std::size_t k = 0; k < m_pieces.size(); ++k) {

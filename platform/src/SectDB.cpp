@@ -3,65 +3,17 @@
 #include <cassert>
 #include <charconv>
 #include <cmath>
-#include <numeric>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "BuiltInCatalogue.h"
+#include "SectionNames.h"
 #include "keltrix/platform/KxData.h"
 #include "keltrix/platform/KxUtil.h"
 
 namespace Keltrix {
 
 namespace {
-
-// The form in which designations are compared: upper case, without blanks, the multiplication sign as X.
-std::wstring NormalisedKey(std::wstring_view designation)
-{
-    std::wstring key;
-    key.reserve(designation.size());
-    for (const wchar_t c : designation) {
-        if (c == L' ' || c == L'\t') continue;
-        if (c == L'\u00D7') {
-            key.push_back(L'X');
-        } else {
-            key.push_back(c >= L'a' && c <= L'z' ? static_cast<wchar_t>(c - (L'a' - L'A')) : c);
-        }
-    }
-    return key;
-}
-
-// The key of a tee that is named width x depth x mass, as some tables do, with the two exchanged; empty for any other.
-std::wstring TeeWidthFirst(const std::wstring& key)
-{
-    const std::size_t first = key.find(L'X');
-    const std::size_t second = first == std::wstring::npos ? first : key.find(L'X', first + 1);
-    if (key.empty() || key[0] != L'T' || second == std::wstring::npos) return {};
-    return L'T' + key.substr(first + 1, second - first - 1) + L'X' + key.substr(1, first - 1) + key.substr(second);
-}
-
-// The letters at the front of a key.
-std::wstring_view FamilyOfKey(std::wstring_view key)
-{
-    const auto isLetter = [](wchar_t c) { return c >= L'A' && c <= L'Z'; };
-    return key.substr(0, static_cast<std::size_t>(std::find_if_not(key.begin(), key.end(), isLetter) - key.begin()));
-}
-
-// Levenshtein's distance: the fewest insertions, deletions and replacements of one character.
-int EditDistance(std::wstring_view a, std::wstring_view b, std::vector<int>& row)
-{
-    row.resize(b.size() + 1);
-    std::iota(row.begin(), row.end(), 0);
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        int diagonal = row[0];
-        row[0] = static_cast<int>(i) + 1;
-        for (std::size_t j = 0; j < b.size(); ++j) {
-            const int replaced = diagonal + (a[i] == b[j] ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
-        }
-    }
-    return row.back();
-}
 
 std::string_view TrimBlanks(std::string_view text)
 {
@@ -300,8 +252,43 @@ private:
 } // namespace
 
 struct CSectDB::Impl {
+    using Places = std::unordered_map<std::wstring, std::size_t>;
+    static constexpr std::size_t SEVERAL = static_cast<std::size_t>(-1);
+
     std::vector<Entry> entries;
-    std::unordered_map<std::wstring, std::size_t> places;
+    std::vector<SectionName> names; // of the entries
+    Places places;                  // by normalised key
+    Places placesBySizes;           // by SectionName::Key(); SEVERAL where rows differ in trailing zeros alone
+    std::unordered_set<std::wstring> families;
+
+    // The name under the family that the catalogue has for it. A host's own family of that name stands for itself.
+    SectionName InOwnTerms(SectionName name) const
+    {
+        if (!families.contains(name.family)) name.family = UsualFamily(name.family);
+        return name;
+    }
+
+    const Entry* FindOtherSpelling(const std::wstring& key) const
+    {
+        const SectionName name = ReadSectionName(key);
+        if (!name.isWhole || !LegsFit(name)) return nullptr;
+        for (const SectionName& form : OtherForms(InOwnTerms(name))) {
+            const auto found = placesBySizes.find(form.Key());
+            if (found != placesBySizes.end() && found->second != SEVERAL) return &entries[found->second];
+        }
+        return nullptr;
+    }
+
+    void Append(Entry entry)
+    {
+        const SectionName& name = names.emplace_back(ReadSectionName(NormalisedKey(entry.designation)));
+        families.insert(NormalisedKey(entry.family));
+        if (name.isWhole) {
+            const auto [place, isNew] = placesBySizes.emplace(name.Key(), entries.size());
+            if (!isNew) place->second = SEVERAL;
+        }
+        entries.push_back(std::move(entry));
+    }
 };
 
 CSectDB::CSectDB() : m_impl(std::make_unique<Impl>()) {}
@@ -324,9 +311,8 @@ CSectDB* CSectDB::GetDatabase()
 const CSectDB::Entry* CSectDB::Find(std::wstring_view designation) const
 {
     const std::wstring key = NormalisedKey(designation);
-    auto found = m_impl->places.find(key);
-    if (found == m_impl->places.end()) found = m_impl->places.find(TeeWidthFirst(key));
-    return found == m_impl->places.end() ? nullptr : &m_impl->entries[found->second];
+    const auto found = m_impl->places.find(key);
+    return found == m_impl->places.end() ? m_impl->FindOtherSpelling(key) : &m_impl->entries[found->second];
 }
 
 const std::vector<CSectDB::Entry>& CSectDB::Entries() const { return m_impl->entries; }
@@ -337,20 +323,26 @@ std::vector<CString> CSectDB::Suggest(std::wstring_view text, std::size_t count)
     constexpr std::size_t longest = 64;
     const std::wstring key = NormalisedKey(text.substr(0, 4 * longest)).substr(0, longest);
 
+    const SectionName wanted = m_impl->InOwnTerms(ReadSectionName(key));
+    std::vector<SectionName> forms = OtherForms(wanted);
+    if (wanted.sizes.size() > 2) {
+        // The two legs, or depth and width, may have been exchanged.
+        forms.push_back(wanted);
+        std::swap(forms.back().sizes[0], forms.back().sizes[1]);
+    }
+
     struct Candidate {
-        int distance;
-        bool otherFamily;
+        double difference;
         std::size_t place;
         auto operator<=>(const Candidate&) const = default;
     };
     std::vector<Candidate> candidates;
     candidates.reserve(m_impl->entries.size());
-    std::vector<int> row;
     for (std::size_t i = 0; i < m_impl->entries.size(); ++i) {
-        const bool otherFamily = NormalisedKey(m_impl->entries[i].family) != FamilyOfKey(key);
-        const int distance = EditDistance(NormalisedKey(m_impl->entries[i].designation), key, row);
-        // Another family counts as one more edit.
-        candidates.push_back({distance + (otherFamily ? 1 : 0), otherFamily, i});
+        double least = Difference(forms.front(), m_impl->names[i]);
+        for (std::size_t k = 1; k < forms.size(); ++k)
+            least = std::min(least, Difference(forms[k], m_impl->names[i]));
+        candidates.push_back({least, i});
     }
     const std::size_t most = std::min(count, candidates.size());
     std::partial_sort(candidates.begin(), candidates.begin() + static_cast<std::ptrdiff_t>(most), candidates.end());
@@ -382,7 +374,7 @@ std::vector<CatalogueError> CSectDB::AddCsv(std::string_view csv)
     m_impl->entries.reserve(m_impl->entries.size() + reader.m_rows.size());
     m_impl->places.merge(places);
     for (CsvReader::Row& row : reader.m_rows)
-        m_impl->entries.push_back(std::move(row.entry));
+        m_impl->Append(std::move(row.entry));
     return {};
 }
 

@@ -119,7 +119,8 @@ private:
     bool ReadSeparator()
     {
         SkipBlanks();
-        if (m_rest.empty() || (m_rest[0] != L'x' && m_rest[0] != L'X' && m_rest[0] != L'\u00D7')) return false;
+        static constexpr std::wstring_view SEPARATORS = L"xX*\u00D7";
+        if (m_rest.empty() || SEPARATORS.find(m_rest[0]) == std::wstring_view::npos) return false;
         m_rest.remove_prefix(1);
         SkipBlanks();
         return true;

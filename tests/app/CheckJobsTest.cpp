@@ -141,10 +141,10 @@ TEST(JsonLines, AsATableTheyHoldTheHeadline)
 {
     const auto full = json::parse(RunKsteel("check --format jsonl examples/column.csv").out);
     const auto headline = json::parse(RunKsteel("check --format jsonl --report table examples/column.csv").out);
-    EXPECT_EQ(headline.size(), 11u);
+    EXPECT_EQ(headline.size(), 12u);
     for (const auto& [name, value] : headline.items())
         EXPECT_EQ(value, full[name]) << name;
-    for (const char* name : {"file", "line", "title", "section", "grade", "status", "overall", "governing", "flags"})
+    for (const char* name : {"file", "line", "title", "section", "grade", "status", "overall", "governing", "warnings", "flags"})
         EXPECT_TRUE(headline.contains(name)) << name;
 }
 
@@ -169,7 +169,7 @@ TEST(JsonLines, WhatIsRefusedHasItsLineToo)
         found.push_back(json::parse(line));
 
     EXPECT_EQ(lines[0], "{\"file\":\"missing.csv\",\"line\":null,\"title\":\"\",\"status\":\"refused\",\"errors\":["
-                        "\"missing.csv: no such file\"]}");
+                        "\"missing.csv: no such file\"],\"warnings\":[]}");
     EXPECT_EQ(found[1]["status"], "pass");
     EXPECT_EQ(found[2]["status"], "refused");
     EXPECT_EQ(found[2]["line"], 19);

@@ -128,6 +128,19 @@ TEST(Section, UnknownNamesGetTheNearestOnes)
     EXPECT_THAT(Refusal("\xFF<b>"), HasSubstr("unknown section"));
 }
 
+TEST(Section, OtherSpellingsShowTheCataloguesName)
+{
+    for (const auto& [text, name] : {std::pair{"UKB 457x191x67", "UB 457x191x67"},
+                                     {"HE 200 B", "HEB 200"},
+                                     {"SHS 100x5.0", "SHS 100x100x5"},
+                                     {"RHS 200*100*6.3", "RHS 200x100x6.3"}}) {
+        const NamedSection section = FindSection(text);
+        EXPECT_EQ(section.name, name);
+        ASSERT_TRUE(section.entry) << text;
+        EXPECT_EQ(MassPerMetre(section), MassPerMetre(FindSection(name)));
+    }
+}
+
 TEST(Section, DimensionsThatAreNoSectionAreRefused)
 {
     for (const char* name : {"I 10x100x5x6", "TUBE 10x5", "BOX 10x10x5x5", "ANGLE 10x10x5x5x5", "TEE 10x10x2x11x1x0",

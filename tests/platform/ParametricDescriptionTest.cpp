@@ -63,7 +63,7 @@ TEST(ParametricDescription, SetsUpEveryForm)
 TEST(ParametricDescription, ForgivesCaseBlanksAndTheMultiplicationSign)
 {
     for (const wchar_t* const text : {L"i 400x200x10x15", L"I400X200X10X15", L"  I\t400 x 200 X 10\u00D715  ",
-                                      L"I 400.0x200.00x1e1x15.", L"I 400x200x10x15x0"}) {
+                                      L"I 400.0x200.00x1e1x15.", L"I 400*200 * 10*15", L"I 400x200x10x15x0"}) {
         SCOPED_TRACE(CString(text).ToUtf8().value());
         CSecDB geometry(L"", nullptr);
         ASSERT_TRUE(geometry.SetUpFromDesc(text));

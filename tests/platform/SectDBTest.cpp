@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -95,11 +96,11 @@ TEST(CSectDB, FindsWhateverTheCaseBlanksOrMultiplicationSign)
     CSectDB database;
     ASSERT_EQ(Described(database.AddCsv(HEADER + "UB,457x191x67,I,rolled,67.1,453.4,189.9,8.5,12.7,10.2,\n")), "");
     for (const wchar_t* const text :
-         {L"UB 457x191x67", L"ub457X191X67", L" uB\t457 x 191 x 67 ", L"UB 457\u00D7191\u00D767"}) {
+         {L"UB 457x191x67", L"ub457X191X67", L" uB\t457 x 191 x 67 ", L"UB 457\u00D7191\u00D767", L"UB 457*191*67"}) {
         EXPECT_NE(database.Find(text), nullptr) << CString(text).ToUtf8().value();
     }
     for (const wchar_t* const text :
-         {L"", L"UB", L"457x191x67", L"UB 457x191x6", L"UB 457x191x670", L"UB 457*191*67", L"UB,457x191x67"}) {
+         {L"", L"UB", L"457x191x67", L"UB 457x191x6", L"UB 457x191x670", L"UB,457x191x67"}) {
         EXPECT_EQ(database.Find(text), nullptr) << CString(text).ToUtf8().value();
     }
 }
@@ -227,6 +228,168 @@ TEST(CSectDB, SuggestsTheNearestDesignationsOfTheSameFamilyFirst)
     EXPECT_TRUE(database.Suggest(L"UB", 0).empty());
     EXPECT_EQ(database.Suggest(std::wstring(1000000, L'x'), 3).size(), 3U);
     EXPECT_TRUE(CSectDB().Suggest(L"UB 1", 3).empty());
+}
+
+std::string Found(const CSectDB& database, const std::wstring& text)
+{
+    const CSectDB::Entry* const entry = database.Find(text);
+    return entry ? entry->designation.ToUtf8().value() : "";
+}
+
+struct Spelling {
+    const wchar_t* text;
+    const char* designation;
+};
+
+TEST(BuiltInCatalogue, UnderstandsWhatStandardsAndMakersCallItsFamilies)
+{
+    const Spelling spellings[] = {
+        {L"UKB 457x191x67", "UB 457x191x67"},
+        {L"UKC 254x254x89", "UC 254x254x89"},
+        {L"UKBP 305x305x95", "UBP 305x305x95"},
+        {L"UKPFC 200x90x30", "PFC 200x90x30"},
+        {L"RSC 200x90x30", "PFC 200x90x30"},
+        {L"UKA 150x75x10", "L 150x75x10"},
+        {L"RSA 150x75x10", "L 150x75x10"},
+        {L"UA 150x75x10", "L 150x75x10"},
+        {L"EA 100x100x10", "L 100x100x10"},
+        {L"UKT 229x191x34", "T 229x191x34"},
+        {L"UKT 191x229x34", "T 229x191x34"},
+        {L"HFSHS 100x100x5", "SHS 100x100x5"},
+        {L"HFRHS 200x100x6.3", "RHS 200x100x6.3"},
+        {L"HFCHS 168.3x5", "CHS 168.3x5"},
+        {L"HE 200 B", "HEB 200"},
+        {L"HE200B", "HEB 200"},
+        {L"he 200 a", "HEA 200"},
+        {L"HE 1000 M", "HEM 1000"},
+        {L"457x191x67 UB", "UB 457x191x67"},
+        {L"457 x 191 x 67 UKB", "UB 457x191x67"},
+        {L"457x191 UB 67", "UB 457x191x67"},
+        {L"254x254 UKC 89", "UC 254x254x89"},
+    };
+    for (const Spelling& spelling : spellings)
+        EXPECT_EQ(Found(*CSectDB::GetDatabase(), spelling.text), spelling.designation)
+            << CString(spelling.text).ToUtf8().value();
+}
+
+TEST(BuiltInCatalogue, UnderstandsSizesHoweverTheyAreWritten)
+{
+    const Spelling spellings[] = {
+        {L"CHS 168.3x5.0", "CHS 168.3x5"},
+        {L"CHS 168.30x5.00", "CHS 168.3x5"},
+        {L"CFCHS 168.3x5.", "CFCHS 168.3x5"},
+        {L"UB 457.0x191x067", "UB 457x191x67"},
+        {L"SHS 100x5", "SHS 100x100x5"},
+        {L"SHS 100x5.0", "SHS 100x100x5"},
+        {L"CFSHS 100x5", "CFSHS 100x100x5"},
+        {L"L 100x10", "L 100x100x10"},
+        {L"EA 100x10", "L 100x100x10"},
+        {L"RHS 200*100*6.3", "RHS 200x100x6.3"},
+        {L"RHS 100x100x5", "SHS 100x100x5"},
+        {L"CFRHS 100x100x5.0", "CFSHS 100x100x5"},
+        {L"IPE 300.0", "IPE 300"},
+    };
+    for (const Spelling& spelling : spellings)
+        EXPECT_EQ(Found(*CSectDB::GetDatabase(), spelling.text), spelling.designation)
+            << CString(spelling.text).ToUtf8().value();
+}
+
+// A section that is not the one meant is worse than none.
+TEST(BuiltInCatalogue, DoesNotGuess)
+{
+    for (const wchar_t* const text : {L"EA 150x75x10",    L"UA 100x100x10",   L"UA 100x10",
+                                      L"RHS 100x200x6.3", L"L 75x150x10",     L"SHS 200x100x6.3",
+                                      L"RHS 100x5",       L"HE 200",          L"HE 200 C",
+                                      L"HE 200 BB",       L"HEB 200 A",       L"UB 457x191x67 UB",
+                                      L"UB 457x191x67.5", L"UB 457x191x67x1", L"CHS 168.3x5.0.0",
+                                      L"CHS 168.3x.",     L"457x191x67",      L"UKX 457x191x67",
+                                      L"UB 457x191x",     L"UB 457xx191x67",  L"UKB",
+                                      L"RSC 203x76x24",   L"UB -457x191x67",  L"UB 4.57e2x191x67"})
+        EXPECT_EQ(Found(*CSectDB::GetDatabase(), text), "") << CString(text).ToUtf8().value();
+}
+
+TEST(BuiltInCatalogue, EveryRowIsFoundUnderEverySpellingOfItsName)
+{
+    const std::map<std::wstring, std::vector<std::wstring>> others = {
+        {L"UB", {L"UKB"}},        {L"UC", {L"UKC"}}, {L"UBP", {L"UKBP"}},  {L"PFC", {L"UKPFC", L"RSC"}},
+        {L"L", {L"UKA", L"RSA"}}, {L"T", {L"UKT"}},  {L"SHS", {L"HFSHS"}}, {L"RHS", {L"HFRHS"}},
+        {L"CHS", {L"HFCHS"}}};
+    const CSectDB& database = *CSectDB::GetDatabase();
+    for (const CSectDB::Entry& entry : database.Entries()) {
+        const std::wstring family(entry.family.GetString());
+        const std::wstring name(entry.designation.GetString());
+        const std::string expected = entry.designation.ToUtf8().value();
+        const std::wstring sizes = name.substr(family.size() + 1);
+        EXPECT_EQ(Found(database, sizes + L" " + family), expected);
+        EXPECT_EQ(
+            Found(database,
+                  family + L" " + sizes +
+                      (sizes.find(L'.') < sizes.size() && sizes.rfind(L'.') > sizes.rfind(L'x') + 1 ? L"00" : L".0")),
+            expected);
+        if (const auto found = others.find(family); found != others.end()) {
+            for (const std::wstring& other : found->second)
+                EXPECT_EQ(Found(database, other + sizes), expected);
+        }
+        if (family.size() == 3 && family.compare(0, 2, L"HE") == 0) {
+            EXPECT_EQ(Found(database, L"HE" + sizes + family[2]), expected);
+        }
+    }
+}
+
+TEST(CSectDB, AHostsOwnFamilyStandsForItself)
+{
+    CSectDB database;
+    const std::string beam = "I,rolled,67.1,453.4,189.9,8.5,12.7,10.2,\n";
+    ASSERT_EQ(Described(database.AddCsv(HEADER + "UB,457x191x67," + beam + "UKB,457x191x60," + beam)), "");
+    EXPECT_EQ(Found(database, L"UKB 457x191x60.0"), "UKB 457x191x60");
+    EXPECT_EQ(Found(database, L"UKB 457x191x67"), "");
+    EXPECT_EQ(Found(database, L"UKC 457x191x67"), "");
+}
+
+TEST(CSectDB, ASpellingThatFitsTwoRowsFindsNeither)
+{
+    CSectDB database;
+    const std::string beam = "I,rolled,67.1,453.4,189.9,8.5,12.7,10.2,\n";
+    ASSERT_EQ(Described(database.AddCsv(HEADER + "UB,457x191x67," + beam + "UB,457x191x67.0," + beam)), "");
+    EXPECT_EQ(Found(database, L"UB 457x191x67"), "UB 457x191x67");
+    EXPECT_EQ(Found(database, L"UB 457x191x67.0"), "UB 457x191x67.0");
+    EXPECT_EQ(Found(database, L"UB 457x191x67.00"), "");
+}
+
+TEST(BuiltInCatalogue, SuggestsWhatDiffersLeastInMeaning)
+{
+    struct Slip {
+        const wchar_t* text;
+        std::vector<CString> nearest;
+    };
+    const Slip slips[] = {
+        {L"UB 457x191x68", {L"UB 457x191x67", L"UB 457x191x74", L"UB 457x191x82"}},
+        {L"UKB 457x191x68", {L"UB 457x191x67", L"UB 457x191x74", L"UB 457x191x82"}},
+        {L"UB 475x191x67", {L"UB 457x191x67", L"UB 457x191x74"}},
+        {L"UC 457x191x67", {L"UB 457x191x67"}},
+        {L"CHS 168.3x5.1", {L"CHS 168.3x5"}},
+        {L"CHS 168x5", {L"CHS 168.3x5"}},
+        {L"SHS 100x5.1", {L"SHS 100x100x5"}},
+        {L"RHS 200x100x6", {L"RHS 200x100x6.3"}},
+        {L"HE 200 C", {L"HEA 200", L"HEB 200", L"HEM 200"}},
+        {L"HEB 208", {L"HEB 200", L"HEB 220"}},
+        {L"L 75x150x10", {L"L 150x75x10"}},
+        {L"RHS 100x200x6.3", {L"RHS 200x100x6.3"}},
+        {L"RSC 203x76x24", {L"PFC 200x75x23"}},
+        {L"457x191x67", {L"UB 457x191x67"}},
+    };
+    for (const Slip& slip : slips)
+        EXPECT_EQ(CSectDB::GetDatabase()->Suggest(slip.text, slip.nearest.size()), slip.nearest)
+            << CString(slip.text).ToUtf8().value();
+}
+
+TEST(BuiltInCatalogue, SuggestsTheRowItselfFirst)
+{
+    const CSectDB& database = *CSectDB::GetDatabase();
+    for (std::size_t i = 0; i < database.Entries().size(); i += 7) {
+        const CString& name = database.Entries()[i].designation;
+        EXPECT_EQ(database.Suggest(name, 1), std::vector<CString>{name});
+    }
 }
 
 TEST(BuiltInCatalogue, HoldsEveryRowOfTheFilesWithoutAnError)

@@ -162,7 +162,8 @@ TEST(Report, HostileTitlesAreTextEverywhere)
           "<b>bold</b> & <red>red</red> &lt;", "]]><!-- --> <h4>", "\xE2\x80\xAEtfel ot thgir", "a\x01\x1B[31mb"}) {
         SCOPED_TRACE(title);
         TitleBlock block;
-        block.job = block.by = block.date = block.member = title;
+        block.job = block.client = block.project = block.revision = block.forces = block.member = title;
+        block.made = block.checked = block.approved = {title, title};
         const Made made = Make({WithTitle(title)}, block);
         const HtmlReader reader(made.html);
         ExpectSound(reader);
@@ -186,14 +187,139 @@ TEST(Report, TitleBlockHasWhatTheUserGaveAndNoClock)
     TitleBlock block;
     block.job = "Unit 7";
     block.member = "B12";
-    block.date = "2001-02-03";
-    block.by = "A. Engineer";
+    block.made = {"A. Engineer", "2001-02-03"};
     const Made first = Make({Trial::GOOD_MEMBER}, block);
     for (const char* text : {"Unit 7", "B12", "2001-02-03", "A. Engineer", "ksteel 9.8.7"})
         EXPECT_NE(first.html.find(text), std::string::npos) << text;
     const Made bare = Make({Trial::GOOD_MEMBER});
     EXPECT_EQ(bare.html.find("<th scope=\"row\">Date</th>"), std::string::npos);
     EXPECT_EQ(MakeExamples("examples/column.csv").html, MakeExamples("examples/column.csv").html);
+}
+
+TEST(Report, TitleBlockHasClientProjectRevisionSourceOfForcesAndCode)
+{
+    TitleBlock block;
+    block.client = "Harbour <Board>";
+    block.project = "P-123";
+    block.revision = "C2";
+    block.forces = "frame analysis, run 4";
+    const std::string html = Make({Trial::GOOD_MEMBER}, block).html;
+    for (const char* row : {"<th scope=\"row\">Client</th><td><bdi>Harbour &lt;Board&gt;</bdi></td>",
+                            "<th scope=\"row\">Project</th><td><bdi>P-123</bdi></td>",
+                            "<th scope=\"row\">Revision</th><td><bdi>C2</bdi></td>",
+                            "<th scope=\"row\">Forces from</th><td><bdi>frame analysis, run 4</bdi></td>",
+                            "<th scope=\"row\">Code</th><td>BS 5950-1:2000, with its 2001 corrigendum</td>"})
+        EXPECT_NE(html.find(row), std::string::npos) << row;
+    ExpectSound(HtmlReader(html));
+}
+
+TEST(Report, WhoeverHasNotSignedYetFindsThePlace)
+{
+    TitleBlock block;
+    block.made = {"A. Engineer", "2001-02-03"};
+    block.approved = {"", "2001-03-04"};
+    const std::string html = Make({Trial::GOOD_MEMBER}, block).html;
+    for (const char* row :
+         {"Made</th><td><bdi>A. Engineer</bdi></td><th scope=\"row\">Date</th><td><bdi>2001-02-03</bdi></td>",
+          "Checked</th><td><bdi></bdi></td><th scope=\"row\">Date</th><td><bdi></bdi></td>",
+          "Approved</th><td><bdi></bdi></td><th scope=\"row\">Date</th><td><bdi>2001-03-04</bdi></td>"})
+        EXPECT_NE(html.find(row), std::string::npos) << row;
+    EXPECT_EQ(Make({Trial::GOOD_MEMBER}).html.find("Approved"), std::string::npos);
+}
+
+// Digests by Python's hashlib of the same bytes.
+TEST(Report, FooterHasTheUnitsAndTheChecksumOfEachInput)
+{
+    const std::string member = "TITLE,Beam\nSECTION,UB 457x191x67,ROLLED\nGRADE,S275\nNET_TO_GROSS,1.0\n"
+                               "ALLOWABLE_PLASTIC/ELASTIC_RATIO,1.2\nSHEAR_LAG_FACTOR,0.7\n"
+                               "EFFECTIVE_LENGTH_OVERRIDES,NO\nHEADINGS\nMEMBERPOINT,1,0,Pinned,0\n"
+                               "MEMBERPOINT,2,6,Pinned,0\nHEADINGS\n"
+                               "SUBSPAN,1,0,0,-5000,0,0,5000,0,0,0,0,0,0,Free,0\nEND\n";
+    const Made made = Make({member, member + "\n"});
+    const HtmlReader reader(made.html);
+    ExpectSound(reader);
+    ASSERT_EQ(reader.OfClass("td", "hash").size(), 2u) << made.err;
+    EXPECT_EQ(reader.OfClass("td", "hash")[0]->text,
+              "7d9ddc7faabec4ab2e83671d37353902fdb36e2682577ba5994d1f92ca1734a1");
+    EXPECT_EQ(reader.OfClass("td", "hash")[1]->text,
+              "c1531ee75568f527482c6eac18a84badb27f8c78f24504bd8ccbe7ccc6f889fb");
+    // And on every printed page of the member, beside the units.
+    // CssString writes what is neither a letter nor a digit as its code.
+    EXPECT_NE(made.html.find("Input SHA\\2d 256 7d9ddc7faabec4ab"), std::string::npos);
+    EXPECT_NE(made.html.find("Units: m, kN, kNm, N/mm²; section dimensions mm."), std::string::npos);
+}
+
+TEST(Report, TheShortFormHasTheGoverningPositionAndSpanAlone)
+{
+    for (const char* name : {"floor_beam", "column", "continuous_beam", "crane_beam", "tie"}) {
+        SCOPED_TRACE(name);
+        const std::string file = std::string("examples/") + name + ".csv";
+        const Made brief = MakeExamples("--brief " + file);
+        const Made full = MakeExamples(file);
+        EXPECT_EQ(brief.code, full.code);
+        const HtmlReader reader(brief.html);
+        ExpectSound(reader);
+        const Json checked = Json::parse(Trial::RunKsteel("check --format json " + file).out).at(0);
+        double local = 0.0;
+        double buckling = 0.0;
+        for (const Json& check : checked.at("checks")) {
+            if (check.at("utilisation").is_null() || check.at("start").is_null()) continue;
+            double& largest = check.at("start") == check.at("end") ? local : buckling;
+            largest = std::max(largest, check.at("utilisation").get<double>());
+        }
+        // Each part has its largest utilisation beside its heading; the largest of all are among those that stayed.
+        double shownLargest = 0.0;
+        for (const HtmlElement* result : reader.OfClass("span", "result"))
+            shownLargest = std::max(shownLargest, std::stod(result->text));
+        EXPECT_NEAR(shownLargest, std::max(local, buckling), 6e-4);
+        EXPECT_LT(reader.Named("details").size(), HtmlReader(full.html).Named("details").size());
+        std::set<std::string> positions;
+        for (const HtmlElement* heading : reader.Named("h5")) {
+            const std::size_t at = heading->text.rfind(", at ");
+            if (heading->text.starts_with("Position ")) positions.insert(heading->text.substr(at));
+        }
+        EXPECT_EQ(positions.size(), local > 0.0 ? 1u : 0u);
+        for (const HtmlElement* part : reader.Named("details"))
+            EXPECT_TRUE(part->attributes.count("open"));
+        EXPECT_TRUE(reader.OfClass("svg", "chart").empty());
+    }
+}
+
+// What fails, and what was not evaluated, is in the short form however often.
+TEST(Report, TheShortFormKeepsEveryFailureAndWhatWasNotEvaluated)
+{
+    const std::string brief = MakeExamples("--brief tests/report/failing.csv").html;
+    const std::string full = MakeExamples("tests/report/failing.csv").html;
+    const auto count = [](const std::string& text, const std::string& part) {
+        std::size_t found = 0;
+        for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+            ++found;
+        return found;
+    };
+    const auto table = [](const std::string& html) {
+        const std::size_t start = html.find("Checks that were evaluated");
+        return html.substr(start, html.find("Flags and assumptions", start) - start);
+    };
+    EXPECT_GT(count(table(full), ">Fails<"), 0u);
+    EXPECT_EQ(count(table(brief), ">Fails<"), count(table(full), ">Fails<"));
+    EXPECT_GT(count(table(full), "not evaluated: "), 0u);
+    EXPECT_EQ(count(table(brief), "not evaluated: "), count(table(full), "not evaluated: "));
+}
+
+TEST(Report, ColumnsAndTiesAreNamedForWhatTheyAre)
+{
+    for (const char* name : {"column", "hollow_strut", "angle_brace"})
+        EXPECT_NE(
+            MakeExamples(std::string("examples/") + name + ".csv").html.find(">Column, strut or brace, by its axial"),
+            std::string::npos)
+            << name;
+    EXPECT_NE(MakeExamples("examples/tie.csv").html.find(">Tie or brace, by its axial"), std::string::npos);
+    for (const char* name : {"floor_beam", "continuous_beam", "cantilever", "crane_beam"}) {
+        const std::string html = MakeExamples(std::string("examples/") + name + ".csv").html;
+        EXPECT_EQ(html.find("by its axial force"), std::string::npos) << name;
+    }
+    // A support of a column holds it across, and nothing says that it stands on it.
+    EXPECT_EQ(MakeExamples("examples/*.csv").html.find("vertical support"), std::string::npos);
 }
 
 TEST(Report, BarsAreAsLongAsTheirUtilisation)

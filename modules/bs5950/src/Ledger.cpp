@@ -58,6 +58,8 @@ const wchar_t* StatusName(CheckStatus status)
         return L"failed";
     case CheckStatus::NotApplicable:
         return L"not applicable";
+    case CheckStatus::OutOfScope:
+        return L"outside the input";
     case CheckStatus::NotEvaluated:
         break;
     }
@@ -100,6 +102,29 @@ bool Ledger::HasFailed(Stage stage) const
     return std::any_of(m_entries.begin(), m_entries.end(), [stage](const LedgerEntry& e) {
         return RuleStage(e.rule) == stage && e.status == CheckStatus::Failed;
     });
+}
+
+bool Ledger::IsOpen() const { return IsOpen(Stage::General) || IsOpen(Stage::Local) || IsOpen(Stage::Buckling); }
+
+bool Ledger::IsOpen(Stage stage) const
+{
+    return std::any_of(m_entries.begin(), m_entries.end(), [stage](const LedgerEntry& e) {
+        return RuleStage(e.rule) == stage && e.status == CheckStatus::NotEvaluated;
+    });
+}
+
+Design::Status Ledger::Status() const
+{
+    if (HasFailed()) return Design::Status::Failed;
+    return m_entries.empty() || IsOpen() ? Design::Status::NotChecked : Design::Status::Passed;
+}
+
+CString AssumptionText(const Assumption& a, const CDesFormat& fmt)
+{
+    CString text = a.text;
+    if (a.isLoad) text.AppendFormat(L": %s/m", fmt.Force(a.value));
+    if (a.start < a.end) text.AppendFormat(L", %s to %s", fmt.Length(a.start), fmt.Length(a.end));
+    return text;
 }
 
 } // namespace Keltrix::BS5950

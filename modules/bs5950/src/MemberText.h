@@ -12,6 +12,7 @@ public:
     {}
 
     void Refusal(const wchar_t* reason);
+    void Warnings();
     void Local(bool alongMember);
     void BucklingTitle();
     void Flexural(const SpanResult& span);

@@ -106,7 +106,7 @@ double MomentCapacity(const SectionProperties& s, const Material& m, const Class
         else
             reduced = std::max(0.0, W - rho * (plastic ? Sv : Sv / 1.5));
     }
-    return m.py * std::min(reduced, std::min(design.plasElas, 1.5) * Z);
+    return (x ? c.pyMomentX : c.pyMomentY) * std::min(reduced, std::min(design.plasElas, 1.5) * Z);
 }
 
 double FlangesOnlyMomentCapacity(const SectionProperties& s, const Material& m)
@@ -180,19 +180,26 @@ double CompressiveStrength(double slenderness, double py, double robertson, doub
     return PerryStrength(EulerStrength(slenderness, E), py, eta);
 }
 
-double CompressiveStrength(const SectionProperties& s, const Material& m, Axis axis, double slenderness)
+bool LosesStrengthByWelding(const SectionProperties& s)
 {
-    const bool plates = s.shape == Shape::I || s.shape == Shape::UnequalI || s.shape == Shape::RHS;
-    const double py = s.IsWelded() && plates ? m.py - 20e6 : m.py;
-    const StrutCurve curve = Table23(s, axis);
-    const double upTo = CompressiveStrength(slenderness, py, curve.a, m.E);
-    if (curve.over == 0.0) return upTo;
-    return (1.0 - curve.over) * upTo + curve.over * CompressiveStrength(slenderness, py, curve.aOver, m.E);
+    return s.IsWelded() && (s.shape == Shape::I || s.shape == Shape::UnequalI || s.shape == Shape::RHS);
 }
 
-double CompressionResistance(const SectionProperties& s, const Material& m, Axis axis, double slenderness, double Aeff)
+double CompressiveStrength(const SectionProperties& s, const Material& m, const Classification& c, Axis axis,
+                           double slenderness)
 {
-    return Aeff * CompressiveStrength(s, m, axis, slenderness * std::sqrt(std::min(1.0, Aeff / s.A)));
+    const double py = c.pyCompression - (LosesStrengthByWelding(s) ? 20e6 : 0.0);
+    const double reduced = slenderness * std::sqrt(std::min(1.0, c.Aeff / s.A));
+    const StrutCurve curve = Table23(s, axis);
+    const double upTo = CompressiveStrength(reduced, py, curve.a, m.E);
+    if (curve.over == 0.0) return upTo;
+    return (1.0 - curve.over) * upTo + curve.over * CompressiveStrength(reduced, py, curve.aOver, m.E);
+}
+
+double CompressionResistance(const SectionProperties& s, const Material& m, const Classification& c, Axis axis,
+                             double slenderness)
+{
+    return c.Aeff * CompressiveStrength(s, m, c, axis, slenderness);
 }
 
 double Table22(bool held1, int rotation1, bool held2, int rotation2)
@@ -358,8 +365,8 @@ double BucklingResistanceMoment(const SectionProperties& s, const Material& m, c
                                 bool flange1InCompression)
 {
     const SlendernessLT r = LateralTorsionalSlenderness(s, LE, BetaW(s, c), flange1InCompression);
-    if (s.shape == Shape::RHS && r.lambda <= Table15(s.D / s.B, m.py)) return m.py * c.Wx;
-    return BendingStrength(r.lambdaLT, m.py, s.IsWelded(), m.E) * c.Wx;
+    if (s.shape == Shape::RHS && r.lambda <= Table15(s.D / s.B, c.pyMomentX)) return c.pyMomentX * c.Wx;
+    return BendingStrength(r.lambdaLT, c.pyMomentX, s.IsWelded(), m.E) * c.Wx;
 }
 
 double AngleMbSimplified(const SectionProperties& s, const Material& m, double LE, bool heelInCompression)

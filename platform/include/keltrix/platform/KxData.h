@@ -127,7 +127,7 @@ private:
 /// Descriptions hold no comma. Catalogue designations: "UB 457x191x67", "L 150x75x10", "CFRHS 200x100x6". Parametric,
 /// in mm: "I DxBxtxT[xr]", "GI DxB1xB2xtxT1xT2[xr]", "C DxBxtxT[xrxrt]", "TEE DxBxtxT[xrxrt]", "ANGLE AxBxt[xrxrt]",
 /// "BOX DxBxtxT", "TUBE Dxt", with t the web and T the flange thickness, r the root and rt the toe radius.
-/// Letter case, blanks around "x" and the multiplication sign are forgiven.
+/// Letter case, blanks around "x" and the multiplication sign (also "*") are forgiven; more spellings of designations: CSectDB::Find.
 class KELTRIX_PLATFORM_API CSecDB : public CSecGeom {
 public:
     /// Without a catalogue (null) only parametric descriptions can be set up.

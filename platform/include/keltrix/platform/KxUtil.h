@@ -196,11 +196,15 @@ public:
     /// The process-wide catalogue, holding the built-in families from its first use.
     static CSectDB* GetDatabase();
 
-    /// The row of a designation, or null. Letter case, blanks and the multiplication sign are forgiven.
+    /// The row of a designation, or null. Letter case, blanks and the multiplication sign ("x", "*") are forgiven; so are trailing
+    /// zeros (CHS 168.3x5.0), the family after the sizes or between them (457x191x67 UB, HE 200 B), one leg of two equal ones (SHS
+    /// 100x5), and the families UKB, UKC, UKBP, UKPFC, RSC, UKA, RSA, EA, UA, UKT, HFSHS, HFRHS, HFCHS where the catalogue has no
+    /// family of that name. Null where such a spelling fits several rows.
     const Entry* Find(std::wstring_view designation) const;
     /// All rows, in catalogue order (families in the order they were added, rows as in their file).
     const std::vector<Entry>& Entries() const;
-    /// Up to `count` designations that are nearest to the text, nearest first.
+    /// Up to `count` designations that are nearest to the text in meaning, nearest first: those of its family whose sizes
+    /// differ least come first.
     std::vector<CString> Suggest(std::wstring_view text, std::size_t count) const;
 
     /// Adds the rows of a catalogue CSV text. On any error nothing is added and the errors say where and why.

@@ -71,13 +71,16 @@ KELTRIX_BS5950_API StrutCurve Table23(const SectionProperties& s, Axis axis);
 /// infinite one.
 KELTRIX_BS5950_API double CompressiveStrength(double slenderness, double py, double robertson,
                                               double E = ELASTIC_MODULUS);
-/// Clause 4.7.5: compressive strength of a section, with the curve of Table 23 and py reduced by 20 N/mm² for welded I,
-/// H and box sections.
-KELTRIX_BS5950_API double CompressiveStrength(const SectionProperties& s, const Material& m, Axis axis,
-                                              double slenderness);
-/// Clause 4.7.4: Ag pc, or Aeff pcs with the slenderness times (Aeff/Ag)^0.5 where Aeff is below Ag.
-KELTRIX_BS5950_API double CompressionResistance(const SectionProperties& s, const Material& m, Axis axis,
-                                                double slenderness, double Aeff);
+/// Clause 4.7.5: whether pc is that of a design strength less 20 N/mm²: welded I, H and box sections.
+KELTRIX_BS5950_API bool LosesStrengthByWelding(const SectionProperties& s);
+/// Clauses 4.7.4, 4.7.5: compressive strength of a section of the class and with the curve of Table 23. The slenderness is
+/// that of the gross section; it counts times (Aeff/Ag)^0.5 where Aeff is below Ag. The design strength is that of the class
+/// (3.6.5), less 20 N/mm² where LosesStrengthByWelding.
+KELTRIX_BS5950_API double CompressiveStrength(const SectionProperties& s, const Material& m, const Classification& c,
+                                              Axis axis, double slenderness);
+/// Clause 4.7.4: Ag pc or Aeff pcs.
+KELTRIX_BS5950_API double CompressionResistance(const SectionProperties& s, const Material& m, const Classification& c,
+                                                Axis axis, double slenderness);
 /// Table 22: effective length over length. Rotation at an end: 0 free, 1 partial, 2 full. `held1`, `held2`: held in
 /// position. Infinite where the table has no row (an end not held opposite one without full rotational restraint).
 KELTRIX_BS5950_API double Table22(bool held1, int rotation1, bool held2, int rotation2);
@@ -110,7 +113,8 @@ KELTRIX_BS5950_API double BetaW(const SectionProperties& s, const Classification
 /// Whether moment about x-x can cause lateral-torsional buckling at all (not for circular and square hollow sections,
 /// nor for a T with Iy not below Ix).
 KELTRIX_BS5950_API bool CanBuckleLaterally(const SectionProperties& s);
-/// Clause 4.3.6.4: Mb = pb times the modulus of the class; clause 4.3.8 for angles, about u-u.
+/// Clause 4.3.6.4: Mb = pb times the modulus of the class, with its design strength (3.6.5) in pb and λL0; clause 4.3.8 for
+/// angles, about u-u. Reads Wx and pyMomentX of the class.
 KELTRIX_BS5950_API double BucklingResistanceMoment(const SectionProperties& s, const Material& m,
                                                    const Classification& c, double LE, bool flange1InCompression);
 /// Clause 4.3.8.3, equal-leg angle bent about x-x: Mb by the simplified rule.
