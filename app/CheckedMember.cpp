@@ -148,11 +148,13 @@ std::string CheckedMember::Section() const { return Utf8(member->GetKeltrixSec()
 
 std::string CheckedMember::Grade() const { return Utf8(member->GetGrade().Name()); }
 
-std::string CheckedMember::Status() const
+std::string StatusText(bool passed, bool failed)
 {
     if (failed) return "fail";
     return passed ? "pass" : "not checked";
 }
+
+std::string CheckedMember::Status() const { return StatusText(passed, failed); }
 
 std::vector<MemberWarning> CheckedMember::CheckWarnings() const
 {
@@ -191,6 +193,34 @@ void NoteLargeUtilisation(CheckedMember& checked)
 
 } // namespace
 
+void SetGradeOf(const MemberFile& file, std::size_t i, BS5950::CSteelMemberBS5950& member, const CSteelGrade& grade)
+{
+    if (member.SetGrade(grade)) return;
+    if (BS5950::GradeFromName(grade.Name()) != BS5950::Grade::User)
+        throw file.Refusal(i, "GRADE", "code-grade", Quote(grade.Name().View()), "S275, S355, S460 or User_defined");
+    throw file.Refusal(i, "GRADE", "code-grade", Wording(BS5950::MakeMaterial(grade, 0.0).refusal), {});
+}
+
+void RequireAccepted(const MemberFile& file, std::size_t i, const BS5950::CSteelMemberBS5950& member)
+{
+    if (!member.Positions().empty() || member.Checks().Entries().empty()) return;
+    struct Subject {
+        const char* word;
+        const char* keyword;
+    };
+    static constexpr Subject SUBJECTS[] = {{"net to gross", "NET_TO_GROSS"},
+                                           {"plastic to elastic", "ALLOWABLE_PLASTIC/ELASTIC_RATIO"},
+                                           {"uniform moment factor", "EQUIVALENT_UNIFORM_MOMENT_FACTOR"},
+                                           {"grade", "GRADE"},
+                                           {"section", "SECTION"},
+                                           {"element", "SECTION"}};
+    const std::string reason = Wording(member.Checks().Entries().front().reason);
+    for (const Subject& subject : SUBJECTS) {
+        if (reason.find(subject.word) != std::string::npos) throw file.Refusal(i, subject.keyword, "code", reason, {});
+    }
+    throw file.Refusal(i, "TITLE", "code", reason, {});
+}
+
 CheckedMember CheckMember(const MemberFile& file, std::size_t i, int option, bool withText)
 {
     CheckedMember checked;
@@ -205,12 +235,11 @@ CheckedMember CheckMember(const MemberFile& file, std::size_t i, int option, boo
     const CSteelGrade grade = file.ReadInto(i, *checked.member);
     checked.title = Utf8(checked.member->GetTitle());
     checked.momentFactor = open.EquivalentUniformMomentFactor();
-    if (!checked.member->SetGrade(grade))
-        throw BadInput(checked.name + ": GRADE: got " + Quote(grade.Name().View()) +
-                       ", expected S275, S355, S460 or User_defined with strengths above 0");
+    SetGradeOf(file, i, *checked.member, grade);
     if (!withText) checked.result->EnableText(false);
     checked.member->SetResult(checked.result.get());
     checked.passed = checked.member->Check();
+    RequireAccepted(file, i, *checked.member);
     checked.failed = checked.result->HasFailed() || checked.member->Checks().HasFailed();
     for (const BS5950::PositionResult& position : checked.member->Positions())
         checked.local.push_back(FindingAt(position));

@@ -55,9 +55,16 @@ struct CheckedMember {
     std::string Governing() const;
 };
 
+/// Gives a member, read from place i of a file, its grade. Throws BadMember with the reason of the design code.
+void SetGradeOf(const MemberFile& file, std::size_t i, BS5950::CSteelMemberBS5950& member, const CSteelGrade& grade);
+
+/// Throws BadMember where the last check of a member, read from place i of a file, evaluated nothing because the code takes
+/// none of its values as given, with the reason of the code and the line that it speaks of.
+void RequireAccepted(const MemberFile& file, std::size_t i, const BS5950::CSteelMemberBS5950& member);
+
 /// Reads member i of a file and checks it. `option` is the design option of the module; without `withText` the result
-/// holds no text, which spares most of the time. Throws BadInput where the design
-/// code takes the section or the grade not at all.
+/// holds no text, which saves most of the time. Throws BadMember where the design code rejects the section, the grade or
+/// a factor.
 CheckedMember CheckMember(const MemberFile& file, std::size_t i, int option, bool withText);
 
 /// What distinguishes two members: "section UB 406x178x60, not UB 457x191x67". Points, restraints, the division into
@@ -69,6 +76,9 @@ std::string DifferenceOf(const CheckedMember& member, const CheckedMember& other
 /// findings and warnings of all cases, the worst status. Ledger, resistances and effective lengths are those of the case
 /// with the largest utilisation.
 CheckedMember Envelope(std::vector<CheckedMember> cases);
+
+/// "fail" where a check failed, else "pass" where every rule that applies was evaluated, else "not checked".
+std::string StatusText(bool passed, bool failed);
 
 /// The words of the flags of a result.
 std::vector<std::string> FlagWords(int flags);

@@ -79,6 +79,16 @@ constexpr int MOST_JOBS = 1024;
 using Command = std::function<ExitCode(const Console&)>;
 using Commands = std::map<const CLI::App*, Command>;
 
+/// The files that a command reads, the catalogue among them.
+template <class Options>
+std::vector<std::string> InputsOf(const Options& options, const Shared& shared)
+{
+    std::vector<std::string> inputs;
+    if constexpr (requires { options.files; }) inputs = options.files;
+    if (!shared.catalogue.empty()) inputs.push_back(shared.catalogue);
+    return inputs;
+}
+
 /// Adds the options that say how a command writes, as far as it has them, and what runs it.
 template <class Options>
 void Finish(CLI::App* command, Commands& commands, Shared& shared, Options& options,
@@ -92,6 +102,10 @@ void Finish(CLI::App* command, Commands& commands, Shared& shared, Options& opti
     commands[command] = [&, run](const Console& console) {
         if constexpr (hasFormat) options.format = shared.HowToWrite();
         if constexpr (hasRendering) options.rendering = shared.HowToRender();
+        if constexpr (requires { options.output; })
+            RequireNoInput("--output", options.output, InputsOf(options, shared));
+        if constexpr (requires { options.svgFile; })
+            RequireNoInput("--svg", options.svgFile, InputsOf(options, shared));
         return run(options, console);
     };
 }
@@ -109,6 +123,10 @@ void AddValidate(CLI::App& app, Commands& commands, Shared& shared, ValidateOpti
     CLI::App* const command = app.add_subcommand("validate", "Every defect of member files, with its place");
     AddFiles(*command, options.files);
     AddReading(*command, options);
+#ifdef KSTEEL_WITH_BS5950
+    command->add_option("--code", options.code, "Also what this design code rejects: BS5950")
+        ->check(CLI::IsMember({"BS5950"}, CLI::ignore_case));
+#endif
     Finish(command, commands, shared, options, Validate);
 }
 
@@ -210,15 +228,33 @@ void AddCapacity(CLI::App& app, Commands& commands, Shared& shared, CapacityOpti
     command->add_option("NAME", options.name, "Designation or parametric description")->required();
     command->add_option("--grade", options.grade, "S275, S355 or S460")->capture_default_str();
     command->add_option("--LE", options.LE, "Effective lengths in m: 1:14, 1:14:0.5 or 2,4.5,6")->capture_default_str();
+    command
+        ->add_option("--type", options.type,
+                     "How the section is made; without it as the catalogue has it, welded for a parametric description")
+        ->check(CLI::IsMember({"rolled", "welded", "formed"}));
     Finish(command, commands, shared, options, Capacity);
 }
 #endif
 
-void PutError(std::string_view message)
-{
-    const std::string line = "ksteel: " + Printable(message) + '\n';
-    std::fwrite(line.data(), 1, line.size(), stderr);
-}
+/// Messages on standard error. One that is lost does not stop the work, but shows in the exit code.
+class Messages {
+public:
+    void Put(std::string_view message)
+    {
+        try {
+            WriteAll(stderr, "ksteel: " + Printable(message) + '\n');
+        } catch (const ClosedPipe&) {
+            throw;
+        } catch (const BadOutput&) {
+            m_isLost = true;
+        }
+    }
+    /// The exit code of a run that would else end with `code`.
+    ExitCode Outcome(ExitCode code) const { return m_isLost ? Worse(code, EXIT_BAD_INPUT) : code; }
+
+private:
+    bool m_isLost = false;
+};
 
 // Writes over the line that stands there.
 void PutProgress(std::string_view text)
@@ -243,10 +279,10 @@ ExitCode AnswerUnparsed(const CLI::App& app, const CLI::ParseError& error, const
         isKnown = isKnown || command->get_name() == firstWord;
     }
     if (isKnown) throw BadUsage(error.what());
-    throw BadUsage("unknown command \"" + Printable(firstWord) + "\", expected one of " + names);
+    throw BadUsage("unknown command \"" + PrintableLine(firstWord) + "\", expected one of " + names);
 }
 
-ExitCode Run(int argc, char** argv)
+ExitCode Run(int argc, char** argv, Messages& messages)
 {
     CLI::App app("Checks, explains and lists steel members and sections.", "ksteel");
     app.footer("Exit codes: 0 fine, 1 a member fails, 2 bad input or output that cannot be written, 3 bad usage.");
@@ -284,29 +320,47 @@ ExitCode Run(int argc, char** argv)
     } catch (const CLI::ParseError& error) {
         return AnswerUnparsed(app, error, argc > 1 ? argv[1] : "");
     }
-    Console console{std::cin, [](std::string_view text) { WriteAll(stdout, text); }, PutError, {}};
+    Console console{std::cin,
+                    [](std::string_view text) { WriteAll(stdout, text); },
+                    [&](std::string_view message) { messages.Put(message); },
+                    {}};
     if (TerminalShowsProgress()) console.progress = PutProgress;
     if (!shared.catalogue.empty()) AddCatalogueFile(shared.catalogue, std::cin);
     return commands.at(app.get_subcommands().front())(console);
+}
+
+/// The program with every failure told.
+ExitCode RunAndTell(int argc, char** argv, Messages& messages)
+{
+    try {
+        return Run(argc, argv, messages);
+    } catch (const ClosedPipe&) {
+        throw;
+    } catch (const BadUsage& failure) {
+        messages.Put(failure.what() + std::string("; see ksteel --help"));
+        return EXIT_BAD_USAGE;
+    } catch (const std::bad_alloc&) {
+        messages.Put("out of memory");
+    } catch (const std::exception& failure) {
+        messages.Put(failure.what());
+    }
+    return EXIT_BAD_INPUT;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    IgnoreClosedPipes();
+    OpenClosedStreams();
+    LetWritesFail();
     PassBytesUnchanged();
     // Standard input has a buffer of its own then, from which can be had what is there without waiting for more.
     std::ios::sync_with_stdio(false);
+    Messages messages;
     try {
-        return Run(argc, argv);
-    } catch (const BadUsage& failure) {
-        PutError(failure.what() + std::string("; see ksteel --help"));
-        return EXIT_BAD_USAGE;
-    } catch (const std::bad_alloc&) {
-        PutError("out of memory");
-    } catch (const std::exception& failure) {
-        PutError(failure.what());
+        return messages.Outcome(RunAndTell(argc, argv, messages));
+    } catch (const ClosedPipe&) {
+        EndByClosedPipe();
     }
     return EXIT_BAD_INPUT;
 }

@@ -38,6 +38,7 @@ ExitCode Show(const ShowOptions& options, const Console& console);
 struct ValidateOptions {
     std::vector<std::string> files;
     ReadingOptions reading;
+    std::string code; ///< "BS5950": also what this design code rejects; empty: the format alone
     Format format = Format::TABLE;
 };
 /// Every defect of the files; EXIT_BAD_INPUT where there is an error among them.

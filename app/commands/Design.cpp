@@ -16,7 +16,7 @@ namespace {
 struct Candidate {
     const CSectDB::Entry* entry;
     std::string name;
-    bool passed;
+    std::string status; ///< "pass", "fail" or "not checked"
     double utilisation; ///< not-a-number where the section could not be checked
     std::string governing;
 };
@@ -50,16 +50,29 @@ Candidate Try(BS5950::CSteelMemberBS5950& member, const CSteelGrade& grade, cons
     component.SetPlasElas(own.PlasElas());
     section.SetComponent(0, component);
 
-    Candidate candidate{&entry, Utf8(entry.designation), false, std::nan(""), "the design code does not cover it"};
+    Candidate candidate{&entry, Utf8(entry.designation), "not checked", std::nan(""),
+                        "the design code does not cover it"};
     if (!member.SetKeltrixSec(section) || !member.SetGrade(grade)) return candidate;
     Steel::CMemberResult result;
     result.EnableText(false);
     member.SetResult(&result);
-    candidate.passed = member.Check() && !result.HasFailed();
+    const bool passed = member.Check();
+    candidate.status = StatusText(passed, result.HasFailed() || member.Checks().HasFailed());
     candidate.utilisation = result.UtilOverAll();
     const BS5950::LedgerEntry* const governing = member.Checks().Governing();
     candidate.governing = governing ? DescribeEntry(*governing) : "nothing";
     return candidate;
+}
+
+// What no section of the family could mend. The thickness of the file's own section could be.
+void RequireUsableFactors(const MemberFile& file, std::size_t i, BS5950::CSteelMemberBS5950& member)
+{
+    if (!member.Steel().IsValid()) return;
+    Steel::CMemberResult result;
+    result.EnableText(false);
+    member.SetResult(&result);
+    member.Check();
+    RequireAccepted(file, i, member);
 }
 
 struct Choice {
@@ -73,13 +86,15 @@ Choice Choose(const MemberFile& file, std::size_t i, const DesignOptions& option
     BS5950::CSteelMemberBS5950 member;
     if (options.exact) member.SetDesOpt(BS5950::CSteelMemberBS5950::MORE_EXACT);
     const CSteelGrade grade = file.ReadInto(i, member);
+    SetGradeOf(file, i, member, grade);
+    RequireUsableFactors(file, i, member);
     const CSecComp own = member.GetKeltrixSec().Component(0);
 
     Choice choice;
     for (const CSectDB::Entry* entry : ByMass(options.family)) {
         if (choice.passing.size() >= static_cast<std::size_t>(options.count)) break;
         Candidate candidate = Try(member, grade, own, *entry);
-        if (candidate.passed) {
+        if (candidate.status == "pass") {
             choice.passing.push_back(std::move(candidate));
         } else if (choice.passing.empty() && !std::isnan(candidate.utilisation)) {
             choice.failing.push_back(std::move(candidate));
@@ -89,8 +104,9 @@ Choice Choose(const MemberFile& file, std::size_t i, const DesignOptions& option
     return choice;
 }
 
-std::string RowText(const Candidate& candidate, const char* verdict)
+std::string RowText(const Candidate& candidate)
 {
+    const std::string verdict = candidate.status == "pass" ? candidate.status : "<red>" + candidate.status + "</red>";
     return candidate.name + '\t' + Rounded(candidate.entry->massPerMetre, 4) + '\t' +
            Utf8(CDesFormat().Util(candidate.utilisation)) + '\t' + verdict + '\t' + candidate.governing + '\n';
 }
@@ -104,9 +120,9 @@ std::string Markup(const std::string& title, const Choice& choice, const std::ve
                       (warnings.empty() ? "" : ", <orange>" + CountText(warnings) + "</orange>") + "\n";
     text += "<table>Section\tkg/m\tUtilisation\tVerdict\tGoverning\n";
     for (const Candidate& candidate : choice.failing)
-        text += RowText(candidate, "<red>fail</red>");
+        text += RowText(candidate);
     for (const Candidate& candidate : choice.passing)
-        text += RowText(candidate, "pass");
+        text += RowText(candidate);
     return text + "</table>\n";
 }
 
@@ -114,7 +130,7 @@ Json JsonOf(const Candidate& candidate)
 {
     return {{"section", candidate.name},
             {"mass_per_metre", candidate.entry->massPerMetre},
-            {"status", candidate.passed ? "pass" : "fail"},
+            {"status", candidate.status},
             {"overall", candidate.utilisation},
             {"governing", candidate.governing}};
 }

@@ -47,6 +47,7 @@ struct CapacityOptions {
     std::string name;
     std::string grade = "S275";
     std::string LE = "1:14"; ///< "1:14", "1:14:0.5", "3" or "2,4.5,6", m
+    std::string type;        ///< rolled, welded or formed; empty: as the catalogue has it, welded where it has none
     Format format = Format::TABLE;
     Rendering rendering = Rendering::Plain;
 };

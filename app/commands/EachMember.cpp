@@ -9,10 +9,23 @@ namespace Keltrix::App {
 
 namespace {
 
+// The note that further defects were not listed is about none.
+bool IsListed(const Defect& defect) { return !defect.got.empty() || !defect.expected.empty(); }
+
 std::vector<std::string> ErrorsOf(const MemberFile& file, std::size_t i)
 {
     std::vector<std::string> errors;
-    for (const Defect& defect : file.Check().DefectsOf(i)) {
+    for (const Defect& defect : file.Check().DefectsOf(i))
+        if (defect.severity == Severity::Error && IsListed(defect)) errors.push_back(defect.Text(file.Name()));
+    return errors;
+}
+
+// The errors of a member after so many defects that its own were not listed.
+std::vector<std::string> UnlistedErrorsOf(const MemberFile& file, std::size_t i, const ReadingOptions& reading)
+{
+    std::vector<std::string> errors;
+    const MemberText& member = file.Member(i);
+    for (const Defect& defect : CheckMemberFile(CString(member.text), reading, member.firstLine, true).defects) {
         if (defect.severity == Severity::Error) errors.push_back(defect.Text(file.Name()));
     }
     return errors;
@@ -87,7 +100,11 @@ void MemberLoop::UseOne(const MemberFile& file, std::size_t i)
     const auto refusal = [&](std::vector<std::string> reasons) {
         return Refusal{file.Name(), member.firstLine, Utf8(member.title), std::move(reasons), file.WarningsOf(i)};
     };
-    if (member.hasErrors) return Leave(refusal(ErrorsOf(file, i)));
+    if (member.hasErrors) {
+        std::vector<std::string> errors = ErrorsOf(file, i);
+        if (!errors.empty()) return Leave(refusal(std::move(errors)));
+        return Refuse(refusal(UnlistedErrorsOf(file, i, m_reading)));
+    }
     try {
         m_worst = Worse(m_worst, m_use(file, i));
     } catch (const BadInput& failure) {

@@ -1,4 +1,7 @@
 #include "Json.h"
+#ifdef KSTEEL_WITH_BS5950
+#include "CheckedMember.h"
+#endif
 #include "MemberFile.h"
 #include "Text.h"
 #include "commands/Commands.h"
@@ -56,6 +59,21 @@ Json JsonOf(const MemberFile& file)
             {"defects", std::move(defects)}};
 }
 
+// What the design code rejects in the members that reading accepts.
+void AddCodeDefects([[maybe_unused]] MemberFile& file)
+{
+#ifdef KSTEEL_WITH_BS5950
+    for (std::size_t i = 0; i < file.MemberCount(); ++i) {
+        if (file.Member(i).hasErrors) continue;
+        try {
+            CheckMember(file, i, BS5950::CSteelMemberBS5950::SIMPLIFIED, false);
+        } catch (const BadMember& failure) {
+            file.Add(failure.defect);
+        }
+    }
+#endif
+}
+
 } // namespace
 
 ExitCode Validate(const ValidateOptions& options, const Console& console)
@@ -64,7 +82,8 @@ ExitCode Validate(const ValidateOptions& options, const Console& console)
     Json files = Json::array();
     for (const std::string& path : options.files) {
         try {
-            const MemberFile file = MemberFile::Read(path, console.in, options.reading);
+            MemberFile file = MemberFile::Read(path, console.in, options.reading);
+            if (!options.code.empty()) AddCodeDefects(file);
             if (file.Check().Errors() > 0) worst = EXIT_BAD_INPUT;
             if (options.format == Format::JSON)
                 files.push_back(JsonOf(file));
@@ -73,7 +92,8 @@ ExitCode Validate(const ValidateOptions& options, const Console& console)
         } catch (const BadInput& failure) {
             console.err(failure.what());
             worst = EXIT_BAD_INPUT;
-            if (options.format == Format::JSON) files.push_back({{"file", Printable(path)}, {"error", failure.what()}});
+            if (options.format == Format::JSON)
+                files.push_back({{"file", NameOfInput(path)}, {"error", failure.what()}});
         }
     }
     if (options.format == Format::JSON) console.out(JsonText(files));

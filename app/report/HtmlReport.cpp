@@ -33,10 +33,7 @@ std::string MarginBox(const char* place, const std::string& content)
 
 } // namespace
 
-HtmlReport::HtmlReport(TitleBlock block) : m_block(std::move(block)), m_sheets(OpenTemporaryFile(), std::fclose)
-{
-    if (!m_sheets) throw BadOutput("a temporary file cannot be made");
-}
+HtmlReport::HtmlReport(TitleBlock block) : m_block(std::move(block)), m_sheets(OpenTemporaryFile(), std::fclose) {}
 
 void HtmlReport::Add(const CheckedMember& checked)
 {

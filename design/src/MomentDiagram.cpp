@@ -160,13 +160,21 @@ std::size_t MomentDiagram::FirstEndingAfter(double x) const
     return static_cast<std::size_t>(it - m_pieces.begin());
 }
 
-bool MomentDiagram::IsBalanced(double from, double to) const
+MomentDiagram::Range MomentDiagram::Covering(double from, double to) const
 {
     const double tolerance = Tolerance();
-    for (std::size_t k = FirstEndingAfter(from + tolerance); k < m_pieces.size(); ++k) {
-        if (m_pieces[k].start >= to - tolerance) break;
-        if (!m_pieces[k].balance.balanced) return false;
-    }
+    const std::size_t first = FirstEndingAfter(from + tolerance);
+    std::size_t last = first;
+    while (last < m_pieces.size() && m_pieces[last].start < to - tolerance)
+        ++last;
+    return {static_cast<int>(first), static_cast<int>(last)};
+}
+
+bool MomentDiagram::IsBalanced(double from, double to) const
+{
+    const Range range = Covering(from, to);
+    for (int k = range.first; k < range.last; ++k)
+        if (!IsBalanced(k)) return false;
     return true;
 }
 

@@ -57,7 +57,7 @@ TEST(CheckCommand, AGradeThatTheCodeDoesNotKnowIsBadInput)
     const TestDirectory directory;
     const auto result = RunKsteel("check '" + directory.Write("a.csv", Replaced(GOOD_MEMBER, "S275", "S999")) + "'");
     EXPECT_EQ(result.code, 2) << result;
-    EXPECT_THAT(result.err, HasSubstr("GRADE: got \"S999\", expected S275, S355, S460 or User_defined"));
+    EXPECT_THAT(result.err, HasSubstr("a.csv:4: GRADE: got \"S999\", expected S275, S355, S460 or User_defined"));
 }
 
 TEST(CheckCommand, ASectionThatTheCodeDoesNotCoverIsBadInput)
@@ -220,6 +220,44 @@ TEST(CheckCommand, AnEnvelopeOfDifferentMembersIsRefusedWithTheDifference)
     EXPECT_EQ(result.code, 0) << result;
 }
 
+// What the design code rejects is said in the same words, with its line, by everything that asks the code.
+struct RejectedRow {
+    const char* from;
+    const char* to;
+    const char* message;
+};
+
+TEST(Rejected, MembersHaveTheSameMessageInCheckValidateDesignAndReport)
+{
+    const RejectedRow rows[] = {
+        {"GRADE,S275", "GRADE,S235", "a.csv:3: GRADE: got \"S235\", expected S275, S355, S460 or User_defined"},
+        {"GRADE,S275", "GRADE,43A", "a.csv:3: GRADE: got \"43A\", expected S275, S355, S460 or User_defined"},
+        {"GRADE,S275", "GRADE,User_defined,300e6,0,0,0", "a.csv:3: GRADE: the user-defined grade has a"},
+        {"GRADE,S275", "GRADE,User_defined,0,0,0,1", "a.csv:3: GRADE: the user-defined grade gives no yield strength"},
+        {"NET_TO_GROSS,1", "NET_TO_GROSS,0", "a.csv:4: NET_TO_GROSS: the net to gross area ratio"},
+        {"RATIO,1.2", "RATIO,0.5", "a.csv:5: ALLOWABLE_PLASTIC/ELASTIC_RATIO: the allowable plastic to elastic ratio"},
+        {"OVERRIDES,NO\n", "OVERRIDES,NO\nEQUIVALENT_UNIFORM_MOMENT_FACTOR,-1\n",
+         "a.csv:8: EQUIVALENT_UNIFORM_MOMENT_FACTOR: the equivalent uniform moment factor"}};
+    const TestDirectory directory;
+    for (const RejectedRow& row : rows) {
+        const std::string file = directory.Write("a.csv", Replaced(OneSubSpan(UNIFORM), row.from, row.to));
+        for (const char* command : {"check", "check --report table", "design --family UB", "report -o -"}) {
+            const auto result = RunKsteel(command + (" '" + file + "'"));
+            EXPECT_EQ(result.code, 2) << command << row.to << result;
+            EXPECT_THAT(result.err, HasSubstr(row.message)) << command << " " << row.to;
+        }
+        EXPECT_EQ(RunKsteel("validate '" + file + "'").code, 0) << "the format has no codes";
+        const auto result = RunKsteel("validate --code BS5950 '" + file + "'");
+        EXPECT_EQ(result.code, 2) << row.to << result;
+        EXPECT_THAT(result.out, HasSubstr(row.message)) << row.to;
+        const json defects = json::parse(RunKsteel("validate --code bs5950 --format json '" + file + "'").out)[0];
+        EXPECT_EQ(defects["errors"], 1) << row.to;
+    }
+    const std::string good = directory.Write("a.csv", OneSubSpan(UNIFORM));
+    EXPECT_EQ(RunKsteel("validate --code BS5950 '" + good + "'").code, 0);
+    EXPECT_EQ(RunKsteel("validate --code EC3 '" + good + "'").code, 3);
+}
+
 // Warnings reach everything that says something of the member.
 TEST(Warnings, OfUnbalancedForcesStandInEveryOutput)
 {
@@ -355,7 +393,7 @@ TEST(CapacityCommand, TheTableHasARowForEachLength)
     EXPECT_GT(list[0]["Mb"], list[2]["Mb"]);
     EXPECT_GT(list[0]["Pcy"], list[2]["Pcy"]);
     const auto table = RunKsteel("capacity 'UB 457x191x67' --LE 2:4");
-    EXPECT_THAT(table.out, HasSubstr("F/Pz   0.0   0.1"));
+    EXPECT_THAT(table.out, HasSubstr("F/(A py)   0.0   0.1"));
     EXPECT_THAT(table.out, HasSubstr("LE   Pcx"));
 }
 
@@ -368,6 +406,69 @@ TEST(CapacityCommand, LengthsAreARangeOrAList)
     EXPECT_THAT(EffectiveLengthList("2,4.5,6"), ElementsAre(2.0, 4.5, 6.0));
     for (const char* text : {"", "0", "-1", "x", "1:", "4:1", "1:2:3:4", "1,,2", "1:1e9", "nan", "inf", "1 2", "1:2:0"})
         EXPECT_THROW(EffectiveLengthList(text), BadUsage) << text;
+}
+
+// Plate girder 800x300, web 12, flanges 20, S275 (py 265), LE = 6 m: welded Mb = 924 kNm, rolled 1080 kNm.
+TEST(CapacityCommand, SaysHowTheSectionIsMadeAndCountsWithIt)
+{
+    const auto Mb = [](const std::string& arguments) {
+        const auto result = RunKsteel("capacity --format json --LE 6 " + arguments);
+        EXPECT_EQ(result.code, 0) << result;
+        return json::parse(result.out).at(0);
+    };
+    const json assumed = Mb("'I 800x300x12x20'");
+    EXPECT_NEAR(assumed["Mb"].get<double>(), 924e3, 1e3);
+    EXPECT_EQ(assumed["type"], "welded");
+    EXPECT_THAT(assumed["type_note"].get<std::string>(), HasSubstr("taken as welded"));
+    const json welded = Mb("'I 800x300x12x20' --type welded");
+    EXPECT_EQ(welded["Mb"], assumed["Mb"]);
+    EXPECT_TRUE(welded["type_note"].is_null());
+    const json rolled = Mb("'I 800x300x12x20' --type rolled");
+    EXPECT_NEAR(rolled["Mb"].get<double>(), 1080e3, 1e3);
+    EXPECT_EQ(rolled["type"], "rolled");
+    const json contradicted = Mb("'CFRHS 200x100x5' --type rolled");
+    EXPECT_EQ(contradicted["type"], "formed");
+    EXPECT_THAT(contradicted["type_note"].get<std::string>(), HasSubstr("less favourable"));
+    EXPECT_TRUE(Mb("'CFRHS 200x100x5'")["type_note"].is_null());
+    EXPECT_THAT(RunKsteel("capacity 'I 800x300x12x20'").out, HasSubstr("taken as welded"));
+    EXPECT_EQ(RunKsteel("capacity 'I 800x300x12x20' --type cast").code, 3);
+}
+
+// What capacity tables and what check finds are the same figures, for every shape and every way to make it.
+TEST(CapacityCommand, AgreesWithTheCheckOfAMember)
+{
+    struct Row {
+        const char* section;
+        const char* type;
+    };
+    constexpr Row ROWS[] = {
+        {"UB 457x191x67", "ROLLED"},     {"UB 457x191x67", "UNDEF"},    {"UB 457x191x67", "WELDED"},
+        {"I 800x350x8x14", "UNDEF"},     {"I 800x350x8x14", "ROLLED"},  {"GI 600x300x200x12x20x15", "UNDEF"},
+        {"CFRHS 200x100x5", "UNDEF"},    {"CFRHS 200x100x5", "ROLLED"}, {"BOX 400x300x8x10", "UNDEF"},
+        {"BOX 400x300x10x10", "FORMED"}, {"PFC 300x90x41", "UNDEF"},    {"T 191x229x34", "UNDEF"},
+        {"TUBE 300x8", "UNDEF"},         {"CFCHS 168.3x5", "ROLLED"}};
+    const Trial::TestDirectory directory;
+    for (const Row& row : ROWS) {
+        const std::string type = row.type;
+        const std::string file = std::string("TITLE,agreement\nHEADINGS,a,b\nSECTION,") + row.section + ',' + type +
+                                 "\nGRADE,S275\nNET_TO_GROSS,1.0\nALLOWABLE_PLASTIC/ELASTIC_RATIO,1.2\n"
+                                 "SHEAR_LAG_FACTOR,0.7\nHEADINGS,YES/NO,a,b,c\nEFFECTIVE_LENGTH_OVERRIDES,NO\n"
+                                 "HEADINGS,a\nMEMBERPOINT,1,0.0,Pinned,0.0\nMEMBERPOINT,2,6.0,Pinned,0.0\nHEADINGS,a\n"
+                                 "SUBSPAN,1,0,0,0,0,0,0,0,-5000,0,0,-5000,0,Free,0.0\nEND\n";
+        const auto checked = RunKsteel("check --format json '" + directory.Write("member.csv", file) + "'");
+        const json member = json::parse(checked.out).at(0);
+        const std::string option = type == "UNDEF"    ? ""
+                                   : type == "ROLLED" ? " --type rolled"
+                                   : type == "WELDED" ? " --type welded"
+                                                      : " --type formed";
+        const auto table = RunKsteel("capacity --format json --LE 6 '" + std::string(row.section) + "'" + option);
+        const json capacity = json::parse(table.out).at(0);
+        const json& found = member["resistances"];
+        for (const char* symbol : {"Pt", "Pvx", "Pvy", "Mcx"})
+            EXPECT_NEAR(found[symbol].get<double>(), capacity[symbol].get<double>(),
+                        1e-6 * capacity[symbol].get<double>())
+                << row.section << ' ' << type << ' ' << symbol;
+    }
 }
 
 TEST(CapacityCommand, BadNamesAndGradesAreBadInput)

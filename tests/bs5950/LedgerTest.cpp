@@ -434,7 +434,7 @@ TEST(Report, CanBeFollowedWithTheStandardOnTheDesk)
          {"<h4>Design Code:</h4>", "BS 5950-1:2000", "py = 275 N/mm²", "<i>cl. 4.2.3</i>", "<i>Table 11</i>",
           "<i>cl. 4.2.5</i>", "Mx/Mcx = 354 kNm/404.53 kNm", "<i>BS5950-1:2000 Table 13 and clause 4.3.5.2</i>",
           "λLT = u v λ βW^0.5", "<i>Table 18</i>", "load pattern: uniform load", "starts at point 3",
-          "compression flange held laterally", "<h4>Ledger of checks:</h4>", "(governs)", "<h4>Assumptions:</h4>"})
+          "flange held laterally at the point", "<h4>Ledger of checks:</h4>", "(governs)", "<h4>Assumptions:</h4>"})
         EXPECT_NE(text.find(part), std::string::npos) << part;
     const std::string brief = *result.GetBrief().ToUtf8();
     EXPECT_NE(brief.find("Position 4: zero shear"), std::string::npos) << "the critical position";

@@ -161,69 +161,28 @@ double Factor(double M2, double M3, double M4, double M24, double largest)
     return std::max(0.2 + std::fabs(0.1 * M2 + 0.6 * M3 + 0.1 * M4) / largest, 0.8 * M24 / largest);
 }
 
-/// Moments along the member about the axes of the checks: x-x and y-y, or u-u and v-v of an angle one way round.
-class Moments {
-public:
-    Moments(const Basis& b, double side) : m_b(b), m_side(side) {}
+/// Table 18 over a length.
+double TableFactorLT(const Diagram& d, double a, double b)
+{
+    const double L = b - a;
+    const auto [below, above] = d.Largest(Bending::Major, a, b);
+    return FactorLT(d.Value(Bending::Major, a + 0.25 * L), d.Value(Bending::Major, a + 0.5 * L), d.Value(Bending::Major, a + 0.75 * L),
+                    std::max(below, above));
+}
 
-    double Value(Bending axis, double x) const
-    {
-        const double Mx = m_b.diagram.Value(Bending::Major, x), My = m_b.diagram.Value(Bending::Minor, x);
-        return m_b.s.shape == Shape::Angle ? Principal(axis, Mx, My) : axis == Bending::Major ? Mx : My;
-    }
-    /// Largest below and above zero.
-    std::pair<double, double> Largest(Bending axis, double a, double b) const
-    {
-        if (m_b.s.shape != Shape::Angle) return m_b.diagram.Largest(axis, a, b);
-        double below = 0.0, above = 0.0;
-        for (std::size_t i = 0; i < m_b.member.subs.size(); ++i) {
-            const double x0 = m_b.member.points[i].x, x1 = m_b.member.points[i + 1].x;
-            const double from = std::max(a, x0), to = std::min(b, x1);
-            if (to - from < 1e-9 * m_b.member.Length()) continue;
-            const int sub = static_cast<int>(i), steps = 120;
-            for (int k = 0; k <= steps; ++k) {
-                const double s = from - x0 + (to - from) * k / steps;
-                for (const double Mx : m_b.diagram.At(Bending::Major, sub, s))
-                    for (const double My : m_b.diagram.At(Bending::Minor, sub, s)) {
-                        const double m = Principal(axis, Mx, My);
-                        below = std::max(below, -m), above = std::max(above, m);
-                    }
-            }
-        }
-        return {below, above};
-    }
-    double Biggest(Bending axis, double a, double b) const
-    {
-        const auto [below, above] = Largest(axis, a, b);
-        return std::max(below, above);
-    }
-    bool Known(Bending axis, double a, double b) const
-    {
-        if (m_b.s.shape != Shape::Angle) return m_b.diagram.Known(axis, a, b);
-        return m_b.diagram.Known(Bending::Major, a, b) && m_b.diagram.Known(Bending::Minor, a, b);
-    }
-    double TableFactorLT(double a, double b) const
-    {
-        const double L = b - a;
-        return FactorLT(Value(Bending::Major, a + 0.25 * L), Value(Bending::Major, a + 0.5 * L),
-                        Value(Bending::Major, a + 0.75 * L), Biggest(Bending::Major, a, b));
-    }
-    double TableFactor(Bending axis, double a, double b) const
-    {
-        const double L = b - a;
-        return Factor(Value(axis, a + 0.25 * L), Value(axis, a + 0.5 * L), Value(axis, a + 0.75 * L),
-                      Biggest(axis, a + 0.25 * L, b - 0.25 * L), Biggest(axis, a, b));
-    }
+double Biggest(const Diagram& d, Bending axis, double a, double b)
+{
+    const auto [below, above] = d.Largest(axis, a, b);
+    return std::max(below, above);
+}
 
-private:
-    double Principal(Bending axis, double Mx, double My) const
-    {
-        const double c = std::cos(m_b.p.alpha), s = std::sin(m_b.p.alpha);
-        return axis == Bending::Major ? c * Mx + s * m_side * My : -s * Mx + c * m_side * My;
-    }
-    const Basis& m_b;
-    double m_side;
-};
+/// Table 26 over a length.
+double TableFactor(const Diagram& d, Bending axis, double a, double b)
+{
+    const double L = b - a;
+    return Factor(d.Value(axis, a + 0.25 * L), d.Value(axis, a + 0.5 * L), d.Value(axis, a + 0.75 * L),
+                  Biggest(d, axis, a + 0.25 * L, b - 0.25 * L), Biggest(d, axis, a, b));
+}
 
 /// A place of the member with its class; `F` compression only.
 struct Place {
@@ -249,7 +208,7 @@ struct Lateral {
 
 class Checker {
 public:
-    Checker(const Basis& b, double side) : m_b(b), m_moments(b, side), m_side(side) { FindPlaces(); }
+    explicit Checker(const Basis& b) : m_b(b), m_d(b.diagram) { FindPlaces(); }
 
     Buckling Run()
     {
@@ -260,7 +219,7 @@ public:
         for (const Strut& s : m_major) u.major = std::max(u.major, Over(s.Fc, s.Pc));
         for (const Strut& s : m_minor) u.minor = std::max(u.minor, Over(s.Fc, s.Pc));
         for (const Lateral& l : m_lateral)
-            if (l.buckles) u.lateral = std::max(u.lateral, Over(l.m * l.M, l.Mb));
+            if (l.buckles || IsUpright(l)) u.lateral = std::max(u.lateral, Over(l.m * l.M, l.Mb));
         for (const Strut& x : m_major)
             for (const Strut& y : m_minor) {
                 if (Common({x.span.a, y.span.a}, {x.span.b, y.span.b})) u.interaction = std::max(u.interaction, Interaction(x, y, Lateral()));
@@ -269,11 +228,13 @@ public:
                         u.interaction = std::max(u.interaction, Interaction(x, y, l));
             }
         const bool sideways = (m_b.s.shape == Shape::Box || m_b.s.shape == Shape::Tee) && m_b.p.Iy > m_b.p.Ix * (1.0 + 1e-9);
-        u.notEvaluated = sideways && m_moments.Biggest(Bending::Minor, -INF, INF) > 1e-6 * m_b.steel.py * m_b.p.Zy;
+        u.notEvaluated = sideways && Biggest(m_d, Bending::Minor, -INF, INF) > 1e-6 * m_b.steel.py * m_b.p.Zy;
         return u;
     }
 
 private:
+    /// A hollow section that does not buckle over this length is said to use its full moment.
+    bool IsUpright(const Lateral& l) const { return m_b.s.shape == Shape::Box && m_b.s.D > m_b.s.B && !l.stretch.held; }
     bool Common(std::initializer_list<double> starts, std::initializer_list<double> ends) const
     {
         return std::min(ends) - std::max(starts) > 1e-9 * m_b.member.Length();
@@ -284,10 +245,8 @@ private:
         const bool angle = m_b.s.shape == Shape::Angle;
         for (std::size_t i = 0; i < m_b.member.subs.size(); ++i)
             for (const double s : Places(m_b, static_cast<int>(i))) {
-                const std::vector<Actions> all = ActionsAt(m_b, static_cast<int>(i), s);
-                for (std::size_t k = 0; k < all.size(); ++k) {
-                    if (angle && (k % 2 == 0) != (m_side > 0.0)) continue;
-                    Place p{m_b.member.points[i].x + s, m_b.member.points[i].x, m_b.member.points[i + 1].x, all[k], {}, {}};
+                for (const Actions& a : ActionsAt(m_b, static_cast<int>(i), s)) {
+                    Place p{m_b.member.points[i].x + s, m_b.member.points[i].x, m_b.member.points[i + 1].x, a, {}, {}};
                     if (p.a.F > -1e-6 * m_b.p.A * m_b.steel.py) p.a.F = 0.0;
                     if (std::fabs(p.a.Mx) < 1e-6 * m_b.steel.py * (angle ? m_b.p.Zu : m_b.p.Zx)) p.a.Mx = 0.0;
                     if (std::fabs(p.a.My) < 1e-6 * m_b.steel.py * (angle ? m_b.p.Zv : m_b.p.Zy)) p.a.My = 0.0;
@@ -353,9 +312,9 @@ private:
             }
         });
         const auto largest = [&](Bending about, double& M, double& m, double& Mc) {
-            M = m_moments.Biggest(about, span.a, span.b);
-            const bool known = m_moments.Known(about, span.a, span.b);
-            m = Uniform(known ? m_moments.TableFactor(about, span.a, span.b) : 1.0, span.sway);
+            M = Biggest(m_d, about, span.a, span.b);
+            const bool known = m_d.Known(about, span.a, span.b);
+            m = Uniform(known ? TableFactor(m_d, about, span.a, span.b) : 1.0, span.sway);
             double most = 0.0;
             ForEach(span.a, span.b, [&](const Place& p) {
                 const double here = std::fabs(about == Bending::Major ? p.a.Mx : p.a.My);
@@ -376,31 +335,23 @@ private:
         Lateral l;
         l.stretch = stretch;
         l.buckles = !stretch.held && BucklesLaterally(m_b, stretch.LE);
-        const auto [first, second] = m_moments.Largest(Bending::Major, stretch.a, stretch.b);
-        const bool both = (stretch.compressed[0] && stretch.compressed[1]) || m_b.s.shape == Shape::Angle;
+        const auto [first, second] = m_d.Largest(Bending::Major, stretch.a, stretch.b);
+        const bool both = stretch.compressed[0] && stretch.compressed[1];
         l.M = both ? std::max(first, second) : stretch.compressed[0] ? first : second;
         const bool ownIsLargest = l.M >= std::max(first, second) * (1.0 - 1e-9);
-        const bool known = m_moments.Known(Bending::Major, stretch.a, stretch.b);
-        l.m = known && ownIsLargest ? m_moments.TableFactorLT(stretch.a, stretch.b) : 1.0;
+        const bool known = m_d.Known(Bending::Major, stretch.a, stretch.b);
+        l.m = known && ownIsLargest ? TableFactorLT(m_d, stretch.a, stretch.b) : 1.0;
         l.m = m_b.member.factor.value_or(l.m);
         if (stretch.destabilising || stretch.cantilever) l.m = std::max(1.0, m_b.member.factor.value_or(1.0));
         ForEach(stretch.a, stretch.b, [&](const Place& p) {
-            if (!l.buckles) l.Mb = std::min(l.Mb, Low(p));
+            if (!l.buckles) l.Mb = std::min(l.Mb, p.c.pyrX * p.c.Wx);
             for (int f = 0; f < 2 && l.buckles; ++f) {
                 if (!stretch.compressed[f]) continue;
-                if (both && m_b.s.shape != Shape::Angle && (f == 0 ? first : second) <= 1e-6 * m_b.steel.py * m_b.p.Zx) continue;
+                if (both && (f == 0 ? first : second) <= 1e-6 * m_b.steel.py * m_b.p.Zx) continue;
                 l.Mb = std::min(l.Mb, BucklingMoment(m_b, p.c, stretch.LE, f));
             }
         });
         return l;
-    }
-
-    /// Moment capacity without its shear.
-    double Low(const Place& p) const
-    {
-        Actions a = p.a;
-        a.Vx = a.Vy = 0.0;
-        return MomentCapacity(m_b, p.c, a).Mcx;
     }
 
     double Interaction(const Strut& x, const Strut& y, const Lateral& l) const
@@ -426,8 +377,7 @@ private:
     }
 
     const Basis& m_b;
-    Moments m_moments;
-    double m_side;
+    const Diagram& m_d;
     std::vector<Place> m_places;
     std::vector<Strut> m_major, m_minor;
     std::vector<Lateral> m_lateral;
@@ -435,31 +385,32 @@ private:
 
 } // namespace
 
-Buckling CheckBuckling(const Basis& b)
+Buckling CheckBuckling(const Basis& b) { return Checker(b).Run(); }
+
+void Buckling::Raise(const Buckling& o)
 {
-    Buckling worst = Checker(b, 1.0).Run();
-    if (b.s.shape != Shape::Angle) return worst;
-    const Buckling other = Checker(b, -1.0).Run();
     for (double Buckling::*u : {&Buckling::major, &Buckling::minor, &Buckling::lateral, &Buckling::interaction})
-        worst.*u = std::max(worst.*u, other.*u);
-    worst.notEvaluated = worst.notEvaluated || other.notEvaluated;
-    return worst;
+        this->*u = std::max(this->*u, o.*u);
+    notEvaluated = notEvaluated || o.notEvaluated;
 }
 
-// (7) The member.
+// (7) The member. How an angle is turned is not known: both ways are checked and the worse one counts.
 
 Findings Check(const Member& member)
 {
-    const Basis b(member);
     Findings f;
-    f.local = CheckLocal(b);
-    f.buckling = CheckBuckling(b);
+    for (const double side : {1.0, -1.0}) {
+        const Basis b(member, side);
+        f.local.Raise(CheckLocal(b));
+        f.buckling.Raise(CheckBuckling(b));
+        f.fails = f.fails || b.thinWeb;
+        if (member.section.shape != Shape::Angle) break;
+    }
     const Local& l = f.local;
     for (const double u : {l.tension, l.tie, l.compression, l.shearMajor, l.shearMinor, l.shearBuckling, l.momentMajor,
                            l.momentMinor, l.combinedTension, l.combinedCompression, f.buckling.major, f.buckling.minor,
                            f.buckling.lateral, f.buckling.interaction})
         f.fails = f.fails || u > 1.0;
-    f.fails = f.fails || b.thinWeb;
     f.notEvaluated = l.notEvaluated || f.buckling.notEvaluated;
     return f;
 }

@@ -131,25 +131,31 @@ std::vector<Plate> PlatesTee(const Work& w)
     std::vector<Plate> plates;
     if (w.Compressed(std::max(w.Stress(s.D, 0.5 * s.B), w.Stress(s.D - s.T, 0.5 * s.B))))
         plates.push_back(w.Outstand(w.p.b / s.T));
-    if (!w.Compressed(std::max(w.Stress(s.D - s.T), w.Stress(0.0)))) return plates;
-    Plate stem{s.D / s.t, {8 * w.eps, 9 * w.eps, 18 * w.eps}, false};
-    if (s.make == Make::Welded) stem = {(s.D - s.T) / s.t, {8 * w.eps, 9 * w.eps, 13 * w.eps}, false};
-    plates.push_back(stem);
+    // The stem is an outstand: compression next to the flange alone does not make its free edge buckle.
+    if (w.Compressed(w.Stress(0.0))) plates.push_back({s.D / s.t, {8 * w.eps, 9 * w.eps, (s.make == Make::Welded ? 13 : 18) * w.eps}, false});
     return plates;
 }
 
-/// Mx and My are about u-u and v-v; the stresses of the toes add the worse way.
+/// Mx and My are about u-u and v-v; at the tip of a leg their stresses add the worse way.
 std::vector<Plate> PlatesAngle(const Work& w)
 {
     const Properties& p = w.p;
-    std::vector<Plate> plates;
-    if (!w.Compressed(w.Fc / p.A + std::fabs(w.a.Mx) / p.Zu + std::fabs(w.a.My) / p.Zv)) return plates;
-    const double e = w.eps, t = w.s.t;
+    const Section& s = w.s;
+    const double e = w.eps, c = std::cos(p.alpha), si = std::sin(p.alpha);
     const bool axial = w.Fc > 0.0;
     const double l1 = axial ? 15 * e : 9 * e, l2 = axial ? 15 * e : 10 * e;
-    plates.push_back({w.s.D / t, {l1, l2, 15 * e}, false});
-    plates.push_back({w.s.B / t, {l1, l2, 15 * e}, false});
-    if (axial) plates.push_back({(w.s.B + w.s.D) / t, {24 * e, 24 * e, 24 * e}, false});
+    const auto tip = [&](double x0, double y0, double x1, double y1) { // both corners of the tip
+        double worst = -INF;
+        for (const auto& [x, y] : {std::pair{x0, y0}, std::pair{x1, y1}}) {
+            const double u = c * (x - p.cx) + si * (y - p.cy), v = -si * (x - p.cx) + c * (y - p.cy);
+            worst = std::max(worst, w.Fc / p.A + std::fabs(w.a.Mx * v) / p.Iu + std::fabs(w.a.My * u) / p.Iv);
+        }
+        return w.Compressed(worst);
+    };
+    std::vector<Plate> plates;
+    if (tip(0.0, s.D, s.t, s.D)) plates.push_back({s.D / s.t, {l1, l2, 15 * e}, false});
+    if (tip(s.B, 0.0, s.B, s.t)) plates.push_back({s.B / s.t, {l1, l2, 15 * e}, false});
+    if (axial) plates.push_back({(s.B + s.D) / s.t, {24 * e, 24 * e, 24 * e}, false});
     return plates;
 }
 
@@ -239,8 +245,7 @@ void SetTube(const Work& w, Class& c)
     if (c.cls == 4 && ratio > 240.0 * e2) { // beyond 3.6.6: reduced design strength
         c.Wx = c.Wy = p.Zx;
         c.plasticX = c.plasticY = false;
-        c.pyrX = c.pyrY = w.py * std::pow(140.0 * e2 / ratio, 2.0);
-        if (w.Fc > 0.0) c.pyAxial = w.py * std::pow(80.0 * e2 / ratio, 2.0);
+        c.pyrX = c.pyrY = c.pyAxial = w.py * std::pow((w.Fc > 0.0 ? 80.0 : 140.0) * e2 / ratio, 2.0);
     } else if (c.cls == 4) {
         const double k = std::min(1.0, std::pow(140.0 * e2 / ratio, 0.25));
         c.Wx = c.Wy = c.Zx = c.Zy = k * p.Zx;
@@ -298,6 +303,10 @@ void SetSlender(const Work& w, const std::vector<Plate>& all, const std::vector<
         c.pyAxial = ReductionBy({w.Outstand(p.b / s.T), w.Outstand(p.b2 / s.T2), web}, 0.0) * w.py;
     }
     if (s.shape == Shape::Angle && s.B == s.D) {
+        // 3.6.4; in bending the legs count one by one.
+        std::vector<Plate> legs = all;
+        if (w.Fc > 0.0) legs.pop_back();
+        c.pyrX = c.pyrY = ReductionBy(legs, 0.0) * w.py;
         c.pyAxial = w.py;
         c.Aeff = p.A * std::min(1.0, 12.0 * w.eps / (s.B / s.t));
     }

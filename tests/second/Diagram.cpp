@@ -8,7 +8,7 @@
 
 namespace Second {
 
-Diagram::Diagram(const Member& member) : m_member(member)
+Diagram::Diagram(const Member& member) : m_member(&member)
 {
     double largest[2] = {0.0, 0.0};
     for (std::size_t i = 0; i < member.subs.size(); ++i) {
@@ -26,9 +26,9 @@ Diagram::Diagram(const Member& member) : m_member(member)
 void Diagram::Add(Bending axis, double scale)
 {
     const bool major = axis == Bending::Major;
-    for (std::size_t i = 0; i < m_member.subs.size(); ++i) {
-        const SubSpan& s = m_member.subs[i];
-        const double L = m_member.points[i + 1].x - m_member.points[i].x;
+    for (std::size_t i = 0; i < m_member->subs.size(); ++i) {
+        const SubSpan& s = m_member->subs[i];
+        const double L = m_member->points[i + 1].x - m_member->points[i].x;
         const double VL = major ? s.Fz[0] : -s.Fy[0], VR = major ? s.Fz[1] : -s.Fy[1];
         const double ML = major ? s.Myy[0] : s.Mzz[0], MR = major ? s.Myy[1] : s.Mzz[1];
         const double dM = 0.5 * (VL + VR) * L, r = MR - ML - dM, c = 0.5 * (VR - VL) / L;
@@ -47,6 +47,27 @@ void Diagram::Add(Bending axis, double scale)
     }
 }
 
+Diagram Diagram::Turned(double alpha, double side) const
+{
+    const double c = std::cos(alpha), s = std::sin(alpha);
+    Diagram turned = *this;
+    for (std::size_t i = 0; i < m_curves[0].size(); ++i) {
+        std::vector<Curve> u, v;
+        for (const Curve& x : m_curves[0][i])
+            for (const Curve& y : m_curves[1][i]) {
+                const auto mix = [](double a, const Curve& p, double b, const Curve& q) {
+                    return Curve{a * p.m0 + b * q.m0, a * p.m1 + b * q.m1, a * p.m2 + b * q.m2};
+                };
+                u.push_back(mix(c, x, s * side, y));
+                v.push_back(mix(-s, x, c * side, y));
+            }
+        turned.m_curves[0][i] = u;
+        turned.m_curves[1][i] = v;
+        turned.m_balanced[0][i] = turned.m_balanced[1][i] = m_balanced[0][i] && m_balanced[1][i];
+    }
+    return turned;
+}
+
 std::vector<double> Diagram::At(Bending axis, int sub, double s) const
 {
     std::vector<double> values;
@@ -57,7 +78,7 @@ std::vector<double> Diagram::At(Bending axis, int sub, double s) const
 std::vector<double> Diagram::Extremes(Bending axis, int sub) const
 {
     const auto i = static_cast<std::size_t>(sub);
-    const double L = m_member.points[i + 1].x - m_member.points[i].x;
+    const double L = m_member->points[i + 1].x - m_member->points[i].x;
     std::vector<double> places;
     for (const Curve& c : Curves(axis, sub))
         if (c.m2 != 0.0) {
@@ -70,7 +91,7 @@ std::vector<double> Diagram::Extremes(Bending axis, int sub) const
 std::vector<double> Diagram::Zeros(Bending axis, int sub) const
 {
     const auto i = static_cast<std::size_t>(sub);
-    const double L = m_member.points[i + 1].x - m_member.points[i].x;
+    const double L = m_member->points[i + 1].x - m_member->points[i].x;
     std::vector<double> places;
     for (const Curve& c : Curves(axis, sub)) {
         double roots[2] = {-1.0, -1.0};
@@ -92,10 +113,10 @@ std::vector<double> Diagram::Zeros(Bending axis, int sub) const
 std::pair<double, double> Diagram::Largest(Bending axis, double a, double b) const
 {
     double below = 0.0, above = 0.0;
-    for (std::size_t i = 0; i < m_member.subs.size(); ++i) {
-        const double x0 = m_member.points[i].x, x1 = m_member.points[i + 1].x;
+    for (std::size_t i = 0; i < m_member->subs.size(); ++i) {
+        const double x0 = m_member->points[i].x, x1 = m_member->points[i + 1].x;
         const double from = std::max(a, x0), to = std::min(b, x1);
-        if (to - from < 1e-9 * m_member.Length()) continue;
+        if (to - from < 1e-9 * m_member->Length()) continue;
         std::vector<double> places = Extremes(axis, static_cast<int>(i));
         for (double& s : places) s += x0;
         places.push_back(from);
@@ -111,9 +132,9 @@ std::pair<double, double> Diagram::Largest(Bending axis, double a, double b) con
 
 bool Diagram::Known(Bending axis, double a, double b) const
 {
-    for (std::size_t i = 0; i < m_member.subs.size(); ++i) {
-        const double from = std::max(a, m_member.points[i].x), to = std::min(b, m_member.points[i + 1].x);
-        if (to - from > 1e-9 * m_member.Length() && !Balanced(axis, static_cast<int>(i))) return false;
+    for (std::size_t i = 0; i < m_member->subs.size(); ++i) {
+        const double from = std::max(a, m_member->points[i].x), to = std::min(b, m_member->points[i + 1].x);
+        if (to - from > 1e-9 * m_member->Length() && !Balanced(axis, static_cast<int>(i))) return false;
     }
     return true;
 }
@@ -121,9 +142,9 @@ bool Diagram::Known(Bending axis, double a, double b) const
 double Diagram::Value(Bending axis, double x) const
 {
     double worst = 0.0;
-    const double near = 1e-9 * m_member.Length();
-    for (std::size_t i = 0; i < m_member.subs.size(); ++i) {
-        const double x0 = m_member.points[i].x, x1 = m_member.points[i + 1].x;
+    const double near = 1e-9 * m_member->Length();
+    for (std::size_t i = 0; i < m_member->subs.size(); ++i) {
+        const double x0 = m_member->points[i].x, x1 = m_member->points[i + 1].x;
         if (x < x0 - near || x > x1 + near) continue;
         for (const double m : At(axis, static_cast<int>(i), std::clamp(x, x0, x1) - x0))
             if (std::fabs(m) > std::fabs(worst)) worst = m;

@@ -180,9 +180,10 @@ double Over(double effect, double resistance)
 
 } // namespace
 
-Basis::Basis(const Member& given) :
+Basis::Basis(const Member& given, double side) :
     member(given), s(given.section), p(PropertiesOf(given.section)), steel(SteelOf(given.grade, given.section)), diagram(given)
 {
+    if (s.shape == Shape::Angle) diagram = diagram.Turned(p.alpha, side);
     const double Ae = std::min(p.A, steel.Ke * member.netGross * p.A);
     Pt = steel.py * Ae;
     PtEccentric = EccentricTension(s, p, steel.py, Ae);
@@ -257,7 +258,7 @@ Local LocalAt(const Basis& b, const Actions& given)
     }
     const int kinds = (a.F != 0.0) + (a.Mx != 0.0) + (a.My != 0.0);
     if (kinds < 2 || !m.evaluated) return u;
-    double sum = u.tension + u.compression + u.momentMajor + u.momentMinor;
+    double sum = std::max(u.tension, u.tie) + u.compression + u.momentMajor + u.momentMinor;
     if (b.member.exact && DoublySymmetric(b.s) && c.cls <= 2 && m.lowShear)
         sum = std::max(u.tension + u.compression, ExactSum(b, m, a));
     (a.F > 0.0 ? u.combinedTension : u.combinedCompression) = sum;
@@ -268,23 +269,13 @@ std::vector<Actions> ActionsAt(const Basis& b, int sub, double s)
 {
     const auto i = static_cast<std::size_t>(sub);
     const SubSpan& q = b.member.subs[i];
-    const double L = b.member.points[i + 1].x - b.member.points[i].x, k = s / L;
-    const auto linear = [&](const double (&v)[2]) { return v[0] + k * (v[1] - v[0]); };
+    const double L = b.member.points[i + 1].x - b.member.points[i].x;
+    const auto linear = [&](const double (&v)[2]) { return v[0] + s / L * (v[1] - v[0]); };
+    const std::vector<double> x = b.diagram.At(Bending::Major, sub, s), y = b.diagram.At(Bending::Minor, sub, s);
     std::vector<Actions> all;
-    for (const double Mx : b.diagram.At(Bending::Major, sub, s))
-        for (const double My : b.diagram.At(Bending::Minor, sub, s)) {
-            Actions a{linear(q.F), Mx, My, linear(q.Fz), linear(q.Fy)};
-            if (b.s.shape != Shape::Angle) {
-                all.push_back(a);
-                continue;
-            }
-            const double c = std::cos(b.p.alpha), si = std::sin(b.p.alpha);
-            for (const double sign : {1.0, -1.0}) {
-                a.Mx = c * Mx + si * sign * My;
-                a.My = -si * Mx + c * sign * My;
-                all.push_back(a);
-            }
-        }
+    for (std::size_t k = 0; k < x.size(); ++k)
+        for (std::size_t l = 0; l < y.size(); ++l)
+            if (b.s.shape != Shape::Angle || k == l) all.push_back({linear(q.F), x[k], y[l], linear(q.Fz), linear(q.Fy)});
     return all;
 }
 
@@ -342,6 +333,29 @@ double Refined(const Basis& b, int sub, double low, double high, double Local::*
     return best;
 }
 
+/// What changes suddenly where the class changes.
+double ClassKey(const Basis& b, int sub, double s)
+{
+    const Actions a = WithoutNoise(b, ActionsAt(b, sub, s).front());
+    const Class c = Classify(b.s, b.p, b.steel, a);
+    return c.pyrX * c.Wx + c.pyrY * c.Wy;
+}
+
+/// Both sides of a sudden change of class between two places.
+Local AtJump(const Basis& b, int sub, double low, double high)
+{
+    const double first = ClassKey(b, sub, low), last = ClassKey(b, sub, high);
+    Local worst;
+    if (std::fabs(first - last) <= 0.002 * std::max(first, last)) return worst;
+    for (int i = 0; i < 30; ++i) {
+        const double mid = 0.5 * (low + high), key = ClassKey(b, sub, mid);
+        (std::fabs(key - first) < std::fabs(key - last) ? low : high) = mid;
+    }
+    worst.Raise(WorstAt(b, sub, low));
+    worst.Raise(WorstAt(b, sub, high));
+    return worst;
+}
+
 } // namespace
 
 Local CheckLocal(const Basis& b)
@@ -359,6 +373,8 @@ Local CheckLocal(const Basis& b)
             found.push_back(WorstAt(b, sub, s));
             worst.Raise(found.back());
         }
+        for (std::size_t k = 0; k + 1 < places.size(); ++k)
+            if (places[k + 1] > places[k]) worst.Raise(AtJump(b, sub, places[k], places[k + 1]));
         for (double Local::*u : {&Local::momentMajor, &Local::momentMinor, &Local::combinedTension, &Local::combinedCompression}) {
             std::size_t best = 0;
             for (std::size_t k = 1; k < found.size(); ++k)

@@ -300,7 +300,7 @@ void SetPlates(const Section& s, Properties& p)
         break;
     case Shape::Tee:
         p.d = s.D;
-        p.b = 0.5 * (s.B - (welded ? s.t : 0.0));
+        p.b = 0.5 * s.B;
         break;
     case Shape::Angle: p.d = s.D, p.b = s.B; break;
     case Shape::Box: {

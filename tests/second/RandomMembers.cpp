@@ -202,6 +202,7 @@ bool IsSection(const Section& s)
     const double side = s.shape == Shape::I ? std::min(s.B, s.B2) : s.B;
     if (s.shape == Shape::Box) return 2.0 * s.t < 0.6 * s.B && 2.0 * s.T < 0.6 * s.D && (s.make == Make::Welded || 7.0 * s.t < std::min(s.B, s.D));
     if (s.shape == Shape::Angle) return 2.5 * s.t < std::min(s.B, s.D);
+    if (s.shape != Shape::I && (s.t > 1.8 * s.T || s.t < 0.35 * s.T)) return false;
     const double depth = s.D - s.T - (s.shape == Shape::I ? s.T2 : s.shape == Shape::Channel ? s.T : 0.0);
     return depth > 2.5 * s.r + 0.3 * s.D && 0.5 * (side - s.t) > 1.2 * s.r && s.t < 0.5 * side;
 }

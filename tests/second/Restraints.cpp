@@ -417,7 +417,7 @@ std::vector<Stretch> StretchesOf(const Basis& b)
     for (int f = 0; f < 2; ++f)
         for (const Stretch& s : flanges.Of(f)) {
             const auto [first, second] = b.diagram.Largest(Bending::Major, s.a, s.b);
-            const bool bent = b.s.shape == Shape::Angle || (f == 0 ? first : second) > tiny;
+            const bool bent = (f == 0 ? first : second) > tiny;
             if (!bent) continue;
             bool merged = false;
             for (Stretch& other : all)
@@ -476,10 +476,12 @@ std::vector<FlexuralSpan> FlexuralSpans(const Basis& b, Bending axis)
     FlexuralSpan whole;
     whole.a = points.front().x;
     whole.b = points.back().x;
-    whole.L = whole.b - whole.a;
-    whole.LE = GivenLength(major ? b.member.givenMajor : b.member.givenMinor, whole.L);
+    const double length = whole.b - whole.a;
+    whole.LE = GivenLength(major ? b.member.givenMajor : b.member.givenMinor, length);
     whole.held = whole.LE == 0.0;
-    whole.sway = whole.LE > whole.L * (1.0 + 1e-12);
+    whole.sway = whole.LE > length * (1.0 + 1e-12);
+    for (const FlexuralSpan& s : spans) // 4.7.10 goes by the longest piece between sections that hold
+        if (!s.held) whole.L = std::max(whole.L, s.L);
     return {whole};
 }
 

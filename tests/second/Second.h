@@ -96,6 +96,9 @@ enum class Bending { Major, Minor };
 class Diagram {
 public:
     explicit Diagram(const Member& member);
+    /// The diagrams about axes that are turned by an angle: c Mx + s My and -s Mx + c My, My times `side`. Their curves go in
+    /// pairs.
+    Diagram Turned(double alpha, double side) const;
 
     bool Balanced(Bending axis, int sub) const { return m_balanced[Index(axis)][static_cast<std::size_t>(sub)]; }
     /// The moments that are possible at a distance from the left end of a sub-span: one, or three where the forces do
@@ -121,7 +124,7 @@ private:
     const std::vector<Curve>& Curves(Bending axis, int sub) const { return m_curves[Index(axis)][static_cast<std::size_t>(sub)]; }
     void Add(Bending axis, double scale);
 
-    const Member& m_member;
+    const Member* m_member;
     std::vector<std::vector<Curve>> m_curves[2];
     std::vector<bool> m_balanced[2];
 };
@@ -149,7 +152,8 @@ Class Classify(const Section& s, const Properties& p, const Steel& steel, const 
 
 /// Everything that is constant along a member.
 struct Basis {
-    explicit Basis(const Member& given);
+    /// `side`: 1, or -1 for an angle that is turned the other way.
+    explicit Basis(const Member& given, double side = 1.0);
 
     const Member& member;
     Section s;
@@ -178,7 +182,7 @@ struct Capacity {
 Capacity MomentCapacity(const Basis& b, const Class& c, const Actions& a);
 Local LocalAt(const Basis& b, const Actions& a);
 Local CheckLocal(const Basis& b);
-/// Actions at a place of a sub-span, all that are possible there; the bending of an angle both ways round, about u-u and v-v.
+/// Actions at a place of a sub-span, all that are possible there; of an angle about u-u and v-v.
 std::vector<Actions> ActionsAt(const Basis& b, int sub, double s);
 /// Places of a sub-span at which the buckling checks look for classes and capacities.
 std::vector<double> Places(const Basis& b, int sub);
@@ -213,6 +217,8 @@ std::vector<FlexuralSpan> FlexuralSpans(const Basis& b, Bending axis);
 struct Buckling {
     double major = 0.0, minor = 0.0, lateral = 0.0, interaction = 0.0;
     bool notEvaluated = false;
+
+    void Raise(const Buckling& other);
 };
 Buckling CheckBuckling(const Basis& b);
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace Keltrix::BS5950 {
 
@@ -16,19 +17,6 @@ void SetExponents(Shape shape, PositionResult& p)
     p.z2 = shape == Shape::RHS ? 5.0 / 3.0 : shape == Shape::CHS ? 2.0 : 1.0;
 }
 
-void SetUtilisations(PositionResult& p)
-{
-    const Actions& a = p.actions;
-    const double axial = a.F > 0.0 ? Ratio(a.F, p.Pt) : Ratio(-a.F, p.Pz);
-    p.axial = p.eccentricTie ? std::max(axial, a.F / p.Pte) : axial;
-    p.major = Ratio(p.momentMajor, p.Mcx);
-    p.minor = Ratio(p.momentMinor, p.Mcy);
-    p.shearMajor = Ratio(a.Fvy, p.Pvy);
-    p.shearMinor = Ratio(a.Fvx, p.Pvx);
-    if (p.Vw > 0.0) p.shearBuckling = a.Fvy / p.Vw;
-    p.combined = std::max(axial + p.major + p.minor, p.axial);
-}
-
 } // namespace
 
 int KindsOfAction(const PositionResult& p)
@@ -36,20 +24,27 @@ int KindsOfAction(const PositionResult& p)
     return (p.actions.F != 0.0) + (p.momentMajor != 0.0) + (p.momentMinor != 0.0);
 }
 
-CrossSection::CrossSection(const CSectionBS5950& section, bool moreExact, bool eccentricTies) :
+const wchar_t* CombinationClause(const PositionResult& p)
+{
+    const bool moreExact = p.Mrx > 0.0;
+    if (p.actions.F > 0.0) return moreExact ? L"4.8.2.3" : L"4.8.2.2";
+    if (p.actions.F < 0.0) return moreExact ? L"4.8.3.2 b" : L"4.8.3.2 a";
+    return moreExact ? L"4.9, 4.8.3.2 b" : L"4.9";
+}
+
+CrossSection::CrossSection(const CSectionBS5950& section, bool moreExact, bool eccentricTies, double spacing) :
     m_section(section), m_s(section.Properties()), m_m(section.Steel()), m_design(section.Design()),
     m_moreExact(moreExact), m_eccentricTies(eccentricTies), m_Pt(TensionCapacity(m_s, m_m, m_design.netGross)),
     m_eccentricPt(EccentricTensionCapacity(m_s, m_m, m_design.netGross)), m_Pvy(ShearCapacity(m_s, m_m, Axis::Y)),
     m_Pvx(ShearCapacity(m_s, m_m, Axis::X))
 {
-    if (!NeedsShearBuckling(m_s, m_m)) return;
-    m_Vw = ShearBucklingResistance(m_s, m_m);
-    m_flangesMc = FlangesOnlyMomentCapacity(m_s, m_m);
+    if (NeedsShearBuckling(m_s, m_m, Axis::Y)) m_Vw = ShearBucklingResistance(m_s, m_m, Axis::Y, spacing);
+    if (NeedsShearBuckling(m_s, m_m, Axis::X)) m_Vwx = ShearBucklingResistance(m_s, m_m, Axis::X);
 }
 
 double CrossSection::HighShearY() const { return 0.6 * (m_Vw > 0.0 ? std::min(m_Vw, m_Pvy) : m_Pvy); }
 
-double CrossSection::HighShearX() const { return 0.6 * m_Pvx; }
+double CrossSection::HighShearX() const { return 0.6 * (m_Vwx > 0.0 ? std::min(m_Vwx, m_Pvx) : m_Pvx); }
 
 std::vector<double> CrossSection::ShearThresholdsY() const
 {
@@ -58,7 +53,12 @@ std::vector<double> CrossSection::ShearThresholdsY() const
     return thresholds;
 }
 
-std::vector<double> CrossSection::ShearThresholdsX() const { return {0.6 * m_Pvx, m_Pvx}; }
+std::vector<double> CrossSection::ShearThresholdsX() const
+{
+    std::vector<double> thresholds{0.6 * m_Pvx, m_Pvx};
+    if (m_Vwx > 0.0) thresholds.push_back(0.6 * m_Vwx);
+    return thresholds;
+}
 
 // Annex I.2 changes its formula where the force fills the web or the walls; from the squash load on the rule serves no more.
 std::vector<double> CrossSection::AxialThresholds() const
@@ -100,17 +100,53 @@ void CrossSection::SetCapacities(PositionResult& p) const
     p.Pvx = m_Pvx;
     p.Mcx = MomentCapacity(m_s, m_m, p.cls, m_design, Axis::X, a.Fvy);
     p.Mcy = MomentCapacity(m_s, m_m, p.cls, m_design, Axis::Y, a.Fvx);
-    if (m_Vw == 0.0) return;
+    SetThinWebs(p);
+}
+
+// Clause 4.4.4.2 b: in high shear a thin web carries no moment. The flanges alone carry it, and then the axial force too. Slender
+// flanges have no such capacity: the smaller one is given for information, and the ledger says that the rule is open.
+void CrossSection::SetThinWebs(PositionResult& p) const
+{
+    const auto capacity = [&](Axis axis, double Mc) {
+        const double Mf = FlangesOnlyMomentCapacity(m_s, m_m, axis);
+        return FlangesAloneMayCarryMoment(p.cls, axis) ? Mf : std::min(Mf, Mc);
+    };
     p.Vw = m_Vw;
-    p.flangesOnly = a.Fvy > 0.6 * m_Vw;
-    if (p.flangesOnly) p.Mcx = std::min(p.Mcx, m_flangesMc);
+    p.Vwx = m_Vwx;
+    p.flangesOnly = m_Vw > 0.0 && p.actions.Fvy > 0.6 * m_Vw && p.actions.Mx != 0.0;
+    p.flangesOnlyY = m_Vwx > 0.0 && p.actions.Fvx > 0.6 * m_Vwx && p.actions.My != 0.0;
+    double area = std::numeric_limits<double>::infinity();
+    if (p.flangesOnly) {
+        p.Mcx = capacity(Axis::X, p.Mcx);
+        area = m_s.B * m_s.T + m_s.B2 * m_s.T2;
+    }
+    if (p.flangesOnlyY) {
+        p.Mcy = capacity(Axis::Y, p.Mcy);
+        area = std::min(area, 2.0 * m_s.D * m_s.t);
+    }
+    if (p.flangesOnly || p.flangesOnlyY) p.Pf = m_m.py * area;
+}
+
+void CrossSection::SetUtilisations(PositionResult& p) const
+{
+    const Actions& a = p.actions;
+    const double axial = a.F > 0.0 ? Ratio(a.F, p.Pt) : Ratio(-a.F, p.Pz);
+    p.axial = p.eccentricTie ? std::max(axial, a.F / p.Pte) : axial;
+    p.major = Ratio(p.momentMajor, p.Mcx);
+    p.minor = Ratio(p.momentMinor, p.Mcy);
+    p.shearMajor = Ratio(a.Fvy, p.Pvy);
+    p.shearMinor = Ratio(a.Fvx, p.Pvx);
+    if (p.Vw > 0.0) p.shearBuckling = a.Fvy / p.Vw;
+    if (p.Vwx > 0.0) p.shearBucklingX = a.Fvx / p.Vwx;
+    const double combined = p.Pf > 0.0 ? std::abs(a.F) / p.Pf : axial;
+    p.combined = std::max(combined + p.major + p.minor, p.axial);
 }
 
 // Clauses 4.8.2.3 and 4.8.3.2 b are for doubly symmetric class 1 and 2 sections; the reduced moments of I.2 for low
 // shear. One action by itself has nothing to be combined with, so its ratio is not raised to a power.
 bool CrossSection::MoreExactRuleServes(const PositionResult& p) const
 {
-    return KindsOfAction(p) > 1 && m_s.IsDoublySymmetric() && p.cls.cls <= 2 && !p.flangesOnly && p.axial < 1.0 &&
+    return KindsOfAction(p) > 1 && m_s.IsDoublySymmetric() && p.cls.cls <= 2 && p.Pf == 0.0 && p.axial < 1.0 &&
            HighShearFactor(p.actions.Fvy, p.Pvy) == 0.0 && HighShearFactor(p.actions.Fvx, p.Pvx) == 0.0;
 }
 

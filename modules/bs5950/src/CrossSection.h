@@ -11,7 +11,8 @@ namespace Keltrix::BS5950 {
 class CrossSection {
 public:
     /// `moreExact`: design option 2. `eccentricTies`: clause 4.6.3.1 applies to ties of this section.
-    CrossSection(const CSectionBS5950& section, bool moreExact, bool eccentricTies);
+    /// `spacing`: of transverse stiffeners of the web, m.
+    CrossSection(const CSectionBS5950& section, bool moreExact, bool eccentricTies, double spacing);
 
     /// Fills everything that follows from the position's actions.
     void Evaluate(PositionResult& p) const;
@@ -31,6 +32,8 @@ public:
 private:
     void SetMoments(PositionResult& p) const;
     void SetCapacities(PositionResult& p) const;
+    void SetThinWebs(PositionResult& p) const;
+    void SetUtilisations(PositionResult& p) const;
     bool MoreExactRuleServes(const PositionResult& p) const;
     void CombineMoreExactly(PositionResult& p) const;
 
@@ -41,11 +44,12 @@ private:
     bool m_moreExact;
     bool m_eccentricTies;
     double m_Pt, m_eccentricPt, m_Pvy, m_Pvx;
-    double m_Vw = 0.0; ///< 0 where shear buckling need not be checked
-    double m_flangesMc = 0.0;
+    double m_Vw = 0.0, m_Vwx = 0.0; ///< 0 where shear buckling need not be checked
 };
 
 /// How many of axial force and moments about both axes act together.
 int KindsOfAction(const PositionResult& p);
+/// Of the rule that combines them.
+const wchar_t* CombinationClause(const PositionResult& p);
 
 } // namespace Keltrix::BS5950

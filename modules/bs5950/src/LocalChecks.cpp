@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "CrossSection.h"
+#include "LocalEntry.h"
 #include "MemberText.h"
 #include "Positions.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
@@ -13,7 +14,7 @@ using Steel::CMemberResult;
 
 double PositionResult::Largest() const
 {
-    return std::max({axial, major, minor, shearMajor, shearMinor, shearBuckling, combined});
+    return std::max({axial, major, minor, shearMajor, shearMinor, shearBuckling, shearBucklingX, combined});
 }
 
 // 4.6.3.1 is for single angles, channels and tees.
@@ -26,7 +27,8 @@ bool CSteelMemberBS5950::MayHaveEccentricConnection() const
 void CSteelMemberBS5950::CollectPositions()
 {
     const CrossSection section(m_section, DesOpt() == MORE_EXACT,
-                               MayHaveEccentricConnection() && !m_options.momentsHoldEccentricity);
+                               MayHaveEccentricConnection() && !m_options.momentsHoldEccentricity,
+                               StiffenerSpacing(Axis::Y));
     PositionFinder finder(section, m_major, m_minor);
     m_positions.clear();
     m_positions.reserve(3 * SubSpans().size());
@@ -64,35 +66,13 @@ void CSteelMemberBS5950::WriteLocalUtilisations()
         r.SetUtilLocalMomMajor(p.major);
         r.SetUtilLocalMomMinor(p.minor);
         r.SetUtilLocalShearMajor(std::max(p.shearMajor, p.shearBuckling));
-        r.SetUtilLocalShearMinor(p.shearMinor);
+        r.SetUtilLocalShearMinor(std::max(p.shearMinor, p.shearBucklingX));
         r.SetUtilLocalCombined(p.combined);
         if (p.cls.webSlender) r.AddFlags(CMemberResult::INFO_LOCAL_SLENDER_WEB);
         if (p.cls.flangeSlender) r.AddFlags(CMemberResult::INFO_LOCAL_SLENDER_FLANGE);
     }
+    WriteWebUtilisations();
 }
-
-namespace {
-
-LedgerEntry EntryOf(Rule rule)
-{
-    LedgerEntry e;
-    e.rule = rule;
-    e.clause = RuleClause(rule);
-    return e;
-}
-
-LedgerEntry Absent(Rule rule, const wchar_t* why)
-{
-    LedgerEntry e = EntryOf(rule);
-    e.status = CheckStatus::NotApplicable;
-    e.reason = why;
-    return e;
-}
-
-// The result record counts a local utilisation of exactly 1.0 as a failure, so the ledger does.
-CheckStatus LocalStatus(double utilisation) { return utilisation < 1.0 ? CheckStatus::Passed : CheckStatus::Failed; }
-
-} // namespace
 
 // The entry of a local rule is that of its largest utilisation.
 void CSteelMemberBS5950::RecordLocalRule(Rule rule, double PositionResult::*utilisation,
@@ -138,18 +118,12 @@ void CSteelMemberBS5950::RecordLocal()
                     L"no shear along the web");
     RecordLocalRule(Rule::ShearMinor, &PositionResult::shearMinor, &PositionResult::Pvx, L"Pvx", Quantity::Force,
                     L"no shear along the flanges");
-    if (NeedsShearBuckling(m_section.Properties(), m_section.Steel()))
-        RecordLocalRule(Rule::ShearBuckling, &PositionResult::shearBuckling, &PositionResult::Vw, L"Vw",
-                        Quantity::Force, L"no shear along the web");
-    else
-        m_ledger.Add(Absent(Rule::ShearBuckling,
-                            L"d/t is within 70ε (rolled) or 62ε (welded), or the section has no web"
-                            L" between two flanges"));
     const bool angle = m_section.Properties().shape == Shape::Angle;
     RecordLocalRule(Rule::MomentMajor, &PositionResult::major, &PositionResult::Mcx, angle ? L"Mcu" : L"Mcx",
                     Quantity::Moment, L"no moment about the major axis");
     RecordLocalRule(Rule::MomentMinor, &PositionResult::minor, &PositionResult::Mcy, angle ? L"Mcv" : L"Mcy",
                     Quantity::Moment, L"no moment about the minor axis");
+    RecordWebs();
     RecordBoltHoles();
     RecordCombined();
     RecordTorsion();
@@ -293,7 +267,7 @@ void CSteelMemberBS5950::RecordCombined()
         }
         const PositionResult& p = m_positions[static_cast<std::size_t>(worst)];
         LedgerEntry e = EntryOf(rule);
-        e.clause = tension ? (p.Mrx > 0.0 ? L"4.8.2.3" : L"4.8.2.2") : (p.Mrx > 0.0 ? L"4.8.3.2 b" : L"4.8.3.2 a");
+        e.clause = CombinationClause(p);
         e.position = worst;
         e.start = e.end = p.x;
         e.utilisation = CMemberResult::InfinitiseNANs(p.combined);

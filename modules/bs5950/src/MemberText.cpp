@@ -11,27 +11,6 @@ using Steel::CResultIndent;
 
 namespace {
 
-const wchar_t* PlaceName(const PositionResult& p)
-{
-    if (p.place != Place::Inside) return p.place == Place::LeftEnd ? L"left end" : L"right end";
-    return p.found == Found::Extreme ? L"zero shear" : L"largest utilisation inside";
-}
-
-const wchar_t* ReadingName(Reading reading)
-{
-    switch (reading) {
-    case Reading::FromLeft:
-        return L"by the left end and the shears";
-    case Reading::FromRight:
-        return L"by the right end and the shears";
-    case Reading::Straight:
-        return L"on the straight line between the end moments";
-    case Reading::Diagram:
-        break;
-    }
-    return L"";
-}
-
 const wchar_t* SenseName(int sense)
 {
     switch (sense) {
@@ -71,182 +50,25 @@ CString CSteelMemberBS5950::Text::Verdict(double utilisation, bool inclusive) co
     return text;
 }
 
-CString CSteelMemberBS5950::Text::Volume(double m3) const
+namespace {
+
+// Four figures without an exponent.
+CString Figures(double value, const wchar_t* unit)
 {
     CString text;
-    text.Format(L"%.4G cm³", m3 * 1e6);
+    text.Format(std::abs(value) < 9999.5 ? L"%.4G %s" : L"%.0f %s", value, unit);
     return text;
 }
 
-CString CSteelMemberBS5950::Text::Area(double m2) const
-{
-    CString text;
-    text.Format(L"%.4G cm²", m2 * 1e4);
-    return text;
-}
+} // namespace
+
+CString CSteelMemberBS5950::Text::Volume(double m3) const { return Figures(m3 * 1e6, L"cm³"); }
+
+CString CSteelMemberBS5950::Text::Area(double m2) const { return Figures(m2 * 1e4, L"cm²"); }
+
+CString CSteelMemberBS5950::Text::Small(double m) const { return Figures(m * 1e2, L"cm"); }
 
 void CSteelMemberBS5950::Text::Refusal(const wchar_t* reason) { Line(L"<red><b>Not checked:</b></red> %s", reason); }
-
-void CSteelMemberBS5950::Text::Class(const PositionResult& p)
-{
-    Line(L"Class <b>%i</b> <i>cl. 3.5</i>, ε = (275/py)^0.5 = %s, r1 = %s, r2 = %s", p.cls.cls,
-         m_fmt.NoDim(p.cls.epsilon), m_fmt.NoDim(p.cls.r1), m_fmt.NoDim(p.cls.r2));
-    const CResultIndent indent(&m_result);
-    if (p.cls.count == 0) Line(L"no compression in the section, so no element to classify");
-    for (int i = 0; i < p.cls.count; ++i) {
-        const ElementClass& e = p.cls.elements[static_cast<std::size_t>(i)];
-        if (!e.compressed) {
-            Line(L"%s %s = %s: not in compression", e.element, e.ratioName, m_fmt.NoDim(e.ratio));
-            continue;
-        }
-        // Rows of the tables for axial compression alone have a limit of class 3 only.
-        const auto limit = [&](int i3) {
-            const double value = e.limit[static_cast<std::size_t>(i3)];
-            return value > 0.0 ? m_fmt.NoDim(value) : CString(L"-");
-        };
-        Line(L"%s %s = %s, limits %s, %s, %s: class %i <i>%s</i>", e.element, e.ratioName, m_fmt.NoDim(e.ratio),
-             limit(0), limit(1), limit(2), e.cls, e.source);
-    }
-    if (p.cls.cls == 3 && p.momentMajor + p.momentMinor > 0.0)
-        Line(L"semi-compact <i>cl. 3.5.6</i>: %s = %s, %s = %s", p.cls.WxName, Volume(p.cls.Wx), p.cls.WyName,
-             Volume(p.cls.Wy));
-    if (p.cls.cls == 4)
-        Line(L"slender <i>cl. 3.6</i>: Aeff = %s, %s = %s, %s = %s; design strength <i>cl. 3.6.5</i> %s in "
-             L"compression, %s "
-             L"about x-x, %s about y-y",
-             Area(p.cls.Aeff), p.cls.WxName, Volume(p.cls.Wx), p.cls.WyName, Volume(p.cls.Wy),
-             m_fmt.Stress(p.cls.pyCompression), m_fmt.Stress(p.cls.pyMomentX), m_fmt.Stress(p.cls.pyMomentY));
-}
-
-void CSteelMemberBS5950::Text::Axial(const PositionResult& p)
-{
-    const SectionProperties& s = m_member.Properties();
-    const Material& m = m_member.Steel();
-    if (p.actions.F > 0.0) {
-        const double Ae = s.A * std::min(1.0, m.Ke * m_member.m_section.Design().netGross);
-        if (p.eccentricTie)
-            Line(L"Tension <i>cl. 4.6.3.1</i>: Pt = py(Ae - 0.5 a2), Ae = %s, a2 the unconnected part: Pt = %s",
-                 Area(Ae), m_fmt.Force(p.Pt));
-        else
-            Line(L"Tension <i>cl. 4.6.1, 3.4.3</i>: Ae = Ke (net/gross) A <= A = %s, Pt = py Ae = %s", Area(Ae),
-                 m_fmt.Force(p.Pt));
-        Line(L"\tFt/Pt = %s/%s = %s", m_fmt.Force(p.actions.F), m_fmt.Force(p.Pt), Verdict(p.axial, true));
-    }
-    if (p.actions.F < 0.0) {
-        Line(L"Compression <i>cl. 4.8.3.2</i>: %s py = %s * %s = %s", p.cls.cls == 4 ? L"Aeff" : L"Ag",
-             Area(p.cls.Aeff), m_fmt.Stress(p.cls.pyCompression), m_fmt.Force(p.Pz));
-        Line(L"\tFc/(A py) = %s/%s = %s", m_fmt.Force(-p.actions.F), m_fmt.Force(p.Pz), Verdict(p.axial, true));
-    }
-}
-
-void CSteelMemberBS5950::Text::Shear(const PositionResult& p)
-{
-    const SectionProperties& s = m_member.Properties();
-    const Material& m = m_member.Steel();
-    if (p.actions.Fvy != 0.0) {
-        Line(L"Shear along the web <i>cl. 4.2.3</i>: Pvy = 0.6 py Av = 0.6 * %s * %s = %s", m_fmt.Stress(m.py),
-             Area(s.Avy), m_fmt.Force(p.Pvy));
-        Line(L"\tFvy/Pvy = %s/%s = %s", m_fmt.Force(p.actions.Fvy), m_fmt.Force(p.Pvy), Verdict(p.shearMajor, true));
-    }
-    if (p.Vw > 0.0 && p.actions.Fvy != 0.0) {
-        Line(L"Shear buckling <i>cl. 4.4.5, H.1</i>: d/t = %s above %s, no stiffeners, qw = %s, Vw = d t qw = %s",
-             m_fmt.NoDim(s.d / s.t), s.IsWelded() ? L"62ε" : L"70ε",
-             m_fmt.Stress(ShearBucklingStrength(s.d / s.t, m.py)), m_fmt.Force(p.Vw));
-        Line(L"\tFvy/Vw = %s", Verdict(p.shearBuckling, true));
-    }
-    if (p.actions.Fvx != 0.0) {
-        Line(L"Shear along the flanges <i>cl. 4.2.3</i>: Pvx = 0.6 py Av = 0.6 * %s * %s = %s", m_fmt.Stress(m.py),
-             Area(s.Avx), m_fmt.Force(p.Pvx));
-        Line(L"\tFvx/Pvx = %s/%s = %s", m_fmt.Force(p.actions.Fvx), m_fmt.Force(p.Pvx), Verdict(p.shearMinor, true));
-    }
-}
-
-void CSteelMemberBS5950::Text::Moment(const PositionResult& p)
-{
-    const SectionProperties& s = m_member.Properties();
-    const bool angle = s.shape == Shape::Angle;
-    const double limit = std::min(m_member.m_section.Design().plasElas, 1.5);
-    const auto one = [&](const wchar_t* axis, double effect, double capacity, double py, double W, const wchar_t* W_,
-                         double Z, double Fv, double Pv, double utilisation) {
-        if (effect == 0.0) return;
-        const double rho = HighShearFactor(Fv, Pv);
-        if (rho > 0.0)
-            Line(L"Moment <i>cl. 4.2.5.3</i>: Fv > 0.6 Pv, ρ = (2 Fv/Pv - 1)² = %s taken off %s", m_fmt.NoDim(rho), W_);
-        if (p.flangesOnly && effect == p.momentMajor)
-            Line(L"Moment <i>cl. 4.4.4.2</i>: thin web with Fv > 0.6 Vw, the flanges alone carry the moment");
-        Line(L"Moment <i>cl. 4.2.5</i>: Mc%s = py %s = %s * %s, at most %s py Z (Z = %s): %s", axis, W_,
-             m_fmt.Stress(py), Volume(W), m_fmt.NoDim(limit), Volume(Z), m_fmt.Moment(capacity));
-        Line(L"\tM%s/Mc%s = %s/%s = %s", axis, axis, m_fmt.Moment(effect), m_fmt.Moment(capacity),
-             Verdict(utilisation, true));
-    };
-    if (angle && (p.momentMajor != 0.0 || p.momentMinor != 0.0))
-        Line(L"Moments about the principal axes, α = %s°", m_fmt.NoDim(s.alpha * 57.29577951308232));
-    one(angle ? L"u" : L"x", p.momentMajor, p.Mcx, p.cls.pyMomentX, p.cls.Wx, p.cls.WxName, angle ? s.Zu : s.Zx,
-        p.actions.Fvy, p.Pvy, p.major);
-    one(angle ? L"v" : L"y", p.momentMinor, p.Mcy, p.cls.pyMomentY, p.cls.Wy, p.cls.WyName, angle ? s.Zv : s.Zy,
-        p.actions.Fvx, p.Pvx, p.minor);
-}
-
-void CSteelMemberBS5950::Text::Combined(const PositionResult& p)
-{
-    const int kinds = (p.actions.F != 0.0) + (p.momentMajor != 0.0) + (p.momentMinor != 0.0);
-    if (kinds < 2) return;
-    const bool tension = p.actions.F > 0.0;
-    if (p.Mrx > 0.0) {
-        Line(L"Combined <i>cl. %s, I.2</i>: (Mx/Mrx)^z1 + (My/Mry)^z2, Mrx = %s, Mry = %s, z1 = %s, z2 = %s",
-             tension ? L"4.8.2.3" : L"4.8.3.2 b", m_fmt.Moment(p.Mrx), m_fmt.Moment(p.Mry), m_fmt.NoDim(p.z1),
-             m_fmt.NoDim(p.z2));
-        Line(L"\t= %s", Verdict(p.combined, true));
-        return;
-    }
-    Line(L"Combined <i>cl. %s</i>: %s + Mx/Mcx + My/Mcy = %s + %s + %s = %s", tension ? L"4.8.2.2" : L"4.8.3.2 a",
-         tension ? L"Ft/Pt" : L"Fc/(A py)", m_fmt.Util(p.axial), m_fmt.Util(p.major), m_fmt.Util(p.minor),
-         Verdict(p.combined, true));
-}
-
-void CSteelMemberBS5950::Text::Position(std::size_t index)
-{
-    const PositionResult& p = m_member.m_positions[index];
-    const Actions& a = p.actions;
-    m_result.SetCurSubSpan(p.Entry());
-    Line(L"<h5>Position %i: %s of sub-span %i, at %s</h5>", static_cast<int>(index) + 1, PlaceName(p), p.subSpan + 1,
-         m_fmt.Length(p.x));
-    const CResultIndent indent(&m_result);
-    if (p.majorReading != Reading::Diagram)
-        Line(L"<red>forces do not balance</red>: Mx %s", ReadingName(p.majorReading));
-    if (p.minorReading != Reading::Diagram)
-        Line(L"<red>forces do not balance</red>: My %s", ReadingName(p.minorReading));
-    Line(L"F = %s (%s), Mx = %s, My = %s, Fvy = %s, Fvx = %s", m_fmt.Force(a.F),
-         a.F > 0.0   ? L"tension"
-         : a.F < 0.0 ? L"compression"
-                     : L"none",
-         m_fmt.Moment(a.Mx), m_fmt.Moment(a.My), m_fmt.Force(a.Fvy), m_fmt.Force(a.Fvx));
-    Class(p);
-    Axial(p);
-    Shear(p);
-    Moment(p);
-    Combined(p);
-    const LedgerEntry* torsion = m_member.m_ledger.Find(Rule::Torsion);
-    if (torsion && torsion->status == CheckStatus::NotEvaluated && a.Mt != 0.0)
-        Line(L"<red>NOT CHECKED</red>: torsion of %s. BS 5950-1:2000 has no rule for torsion; check it by other means.",
-             m_fmt.Moment(a.Mt));
-}
-
-void CSteelMemberBS5950::Text::Local(bool alongMember)
-{
-    const std::vector<PositionResult>& positions = m_member.m_positions;
-    std::size_t worst = 0;
-    bool any = false;
-    for (std::size_t i = 0; i < positions.size(); ++i) {
-        if (positions[i].Largest() > positions[worst].Largest()) worst = i;
-        if (!alongMember && !(positions[i].Largest() <= 1.0)) {
-            Position(i);
-            any = true;
-        }
-        if (alongMember) Position(i);
-    }
-    if (!alongMember && !any && !positions.empty()) Position(worst);
-}
 
 void CSteelMemberBS5950::Text::Warnings()
 {
@@ -262,8 +84,14 @@ void CSteelMemberBS5950::Text::BucklingTitle()
 
 void CSteelMemberBS5950::Text::SpanTitle(const wchar_t* what, const SpanResult& span)
 {
-    Line(L"<h5>%s, %s to %s, length %s</h5>", what, m_fmt.Length(span.start), m_fmt.Length(span.end),
-         m_fmt.Length(span.end - span.start));
+    CString title = what;
+    if (span.from.point >= 0 && span.to.point >= 0)
+        title.AppendFormat(L", point %i to %i", span.from.point + 1, span.to.point + 1);
+    const wchar_t* const flange = span.flange[0] == span.flange[1] ? L""
+                                  : span.flange[0]                 ? L", flange 1 (top)"
+                                                                   : L", flange 2 (bottom)";
+    Line(L"<h5>%s: %s to %s, length %s%s%s</h5>", title, m_fmt.Length(span.start), m_fmt.Length(span.end),
+         m_fmt.Length(span.end - span.start), flange, span.turned ? L", the angle turned the other way" : L"");
     const CResultIndent indent(&m_result);
     if (span.overridden) return;
     const auto line = [this](const wchar_t* verb, const Design::StretchEnd& end, const wchar_t* reason) {
@@ -340,12 +168,7 @@ void CSteelMemberBS5950::Text::Flexural(const SpanResult& span)
 
 void CSteelMemberBS5950::Text::LateralTitle(const SpanResult& span)
 {
-    const wchar_t* const of = span.flange[0] == span.flange[1] ? L""
-                              : span.flange[0]                 ? L" of flange 1 (top)"
-                                                               : L" of flange 2 (bottom)";
-    const CString what =
-        CString(L"Lateral-torsional buckling") + of + (span.turned ? L", the angle turned the other way" : L"");
-    SpanTitle(what.GetString(), span);
+    SpanTitle(L"Lateral-torsional buckling", span);
     const CResultIndent indent(&m_result);
     Line(L"compressed: %s; load: %s", SenseName(span.sense),
          span.destabilising ? L"destabilising, it acts above its reference and moves with the flange" : L"normal");

@@ -23,17 +23,16 @@ struct Part {
     double from, to, shearFrom, shearTo;
 };
 
-// The pieces of the diagram between two positions.
+// The sub-spans of the diagram between two positions.
 std::vector<Part> PartsOf(const MomentDiagram& diagram, double from, double to)
 {
     std::vector<Part> parts;
-    const std::vector<MomentDiagram::Piece>& pieces = diagram.Pieces();
-    const auto first = std::upper_bound(pieces.begin(), pieces.end(), from,
-                                        [](double x, const MomentDiagram::Piece& p) { return x < p.End(); });
-    for (auto p = first; p != pieces.end() && p->start < to; ++p) {
-        const double a = std::max(from, p->start);
-        const double b = std::min(to, p->End());
-        parts.push_back({a, b, ShearAt(*p, a), ShearAt(*p, b)});
+    const MomentDiagram::Range covered = diagram.Covering(from, to);
+    for (int k = covered.first; k < covered.last; ++k) {
+        const MomentDiagram::Piece& piece = diagram.At(k);
+        const double a = std::max(from, piece.start);
+        const double b = std::min(to, piece.End());
+        parts.push_back({a, b, ShearAt(piece, a), ShearAt(piece, b)});
     }
     return parts;
 }

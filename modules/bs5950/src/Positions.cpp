@@ -114,6 +114,7 @@ std::uint64_t BranchOf(const PositionResult& p, const CrossSection& section)
     put(SignOf(a.Mx), 3);
     put(SignOf(a.My), 3);
     put(p.flangesOnly, 2);
+    put(p.flangesOnlyY, 2);
     put(p.Mrx > 0.0, 2);
     // The more exact rule takes the smaller of two capacities, and the largest of what it compares.
     put(p.Mrx == p.Mcx, 2);

@@ -13,6 +13,8 @@ namespace {
 
 // Share of the member's largest moment below which there is none.
 constexpr double NO_MOMENT = 1e-9;
+// Share of a sub-span within which a place is its end.
+constexpr double NO_LENGTH = 1e-12;
 
 double Between(double a, double b, double s) { return a == b ? a : (1.0 - s) * a + s * b; }
 
@@ -111,7 +113,8 @@ private:
         return compressed ? std::min(0.0, Between(m_axial.left, m_axial.right, s)) : 0.0;
     }
 
-    // An element counts where it is compressed: at the ends of the interval, or where the stress at an edge is largest.
+    // An element counts where it is compressed: at the ends of the interval, or where the stress at an edge is largest. Flanges are
+    // compressed by the moment about y-y too, the stem of a T is not.
     void TakeExactly(double from, double to, int sign, bool compressed, bool bentY)
     {
         const auto at = [&](double s) {
@@ -128,9 +131,9 @@ private:
         const SectionProperties& section = m_of.m_section;
         const Parabola axial = compressed ? Sum({}, m_axial, -1.0 / section.A) : Parabola{};
         for (const double edge : {-(section.D - section.cy) / section.Ix, section.cy / section.Ix})
-            for (const double side : {-1.0 / section.Zy, 1.0 / section.Zy}) {
-                if (!bentY && side > 0.0) continue;
-                const double s = Sum(Sum(axial, m_majorCurve, edge), m_minorCurve, bentY ? side : 0.0).Extreme();
+            for (const double side : {-1.0 / section.Zy, 0.0, 1.0 / section.Zy}) {
+                if (!bentY && side != 0.0) continue;
+                const double s = Sum(Sum(axial, m_majorCurve, edge), m_minorCurve, side).Extreme();
                 if (s > from && s < to) at(s);
             }
     }
@@ -172,13 +175,15 @@ SpanClass::SpanClass(const SectionProperties& section, const Material& steel,
 WorstClass SpanClass::Worst(double from, double to, Part part) const
 {
     Collector collector(*this, part);
-    const std::vector<MomentDiagram::Piece>& pieces = m_major.Pieces();
-    const auto first = std::upper_bound(pieces.begin(), pieces.end(), from,
-                                        [](double x, const MomentDiagram::Piece& p) { return x < p.End(); });
-    for (auto p = first; p != pieces.end() && p->start < to; ++p) {
-        const int k = static_cast<int>(p - pieces.begin());
-        const double s0 = std::clamp((from - p->start) / p->length, 0.0, 1.0);
-        const double s1 = std::clamp((to - p->start) / p->length, 0.0, 1.0);
+    const MomentDiagram::Range covered = m_major.Covering(from, to);
+    for (int k = covered.first; k < covered.last; ++k) {
+        const MomentDiagram::Piece& piece = m_major.At(k);
+        const auto share = [&](double x, double atPoint) {
+            const double s = (x - piece.start) / piece.length;
+            return s > NO_LENGTH && s < 1.0 - NO_LENGTH ? s : atPoint;
+        };
+        const double s0 = from > piece.start ? share(from, 0.0) : 0.0;
+        const double s1 = to < piece.End() ? share(to, 1.0) : 1.0;
         for (const Parabola& major : m_major.Curves(k))
             for (const Parabola& minor : m_minor.Curves(k))
                 collector.Take(m_subSpans[static_cast<std::size_t>(k)], major, minor, s0, s1);

@@ -78,6 +78,7 @@ void CSteelMemberBS5950::DropFindings()
     m_assumptions.clear();
     m_warnings.clear();
     m_positions.clear();
+    m_webLoads.clear();
     m_spans.clear();
     m_interactions.clear();
     m_class = 0;
@@ -187,18 +188,45 @@ void CSteelMemberBS5950::RecordGeneral()
     strength.symbol = L"py";
     strength.quantity = Quantity::Stress;
     m_ledger.Add(strength);
-    const auto outside = [this](Rule rule, const wchar_t* why) {
+    RecordOutside();
+}
+
+// What the input does not hold, and what its kind of member does not need.
+void CSteelMemberBS5950::RecordOutside()
+{
+    const auto add = [this](Rule rule, CheckStatus status, const wchar_t* why) {
         LedgerEntry e;
         e.rule = rule;
         e.clause = RuleClause(rule);
-        e.status = CheckStatus::OutOfScope;
+        e.status = status;
         e.reason = why;
         m_ledger.Add(e);
     };
+    const auto outside = [&](Rule rule, const wchar_t* why) { add(rule, CheckStatus::OutOfScope, why); };
+    const auto absent = [&](Rule rule, const wchar_t* why) { add(rule, CheckStatus::NotApplicable, why); };
     outside(Rule::SwayStability,
             L"a matter of the frame: forces and moments are taken as given, sway effects included");
-    outside(Rule::WebBearing, L"the input has no stiff bearing lengths and no local loads");
+    outside(Rule::Robustness, L"a matter of the structure: ties and key elements");
+    outside(Rule::Fatigue, L"the input holds one set of actions, no cycles");
+    outside(Rule::BrittleFracture, L"the input has no quality of the steel at its thickness, temperature and details");
     outside(Rule::Deflection, L"a serviceability limit; the input holds factored actions");
+    outside(Rule::Vibration, L"a serviceability limit; the input holds no masses");
+    outside(Rule::Restraints, L"the strength and stiffness of what restrains the member are not part of the input");
+    outside(Rule::Connections, L"connections are not part of the input");
+    outside(Rule::WebOpenings, L"the section is taken without openings; holes count by the net area alone");
+    absent(Rule::CompoundStruts, L"the member is one section, not laced, battened or back to back");
+    absent(Rule::TensionFlange,
+           L"an alternative that is not used: each compressed flange is checked between the sections that hold it");
+    const bool angle = m_section.Properties().shape == Shape::Angle;
+    absent(
+        Rule::AngleInteraction,
+        angle
+            ? L"an alternative that is not used: 4.8 is applied about the principal axes, all terms with the worse sign"
+            : L"not an angle");
+    absent(Rule::SimpleColumn, m_options.simpleColumn
+                                   ? L"takes the place of the rules of lateral-torsional buckling and interaction, and "
+                                     L"stands there"
+                                   : L"the options do not say that the member is a column in simple construction");
 }
 
 void CSteelMemberBS5950::RecordAssumptions()
@@ -212,11 +240,7 @@ void CSteelMemberBS5950::RecordAssumptions()
         Assume(L"Ke", L"effective net area coefficient 1.0: the grade gives no tensile strength (3.4.3)", 1.0);
     if (m.grade == Grade::User && m_grade.GetUserE() == 0.0)
         Assume(L"modulus of elasticity", L"205 kN/mm² (3.1.3), the grade gives none", ELASTIC_MODULUS);
-    if (m_section.Properties().fabricationAssumed)
-        Assume(L"fabrication",
-               m_section.Properties().IsWelded() ? L"taken as welded; the section's type does not say how it is made"
-                                                 : L"taken as rolled; the section's type does not say how it is made",
-               std::nan(""));
+    if (const wchar_t* note = FabricationNote(m_section.Properties())) Assume(L"fabrication", note, std::nan(""));
     const Shape shape = m_section.Properties().shape;
     if (shape == Shape::Channel || shape == Shape::Tee || shape == Shape::Angle)
         Assume(L"line of loading", L"loads act through the shear centre, so that bending causes no torsion",

@@ -106,6 +106,13 @@ public:
     /// The curves that the moment can follow in a sub-span: one where it is balanced.
     std::span<const Parabola> Curves(int subSpan) const { return CurvesOf(At(subSpan)); }
     bool IsBalanced(int subSpan) const { return At(subSpan).balance.balanced; }
+    /// The sub-spans that have length in common with a stretch, and those of no length inside it: the first one, and the one
+    /// after the last. Lengths below 1e-9 of the member's do not count.
+    struct Range {
+        int first = 0;
+        int last = 0;
+    };
+    Range Covering(double from, double to) const;
     /// Whether every sub-span that has length in common with the stretch is balanced.
     bool IsBalanced(double from, double to) const;
 

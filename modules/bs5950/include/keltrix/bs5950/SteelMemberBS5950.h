@@ -43,6 +43,8 @@ struct PositionResult {
     double Pvx = 0.0; ///< shear capacity along x
     double Pvy = 0.0; ///< shear capacity along y (parallel to the web)
     double Vw = 0.0;  ///< simple shear buckling resistance; 0 where the web need not be checked
+    double Vwx = 0.0; ///< the same of the walls across of a rectangular hollow section
+    double Pf = 0.0;  ///< axial capacity of the flanges where they alone carry the moment; otherwise 0
     double Mcx = 0.0; ///< moment capacity with the coexistent shear (about u-u for an angle)
     double Mcy = 0.0; ///< (about v-v for an angle)
     double Mrx = 0.0; ///< reduced by the axial force; 0 where the more exact rule was not used
@@ -51,6 +53,7 @@ struct PositionResult {
     double momentMinor = 0.0;
     bool eccentricTie = false; ///< clause 4.6.3.1 applies
     bool flangesOnly = false;  ///< Mcx is that of the flanges alone (4.4.4.2)
+    bool flangesOnlyY = false; ///< Mcy is
     double z1 = 1.0, z2 = 1.0; ///< exponents of the more exact rule
 
     // Utilisations. That of a tie is by the smaller of Pt and Pte; the combination with moments is by Pt (4.8.2), and never below
@@ -61,12 +64,25 @@ struct PositionResult {
     double shearMajor = 0.0;
     double shearMinor = 0.0;
     double shearBuckling = 0.0;
+    double shearBucklingX = 0.0; ///< of the walls across
     double combined = 0.0;
 
     KELTRIX_BS5950_API double Largest() const;
     /// Entry of the result record: two for each sub-span, so that records of load cases of one member can be merged
     /// whatever their actions. What is found inside a sub-span goes to the entry of its left end.
     int Entry() const { return 1 + 2 * subSpan + (place == Place::RightEnd ? 1 : 0); }
+};
+
+/// A concentrated load or reaction on the web at a member point (clause 4.5). Forces in N.
+struct WebLoadResult {
+    int point = 0; ///< place of the member point
+    double x = 0.0;
+    double force = 0.0;
+    bool onFlange1 = true; ///< presses downwards
+    bool held = false;     ///< the flange that it presses on is held laterally
+    WebLoad load;
+    double Pbw = 0.0; ///< bearing capacity
+    double Px = 0.0;  ///< buckling resistance, for a flange that is held
 };
 
 enum class BucklingMode { Major, Minor, LateralTorsional };
@@ -220,6 +236,8 @@ public:
     const Design::MomentDiagram& MinorMoments() const { return m_minor; }
     const std::vector<Assumption>& Assumptions() const { return m_assumptions; }
     const std::vector<PositionResult>& Positions() const { return m_positions; }
+    /// Where a stiff bearing length is given and the section is one that 4.5 is evaluated for; otherwise empty.
+    const std::vector<WebLoadResult>& WebLoads() const { return m_webLoads; }
     const std::vector<SpanResult>& Spans() const { return m_spans; }
     const std::vector<InteractionResult>& Interactions() const { return m_interactions; }
     ResistanceSummary Resistances() const;
@@ -235,6 +253,7 @@ private:
     const wchar_t* NumbersRefusal() const;
     bool Prepare();
     void RecordGeneral();
+    void RecordOutside();
     void Refuse(const wchar_t* reason);
     void Assume(const wchar_t* name, const wchar_t* text, double value);
     void DropFindings();
@@ -258,6 +277,20 @@ private:
     void RecordCombined();
     void RecordTorsion();
     void WriteLocalUtilisations();
+
+    double StiffenerSpacing(Axis direction) const;
+    void RecordWebs();
+    void RecordShearBuckling();
+    void RecordSlenderFlanges();
+    void RecordWebThickness();
+    void RecordEndAnchorage();
+    void RecordStiffeners();
+    double PointLoad(int point) const;
+    bool IsPressedFlangeHeld(int point, bool first) const;
+    void FindWebLoads();
+    void RecordWebLoads();
+    void RecordWebLoad(Rule rule);
+    void WriteWebUtilisations();
 
     void FindFlexuralSpans(BucklingMode mode, bool turned);
     void MakeDiagrams();
@@ -325,6 +358,7 @@ private:
     std::vector<Assumption> m_assumptions;
     std::vector<Design::Warning> m_warnings;
     std::vector<PositionResult> m_positions;
+    std::vector<WebLoadResult> m_webLoads;
     std::vector<SpanResult> m_spans;
     std::vector<InteractionResult> m_interactions;
     int m_class = 0;
