@@ -200,13 +200,13 @@ TEST(ShearByHand, TheLimitOfShearBucklingFallsWithTheStrength)
 {
     const SectionProperties rolled = PropertiesOf(L"I 600x200x9x12", SEC_ROLLED);
     const SectionProperties welded = PropertiesOf(L"I 600x200x9x12", SEC_WELDED);
-    EXPECT_FALSE(NeedsShearBuckling(rolled, SteelOf(L"S275", rolled)));
-    EXPECT_TRUE(NeedsShearBuckling(rolled, SteelOf(L"S355", rolled)));
-    EXPECT_TRUE(NeedsShearBuckling(rolled, SteelOf(L"S460", rolled)));
-    EXPECT_TRUE(NeedsShearBuckling(welded, SteelOf(L"S275", welded)));
+    EXPECT_FALSE(NeedsShearBuckling(rolled, SteelOf(L"S275", rolled), Axis::Y));
+    EXPECT_TRUE(NeedsShearBuckling(rolled, SteelOf(L"S355", rolled), Axis::Y));
+    EXPECT_TRUE(NeedsShearBuckling(rolled, SteelOf(L"S460", rolled), Axis::Y));
+    EXPECT_TRUE(NeedsShearBuckling(welded, SteelOf(L"S275", welded), Axis::Y));
     const SectionProperties thicker = PropertiesOf(L"I 600x200x10x12", SEC_ROLLED); // d/t = 57.6
-    EXPECT_FALSE(NeedsShearBuckling(thicker, SteelOf(L"S355", thicker)));
-    EXPECT_TRUE(NeedsShearBuckling(thicker, SteelOf(L"S460", thicker)));
+    EXPECT_FALSE(NeedsShearBuckling(thicker, SteelOf(L"S355", thicker), Axis::Y));
+    EXPECT_TRUE(NeedsShearBuckling(thicker, SteelOf(L"S460", thicker), Axis::Y));
 }
 
 // --- moment with high shear, 4.2.5.3 -------------------------------------------------------------------------------------

@@ -8,8 +8,8 @@
 #include <stdexcept>
 #include <utility>
 
-#include "../design/RandomMember.h"
 #include "Members.h"
+#include "design/RandomMember.h"
 
 namespace BS5950Test {
 

@@ -114,24 +114,12 @@ private:
     CSteelMemberBS5950 m_member;
 };
 
-// Utilisations of the ledger by rule, ascending. Tension and compression count together, the larger one, alone and combined with
-// moments: a position is that of the largest utilisation in its sub-span, and the axial force can change its sign there.
-// Combinations count with the axial force alone, which is what is left of them where the moments vanish.
+// Utilisations of the ledger by rule, ascending.
 std::map<Rule, std::vector<double>> Utilisations(const CSteelMemberBS5950& member)
 {
     std::map<Rule, std::vector<double>> all;
-    double axial = 0.0;
-    double combined = 0.0;
-    for (const LedgerEntry& e : member.Checks().Entries()) {
-        if (e.rule == Rule::Tension || e.rule == Rule::Compression)
-            axial = std::max(axial, e.utilisation);
-        else if (e.rule == Rule::CombinedTension || e.rule == Rule::CombinedCompression)
-            combined = std::max(combined, e.utilisation);
-        else
-            all[e.rule].push_back(e.utilisation);
-    }
-    all[Rule::Compression] = {axial};
-    all[Rule::CombinedCompression] = {std::max(axial, combined)};
+    for (const LedgerEntry& e : member.Checks().Entries())
+        all[e.rule].push_back(e.utilisation);
     for (auto& [rule, utilisations] : all)
         std::sort(utilisations.begin(), utilisations.end());
     return all;

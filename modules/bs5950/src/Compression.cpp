@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "BucklingEntry.h"
+#include "CrossSection.h"
 #include "MemberText.h"
 #include "MomentShape.h"
 #include "SpanClass.h"
@@ -96,13 +97,22 @@ SpanResult CSteelMemberBS5950::FlexuralSpan(BucklingMode mode, int left, int rig
     return span;
 }
 
-// Moment over the capacity at the place of the largest moment of the span, with the shear there; 4.8.3.3.2.
+// Moment over the capacity at the place of the largest moment of the span, with the shear there; 4.8.3.3.2. Where the member is
+// in tension the capacity is that under the moments alone (4.8.2.1): tension can hide that an element is compressed.
 void CSteelMemberBS5950::SetCapacityRatios(SpanResult& span) const
 {
+    const auto utilised = [&](const PositionResult& p, double PositionResult::*utilisation) {
+        if (!(p.actions.F > 0.0)) return p.*utilisation;
+        PositionResult alone = p;
+        alone.actions.F = 0.0;
+        CrossSection(m_section, false, false, m_options.stiffenerSpacing).Evaluate(alone);
+        return alone.*utilisation;
+    };
     const auto ratio = [&](double PositionResult::*moment, double PositionResult::*utilisation) {
         const double largest = LargestOver(span, [=](const PositionResult& p) { return p.*moment; });
-        return LargestOver(
-            span, [=](const PositionResult& p) { return p.*moment >= largest * (1.0 - 1e-9) ? p.*utilisation : 0.0; });
+        return LargestOver(span, [=](const PositionResult& p) {
+            return p.*moment >= largest * (1.0 - 1e-9) ? utilised(p, utilisation) : 0.0;
+        });
     };
     span.major = ratio(&PositionResult::momentMajor, &PositionResult::major);
     span.minor = ratio(&PositionResult::momentMinor, &PositionResult::minor);

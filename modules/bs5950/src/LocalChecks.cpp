@@ -247,7 +247,33 @@ void CSteelMemberBS5950::RecordBoltHoles()
     if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
 }
 
-// Clauses 4.8.2 and 4.8.3.2: positions where an axial force and a moment, or two moments, act together.
+// Whether actions are combined anywhere along the member: tension with a moment, or compression with one or two moments about both
+// axes.
+bool CSteelMemberBS5950::HasCombination(bool tension) const
+{
+    const Actions least = m_section.LeastActions();
+    const auto bends = [](const Design::MomentDiagram& moments, int k, double noise) {
+        for (const Design::Parabola& curve : moments.Curves(k)) {
+            const double s = curve.Extreme();
+            if (std::max({std::abs(curve.left), std::abs(curve.right), std::isnan(s) ? 0.0 : std::abs(curve.At(s))}) >
+                noise)
+                return true;
+        }
+        return false;
+    };
+    for (int k = 0; k < static_cast<int>(SubSpans().size()); ++k) {
+        const Steel::CSubSpan& sub = SubSpans()[static_cast<std::size_t>(k)];
+        const auto [low, high] = std::minmax({sub.GetForcesLeft().x, sub.GetForcesRight().x});
+        const int moments = bends(m_major, k, least.Mx) + bends(m_minor, k, least.My);
+        if (tension ? high > least.F && moments > 0
+                    : (low < -least.F && moments > 0) || (low <= least.F && moments > 1))
+            return true;
+    }
+    return false;
+}
+
+// Clauses 4.8.2 and 4.8.3.2, 4.9. Where actions are combined somewhere, the entry is that of the largest combination, of one action
+// alone too: what is left of it where another one vanishes.
 void CSteelMemberBS5950::RecordCombined()
 {
     for (const bool tension : {true, false}) {
@@ -255,11 +281,11 @@ void CSteelMemberBS5950::RecordCombined()
         int worst = -1;
         for (int i = 0; i < static_cast<int>(m_positions.size()); ++i) {
             const PositionResult& p = m_positions[static_cast<std::size_t>(i)];
-            const bool sign = tension ? p.actions.F > 0.0 : p.actions.F <= 0.0;
-            if (!sign || KindsOfAction(p) < 2) continue;
-            if (worst < 0 || p.combined > m_positions[static_cast<std::size_t>(worst)].combined) worst = i;
+            if (tension != (p.actions.F > 0.0)) continue;
+            const auto rank = [](const PositionResult& q) { return std::pair(q.combined, KindsOfAction(q)); };
+            if (worst < 0 || rank(p) > rank(m_positions[static_cast<std::size_t>(worst)])) worst = i;
         }
-        if (worst < 0) {
+        if (worst < 0 || !HasCombination(tension)) {
             m_ledger.Add(Absent(rule, tension
                                           ? L"no tension together with a moment"
                                           : L"no compression together with a moment, and no moments about both axes"));

@@ -247,13 +247,20 @@ bool PositionFinder::NeedsSearch(const PositionResult* first, const PositionResu
                         [&](const PositionResult& p) { return IsWorst(p) && (p.Mrx > 0.0 || !moreExact); });
 }
 
+std::array<double, PositionFinder::MEASURES> PositionFinder::Measures(const PositionResult& p)
+{
+    const bool tension = p.actions.F > 0.0;
+    return {tension ? p.axial : 0.0,    tension ? 0.0 : p.axial,   p.major, p.minor,
+            tension ? p.combined : 0.0, tension ? 0.0 : p.combined};
+}
+
 PositionFinder::Sample PositionFinder::Evaluate(double s) const
 {
     const PositionResult p = Position(s, Place::Inside);
     Sample sample;
     sample.s = s;
     sample.branch = BranchOf(p, m_section);
-    sample.value = {p.axial, p.major, p.minor, p.combined};
+    sample.value = Measures(p);
     sample.sumOfRatios = p.Mrx == 0.0;
     sample.capacities = {p.Pz, p.Mcx, p.Mcy};
     return sample;
@@ -272,7 +279,7 @@ void PositionFinder::Search(std::vector<PositionResult>& positions, std::size_t 
     for (std::size_t i = first; i < positions.size(); ++i) {
         const PositionResult& p = positions[i];
         Sample known;
-        known.value = {p.axial, p.major, p.minor, p.combined};
+        known.value = Measures(p);
         Take(known);
     }
     const std::array<Sample, MEASURES> known = m_best;

@@ -33,7 +33,10 @@ public:
     void Find(int subSpan, const Steel::CSubSpan& sub, double from, double to, std::vector<PositionResult>& positions);
 
 private:
-    static constexpr std::size_t MEASURES = 4; ///< axial, major, minor, combined
+    /// Axial, combined: of tension and of compression apart; major, minor.
+    static constexpr std::size_t MEASURES = 6;
+
+    static std::array<double, MEASURES> Measures(const PositionResult& p);
 
     /// Utilisations at a place, and the branch of the rules that gave them.
     struct Sample {
