@@ -51,6 +51,7 @@ void RequireHonestPass(const CheckedMember& checked)
     Require(std::isfinite(overall) && overall <= 1.0, "a pass is a finite utilisation of at most 1", overall);
     Require(!checked.result->HasFailed(), "a member that passes has no flag of a failure");
     const auto& member = *checked.member;
+    Require(!member.Checks().IsOpen(), "no rule that applies to a member that passes was left out");
     Require(!member.Positions().empty(), "a member that passes has positions that were checked");
     for (const BS5950::PositionResult& p : member.Positions())
         Require(std::isfinite(p.Largest()) && p.Largest() <= 1.0, "every position of a member that passes does so");
@@ -61,7 +62,20 @@ void RequireHonestPass(const CheckedMember& checked)
         Require(std::isfinite(i.utilisation) && i.utilisation <= 1.0,
                 "every interaction of a member that passes does so");
     for (const BS5950::LedgerEntry& e : member.Checks().Entries())
-        Require(e.status != BS5950::CheckStatus::Failed, "no rule of a member that passes has failed");
+        Require(e.status != BS5950::CheckStatus::Failed && e.status != BS5950::CheckStatus::NotEvaluated,
+                "every rule of a member that passes has passed, or does not apply");
+}
+
+// The extremes of the moment diagram hold the moment of every position.
+void RequireMoments(const CheckedMember& checked)
+{
+    const Design::Extremes& m = checked.momentMajor;
+    const double slack = 1e-9 * std::max(std::abs(m.greatest), std::abs(m.least)) + 1e-9;
+    for (const BS5950::PositionResult& p : checked.member->Positions()) {
+        if (!std::isfinite(p.actions.Mx)) continue;
+        Require(!(p.actions.Mx > m.greatest + slack) && !(p.actions.Mx < m.least - slack),
+                "no position has a moment beyond the extremes", p.actions.Mx);
+    }
 }
 
 // Every rule has its entry, and none says anything but what the record says.
@@ -121,6 +135,9 @@ void RequireJson(const CheckedMember& checked)
     Require(!json.is_discarded(), "JSON is strict", line);
     RequireSame(json["overall"], checked.result->UtilOverAll(), "JSON has the member's utilisation");
     Require(json["status"] == checked.Status(), "JSON has the member's status");
+    Require(json["warnings"].size() == checked.warnings.size(), "JSON has every warning");
+    RequireSame(json["moments"]["major"]["greatest"], checked.momentMajor.greatest, "JSON has the greatest moment");
+    RequireSame(json["moments"]["major"]["least"], checked.momentMajor.least, "JSON has the least moment");
     const auto& positions = checked.member->Positions();
     const Json& local = json["utilisation"]["local"];
     Require(local.size() == positions.size(), "JSON has every position");
@@ -154,10 +171,14 @@ void RequireText(const CheckedMember& checked)
 
 void RequireSheet(const CheckedMember& checked)
 {
-    const std::string html = "<article>" + MemberSheet(checked, {}, "m1") + "</article>";
-    RequireNoControls(html, Reader::Person, "a sheet has no control characters");
-    const Trial::HtmlReader reader(html);
-    Require(reader.Error().empty(), "a sheet is well-formed HTML", reader.Error());
+    for (const bool isBrief : {false, true}) {
+        TitleBlock block;
+        block.isBrief = isBrief;
+        const std::string html = "<article>" + MemberSheet(checked, block, "m1") + "</article>";
+        RequireNoControls(html, Reader::Person, "a sheet has no control characters");
+        const Trial::HtmlReader reader(html);
+        Require(reader.Error().empty(), "a sheet is well-formed HTML", reader.Error());
+    }
 }
 
 // --- the chain ---------------------------------------------------------------------------------------------------------
@@ -176,6 +197,7 @@ bool CheckOne(const MemberFile& file, std::size_t i)
         for (const CheckedMember* each : {&checked, &exact}) {
             RequireHonestPass(*each);
             RequireAgreement(*each);
+            RequireMoments(*each);
             RequireJson(*each);
         }
         RequireText(checked);
@@ -186,7 +208,8 @@ bool CheckOne(const MemberFile& file, std::size_t i)
     return true;
 }
 
-// The command's own loop puts out one finding for each member, and refuses what the reading calls an error.
+// The command's own loop puts out one finding for each line between members that is an error and for each member, and refuses
+// what the reading calls an error.
 void RequireLoop(std::string_view bytes, const std::vector<bool>& accepted)
 {
     CheckOptions options;
@@ -211,6 +234,8 @@ void CheckFile(std::string_view bytes)
     try {
         const MemberFile file("f", Whole(bytes));
         if (file.MemberCount() > 4) return;
+        for (const Defect& defect : file.Check().defects)
+            if (defect.severity == Severity::Error && defect.member == Defect::NO_MEMBER) accepted.push_back(false);
         for (std::size_t i = 0; i < file.MemberCount(); ++i) {
             Require(!file.Member(i).isRefused || file.Member(i).hasErrors, "what the reader refuses has an error");
             accepted.push_back(!file.Member(i).hasErrors && CheckOne(file, i));
