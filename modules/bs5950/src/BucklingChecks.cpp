@@ -114,6 +114,7 @@ void CSteelMemberBS5950::RunBuckling()
     const bool text = Result() && Result()->TextEnabled();
     if (Result()) Result()->SetCurSubSpan(2 * static_cast<int>(SubSpans().size()) + 1);
     if (text) Text(*this).BucklingTitle();
+    FindLevels();
     for (const bool turned : {false, true}) {
         if (turned && !HasTwoWays()) break;
         FindFlexuralSpans(BucklingMode::Major, turned);

@@ -291,13 +291,11 @@ void CSteelMemberBS5950::Text::Interaction(const InteractionResult& r)
 {
     Line(L"<h5>Interaction, %s to %s</h5>", m_fmt.Length(r.start), m_fmt.Length(r.end));
     const CResultIndent indent(&m_result);
-    const SpanResult& lt = m_member.Span(r.lateral);
-    if (m_member.IsSimpleColumn(lt))
-        SimpleColumn(r);
-    else if (r.third > 0.0)
-        ExactInteraction(r);
-    else
-        SimplifiedInteraction(r);
+    switch (r.rule) {
+    case InteractionRule::Simplified: SimplifiedInteraction(r); break;
+    case InteractionRule::MoreExact: ExactInteraction(r); break;
+    case InteractionRule::SimpleColumn: SimpleColumn(r); break;
+    }
 }
 
 // The terms of moments over Mb and over py Z, each from its own numbers.

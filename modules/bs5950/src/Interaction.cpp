@@ -46,6 +46,7 @@ void CSteelMemberBS5950::ExactInteraction(InteractionResult& r) const
     const double mx = x.m * x.major;
     const double my = y.m * y.minor;
     const double myx = x.myx * x.minor;
+    r.rule = InteractionRule::MoreExact;
     r.clause = hollow ? L"4.8.3.3.3" : L"4.8.3.3.2";
     r.MxTerm = mx * (1.0 + 0.5 * fx);
     r.MyTerm = my * (1.0 + k * fy);
@@ -62,6 +63,7 @@ void CSteelMemberBS5950::SimpleColumnInteraction(InteractionResult& r) const
     const SpanResult& x = Span(r.major);
     const SpanResult& y = Span(r.minor);
     const SpanResult& lt = Span(r.lateral);
+    r.rule = InteractionRule::SimpleColumn;
     r.clause = L"4.7.7";
     r.MLTTerm = Ratio(lt.effect, lt.resistance);
     r.MyTerm = y.My / y.pyZy;

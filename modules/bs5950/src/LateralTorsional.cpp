@@ -187,19 +187,23 @@ bool CSteelMemberBS5950::IsSimpleColumn(const SpanResult& span) const
            (pattern == LoadPattern::EndMoments || pattern == LoadPattern::None);
 }
 
-// Clause 4.7.7: distance between the levels around a stretch at which the column is held in both directions.
+// Positions at which a column in simple construction is held in both directions, and the ends of the member.
+void CSteelMemberBS5950::FindLevels()
+{
+    m_levels.clear();
+    if (!m_options.simpleColumn) return;
+    const int last = static_cast<int>(MemberPoints().size()) - 1;
+    for (int i = 0; i <= last; ++i)
+        if (i == 0 || i == last || (PointHeld(BucklingMode::Major, i) && PointHeld(BucklingMode::Minor, i)))
+            m_levels.push_back(MemberPoints()[static_cast<std::size_t>(i)].GetPos());
+}
+
+// Clause 4.7.7: distance between the levels around a stretch.
 double CSteelMemberBS5950::SimpleColumnLength(const SpanResult& span) const
 {
-    const auto held = [this](int i) { return PointHeld(BucklingMode::Major, i) && PointHeld(BucklingMode::Minor, i); };
-    const int last = static_cast<int>(MemberPoints().size()) - 1;
-    int left = span.left;
-    while (left > 0 && !held(left))
-        --left;
-    int right = span.right;
-    while (right < last && !held(right))
-        ++right;
-    const auto position = [this](int i) { return MemberPoints()[static_cast<std::size_t>(i)].GetPos(); };
-    return position(right) - position(left);
+    const auto above = std::lower_bound(m_levels.begin(), m_levels.end(), span.end);
+    const auto below = std::upper_bound(m_levels.begin(), m_levels.end(), span.start);
+    return *above - *(below - 1);
 }
 
 // The smallest Mb of the flanges that are compressed, each with the class of the places where its moment compresses it.

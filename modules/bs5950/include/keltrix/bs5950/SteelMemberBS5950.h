@@ -165,8 +165,12 @@ struct ResistanceSummary {
     double Mcy = std::numeric_limits<double>::quiet_NaN();
 };
 
-/// One interaction check of a combination of spans (clause 4.8.3.3).
+/// Formulas of an interaction check: 4.8.3.3.1, 4.8.3.3.2 or .3, 4.7.7.
+enum class InteractionRule { Simplified, MoreExact, SimpleColumn };
+
+/// One interaction check of a combination of spans (clause 4.8.3.3; 4.9 where there is no compression).
 struct InteractionResult {
+    InteractionRule rule = InteractionRule::Simplified;
     double start = 0.0, end = 0.0;         ///< stretch that the spans have in common
     int major = 0, minor = 0, lateral = 0; ///< places in Spans()
     const wchar_t* clause = L"";
@@ -318,6 +322,7 @@ private:
     void SetBendingResistance(SpanResult& span) const;
     void SetLateralFactor(SpanResult& span);
     bool IsSimpleColumn(const SpanResult& span) const;
+    void FindLevels();
     double SimpleColumnLength(const SpanResult& span) const;
     void CheckInteractions(bool turned);
     void CheckInteractionsOf(Design::Flange flange, bool turned);
@@ -364,6 +369,7 @@ private:
     std::vector<PositionResult> m_positions;
     std::vector<WebLoadResult> m_webLoads;
     std::vector<SpanResult> m_spans;
+    std::vector<double> m_levels; ///< of a column in simple construction
     std::vector<InteractionResult> m_interactions;
     int m_class = 0;
 };
