@@ -358,12 +358,12 @@ private:
         l.m = known && ownIsLargest ? TableFactorLT(m_d, stretch.a, stretch.b) : 1.0;
         l.m = m_b.member.factor.value_or(l.m);
         if (stretch.destabilising || stretch.cantilever) l.m = std::max(1.0, m_b.member.factor.value_or(1.0));
+        // For each compressed flange where the moment compresses it; a place without moment is on both sides.
         ForEach(stretch.a, stretch.b, [&](const Place& p) {
-            if (!l.buckles) l.Mb = std::min(l.Mb, p.c.pyrX * p.c.Wx);
-            for (int f = 0; f < 2 && l.buckles; ++f) {
-                if (!stretch.compressed[f]) continue;
-                if (both && (f == 0 ? first : second) <= 1e-6 * m_b.steel.py * m_b.p.Zx) continue;
-                l.Mb = std::min(l.Mb, BucklingMoment(m_b, p.c, stretch.LE, f));
+            for (int f = 0; f < 2; ++f) {
+                const double most = f == 0 ? first : second;
+                if (!stretch.compressed[f] || most <= 1e-6 * m_b.steel.py * m_b.p.Zx || (f == 0 ? p.a.Mx > 0.0 : p.a.Mx < 0.0)) continue;
+                l.Mb = std::min(l.Mb, l.buckles ? BucklingMoment(m_b, p.c, stretch.LE, f) : p.c.pyrX * p.c.Wx);
             }
         });
         return l;

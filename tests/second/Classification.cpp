@@ -310,7 +310,7 @@ void SetSlender(const Work& w, const std::vector<Plate>& all, const std::vector<
         const Plate web{p.d / s.t, {40 * w.eps, 40 * w.eps, 40 * w.eps}, false};
         c.pyAxial = ReductionBy({w.Outstand(p.b / s.T), w.Outstand(p.b2 / s.T2), web}, 0.0) * w.py;
     }
-    if (s.shape == Shape::Angle && s.B == s.D) {
+    if (s.shape == Shape::Angle && s.B == s.D && s.B / s.t <= 20.0 * w.eps) {
         // 3.6.4; in bending the legs count one by one.
         std::vector<Plate> legs = all;
         if (w.Fc > 0.0) legs.pop_back();

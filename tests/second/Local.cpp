@@ -171,7 +171,7 @@ double ExactSum(const Basis& b, const Capacity& m, const Actions& a)
     const double n = std::min(1.0, std::fabs(a.F) / (b.p.A * b.steel.py));
     double Mrx = m.Mcx, Mry = m.Mcy, z1 = 2.0, z2 = 1.0;
     if (s.shape == Shape::Tube) {
-        Mrx = Mry = m.Mcx * std::cos(0.5 * PI * n);
+        Mrx = Mry = std::min(m.Mcx, b.steel.py * b.p.Sx * std::cos(0.5 * PI * n));
         z2 = 2.0;
     } else if (a.F != 0.0) {
         Mrx = std::min(m.Mcx, b.steel.py * ReducedX(s, b.p, n));

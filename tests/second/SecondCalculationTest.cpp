@@ -96,6 +96,7 @@ void CheckOne(Second::Family family, std::uint64_t seed, Tally& tally, bool verb
     const Second::Findings second = Second::Check(made.member);
     bool differs = false;
     for (const Compared& c : Compare(member, second)) {
+        if (second.local.notEvaluated && (std::string(c.rule) == "moment major" || std::string(c.rule) == "moment minor" || std::string(c.rule) == "combined local")) continue;
         if (c.module != 0.0 || c.second != 0.0) ++tally.compared[c.rule];
         if (c.Agrees()) continue;
         differs = true;
