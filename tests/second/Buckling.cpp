@@ -300,9 +300,10 @@ private:
         return {s.LE / (major ? p.rx : p.ry)};
     }
 
-    double Uniform(double computed, bool sway) const
+    /// A given factor stands for the computed one, but not for the least value of a sway case or of unknown moments.
+    double Uniform(double computed, bool sway, bool known) const
     {
-        const double m = m_b.member.factor.value_or(computed);
+        const double m = known ? m_b.member.factor.value_or(computed) : std::max(1.0, m_b.member.factor.value_or(1.0));
         return sway ? std::max(m, 0.85) : m;
     }
 
@@ -312,7 +313,7 @@ private:
         const Bending across = major ? Bending::Minor : Bending::Major;
         Strut s;
         s.span = span;
-        std::vector<double> lambdas = span.held ? std::vector<double>{0.0} : Slendernesses(axis, span);
+        std::vector<double> lambdas = span.held && !m_b.member.given ? std::vector<double>{0.0} : Slendernesses(axis, span);
         ForEach(span.a, span.b, [&](const Place& p) {
             s.Fc = std::max(s.Fc, -p.a.F);
             s.pyZ = std::min(s.pyZ, (major ? p.c.pyrX * p.c.Zx : p.c.pyrY * p.c.Zy));
@@ -325,7 +326,7 @@ private:
         const auto largest = [&](Bending about, double& M, double& m, double& Mc) {
             M = Biggest(m_d, about, span.a, span.b);
             const bool known = m_d.Known(about, span.a, span.b);
-            m = Uniform(known ? TableFactor(m_d, about, span.a, span.b) : 1.0, span.sway);
+            m = Uniform(known ? TableFactor(m_d, about, span.a, span.b) : 1.0, span.sway, known);
             double most = 0.0;
             ForEach(span.a, span.b, [&](const Place& p) {
                 const double here = std::fabs(about == Bending::Major ? p.a.Mx : p.a.My);
@@ -356,7 +357,7 @@ private:
         const bool ownIsLargest = l.M >= std::max(first, second) * (1.0 - 1e-9);
         const bool known = m_d.Known(Bending::Major, stretch.a, stretch.b);
         l.m = known && ownIsLargest ? TableFactorLT(m_d, stretch.a, stretch.b) : 1.0;
-        l.m = m_b.member.factor.value_or(l.m);
+        l.m = Uniform(l.m, false, known);
         if (stretch.destabilising || stretch.cantilever) l.m = std::max(1.0, m_b.member.factor.value_or(1.0));
         // For each compressed flange where the moment compresses it; a place without moment is on both sides.
         ForEach(stretch.a, stretch.b, [&](const Place& p) {

@@ -181,12 +181,12 @@ Described FromDimensions(Family family, Dice& dice)
     case Shape::Channel:
         D = Whole(dice.Between(80, 450)), B = Whole(D * dice.Between(0.2, 0.5));
         T = std::max(4.0, Whole(B / dice.Between(4, 16))), t = std::max(3.0, Whole(D / dice.Between(15, 60)));
-        d.text = r > 0.0 ? Written("C", {D, B, t, T, r}) : Written("C", {D, B, t, T});
+        d.text = r > 0.0 ? Written("C", {D, B, t, T, r, 0}) : Written("C", {D, B, t, T});
         break;
     case Shape::Tee:
         D = Whole(dice.Between(60, 400)), B = Whole(D * dice.Between(0.4, 1.6));
         T = std::max(4.0, Whole(0.5 * B / dice.Between(4, 16))), t = std::max(3.0, Whole(D / dice.Between(6, 30)));
-        d.text = r > 0.0 ? Written("TEE", {D, B, t, T, r}) : Written("TEE", {D, B, t, T});
+        d.text = r > 0.0 ? Written("TEE", {D, B, t, T, r, 0}) : Written("TEE", {D, B, t, T});
         break;
     case Shape::Angle:
         D = Whole(dice.Between(40, 250)), B = dice.Chance(0.4) ? D : Whole(D * dice.Between(0.4, 1.8));
