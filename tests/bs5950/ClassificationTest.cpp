@@ -320,3 +320,19 @@ TEST(SemiCompact, CircularTubesAtTheLimitAreElastic)
     const SectionProperties below = PropertiesOf(L"TUBE 699.9x5", SEC_ROLLED);
     EXPECT_NEAR(Classify(below, m, Bending(-1e3)).Wx / c.Wx, 1.0, 1e-3);
 }
+
+// L 120x120x8 S355 (ε = 0.880, b/t = 15 above 15ε = 13.2: class 4 where compressed; A = 18.8 cm², Zu = 47.8, Zv = 23.0 cm³ at the heel)
+// under 200 kN tension = 106 N/mm² and Mx = 4 kNm, Mu = Mv = 2.83 kNm: at the heel 123 N/mm² by Mv alone, so that it is compressed.
+// About x-x, which is no principal axis, the heel would have 4 kNm * 3.23/255 cm³ = 51 N/mm² only.
+TEST(AngleClasses, AreJudgedByTheStressesAboutThePrincipalAxes)
+{
+    const SectionProperties s = PropertiesOf(L"L 120x120x8");
+    const Material m = SteelOf(L"S355", s);
+    Actions a;
+    a.F = 200e3;
+    a.Mx = 4e3;
+    EXPECT_EQ(Classify(s, m, a).cls, 4);
+    EXPECT_NEAR(Classify(s, m, a).pyMomentX / m.py, (15.0 * 0.8801 / 15.0) * (15.0 * 0.8801 / 15.0), 0.002);
+    a.Mx = 0.5e3;
+    EXPECT_EQ(Classify(s, m, a).cls, 1) << "tension throughout";
+}

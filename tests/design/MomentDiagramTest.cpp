@@ -214,4 +214,45 @@ TEST(MomentDiagram, DividingAndMirroringChangeNothing)
     }
 }
 
+// Sub-spans of 2, 0 and 3 m.
+TEST(Covering, FindsTheSubSpansThatHaveLengthInCommonWithAStretch)
+{
+    Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddPoint(m, 2.0, L"Free");
+    AddPoint(m, 2.0, L"Free");
+    AddPoint(m, 5.0, L"Pinned");
+    AddSubSpan(m, 10e3, 10e3, 0.0, 20e3);
+    AddSubSpan(m, 0.0, 0.0, 20e3, -30e3);
+    AddSubSpan(m, 10e3, 10e3, -30e3, 0.0);
+    const MomentDiagram diagram(m.points, m.subSpans, Bending::Major);
+    const auto range = [&](double from, double to) {
+        const MomentDiagram::Range r = diagram.Covering(from, to);
+        return std::pair<int, int>(r.first, r.last);
+    };
+    EXPECT_EQ(range(0.0, 5.0), std::make_pair(0, 3));
+    EXPECT_EQ(range(0.5, 2.0), std::make_pair(0, 1));
+    EXPECT_EQ(range(2.0, 4.0), std::make_pair(2, 3));
+    EXPECT_EQ(range(std::nextafter(2.0, 0.0), 5.0), std::make_pair(2, 3)) << "a sliver by rounding";
+    EXPECT_EQ(range(0.0, std::nextafter(2.0, 3.0)), std::make_pair(0, 1));
+    EXPECT_EQ(range(1.0, 3.0), std::make_pair(0, 3));
+}
+
+// Made of the diagrams about both axes as of the forces themselves.
+TEST(Combination, OfTwoDiagramsIsThatOfTheForces)
+{
+    std::mt19937 random(7);
+    for (int i = 0; i < 100; ++i) {
+        const Member m = RandomMember(random);
+        const MomentDiagram major(m.points, m.subSpans, Bending::Major);
+        const MomentDiagram minor(m.points, m.subSpans, Bending::Minor);
+        const MomentDiagram a(m.points, m.subSpans, 0.8, -0.6);
+        const MomentDiagram b(major, 0.8, minor, -0.6);
+        const double x = 0.37 * m.Length();
+        EXPECT_EQ(a.LeftOf(x).least, b.LeftOf(x).least);
+        EXPECT_NEAR(a.LeftOf(x).least, 0.8 * major.LeftOf(x).least - 0.6 * minor.LeftOf(x).least,
+                    1e-9 * (major.Largest() + minor.Largest()));
+    }
+}
+
 } // namespace

@@ -31,6 +31,15 @@ Stresses ElasticStresses(const SectionProperties& s, const Material& m, const Ac
 {
     Stresses f;
     f.axial = -a.F / s.A;
+    if (s.shape == Shape::Angle) {
+        // About the principal axes, the stresses of both added at one point and the angle turned the worse way.
+        const double c = std::abs(std::cos(s.alpha));
+        const double n = std::abs(std::sin(s.alpha));
+        f.side = (c * std::abs(a.Mx) + n * std::abs(a.My)) / s.Zu + (n * std::abs(a.Mx) + c * std::abs(a.My)) / s.Zv;
+        f.top = f.bottom = f.axial;
+        f.zero = 1e-9 * m.py;
+        return f;
+    }
     f.top = f.axial - a.Mx * (s.D - s.cy) / s.Ix;
     f.bottom = f.axial + a.Mx * s.cy / s.Ix;
     f.side = std::abs(a.My) / s.Zy;
