@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "Progress.h"
+#include "ReportKey.h"
 #include "Workers.h"
 #include "commands/CheckFindings.h"
 #include "commands/CheckJobs.h"
@@ -45,6 +46,9 @@ public:
         m_progress.Clear();
         if (m_options.format == Format::JSON) m_console.out(m_hasText ? "\n]\n" : "[]\n");
         if (!m_rows.empty()) m_console.out(RenderMarkup(Table(), m_options.rendering));
+        const bool isReport = m_options.report == "brief" || m_options.report == "verbose";
+        if (m_hasText && isReport && m_options.format == Format::TABLE && m_options.rendering.kind != Rendering::Raw)
+            m_console.out('\n' + RenderMarkup(ReportKey(), m_options.rendering));
         return m_worst;
     }
 

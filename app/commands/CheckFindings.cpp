@@ -2,6 +2,7 @@
 
 #include "Markup.h"
 #include "Text.h"
+#include "report/MemberSheet.h"
 
 namespace Keltrix::App {
 
@@ -17,6 +18,15 @@ std::string Verdict(const CheckedMember& checked)
     return "<h4>" + AsText(checked.title) + "</h4>\n" + checked.Section() + " in " + checked.Grade() + ": <b>" +
            Coloured(checked.Status()) + "</b>, utilisation <b>" + UtilText(checked.result->UtilOverAll()) +
            "</b>, governed by " + checked.Governing() + "\n";
+}
+
+// The words of the flags stand above it, where the report ends.
+std::string FlagMeanings(const Steel::CMemberResult& result)
+{
+    std::string text;
+    for (const std::string& sentence : FlagSentences(result.GetFlags()))
+        text += '\t' + sentence + '\n';
+    return text.empty() ? text : "<h4>Meaning of the flags:</h4>\n" + text;
 }
 
 std::string ReportText(const CheckedMember& checked, const std::string& kind)
@@ -58,7 +68,9 @@ std::string TextOf(const CheckedMember& checked, const CheckOptions& options)
         return JsonLine(options.report == "table" ? HeadlineJson(checked) : JsonOf(checked));
     default:
         if (options.report == "table") return TableRow(checked);
-        return RenderMarkup(Verdict(checked) + ReportText(checked, options.report), options.rendering);
+        return RenderMarkup(Verdict(checked) + ReportText(checked, options.report) +
+                                (options.rendering.kind == Rendering::Raw ? "" : FlagMeanings(*checked.result)),
+                            options.rendering);
     }
 }
 

@@ -1,4 +1,5 @@
 #include "Markup.h"
+#include "ReportKey.h"
 #include "ReportMember.h"
 #include "Text.h"
 #include "commands/EachMember.h"
@@ -24,8 +25,15 @@ ExitCode ShowMember(const MemberFile& file, std::size_t i, const ShowOptions& op
 
 ExitCode Show(const ShowOptions& options, const Console& console)
 {
-    return ForEachMember(options.files, console,
-                         [&](const MemberFile& file, std::size_t i) { return ShowMember(file, i, options, console); });
+    bool hasShown = false;
+    const ExitCode code = ForEachMember(options.files, console, [&](const MemberFile& file, std::size_t i) {
+        const ExitCode shown = ShowMember(file, i, options, console);
+        hasShown = true;
+        return shown;
+    });
+    if (hasShown && options.rendering.kind != Rendering::Raw)
+        console.out('\n' + RenderMarkup(ReportKey(), options.rendering));
+    return code;
 }
 
 } // namespace Keltrix::App

@@ -7,6 +7,7 @@
 #include "Html.h"
 #include "Markup.h"
 #include "Render.h"
+#include "ReportKey.h"
 #include "SectionCatalogue.h"
 #include "SectionShapes.h"
 #include "SectionValues.h"
@@ -595,7 +596,8 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
         Part(id, "checks", "Checks",
              (chart.empty() ? "<p>No check has a utilisation above zero.</p>\n" : "<figure>" + chart + "</figure>\n") +
                  CheckTable(ledger, false) + IdleTable(ledger, false));
-    return html + flags + calculation("Calculation", CalculationHtml(), checked.result->GetVerbose());
+    return html + flags + calculation("Calculation", CalculationHtml(), checked.result->GetVerbose()) +
+           RenderHtml(ReadMarkup(ReportKey()));
 }
 
 } // namespace Keltrix::App
