@@ -145,9 +145,9 @@ private:
         }
         for (const Station& station : stations) {
             const double fromChord = std::abs(station.v - v * station.x / stations.back().x);
-            if (fromChord <= deflection.exact) continue;
-            deflection.exact = fromChord;
-            deflection.exactAt = station.x;
+            if (fromChord <= deflection.integrated) continue;
+            deflection.integrated = fromChord;
+            deflection.integratedAt = station.x;
         }
     }
 
@@ -171,7 +171,7 @@ std::string RowsOf(const Steel::CMemberResult& result)
 
 class Reporter {
 public:
-    Reporter(ReportMember& member, Split split, std::optional<double> EI) :
+    Reporter(CodelessMember& member, Split split, std::optional<double> EI) :
         m_member(member), m_points(member.MemberPoints()), m_subSpans(member.SubSpans()), m_split(split)
     {
         const CSection section = member.GetKeltrixSec();
@@ -234,7 +234,7 @@ private:
         report.lt = EffectiveLength(span);
         const auto deflection = [&](const OneAxis& axis, double EI) {
             Deflection result = axis.LargestDeflection(EI);
-            result.exactAt += span.PosLeft();
+            result.integratedAt += span.PosLeft();
             return result;
         };
         if (m_EImajor) report.deflectionMajor = deflection(major, *m_EImajor);
@@ -324,7 +324,7 @@ private:
         return lt;
     }
 
-    ReportMember& m_member;
+    CodelessMember& m_member;
     const std::vector<CMemberPoint>& m_points;
     const std::vector<CSubSpan>& m_subSpans;
     Split m_split;
@@ -335,7 +335,7 @@ private:
 
 } // namespace
 
-std::vector<SpanReport> MakeSpanReports(ReportMember& member, Split split, std::optional<double> EI)
+std::vector<SpanReport> MakeSpanReports(CodelessMember& member, Split split, std::optional<double> EI)
 {
     return Reporter(member, split, EI).Make();
 }

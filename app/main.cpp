@@ -18,7 +18,7 @@
 #include "Text.h"
 #include "commands/Commands.h"
 #ifdef KSTEEL_WITH_BS5950
-#include "commands/DesignCommands.h"
+#include "commands/Bs5950Commands.h"
 #endif
 
 namespace {

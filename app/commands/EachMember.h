@@ -45,7 +45,7 @@ private:
     ExitCode m_worst = EXIT_FINE;
 };
 
-/// Uses every member of the files, in order, and answers the worst exit code of all.
+/// Uses every member of the files, in order, and returns the worst exit code of all.
 ExitCode ForEachMember(const std::vector<std::string>& files, const Console& console, const UseMember& use);
 
 } // namespace Keltrix::App

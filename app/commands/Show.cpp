@@ -1,6 +1,6 @@
+#include "CodelessMember.h"
 #include "Markup.h"
 #include "ReportKey.h"
-#include "ReportMember.h"
 #include "Text.h"
 #include "commands/EachMember.h"
 
@@ -10,7 +10,7 @@ namespace {
 
 ExitCode ShowMember(const MemberFile& file, std::size_t i, const ShowOptions& options, const Console& console)
 {
-    ReportMember member;
+    CodelessMember member;
     member.SetGrade(file.ReadInto(i, member));
     Steel::CMemberResult result;
     member.SetResult(&result);

@@ -62,11 +62,11 @@ private:
     static std::string HoldText(const std::vector<std::string>& rules)
     {
         if (rules.front() != "minor shear") return Joined(rules);
-        std::vector<std::string> told;
+        std::vector<std::string> rules;
         for (const std::string& rule : rules) {
-            if (rule.find("flange") == std::string::npos) told.push_back(rule);
+            if (rule.find("flange") == std::string::npos) rules.push_back(rule);
         }
-        return Joined(told);
+        return Joined(rules);
     }
 
     std::string ContinuousText(const SpanReport& span) const
@@ -88,8 +88,8 @@ private:
     std::string DeflectionText(const Deflection& d) const
     {
         const auto mm = [](double metres) { return Figures(metres * 1e3, 4) + " mm"; };
-        if (d.exact == 0.0) return "none";
-        std::string text = mm(d.exact) + " from the chord, at " + Length(d.exactAt);
+        if (d.integrated == 0.0) return "none";
+        std::string text = mm(d.integrated) + " from the chord, at " + Length(d.integratedAt);
         if (!std::isnan(d.atPoints)) text += "; CSpan's own figure over its points " + mm(d.atPoints);
         return text + " <i>(EI = " + Figures(d.EI / 1e3, 4) + " kN·m²)</i>";
     }
@@ -147,8 +147,8 @@ Json JsonOf(const std::optional<Deflection>& deflection)
     if (!deflection) return nullptr;
     return {{"EI", deflection->EI},
             {"max_disp", deflection->atPoints},
-            {"exact", deflection->exact},
-            {"exact_position", deflection->exactAt}};
+            {"exact", deflection->integrated},
+            {"exact_position", deflection->integratedAt}};
 }
 
 Json JsonOf(const SpanReport& span)
@@ -197,7 +197,7 @@ ExitCode ShowSpans(const SpansOptions& options, const Console& console)
 
     Json members = Json::array();
     const auto showOne = [&](const MemberFile& file, std::size_t i) {
-        ReportMember member;
+        CodelessMember member;
         member.SetGrade(file.ReadInto(i, member));
         const std::vector<SpanReport> spans = MakeSpanReports(member, split, options.EI);
         const std::string title = Utf8(member.GetTitle());

@@ -207,8 +207,8 @@ std::string SectionHtml(const std::string& id, const CheckedMember& checked)
     const CSection section = checked.member->GetKeltrixSec();
     std::string html = "<div class=\"split\">\n<figure>" +
                        SectionSheetSvg(id + "-section", section, checked.Section()) + "</figure>\n" +
-                       ValueTable("Dimensions", SectionDimensions(section), true);
-    std::vector<SectionValue> values = SectionProperties(section);
+                       ValueTable("Dimensions", SectionDimensionValues(section), true);
+    std::vector<SectionValue> values = SectionPropertyValues(section);
     const std::size_t half = (values.size() + 1) / 2;
     const std::vector<SectionValue> rest(values.begin() + static_cast<std::ptrdiff_t>(half), values.end());
     values.resize(half);
@@ -224,9 +224,9 @@ std::string SectionLine(const CheckedMember& checked)
     const auto add = [&](const SectionValue& value, const std::string& number) {
         AddItem(text, ", ", EscapedHtml(WithUnitsKept(value.symbol + " = " + number + ' ' + value.unit)));
     };
-    for (const SectionValue& value : SectionDimensions(section))
+    for (const SectionValue& value : SectionDimensionValues(section))
         add(value, Rounded(value.si * value.factor, 6));
-    for (const SectionValue& value : SectionProperties(section))
+    for (const SectionValue& value : SectionPropertyValues(section))
         add(value, Figures(value.si * value.factor, 4));
     return "<p>" + text + "</p>\n" + ClassAndStrength(checked);
 }
