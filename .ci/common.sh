@@ -69,6 +69,12 @@ lock() {
 }
 unlock() { exec 9>&-; }
 
+# What the last run of ./test left out, and what would make it run.
+left_out() {
+    sed -n 's/^Left out: //p' "$builds/release/Testing/Temporary/LastTest.log" 2>/dev/null | sort | uniq -c |
+        while read -r count reason; do say "$count left out: $reason"; done
+}
+
 # Tests that prove independence of the locale need one that writes a comma where C writes a point: it is made in build/.
 comma_locale() {
     if [[ ! -d $builds/locales/de_DE.UTF-8 ]] && command -v localedef >/dev/null 2>&1; then

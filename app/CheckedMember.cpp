@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
+#include <utility>
 
 #include "Failure.h"
 #include "Text.h"
+#include "keltrix/design/MomentDiagram.h"
 
 namespace Keltrix::App {
 
@@ -68,21 +71,31 @@ const char* PlaceName(BS5950::Place place)
     }
 }
 
-// Entry 0 of the result is the member's, the last one the buckling checks': positions lie between.
+LocalFinding FindingAt(const BS5950::PositionResult& p)
+{
+    return {p.x,          p.subSpan,
+            p.place,      p.combined,
+            p.axial,      p.major,
+            p.minor,      std::max(p.shearMajor, p.shearBuckling),
+            p.shearMinor, p.actions.Mt != 0.0};
+}
+
 Json LocalUtilisations(const CheckedMember& checked)
 {
-    const CMemberResult& result = *checked.result;
     Json list = Json::array();
-    const auto& positions = checked.member->Positions();
-    for (std::size_t i = 0; i < positions.size(); ++i) {
-        const int k = static_cast<int>(i) + 1;
-        list.push_back(JsonObject("position", positions[i].x, "sub_span", positions[i].subSpan + 1, "place",
-                                  PlaceName(positions[i].place), "combined", result.UtilLocalCombined(k), "axial",
-                                  result.UtilLocalAxial(k), "moment_major", result.UtilLocalMomMajor(k), "moment_minor",
-                                  result.UtilLocalMomMinor(k), "shear_major", result.UtilLocalShearMajor(k),
-                                  "shear_minor", result.UtilLocalShearMinor(k), "torsion", result.UtilLocalTorsion(k)));
+    for (const LocalFinding& f : checked.local) {
+        list.push_back(JsonObject("position", f.x, "sub_span", f.subSpan + 1, "place", PlaceName(f.place), "combined",
+                                  f.combined, "axial", f.axial, "moment_major", f.momentMajor, "moment_minor",
+                                  f.momentMinor, "shear_major", f.shearMajor, "shear_minor", f.shearMinor, "torsion",
+                                  f.hasTorsion ? Json() : Json(0.0)));
     }
     return list;
+}
+
+Json MomentsJson(const Design::Extremes& extremes)
+{
+    return JsonObject("greatest", extremes.greatest, "greatest_position", extremes.greatestAt, "least", extremes.least,
+                      "least_position", extremes.leastAt);
 }
 
 Json BucklingUtilisations(const CMemberResult& result)
@@ -135,10 +148,17 @@ std::string CheckedMember::Section() const { return Utf8(member->GetKeltrixSec()
 
 std::string CheckedMember::Grade() const { return Utf8(member->GetGrade().Name()); }
 
-std::string CheckedMember::Status() const
+std::string StatusText(bool passed, bool failed)
 {
-    if (result->HasFailed() || member->Checks().HasFailed()) return "fail";
+    if (failed) return "fail";
     return passed ? "pass" : "not checked";
+}
+
+std::string CheckedMember::Status() const { return StatusText(passed, failed); }
+
+std::vector<MemberWarning> CheckedMember::CheckWarnings() const
+{
+    return {warnings.begin() + static_cast<std::ptrdiff_t>(fileWarnings), warnings.end()};
 }
 
 std::string CheckedMember::Governing() const
@@ -147,24 +167,198 @@ std::string CheckedMember::Governing() const
     return entry ? DescribeEntry(*entry) : "nothing";
 }
 
+namespace {
+
+// Shows the factor that the file gives.
+class OpenMember : public BS5950::CSteelMemberBS5950 {
+public:
+    using CSteelMemberGen::EquivalentUniformMomentFactor;
+};
+
+Design::Extremes MomentsOf(BS5950::CSteelMemberBS5950& member, Design::Bending bending)
+{
+    const std::vector<Steel::CMemberPoint> points = member.GetMemberPointVec();
+    const Design::MomentDiagram diagram(points, member.GetSubSpanVec(), bending);
+    return diagram.Between(points.front().GetPos(), points.back().GetPos());
+}
+
+void NoteLargeUtilisation(CheckedMember& checked)
+{
+    constexpr double most = 100.0;
+    const double overall = checked.result->UtilOverAll();
+    if (!(overall > most)) return;
+    checked.warnings.push_back({"large-utilisation", Severity::Note, checked.file, checked.line,
+                                "utilisation " + Rounded(overall, 4) + ": are positions in mm, or moments in N·mm?"});
+}
+
+} // namespace
+
+void SetGradeOf(const MemberFile& file, std::size_t i, BS5950::CSteelMemberBS5950& member, const CSteelGrade& grade)
+{
+    if (member.SetGrade(grade)) return;
+    if (BS5950::GradeFromName(grade.Name()) != BS5950::Grade::User)
+        throw file.Refusal(i, "GRADE", "code-grade", Quote(grade.Name().View()), "S275, S355, S460 or User_defined");
+    throw file.Refusal(i, "GRADE", "code-grade", Wording(BS5950::MakeMaterial(grade, 0.0).refusal), {});
+}
+
+void RequireAccepted(const MemberFile& file, std::size_t i, const BS5950::CSteelMemberBS5950& member)
+{
+    if (!member.Positions().empty() || member.Checks().Entries().empty()) return;
+    struct Subject {
+        const char* word;
+        const char* keyword;
+    };
+    static constexpr Subject SUBJECTS[] = {{"net to gross", "NET_TO_GROSS"},
+                                           {"plastic to elastic", "ALLOWABLE_PLASTIC/ELASTIC_RATIO"},
+                                           {"uniform moment factor", "EQUIVALENT_UNIFORM_MOMENT_FACTOR"},
+                                           {"grade", "GRADE"},
+                                           {"section", "SECTION"},
+                                           {"element", "SECTION"}};
+    const std::string reason = Wording(member.Checks().Entries().front().reason);
+    for (const Subject& subject : SUBJECTS) {
+        if (reason.find(subject.word) != std::string::npos) throw file.Refusal(i, subject.keyword, "code", reason, {});
+    }
+    throw file.Refusal(i, "TITLE", "code", reason, {});
+}
+
 CheckedMember CheckMember(const MemberFile& file, std::size_t i, int option, bool withText)
 {
     CheckedMember checked;
     checked.file = file.Name();
     checked.line = file.Member(i).firstLine;
     checked.name = file.NameOf(i);
-    checked.member = std::make_unique<BS5950::CSteelMemberBS5950>();
+    auto member = std::make_unique<OpenMember>();
+    const OpenMember& open = *member;
+    checked.member = std::move(member);
     checked.result = std::make_unique<CMemberResult>();
     checked.member->SetDesOpt(option);
     const CSteelGrade grade = file.ReadInto(i, *checked.member);
     checked.title = Utf8(checked.member->GetTitle());
-    if (!checked.member->SetGrade(grade))
-        throw BadInput(checked.name + ": GRADE: got " + Quote(grade.Name().View()) +
-                       ", expected S275, S355, S460 or User_defined with strengths above 0");
+    checked.momentFactor = open.EquivalentUniformMomentFactor();
+    SetGradeOf(file, i, *checked.member, grade);
     if (!withText) checked.result->EnableText(false);
     checked.member->SetResult(checked.result.get());
     checked.passed = checked.member->Check();
+    RequireAccepted(file, i, *checked.member);
+    checked.failed = checked.result->HasFailed() || checked.member->Checks().HasFailed();
+    for (const BS5950::PositionResult& position : checked.member->Positions())
+        checked.local.push_back(FindingAt(position));
+    checked.momentMajor = MomentsOf(*checked.member, Design::Bending::Major);
+    checked.momentMinor = MomentsOf(*checked.member, Design::Bending::Minor);
+    checked.warnings = file.WarningsOf(i);
+    checked.fileWarnings = checked.warnings.size();
+    NoteLargeUtilisation(checked);
     return checked;
+}
+
+namespace {
+
+// What makes a member, without its load case, part by part in words.
+class Identity {
+public:
+    explicit Identity(const CheckedMember& checked)
+    {
+        BS5950::CSteelMemberBS5950& member = *checked.member;
+        const CSection section = member.GetKeltrixSec();
+        const CSecComp& component = section.Component(0);
+        Add("section", checked.Section());
+        Add("section type", Utf8(SecTypeString(component.Type())));
+        Add("grade", GradeText(member.GetGrade()));
+        Add("net to gross ratio", Shortest(component.NetGross()));
+        Add("allowable plastic to elastic ratio", Shortest(component.PlasElas()));
+        Add("shear lag factor", Shortest(component.Beta()));
+        Add("effective lengths", OverrideText(member));
+        Add("equivalent uniform moment factor", checked.momentFactor ? Shortest(*checked.momentFactor) : "as computed");
+        const auto& points = member.GetMemberPointVec();
+        const auto& subSpans = member.GetSubSpanVec();
+        Add("number of points", std::to_string(points.size()));
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const std::string point = "point " + std::to_string(i + 1);
+            Add(point + " at", Shortest(points[i].GetPos()) + " m");
+            Add("restraint of " + point, RestraintText(points[i].GetRestraint()));
+        }
+        for (std::size_t k = 0; k < subSpans.size(); ++k)
+            Add("restraint of sub-span " + std::to_string(k + 1), RestraintText(subSpans[k].GetRestraint()));
+    }
+
+    std::string DifferenceTo(const Identity& other) const
+    {
+        for (std::size_t i = 0; i < std::min(m_parts.size(), other.m_parts.size()); ++i) {
+            const auto& [name, value] = m_parts[i];
+            if (value != other.m_parts[i].second) return name + ' ' + other.m_parts[i].second + ", not " + value;
+        }
+        return {};
+    }
+
+private:
+    void Add(std::string name, std::string value) { m_parts.emplace_back(std::move(name), std::move(value)); }
+
+    static std::string GradeText(const CSteelGrade& grade)
+    {
+        std::string text = Utf8(grade.Name());
+        if (BS5950::GradeFromName(grade.Name()) != BS5950::Grade::User) return text;
+        for (const double value : {grade.GetUserPy(), grade.GetUserPu(), grade.GetUserE(), grade.GetMatFactor()})
+            text += ' ' + Shortest(value);
+        return text;
+    }
+
+    static std::string OverrideText(const BS5950::CSteelMemberBS5950& member)
+    {
+        if (!member.LengthOverride()) return "by the restraints";
+        return Shortest(member.Lyy()) + " m, " + Shortest(member.Lzz()) + " m and " + Shortest(member.Llt()) + " m";
+    }
+
+    // The load height is the load's.
+    static std::string RestraintText(Steel::CRestraint restraint)
+    {
+        restraint.SetLoadHeight(0.0);
+        return Utf8(restraint.UserDescription());
+    }
+
+    std::vector<std::pair<std::string, std::string>> m_parts;
+};
+
+// The position of a finding among those of a member; a new one where it has none yet.
+LocalFinding& Placed(std::vector<LocalFinding>& list, const LocalFinding& finding)
+{
+    const auto order = [](const LocalFinding& f) { return std::make_tuple(f.subSpan, f.x, static_cast<int>(f.place)); };
+    const auto at = std::lower_bound(list.begin(), list.end(), finding,
+                                     [&](const auto& a, const auto& b) { return order(a) < order(b); });
+    if (at != list.end() && order(*at) == order(finding)) return *at;
+    return *list.insert(at, finding);
+}
+
+void Merge(std::vector<LocalFinding>& list, const std::vector<LocalFinding>& others)
+{
+    for (const LocalFinding& other : others) {
+        LocalFinding& here = Placed(list, other);
+        for (double LocalFinding::*value :
+             {&LocalFinding::combined, &LocalFinding::axial, &LocalFinding::momentMajor, &LocalFinding::momentMinor,
+              &LocalFinding::shearMajor, &LocalFinding::shearMinor}) {
+            // Not-a-number is the worst of all.
+            if (!(other.*value <= here.*value)) here.*value = other.*value;
+        }
+        here.hasTorsion = here.hasTorsion || other.hasTorsion;
+    }
+}
+
+void Merge(Design::Extremes& extremes, const Design::Extremes& other, bool isFirst)
+{
+    if (isFirst || !(other.greatest <= extremes.greatest)) {
+        extremes.greatest = other.greatest;
+        extremes.greatestAt = other.greatestAt;
+    }
+    if (isFirst || !(other.least >= extremes.least)) {
+        extremes.least = other.least;
+        extremes.leastAt = other.leastAt;
+    }
+}
+
+} // namespace
+
+std::string DifferenceOf(const CheckedMember& member, const CheckedMember& other)
+{
+    return Identity(member).DifferenceTo(Identity(other));
 }
 
 CheckedMember Envelope(std::vector<CheckedMember> cases)
@@ -173,14 +367,25 @@ CheckedMember Envelope(std::vector<CheckedMember> cases)
         return a.result->UtilOverAll() < b.result->UtilOverAll();
     });
     CMemberResult merged = *cases.front().result;
-    bool passed = cases.front().passed;
-    for (std::size_t i = 1; i < cases.size(); ++i) {
-        merged += *cases[i].result;
-        passed = passed && cases[i].passed;
+    CheckedMember all;
+    all.passed = true;
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        if (i > 0) merged += *cases[i].result;
+        all.passed = all.passed && cases[i].passed;
+        all.failed = all.failed || cases[i].failed;
+        all.warnings.insert(all.warnings.end(), cases[i].warnings.begin(), cases[i].warnings.end());
+        Merge(all.local, cases[i].local);
+        Merge(all.momentMajor, cases[i].momentMajor, i == 0);
+        Merge(all.momentMinor, cases[i].momentMinor, i == 0);
     }
     CheckedMember envelope = std::move(*worst);
     *envelope.result = std::move(merged);
-    envelope.passed = passed;
+    envelope.passed = all.passed;
+    envelope.failed = all.failed || envelope.result->HasFailed();
+    envelope.warnings = std::move(all.warnings);
+    envelope.local = std::move(all.local);
+    envelope.momentMajor = all.momentMajor;
+    envelope.momentMinor = all.momentMinor;
     return envelope;
 }
 
@@ -217,9 +422,9 @@ Json HeadlineJson(const CheckedMember& checked)
     const LedgerEntry* const governing = checked.member->Checks().Governing();
     return JsonObject("file", checked.file, "line", checked.line, "title", checked.title, "section", checked.Section(),
                       "grade", checked.Grade(), "status", checked.Status(), "overall", checked.result->UtilOverAll(),
-                      "governing", governing ? EntryJson(*governing) : Json(), "flags",
-                      FlagWords(checked.result->GetFlags()), "class", checked.member->SectionClass(), "design_strength",
-                      checked.member->DesignStrength());
+                      "governing", governing ? EntryJson(*governing) : Json(), "warnings",
+                      WarningsJson(checked.warnings), "flags", FlagWords(checked.result->GetFlags()), "class",
+                      checked.member->SectionClass(), "design_strength", checked.member->DesignStrength());
 }
 
 Json JsonOf(const CheckedMember& checked)
@@ -234,6 +439,7 @@ Json JsonOf(const CheckedMember& checked)
         assumptions.push_back(JsonObject("name", Wording(assumption.name), "text", Wording(assumption.text), "value",
                                          OrNull(assumption.value)));
     Json json = HeadlineJson(checked);
+    json["moments"] = JsonObject("major", MomentsJson(checked.momentMajor), "minor", MomentsJson(checked.momentMinor));
     json["utilisation"] =
         JsonObject("local", LocalUtilisations(checked), "buckling", BucklingUtilisations(*checked.result));
     json["effective_lengths"] = JsonObject("major", LengthsJson(lengths.GetMajorAxisEntries()), "minor",

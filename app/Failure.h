@@ -21,10 +21,16 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Output that cannot be written: a closed pipe, a full disk. Ends the program with EXIT_BAD_INPUT.
+/// Output that cannot be written: a full disk, a closed stream. Ends the program with EXIT_BAD_INPUT.
 class BadOutput : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
+};
+
+/// Output to a pipe that nobody reads any more. Ends the program without a message, as SIGPIPE does.
+class ClosedPipe : public BadOutput {
+public:
+    using BadOutput::BadOutput;
 };
 
 /// Options that contradict each other or have no meaning. Ends the command with EXIT_BAD_USAGE.

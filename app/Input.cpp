@@ -36,7 +36,7 @@ std::string Place(std::string_view bytes, std::size_t offset, FilePlace start)
 
 } // namespace
 
-std::string NameOfInput(const std::string& path) { return path == "-" ? "standard input" : Printable(path); }
+std::string NameOfInput(const std::string& path) { return path == "-" ? "standard input" : PrintableLine(path); }
 
 std::filesystem::path FilePath(const std::string& name)
 {

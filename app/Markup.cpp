@@ -224,10 +224,8 @@ Document ReadMarkup(std::string_view markup) { return Reader().Read(markup); }
 
 std::string AsText(std::string_view utf8)
 {
-    std::string text = Printable(utf8);
+    std::string text = PrintableLine(utf8);
     std::replace(text.begin(), text.end(), '<', LITERAL_LESS);
-    std::replace(text.begin(), text.end(), '\n', ' ');
-    std::replace(text.begin(), text.end(), '\t', ' ');
     return text;
 }
 

@@ -6,7 +6,9 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
+#include "ActionFindings.h"
 #include "Fields.h"
 #include "Text.h"
 #include "keltrix/platform/KxData.h"
@@ -78,15 +80,27 @@ std::string WordOf(Rank rank)
 // What a number field is meant to hold.
 struct Quantity {
     const char* expected;
-    const wchar_t* unit; // forgiven behind the number in a suggestion
+    const char* dimension; // of the units that people write after the number
 };
 
-constexpr Quantity METRES{"a number in m", L"m"};
-constexpr Quantity NEWTONS{"a number in N", L"N"};
-constexpr Quantity NEWTON_METRES{"a number in N·m", L"Nm"};
-constexpr Quantity PASCALS{"a number in Pa", L"Pa"};
-constexpr Quantity RATIO{"a number", L""};
-constexpr Quantity EFFECTIVE_LENGTH{"a length in m, or below zero minus a factor of the member's length", L"m"};
+constexpr Quantity METRES{"a number in m", "length"};
+constexpr Quantity NEWTONS{"a number in N", "force"};
+constexpr Quantity NEWTON_METRES{"a number in N·m", "moment"};
+constexpr Quantity PASCALS{"a number in Pa", "stress"};
+constexpr Quantity RATIO{"a number", ""};
+constexpr Quantity EFFECTIVE_LENGTH{"a length in m, or below zero minus a factor of the member's length", "length"};
+
+struct Unit {
+    std::wstring_view word;
+    std::string_view dimension;
+    double factor;
+};
+
+constexpr Unit UNITS[] = {{L"m", "length", 1.0},     {L"cm", "length", 1e-2},   {L"mm", "length", 1e-3},
+                          {L"N", "force", 1.0},      {L"kN", "force", 1e3},     {L"MN", "force", 1e6},
+                          {L"Nm", "moment", 1.0},    {L"kNm", "moment", 1e3},   {L"MNm", "moment", 1e6},
+                          {L"Pa", "stress", 1.0},    {L"kPa", "stress", 1e3},   {L"MPa", "stress", 1e6},
+                          {L"N/mm2", "stress", 1e6}, {L"N/mm²", "stress", 1e6}, {L"GPa", "stress", 1e9}};
 
 const std::vector<std::wstring_view> RESTRAINT_NAMES = {L"Free",
                                                         L"None",
@@ -100,6 +114,18 @@ const std::vector<std::wstring_view> RESTRAINT_NAMES = {L"Free",
                                                         L"Top flange lateral",
                                                         L"Bottom flange lateral",
                                                         L"Top and Bottom flange lateral"};
+
+// "one of Free, None, ..., a code as "F1L TR", or a number of bits".
+const std::string& RestraintExpected()
+{
+    static const std::string text = [] {
+        std::string list = "one of ";
+        for (const std::wstring_view name : RESTRAINT_NAMES)
+            list += Utf8(name) + ", ";
+        return list + "a code as \"F1L TR\", or a number of bits";
+    }();
+    return text;
+}
 
 struct Line {
     LineNumber number = 0;
@@ -164,14 +190,40 @@ double ShortestOfFloat(float value)
     return decimal;
 }
 
+bool IsOnlyOf(std::wstring_view text, std::wstring_view characters)
+{
+    return text.find_first_not_of(characters) == std::wstring_view::npos;
+}
+
+bool IsComment(std::wstring_view line)
+{
+    const std::size_t first = line.find_first_not_of(L" \t");
+    return first != std::wstring_view::npos && line[first] == L'#';
+}
+
+// What separates the fields of a line in the place of commas, in words; empty where nothing does.
+std::string ForeignSeparator(std::wstring_view line)
+{
+    const std::size_t first = line.find_first_not_of(L" \t");
+    if (first == std::wstring_view::npos) return {};
+    line.remove_prefix(first);
+    if (line[0] == L'"' && RankOf(line.substr(1, line.find_first_of(L"\",;\t", 1) - 1)) != UNKNOWN)
+        return "quotation marks around its fields";
+    const std::size_t end = line.find_first_of(L",;\t");
+    if (end == std::wstring_view::npos || line[end] == L',' || RankOf(line.substr(0, end)) == UNKNOWN) return {};
+    return line[end] == L';' ? "semicolons between its fields" : "tabs between its fields";
+}
+
 class Checker {
 public:
-    Checker(const CString& text, LineNumber firstLine) : m_text(text), m_walk(text, firstLine) {}
+    Checker(const CString& text, const ReadingOptions& options, LineNumber firstLine) :
+        m_text(text), m_options(options), m_walk(text, firstLine)
+    {}
 
-    FileCheck Check(bool isBehindEnd)
+    FileCheck Check(bool isAfterEnd)
     {
         m_walk.Next();
-        if (!isBehindEnd || GoToNextMember()) {
+        if (isAfterEnd ? GoToNextMember() : GoPastComments()) {
             do {
                 CheckMember();
                 if (Now().rank == END) m_walk.Next();
@@ -181,12 +233,14 @@ public:
                          [](const Defect& a, const Defect& b) { return a.line < b.line; });
         if (m_unlisted > 0) {
             m_check.defects.push_back({m_unlistedError ? Severity::Error : Severity::Warning,
-                                       m_walk.Current().number,
+                                       Now().number,
+                                       "not-listed",
                                        {},
                                        {},
                                        {},
                                        {},
-                                       Count(m_unlisted, "further defect") + " not listed; mend those above first"});
+                                       Count(m_unlisted, "further defect") + " not listed; mend those above first",
+                                       m_check.members.size() - 1});
         }
         return std::move(m_check);
     }
@@ -197,36 +251,41 @@ private:
     // A file that is no member file at all would have one in every line.
     static constexpr std::size_t MOST_DEFECTS = 1000;
 
-    void Add(Severity severity, const Line& line, std::string field, std::string got, std::string expected,
-             std::string advice)
+    void Add(Severity severity, const char* code, const Line& line, std::string field, std::string got,
+             std::string expected, std::string advice)
     {
+        if (severity == Severity::Warning && m_options.isStrict) severity = Severity::Error;
         if (severity == Severity::Error) m_member.hasErrors = true;
-        if (m_check.defects.size() >= MOST_DEFECTS) {
+        // Each member keeps a reason of its own, however many defects the file has.
+        const bool isFirst = !std::exchange(m_hasDefect[static_cast<std::size_t>(severity)], true);
+        if (m_check.defects.size() >= MOST_DEFECTS && !(isFirst && m_isInMember)) {
             ++m_unlisted;
             if (severity == Severity::Error) m_unlistedError = true;
             return;
         }
         const std::string keyword = line.rank == UNKNOWN ? std::string() : WordOf(line.rank);
-        m_check.defects.push_back(
-            {severity, line.number, keyword, std::move(field), std::move(got), std::move(expected), std::move(advice)});
+        m_check.defects.push_back({severity, line.number, code, keyword, std::move(field), std::move(got),
+                                   std::move(expected), std::move(advice),
+                                   m_isInMember ? m_check.members.size() : Defect::NO_MEMBER});
     }
-    void Warn(std::string field, std::string got, std::string expected, std::string advice)
+    void Warn(const char* code, std::string field, std::string got, std::string expected, std::string advice)
     {
-        Add(Severity::Warning, Now(), std::move(field), std::move(got), std::move(expected), std::move(advice));
+        Add(Severity::Warning, code, Now(), std::move(field), std::move(got), std::move(expected), std::move(advice));
     }
     // The reader would take something else in its place: nobody can have meant that.
-    void Unreadable(std::string field, std::string got, std::string expected, std::string advice)
+    void Unreadable(const char* code, std::string field, std::string got, std::string expected, std::string advice)
     {
-        Add(Severity::Error, Now(), std::move(field), std::move(got), std::move(expected), std::move(advice));
+        Add(Severity::Error, code, Now(), std::move(field), std::move(got), std::move(expected), std::move(advice));
     }
     void Refuse(std::string got, std::string expected, std::string advice)
     {
-        RefuseAt(Now(), {}, std::move(got), std::move(expected), std::move(advice));
+        RefuseAt("line-order", Now(), {}, std::move(got), std::move(expected), std::move(advice));
     }
-    void RefuseAt(const Line& line, std::string field, std::string got, std::string expected, std::string advice = {})
+    void RefuseAt(const char* code, const Line& line, std::string field, std::string got, std::string expected,
+                  std::string advice = {})
     {
         m_member.isRefused = true;
-        Add(Severity::Error, line, std::move(field), std::move(got), std::move(expected), std::move(advice));
+        Add(Severity::Error, code, line, std::move(field), std::move(got), std::move(expected), std::move(advice));
     }
 
     const Line& Now() const { return m_walk.Current(); }
@@ -247,8 +306,13 @@ private:
         m_stop = false;
         m_pending = true;
         m_lostOverridesLine = 0;
+        m_hasDefect = {};
+        m_isInMember = true;
+        m_isPaddingTold = false;
         const std::size_t start = m_walk.Start();
 
+        if (std::string separator = ForeignSeparator(Now().whole); !separator.empty())
+            return RefuseForeignFile(separator, start);
         if (Reach(TITLE)) CheckTitle();
         SkipCaption();
         if (Reach(SECTION)) CheckSection();
@@ -264,9 +328,39 @@ private:
         CheckFactors();
         CheckPointsAndSubSpans();
 
-        const std::size_t finish = Now().rank == END ? m_walk.Finish() : m_walk.Start();
+        EndMember(start, Now().rank == END ? m_walk.Finish() : m_walk.Start());
+    }
+
+    void EndMember(std::size_t start, std::size_t finish)
+    {
         m_member.text = m_text.View().substr(start, finish - start);
         m_check.members.push_back(m_member);
+        m_isInMember = false;
+    }
+
+    // No line of such a file is read: one message in the place of one for each line.
+    void RefuseForeignFile(const std::string& separator, std::size_t start)
+    {
+        m_member.isRefused = true;
+        Add(Severity::Error, "separator", Now(), {}, "a file with " + separator,
+            "commas between fields, and no quotation marks",
+            "save it as CSV with commas between fields, a point in numbers and no quotation marks");
+        while (!Now().isPastEnd)
+            m_walk.Next();
+        EndMember(start, m_walk.Start());
+    }
+
+    // Past the comments in front of the first member; whether anything follows them.
+    bool GoPastComments()
+    {
+        bool hasComment = false;
+        while (!Now().isPastEnd && IsComment(Now().whole)) {
+            hasComment = true;
+            m_walk.Next();
+        }
+        while (hasComment && !Now().isPastEnd && (IsComment(Now().whole) || IsOnlyOf(Now().whole, L" \t\r,")))
+            m_walk.Next();
+        return true;
     }
 
     // Past the lines between two members; whether there is another one.
@@ -274,10 +368,11 @@ private:
     {
         bool isTold = false;
         while (!Now().isPastEnd && Now().rank != TITLE) {
-            const bool isBlank = Now().keyword.empty() && Now().rest.empty();
-            if (!isBlank && !isTold) {
-                Add(Severity::Warning, Now(), {}, QuoteLine(), "nothing, or the TITLE line of another member",
-                    "lines behind END are not read");
+            const bool isIdle = IsOnlyOf(Now().whole, L" \t\r,") || IsComment(Now().whole);
+            if (!isIdle && !isTold) {
+                if (std::string separator = ForeignSeparator(Now().whole); !separator.empty()) return true;
+                Warn("stray-line", {}, QuoteLine(), "nothing, or the TITLE line of another member",
+                     "lines after END are not read; a comment starts with #");
                 isTold = true;
             }
             m_walk.Next();
@@ -360,8 +455,8 @@ private:
     {
         const FieldList list = SplitFields(Now().rest, 1);
         if (!list.fields.empty()) m_member.title = list.fields[0];
-        if (list.count <= 1) return;
-        Warn("title", Quote(Now().rest), "a title without a comma",
+        if (list.count <= 1 || IsPadding(1)) return;
+        Warn("title-comma", "title", Quote(Now().rest), "a title without a comma",
              "it is read as " + Quote(m_member.title) + ", the rest is lost");
     }
 
@@ -372,15 +467,15 @@ private:
         const std::wstring_view type = list.fields.size() > 1 ? list.fields[1] : std::wstring_view();
         if (list.count == 3 && NumberPrefix(type) > 0 && IsTypeWord(list.fields[2])) {
             const std::wstring joined = std::wstring(description) + L'.' + std::wstring(type);
-            Unreadable("description", Quote(std::wstring(description) + L',' + std::wstring(type)),
+            Unreadable("decimal-comma", "description", Quote(std::wstring(description) + L',' + std::wstring(type)),
                        "a section without a comma", "write " + Utf8(joined));
             return;
         }
         WarnOfExtraFields(list, 2);
         CheckDescription(description, type);
         if (!IsTypeWord(type)) {
-            Warn("type", type.empty() ? "nothing" : Quote(type), "ROLLED, WELDED, FORMED or UNDEF, in capitals",
-                 "it is read as UNDEF");
+            Warn("section-type", "type", type.empty() ? "nothing" : Quote(type),
+                 "ROLLED, WELDED, FORMED or UNDEF, in capitals", "it is read as UNDEF");
         }
     }
 
@@ -398,13 +493,14 @@ private:
             for (const CString& name : catalogue->Suggest(description, 3))
                 names += (names.empty() ? "nearest: " : ", ") + Utf8(name);
             constexpr const char* expected = "a catalogue section or a parametric description";
-            if (description.empty()) return Warn("description", "nothing", expected, {});
-            return Unreadable("description", Quote(description), expected, names);
+            if (description.empty()) return Unreadable("section", "description", "nothing", expected, {});
+            return Unreadable("section", "description", Quote(description), expected, names);
         }
         const CString word = SecTypeString(section.CatalogueType());
         if (section.CatalogueType() != SEC_UNDEF && IsTypeWord(type) && !SameWord(type, word) &&
             !SameWord(type, L"UNDEF")) {
-            Warn("type", Quote(type), Utf8(word) + ", as the catalogue has this section", "it is read as written");
+            Warn("section-type", "type", Quote(type), Utf8(word) + ", as the catalogue has this section",
+                 "it is read as written");
         }
     }
 
@@ -412,13 +508,13 @@ private:
     {
         const FieldList list = SplitFields(Now().rest, 6);
         const std::wstring_view name = list.fields.empty() ? std::wstring_view() : list.fields[0];
-        if (name.empty()) Warn("name", "nothing", "the name of a grade, or User_defined", {});
+        if (name.empty()) Unreadable("grade", "name", "nothing", "the name of a grade, or User_defined", {});
         if (!SameWord(name, L"User_defined")) return WarnOfExtraFields(list, 1);
         CheckNumber(list, 1, "Py", PASCALS);
         CheckNumber(list, 2, "Pu", PASCALS);
         CheckNumber(list, 3, "E", PASCALS);
         CheckNumber(list, 4, "material factor", RATIO);
-        WarnOfExtraFields(list, 5);
+        RefuseExtraFields(list, 5);
     }
 
     // A line of one number behind its keyword.
@@ -427,7 +523,7 @@ private:
         const FieldList list = SplitFields(Now().rest, 2);
         if (RefuseDecimalComma(list, 0, 2, field, RATIO)) return;
         CheckNumber(list, 0, field, RATIO);
-        WarnOfExtraFields(list, 1);
+        RefuseExtraFields(list, 1);
     }
 
     // Whether the current line begins a member: TITLE, perhaps a line of captions, SECTION. In the two places where any
@@ -453,14 +549,22 @@ private:
         if (Now().rank == SHEAR_LAG) return CheckSingleNumber("factor");
         const std::string expected = LineHere(SHEAR_LAG);
         if (Now().rank == HEADINGS) {
-            Warn({}, QuoteLine(), expected, "the factor keeps the section's value");
+            Warn("no-shear-lag", {}, QuoteLine(), expected, "the factor keeps the section's value");
         } else if (m_member.isRefused) {
             m_pending = true;
         } else {
             if (Now().rank == LENGTH_OVERRIDES) m_lostOverridesLine = Now().number;
             m_pending = StartsMember() || Now().isPastEnd;
-            if (!m_pending) Warn({}, QuoteLine(), expected, "the line in its place is lost");
+            if (!m_pending) ReportLostLine(expected, {});
         }
+    }
+
+    // A line in a place where the reader takes any. One with a keyword held something that somebody meant.
+    void ReportLostLine(const std::string& expected, const std::string& advice)
+    {
+        const bool isKnown = Now().rank != UNKNOWN;
+        Add(isKnown ? Severity::Error : Severity::Warning, "lost-line", Now(), {}, QuoteLine(), expected,
+            "the line in its place is lost" + advice);
     }
 
     void CheckLengthOverrides()
@@ -471,11 +575,12 @@ private:
             CheckNumber(list, 1, "major-axis length", EFFECTIVE_LENGTH);
             CheckNumber(list, 2, "minor-axis length", EFFECTIVE_LENGTH);
             CheckNumber(list, 3, "lateral-torsional length", EFFECTIVE_LENGTH);
-            return WarnOfExtraFields(list, 4);
+            return RefuseExtraFields(list, 4);
         }
-        if (SameWord(word, L"YES")) return Unreadable("word", Quote(word), "YES or NO", "write YES, in capitals");
+        if (SameWord(word, L"YES"))
+            return Unreadable("overrides", "word", Quote(word), "YES or NO", "write YES, in capitals");
         if (!SameWord(word, L"NO"))
-            Warn("word", word.empty() ? "nothing" : Quote(word), "YES or NO", "it is read as NO");
+            return Unreadable("overrides", "word", word.empty() ? "nothing" : Quote(word), "YES or NO", {});
         WarnOfExtraFields(list, 1);
     }
 
@@ -500,8 +605,8 @@ private:
             m_pending = true;
             return;
         }
-        Warn({}, QuoteLine(), "a HEADINGS line in front of the points",
-             "the line in its place is lost: write \"HEADINGS,Index,Position,Restraint int, Load height\" above it");
+        ReportLostLine("a HEADINGS line in front of the points",
+                       ": write \"HEADINGS,Index,Position,Restraint int, Load height\" above it");
     }
 
     void CheckPointsAndSubSpans()
@@ -531,11 +636,43 @@ private:
 
     // --- Fields ---
 
+    // Whether the line has only empty fields after the first `wanted`, as spreadsheets write them to make all lines as long
+    // as the longest. The first such line of a member is a warning.
+    bool IsPadding(std::size_t wanted)
+    {
+        std::wstring_view rest = Now().rest;
+        for (std::size_t i = 0; i < wanted; ++i)
+            GetSubString(rest);
+        if (!IsOnlyOf(rest, L" \t\r,")) return false;
+        if (!m_isPaddingTold)
+            Warn("padding", {}, "empty fields after the last one", "none",
+                 "they are not read, here and in all lines of this member");
+        m_isPaddingTold = true;
+        return true;
+    }
+
     void WarnOfExtraFields(const FieldList& list, std::size_t wanted)
     {
-        if (list.count <= wanted) return;
-        Warn({}, Count(list.count, "field"), wanted == 0 ? "none" : Count(wanted, "field"),
-             "those behind are not read");
+        if (list.count <= wanted || IsPadding(wanted)) return;
+        Warn("extra-fields", {}, Count(list.count, "field"), wanted == 0 ? "none" : Count(wanted, "field"),
+             "those after the last one are not read");
+    }
+
+    // In a line of numbers a field too many is as a rule the second half of a number.
+    void RefuseExtraFields(const FieldList& list, std::size_t wanted)
+    {
+        if (list.count <= wanted || IsPadding(wanted)) return;
+        Unreadable("extra-fields", {}, Count(list.count, "field"), Count(wanted, "field"),
+                   "is there a comma within a number?");
+    }
+
+    // A line that ends early is one defect, whatever is lost with its rest.
+    void RefuseShortLine(const FieldList& list, std::size_t wanted, const char* firstMissing)
+    {
+        if (list.count >= wanted) return;
+        const bool isOne = list.count + 1 == wanted;
+        Unreadable("missing-field", {}, Count(list.count, "field"), Count(wanted, "field"),
+                   firstMissing + std::string(isOne ? " is missing" : " and what follows it are missing"));
     }
 
     double CheckNumber(const FieldList& list, std::size_t i, const char* name, const Quantity& quantity)
@@ -545,25 +682,38 @@ private:
         const double value = GetValueDouble(copy);
         const std::size_t prefix = NumberPrefix(field);
         if (field.empty()) {
-            Warn(name, "nothing", quantity.expected, "it is read as 0");
+            Unreadable("missing-field", name, "nothing", quantity.expected, "write 0 where that is meant");
         } else if (prefix == 0) {
-            Unreadable(name, Quote(field), quantity.expected, {});
+            Unreadable("number", name, Quote(field), quantity.expected, {});
         } else if (prefix < field.size()) {
-            Warn(name, Quote(field), quantity.expected, AdviceOnNumber(field, prefix, quantity));
+            Unreadable("number", name, Quote(field), quantity.expected, AdviceOnNumber(field, prefix, quantity));
         } else if (!std::isfinite(value)) {
-            Warn(name, Quote(field), quantity.expected + std::string(" that is finite"),
-                 "it is read as " + Shortest(value));
+            Unreadable("number", name, Quote(field), quantity.expected + std::string(" that is finite"), {});
         }
         return value;
     }
 
+    // What is likely meant by a number with other text after it: another unit, or digits in groups.
     static std::string AdviceOnNumber(std::wstring_view field, std::size_t prefix, const Quantity& quantity)
     {
-        const std::string number = Utf8(field.substr(0, prefix));
-        std::wstring_view behind = field.substr(prefix);
-        behind = GetSubString(behind);
-        if (SameWord(behind, quantity.unit)) return "write " + number;
-        return "it is read as " + number;
+        std::wstring number(field.substr(0, prefix));
+        std::wstring_view after = field.substr(prefix);
+        const bool hasGroups = after[0] == L' ' && IsOnlyOf(after, L" 0123456789.");
+        after = GetSubString(after);
+        const auto meant = [&](const Unit& unit) {
+            return unit.dimension == quantity.dimension && SameWord(unit.word, after) &&
+                   (unit.word[0] != L'M' || unit.word == after);
+        };
+        const auto* const unit = std::find_if(std::begin(UNITS), std::end(UNITS), meant);
+        if (unit != std::end(UNITS) && unit->factor == 1.0) return "write " + Utf8(number);
+        if (unit != std::end(UNITS)) {
+            std::wstring_view digits = number;
+            return "write " + Rounded(GetValueDouble(digits) * unit->factor, 12);
+        }
+        if (!hasGroups) return {};
+        number.assign(field);
+        number.erase(std::remove(number.begin(), number.end(), L' '), number.end());
+        return NumberPrefix(number) == number.size() ? "write " + Utf8(number) : std::string();
     }
 
     int CheckWholeNumber(const FieldList& list, std::size_t i, const char* name, const char* expected)
@@ -571,16 +721,12 @@ private:
         const std::wstring_view field = i < list.fields.size() ? list.fields[i] : std::wstring_view();
         std::wstring_view copy = field;
         const int value = GetValueInt(copy);
-        const std::size_t prefix = WholeNumberPrefix(field);
-        const std::string readAs = "it is read as " + std::to_string(value);
         if (field.empty()) {
-            Warn(name, "nothing", expected, readAs);
-        } else if (prefix == 0) {
-            Unreadable(name, Quote(field), expected, {});
-        } else if (prefix < field.size()) {
-            Warn(name, Quote(field), expected, readAs);
+            Unreadable("missing-field", name, "nothing", expected, {});
+        } else if (WholeNumberPrefix(field) < field.size()) {
+            Unreadable("number", name, Quote(field), expected, {});
         } else if (IsClamped(field, value)) {
-            Warn(name, Quote(field), expected + std::string(" within 32 bits"), readAs);
+            Unreadable("number", name, Quote(field), expected + std::string(" within 32 bits"), {});
         }
         return value;
     }
@@ -602,7 +748,7 @@ private:
         if (whole.empty() || WholeNumberPrefix(whole) != whole.size() || decimals.empty()) return false;
         if (decimals[0] < L'0' || decimals[0] > L'9') return false;
         const std::wstring number = std::wstring(whole) + L'.' + std::wstring(decimals);
-        Unreadable(name, Quote(std::wstring(whole) + L',' + std::wstring(decimals)), quantity.expected,
+        Unreadable("decimal-comma", name, Quote(std::wstring(whole) + L',' + std::wstring(decimals)), quantity.expected,
                    "write " + Utf8(std::wstring_view(number).substr(0, NumberPrefix(number))));
         return true;
     }
@@ -619,31 +765,38 @@ private:
             std::wstring_view field = list.fields[1];
             position = GetValueDouble(field);
         } else {
-            position = CheckNumber(list, 1, "position", METRES);
-            CheckRestraint(list, 2, restraint);
-            CheckLoadHeight(list, 3, restraint);
-            WarnOfExtraFields(list, 4);
+            static constexpr const char* names[] = {"the index", "the position", "the restraint", "the load height"};
+            if (list.count < 4) RefuseShortLine(list, 4, names[list.count]);
+            if (list.count > 1) position = CheckNumber(list, 1, "position", METRES);
+            if (list.count > 2) CheckRestraint(list, 2, restraint);
+            if (list.count > 3 && !RefuseDecimalComma(list, 3, 5, "load height", METRES)) {
+                CheckLoadHeight(list, 3, restraint);
+                RefuseExtraFields(list, 4);
+            }
         }
         CMemberPoint point;
         point.Set1Index(index);
         point.SetPos(position);
+        point.SetRestraint(restraint);
         m_points.push_back({point, Now()});
     }
 
     void CheckSubSpan()
     {
-        static constexpr const char* names[] = {"Fx-L", "Fy-L", "Fz-L", "Fx-R", "Fy-R", "Fz-R",
-                                                "Mx-L", "My-L", "Mz-L", "Mx-R", "My-R", "Mz-R"};
+        static constexpr const char* names[] = {"the index", "Fx-L", "Fy-L", "Fz-L",          "Fx-R",
+                                                "Fy-R",      "Fz-R", "Mx-L", "My-L",          "Mz-L",
+                                                "Mx-R",      "My-R", "Mz-R", "the restraint", "the load height"};
         const FieldList list = SplitFields(Now().rest, 16);
+        if (list.count < 15) RefuseShortLine(list, 15, names[list.count]);
         const int index = CheckWholeNumber(list, 0, "index", "a whole number");
         std::array<double, 12> values{};
-        for (std::size_t i = 0; i < values.size(); ++i)
-            values[i] = CheckNumber(list, i + 1, names[i], i < 6 ? NEWTONS : NEWTON_METRES);
+        for (std::size_t i = 1; i <= values.size() && i < list.count; ++i)
+            values[i - 1] = CheckNumber(list, i, names[i], i <= 6 ? NEWTONS : NEWTON_METRES);
         CRestraint restraint;
-        CheckRestraint(list, 13, restraint);
-        CheckLoadHeight(list, 14, restraint);
-        if (list.count > 15) {
-            Warn({}, Count(list.count, "field"), "15 fields", "those behind are not read; is there a decimal comma?");
+        if (list.count > 13) CheckRestraint(list, 13, restraint);
+        if (list.count > 14 && !RefuseDecimalComma(list, 14, 16, "load height", METRES)) {
+            CheckLoadHeight(list, 14, restraint);
+            RefuseExtraFields(list, 15);
         }
         CSubSpan subSpan;
         subSpan.Set1Index(index);
@@ -661,13 +814,15 @@ private:
 
     void CheckRestraint(const FieldList& list, std::size_t i, CRestraint& restraint)
     {
-        static constexpr const char* expected = "a restraint as \"Pinned\" or \"F1L TR\", or a number of bits";
-        if (i >= list.fields.size()) return Warn("restraint", "nothing", expected, "it is read as Free");
-        const std::wstring_view field = list.fields[i];
+        const std::wstring_view field = i < list.fields.size() ? list.fields[i] : std::wstring_view();
+        if (field.empty())
+            return Unreadable("missing-field", "restraint", "nothing", RestraintExpected(),
+                              "write Free where nothing is held");
         if (restraint.SetDescription(CString(field))) {
-            const bool saysFree = field.empty() || SameWord(field, L"Free") || SameWord(field, L"None");
+            const bool saysFree = SameWord(field, L"Free") || SameWord(field, L"None");
             if (restraint.RestFlag() == 0 && !saysFree)
-                Warn("restraint", Quote(field), expected, "it holds nothing: write Free where that is meant");
+                Unreadable("restraint", "restraint", Quote(field), RestraintExpected(),
+                           "it holds nothing: write Free where that is meant");
             return;
         }
         int bits = 0;
@@ -675,11 +830,13 @@ private:
             std::wstring blanks(field);
             std::replace(blanks.begin(), blanks.end(), L'_', L' ');
             const std::optional<std::wstring> nearest = Nearest(blanks, RESTRAINT_NAMES);
-            return Unreadable("restraint", Quote(field), expected, nearest ? "write " + Utf8(*nearest) : std::string());
+            return Unreadable("restraint", "restraint", Quote(field), RestraintExpected(),
+                              nearest ? "write " + Utf8(*nearest) : std::string());
         }
         restraint.SetRestFlag(bits);
         if (IsClamped(field, bits) || (static_cast<unsigned int>(bits) & CRestraint::NON_RESTRAINT_MASK) != 0)
-            Warn("restraint", Quote(field), expected, "it has bits that are no restraints");
+            Unreadable("restraint", "restraint", Quote(field), RestraintExpected(),
+                       "it has bits that are no restraints");
     }
 
     // Read in single precision.
@@ -690,7 +847,7 @@ private:
         const float height = GetValueFloat(field);
         restraint.SetLoadHeight(height);
         if (std::isfinite(written) && ShortestOfFloat(height) != written) {
-            Warn("load height", Quote(list.fields[i]), "at most seven significant digits",
+            Warn("load-height-digits", "load height", Quote(list.fields[i]), "at most seven significant digits",
                  "single precision rounds it to " + Shortest(ShortestOfFloat(height)));
         }
     }
@@ -709,15 +866,15 @@ private:
         const auto less = [](const Placed<Record>& a, const Placed<Record>& b) { return a.record < b.record; };
         const auto stray = std::is_sorted_until(list.begin(), list.end(), less);
         if (stray == list.end()) return;
-        Add(Severity::Warning, stray->line, "index", std::to_string(stray->record.Get1Index()),
+        Add(Severity::Warning, "index-order", stray->line, "index", std::to_string(stray->record.Get1Index()),
             "lines in ascending order", "lines are read in the order of their indices");
         std::stable_sort(list.begin(), list.end(), less);
     }
 
-    // The rules of the library's validation, with the places.
+    // The rules of the library's validation, with the places, and what the strict reading adds to them.
     void CheckLayout()
     {
-        // Nothing was reached of what is judged here.
+        // The member was refused before its first point; there is no layout to check.
         if (m_points.empty() && m_subSpans.empty() && m_member.isRefused) return;
         SortByIndex(m_points);
         SortByIndex(m_subSpans);
@@ -725,12 +882,33 @@ private:
             const std::string expected = m_subSpans.empty() && m_points.size() <= 1
                                              ? "at least two MEMBERPOINT lines and one SUBSPAN line"
                                              : "one SUBSPAN line less than MEMBERPOINT lines";
-            Refuse(Count(m_points.size(), "MEMBERPOINT line") + " and " + Count(m_subSpans.size(), "SUBSPAN line"),
-                   expected, {});
+            RefuseAt("count", Now(), {},
+                     Count(m_points.size(), "MEMBERPOINT line") + " and " + Count(m_subSpans.size(), "SUBSPAN line"),
+                     expected, {});
+        } else if (!m_options.allowGaps) {
+            CheckStart();
         }
         for (std::size_t i = 1; i < m_points.size(); ++i)
             CheckPair(m_points[i - 1], m_points[i]);
         CheckSubSpanList();
+        if (!m_member.hasErrors) CheckActions();
+    }
+
+    // Where the first point and the first sub-span are lost together, all the others still fit each other.
+    void CheckStart()
+    {
+        static constexpr const char* advice = "is a line lost above it? --allow-gaps permits other numbers";
+        const auto expectFirst = [&](const auto& list) {
+            if (list.empty() || list.front().record.Get1Index() == 1) return;
+            Add(Severity::Error, "first-index", list.front().line, "index",
+                std::to_string(list.front().record.Get1Index()), "1 for the first one", advice);
+        };
+        expectFirst(m_points);
+        expectFirst(m_subSpans);
+        if (m_points.empty() || m_points.front().record.GetPos() == 0.0) return;
+        Add(Severity::Error, "first-position", m_points.front().line, "position",
+            Shortest(m_points.front().record.GetPos()), "0 for the first point",
+            "is a line lost above it? --allow-gaps permits another start");
     }
 
     void CheckPair(const Placed<CMemberPoint>& a, const Placed<CMemberPoint>& b)
@@ -738,14 +916,15 @@ private:
         const double x = a.record.GetPos();
         const std::string before = " of the point in line " + std::to_string(a.line.number);
         if (x > b.record.GetPos())
-            RefuseAt(b.line, "position", Shortest(b.record.GetPos()), "a position beyond " + Shortest(x) + before);
+            RefuseAt("position", b.line, "position", Shortest(b.record.GetPos()),
+                     "a position beyond " + Shortest(x) + before);
         else if (x == b.record.GetPos())
-            RefuseAt(b.line, "position", Shortest(x), "another position than that" + before);
+            RefuseAt("position", b.line, "position", Shortest(x), "another position than that" + before);
         const long long index = a.record.Get1Index();
         if (index == b.record.Get1Index())
-            RefuseAt(b.line, "index", std::to_string(index), "another index than that" + before);
+            RefuseAt("index", b.line, "index", std::to_string(index), "another index than that" + before);
         else if (index + 1 != b.record.Get1Index())
-            RefuseAt(b.line, "index", std::to_string(b.record.Get1Index()),
+            RefuseAt("index", b.line, "index", std::to_string(b.record.Get1Index()),
                      std::to_string(index + 1) + ", without a gap");
     }
 
@@ -754,23 +933,41 @@ private:
         for (std::size_t i = 0; i < m_subSpans.size(); ++i) {
             const Placed<CSubSpan>& here = m_subSpans[i];
             if (!(here.record == here.record)) {
-                RefuseAt(here.line, {}, "a value that is not a finite number",
+                RefuseAt("number", here.line, {}, "a value that is not a finite number",
                          "forces, moments and load height that are numbers");
             }
             if (i == 0) continue;
             const Placed<CSubSpan>& before = m_subSpans[i - 1];
             const long long gap = static_cast<long long>(here.record.Get1Index()) - before.record.Get1Index();
             if (gap == 0) {
-                RefuseAt(here.line, "index", std::to_string(here.record.Get1Index()),
+                RefuseAt("index", here.line, "index", std::to_string(here.record.Get1Index()),
                          "another index than that of the sub-span in line " + std::to_string(before.line.number));
-            } else if (gap > 1)
-                Add(Severity::Warning, here.line, "index", std::to_string(here.record.Get1Index()),
-                    std::to_string(before.record.Get1Index() + 1LL),
-                    "sub-spans lie between the points one after another, whatever their indices");
+            } else if (gap > 1 && !m_options.allowGaps) {
+                Add(Severity::Error, "index", here.line, "index", std::to_string(here.record.Get1Index()),
+                    std::to_string(before.record.Get1Index() + 1LL) + ", without a gap",
+                    "is a line lost above it? --allow-gaps permits other numbers");
+            }
+        }
+    }
+
+    // What the forces, moments and restraints of a member that can be read say of each other.
+    void CheckActions()
+    {
+        std::vector<CMemberPoint> points;
+        for (const Placed<CMemberPoint>& point : m_points)
+            points.push_back(point.record);
+        std::vector<CSubSpan> subSpans;
+        for (const Placed<CSubSpan>& subSpan : m_subSpans)
+            subSpans.push_back(subSpan.record);
+        for (ActionFinding& finding : FindInActions(points, subSpans)) {
+            const Line& line = finding.isOfPoint ? m_points[finding.index].line : m_subSpans[finding.index].line;
+            Add(finding.severity, finding.code, line, std::move(finding.field), std::move(finding.got),
+                std::move(finding.expected), std::move(finding.advice));
         }
     }
 
     const CString& m_text;
+    const ReadingOptions m_options;
     LineWalk m_walk;
     FileCheck m_check;
     std::size_t m_unlisted = 0;
@@ -778,6 +975,9 @@ private:
 
     // Of the member that is being checked.
     MemberText m_member;
+    bool m_isInMember = false;
+    std::array<bool, 3> m_hasDefect{}; // by severity
+    bool m_isPaddingTold = false;
     std::vector<Placed<CMemberPoint>> m_points;
     std::vector<Placed<CSubSpan>> m_subSpans;
     bool m_stop = false;    // nothing of the member is left
@@ -786,6 +986,18 @@ private:
 };
 
 } // namespace
+
+const char* SeverityWord(Severity severity)
+{
+    switch (severity) {
+    case Severity::Error:
+        return "error";
+    case Severity::Warning:
+        return "warning";
+    default:
+        return "note";
+    }
+}
 
 std::string Defect::Message() const
 {
@@ -796,27 +1008,42 @@ std::string Defect::Message() const
     return message;
 }
 
-std::string Defect::Text(const std::string& file) const
+std::string Defect::Statement() const
 {
-    std::string text = file + ':' + std::to_string(line) + ": ";
-    if (severity == Severity::Warning) text += "warning: ";
-    text += keyword;
+    std::string text = keyword;
     if (!field.empty()) text += (keyword.empty() ? "" : " ") + field;
-    if (!keyword.empty() || !field.empty()) text += ": ";
+    if (!text.empty()) text += ": ";
     return text + Message();
 }
 
-std::size_t FileCheck::Errors() const
+std::string Defect::Text(const std::string& file) const
 {
-    return static_cast<std::size_t>(std::count_if(
-        defects.begin(), defects.end(), [](const Defect& defect) { return defect.severity == Severity::Error; }));
+    const std::string kind = severity == Severity::Error ? std::string() : SeverityWord(severity) + std::string(": ");
+    return file + ':' + std::to_string(line) + ": " + kind + Statement();
 }
 
-std::size_t FileCheck::Warnings() const { return defects.size() - Errors(); }
-
-FileCheck CheckMemberFile(const CString& text, LineNumber firstLine, bool isBehindEnd)
+std::size_t FileCheck::Count(Severity severity) const
 {
-    return Checker(text, firstLine).Check(isBehindEnd);
+    return static_cast<std::size_t>(std::count_if(
+        defects.begin(), defects.end(), [severity](const Defect& defect) { return defect.severity == severity; }));
+}
+
+std::vector<Defect> FileCheck::DefectsOf(std::size_t i) const
+{
+    const auto isBefore = [](const Defect& defect, LineNumber line) { return defect.line < line; };
+    // A member that lacks its END is reported in the line that begins the next.
+    const LineNumber last = i + 1 < members.size() ? members[i + 1].firstLine : std::numeric_limits<LineNumber>::max();
+    std::vector<Defect> found;
+    for (auto at = std::lower_bound(defects.begin(), defects.end(), members[i].firstLine, isBefore);
+         at != defects.end() && at->line <= last; ++at) {
+        if (at->member == i) found.push_back(*at);
+    }
+    return found;
+}
+
+FileCheck CheckMemberFile(const CString& text, const ReadingOptions& options, LineNumber firstLine, bool isAfterEnd)
+{
+    return Checker(text, options, firstLine).Check(isAfterEnd);
 }
 
 } // namespace Keltrix::App

@@ -13,23 +13,38 @@ namespace Keltrix::App {
 using LineNumber = std::int64_t;
 
 enum class Severity {
-    Error,  ///< the member is refused, or something in it cannot be read: a text for a number, an unknown section
-    Warning ///< it can be read, but reading loses or changes something on the way
+    Error,   ///< the member is refused: the reader refuses it, or what it says is missing, incomplete or ambiguous
+    Warning, ///< it can be read, but something in it is changed by reading or contradicts something else
+    Note     ///< it can be read as it stands, and looks unlike what people mean
+};
+/// "error", "warning", "note".
+const char* SeverityWord(Severity severity);
+
+/// How strictly a member file is read.
+struct ReadingOptions {
+    bool allowGaps = false; ///< numbers need not start at 1 or follow one another, nor positions start at 0
+    bool isStrict = false;  ///< every warning is an error
 };
 
 /// One thing that is wrong with a member file. Texts are UTF-8; those that do not apply are empty.
 struct Defect {
     Severity severity = Severity::Error;
     LineNumber line = 0;
-    std::string keyword;  ///< of the line: "MEMBERPOINT"
-    std::string field;    ///< "position"
-    std::string got;      ///< what stands there, quoted
-    std::string expected; ///< "a number in m"
-    std::string advice;   ///< what comes of it, or what to write instead
+    std::string code;               ///< one word for each kind of defect: "missing-field"
+    std::string keyword;            ///< of the line: "MEMBERPOINT"
+    std::string field;              ///< "position"
+    std::string got;                ///< what stands there, quoted
+    std::string expected;           ///< "a number in m"
+    std::string advice;             ///< what comes of it, or what to write instead
+    std::size_t member = NO_MEMBER; ///< its place among the file's members
+
+    static constexpr std::size_t NO_MEMBER = static_cast<std::size_t>(-1);
 
     /// "got "2.5m", expected a number in m; write 2.5".
     std::string Message() const;
-    /// "floor.csv:14: MEMBERPOINT position: " and the message; a warning says so behind the line number.
+    /// "MEMBERPOINT position: " and the message.
+    std::string Statement() const;
+    /// "floor.csv:14: " and the statement; a warning or note says so after the line number.
     std::string Text(const std::string& file) const;
 };
 
@@ -47,18 +62,32 @@ struct FileCheck {
     std::vector<MemberText> members;
     std::vector<Defect> defects;
 
-    std::size_t Errors() const;
-    std::size_t Warnings() const;
+    std::size_t Errors() const { return Count(Severity::Error); }
+    std::size_t Warnings() const { return Count(Severity::Warning); }
+    std::size_t Notes() const { return Count(Severity::Note); }
+    /// The defects of member i. What stands between members belongs to none.
+    std::vector<Defect> DefectsOf(std::size_t i) const;
+
+private:
+    std::size_t Count(Severity severity) const;
 };
 
-/// Checks a member file, which may hold several members one after another. It follows the library's reader line by
-/// line, so that a member is refused here exactly if the reader or the validation of points and sub-spans refuses it; but it
-/// goes on behind the first fault, and says of each where it is, what was expected and what stands there. It is stricter in
-/// one thing: what the reader silently takes for zero or nothing, because it cannot be read at all, is an error, too.
-/// One pass over the text.
+/// Checks a member file, which may hold several members one after another. `isRefused` is set exactly where the library's
+/// reader or its validation of points and sub-spans refuses the member. The check continues after the first defect, and
+/// reports of each its place, what was expected and what was found.
 ///
-/// The text may be a part of a file that follows an END line (`isBehindEnd`), whose first line is `firstLine`: what stands
+/// This is the strict reading of the format. What the reader silently takes as zero, Free or nothing is an error: a number,
+/// a restraint or a load height that is missing, empty or followed by other text, a value that is not finite, fields beyond
+/// the last one, a line that is passed over. Numbers of points and sub-spans start at 1 and positions at 0, so that a lost
+/// point is noticed (`allowGaps` permits others). Empty fields beyond the last one, as spreadsheets write them, are one
+/// warning. Lines that start with # before and after a member are comments.
+///
+/// One pass over the text. A thousand defects are listed; beyond them only the first error and the first warning of each
+/// member.
+///
+/// The text may be a part of a file that follows an END line (`isAfterEnd`), whose first line is `firstLine`: what stands
 /// before its first TITLE then belongs to no member.
-FileCheck CheckMemberFile(const CString& text, LineNumber firstLine = 1, bool isBehindEnd = false);
+FileCheck CheckMemberFile(const CString& text, const ReadingOptions& options = {}, LineNumber firstLine = 1,
+                          bool isAfterEnd = false);
 
 } // namespace Keltrix::App

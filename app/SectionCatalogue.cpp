@@ -21,7 +21,7 @@ void AddCatalogueFile(const std::string& path, std::istream& standardInput)
     std::string message;
     for (const CatalogueError& error : CSectDB::GetDatabase()->AddCsv(bytes)) {
         if (!message.empty()) message += '\n';
-        message += Printable(path);
+        message += PrintableLine(path);
         if (error.line > 0) message += ':' + std::to_string(error.line);
         if (error.column > 0) message += ", column " + std::to_string(error.column);
         message += ": " + Printable(Utf8(error.message));

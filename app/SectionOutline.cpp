@@ -275,7 +275,7 @@ SectionOutline MakeOutline(const CSection& section)
     case Geom::SHAPE_ANGLE:
         return {{DrawAngle(d)}, 0.0, d.B, d.D};
     case Geom::SHAPE_RHS: {
-        const auto& rhs = static_cast<const RhsSection&>(*geometry);
+        const auto& rhs = static_cast<const RhsShape&>(*geometry);
         return {{DrawBox(d.B, 0.0, d.D, rhs.RadiusOuter()),
                  Opening(DrawBox(d.B - 2 * d.t, d.T, d.D - d.T, rhs.RadiusInner()))},
                 -halfWidth,

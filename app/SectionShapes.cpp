@@ -1,7 +1,6 @@
 #include "SectionShapes.h"
 
 #include <cmath>
-#include <numbers>
 
 namespace Keltrix::App {
 
@@ -54,58 +53,13 @@ bool FitsTogether(const CSecComp& c, int shape)
     }
 }
 
-std::unique_ptr<Steel::CDesSectGeom> NewShape(int shape)
-{
-    switch (shape) {
-    case Geom::SHAPE_I:
-    case Geom::SHAPE_GENERAL_I:
-        return std::make_unique<ISection>();
-    case Geom::SHAPE_CHANNEL:
-        return std::make_unique<ChannelSection>();
-    case Geom::SHAPE_T:
-        return std::make_unique<TeeSection>();
-    case Geom::SHAPE_ANGLE:
-        return std::make_unique<AngleSection>();
-    case Geom::SHAPE_RHS:
-        return std::make_unique<RhsSection>();
-    case Geom::SHAPE_CHS:
-        return std::make_unique<ChsSection>();
-    default:
-        return nullptr;
-    }
-}
-
 } // namespace
-
-double AngleSection::Alpha() const
-{
-    const double Ix = Ixx();
-    const double Iy = Iyy();
-    if (std::abs(Ix - Iy) <= 1e-9 * (Ix + Iy)) return std::numbers::pi / 4.0;
-    return std::atan2(-2.0 * Ixy(), Ix - Iy) / 2.0;
-}
-
-double AngleSection::Iuu() const
-{
-    const double Ix = Ixx();
-    const double Iy = Iyy();
-    return (Ix + Iy) / 2.0 + std::hypot((Ix - Iy) / 2.0, Ixy());
-}
-
-double AngleSection::Ivv() const
-{
-    const double Ix = Ixx();
-    const double Iy = Iyy();
-    return (Ix + Iy) / 2.0 - std::hypot((Ix - Iy) / 2.0, Ixy());
-}
 
 std::unique_ptr<Steel::CDesSectGeom> MakeGeometry(const CSection& section)
 {
     const CSecComp& component = section.Component(0);
     const int shape = component.Shape() & Geom::SHAPE_MASK;
-    std::unique_ptr<Steel::CDesSectGeom> geometry = NewShape(shape);
-    if (!geometry || !FitsTogether(component, shape)) return nullptr;
-    return geometry->SetKeltrixSec(section, nullptr) ? std::move(geometry) : nullptr;
+    return FitsTogether(component, shape) ? Steel::MakeSectionShape(section, nullptr) : nullptr;
 }
 
 } // namespace Keltrix::App

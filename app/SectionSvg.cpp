@@ -108,7 +108,7 @@ SectionDrawing DrawSection(const CSection& section)
     body += draw.Axis("plastic", "", outline.HalvingX(), middleY, upright, reachY);
     body += draw.Axis("axis", "x", middleX, y, 0.0, reachX);
     body += draw.Axis("axis", "y", x, middleY, upright, reachY);
-    if (const auto* angle = dynamic_cast<const AngleSection*>(geometry.get())) {
+    if (const auto* angle = dynamic_cast<const AngleShape*>(geometry.get())) {
         const double reach = 0.6e-3 * size;
         body += draw.Axis("principal", "u", x, y, angle->Alpha(), reach);
         body += draw.Axis("principal", "v", x, y, angle->Alpha() + upright, reach);

@@ -45,7 +45,7 @@ void AddCommon(ValueList& list, const Steel::CDesSectGeom& g)
     list.SecondMoment("J", g.J(), "torsion constant (St Venant)");
 }
 
-void AddAngle(ValueList& list, const AngleSection& g)
+void AddAngle(ValueList& list, const AngleShape& g)
 {
     const double A = g.Area();
     list.Add("alpha", g.Alpha(), "°", 180.0 / std::numbers::pi, "angle from x-x to u-u, the major principal axis");
@@ -62,9 +62,9 @@ void AddAngle(ValueList& list, const AngleSection& g)
 void AddWarping(ValueList& list, const Steel::CDesSectGeom& g)
 {
     static constexpr const char* meaning = "warping constant";
-    if (const auto* i = dynamic_cast<const ISection*>(&g)) list.Add("Iw", i->Gamma(), "dm⁶", 1e6, meaning);
-    if (const auto* c = dynamic_cast<const ChannelSection*>(&g)) list.Add("Iw", c->Iw(), "dm⁶", 1e6, meaning);
-    if (const auto* t = dynamic_cast<const TeeSection*>(&g)) {
+    if (const auto* i = dynamic_cast<const IShape*>(&g)) list.Add("Iw", i->Gamma(), "dm⁶", 1e6, meaning);
+    if (const auto* c = dynamic_cast<const ChannelShape*>(&g)) list.Add("Iw", c->Iw(), "dm⁶", 1e6, meaning);
+    if (const auto* t = dynamic_cast<const TeeShape*>(&g)) {
         list.Add("Iw", t->Iw(), "cm⁶", 1e12, meaning);
         list.Millimetres("beta", t->MonoSymBeta(), "monosymmetry property for lateral-torsional buckling");
     }
@@ -74,7 +74,7 @@ void AddWarping(ValueList& list, const Steel::CDesSectGeom& g)
 void AddAxes(ValueList& list, const CSection& section, const Steel::CDesSectGeom& g)
 {
     const SectionOutline outline = MakeOutline(section);
-    const bool hollow = dynamic_cast<const RhsSection*>(&g) || dynamic_cast<const ChsSection*>(&g);
+    const bool hollow = dynamic_cast<const RhsShape*>(&g) || dynamic_cast<const ChsShape*>(&g);
     const double Ybar = hollow ? outline.top / 2.0 : g.Ybar();
     const double Xbar = hollow ? 0.0 : g.Xbar();
     list.Millimetres("Xbar", Xbar - outline.left, "centroid, from the left edge");
@@ -122,7 +122,7 @@ void AddHollowDimensions(ValueList& list, const Dimensions& dim, const CSection&
     list.Millimetres("t", dim(Geom::WEB_THICKNESS), "side wall thickness");
     list.Millimetres("T", dim(Geom::FLANGE_THICKNESS), "top and bottom wall thickness");
     const auto geometry = MakeGeometry(section);
-    const auto* const rhs = dynamic_cast<const RhsSection*>(geometry.get());
+    const auto* const rhs = dynamic_cast<const RhsShape*>(geometry.get());
     if (!rhs) return;
     list.Millimetres("ro", rhs->RadiusOuter(), "outer corner radius, from the thickness");
     list.Millimetres("ri", rhs->RadiusInner(), "inner corner radius, from the thickness");
@@ -167,7 +167,7 @@ std::vector<SectionValue> SectionPropertyValues(const CSection& section)
     if (!geometry) return {};
     AddCommon(list, *geometry);
     AddWarping(list, *geometry);
-    if (const auto* angle = dynamic_cast<const AngleSection*>(geometry.get())) AddAngle(list, *angle);
+    if (const auto* angle = dynamic_cast<const AngleShape*>(geometry.get())) AddAngle(list, *angle);
     AddAxes(list, section, *geometry);
     return list.Take();
 }

@@ -11,6 +11,8 @@ namespace Keltrix::App {
 namespace {
 
 using Data::CRestraint;
+using Design::MomentDiagram;
+using Design::Parabola;
 using Steel::CCodeShare;
 using Steel::CMemberPoint;
 using Steel::CSpan;
@@ -55,7 +57,9 @@ std::vector<std::string> HeldBy(const CRestraint& restraint, Split split)
 class OneAxis {
 public:
     OneAxis(const std::vector<CMemberPoint>& points, const std::vector<CSubSpan>& subSpans, int left, int right,
-            bool major)
+            const MomentDiagram& diagram, bool major) :
+        m_diagram(diagram),
+        m_left(left), m_right(right), m_isMajor(major)
     {
         const auto first = static_cast<std::size_t>(left);
         const auto last = static_cast<std::size_t>(right);
@@ -96,7 +100,13 @@ public:
         deflection.EI = EI;
         const bool single = m_subSpans.size() < 2;
         deflection.atPoints = single ? std::nan("") : Span().MaxDispYY(EI, 1.0);
-        Integrate(deflection);
+        deflection.hasLoadBetweenPoints = HasLoadBetweenPoints();
+        std::size_t readings = 1;
+        for (int k = m_left; k < m_right; ++k)
+            readings = std::max(readings, m_diagram.Curves(k).size());
+        deflection.isKnown = readings == 1;
+        for (std::size_t reading = 0; reading < readings; ++reading)
+            Integrate(deflection, reading);
         return deflection;
     }
 
@@ -110,47 +120,110 @@ private:
         });
     }
 
+    bool HasLoadBetweenPoints() const
+    {
+        for (int k = m_left; k < m_right; ++k) {
+            for (const Parabola& curve : m_diagram.Curves(k))
+                if (std::abs(curve.curvature) > 1e-6 * m_diagram.Largest()) return true;
+        }
+        return false;
+    }
+
     std::string InWords(const LoadPatternReport& report) const
     {
-        if (m_subSpans.size() == 1) return "one sub-span: the load between its ends is not known";
-        if (!report.loaded) return HasMoment() ? "end moments" : "none";
+        for (int k = m_left; k < m_right; ++k)
+            if (!m_diagram.IsBalanced(k)) return "not known: the forces do not balance";
+        const bool single = m_subSpans.size() == 1;
+        if (HasLoadBetweenPoints() && (single || !report.loaded))
+            return single ? "uniform load within one sub-span, which CSpan does not see"
+                          : "load between the points, which CSpan does not see";
+        if (!report.loaded || single) return HasMoment() ? "end moments" : "none";
         if (report.uniformLoad) return "uniform load";
         if (report.pointLoad && report.centrePointLoad) return "point load at mid-span";
         return report.pointLoad ? "point loads" : "varying load";
     }
 
-    // EI v'' = M, with M linear along each sub-span, integrated exactly from the left end with slope and deflection 0; the
-    // chord to the right end is taken off. Each sub-span is looked at in 32 places, the ends included.
-    void Integrate(Deflection& deflection) const
-    {
-        struct Station {
-            double x;
-            double v;
-        };
-        std::vector<Station> stations{{0.0, 0.0}};
+    // One sub-span of the deflected shape: EI v'' = M with the parabola of the moment, slope and deflection at its left end
+    // given. Over s = x/h, 0 to 1.
+    struct Bent {
+        double start = 0.0; // from the span's left end
+        double h = 0.0;
+        Parabola moment;
         double slope = 0.0;
         double v = 0.0;
-        for (std::size_t i = 0; i < m_subSpans.size(); ++i) {
-            const double x = m_points[i].GetPos();
-            const double h = m_points[i + 1].GetPos() - x;
-            const double m1 = m_subSpans[i].GetMomentsLeft().y / deflection.EI;
-            const double m2 = m_subSpans[i].GetMomentsRight().y / deflection.EI;
-            constexpr int places = 32;
-            for (int k = 1; k <= places; ++k) {
-                const double s = h * k / places;
-                stations.push_back({x + s, v + slope * s + m1 * s * s / 2.0 + (m2 - m1) * s * s * (s / h) / 6.0});
-            }
-            v = stations.back().v;
-            slope += (m1 + m2) / 2.0 * h;
+
+        double Slope(double EI, double s) const
+        {
+            const double M = moment.left * (s - s * s / 2.0) + moment.right * s * s / 2.0 -
+                             moment.curvature * (s * s / 2.0 - s * s * s / 3.0);
+            return slope + h * M / EI;
         }
-        for (const Station& station : stations) {
-            const double fromChord = std::abs(station.v - v * station.x / stations.back().x);
-            if (fromChord <= deflection.integrated) continue;
-            deflection.integrated = fromChord;
-            deflection.integratedAt = station.x;
+        double At(double EI, double s) const
+        {
+            const double M = moment.left * (s * s / 2.0 - s * s * s / 6.0) + moment.right * s * s * s / 6.0 -
+                             moment.curvature * (s * s * s / 6.0 - s * s * s * s / 12.0);
+            return v + slope * h * s + h * h * M / EI;
+        }
+    };
+
+    std::vector<Bent> BentShape(double EI, std::size_t reading) const
+    {
+        std::vector<Bent> shape;
+        Bent bent;
+        for (int k = m_left; k < m_right; ++k) {
+            const auto curves = m_diagram.Curves(k);
+            bent.h = m_diagram.At(k).length;
+            bent.moment = curves[std::min(reading, curves.size() - 1)];
+            shape.push_back(bent);
+            bent.v = shape.back().At(EI, 1.0);
+            bent.slope = shape.back().Slope(EI, 1.0);
+            bent.start += bent.h;
+        }
+        return shape;
+    }
+
+    // The largest distance from the chord: where the deflected shape runs parallel to it, which a search between 32 places of
+    // each sub-span finds, or at an end of a sub-span. Moments below zero bend downwards.
+    void Integrate(Deflection& deflection, std::size_t reading) const
+    {
+        const double EI = deflection.EI;
+        const std::vector<Bent> shape = BentShape(EI, reading);
+        const Bent& last = shape.back();
+        const double chord = last.At(EI, 1.0) / (last.start + last.h);
+        const auto take = [&](const Bent& bent, double s) {
+            const double x = bent.start + bent.h * s;
+            const double fromChord = bent.At(EI, s) - chord * x;
+            if (!(std::abs(fromChord) > deflection.integrated)) return;
+            deflection.integrated = std::abs(fromChord);
+            deflection.integratedAt = x;
+            deflection.isUpwards = m_isMajor && fromChord < 0.0;
+        };
+        constexpr int places = 32;
+        for (const Bent& bent : shape) {
+            for (int i = 0; i < places; ++i) {
+                const double from = static_cast<double>(i) / places;
+                const double to = static_cast<double>(i + 1) / places;
+                take(bent, to);
+                const double slopes = (bent.Slope(EI, from) - chord) * (bent.Slope(EI, to) - chord);
+                if (slopes < 0.0) take(bent, ParallelTo(chord, bent, EI, from, to));
+            }
         }
     }
 
+    static double ParallelTo(double chord, const Bent& bent, double EI, double from, double to)
+    {
+        const bool risesAtStart = bent.Slope(EI, from) > chord;
+        for (int i = 0; i < 60; ++i) {
+            const double middle = 0.5 * (from + to);
+            ((bent.Slope(EI, middle) > chord) == risesAtStart ? from : to) = middle;
+        }
+        return 0.5 * (from + to);
+    }
+
+    const MomentDiagram& m_diagram;
+    int m_left;
+    int m_right;
+    bool m_isMajor;
     std::vector<CMemberPoint> m_points;
     std::vector<CSubSpan> m_subSpans;
 };
@@ -172,7 +245,8 @@ std::string RowsOf(const Steel::CMemberResult& result)
 class Reporter {
 public:
     Reporter(CodelessMember& member, Split split, std::optional<double> EI) :
-        m_member(member), m_points(member.MemberPoints()), m_subSpans(member.SubSpans()), m_split(split)
+        m_member(member), m_points(member.MemberPoints()), m_subSpans(member.SubSpans()), m_split(split),
+        m_major(m_points, m_subSpans, Design::Bending::Major), m_minor(m_points, m_subSpans, Design::Bending::Minor)
     {
         const CSection section = member.GetKeltrixSec();
         m_depth = section.Component(0).Dimension(0.0, CSecGeom::DEPTH);
@@ -226,8 +300,8 @@ private:
         report.length = span.Length();
         SetRestraints(report, span);
         SetForces(report, span);
-        const OneAxis major(m_points, m_subSpans, left, right, true);
-        const OneAxis minor(m_points, m_subSpans, left, right, false);
+        const OneAxis major(m_points, m_subSpans, left, right, m_major, true);
+        const OneAxis minor(m_points, m_subSpans, left, right, m_minor, false);
         report.major = major.Pattern();
         report.minor = minor.Pattern();
         report.compressionFlange = m_member.BucklingSenseLT(span);
@@ -263,9 +337,19 @@ private:
         report.minForce = CSubSpan::Min(least.GetForcesLeft(), least.GetForcesRight());
         report.maxMoment = CSubSpan::Max(most.GetMomentsLeft(), most.GetMomentsRight());
         report.minMoment = CSubSpan::Min(least.GetMomentsLeft(), least.GetMomentsRight());
-        for (const double t : {0.0, 0.25, 0.5, 0.75, 1.0})
-            report.stations.push_back(
-                {t, span.InterpolatePosition(t), span.InterpolateForces(t), span.InterpolateMoments(t)});
+        report.momentMajor = m_major.Between(span.PosLeft(), span.PosRight());
+        report.momentMinor = m_minor.Between(span.PosLeft(), span.PosRight());
+        report.maxMoment.y = report.momentMajor.greatest;
+        report.minMoment.y = report.momentMajor.least;
+        report.maxMoment.z = report.momentMinor.greatest;
+        report.minMoment.z = report.momentMinor.least;
+        for (const double t : {0.0, 0.25, 0.5, 0.75, 1.0}) {
+            const double x = span.InterpolatePosition(t);
+            Vec3<double> moment = span.InterpolateMoments(t);
+            moment.y = (t == 1.0 ? m_major.LeftOf(x) : m_major.RightOf(x)).Worst();
+            moment.z = (t == 1.0 ? m_minor.LeftOf(x) : m_minor.RightOf(x)).Worst();
+            report.stations.push_back({t, x, span.InterpolateForces(t), moment});
+        }
     }
 
     bool IsSupport(int point) const
@@ -328,6 +412,8 @@ private:
     const std::vector<CMemberPoint>& m_points;
     const std::vector<CSubSpan>& m_subSpans;
     Split m_split;
+    MomentDiagram m_major;
+    MomentDiagram m_minor;
     double m_depth = 0.0;
     std::optional<double> m_EImajor;
     std::optional<double> m_EIminor;

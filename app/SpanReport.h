@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "CodelessMember.h"
+#include "keltrix/design/MomentDiagram.h"
 
 namespace Keltrix::App {
 
@@ -15,9 +16,11 @@ enum class Split {
     Major             ///< restraint against major-axis shear: a support
 };
 
-/// The load pattern of one axis, as the tests of CSpan tell it.
+/// The load pattern of one axis, as the tests of CSpan have it.
 struct LoadPatternReport {
-    std::string pattern; ///< in words: "uniform load"
+    /// In words: "uniform load". CSpan looks at the ends of sub-spans; where the moment diagram shows a load that its tests
+    /// do not see, the words say so.
+    std::string pattern;
     bool loaded = false;
     bool pointLoad = false;
     bool leftEndPointLoadOnly = false;
@@ -32,8 +35,13 @@ struct LoadPatternReport {
 struct Deflection {
     double EI = 0.0;           ///< N·m²
     double atPoints = 0.0;     ///< CSpan's value over the member points; not-a-number where it has none
-    double integrated = 0.0;   ///< by integration of the moments, taken as linear along each sub-span
+    double integrated = 0.0;   ///< by integration of the moment diagram, upwards and downwards alike above zero
     double integratedAt = 0.0; ///< and its position along the member
+    bool isUpwards = false;
+    /// False where the moment is not known along the whole span: `integrated` is then the largest of three readings, each
+    /// taken for all sub-spans that do not balance.
+    bool isKnown = true;
+    bool hasLoadBetweenPoints = false; ///< which CSpan's value leaves out
 };
 
 /// Forces and moments at a relative position of a span.
@@ -68,8 +76,11 @@ struct SpanReport {
     bool momentReverses = false;
     double loadHeight = 0.0;
     bool destabilising = false;
+    /// Extremes of the forces over the sub-span ends, and of the moments over the span.
     Vec3<double> maxForce, minForce, maxMoment, minMoment;
-    std::vector<StationForces> stations; ///< ends and quarter points
+    Design::Extremes momentMajor, momentMinor;
+    /// Ends and quarter points; where the moment is not known, the largest that it can be.
+    std::vector<StationForces> stations;
     LoadPatternReport major, minor;
     int compressionFlange = 3; ///< as CCodeShare::LT_BuckleDirection
     EffectiveLengthLT lt;

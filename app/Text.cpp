@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdio>
 
 namespace Keltrix::App {
 
@@ -47,17 +48,32 @@ struct Range {
 };
 
 // The blocks that matter in names and titles; not the whole of Unicode's tables.
-constexpr Range COMBINING[] = {{0x0300, 0x036F}, {0x1AB0, 0x1AFF}, {0x1DC0, 0x1DFF}, {0x200B, 0x200F},
+constexpr Range COMBINING[] = {{0x0300, 0x036F}, {0x1AB0, 0x1AFF}, {0x1DC0, 0x1DFF},
                                {0x20D0, 0x20FF}, {0xFE00, 0xFE0F}, {0xFE20, 0xFE2F}};
 constexpr Range WIDE[] = {{0x1100, 0x115F},   {0x2E80, 0x303E},   {0x3041, 0xA4CF},  {0xAC00, 0xD7A3},
                           {0xF900, 0xFAFF},   {0xFE30, 0xFE6F},   {0xFF00, 0xFF60},  {0xFFE0, 0xFFE6},
                           {0x1F300, 0x1F64F}, {0x1F900, 0x1F9FF}, {0x20000, 0x3FFFD}};
+
+// Unicode's Default_Ignorable_Code_Point, without the variation selectors that follow a visible character, and the separators
+// of lines and paragraphs.
+constexpr Range HIDDEN[] = {{0x00AD, 0x00AD}, {0x034F, 0x034F},   {0x061C, 0x061C},   {0x115F, 0x1160},
+                            {0x17B4, 0x17B5}, {0x180E, 0x180E},   {0x200B, 0x200F},   {0x2028, 0x202E},
+                            {0x2060, 0x206F}, {0x3164, 0x3164},   {0xFEFF, 0xFEFF},   {0xFFA0, 0xFFA0},
+                            {0xFFF0, 0xFFF8}, {0x1BCA0, 0x1BCA3}, {0x1D173, 0x1D17A}, {0xE0000, 0xE0FFF}};
 
 template <std::size_t N>
 bool IsIn(const Range (&ranges)[N], char32_t c)
 {
     return std::any_of(std::begin(ranges), std::end(ranges),
                        [c](const Range& range) { return c >= range.first && c <= range.last; });
+}
+
+// "[U+202E]".
+std::string NameOfCodePoint(char32_t value)
+{
+    std::array<char, 16> name;
+    const int length = std::snprintf(name.data(), name.size(), "[U+%04X]", static_cast<unsigned>(value));
+    return {name.data(), static_cast<std::size_t>(length)};
 }
 
 } // namespace
@@ -112,10 +128,25 @@ std::string Printable(std::string_view utf8)
         if (utf8.empty()) break;
         const auto [value, length] = FirstCodePoint(utf8);
         const bool isBad = IsControl(value) || (value == REPLACEMENT_POINT && length == 1);
-        result += isBad ? REPLACEMENT : utf8.substr(0, length);
+        if (IsIn(HIDDEN, value))
+            result += NameOfCodePoint(value);
+        else
+            result += isBad ? REPLACEMENT : utf8.substr(0, length);
         utf8.remove_prefix(length);
     }
     return result;
+}
+
+std::string PrintableLine(std::string_view utf8)
+{
+    std::string line;
+    for (const char c : Printable(utf8)) {
+        if (c == '\n')
+            line += NameOfCodePoint(U'\n');
+        else
+            line += c == '\t' ? ' ' : c;
+    }
+    return line;
 }
 
 std::size_t DisplayWidth(std::string_view utf8)
@@ -138,9 +169,7 @@ std::string Quote(std::wstring_view text)
     std::size_t longest = 60;
     // Not between the halves of a surrogate pair, where wide characters have 16 bits.
     if (sizeof(wchar_t) == 2 && text.size() > longest && (text[longest - 1] & 0xFC00) == 0xD800) --longest;
-    std::string quoted = Printable(Utf8(text.substr(0, longest)));
-    std::replace(quoted.begin(), quoted.end(), '\n', ' ');
-    std::replace(quoted.begin(), quoted.end(), '\t', ' ');
+    const std::string quoted = PrintableLine(Utf8(text.substr(0, longest)));
     return '"' + quoted + (text.size() > longest ? "...\"" : "\"");
 }
 

@@ -22,9 +22,14 @@ struct CodePoint {
 };
 CodePoint FirstCodePoint(std::string_view utf8);
 
-/// The same text with every byte that is not part of a well-formed character, and every control character other than
-/// line feed and tab, replaced by U+FFFD: what a terminal shows and never obeys.
+/// The same text as a terminal shows and never obeys: every byte that is not part of a well-formed character, and every
+/// control character other than line feed and tab, becomes U+FFFD. What shows nothing but changes what a text seems to say
+/// is named: "[U+202E]" stands for the character that turns the direction of writing, and likewise for the others of that
+/// kind, for characters without width and for the separators of lines and paragraphs.
 std::string Printable(std::string_view utf8);
+
+/// The same for a name, which stands in one line: a line feed is named, too, and a tab is a blank.
+std::string PrintableLine(std::string_view utf8);
 
 /// Columns that a terminal gives to a UTF-8 text: two for wide East Asian characters, none for combining marks.
 std::size_t DisplayWidth(std::string_view utf8);

@@ -42,6 +42,9 @@ namespace {
 // Texts travel behind their length.
 using Length = std::uint64_t;
 
+// What a worker says first of a request: should it end, its end has to do with the request.
+constexpr char HAS_BEGUN = '!';
+
 // False where the other end is closed.
 bool WriteFully(int descriptor, const char* bytes, std::size_t size)
 {
@@ -85,6 +88,7 @@ bool SendText(int descriptor, std::string_view text)
         while (ReadFully(requests, reinterpret_cast<char*>(&length), sizeof length)) {
             request.resize(length);
             if (!ReadFully(requests, request.data(), request.size())) _exit(1);
+            if (!WriteFully(replies, &HAS_BEGUN, 1)) _exit(1);
             reply.clear();
             work(request, reply);
             if (!SendText(replies, reply)) _exit(1);
@@ -100,8 +104,10 @@ struct Slot {
     std::string request;
     std::unique_ptr<char[]> reply; // a string would be filled with zeros first
     Length replyLength = 0;
-    std::string end; // of its last worker, where it is lost
-    int attempts = 0;
+    std::string end;        // of its last worker, where that ended
+    int attempts = 0;       // workers that began with it and ended
+    int futile = 0;         // workers that ended before they began with it
+    bool isSuspect = false; // a worker ended that had begun with it, or with more of which it is a part
 };
 
 struct Worker {
@@ -109,8 +115,8 @@ struct Worker {
     int requests = -1;
     int replies = -1;
     Slot* slot = nullptr; // what it is at work on
-    // The reply's length and text, as far as they were received.
-    std::array<char, sizeof(Length)> head{};
+    // HAS_BEGUN, the reply's length and its text, as far as they were received.
+    std::array<char, 1 + sizeof(Length)> head{};
     std::size_t received = 0;
 };
 
@@ -140,6 +146,7 @@ public:
 
 private:
     static constexpr std::size_t SLOTS_PER_WORKER = 4;
+    static constexpr int MOST_FUTILE = 16; // then something ends every worker before it can begin
 
     // Gives waiting requests to idle workers, and reads on until as many wait as there are workers: a worker that is done
     // finds the next request ready.
@@ -150,7 +157,9 @@ private:
             Slot* const slot = FirstWaiting();
             if (Worker* const worker = slot ? IdleWorker() : nullptr)
                 Give(*slot, *worker);
-            else if (Waiting() >= m_count || !ReadOn())
+            else if (slot && m_count == 0)
+                return DoHere(*slot);
+            else if (Waiting() >= Hands() || !ReadOn())
                 return;
         }
     }
@@ -158,9 +167,20 @@ private:
     void Give(Slot& slot, Worker& worker)
     {
         slot.state = Slot::Running;
-        ++slot.attempts;
         worker.slot = &slot;
         if (!SendText(worker.requests, slot.request)) Bury(worker);
+    }
+
+    // Does a request in this process, as there is no other. One with which a worker ended is left: it might end this one, too.
+    void DoHere(Slot& slot)
+    {
+        slot.state = slot.isSuspect ? Slot::Lost : Slot::Done;
+        if (slot.isSuspect) return;
+        std::string reply;
+        m_work(slot.request, reply);
+        slot.replyLength = reply.size();
+        slot.reply = std::make_unique_for_overwrite<char[]>(reply.size());
+        std::copy(reply.begin(), reply.end(), slot.reply.get());
     }
 
     Slot* FirstWaiting()
@@ -176,10 +196,13 @@ private:
                                                       [](const Slot& slot) { return slot.state == Slot::Waiting; }));
     }
 
+    // How many processes do the work: this one where there is no worker.
+    std::size_t Hands() const { return std::max<std::size_t>(m_count, 1); }
+
     // Whether there was one more request to be had.
     bool ReadOn()
     {
-        if (m_hasEnded || m_isLater || m_slots.size() >= SLOTS_PER_WORKER * m_count) return false;
+        if (m_hasEnded || m_isLater || m_slots.size() >= SLOTS_PER_WORKER * Hands()) return false;
         Slot slot;
         switch (m_source.Next(slot.request, m_slots.empty())) {
         case RequestSource::Answer::Request:
@@ -225,9 +248,11 @@ private:
         if (process < 0) {
             Close(requests[1]);
             Close(replies[0]);
-            if (m_workers.empty())
-                throw BadInput(std::string("no worker process can be started: ") + std::strerror(reason));
             m_count = m_workers.size(); // goes on with those there are
+            m_sink.Tell("--jobs: " +
+                        (m_count == 0 ? "no worker process can be started, the work is done in one process"
+                                      : "only " + std::to_string(m_count) + " worker processes can be started") +
+                        ": " + std::strerror(reason));
             return nullptr;
         }
         Widen(replies[0]);
@@ -263,28 +288,41 @@ private:
         return "ended with exit code " + std::to_string(WEXITSTATUS(status));
     }
 
-    // A worker has ended with a request in hand. The request is tried again in parts, and alone once more: the end may have
-    // been another's fault, who used up the memory.
+    // A worker has ended with a request in hand. One that it had not begun is given to the next worker, a few times. Another is
+    // tried again in parts, and alone once more: the end may have been another's fault, who used up the memory.
     void Bury(Worker& worker)
     {
         Slot* const slot = worker.slot;
-        const std::string end = Reap(worker, false);
+        const bool hasBegun = worker.received > 0;
+        slot->end = Reap(worker, false);
         m_workers.remove_if([&](const Worker& other) { return &other == &worker; });
         slot->state = Slot::Waiting;
-        std::vector<std::string> parts = m_sink.Parts(slot->request);
-        if (parts.size() > 1) {
-            const auto place =
-                std::find_if(m_slots.begin(), m_slots.end(), [&](const Slot& other) { return &other == slot; });
-            for (std::string& part : parts) {
-                Slot alone;
-                alone.request = std::move(part);
-                m_slots.insert(place, std::move(alone));
-            }
-            m_slots.erase(place);
-        } else if (slot->attempts > 1) {
-            slot->state = Slot::Lost;
-            slot->end = end;
+        slot->reply.reset();
+        if (!hasBegun) {
+            if (++slot->futile > MOST_FUTILE) slot->state = Slot::Lost;
+            return;
         }
+        ++slot->attempts;
+        slot->isSuspect = true;
+        std::vector<std::string> parts = m_sink.Parts(slot->request);
+        if (parts.size() > 1)
+            Replace(slot, std::move(parts));
+        else if (slot->attempts > 1)
+            slot->state = Slot::Lost;
+    }
+
+    void Replace(const Slot* slot, std::vector<std::string> parts)
+    {
+        const auto place =
+            std::find_if(m_slots.begin(), m_slots.end(), [&](const Slot& other) { return &other == slot; });
+        for (std::string& part : parts) {
+            Slot alone;
+            alone.request = std::move(part);
+            alone.end = slot->end;
+            alone.isSuspect = true;
+            m_slots.insert(place, std::move(alone));
+        }
+        m_slots.erase(place);
     }
 
     void PutOut()
@@ -331,7 +369,7 @@ private:
         if (got <= 0) return Bury(worker);
         worker.received += static_cast<std::size_t>(got);
         if (isInHead && worker.received == head) {
-            std::memcpy(&slot.replyLength, worker.head.data(), head);
+            std::memcpy(&slot.replyLength, worker.head.data() + 1, sizeof(Length));
             slot.reply = std::make_unique_for_overwrite<char[]>(slot.replyLength);
         }
         if (worker.received < head || worker.received < head + slot.replyLength) return;

@@ -31,8 +31,11 @@ public:
     /// The parts of a request, to be tried one by one after the worker that had it ended; one or none where it cannot be
     /// taken apart.
     virtual std::vector<std::string> Parts(std::string_view request) const = 0;
-    /// A request with which workers ended twice, alone, and how the last one did: "killed by signal 9".
+    /// A request with which workers ended twice, alone, and how the last one did: "killed by signal 9". Also one that
+    /// cannot be tried again, as no other process can be started.
     virtual void Lose(std::string_view request, const std::string& how) = 0;
+    /// Fewer processes than asked for can be started, and why.
+    virtual void Tell(const std::string& message) = 0;
 };
 
 /// Whether reading from a descriptor would answer at once, be it with the end.
@@ -46,8 +49,9 @@ using Work = std::function<void(std::string_view request, std::string& reply)>;
 
 /// Has requests turned into replies by `work` in `count` processes at once, which are copies of this one. Replies come in
 /// the order of the requests. At most a few requests for each worker are under way or wait for an earlier one, so that memory
-/// does not grow with their number. A worker that ends is replaced. Throws BadUsage where the system has no such
-/// processes, and BadInput where none can be started.
+/// does not grow with their number. A worker that ends is replaced; a request that it had not yet begun is given to another.
+/// Where no process can be started the work is done in this one, except for requests with which a worker ended. Throws
+/// BadUsage where the system has no such processes. SIGPIPE must be ignored: a worker may end while a request is sent to it.
 void RunInWorkers(int count, RequestSource& source, ReplySink& sink, const Work& work);
 
 } // namespace Keltrix::App

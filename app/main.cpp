@@ -75,11 +75,30 @@ void AddFiles(CLI::App& command, std::vector<std::string>& files)
     command.add_option("FILE", files, "Member files; - is standard input")->required();
 }
 
+/// How strictly the member files are read.
+template <class Options>
+void AddReading(CLI::App& command, Options& options)
+{
+    command.add_flag("--strict", options.reading.isStrict, "Every warning is an error (exit code 2)");
+    command.add_flag("--allow-gaps", options.reading.allowGaps,
+                     "Numbers need not start at 1 or follow one another, nor positions start at 0");
+}
+
 /// More workers than this are a slip of the finger.
 constexpr int MOST_JOBS = 1024;
 
 using Command = std::function<ExitCode(const Console&)>;
 using Commands = std::map<const CLI::App*, Command>;
+
+/// The files that a command reads, the catalogue among them.
+template <class Options>
+std::vector<std::string> InputsOf(const Options& options, const Shared& shared)
+{
+    std::vector<std::string> inputs;
+    if constexpr (requires { options.files; }) inputs = options.files;
+    if (!shared.catalogue.empty()) inputs.push_back(shared.catalogue);
+    return inputs;
+}
 
 /// Adds the options that say how a command writes, as far as it has them, and what runs it.
 template <class Options>
@@ -94,6 +113,10 @@ void Finish(CLI::App* command, Commands& commands, Shared& shared, Options& opti
     commands[command] = [&, run](const Console& console) {
         if constexpr (hasFormat) options.format = shared.HowToWrite();
         if constexpr (hasRendering) options.rendering = shared.HowToRender();
+        if constexpr (requires { options.output; })
+            RequireNoInput("--output", options.output, InputsOf(options, shared));
+        if constexpr (requires { options.svgFile; })
+            RequireNoInput("--svg", options.svgFile, InputsOf(options, shared));
         return run(options, console);
     };
 }
@@ -102,6 +125,7 @@ void AddShow(CLI::App& app, Commands& commands, Shared& shared, ShowOptions& opt
 {
     CLI::App* const command = app.add_subcommand("show", "Input report of a member");
     AddFiles(*command, options.files);
+    AddReading(*command, options);
     Finish(command, commands, shared, options, Show);
 }
 
@@ -109,6 +133,11 @@ void AddValidate(CLI::App& app, Commands& commands, Shared& shared, ValidateOpti
 {
     CLI::App* const command = app.add_subcommand("validate", "Every defect of member files, with its place");
     AddFiles(*command, options.files);
+    AddReading(*command, options);
+#ifdef KSTEEL_WITH_BS5950
+    command->add_option("--code", options.code, "Also what this design code rejects: BS5950")
+        ->check(CLI::IsMember({"BS5950"}, CLI::ignore_case));
+#endif
     Finish(command, commands, shared, options, Validate);
 }
 
@@ -134,6 +163,7 @@ void AddSpans(CLI::App& app, Commands& commands, Shared& shared, SpansOptions& o
 {
     CLI::App* const command = app.add_subcommand("spans", "Spans between restrained points and what acts on them");
     AddFiles(*command, options.files);
+    AddReading(*command, options);
     command
         ->add_option("--split", options.split, "What ends a span: minor (axis), lt (flange or torsion), major (axis)")
         ->check(CLI::IsMember({"minor", "lt", "major"}))
@@ -152,6 +182,7 @@ void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& o
 {
     CLI::App* const command = app.add_subcommand("check", "Check members to BS 5950-1:2000");
     AddFiles(*command, options.files);
+    AddReading(*command, options);
     command->add_option("--report", options.report, "brief, verbose, summary, or table: one line for each member")
         ->check(CLI::IsMember({"brief", "verbose", "summary", "table"}))
         ->capture_default_str();
@@ -167,6 +198,7 @@ void AddReport(CLI::App& app, Commands& commands, Shared& shared, ReportOptions&
 {
     CLI::App* const command = app.add_subcommand("report", "Calculation sheets of members as one HTML file");
     AddFiles(*command, options.files);
+    AddReading(*command, options);
     command->add_option("-o,--output", options.output, "The HTML file; - is standard output")->required();
     command->add_flag("--brief", options.block.isBrief,
                       "Two pages for a member: the calculation of the governing position and span alone");
@@ -194,6 +226,7 @@ void AddDesign(CLI::App& app, Commands& commands, Shared& shared, DesignOptions&
 {
     CLI::App* const command = app.add_subcommand("design", "Lightest section with which a member passes");
     command->add_option("FILE", options.file, "Member file; - is standard input")->required();
+    AddReading(*command, options);
     command->add_option("--family", options.family, "Family of the catalogue (UB, UC, SHS, ...)")->required();
     command->add_option("--count", options.count, "Passing sections to show")->capture_default_str();
     AddInteraction(*command, options.exact);
@@ -206,15 +239,33 @@ void AddCapacity(CLI::App& app, Commands& commands, Shared& shared, CapacityOpti
     command->add_option("NAME", options.name, "Designation or parametric description")->required();
     command->add_option("--grade", options.grade, "S275, S355 or S460")->capture_default_str();
     command->add_option("--LE", options.LE, "Effective lengths in m: 1:14, 1:14:0.5 or 2,4.5,6")->capture_default_str();
+    command
+        ->add_option("--type", options.type,
+                     "How the section is made; without it as the catalogue has it, welded for a parametric description")
+        ->check(CLI::IsMember({"rolled", "welded", "formed"}));
     Finish(command, commands, shared, options, Capacity);
 }
 #endif
 
-void PutError(std::string_view message)
-{
-    const std::string line = "ksteel: " + Printable(message) + '\n';
-    std::fwrite(line.data(), 1, line.size(), stderr);
-}
+/// Messages on standard error. One that is lost does not stop the work, but shows in the exit code.
+class Messages {
+public:
+    void Put(std::string_view message)
+    {
+        try {
+            WriteAll(stderr, "ksteel: " + Printable(message) + '\n');
+        } catch (const ClosedPipe&) {
+            throw;
+        } catch (const BadOutput&) {
+            m_isLost = true;
+        }
+    }
+    /// The exit code of a run that would else end with `code`.
+    ExitCode Outcome(ExitCode code) const { return m_isLost ? Worse(code, EXIT_BAD_INPUT) : code; }
+
+private:
+    bool m_isLost = false;
+};
 
 // Writes over the line that stands there.
 void PutProgress(std::string_view text)
@@ -239,10 +290,10 @@ ExitCode AnswerUnparsed(const CLI::App& app, const CLI::ParseError& error, const
         isKnown = isKnown || command->get_name() == firstWord;
     }
     if (isKnown) throw BadUsage(error.what());
-    throw BadUsage("unknown command \"" + Printable(firstWord) + "\", expected one of " + names);
+    throw BadUsage("unknown command \"" + PrintableLine(firstWord) + "\", expected one of " + names);
 }
 
-ExitCode Run(int argc, char** argv)
+ExitCode Run(int argc, char** argv, Messages& messages)
 {
     CLI::App app("Checks, explains and lists steel members and sections.", "ksteel");
     app.footer("Exit codes: 0 fine, 1 a member fails, 2 bad input or output that cannot be written, 3 bad usage.");
@@ -280,29 +331,47 @@ ExitCode Run(int argc, char** argv)
     } catch (const CLI::ParseError& error) {
         return AnswerUnparsed(app, error, argc > 1 ? argv[1] : "");
     }
-    Console console{std::cin, [](std::string_view text) { WriteAll(stdout, text); }, PutError, {}};
+    Console console{std::cin,
+                    [](std::string_view text) { WriteAll(stdout, text); },
+                    [&](std::string_view message) { messages.Put(message); },
+                    {}};
     if (TerminalShowsProgress()) console.progress = PutProgress;
     if (!shared.catalogue.empty()) AddCatalogueFile(shared.catalogue, std::cin);
     return commands.at(app.get_subcommands().front())(console);
+}
+
+/// The program with every failure told.
+ExitCode RunAndTell(int argc, char** argv, Messages& messages)
+{
+    try {
+        return Run(argc, argv, messages);
+    } catch (const ClosedPipe&) {
+        throw;
+    } catch (const BadUsage& failure) {
+        messages.Put(failure.what() + std::string("; see ksteel --help"));
+        return EXIT_BAD_USAGE;
+    } catch (const std::bad_alloc&) {
+        messages.Put("out of memory");
+    } catch (const std::exception& failure) {
+        messages.Put(failure.what());
+    }
+    return EXIT_BAD_INPUT;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    IgnoreClosedPipes();
+    OpenClosedStreams();
+    LetWritesFail();
     PassBytesUnchanged();
     // Standard input has a buffer of its own then, from which can be had what is there without waiting for more.
     std::ios::sync_with_stdio(false);
+    Messages messages;
     try {
-        return Run(argc, argv);
-    } catch (const BadUsage& failure) {
-        PutError(failure.what() + std::string("; see ksteel --help"));
-        return EXIT_BAD_USAGE;
-    } catch (const std::bad_alloc&) {
-        PutError("out of memory");
-    } catch (const std::exception& failure) {
-        PutError(failure.what());
+        return messages.Outcome(RunAndTell(argc, argv, messages));
+    } catch (const ClosedPipe&) {
+        EndByClosedPipe();
     }
     return EXIT_BAD_INPUT;
 }

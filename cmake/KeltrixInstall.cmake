@@ -1,21 +1,47 @@
-# What `cmake --install` puts in: headers, shared libraries, the CMake package, the pkg-config file and ksteel.
+# What `cmake --install` puts in: headers, libraries, the CMake package, the pkg-config files and ksteel.
 # The installed tree can be moved as a whole: nothing in it names its prefix.
 include(CMakePackageConfigHelpers)
 
-# Programs find the libraries, and the libraries each other, by their place relative to themselves.
-file(RELATIVE_PATH bin_to_lib "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
-foreach(target IN ITEMS keltrix-platform keltrix-steel keltrix-bs5950)
-  if(TARGET ${target})
-    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
-    install(TARGETS ${target} EXPORT KeltrixSteelTargets
-      RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-      LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-      ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
-      FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-  endif()
+get_property(libraries GLOBAL PROPERTY KELTRIX_LIBRARIES)
+
+set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+file(RELATIVE_PATH pkgconfig_to_prefix "/${pkgconfig_dir}" "/")
+set(components "")
+foreach(library IN LISTS libraries)
+  set(target keltrix-${library})
+  install(TARGETS ${target} EXPORT KeltrixSteelTargets
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+  get_target_property(component ${target} EXPORT_NAME)
+  list(APPEND components ${component})
+  set(requires "")
+  get_target_property(dependencies ${target} INTERFACE_LINK_LIBRARIES)
+  foreach(dependency IN LISTS dependencies)
+    if(TARGET ${dependency})
+      get_target_property(dependency ${dependency} ALIASED_TARGET)
+      list(APPEND requires ${dependency})
+    endif()
+  endforeach()
+  list(JOIN requires " " requires)
+  get_target_property(definitions ${target} INTERFACE_COMPILE_DEFINITIONS)
+  set(definition_flags "")
+  foreach(definition IN LISTS definitions)
+    if(definition)
+      string(APPEND definition_flags " -D${definition}")
+    endif()
+  endforeach()
+  configure_file("${CMAKE_CURRENT_LIST_DIR}/keltrix.pc.in" "${PROJECT_BINARY_DIR}/cmake/${target}.pc" @ONLY)
+  install(FILES "${PROJECT_BINARY_DIR}/cmake/${target}.pc" DESTINATION "${pkgconfig_dir}")
 endforeach()
+
+# The program finds the libraries by their place relative to itself. It lies in app/ while it is built, and the libraries as
+# far from there as from where it is installed.
 if(TARGET ksteel)
-  set_target_properties(ksteel PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}")
+  file(RELATIVE_PATH bin_to_lib "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
+  set_target_properties(ksteel PROPERTIES INSTALL_RPATH "$ORIGIN/${bin_to_lib}" BUILD_WITH_INSTALL_RPATH ON)
   install(TARGETS ksteel RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 
@@ -30,8 +56,3 @@ install(FILES
   "${PROJECT_BINARY_DIR}/cmake/KeltrixSteelConfigVersion.cmake"
   DESTINATION "${package_dir}")
 install(EXPORT KeltrixSteelTargets NAMESPACE Keltrix:: DESTINATION "${package_dir}")
-
-set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
-file(RELATIVE_PATH pkgconfig_to_prefix "/${pkgconfig_dir}" "/")
-configure_file("${CMAKE_CURRENT_LIST_DIR}/keltrix-steel.pc.in" "${PROJECT_BINARY_DIR}/cmake/keltrix-steel.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/cmake/keltrix-steel.pc" DESTINATION "${pkgconfig_dir}")

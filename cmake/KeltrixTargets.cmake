@@ -21,14 +21,71 @@ function(keltrix_target target)
   endif()
 endfunction()
 
-# keltrix_library(TARGET ALIAS BUILDING_MACRO): settings of an exported shared library, with the alias Keltrix::ALIAS.
+# keltrix_library(NAME ALIAS SOURCES file... HEADERS file... [DEPENDS target...]): an exported library libkeltrix-NAME with the
+# target Keltrix::ALIAS. Its public headers stand in include/keltrix/NAME, and its marks of what is exported depend on
+# KELTRIX_NAME_BUILDING (defined here alone) and KELTRIX_NAME_STATIC (defined here and for users of a static library). All
+# that is done for each library (installation, package, pkg-config, list of exported symbols) goes through the list
+# KELTRIX_LIBRARIES of such NAMEs, a global property.
 # Soname: major.minor while the major version is 0, because any minor release may then break the interface.
-function(keltrix_library target alias building)
-  keltrix_target(${target})
+function(keltrix_library name alias)
+  cmake_parse_arguments(PARSE_ARGV 2 ARG "" "" "SOURCES;HEADERS;DEPENDS")
+  set(target keltrix-${name})
+  string(TOUPPER "KELTRIX_${name}" macro)
+  add_library(${target})
   add_library(Keltrix::${alias} ALIAS ${target})
-  target_compile_definitions(${target} PRIVATE ${building})
+  keltrix_target(${target})
+  target_sources(${target}
+    PRIVATE ${ARG_SOURCES}
+    PUBLIC FILE_SET HEADERS BASE_DIRS include FILES ${ARG_HEADERS})
+  target_link_libraries(${target} PUBLIC ${ARG_DEPENDS})
+  target_compile_definitions(${target} PRIVATE ${macro}_BUILDING)
+  if(NOT BUILD_SHARED_LIBS)
+    target_compile_definitions(${target} PUBLIC ${macro}_STATIC)
+  endif()
+  # Libraries lie to each other and to the programs as they do when installed, and find each other in the same way.
   set_target_properties(${target} PROPERTIES
     EXPORT_NAME ${alias} VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
+    POSITION_INDEPENDENT_CODE ON
+    LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}"
+    INSTALL_RPATH "$ORIGIN" BUILD_WITH_INSTALL_RPATH ON
     VERIFY_INTERFACE_HEADER_SETS ON)
+  set_property(GLOBAL APPEND PROPERTY KELTRIX_LIBRARIES ${name})
+endfunction()
+
+# keltrix_packages(RESULT WHAT DEBIAN_PACKAGES PACKAGE...): whether all packages are there. If not, WHAT is left out, and the
+# end of the configuration says so; with KELTRIX_REQUIRE_ALL that is an error.
+function(keltrix_packages result what debian)
+  set(missing "")
+  foreach(package IN LISTS ARGN)
+    find_package(${package} QUIET)
+    if(NOT ${package}_FOUND)
+      list(APPEND missing ${package})
+    endif()
+  endforeach()
+  set(${result} TRUE PARENT_SCOPE)
+  if(missing)
+    list(JOIN missing ", " missing)
+    set(reason "${what}: ${missing} not found (on Debian: apt-get install ${debian})")
+    if(KELTRIX_REQUIRE_ALL)
+      message(FATAL_ERROR "Cannot build ${reason}")
+    endif()
+    set_property(GLOBAL APPEND PROPERTY KELTRIX_LEFT_OUT "${reason}")
+    set(${result} FALSE PARENT_SCOPE)
+  endif()
+endfunction()
+
+# keltrix_summary(): what is built and what is left out.
+function(keltrix_summary)
+  get_property(libraries GLOBAL PROPERTY KELTRIX_LIBRARIES)
+  list(JOIN libraries ", " libraries)
+  set(kind static)
+  if(BUILD_SHARED_LIBS)
+    set(kind shared)
+  endif()
+  message(STATUS "Keltrix Steel ${PROJECT_VERSION}, ${kind} libraries: ${libraries}")
+  get_property(left_out GLOBAL PROPERTY KELTRIX_LEFT_OUT)
+  foreach(reason IN LISTS left_out)
+    message(NOTICE "Left out, ${reason}")
+  endforeach()
 endfunction()

@@ -16,19 +16,20 @@ void SortByNumber(std::vector<Numbered>& list)
 
 } // namespace
 
-int CSteelMemberGen::m_iInstances = 0;
+// Members are made and destroyed in any number of threads. Nothing else depends on the count, so that no order is needed.
+std::atomic<int> CSteelMemberGen::m_iInstances{0};
 
-CSteelMemberGen::CSteelMemberGen() { ++m_iInstances; }
+CSteelMemberGen::CSteelMemberGen() { m_iInstances.fetch_add(1, std::memory_order_relaxed); }
 
 CSteelMemberGen::CSteelMemberGen(const CSteelMemberGen& other) :
     CSteelMember(other), m_vMemberPoints(other.m_vMemberPoints), m_vSubSpans(other.m_vSubSpans),
     m_strTitle(other.m_strTitle), m_bLengthOverride(other.m_bLengthOverride), m_dLyy(other.m_dLyy),
     m_dLzz(other.m_dLzz), m_dLlt(other.m_dLlt), m_iNumSubSpansUser(other.m_iNumSubSpansUser)
 {
-    ++m_iInstances;
+    m_iInstances.fetch_add(1, std::memory_order_relaxed);
 }
 
-CSteelMemberGen::~CSteelMemberGen() { --m_iInstances; }
+CSteelMemberGen::~CSteelMemberGen() { m_iInstances.fetch_sub(1, std::memory_order_relaxed); }
 
 bool CSteelMemberGen::SetResult(CMemberResult* result)
 {

@@ -9,6 +9,7 @@ namespace Keltrix::App {
 
 struct CheckOptions {
     std::vector<std::string> files;
+    ReadingOptions reading;
     std::string report = "brief"; ///< brief, verbose, summary or table
     bool envelope = false;        ///< the files are load cases of one member
     bool exact = false;           ///< the more exact interaction rules
@@ -21,6 +22,7 @@ ExitCode Check(const CheckOptions& options, const Console& console);
 
 struct ReportOptions {
     std::vector<std::string> files;
+    ReadingOptions reading;
     std::string output; ///< "-" is standard output
     TitleBlock block;
     bool exact = false;
@@ -31,6 +33,7 @@ ExitCode Report(const ReportOptions& options, const Console& console);
 
 struct DesignOptions {
     std::string file;
+    ReadingOptions reading;
     std::string family;
     int count = 6; ///< sections shown, the lightest that passes first
     bool exact = false;
@@ -44,6 +47,7 @@ struct CapacityOptions {
     std::string name;
     std::string grade = "S275";
     std::string LE = "1:14"; ///< "1:14", "1:14:0.5", "3" or "2,4.5,6", m
+    std::string type;        ///< rolled, welded or formed; empty: as the catalogue has it, welded where it has none
     Format format = Format::TABLE;
     Rendering rendering = Rendering::Plain;
 };

@@ -11,11 +11,12 @@ namespace Keltrix::App {
 
 namespace {
 
-constexpr int RATIOS = 11; // F/Pz = 0.0, 0.1, ... 1.0
+constexpr int RATIOS = 11; // F/(A py) = 0.0, 0.1, ... 1.0
 
 [[noreturn]] void RefuseLengths(const std::string& text)
 {
-    throw BadUsage("--LE: got \"" + Printable(text) + "\", expected lengths in m above 0 as 1:14, 1:14:0.5 or 2,4.5,6");
+    throw BadUsage("--LE: got \"" + PrintableLine(text) +
+                   "\", expected lengths in m above 0 as 1:14, 1:14:0.5 or 2,4.5,6");
 }
 
 // The numbers between separators; a text that is no such list is refused.
@@ -39,6 +40,29 @@ std::string Kilo(double value, int figures) { return Figures(value / 1e3, figure
 
 std::string OrDash(const std::optional<double>& value) { return value ? Kilo(*value, 3) : "-"; }
 
+const char* FabricationWord(const BS5950::SectionProperties& section)
+{
+    switch (section.fabrication) {
+    case BS5950::Fabrication::Rolled:
+        return "rolled";
+    case BS5950::Fabrication::Formed:
+        return "formed";
+    default:
+        return "welded";
+    }
+}
+
+// The section as --type says it is made.
+NamedSection SectionOfType(const CapacityOptions& options)
+{
+    NamedSection section = FindSection(options.name);
+    if (options.type.empty()) return section;
+    CSecComp component = section.section.Component(0);
+    component.SetType(options.type == "rolled" ? SEC_ROLLED : options.type == "welded" ? SEC_WELDED : SEC_FORMED);
+    section.section.SetComponent(0, component);
+    return section;
+}
+
 std::string Markup(const NamedSection& section, const std::string& grade, const BS5950::SectionCapacity& c,
                    const std::vector<double>& lengths)
 {
@@ -46,14 +70,16 @@ std::string Markup(const NamedSection& section, const std::string& grade, const 
     text += "py = " + Rounded(c.Steel().py / 1e6, 4) + " N/mm², class " + std::to_string(c.ClassMajorBending()) +
             " in bending about x-x, " + std::to_string(c.ClassMinorBending()) + " about y-y, " +
             std::to_string(c.ClassCompression()) + " in compression\n";
-    if (c.Section().fabricationAssumed)
-        text += "<orange>taken as welded: the name does not say how it is made</orange>\n";
+    if (const wchar_t* note = BS5950::FabricationNote(c.Section()))
+        text += "<orange>" + Utf8(std::wstring_view(note)) + "</orange>\n";
+    else
+        text += std::string(FabricationWord(c.Section())) + '\n';
     text += "<h5>Cross-section</h5>\n<table>Pz\tPt\tPvx\tPvy\tMcx\tMcy\n"
             "<tablewrap><i>kN\tkN\tkN\tkN\tkNm\tkNm</i></tablewrap>\n";
     text += Kilo(c.Pz(), 4) + '\t' + Kilo(c.Pt(), 4) + '\t' + Kilo(c.Pvx(), 3) + '\t' + Kilo(c.Pvy(), 3) + '\t' +
             Kilo(c.Mcx(), 3) + '\t' + Kilo(c.Mcy(), 3) + "\n</table>\n";
 
-    text += "<h5>Reduced moment capacities (kNm)</h5>\n<table>F/Pz";
+    text += "<h5>Reduced moment capacities (kNm)</h5>\n<table>F/(A py)";
     std::string x = "\nMrx";
     std::string y = "\nMry";
     for (int i = 0; i < RATIOS; ++i) {
@@ -81,9 +107,12 @@ Json JsonOf(const BS5950::SectionCapacity& c, const std::vector<double>& lengths
         Mrx.push_back(x ? Json(*x) : Json());
         Mry.push_back(y ? Json(*y) : Json());
     }
+    const wchar_t* const note = BS5950::FabricationNote(c.Section());
     Json list = Json::array();
     for (const double LE : lengths) {
         list.push_back({{"LE", LE},
+                        {"type", FabricationWord(c.Section())},
+                        {"type_note", note ? Json(Utf8(std::wstring_view(note))) : Json()},
                         {"Pz", c.Pz()},
                         {"Pt", c.Pt()},
                         {"Pvx", c.Pvx()},
@@ -123,14 +152,15 @@ std::vector<double> EffectiveLengthList(const std::string& text)
 ExitCode Capacity(const CapacityOptions& options, const Console& console)
 {
     const std::vector<double> lengths = EffectiveLengthList(options.LE);
-    const NamedSection section = FindSection(options.name);
+    const NamedSection section = SectionOfType(options);
     const BS5950::SectionCapacity capacity(section.section, CSteelGrade(Wide(options.grade), 0.0, 0.0, 0.0, 1.0));
     if (!capacity.IsValid())
-        throw BadInput(section.name + " in " + Printable(options.grade) + ": " +
+        throw BadInput(section.name + " in " + PrintableLine(options.grade) + ": " +
                        Utf8(std::wstring_view(capacity.Refusal())));
-    console.out(options.format == Format::JSON
-                    ? JsonText(JsonOf(capacity, lengths))
-                    : RenderMarkup(Markup(section, Printable(options.grade), capacity, lengths), options.rendering));
+    console.out(
+        options.format == Format::JSON
+            ? JsonText(JsonOf(capacity, lengths))
+            : RenderMarkup(Markup(section, PrintableLine(options.grade), capacity, lengths), options.rendering));
     return EXIT_FINE;
 }
 

@@ -93,10 +93,10 @@ private:
 CheckedMember OneEnvelope(std::vector<CheckedMember> cases)
 {
     for (const CheckedMember& checked : cases) {
-        if (checked.member->Positions().size() != cases.front().member->Positions().size() ||
-            checked.Section() != cases.front().Section())
-            throw BadInput(checked.name + ": is no load case of the member in " + cases.front().name +
-                           ": section and sub-spans must be the same");
+        const std::string difference = DifferenceOf(cases.front(), checked);
+        if (!difference.empty())
+            throw BadInput(checked.name + ": is no load case of the member in " + cases.front().name + ": " +
+                           difference);
     }
     return Envelope(std::move(cases));
 }
@@ -104,10 +104,11 @@ CheckedMember OneEnvelope(std::vector<CheckedMember> cases)
 ExitCode CheckEnvelope(const CheckOptions& options, const Console& console)
 {
     std::vector<CheckedMember> cases;
-    const ExitCode code = ForEachMember(options.files, console, [&](const MemberFile& file, std::size_t i) {
-        cases.push_back(CheckAsAsked(file, i, options));
-        return EXIT_FINE;
-    });
+    const ExitCode code =
+        ForEachMember(options.files, options.reading, console, [&](const MemberFile& file, std::size_t i) {
+            cases.push_back(CheckAsAsked(file, i, options, console));
+            return EXIT_FINE;
+        });
     // A case that is missing would make the envelope look better than it is.
     if (code == EXIT_BAD_INPUT || cases.empty()) return code;
     CheckOutput output(options, console);

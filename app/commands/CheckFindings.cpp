@@ -8,16 +8,15 @@ namespace Keltrix::App {
 
 namespace {
 
-std::string Coloured(const std::string& status) { return status == "pass" ? "pass" : "<red>" + status + "</red>"; }
-
 std::string UtilText(double utilisation) { return Utf8(CDesFormat().Util(utilisation)); }
 
 // One line in front of each report: what an engineer asks first.
 std::string Verdict(const CheckedMember& checked)
 {
     return "<h4>" + AsText(checked.title) + "</h4>\n" + checked.Section() + " in " + checked.Grade() + ": <b>" +
-           Coloured(checked.Status()) + "</b>, utilisation <b>" + UtilText(checked.result->UtilOverAll()) +
-           "</b>, governed by " + checked.Governing() + "\n";
+           StatusMarkup(checked.Status(), checked.warnings) + "</b>, utilisation <b>" +
+           UtilText(checked.result->UtilOverAll()) + "</b>, governed by " + checked.Governing() + "\n" +
+           WarningMarkup(checked.warnings);
 }
 
 // The words of the flags stand above it, where the report ends.
@@ -40,7 +39,7 @@ std::string ReportText(const CheckedMember& checked, const std::string& kind)
 // Files and titles, which may be long, stand last.
 std::string TableRow(const CheckedMember& checked)
 {
-    std::string status = Coloured(checked.Status());
+    std::string status = StatusMarkup(checked.Status(), checked.warnings);
     if (checked.result->TestFlags(Steel::CMemberResult::NOT_CHECKED)) status += ", <red>NOT CHECKED</red>";
     const BS5950::LedgerEntry* const governing = checked.member->Checks().Governing();
     return UtilText(checked.result->UtilOverAll()) + '\t' + status + '\t' + checked.Section() + '\t' + checked.Grade() +
@@ -56,7 +55,8 @@ std::string RefusalLine(const Refusal& refusal)
                      {"line", refusal.line > 0 ? Json(refusal.line) : Json()},
                      {"title", refusal.title},
                      {"status", "refused"},
-                     {"errors", refusal.reasons}});
+                     {"errors", refusal.reasons},
+                     {"warnings", WarningsJson(refusal.warnings)}});
 }
 
 std::string TextOf(const CheckedMember& checked, const CheckOptions& options)
@@ -84,10 +84,13 @@ ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, co
     return code;
 }
 
-CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOptions& options)
+CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOptions& options, const Console& console)
 {
     const int option = options.exact ? BS5950::CSteelMemberBS5950::MORE_EXACT : BS5950::CSteelMemberBS5950::SIMPLIFIED;
-    return CheckMember(file, i, option, options.format == Format::TABLE && options.report != "table");
+    CheckedMember checked = CheckMember(file, i, option, options.format == Format::TABLE && options.report != "table");
+    for (const MemberWarning& warning : checked.CheckWarnings())
+        console.err(warning.Message());
+    return checked;
 }
 
 CheckLoop::CheckLoop(const CheckOptions& options, std::istream& standardInput, FindingSink sink) :
@@ -98,9 +101,9 @@ CheckLoop::CheckLoop(const CheckOptions& options, std::istream& standardInput, F
                                                            },
                                                            {}},
     m_loop(
-        m_console,
+        m_console, options.reading,
         [this](const MemberFile& file, std::size_t i) {
-            return PutMember(CheckAsAsked(file, i, m_options), m_options, m_sink);
+            return PutMember(CheckAsAsked(file, i, m_options, m_console), m_options, m_sink);
         },
         [this](const Refusal& refusal) {
             const std::string line = m_options.format == Format::JSON_LINES ? RefusalLine(refusal) : std::string();

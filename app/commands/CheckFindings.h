@@ -28,8 +28,9 @@ using FindingSink = std::function<void(const Finding&)>;
 /// Hands over what the output shows of a checked member, and answers its exit code.
 ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, const FindingSink& sink);
 
-/// A member as the options want it to be checked. Throws BadInput as CheckMember does.
-CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOptions& options);
+/// A member as the options want it to be checked; what looks wrong in its findings goes to the console's errors. Throws
+/// BadInput as CheckMember does.
+CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOptions& options, const Console& console);
 
 /// Checks files and pieces of files, and hands over the findings as they come.
 class CheckLoop {

@@ -260,6 +260,8 @@ public:
         m_pause();
     }
 
+    void Tell(const std::string& message) override { m_sink({Finding::Message, EXIT_FINE, 0.0, message}); }
+
 private:
     const CheckOptions& m_options;
     const FindingSink& m_sink;

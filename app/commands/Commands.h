@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Failure.h"
+#include "MemberCheck.h"
 #include "Render.h"
 
 namespace Keltrix::App {
@@ -28,6 +29,7 @@ enum class Format { TABLE, JSON, JSON_LINES };
 
 struct ShowOptions {
     std::vector<std::string> files;
+    ReadingOptions reading;
     Rendering rendering = Rendering::Plain;
 };
 /// The input report of every member of the files.
@@ -35,6 +37,8 @@ ExitCode Show(const ShowOptions& options, const Console& console);
 
 struct ValidateOptions {
     std::vector<std::string> files;
+    ReadingOptions reading;
+    std::string code; ///< "BS5950": also what this design code rejects; empty: the format alone
     Format format = Format::TABLE;
 };
 /// Every defect of the files; EXIT_BAD_INPUT where there is an error among them.
@@ -61,6 +65,7 @@ ExitCode ListSections(const SectionsOptions& options, const Console& console);
 
 struct SpansOptions {
     std::vector<std::string> files;
+    ReadingOptions reading;
     std::string split = "lt"; ///< minor, lt or major
     std::optional<double> EI; ///< bending stiffness about the major axis, N·m²
     Format format = Format::TABLE;

@@ -16,7 +16,7 @@ namespace {
 struct Candidate {
     const CSectDB::Entry* entry;
     std::string name;
-    bool passed;
+    std::string status; ///< "pass", "fail" or "not checked"
     double utilisation; ///< not-a-number where the section could not be checked
     std::string governing;
 };
@@ -50,16 +50,29 @@ Candidate Try(BS5950::CSteelMemberBS5950& member, const CSteelGrade& grade, cons
     component.SetPlasElas(own.PlasElas());
     section.SetComponent(0, component);
 
-    Candidate candidate{&entry, Utf8(entry.designation), false, std::nan(""), "the design code does not cover it"};
+    Candidate candidate{&entry, Utf8(entry.designation), "not checked", std::nan(""),
+                        "the design code does not cover it"};
     if (!member.SetKeltrixSec(section) || !member.SetGrade(grade)) return candidate;
     Steel::CMemberResult result;
     result.EnableText(false);
     member.SetResult(&result);
-    candidate.passed = member.Check() && !result.HasFailed();
+    const bool passed = member.Check();
+    candidate.status = StatusText(passed, result.HasFailed() || member.Checks().HasFailed());
     candidate.utilisation = result.UtilOverAll();
     const BS5950::LedgerEntry* const governing = member.Checks().Governing();
     candidate.governing = governing ? DescribeEntry(*governing) : "nothing";
     return candidate;
+}
+
+// What no section of the family could mend. The thickness of the file's own section could be.
+void RequireUsableFactors(const MemberFile& file, std::size_t i, BS5950::CSteelMemberBS5950& member)
+{
+    if (!member.Steel().IsValid()) return;
+    Steel::CMemberResult result;
+    result.EnableText(false);
+    member.SetResult(&result);
+    member.Check();
+    RequireAccepted(file, i, member);
 }
 
 struct Choice {
@@ -73,13 +86,15 @@ Choice Choose(const MemberFile& file, std::size_t i, const DesignOptions& option
     BS5950::CSteelMemberBS5950 member;
     if (options.exact) member.SetDesOpt(BS5950::CSteelMemberBS5950::MORE_EXACT);
     const CSteelGrade grade = file.ReadInto(i, member);
+    SetGradeOf(file, i, member, grade);
+    RequireUsableFactors(file, i, member);
     const CSecComp own = member.GetKeltrixSec().Component(0);
 
     Choice choice;
     for (const CSectDB::Entry* entry : ByMass(options.family)) {
         if (choice.passing.size() >= static_cast<std::size_t>(options.count)) break;
         Candidate candidate = Try(member, grade, own, *entry);
-        if (candidate.passed) {
+        if (candidate.status == "pass") {
             choice.passing.push_back(std::move(candidate));
         } else if (choice.passing.empty() && !std::isnan(candidate.utilisation)) {
             choice.failing.push_back(std::move(candidate));
@@ -89,22 +104,25 @@ Choice Choose(const MemberFile& file, std::size_t i, const DesignOptions& option
     return choice;
 }
 
-std::string RowText(const Candidate& candidate, const char* verdict)
+std::string RowText(const Candidate& candidate)
 {
+    const std::string verdict = candidate.status == "pass" ? candidate.status : "<red>" + candidate.status + "</red>";
     return candidate.name + '\t' + Rounded(candidate.entry->massPerMetre, 4) + '\t' +
            Utf8(CDesFormat().Util(candidate.utilisation)) + '\t' + verdict + '\t' + candidate.governing + '\n';
 }
 
-std::string Markup(const std::string& title, const Choice& choice)
+std::string Markup(const std::string& title, const Choice& choice, const std::vector<MemberWarning>& warnings)
 {
-    std::string text = "<h4>" + AsText(title) + "</h4>\n";
-    text += choice.passing.empty() ? "<red>no section of the family passes</red>\n"
-                                   : "<b>" + choice.passing.front().name + "</b> is the lightest section that passes\n";
+    std::string text = "<h4>" + AsText(title) + "</h4>\n" + WarningMarkup(warnings);
+    text += choice.passing.empty()
+                ? "<red>no section of the family passes</red>\n"
+                : "<b>" + choice.passing.front().name + "</b> is the lightest section that passes" +
+                      (warnings.empty() ? "" : ", <orange>" + CountText(warnings) + "</orange>") + "\n";
     text += "<table>Section\tkg/m\tUtilisation\tVerdict\tGoverning\n";
     for (const Candidate& candidate : choice.failing)
-        text += RowText(candidate, "<red>fail</red>");
+        text += RowText(candidate);
     for (const Candidate& candidate : choice.passing)
-        text += RowText(candidate, "pass");
+        text += RowText(candidate);
     return text + "</table>\n";
 }
 
@@ -112,7 +130,7 @@ Json JsonOf(const Candidate& candidate)
 {
     return {{"section", candidate.name},
             {"mass_per_metre", candidate.entry->massPerMetre},
-            {"status", candidate.passed ? "pass" : "fail"},
+            {"status", candidate.status},
             {"overall", candidate.utilisation},
             {"governing", candidate.governing}};
 }
@@ -132,20 +150,23 @@ ExitCode Design(const DesignOptions& options, const Console& console)
     if (options.count < 1) throw BadUsage("--count: got " + std::to_string(options.count) + ", expected 1 or more");
     ByMass(options.family);
     Json members = Json::array();
-    const ExitCode code = ForEachMember({options.file}, console, [&](const MemberFile& file, std::size_t i) {
-        const Choice choice = Choose(file, i, options);
-        const std::string title = Utf8(file.Member(i).title);
-        if (options.format == Format::JSON)
-            members.push_back({{"file", file.Name()},
-                               {"line", file.Member(i).firstLine},
-                               {"title", title},
-                               {"chosen", choice.passing.empty() ? Json() : Json(choice.passing.front().name)},
-                               {"passing", ListOf(choice.passing)},
-                               {"lighter_failing", ListOf(choice.failing)}});
-        else
-            console.out(RenderMarkup(Markup(title, choice), options.rendering));
-        return choice.passing.empty() ? EXIT_MEMBER_FAILS : EXIT_FINE;
-    });
+    const ExitCode code =
+        ForEachMember({options.file}, options.reading, console, [&](const MemberFile& file, std::size_t i) {
+            const Choice choice = Choose(file, i, options);
+            const std::string title = Utf8(file.Member(i).title);
+            const std::vector<MemberWarning> warnings = file.WarningsOf(i);
+            if (options.format == Format::JSON)
+                members.push_back({{"file", file.Name()},
+                                   {"line", file.Member(i).firstLine},
+                                   {"title", title},
+                                   {"warnings", WarningsJson(warnings)},
+                                   {"chosen", choice.passing.empty() ? Json() : Json(choice.passing.front().name)},
+                                   {"passing", ListOf(choice.passing)},
+                                   {"lighter_failing", ListOf(choice.failing)}});
+            else
+                console.out(RenderMarkup(Markup(title, choice, warnings), options.rendering));
+            return choice.passing.empty() ? EXIT_MEMBER_FAILS : EXIT_FINE;
+        });
     if (options.format == Format::JSON) console.out(JsonText(members));
     return code;
 }

@@ -9,22 +9,34 @@ namespace Keltrix::App {
 
 namespace {
 
-// The errors that the check found between the start of a member and that of the next.
+// The note that further defects were not listed is about none.
+bool IsListed(const Defect& defect) { return !defect.got.empty() || !defect.expected.empty(); }
+
 std::vector<std::string> ErrorsOf(const MemberFile& file, std::size_t i)
 {
     std::vector<std::string> errors;
-    for (const Defect& defect : file.Check().defects) {
-        const bool isBefore = defect.line < file.Member(i).firstLine;
-        const bool isBehind = i + 1 < file.MemberCount() && defect.line >= file.Member(i + 1).firstLine;
-        if (defect.severity == Severity::Error && !isBefore && !isBehind) errors.push_back(defect.Text(file.Name()));
+    for (const Defect& defect : file.Check().DefectsOf(i))
+        if (defect.severity == Severity::Error && IsListed(defect)) errors.push_back(defect.Text(file.Name()));
+    return errors;
+}
+
+// The errors of a member after so many defects that its own were not listed.
+std::vector<std::string> UnlistedErrorsOf(const MemberFile& file, std::size_t i, const ReadingOptions& reading)
+{
+    std::vector<std::string> errors;
+    const MemberText& member = file.Member(i);
+    for (const Defect& defect : CheckMemberFile(CString(member.text), reading, member.firstLine, true).defects) {
+        if (defect.severity == Severity::Error) errors.push_back(defect.Text(file.Name()));
     }
     return errors;
 }
 
 } // namespace
 
-MemberLoop::MemberLoop(const Console& console, UseMember use, std::function<void(const Refusal&)> refused) :
-    m_console(console), m_use(std::move(use)), m_refused(std::move(refused))
+MemberLoop::MemberLoop(const Console& console, const ReadingOptions& reading, UseMember use,
+                       std::function<void(const Refusal&)> refused) :
+    m_console(console),
+    m_reading(reading), m_use(std::move(use)), m_refused(std::move(refused))
 {}
 
 void MemberLoop::Leave(const Refusal& refusal)
@@ -62,9 +74,10 @@ void MemberLoop::UseFile(const std::string& path)
 void MemberLoop::UsePiece(const std::string& name, const MemberPiece& piece)
 {
     try {
-        const MemberFile file(name, piece);
+        const MemberFile file(name, piece, m_reading);
         for (const Defect& defect : file.Check().defects)
             m_console.err(defect.Text(name));
+        RefuseStrayLines(file);
         for (std::size_t i = 0; i < file.MemberCount(); ++i)
             UseOne(file, i);
     } catch (const BadInput& failure) {
@@ -72,13 +85,26 @@ void MemberLoop::UsePiece(const std::string& name, const MemberPiece& piece)
     }
 }
 
+// Errors between members are of none of them.
+void MemberLoop::RefuseStrayLines(const MemberFile& file)
+{
+    for (const Defect& defect : file.Check().defects) {
+        if (defect.severity == Severity::Error && defect.member == Defect::NO_MEMBER)
+            Leave({file.Name(), defect.line, {}, {defect.Text(file.Name())}});
+    }
+}
+
 void MemberLoop::UseOne(const MemberFile& file, std::size_t i)
 {
     const MemberText& member = file.Member(i);
     const auto refusal = [&](std::vector<std::string> reasons) {
-        return Refusal{file.Name(), member.firstLine, Utf8(member.title), std::move(reasons)};
+        return Refusal{file.Name(), member.firstLine, Utf8(member.title), std::move(reasons), file.WarningsOf(i)};
     };
-    if (member.hasErrors) return Leave(refusal(ErrorsOf(file, i)));
+    if (member.hasErrors) {
+        std::vector<std::string> errors = ErrorsOf(file, i);
+        if (!errors.empty()) return Leave(refusal(std::move(errors)));
+        return Refuse(refusal(UnlistedErrorsOf(file, i, m_reading)));
+    }
     try {
         m_worst = Worse(m_worst, m_use(file, i));
     } catch (const BadInput& failure) {
@@ -88,9 +114,10 @@ void MemberLoop::UseOne(const MemberFile& file, std::size_t i)
     }
 }
 
-ExitCode ForEachMember(const std::vector<std::string>& files, const Console& console, const UseMember& use)
+ExitCode ForEachMember(const std::vector<std::string>& files, const ReadingOptions& reading, const Console& console,
+                       const UseMember& use)
 {
-    MemberLoop loop(console, use);
+    MemberLoop loop(console, reading, use);
     for (const std::string& path : files)
         loop.UseFile(path);
     return loop.Worst();

@@ -17,6 +17,7 @@ struct Refusal {
     LineNumber line = 0; ///< at which the member begins; 0 where it is the file
     std::string title;
     std::vector<std::string> reasons; ///< messages, each with its place
+    std::vector<MemberWarning> warnings = {};
 };
 
 /// Calls `use` for the members that reading accepts, one after another and in the memory of one. What is wrong with the
@@ -25,7 +26,8 @@ struct Refusal {
 class MemberLoop {
 public:
     /// `refused` is called for each member or file that cannot be used, after its messages.
-    MemberLoop(const Console& console, UseMember use, std::function<void(const Refusal&)> refused = {});
+    MemberLoop(const Console& console, const ReadingOptions& reading, UseMember use,
+               std::function<void(const Refusal&)> refused = {});
 
     void UseFile(const std::string& path);
     void UsePiece(const std::string& name, const MemberPiece& piece);
@@ -37,15 +39,18 @@ public:
 
 private:
     void UseOne(const MemberFile& file, std::size_t i);
+    void RefuseStrayLines(const MemberFile& file);
     void Leave(const Refusal& refusal);
 
     const Console& m_console;
+    const ReadingOptions m_reading;
     UseMember m_use;
     std::function<void(const Refusal&)> m_refused;
     ExitCode m_worst = EXIT_FINE;
 };
 
 /// Uses every member of the files, in order, and returns the worst exit code of all.
-ExitCode ForEachMember(const std::vector<std::string>& files, const Console& console, const UseMember& use);
+ExitCode ForEachMember(const std::vector<std::string>& files, const ReadingOptions& reading, const Console& console,
+                       const UseMember& use);
 
 } // namespace Keltrix::App

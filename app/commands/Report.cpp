@@ -16,11 +16,14 @@ ExitCode Report(const ReportOptions& options, const Console& console)
         console.err(message);
     };
     noting.wasRead = [&](const std::string& name, const std::string& sha256) { report.AddInput(name, sha256); };
-    const ExitCode code = ForEachMember(options.files, noting, [&](const MemberFile& file, std::size_t i) {
-        CheckedMember checked = CheckMember(file, i, option, true);
-        report.Add(checked);
-        return checked.Status() == "pass" ? EXIT_FINE : EXIT_MEMBER_FAILS;
-    });
+    const ExitCode code =
+        ForEachMember(options.files, options.reading, noting, [&](const MemberFile& file, std::size_t i) {
+            CheckedMember checked = CheckMember(file, i, option, true);
+            for (const MemberWarning& warning : checked.CheckWarnings())
+                noting.err(warning.Message());
+            report.Add(checked);
+            return checked.Status() == "pass" ? EXIT_FINE : EXIT_MEMBER_FAILS;
+        });
     if (report.MemberCount() == 0) return code;
     if (report.MemberCount() > 1 && !options.block.member.empty())
         throw BadUsage("--member: names one member, and the files hold " + std::to_string(report.MemberCount()));

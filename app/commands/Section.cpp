@@ -20,7 +20,7 @@ std::string TypeName(const CSection& section)
     case SEC_WELDED:
         return "welded";
     default:
-        return "built up";
+        return "taken as welded";
     }
 }
 

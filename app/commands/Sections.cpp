@@ -68,7 +68,7 @@ void SortRows(std::vector<Row>& rows, const std::string& key)
                          [&](const Row& a, const Row& b) { return known.value(a) < known.value(b); });
         return;
     }
-    throw BadUsage("--sort: got \"" + Printable(key) + "\", expected one of " + names);
+    throw BadUsage("--sort: got \"" + PrintableLine(key) + "\", expected one of " + names);
 }
 
 std::string CheckedFamily(const std::string& wanted)
@@ -125,6 +125,9 @@ Json JsonOf(const std::vector<Row>& rows)
 
 ExitCode ListSections(const SectionsOptions& options, const Console& console)
 {
+    if (!(options.minIxx >= 0.0 && std::isfinite(options.minIxx)))
+        throw BadUsage("--min-Ixx: got " + Shortest(options.minIxx) +
+                       ", expected a second moment of area in cm^4, not below 0");
     const std::string family = options.family.empty() ? std::string() : CheckedFamily(options.family);
     std::vector<Row> rows;
     for (const CSectDB::Entry& entry : CSectDB::GetDatabase()->Entries()) {

@@ -16,7 +16,8 @@ ExitCode ShowMember(const MemberFile& file, std::size_t i, const ShowOptions& op
     member.SetResult(&result);
     result.ClearStrings(); // no design code is at work whose name would stand there
     if (!member.Check()) throw BadInput(file.NameOf(i) + ": " + Utf8(result.GetVerbose()));
-    const std::string report = "<h4>" + AsText(Utf8(member.GetTitle())) + "</h4>\n" + Utf8(result.GetVerbose());
+    const std::string report = "<h4>" + AsText(Utf8(member.GetTitle())) + "</h4>\n" +
+                               WarningMarkup(file.WarningsOf(i)) + Utf8(result.GetVerbose());
     console.out(RenderMarkup(report, options.rendering));
     return EXIT_FINE;
 }
@@ -26,11 +27,12 @@ ExitCode ShowMember(const MemberFile& file, std::size_t i, const ShowOptions& op
 ExitCode Show(const ShowOptions& options, const Console& console)
 {
     bool hasShown = false;
-    const ExitCode code = ForEachMember(options.files, console, [&](const MemberFile& file, std::size_t i) {
-        const ExitCode shown = ShowMember(file, i, options, console);
-        hasShown = true;
-        return shown;
-    });
+    const ExitCode code =
+        ForEachMember(options.files, options.reading, console, [&](const MemberFile& file, std::size_t i) {
+            const ExitCode shown = ShowMember(file, i, options, console);
+            hasShown = true;
+            return shown;
+        });
     if (hasShown && options.rendering.kind != Rendering::Raw)
         console.out('\n' + RenderMarkup(ReportKey(), options.rendering));
     return code;

@@ -43,6 +43,8 @@ public:
         Row("Load, major axis", span.major.pattern);
         Row("Load, minor axis", span.minor.pattern);
         Row("LT effective length", LengthText(span.lt));
+        Row("Moment, major axis", MomentText(span.momentMajor, true));
+        Row("Moment, minor axis", MomentText(span.momentMinor, false));
         if (span.deflectionMajor) Row("Deflection, major axis", DeflectionText(*span.deflectionMajor));
         if (span.deflectionMinor) Row("Deflection, minor axis", DeflectionText(*span.deflectionMinor));
         ForceTable(span);
@@ -85,12 +87,28 @@ private:
         return "<b>" + Length(lt.length) + "</b> (" + table + ": " + lt.row + ")";
     }
 
+    std::string MomentText(const Design::Extremes& moments, bool isMajor) const
+    {
+        const auto extreme = [&](double value, double x) {
+            const char* const sense = !isMajor ? "" : value < 0.0 ? " sagging" : " hogging";
+            return Utf8(m_format.Moment(value)) + sense + " at " + Length(x);
+        };
+        std::string text;
+        if (moments.least < 0.0) text = extreme(moments.least, moments.leastAt);
+        if (moments.greatest > 0.0) text += (text.empty() ? "" : ", ") + extreme(moments.greatest, moments.greatestAt);
+        return text.empty() ? "none" : text;
+    }
+
     std::string DeflectionText(const Deflection& d) const
     {
         const auto mm = [](double metres) { return Figures(metres * 1e3, 4) + " mm"; };
         if (d.integrated == 0.0) return "none";
-        std::string text = mm(d.integrated) + " from the chord, at " + Length(d.integratedAt);
-        if (!std::isnan(d.atPoints)) text += "; CSpan's own figure over its points " + mm(d.atPoints);
+        std::string text =
+            mm(d.integrated) + (d.isUpwards ? " upwards" : "") + " from the chord, at " + Length(d.integratedAt);
+        if (!d.isKnown) text += ", <orange>the largest of three readings: the forces do not balance</orange>";
+        if (!std::isnan(d.atPoints))
+            text += "; CSpan's own figure over its points " + mm(d.atPoints) +
+                    (d.hasLoadBetweenPoints ? ", without load between them" : "");
         return text + " <i>(EI = " + Figures(d.EI / 1e3, 4) + " kN·m²)</i>";
     }
 
@@ -129,6 +147,14 @@ Json ForcesOf(const Vec3<double>& force, const Vec3<double>& moment)
     return {{"Fx", force.x}, {"Fy", force.y}, {"Fz", force.z}, {"Mxx", moment.x}, {"Myy", moment.y}, {"Mzz", moment.z}};
 }
 
+Json MomentsJson(const Design::Extremes& moments)
+{
+    return {{"greatest", moments.greatest},
+            {"greatest_position", moments.greatestAt},
+            {"least", moments.least},
+            {"least_position", moments.leastAt}};
+}
+
 Json JsonOf(const LoadPatternReport& load)
 {
     return {{"pattern", load.pattern},
@@ -148,7 +174,10 @@ Json JsonOf(const std::optional<Deflection>& deflection)
     return {{"EI", deflection->EI},
             {"max_disp", deflection->atPoints},
             {"exact", deflection->integrated},
-            {"exact_position", deflection->integratedAt}};
+            {"exact_position", deflection->integratedAt},
+            {"upwards", deflection->isUpwards},
+            {"known", deflection->isKnown},
+            {"load_between_points", deflection->hasLoadBetweenPoints}};
 }
 
 Json JsonOf(const SpanReport& span)
@@ -180,6 +209,8 @@ Json JsonOf(const SpanReport& span)
               {"nominal_rejected_right", span.lt.nominalRejectedRight}}},
             {"deflection_major", JsonOf(span.deflectionMajor)},
             {"deflection_minor", JsonOf(span.deflectionMinor)},
+            {"moment_major", MomentsJson(span.momentMajor)},
+            {"moment_minor", MomentsJson(span.momentMinor)},
             {"max", ForcesOf(span.maxForce, span.maxMoment)},
             {"min", ForcesOf(span.minForce, span.minMoment)},
             {"stations", std::move(stations)}};
@@ -210,16 +241,18 @@ ExitCode ShowSpans(const SpansOptions& options, const Console& console)
                                {"title", title},
                                {"split", options.split},
                                {"rule", RuleText(split)},
+                               {"warnings", WarningsJson(file.WarningsOf(i))},
                                {"spans", std::move(list)}});
             return EXIT_FINE;
         }
-        std::string text = "<h4>" + AsText(title) + "</h4>\nSpans between " + RuleText(split) + "\n";
+        std::string text = "<h4>" + AsText(title) + "</h4>\n" + WarningMarkup(file.WarningsOf(i)) + "Spans between " +
+                           RuleText(split) + "\n";
         for (std::size_t k = 0; k < spans.size(); ++k)
             text += SpanMarkup().Of(spans[k], k + 1);
         console.out(RenderMarkup(text, options.rendering));
         return EXIT_FINE;
     };
-    const ExitCode code = ForEachMember(options.files, console, showOne);
+    const ExitCode code = ForEachMember(options.files, options.reading, console, showOne);
     if (options.format == Format::JSON) console.out(JsonText(members));
     return code;
 }

@@ -1,4 +1,7 @@
 #include "Json.h"
+#ifdef KSTEEL_WITH_BS5950
+#include "CheckedMember.h"
+#endif
 #include "MemberFile.h"
 #include "Text.h"
 #include "commands/Commands.h"
@@ -12,6 +15,8 @@ std::string CountOf(std::size_t n, const char* what)
     return (n == 0 ? "no" : std::to_string(n)) + ' ' + what + (n == 1 ? "" : "s");
 }
 
+std::string NotesText(std::size_t notes) { return notes == 0 ? std::string() : ", " + CountOf(notes, "note"); }
+
 std::string TextOf(const MemberFile& file)
 {
     const FileCheck& check = file.Check();
@@ -19,15 +24,26 @@ std::string TextOf(const MemberFile& file)
     for (const Defect& defect : check.defects)
         text += Printable(defect.Text(file.Name())) + '\n';
     return text + file.Name() + ": " + CountOf(file.MemberCount(), "member") + ", " + CountOf(check.Errors(), "error") +
-           ", " + CountOf(check.Warnings(), "warning") + '\n';
+           ", " + CountOf(check.Warnings(), "warning") + NotesText(check.Notes()) + '\n';
 }
 
 Json JsonOf(const Defect& defect)
 {
-    return {{"line", defect.line},       {"severity", defect.severity == Severity::Error ? "error" : "warning"},
-            {"keyword", defect.keyword}, {"field", defect.field},
-            {"got", defect.got},         {"expected", defect.expected},
-            {"advice", defect.advice},   {"message", defect.Message()}};
+    return {{"line", defect.line},         {"severity", SeverityWord(defect.severity)},
+            {"code", defect.code},         {"keyword", defect.keyword},
+            {"field", defect.field},       {"got", defect.got},
+            {"expected", defect.expected}, {"advice", defect.advice},
+            {"message", defect.Message()}};
+}
+
+// Those of the members and those between them.
+std::vector<MemberWarning> WarningsOf(const MemberFile& file)
+{
+    std::vector<MemberWarning> warnings;
+    for (const Defect& defect : file.Check().defects) {
+        if (defect.severity != Severity::Error) warnings.push_back(WarningOf(defect, file.Name()));
+    }
+    return warnings;
 }
 
 Json JsonOf(const MemberFile& file)
@@ -39,8 +55,23 @@ Json JsonOf(const MemberFile& file)
     return {{"file", file.Name()},
             {"members", file.MemberCount()},
             {"errors", check.Errors()},
-            {"warnings", check.Warnings()},
+            {"warnings", WarningsJson(WarningsOf(file))},
             {"defects", std::move(defects)}};
+}
+
+// What the design code rejects in the members that reading accepts.
+void AddCodeDefects([[maybe_unused]] MemberFile& file)
+{
+#ifdef KSTEEL_WITH_BS5950
+    for (std::size_t i = 0; i < file.MemberCount(); ++i) {
+        if (file.Member(i).hasErrors) continue;
+        try {
+            CheckMember(file, i, BS5950::CSteelMemberBS5950::SIMPLIFIED, false);
+        } catch (const BadMember& failure) {
+            file.Add(failure.defect);
+        }
+    }
+#endif
 }
 
 } // namespace
@@ -51,7 +82,8 @@ ExitCode Validate(const ValidateOptions& options, const Console& console)
     Json files = Json::array();
     for (const std::string& path : options.files) {
         try {
-            const MemberFile file = MemberFile::Read(path, console.in);
+            MemberFile file = MemberFile::Read(path, console.in, options.reading);
+            if (!options.code.empty()) AddCodeDefects(file);
             if (file.Check().Errors() > 0) worst = EXIT_BAD_INPUT;
             if (options.format == Format::JSON)
                 files.push_back(JsonOf(file));
@@ -60,7 +92,8 @@ ExitCode Validate(const ValidateOptions& options, const Console& console)
         } catch (const BadInput& failure) {
             console.err(failure.what());
             worst = EXIT_BAD_INPUT;
-            if (options.format == Format::JSON) files.push_back({{"file", Printable(path)}, {"error", failure.what()}});
+            if (options.format == Format::JSON)
+                files.push_back({{"file", NameOfInput(path)}, {"error", failure.what()}});
         }
     }
     if (options.format == Format::JSON) console.out(JsonText(files));

@@ -33,10 +33,7 @@ std::string MarginBox(const char* place, const std::string& content)
 
 } // namespace
 
-HtmlReport::HtmlReport(TitleBlock block) : m_block(std::move(block)), m_sheets(OpenTemporaryFile(), std::fclose)
-{
-    if (!m_sheets) throw BadOutput("a temporary file cannot be made");
-}
+HtmlReport::HtmlReport(TitleBlock block) : m_block(std::move(block)), m_sheets(OpenTemporaryFile(), std::fclose) {}
 
 void HtmlReport::Add(const CheckedMember& checked)
 {
@@ -48,7 +45,8 @@ void HtmlReport::Add(const CheckedMember& checked)
         std::fwrite(sheet.data(), 1, sheet.size(), m_sheets.get()) != sheet.size())
         throw BadOutput("a temporary file cannot be written");
     m_rows.push_back({id, checked.file, checked.title, checked.Section(), checked.Grade(), checked.Status(),
-                      checked.Governing(), checked.result->UtilOverAll(), start, sheet.size()});
+                      CountText(checked.warnings), checked.Governing(), checked.result->UtilOverAll(), start,
+                      sheet.size()});
 }
 
 void HtmlReport::Write(const TextSink& put)
@@ -131,8 +129,9 @@ std::string HtmlReport::IndexRow(const Row& row, std::size_t number) const
 {
     return "<tr><td class=\"n\">" + std::to_string(number) + "</td><th scope=\"row\"><a href=\"#" + row.id +
            "\"><bdi>" + EscapedHtml(row.title) + "</bdi></a></th><td class=\"name\">" + EscapedHtml(row.section) +
-           "</td><td>" + EscapedHtml(row.grade) + "</td><td>" + StatusHtml(row.status) + "</td><td class=\"n\">" +
-           Meter(row.utilisation) + UtilText(row.utilisation) + "</td><td>" +
+           "</td><td>" + EscapedHtml(row.grade) + "</td><td>" + StatusHtml(row.status) +
+           (row.warnings.empty() ? "" : ", <span class=\"orange\">" + row.warnings + "</span>") +
+           "</td><td class=\"n\">" + Meter(row.utilisation) + UtilText(row.utilisation) + "</td><td>" +
            EscapedHtml(WithUnitsKept(row.governing)) + "</td></tr>\n";
 }
 

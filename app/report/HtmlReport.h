@@ -35,6 +35,7 @@ private:
         std::string section;
         std::string grade;
         std::string status;
+        std::string warnings; // how many
         std::string governing;
         double utilisation;
         std::fpos_t start;

@@ -82,13 +82,28 @@ std::string TitleBlockHtml(const CheckedMember& checked, const TitleBlock& block
     return html + "</table>\n" + SignaturesHtml(block);
 }
 
+// Right below the verdict, which does not hold without them.
+std::string WarningsHtml(const CheckedMember& checked)
+{
+    if (checked.warnings.empty()) return {};
+    std::string html = "<div class=\"warnings\" role=\"note\">\n<p><strong>" + CountText(checked.warnings) +
+                       ". Read before this sheet is used:</strong></p>\n<ul>\n";
+    for (const MemberWarning& warning : checked.warnings)
+        html += "<li><strong>" + std::string(SeverityWord(warning.severity)) + "</strong>, " +
+                Isolated(warning.file + ':' + std::to_string(warning.line)) + ": " + EscapedHtml(warning.text) +
+                "</li>\n";
+    return html + "</ul>\n</div>\n";
+}
+
 std::string VerdictHtml(const CheckedMember& checked)
 {
     const std::string status = checked.Status();
     std::string html = status == "pass" ? "<p class=\"verdict\">" : "<p class=\"verdict fails\">";
-    html += StatusHtml(status) + ", utilisation <b>" + UtilText(checked.result->UtilOverAll()) + "</b>, governed by " +
+    html += StatusHtml(status) +
+            (checked.warnings.empty() ? "" : ", <span class=\"orange\">" + CountText(checked.warnings) + "</span>") +
+            ", utilisation <b>" + UtilText(checked.result->UtilOverAll()) + "</b>, governed by " +
             EscapedHtml(WithUnitsKept(checked.Governing()));
-    return html + ".</p>\n";
+    return html + ".</p>\n" + WarningsHtml(checked);
 }
 
 // --- Member ---
@@ -284,7 +299,8 @@ std::string CheckTable(const BS5950::Ledger& ledger, bool isBrief)
 std::string IdleTable(const BS5950::Ledger& ledger, bool isBrief)
 {
     std::string html = TableHead("Checks without a result", {"Check without a result", "Clause", "Why"}, {}, {});
-    for (const BS5950::CheckStatus status : {BS5950::CheckStatus::NotEvaluated, BS5950::CheckStatus::NotApplicable}) {
+    for (const BS5950::CheckStatus status :
+         {BS5950::CheckStatus::NotEvaluated, BS5950::CheckStatus::OutOfScope, BS5950::CheckStatus::NotApplicable}) {
         if (isBrief && status == BS5950::CheckStatus::NotApplicable) continue;
         for (const LedgerEntry& entry : ledger.Entries()) {
             if (entry.status != status) continue;
@@ -310,7 +326,8 @@ std::vector<std::string> AssumptionSentences(const BS5950::CSteelMemberBS5950& m
 {
     std::vector<std::string> sentences;
     for (const BS5950::Assumption& assumption : member.Assumptions())
-        sentences.push_back(Utf8(std::wstring_view(assumption.name)) + ": " + Utf8(std::wstring_view(assumption.text)));
+        sentences.push_back(Utf8(std::wstring_view(assumption.name)) + ": " +
+                            Utf8(BS5950::AssumptionText(assumption, CDesFormat())));
     return sentences;
 }
 

@@ -52,6 +52,8 @@ caption { text-align: left; }
 .hash { font-family: "Liberation Mono", "DejaVu Sans Mono", Menlo, Consolas, monospace; overflow-wrap: anywhere; }
 .verdict { font-size: 12pt; margin: 3mm 0; padding: 2mm 3mm; background: var(--panel); border-left: 1.5mm solid var(--pass); }
 .verdict.fails { border-left-color: var(--fail); }
+.warnings { margin: 3mm 0; padding: 2mm 3mm; border: 0.6mm solid var(--warn); color: var(--warn); overflow-wrap: anywhere; }
+.warnings ul { margin: 1mm 0; padding-left: 5mm; }
 .pass, .fail, .name { white-space: nowrap; }
 .pass { color: var(--pass); font-weight: bold; }
 .fail, .red { color: var(--fail); font-weight: bold; }
@@ -91,6 +93,7 @@ svg .twist { fill: none; stroke: var(--warn); stroke-width: 0.45; }
 svg .load { fill: none; stroke: var(--fail); stroke-width: 0.4; }
 svg .fill { fill: var(--fill); }
 svg .curve { fill: none; stroke: var(--link); stroke-width: 0.35; stroke-linejoin: round; }
+svg .unsure { stroke: var(--warn); stroke-dasharray: 1.6 0.9; }
 svg .base { stroke: var(--ink); stroke-width: 0.25; }
 svg .bar { fill: var(--bar); }
 svg .governs { fill: var(--bar-governs); }

@@ -53,6 +53,13 @@ public:
     {
         bool header = false;
         while (NextLine()) {
+            if (m_errors.size() >= MOST_ERRORS) {
+                m_errors.resize(MOST_ERRORS);
+                AddError(m_line, 0,
+                         std::to_string(MOST_ERRORS) +
+                             " faults were found up to here, and the rest was not read; mend those above first");
+                return;
+            }
             if (!header) {
                 header = true;
                 if (!ReadHeader()) return;
@@ -87,6 +94,9 @@ public:
     }
 
 private:
+    // A file that is no catalogue at all has a fault in every line.
+    static constexpr std::size_t MOST_ERRORS = 1000;
+
     // The next line that is neither empty nor a comment, split into its fields.
     bool NextLine()
     {

@@ -43,6 +43,22 @@ TEST(OwnCatalogue, FaultsAreToldWithLineAndColumn)
                 HasSubstr("own.csv:3, column 7: width_mm: expected a dimension in mm, not negative, found \"-150\"\n"));
 }
 
+TEST(OwnCatalogue, ThousandsOfFaultsAreNotListed)
+{
+    const TestDirectory directory;
+    std::string rows;
+    for (int i = 0; i < 3000; ++i)
+        rows += "OWN," + std::to_string(i) + ",I,riveted,60,300,150,8,12,0,0\n";
+    const std::string file = directory.Write("own.csv", HEADER + rows);
+    const auto result = RunKsteel("--catalogue '" + file + "' sections");
+    EXPECT_EQ(result.code, 2);
+    const std::vector<std::string> lines = Trial::LinesOf(result.err);
+    ASSERT_EQ(lines.size(), 1001u);
+    EXPECT_THAT(lines[999], StartsWith(file + ":1001, column 4: type: expected one of"));
+    EXPECT_EQ(lines[1000],
+              file + ":1002: 1000 faults were found up to here, and the rest was not read; mend those above first");
+}
+
 TEST(OwnCatalogue, AMissingFileIsBadInput)
 {
     const auto result = RunKsteel("--catalogue nowhere.csv sections");

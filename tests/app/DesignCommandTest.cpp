@@ -29,8 +29,10 @@ std::string Replaced(std::string text, const std::string& from, const std::strin
 
 // Forces and moments a hundred times as large: 1500 kNm, far beyond any beam of this depth.
 const std::string OVERLOADED = [] {
-    std::string text = Replaced(GOOD_MEMBER, "0,0,0,0,-15000,0,Free", "0,0,0,0,-1500000,0,Free");
-    return Replaced(text, "0,-15000,0,0,0,0,Free", "0,-1500000,0,0,0,0,Free");
+    std::string text = GOOD_MEMBER;
+    for (std::size_t at = 0; (at = text.find("5000", at)) != std::string::npos; at += 6)
+        text.insert(at + 4, "00");
+    return text;
 }();
 
 TEST(CheckCommand, APassingMemberIsZeroAndAFailingOneIsOne)
@@ -55,7 +57,7 @@ TEST(CheckCommand, AGradeThatTheCodeDoesNotKnowIsBadInput)
     const TestDirectory directory;
     const auto result = RunKsteel("check '" + directory.Write("a.csv", Replaced(GOOD_MEMBER, "S275", "S999")) + "'");
     EXPECT_EQ(result.code, 2) << result;
-    EXPECT_THAT(result.err, HasSubstr("GRADE: got \"S999\", expected S275, S355, S460 or User_defined"));
+    EXPECT_THAT(result.err, HasSubstr("a.csv:4: GRADE: got \"S999\", expected S275, S355, S460 or User_defined"));
 }
 
 TEST(CheckCommand, ASectionThatTheCodeDoesNotCoverIsBadInput)
@@ -97,8 +99,8 @@ TEST(CheckCommand, TheJsonHasEveryMemberOfTheReport)
     for (const auto& [name, value] : member.items())
         names.insert(name);
     EXPECT_THAT(names, ElementsAre("assumptions", "checks", "class", "design_strength", "effective_lengths", "file",
-                                   "flags", "governing", "grade", "line", "overall", "resistances", "section", "status",
-                                   "title", "utilisation"));
+                                   "flags", "governing", "grade", "line", "moments", "overall", "resistances",
+                                   "section", "status", "title", "utilisation", "warnings"));
     EXPECT_EQ(member["status"], "pass");
     EXPECT_EQ(member["class"], 1);
     EXPECT_EQ(member["design_strength"], 275e6);
@@ -112,7 +114,7 @@ TEST(CheckCommand, TheJsonHasEveryMemberOfTheReport)
     int governing = 0;
     for (const json& check : member["checks"]) {
         governing += check["governing"].get<bool>() ? 1 : 0;
-        EXPECT_THAT((std::set<std::string>{"passed", "failed", "not applicable", "not evaluated"}),
+        EXPECT_THAT((std::set<std::string>{"passed", "failed", "not applicable", "not evaluated", "outside the input"}),
                     ::testing::Contains(check["status"].get<std::string>()));
     }
     EXPECT_EQ(governing, 1);
@@ -141,6 +143,187 @@ TEST(CheckCommand, AnEnvelopeIsOneMemberWithTheWorstOfItsCases)
     EXPECT_EQ(mixed.code, 2) << mixed;
     EXPECT_THAT(mixed.err, HasSubstr("is no load case of the member in"));
     EXPECT_EQ(RunKsteel("check --envelope '" + a + "' missing.csv").code, 2);
+}
+
+// A pinned beam of 6 m in one sub-span.
+std::string OneSubSpan(const std::string& forces, double length = 6.0)
+{
+    std::ostringstream text;
+    text << "TITLE,Beam\nSECTION,UB 457x191x67,ROLLED\nGRADE,S275\nNET_TO_GROSS,1\n"
+            "ALLOWABLE_PLASTIC/ELASTIC_RATIO,1.2\nSHEAR_LAG_FACTOR,0.7\nEFFECTIVE_LENGTH_OVERRIDES,NO\nHEADINGS\n"
+            "MEMBERPOINT,1,0,Pinned,0\nMEMBERPOINT,2,"
+         << length << ",Pinned,0\nSUBSPAN,1," << forces << ",Free,0\nEND\n";
+    return text.str();
+}
+const std::string UNIFORM = "0,0,-60000,0,0,60000,0,0,0,0,0,0";       // 20 kN/m: 90 kN·m sagging
+const std::string END_MOMENT = "0,0,10000,0,0,10000,0,0,0,0,60000,0"; // 60 kN·m at the right end
+
+// Shear that passes zero at different places is a matter of the load case.
+TEST(CheckCommand, LoadCasesMergeWhereverTheirShearPassesZero)
+{
+    const TestDirectory directory;
+    const std::string a = directory.Write("a.csv", OneSubSpan(UNIFORM));
+    const std::string b = directory.Write("b.csv", OneSubSpan(END_MOMENT));
+    // wL²/8 with w = 20 kN/m at mid-span, and 150 kN of end shears with 45 kN·m at the right end: zero shear off the middle.
+    const std::string c = directory.Write("c.csv", OneSubSpan("0,0,-52500,0,0,67500,0,0,0,0,45000,0"));
+    const auto result = RunKsteel("check --envelope --format json '" + a + "' '" + b + "' '" + c + "'");
+    ASSERT_EQ(result.code, 0) << result;
+    const json merged = json::parse(result.out)[0];
+    const json single = json::parse(RunKsteel("check --format json '" + a + "' '" + b + "' '" + c + "'").out);
+    double largest = 0.0;
+    for (const json& one : single) {
+        largest = std::max(largest, one["overall"].get<double>());
+        // Every row of every case is in the envelope, or something larger in its place.
+        for (const json& row : one["utilisation"]["local"]) {
+            bool isCovered = false;
+            for (const json& other : merged["utilisation"]["local"])
+                isCovered = isCovered ||
+                            (other["position"] == row["position"] && other["place"] == row["place"] &&
+                             other["combined"] >= row["combined"] && other["moment_major"] >= row["moment_major"] &&
+                             other["shear_major"] >= row["shear_major"]);
+            EXPECT_TRUE(isCovered) << row;
+        }
+    }
+    EXPECT_EQ(merged["overall"], largest);
+    EXPECT_EQ(merged["moments"]["major"]["least"], -90000.0);
+    EXPECT_EQ(merged["moments"]["major"]["greatest"], 60000.0);
+}
+
+TEST(CheckCommand, AnEnvelopeOfDifferentMembersIsRefusedWithTheDifference)
+{
+    const TestDirectory directory;
+    const std::string good = OneSubSpan(UNIFORM);
+    const std::string a = directory.Write("a.csv", good);
+    const auto refusal = [&](const std::string& other) {
+        const auto result = RunKsteel("check --envelope '" + a + "' '" + directory.Write("b.csv", other) + "'");
+        EXPECT_EQ(result.code, 2) << result;
+        return result.err;
+    };
+    EXPECT_THAT(refusal(OneSubSpan("0,0,-60000,0,0,60000,0,0,0,0,0,0", 12.0)), HasSubstr("point 2 at 12 m, not 6 m"));
+    EXPECT_THAT(refusal(Replaced(good, "S275", "S355")), HasSubstr("grade S355, not S275"));
+    EXPECT_THAT(refusal(Replaced(good, "ROLLED", "WELDED")), HasSubstr("section type WELDED, not ROLLED"));
+    EXPECT_THAT(refusal(Replaced(good, "NET_TO_GROSS,1", "NET_TO_GROSS,0.9")),
+                HasSubstr("net to gross ratio 0.9, not 1"));
+    EXPECT_THAT(refusal(Replaced(good, "RATIO,1.2", "RATIO,1.5")),
+                HasSubstr("allowable plastic to elastic ratio 1.5, not 1.2"));
+    EXPECT_THAT(refusal(Replaced(good, "OVERRIDES,NO", "OVERRIDES,YES,6,6,3")),
+                HasSubstr("effective lengths 6 m, 6 m and 3 m, not by the restraints"));
+    EXPECT_THAT(refusal(Replaced(good, "OVERRIDES,NO\n", "OVERRIDES,NO\nEQUIVALENT_UNIFORM_MOMENT_FACTOR,0.9\n")),
+                HasSubstr("equivalent uniform moment factor 0.9, not as computed"));
+    EXPECT_THAT(refusal(Replaced(good, "2,6,Pinned", "2,6,Fixed")),
+                HasSubstr("restraint of point 2 Fixed, not Pinned"));
+    EXPECT_THAT(refusal(Replaced(good, ",Free,0\nEND", ",Top flange lateral,0\nEND")),
+                HasSubstr("restraint of sub-span 1 Top flange lateral, not Free"));
+    // The height of its load belongs to a load case.
+    const auto result = RunKsteel("check --envelope '" + a + "' '" +
+                                  directory.Write("b.csv", Replaced(good, ",Free,0\nEND", ",Free,0.2\nEND")) + "'");
+    EXPECT_EQ(result.code, 0) << result;
+}
+
+// What the design code rejects is said in the same words, with its line, by everything that asks the code.
+struct RejectedRow {
+    const char* from;
+    const char* to;
+    const char* message;
+};
+
+TEST(Rejected, MembersHaveTheSameMessageInCheckValidateDesignAndReport)
+{
+    const RejectedRow rows[] = {
+        {"GRADE,S275", "GRADE,S235", "a.csv:3: GRADE: got \"S235\", expected S275, S355, S460 or User_defined"},
+        {"GRADE,S275", "GRADE,43A", "a.csv:3: GRADE: got \"43A\", expected S275, S355, S460 or User_defined"},
+        {"GRADE,S275", "GRADE,User_defined,300e6,0,0,0", "a.csv:3: GRADE: the user-defined grade has a"},
+        {"GRADE,S275", "GRADE,User_defined,0,0,0,1", "a.csv:3: GRADE: the user-defined grade gives no yield strength"},
+        {"NET_TO_GROSS,1", "NET_TO_GROSS,0", "a.csv:4: NET_TO_GROSS: the net to gross area ratio"},
+        {"RATIO,1.2", "RATIO,0.5", "a.csv:5: ALLOWABLE_PLASTIC/ELASTIC_RATIO: the allowable plastic to elastic ratio"},
+        {"OVERRIDES,NO\n", "OVERRIDES,NO\nEQUIVALENT_UNIFORM_MOMENT_FACTOR,-1\n",
+         "a.csv:8: EQUIVALENT_UNIFORM_MOMENT_FACTOR: the equivalent uniform moment factor"}};
+    const TestDirectory directory;
+    for (const RejectedRow& row : rows) {
+        const std::string file = directory.Write("a.csv", Replaced(OneSubSpan(UNIFORM), row.from, row.to));
+        for (const char* command : {"check", "check --report table", "design --family UB", "report -o -"}) {
+            const auto result = RunKsteel(command + (" '" + file + "'"));
+            EXPECT_EQ(result.code, 2) << command << row.to << result;
+            EXPECT_THAT(result.err, HasSubstr(row.message)) << command << " " << row.to;
+        }
+        EXPECT_EQ(RunKsteel("validate '" + file + "'").code, 0) << "the format has no codes";
+        const auto result = RunKsteel("validate --code BS5950 '" + file + "'");
+        EXPECT_EQ(result.code, 2) << row.to << result;
+        EXPECT_THAT(result.out, HasSubstr(row.message)) << row.to;
+        const json defects = json::parse(RunKsteel("validate --code bs5950 --format json '" + file + "'").out)[0];
+        EXPECT_EQ(defects["errors"], 1) << row.to;
+    }
+    const std::string good = directory.Write("a.csv", OneSubSpan(UNIFORM));
+    EXPECT_EQ(RunKsteel("validate --code BS5950 '" + good + "'").code, 0);
+    EXPECT_EQ(RunKsteel("validate --code EC3 '" + good + "'").code, 3);
+}
+
+// Warnings reach everything that says something of the member.
+TEST(Warnings, OfUnbalancedForcesStandInEveryOutput)
+{
+    const TestDirectory directory;
+    // An end moment of 5 kN·m that the shears do not ask for.
+    const std::string file = directory.Write("a.csv", OneSubSpan("0,0,-60000,0,0,60000,0,0,0,0,-5000,0"));
+    const std::string said =
+        "forces do not balance in sub-span 1 (0 m to 6 m), Myy: by the shears the moment changes by 0 kNm, by "
+        "the end moments by -5 kNm.";
+    const auto expectTold = [&](const Trial::RunResult& result) {
+        EXPECT_THAT(result.err, HasSubstr("a.csv:11: warning: SUBSPAN: " + said));
+        return result.out;
+    };
+    for (const char* report : {"brief", "verbose", "summary"}) {
+        const std::string out = expectTold(RunKsteel("check --report " + std::string(report) + " '" + file + "'"));
+        EXPECT_THAT(out, HasSubstr("in S275: pass, 1 warning, utilisation")) << report;
+        EXPECT_THAT(out, HasSubstr("warning, " + file + ":11: SUBSPAN: " + said)) << report;
+    }
+    EXPECT_THAT(expectTold(RunKsteel("check --report table '" + file + "'")), HasSubstr("pass, 1 warning"));
+    EXPECT_THAT(expectTold(RunKsteel("show '" + file + "'")), HasSubstr(said));
+    EXPECT_THAT(expectTold(RunKsteel("spans '" + file + "'")), HasSubstr(said));
+    const std::string design = expectTold(RunKsteel("design --family UB '" + file + "'"));
+    EXPECT_THAT(design, HasSubstr("is the lightest section that passes, 1 warning"));
+    EXPECT_THAT(design, HasSubstr(said));
+    EXPECT_THAT(RunKsteel("validate '" + file + "'").out, HasSubstr(said));
+    for (const char* command : {"check --format json", "check --format jsonl", "check --format jsonl --report table",
+                                "design --family UB --format json", "spans --format json", "validate --format json"}) {
+        json output = json::parse(RunKsteel(command + (" '" + file + "'")).out);
+        if (output.is_array()) output = output[0];
+        ASSERT_EQ(output["warnings"].size(), 1u) << command;
+        EXPECT_EQ(output["warnings"][0]["code"], "unbalanced") << command;
+        EXPECT_EQ(output["warnings"][0]["severity"], "warning") << command;
+        EXPECT_EQ(output["warnings"][0]["line"], 11) << command;
+        EXPECT_THAT(output["warnings"][0]["text"].get<std::string>(), HasSubstr(said)) << command;
+    }
+    const std::string html = expectTold(RunKsteel("report -o - '" + file + "'"));
+    EXPECT_THAT(html, HasSubstr("<div class=\"warnings\""));
+    EXPECT_LT(html.find("<div class=\"warnings\""), html.find("<h3"));
+}
+
+TEST(Warnings, AreErrorsWhereReadingIsStrict)
+{
+    const TestDirectory directory;
+    const std::string file = directory.Write("a.csv", OneSubSpan("0,0,-60000,0,0,60000,0,0,0,0,-5000,0"));
+    for (const char* command : {"check", "check --report table", "check --format jsonl", "check --envelope",
+                                "design --family UB", "spans", "show", "validate", "report -o -"}) {
+        EXPECT_LE(RunKsteel(command + (" '" + file + "'")).code, 1) << command;
+        const auto result = RunKsteel(command + (" --strict '" + file + "'"));
+        EXPECT_EQ(result.code, 2) << command << result;
+    }
+    // Notes stay notes: a pinned beam under 600 N.
+    const std::string light = directory.Write("b.csv", OneSubSpan("0,0,-60,0,0,60,0,0,0,0,0,0"));
+    const auto noted = RunKsteel("check --strict '" + light + "'");
+    EXPECT_EQ(noted.code, 0) << noted;
+    EXPECT_THAT(noted.out, HasSubstr("pass, 1 note, utilisation"));
+}
+
+TEST(Warnings, OfAllCasesStandInAnEnvelope)
+{
+    const TestDirectory directory;
+    const std::string a = directory.Write("a.csv", OneSubSpan(UNIFORM));
+    const std::string b = directory.Write("b.csv", OneSubSpan("0,0,-6000,0,0,6000,0,0,0,0,-500,0"));
+    const json merged = json::parse(RunKsteel("check --envelope --format json '" + a + "' '" + b + "'").out)[0];
+    EXPECT_EQ(merged["file"], a);
+    ASSERT_EQ(merged["warnings"].size(), 1u);
+    EXPECT_EQ(merged["warnings"][0]["file"], b);
 }
 
 TEST(DesignCommand, TheLightestSectionThatPassesIsFound)
@@ -210,7 +393,7 @@ TEST(CapacityCommand, TheTableHasARowForEachLength)
     EXPECT_GT(list[0]["Mb"], list[2]["Mb"]);
     EXPECT_GT(list[0]["Pcy"], list[2]["Pcy"]);
     const auto table = RunKsteel("capacity 'UB 457x191x67' --LE 2:4");
-    EXPECT_THAT(table.out, HasSubstr("F/Pz   0.0   0.1"));
+    EXPECT_THAT(table.out, HasSubstr("F/(A py)   0.0   0.1"));
     EXPECT_THAT(table.out, HasSubstr("LE   Pcx"));
 }
 
@@ -223,6 +406,69 @@ TEST(CapacityCommand, LengthsAreARangeOrAList)
     EXPECT_THAT(EffectiveLengthList("2,4.5,6"), ElementsAre(2.0, 4.5, 6.0));
     for (const char* text : {"", "0", "-1", "x", "1:", "4:1", "1:2:3:4", "1,,2", "1:1e9", "nan", "inf", "1 2", "1:2:0"})
         EXPECT_THROW(EffectiveLengthList(text), BadUsage) << text;
+}
+
+// Plate girder 800x300, web 12, flanges 20, S275 (py 265), LE = 6 m: welded Mb = 924 kNm, rolled 1080 kNm.
+TEST(CapacityCommand, SaysHowTheSectionIsMadeAndCountsWithIt)
+{
+    const auto Mb = [](const std::string& arguments) {
+        const auto result = RunKsteel("capacity --format json --LE 6 " + arguments);
+        EXPECT_EQ(result.code, 0) << result;
+        return json::parse(result.out).at(0);
+    };
+    const json assumed = Mb("'I 800x300x12x20'");
+    EXPECT_NEAR(assumed["Mb"].get<double>(), 924e3, 1e3);
+    EXPECT_EQ(assumed["type"], "welded");
+    EXPECT_THAT(assumed["type_note"].get<std::string>(), HasSubstr("taken as welded"));
+    const json welded = Mb("'I 800x300x12x20' --type welded");
+    EXPECT_EQ(welded["Mb"], assumed["Mb"]);
+    EXPECT_TRUE(welded["type_note"].is_null());
+    const json rolled = Mb("'I 800x300x12x20' --type rolled");
+    EXPECT_NEAR(rolled["Mb"].get<double>(), 1080e3, 1e3);
+    EXPECT_EQ(rolled["type"], "rolled");
+    const json contradicted = Mb("'CFRHS 200x100x5' --type rolled");
+    EXPECT_EQ(contradicted["type"], "formed");
+    EXPECT_THAT(contradicted["type_note"].get<std::string>(), HasSubstr("less favourable"));
+    EXPECT_TRUE(Mb("'CFRHS 200x100x5'")["type_note"].is_null());
+    EXPECT_THAT(RunKsteel("capacity 'I 800x300x12x20'").out, HasSubstr("taken as welded"));
+    EXPECT_EQ(RunKsteel("capacity 'I 800x300x12x20' --type cast").code, 3);
+}
+
+// What capacity tables and what check finds are the same figures, for every shape and every way to make it.
+TEST(CapacityCommand, AgreesWithTheCheckOfAMember)
+{
+    struct Row {
+        const char* section;
+        const char* type;
+    };
+    constexpr Row ROWS[] = {
+        {"UB 457x191x67", "ROLLED"},     {"UB 457x191x67", "UNDEF"},    {"UB 457x191x67", "WELDED"},
+        {"I 800x350x8x14", "UNDEF"},     {"I 800x350x8x14", "ROLLED"},  {"GI 600x300x200x12x20x15", "UNDEF"},
+        {"CFRHS 200x100x5", "UNDEF"},    {"CFRHS 200x100x5", "ROLLED"}, {"BOX 400x300x8x10", "UNDEF"},
+        {"BOX 400x300x10x10", "FORMED"}, {"PFC 300x90x41", "UNDEF"},    {"T 191x229x34", "UNDEF"},
+        {"TUBE 300x8", "UNDEF"},         {"CFCHS 168.3x5", "ROLLED"}};
+    const Trial::TestDirectory directory;
+    for (const Row& row : ROWS) {
+        const std::string type = row.type;
+        const std::string file = std::string("TITLE,agreement\nHEADINGS,a,b\nSECTION,") + row.section + ',' + type +
+                                 "\nGRADE,S275\nNET_TO_GROSS,1.0\nALLOWABLE_PLASTIC/ELASTIC_RATIO,1.2\n"
+                                 "SHEAR_LAG_FACTOR,0.7\nHEADINGS,YES/NO,a,b,c\nEFFECTIVE_LENGTH_OVERRIDES,NO\n"
+                                 "HEADINGS,a\nMEMBERPOINT,1,0.0,Pinned,0.0\nMEMBERPOINT,2,6.0,Pinned,0.0\nHEADINGS,a\n"
+                                 "SUBSPAN,1,0,0,0,0,0,0,0,-5000,0,0,-5000,0,Free,0.0\nEND\n";
+        const auto checked = RunKsteel("check --format json '" + directory.Write("member.csv", file) + "'");
+        const json member = json::parse(checked.out).at(0);
+        const std::string option = type == "UNDEF"    ? ""
+                                   : type == "ROLLED" ? " --type rolled"
+                                   : type == "WELDED" ? " --type welded"
+                                                      : " --type formed";
+        const auto table = RunKsteel("capacity --format json --LE 6 '" + std::string(row.section) + "'" + option);
+        const json capacity = json::parse(table.out).at(0);
+        const json& found = member["resistances"];
+        for (const char* symbol : {"Pt", "Pvx", "Pvy", "Mcx"})
+            EXPECT_NEAR(found[symbol].get<double>(), capacity[symbol].get<double>(),
+                        1e-6 * capacity[symbol].get<double>())
+                << row.section << ' ' << type << ' ' << symbol;
+    }
 }
 
 TEST(CapacityCommand, BadNamesAndGradesAreBadInput)

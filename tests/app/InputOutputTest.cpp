@@ -76,7 +76,7 @@ TEST(Output, AFileThatCannotBeWrittenIsToldAndLeavesNothing)
 
 TEST(Output, ADeviceKeepsItsName)
 {
-    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "no such device here";
+    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "Left out: needs /dev/full";
     EXPECT_THROW(WriteFile("/dev/full", "x"), BadOutput);
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
 }

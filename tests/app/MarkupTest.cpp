@@ -51,7 +51,7 @@ TEST(Markup, AUsersTextStandsAsItIs)
 {
     const std::string title = "a <red>b</h4> & \t<table>\nc\x02";
     EXPECT_EQ(RenderMarkup("<h4>" + AsText(title) + "</h4>\nx", Rendering::Plain),
-              "a <red>b</h4> &  <table> c\xEF\xBF\xBD\nx\n");
+              "a <red>b</h4> &  <table>[U+000A]c\xEF\xBF\xBD\nx\n");
     EXPECT_EQ(RenderMarkup(AsText("<b>"), Rendering::Ansi), "<b>\n");
     EXPECT_EQ(RenderMarkup(AsText("<b>"), Rendering::Html), "<p>&lt;b&gt;</p>\n");
     EXPECT_EQ(RenderMarkup(AsText("<b>"), Rendering::Raw), "<b>");

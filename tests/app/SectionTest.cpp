@@ -64,7 +64,7 @@ TEST(Section, TheInclinationOfSmallAnglesIsThePublishedOne)
         {"L 200x100x10", 0.263}, {"L 150x75x10", 0.261}, {"L 100x75x8", 0.547}, {"L 60x30x5", 0.257}};
     for (const TanAlphaRow& row : rows) {
         const auto geometry = MakeGeometry(FindSection(row.name).section);
-        const auto& angle = dynamic_cast<const AngleSection&>(*geometry);
+        const auto& angle = dynamic_cast<const AngleShape&>(*geometry);
         EXPECT_NEAR(std::tan(angle.Alpha()), row.tanAlpha, 0.0006) << row.name;
     }
 }
@@ -73,16 +73,16 @@ TEST(Section, AnglesWithTheLongLegLyingTurnBeyondFortyFiveDegrees)
 {
     const auto upright = MakeGeometry(FindSection("ANGLE 60x30x5x5x2.5").section);
     const auto lying = MakeGeometry(FindSection("ANGLE 30x60x5x5x2.5").section);
-    const double alpha = dynamic_cast<const AngleSection&>(*upright).Alpha();
-    EXPECT_NEAR(dynamic_cast<const AngleSection&>(*lying).Alpha(), std::acos(0.0) - alpha, 1e-12);
+    const double alpha = dynamic_cast<const AngleShape&>(*upright).Alpha();
+    EXPECT_NEAR(dynamic_cast<const AngleShape&>(*lying).Alpha(), std::acos(0.0) - alpha, 1e-12);
     const auto equal = MakeGeometry(FindSection("L 20x20x3").section);
-    EXPECT_NEAR(dynamic_cast<const AngleSection&>(*equal).Alpha(), std::atan(1.0), 1e-12);
+    EXPECT_NEAR(dynamic_cast<const AngleShape&>(*equal).Alpha(), std::atan(1.0), 1e-12);
 }
 
 TEST(Section, TinyAnglesKeepTheirPrincipalMoments)
 {
     const auto geometry = MakeGeometry(FindSection("ANGLE 8x8x1").section);
-    const auto& angle = dynamic_cast<const AngleSection&>(*geometry);
+    const auto& angle = dynamic_cast<const AngleShape&>(*geometry);
     EXPECT_NEAR(angle.Iuu() / (angle.Ixx() - angle.Ixy()), 1.0, 1e-9); // equal legs: the axes lie at 45°
 }
 
@@ -111,6 +111,19 @@ TEST(Section, AxesOfEqualAreasAreWhereTheyMustBe)
     // Web at the left 200x10 = 2000 mm², flanges 2 of 90x10 = 1800 mm²: 1900/200 = 9.5 mm from the back.
     const SectionOutline channel = MakeOutline(FindSection("C 200x100x10x10").section);
     EXPECT_NEAR(channel.HalvingX(), 0.0095, 1e-9);
+}
+
+// EN 10219-2: corners of 3t and 2t above 10 mm, 2t and 1t up to 6 mm. A box of plates has none: 2 · 200 · 12 + 2 · 276 · 8 mm².
+TEST(Section, HollowSectionsHaveTheCornersOfTheirProduct)
+{
+    const auto thick = ValuesOf("CFRHS 250x150x12.5");
+    EXPECT_NEAR(thick.at("A"), 87.0, 0.05);
+    EXPECT_NEAR(thick.at("Ixx"), 6630, 5);
+    EXPECT_NEAR(thick.at("Sxx"), 678, 0.5);
+    const auto thin = ValuesOf("CFRHS 250x150x6");
+    EXPECT_NEAR(thin.at("A"), 45.6, 0.05);
+    EXPECT_NEAR(thin.at("Ixx"), 3890, 5);
+    EXPECT_NEAR(ValuesOf("BOX 300x200x8x12").at("A"), 92.16, 1e-9);
 }
 
 TEST(Section, CentroidsOfHollowSectionsAreAtTheirMiddle)

@@ -20,6 +20,29 @@ TEST(Text, PrintableReplacesControlCharactersAndIllFormedBytes)
     EXPECT_EQ(Printable("N/mm\xC2\xB2 \xE2\x82\xAC"), "N/mm\xC2\xB2 \xE2\x82\xAC");
 }
 
+TEST(Text, WhatIsHiddenAndChangesATextIsNamed)
+{
+    EXPECT_EQ(Printable("Beam \xE2\x80\xAE"
+                        "67\xE2\x80\xAC"),
+              "Beam [U+202E]67[U+202C]");                                   // overridden direction
+    EXPECT_EQ(Printable("\xE2\x81\xA6x\xE2\x81\xA9"), "[U+2066]x[U+2069]"); // isolated direction
+    EXPECT_EQ(Printable("B1\xE2\x80\x8B"), "B1[U+200B]");                   // no width
+    EXPECT_EQ(Printable("\xE2\x80\x8Dx\xEF\xBB\xBF\xC2\xAD"), "[U+200D]x[U+FEFF][U+00AD]");
+    EXPECT_EQ(Printable("a\xE2\x80\xA8"
+                        "b"),
+              "a[U+2028]b");                               // a line separator
+    EXPECT_EQ(Printable("\xF3\xA0\x81\x81"), "[U+E0041]"); // a tag
+    const std::string seen = "Tr\xC3\xA4ger e\xCC\x81 \xE6\xA2\x81 \xD7\xA9 \xE2\x9D\xA4\xEF\xB8\x8F";
+    EXPECT_EQ(Printable(seen), seen) << "letters of any writing, accents and their variations stay";
+    EXPECT_EQ(DisplayWidth(Printable("\xE2\x80\x8B")), 8u);
+}
+
+TEST(Text, ANameStandsInOneLine)
+{
+    EXPECT_EQ(PrintableLine("a\nksteel: b.csv\tc\r"), "a[U+000A]ksteel: b.csv c\xEF\xBF\xBD");
+    EXPECT_EQ(Quote(L"a\nb"), "\"a[U+000A]b\"");
+}
+
 TEST(Text, DisplayWidthCountsWhatATerminalShows)
 {
     EXPECT_EQ(DisplayWidth("cm\xC2\xB2"), 3u);

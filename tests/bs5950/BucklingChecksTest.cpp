@@ -15,6 +15,15 @@ std::vector<std::pair<double, double>> Ends(const std::vector<SpanResult>& spans
 }
 using Stretch = std::pair<double, double>;
 
+// Stretches in which a moment compresses a flange that is not held along its length.
+std::vector<SpanResult> CheckedStretches(const Checked& c)
+{
+    std::vector<SpanResult> spans;
+    for (const SpanResult& s : c.Spans(BucklingMode::LateralTorsional))
+        if (s.applied) spans.push_back(s);
+    return spans;
+}
+
 Case Column()
 {
     Case given;
@@ -67,8 +76,8 @@ TEST(ColumnByHand, MoreExactInteraction)
 // 4.8.3.3.3 by hand, SHS 150x150x8 S355, 4 m pinned, 600 kN, 20 kNm about x-x and 10 kNm about y-y, uniform. Printed:
 // A 44.8 cm², r 5.77 cm, S 237 cm³, Z 199 cm³. λ = 69.3, curve a: pE = 421.0, λ0 = 15.10, η = 0.1085, φ = 410.8, pc =
 // 149455/(410.8 + 138.8) = 271.9, Pc = 1218: f = 0.4926. Mc = 0.355*237 = 84.1. Major: 0.4926 + 20/84.1(1 + 0.2463)
-// + 0.5*10/84.1 = 0.848; minor: 0.4926 + 20/84.1 + 10/84.1(1.2463) = 0.879; interactive: (0.2378 + 0.1189) 1.2463/0.5074 =
-// 0.876.
+// + 0.5*10/84.1 = 0.848; minor, with half the term of lateral-torsional buckling: 0.4926 + 0.5*20/84.1 + 10/84.1(1.2463) =
+// 0.760; interactive: (0.2378 + 0.1189) 1.2463/0.5074 = 0.876.
 TEST(HollowSectionByHand, MoreExactInteraction)
 {
     Case given;
@@ -82,7 +91,7 @@ TEST(HollowSectionByHand, MoreExactInteraction)
     const InteractionResult& i = c.member.Interactions().front();
     EXPECT_STREQ(i.clause, L"4.8.3.3.3");
     EXPECT_NEAR(i.first, 0.848, 0.006);
-    EXPECT_NEAR(i.second, 0.879, 0.006);
+    EXPECT_NEAR(i.second, 0.760, 0.006);
     EXPECT_NEAR(i.third, 0.876, 0.008);
 }
 
@@ -165,7 +174,8 @@ TEST(EffectiveLengths, ThatAreNotANumberFailInsteadOfPassingForZero)
 
 // L 150x150x10 S355, LE = 3 m: b/t = 15 lies beyond 15ε = 13.2, so 4.3.8.3 does not serve. Basic rule B.2.9 with the
 // published Iu = 990, Iv = 258, J = 10.8 cm⁴, A = 29.3 cm², rv = 2.97 cm: Zu = 990/10.607 = 93.3 cm³, φa = 4.51, λv = 101,
-// λLT = 2.25(4.51 · 101)^0.5 = 48.0, λL0 = 30.2, pb = 298.5; Zu,eff = 93.3(13.2/15)² = 72.3 cm³: Mb = 21.6 kNm.
+// λLT = 2.25(4.51 · 101)^0.5 = 48.0. 3.6.5: pyr = 355(13.2/15)² = 275, λL0 = 34.3, η = 0.0959, pE = 878, φ = 618.6, pb =
+// 241450/(618.6 + 375.8) = 242.8: Mb = 93.3 · 0.2428 = 22.65 kNm.
 TEST(AngleBeams, OfSlenderEqualLegsTakeTheBasicRule)
 {
     Case given;
@@ -178,7 +188,7 @@ TEST(AngleBeams, OfSlenderEqualLegsTakeTheBasicRule)
     const SpanResult span = c.Spans(BucklingMode::LateralTorsional).at(0);
     EXPECT_EQ(std::wstring(span.lt.source), L"B.2.9");
     EXPECT_NEAR(span.LE, 3.0, 1e-9);
-    EXPECT_NEAR(span.resistance, 21.6e3, 0.2e3);
+    EXPECT_NEAR(span.resistance, 22.65e3, 0.1e3);
 }
 
 // A deck on the top flange holds a sagging beam and leaves a hogging one to its bottom flange.
@@ -190,22 +200,24 @@ TEST(LateralSpans, FollowTheCompressionFlange)
     {
         Checked c(given);
         c.Check();
-        EXPECT_EQ(Ends(c.Spans(BucklingMode::LateralTorsional)), (std::vector<Stretch>{{0, 2}, {2, 6}}));
+        EXPECT_EQ(Ends(CheckedStretches(c)), (std::vector<Stretch>{{0, 2}, {2, 6}}));
+        EXPECT_EQ(Ends(c.Spans(BucklingMode::LateralTorsional)), (std::vector<Stretch>{{0, 2}, {0, 6}, {2, 6}}));
     }
     given.along = L"Top flange lateral";
     {
         Checked c(given);
         c.Check();
-        EXPECT_EQ(Ends(c.Spans(BucklingMode::LateralTorsional)), (std::vector<Stretch>{{0, 6}}));
-        EXPECT_TRUE(c.Spans(BucklingMode::LateralTorsional).front().continuous);
+        EXPECT_TRUE(CheckedStretches(c).empty());
+        const SpanResult held = c.Spans(BucklingMode::LateralTorsional).front();
+        EXPECT_TRUE(held.continuous && held.flange[0]);
+        EXPECT_EQ(held.LE, 0.0);
     }
     given.scale = -1.0; // uplift
     {
         Checked c(given);
         c.Check();
-        const auto spans = c.Spans(BucklingMode::LateralTorsional);
+        const auto spans = CheckedStretches(c);
         EXPECT_EQ(Ends(spans), (std::vector<Stretch>{{0, 6}}));
-        EXPECT_FALSE(spans.front().continuous);
         EXPECT_EQ(spans.front().sense, Steel::CCodeShare::LT_COMP_FLANGE2);
         EXPECT_EQ(spans.front().LE, 6.0);
     }
@@ -223,13 +235,18 @@ TEST(LateralSpans, SeeTheMomentInsideASingleSubSpan)
     };
     EXPECT_EQ(span().sense, Steel::CCodeShare::LT_COMP_FLANGE1);
     EXPECT_TRUE(span().applied);
+    const auto checked = [&] {
+        Checked c(given);
+        c.Check();
+        return CheckedStretches(c);
+    };
     given.along = L"Bottom flange lateral";
-    EXPECT_FALSE(span().continuous) << "the restrained flange is in tension";
+    EXPECT_EQ(checked().size(), 1u) << "the restrained flange is in tension";
     given.along = L"Top flange lateral";
-    EXPECT_TRUE(span().continuous);
+    EXPECT_TRUE(checked().empty());
     given.scale = -1.0;
-    EXPECT_EQ(span().sense, Steel::CCodeShare::LT_COMP_FLANGE2);
-    EXPECT_TRUE(span().applied);
+    ASSERT_EQ(checked().size(), 1u);
+    EXPECT_EQ(checked().front().sense, Steel::CCodeShare::LT_COMP_FLANGE2);
 }
 
 TEST(LateralSpans, EndWhereADeckEnds)
@@ -240,11 +257,10 @@ TEST(LateralSpans, EndWhereADeckEnds)
     Uniform(given, 6.0, 20e3);
     Checked c(given);
     c.Check();
-    const auto spans = c.Spans(BucklingMode::LateralTorsional);
-    EXPECT_EQ(Ends(spans), (std::vector<Stretch>{{0, 4}, {4, 6}}));
-    EXPECT_TRUE(spans[0].continuous);
-    EXPECT_EQ(spans[1].LE, 2.0) << "the edge of the deck holds the compression flange";
-    EXPECT_STREQ(spans[1].startReason, L"edge of a continuous restraint");
+    const auto spans = CheckedStretches(c);
+    EXPECT_EQ(Ends(spans), (std::vector<Stretch>{{4, 6}}));
+    EXPECT_EQ(spans[0].LE, 2.0) << "the edge of the deck holds the compression flange";
+    EXPECT_STREQ(spans[0].startReason, L"edge of a restraint along the member");
 }
 
 // Table 13: Pinned ends 1.0L, 1.2L destabilising; both flanges held against rotation on plan 0.7L; torsion held by
@@ -291,7 +307,8 @@ TEST(LateralLengths, TakeTheNominalRowAtInnerPoints)
     Uniform(given, 6.0, 5e3);
     Checked c(given);
     c.Check();
-    for (const SpanResult& s : c.Spans(BucklingMode::LateralTorsional))
+    EXPECT_EQ(CheckedStretches(c).size(), 2u);
+    for (const SpanResult& s : CheckedStretches(c))
         EXPECT_EQ(s.LE, 3.0);
 }
 
@@ -360,6 +377,7 @@ TEST(MomentFactors, ComeFromTheMomentShapeOrTheUserOrTheLoad)
     Checked destabilised(given);
     destabilised.Check();
     EXPECT_EQ(destabilised.Spans(BucklingMode::LateralTorsional).front().m, 1.0);
+    given.loadHeight = 0.0;
     Checked factor(given);
     factor.member.SetEquivalentUniformMomentFactor(0.9);
     factor.Check();
@@ -438,7 +456,7 @@ TEST(Interaction, PairsTheSpansThatOverlap)
     c.Check();
     EXPECT_EQ(Ends(c.Spans(BucklingMode::Major)), (std::vector<Stretch>{{0, 6}}));
     EXPECT_EQ(Ends(c.Spans(BucklingMode::Minor)), (std::vector<Stretch>{{0, 2}, {2, 6}}));
-    EXPECT_EQ(Ends(c.Spans(BucklingMode::LateralTorsional)), (std::vector<Stretch>{{0, 2}, {2, 4}, {4, 6}}));
+    EXPECT_EQ(Ends(c.Spans(BucklingMode::LateralTorsional)), (std::vector<Stretch>{{0, 2}, {2, 4}, {2, 6}, {4, 6}}));
     std::vector<Stretch> common;
     for (const InteractionResult& i : c.member.Interactions())
         common.emplace_back(i.start, i.end);

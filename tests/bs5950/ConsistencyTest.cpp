@@ -145,7 +145,7 @@ TEST(Laws, ARestraintAddedNeverLowersAResistanceNorRaisesAUtilisation)
             after.Check();
             for (const SpanResult& s : after.member.Spans())
                 for (const SpanResult& old : before.member.Spans())
-                    if (s.mode == old.mode && s.left >= old.left && s.right <= old.right) {
+                    if (s.mode == old.mode && s.start >= old.start && s.end <= old.end && s.resistance > 0.0) {
                         EXPECT_GE(s.resistance, old.resistance * (1.0 - 1e-12))
                             << *CString(given.section).ToUtf8() << " " << *CString(added).ToUtf8();
                     }

@@ -15,7 +15,7 @@ protected:
     void SetUp() override
     {
         if (ReferenceFolder().empty())
-            GTEST_SKIP() << "Left out: the folder of published tables is not at hand (KELTRIX_REFERENCE_DIR is empty).";
+            GTEST_SKIP() << "Left out: needs a folder of published tables (cmake -DKELTRIX_REFERENCE_DIR=FOLDER)";
         published = ReadPublishedTables(ReferenceFolder());
     }
 

@@ -193,7 +193,7 @@ protected:
     void SetUp() override
     {
         if (ReferenceFolder().empty())
-            GTEST_SKIP() << "Left out: the folder of published tables is not at hand (KELTRIX_REFERENCE_DIR is empty).";
+            GTEST_SKIP() << "Left out: needs a folder of published tables (cmake -DKELTRIX_REFERENCE_DIR=FOLDER)";
         published = ReadPublishedTables(ReferenceFolder());
     }
 
@@ -234,19 +234,19 @@ TEST_F(PropertiesAgainstPublishedTables, EveryUnequalAngleHasThePublishedSlopeOf
 struct FamilyCount {
     const char* family;
     int rows, figures, agreeing;
-    int cornerRadii, formula, roundedTwice, table, approximation;
+    int formula, roundedTwice, table, approximation;
 };
 
 constexpr FamilyCount FAMILY_COUNTS[] = {
-    {"UB", 107, 1177, 1078, 0, 69, 8, 21, 1},   {"UC", 46, 506, 486, 0, 12, 6, 2, 0},
-    {"UBP", 17, 187, 178, 0, 9, 0, 0, 0},       {"PFC", 16, 176, 170, 0, 1, 0, 5, 0},
-    {"L equal", 42, 588, 481, 0, 28, 4, 72, 3}, {"L unequal", 39, 585, 535, 0, 17, 2, 30, 1},
-    {"T", 90, 1080, 1057, 0, 1, 14, 8, 0},      {"SHS", 178, 1780, 1722, 0, 44, 14, 0, 0},
-    {"RHS", 312, 3120, 2987, 0, 98, 35, 0, 0},  {"CHS", 168, 1680, 1667, 0, 0, 13, 0, 0},
-    {"CFSHS", 96, 960, 271, 680, 0, 9, 0, 0},   {"CFRHS", 137, 1370, 355, 1007, 0, 8, 0, 0},
-    {"CFCHS", 106, 1060, 1055, 0, 0, 5, 0, 0},  {"IPE", 18, 198, 167, 0, 0, 0, 18, 13},
-    {"HEA", 24, 216, 216, 0, 0, 0, 0, 0},       {"HEB", 24, 216, 216, 0, 0, 0, 0, 0},
-    {"HEM", 24, 264, 232, 0, 0, 0, 24, 8},      {"UPE", 14, 154, 120, 0, 0, 1, 19, 14},
+    {"UB", 107, 1177, 1078, 69, 8, 21, 1},   {"UC", 46, 506, 486, 12, 6, 2, 0},
+    {"UBP", 17, 187, 178, 9, 0, 0, 0},       {"PFC", 16, 176, 170, 1, 0, 5, 0},
+    {"L equal", 42, 588, 481, 28, 4, 72, 3}, {"L unequal", 39, 585, 535, 17, 2, 30, 1},
+    {"T", 90, 1080, 1057, 1, 14, 8, 0},      {"SHS", 178, 1780, 1766, 0, 14, 0, 0},
+    {"RHS", 312, 3120, 3081, 0, 39, 0, 0},   {"CHS", 168, 1680, 1667, 0, 13, 0, 0},
+    {"CFSHS", 96, 960, 949, 0, 11, 0, 0},    {"CFRHS", 137, 1370, 1361, 0, 9, 0, 0},
+    {"CFCHS", 106, 1060, 1055, 0, 5, 0, 0},  {"IPE", 18, 198, 167, 0, 0, 18, 13},
+    {"HEA", 24, 216, 216, 0, 0, 0, 0},       {"HEB", 24, 216, 216, 0, 0, 0, 0},
+    {"HEM", 24, 264, 232, 0, 0, 24, 8},      {"UPE", 14, 154, 120, 0, 1, 19, 14},
 };
 
 TEST_F(PropertiesAgainstPublishedTables, AgreeFamilyByFamilyAsDocsValidationSays)
@@ -265,7 +265,6 @@ TEST_F(PropertiesAgainstPublishedTables, AgreeFamilyByFamilyAsDocsValidationSays
         EXPECT_EQ(result.rows, expected.rows);
         EXPECT_EQ(static_cast<int>(result.figures.size()), expected.figures);
         EXPECT_EQ(result.Agreeing(), expected.agreeing);
-        EXPECT_EQ(count(Reason::CornerRadii), expected.cornerRadii);
         EXPECT_EQ(count(Reason::Formula), expected.formula);
         EXPECT_EQ(count(Reason::RoundedTwice), expected.roundedTwice);
         EXPECT_EQ(count(Reason::Table), expected.table);

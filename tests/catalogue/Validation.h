@@ -14,7 +14,7 @@ namespace Keltrix::Steel::Test {
 /// and for tees and angles "cx", "cy", "Iuu", "Ivv", "ru", "rv", "tan α".
 using Properties = std::map<std::string, double>;
 
-/// What the section geometry classes give. Angles have a principal axis rule that does not depend on the length unit.
+/// What the section shapes give that programs and design codes use (SectionShapes.h).
 Properties Computed(const CatalogueRow& row);
 
 /// The same by integration over the exact outline, with the corner radii that the standards tabulate. J and H of open
@@ -25,7 +25,6 @@ Properties Exact(const CatalogueRow& row);
 /// Why a figure differs from the published one by more than its rounding.
 enum class Reason {
     None,         ///< it does not
-    CornerRadii,  ///< cold formed: one ratio of corner radii to thickness where the table has three
     Formula,      ///< the closed formula departs from exact geometry, on which the table agrees
     RoundedTwice, ///< exact geometry lies at most a tenth of the tolerance beyond it: the table rounds a rounded figure
     Table,        ///< exact geometry of the nominal dimensions departs from the table, too

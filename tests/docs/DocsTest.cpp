@@ -118,7 +118,8 @@ TEST(Docs, EveryCommandPrintsWhatTheDocumentsSay)
         }
     }
     EXPECT_GE(commands, 10) << "the documents show the tool at work";
-    if (left > 0) GTEST_SKIP() << left << " commands were left out: GNU parallel is missing or complains";
+    if (left > 0)
+        GTEST_SKIP() << "Left out: needs GNU parallel (Debian: apt-get install parallel) for " << left << " commands";
 }
 
 TEST(Docs, CodeInTheDocumentsIsCompiled)

@@ -286,7 +286,9 @@ TEST(CStringFormat, DoesNotLookAtTheProcessLocale)
         const double value = grid.Real();
         const std::string expected = PrintfReal(format, value);
         const CommaLocale locale;
-        if (!locale.IsSet()) GTEST_SKIP() << "no locale with a decimal comma on this machine";
+        if (!locale.IsSet())
+            GTEST_SKIP()
+                << "Left out: needs a locale with a decimal comma (Debian: apt-get install locales; ./test makes one)";
         ASSERT_EQ(Formatted(Wide(format).GetString(), value), Wide(expected)) << format << " of " << value;
     }
 }

@@ -118,7 +118,9 @@ TEST(CDesFormat, NeverWritesAUtilisationAsTheLimitThatIsNotTheLimit)
 TEST(CDesFormat, DoesNotLookAtTheProcessLocale)
 {
     const CommaLocale locale;
-    if (!locale.IsSet()) GTEST_SKIP() << "no locale with a decimal comma on this machine";
+    if (!locale.IsSet())
+        GTEST_SKIP()
+            << "Left out: needs a locale with a decimal comma (Debian: apt-get install locales; ./test makes one)";
     EXPECT_EQ(CDesFormat().Length(1234.5), L"1234.5 m");
     EXPECT_EQ(CDesFormat().Util(0.5), L"0.500");
 }

@@ -354,7 +354,7 @@ TEST(Angle, PublishedTanAlphaHoldsForARuleRelativeToTheSumOfTheSecondMoments)
 TEST(Angle, EveryPublishedTanAlphaHoldsForThatRuleAndTheBaseGives45DegreesForTheSmallOnes)
 {
     if (ReferenceFolder().empty())
-        GTEST_SKIP() << "Left out: the folder of published tables is not at hand (KELTRIX_REFERENCE_DIR is empty).";
+        GTEST_SKIP() << "Left out: needs a folder of published tables (cmake -DKELTRIX_REFERENCE_DIR=FOLDER)";
     int rows = 0;
     int at45 = 0;
     std::set<std::string> misses;

@@ -7,4 +7,5 @@
 #include "keltrix/steel/MemberResult.h"
 #include "keltrix/steel/Restraint.h"
 #include "keltrix/steel/SectionGeometry.h"
+#include "keltrix/steel/SectionShapes.h"
 #include "keltrix/steel/SteelMember.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <optional>
 #include <stdexcept>
 #include <vector>
@@ -192,7 +193,7 @@ private:
     static CString SecUserDescShort(const CString& desc);
     static CSection KXSectFromUserDesc(const CString& desc);
 
-    static int m_iInstances;
+    static std::atomic<int> m_iInstances;
 
     CMemberResult* m_pResult = nullptr;
     std::vector<CMemberPoint> m_vMemberPoints;

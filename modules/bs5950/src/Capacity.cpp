@@ -46,11 +46,38 @@ int SectionCapacity::ClassCompression() const
 {
     if (!IsValid()) return 0;
     Actions a;
-    a.F = -Pz();
+    a.F = -SquashLoad();
     return Classify(m_section, m_material, a).cls;
 }
 
-double SectionCapacity::Pz() const { return IsValid() ? m_section.A * m_material.py : 0.0; }
+// A resistance to compression is a force at which the section is classified, so it is looked for on both sides of class 4:
+// the gross section up to the force at which an element turns slender, the slender section beyond.
+template <class Resistance>
+double SectionCapacity::AtOwnClass(Resistance resistance) const
+{
+    const auto classAt = [&](double force) {
+        Actions a;
+        a.F = -force;
+        return Classify(m_section, m_material, a);
+    };
+    const double gross = resistance(classAt(0.0));
+    if (classAt(gross).cls < 4) return gross;
+    double low = 0.0;
+    double high = gross;
+    for (int i = 0; i < 60; ++i) {
+        const double middle = 0.5 * (low + high);
+        (classAt(middle).cls < 4 ? low : high) = middle;
+    }
+    return std::max(resistance(classAt(SquashLoad())), low);
+}
+
+double SectionCapacity::SquashLoad() const { return IsValid() ? m_section.A * m_material.py : 0.0; }
+
+double SectionCapacity::Pz() const
+{
+    if (!IsValid()) return 0.0;
+    return AtOwnClass([](const Classification& c) { return c.Aeff * c.pyCompression; });
+}
 
 double SectionCapacity::Pt() const { return IsValid() ? TensionCapacity(m_section, m_material, 1.0) : 0.0; }
 
@@ -78,38 +105,23 @@ std::optional<double> SectionCapacity::Mr(Axis axis, double n) const
 {
     if (!IsValid() || !m_section.IsDoublySymmetric() || !(n >= 0.0 && n <= 1.0)) return std::nullopt;
     Actions a;
-    a.F = -n * Pz();
+    a.F = -n * SquashLoad();
     (axis == Axis::X ? a.Mx : a.My) = WithMoment(axis);
     if (Classify(m_section, m_material, a).cls > 2) return std::nullopt;
     const double Mc = axis == Axis::X ? Mcx() : Mcy();
     return ReducedMomentCapacity(m_section, m_material, axis, n, Mc);
 }
 
-std::optional<double> SectionCapacity::Mrx(double FoverPz) const { return Mr(Axis::X, FoverPz); }
+std::optional<double> SectionCapacity::Mrx(double n) const { return Mr(Axis::X, n); }
 
-std::optional<double> SectionCapacity::Mry(double FoverPz) const { return Mr(Axis::Y, FoverPz); }
+std::optional<double> SectionCapacity::Mry(double n) const { return Mr(Axis::Y, n); }
 
-// The resistance is a force at which the section is classified, so it is looked for on both sides of class 4: the gross
-// section up to the force at which its web turns slender, the effective section beyond.
 double SectionCapacity::Pc(Axis axis, double LE) const
 {
     if (!IsValid() || !(LE >= 0.0)) return 0.0;
     const double radius = axis == Axis::X ? m_section.rx : m_section.MinorRadius();
-    const auto classAt = [&](double force) {
-        Actions a;
-        a.F = -force;
-        return Classify(m_section, m_material, a);
-    };
-    const double gross = CompressionResistance(m_section, m_material, axis, LE / radius, m_section.A);
-    if (classAt(gross).cls < 4) return gross;
-    const double effective = CompressionResistance(m_section, m_material, axis, LE / radius, classAt(Pz()).Aeff);
-    double low = 0.0;
-    double high = gross;
-    for (int i = 0; i < 60; ++i) {
-        const double middle = 0.5 * (low + high);
-        (classAt(middle).cls < 4 ? low : high) = middle;
-    }
-    return std::max(effective, low);
+    return AtOwnClass(
+        [&](const Classification& c) { return CompressionResistance(m_section, m_material, c, axis, LE / radius); });
 }
 
 double SectionCapacity::Pcx(double LE) const { return Pc(Axis::X, LE); }

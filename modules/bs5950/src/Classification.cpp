@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace Keltrix::BS5950 {
 
@@ -300,15 +301,14 @@ SemiCompact SemiCompactShares(const SectionProperties& s, const Classification& 
     SemiCompact k{1.0, 1.0, true, true};
     // 3.5.6.3 is for the hollow sections of Table 12: a welded box has no effective plastic modulus.
     if (s.shape != Shape::I && (!s.IsHollow() || s.IsWelded())) return {};
+    if (s.shape == Shape::CHS) { // 3.5.6.4: 1.485((140/(D/t) 275/py)^0.5 - 1), 1 at D/t = 50ε² and 0 at 140ε²
+        const double limit = 140.0 * c.epsilon * c.epsilon;
+        k.x = k.y = std::clamp(1.485 * (std::sqrt(limit / (s.D / s.t)) - 1.0), 0.0, 1.0);
+        return k;
+    }
     const bool squared = s.shape == Shape::I; // the web term of 3.5.6.2 is squared, that of 3.5.6.3 is not
     for (int i = 0; i < c.count; ++i) {
         const ElementClass& e = c.elements[static_cast<std::size_t>(i)];
-        if (s.shape == Shape::CHS) {
-            // 3.5.6.4: 1.485((140/(D/t) 275/py)^0.5 - 1)
-            if (e.limit[2] / e.ratio > 1.0 && e.limit[1] < e.limit[2] && e.ratio > e.limit[1])
-                k.x = k.y = std::min(k.x, 1.485 * (std::sqrt(140.0 * c.epsilon * c.epsilon / e.ratio) - 1.0));
-            continue;
-        }
         const double factor = SemiCompactFactor(e, e.isWeb && squared ? 2.0 : 1.0);
         if (s.shape == Shape::I) {
             k.x = std::min(k.x, factor);
@@ -319,8 +319,9 @@ SemiCompact SemiCompactShares(const SectionProperties& s, const Classification& 
     return k;
 }
 
-// Clause 3.6.2.2, Figure 8: area left of a section under uniform compression.
-double EffectiveArea(const SectionProperties& s, double e, double py)
+// Clauses 3.6.2.2 (Figure 8), 3.6.4 and 3.6.6: area left of a slender section under uniform compression; nothing where
+// the reduced design strength of 3.6.5 serves instead.
+std::optional<double> EffectiveArea(const SectionProperties& s, double e)
 {
     const auto lost = [](double width, double kept) { return std::max(0.0, width - kept); };
     switch (s.shape) {
@@ -332,44 +333,72 @@ double EffectiveArea(const SectionProperties& s, double e, double py)
         const double k = s.fabrication == Fabrication::Formed ? 35.0 : 40.0;
         return s.A - 2.0 * lost(s.d, k * e * s.t) * s.t - 2.0 * lost(s.b, k * e * s.T) * s.T;
     }
-    case Shape::CHS: { // 3.6.6 up to D/t = 240ε², 3.6.5 beyond
-        const double k = std::min(1.0, 80.0 * e * e / (s.D / s.t));
-        return s.A * (s.D / s.t <= 240.0 * e * e ? std::sqrt(k) : k * k);
-    }
+    case Shape::CHS:
+        if (s.D / s.t > 240.0 * e * e) return std::nullopt;
+        return s.A * std::sqrt(std::min(1.0, 80.0 * e * e / (s.D / s.t)));
+    case Shape::Angle:
+        if (s.b != s.d || s.b / s.t > 20.0 * e) return std::nullopt;
+        return s.A * std::min(1.0, 12.0 * e / (s.b / s.t));
     default:
-        break;
+        return std::nullopt;
     }
-    Material m;
-    m.py = py;
-    Actions squash;
-    squash.F = -s.A * py;
-    Classification c;
-    ClassifyElements(s, m, squash, c);
-    double factor = 1.0;
-    for (int i = 0; i < c.count; ++i)
-        factor = std::min(factor, c.elements[static_cast<std::size_t>(i)].SlenderFactor());
-    const double leg = s.b / s.t;
-    if (s.shape == Shape::Angle && s.b == s.d && leg <= 20.0 * e) factor = std::min(1.0, 12.0 * e / leg); // 3.6.4
-    return s.A * factor; // 3.6.5 for the others: pyr/py put into the area
 }
 
-// Clause 3.6.5 (3.6.6 for a circular hollow section): effective over elastic modulus in pure bending.
-double SlenderBendingFactor(const SectionProperties& s, const Material& m, Actions bending)
+// (β3/β)² of the worst element, 1 where none is slender.
+double SlenderFactor(const Classification& c)
 {
-    Classification c;
-    ClassifyElements(s, m, bending, c);
-    if (c.cls < 4) return 1.0;
-    const double e2 = c.epsilon * c.epsilon;
-    if (s.shape == Shape::CHS && s.D / s.t <= 240.0 * e2) return std::pow(140.0 * e2 / (s.D / s.t), 0.25);
     double factor = 1.0;
     for (int i = 0; i < c.count; ++i)
         factor = std::min(factor, c.elements[static_cast<std::size_t>(i)].SlenderFactor());
     return factor;
 }
 
+// Clause 3.6.5: reduced over full design strength under the given actions.
+double ReducedStrengthFactor(const SectionProperties& s, const Material& m, const Actions& actions)
+{
+    Classification c;
+    ClassifyElements(s, m, actions, c);
+    return c.cls < 4 ? 1.0 : SlenderFactor(c);
+}
+
+// Clauses 3.6.5 and 3.6.6. Bending is judged by itself, as an effective section modulus is. Where the section has no
+// effective area either, 3.6.5 knows one design strength for the whole cross-section, that of its present stresses.
+void SetSlender(const SectionProperties& s, const Material& m, const Actions& a, Classification& c)
+{
+    const std::optional<double> area = EffectiveArea(s, c.epsilon);
+    if (a.F < 0.0 && area) c.Aeff = *area;
+    if (a.F < 0.0 && !area) {
+        Actions squash;
+        squash.F = -s.A * m.py;
+        c.pyCompression = m.py * ReducedStrengthFactor(s, m, squash);
+    }
+    const bool angle = s.shape == Shape::Angle;
+    c.Wx = angle ? s.Zu : s.Zx;
+    c.Wy = angle ? s.Zv : s.Zy;
+    c.WxName = angle ? L"Zu" : L"Zx";
+    c.WyName = angle ? L"Zv" : L"Zy";
+    c.WxIsPlastic = c.WyIsPlastic = false;
+    const double diameter = s.D / s.t / (c.epsilon * c.epsilon);
+    if (s.shape == Shape::CHS && diameter <= 240.0) {
+        c.Wx = c.Wy = s.Zx * std::pow(std::min(1.0, 140.0 / diameter), 0.25);
+        c.WxName = L"Zx,eff";
+        c.WyName = L"Zy,eff";
+        return;
+    }
+    const double nominal = 1e-3 * m.py;
+    Actions x;
+    x.Mx = a.Mx > 0.0 ? nominal * s.Zx : -nominal * s.Zx;
+    Actions y;
+    y.My = nominal * s.Zy;
+    const double present = area ? 1.0 : SlenderFactor(c);
+    c.pyMomentX = m.py * std::min(present, ReducedStrengthFactor(s, m, x));
+    c.pyMomentY = m.py * std::min(present, ReducedStrengthFactor(s, m, y));
+}
+
 void SetModuli(const SectionProperties& s, const Material& m, const Actions& a, Classification& c)
 {
     c.Aeff = s.A;
+    c.pyCompression = c.pyMomentX = c.pyMomentY = m.py;
     c.Wx = s.Sx;
     c.Wy = s.Sy;
     if (s.shape == Shape::Angle) { // bent about its principal axes and elastic in every class
@@ -388,19 +417,7 @@ void SetModuli(const SectionProperties& s, const Material& m, const Actions& a, 
         c.WxIsPlastic = k.hasX;
         c.WyIsPlastic = k.hasY;
     }
-    if (c.cls < 4) return;
-    const double nominal = 1e-3 * m.py;
-    Actions x;
-    x.Mx = a.Mx > 0.0 ? nominal * s.Zx : -nominal * s.Zx;
-    Actions y;
-    y.My = nominal * s.Zy;
-    if (a.F < 0.0) c.Aeff = EffectiveArea(s, c.epsilon, m.py);
-    const bool angle = s.shape == Shape::Angle;
-    c.Wx = (angle ? s.Zu : s.Zx) * SlenderBendingFactor(s, m, x);
-    c.Wy = (angle ? s.Zv : s.Zy) * SlenderBendingFactor(s, m, y);
-    c.WxName = angle ? L"Zu,eff" : L"Zx,eff";
-    c.WyName = angle ? L"Zv,eff" : L"Zy,eff";
-    c.WxIsPlastic = c.WyIsPlastic = false;
+    if (c.cls == 4) SetSlender(s, m, a, c);
 }
 
 } // namespace

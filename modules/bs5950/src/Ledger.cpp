@@ -22,6 +22,11 @@ constexpr std::array<RuleRow, static_cast<std::size_t>(Rule::COUNT)> RULES{{
     {L"shear capacity along the web", L"4.2.3", Stage::Local},
     {L"shear capacity along the flanges", L"4.2.3", Stage::Local},
     {L"shear buckling of the web", L"4.4.5", Stage::Local},
+    {L"least thickness of the web", L"4.4.3", Stage::Local},
+    {L"end anchorage of a web that buckles in shear", L"4.4.5.4", Stage::Local},
+    {L"transverse stiffeners of the web", L"4.4.6", Stage::Local},
+    {L"web bearing under concentrated loads", L"4.5.2", Stage::Local},
+    {L"web buckling under concentrated loads", L"4.5.3", Stage::Local},
     {L"moment capacity, major axis", L"4.2.5", Stage::Local},
     {L"moment capacity, minor axis", L"4.2.5", Stage::Local},
     {L"bolt holes in the tension flange", L"4.2.5.5", Stage::Local},
@@ -35,8 +40,18 @@ constexpr std::array<RuleRow, static_cast<std::size_t>(Rule::COUNT)> RULES{{
     {L"lateral-torsional buckling", L"4.3.6", Stage::Buckling},
     {L"member buckling under axial force and moment", L"4.8.3.3", Stage::Buckling},
     {L"sway stability and amplified moments", L"2.4.2", Stage::General},
-    {L"web bearing and buckling under concentrated loads", L"4.5", Stage::General},
+    {L"structural integrity", L"2.4.5", Stage::General},
+    {L"fatigue", L"2.4.3", Stage::General},
+    {L"brittle fracture", L"2.4.4", Stage::General},
     {L"deflection", L"2.5.2", Stage::General},
+    {L"vibration", L"2.5.3", Stage::General},
+    {L"strength of the restraints", L"4.3.2, 4.3.3, 4.7.1.2", Stage::General},
+    {L"connections", L"section 6", Stage::General},
+    {L"web openings", L"4.15", Stage::General},
+    {L"laced, battened and back-to-back struts", L"4.7.8 to 4.7.13", Stage::General},
+    {L"restrained tension flange", L"Annex G", Stage::General},
+    {L"single angles under axial force and moment", L"I.4", Stage::General},
+    {L"column in simple construction", L"4.7.7", Stage::General},
 }};
 
 const RuleRow& Row(Rule rule) { return RULES[static_cast<std::size_t>(rule)]; }
@@ -58,6 +73,8 @@ const wchar_t* StatusName(CheckStatus status)
         return L"failed";
     case CheckStatus::NotApplicable:
         return L"not applicable";
+    case CheckStatus::OutOfScope:
+        return L"outside the input";
     case CheckStatus::NotEvaluated:
         break;
     }
@@ -100,6 +117,29 @@ bool Ledger::HasFailed(Stage stage) const
     return std::any_of(m_entries.begin(), m_entries.end(), [stage](const LedgerEntry& e) {
         return RuleStage(e.rule) == stage && e.status == CheckStatus::Failed;
     });
+}
+
+bool Ledger::IsOpen() const { return IsOpen(Stage::General) || IsOpen(Stage::Local) || IsOpen(Stage::Buckling); }
+
+bool Ledger::IsOpen(Stage stage) const
+{
+    return std::any_of(m_entries.begin(), m_entries.end(), [stage](const LedgerEntry& e) {
+        return RuleStage(e.rule) == stage && e.status == CheckStatus::NotEvaluated;
+    });
+}
+
+Design::Status Ledger::Status() const
+{
+    if (HasFailed()) return Design::Status::Failed;
+    return m_entries.empty() || IsOpen() ? Design::Status::NotChecked : Design::Status::Passed;
+}
+
+CString AssumptionText(const Assumption& a, const CDesFormat& fmt)
+{
+    CString text = a.text;
+    if (a.isLoad) text.AppendFormat(L": %s/m", fmt.Force(a.value));
+    if (a.start < a.end) text.AppendFormat(L", %s to %s", fmt.Length(a.start), fmt.Length(a.end));
+    return text;
 }
 
 } // namespace Keltrix::BS5950

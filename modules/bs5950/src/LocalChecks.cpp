@@ -2,8 +2,10 @@
 #include <cmath>
 #include <limits>
 
+#include "CrossSection.h"
+#include "LocalEntry.h"
 #include "MemberText.h"
-#include "MomentDiagram.h"
+#include "Positions.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
 
 namespace Keltrix::BS5950 {
@@ -12,156 +14,34 @@ using Steel::CMemberResult;
 
 double PositionResult::Largest() const
 {
-    return std::max({axial, major, minor, shearMajor, shearMinor, shearBuckling, combined});
+    return std::max({axial, major, minor, shearMajor, shearMinor, shearBuckling, shearBucklingX, combined});
+}
+
+// 4.6.3.1 is for single angles, channels and tees.
+bool CSteelMemberBS5950::MayHaveEccentricConnection() const
+{
+    const Shape shape = m_section.Properties().shape;
+    return shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee;
 }
 
 void CSteelMemberBS5950::CollectPositions()
 {
+    const CrossSection section(m_section, DesOpt() == MORE_EXACT,
+                               MayHaveEccentricConnection() && !m_options.momentsHoldEccentricity,
+                               StiffenerSpacing(Axis::Y));
+    PositionFinder finder(section, m_major, m_minor);
     m_positions.clear();
-    const MomentDiagram diagram(MemberPoints(), SubSpans(), MomentDiagram::Component::Major);
-    const MomentDiagram minor(MemberPoints(), SubSpans(), MomentDiagram::Component::Minor);
-    m_positions.reserve(2 * SubSpans().size() + 2);
-    const auto add = [this](int k, Place place, double x, const Vec3<double>& force, const Vec3<double>& moment) {
-        m_section.SetMemberForces(force);
-        m_section.SetMemberMoments(moment);
-        PositionResult p;
-        p.x = x;
-        p.subSpan = k;
-        p.place = place;
-        p.actions = m_section.PresentActions();
-        m_positions.push_back(p);
-    };
-    for (int k = 0; k < static_cast<int>(SubSpans().size()); ++k) {
-        const Steel::CSubSpan& sub = SubSpans()[static_cast<std::size_t>(k)];
-        const double x0 = MemberPoints()[static_cast<std::size_t>(k)].GetPos();
-        const double x1 = MemberPoints()[static_cast<std::size_t>(k) + 1].GetPos();
-        add(k, Place::LeftEnd, x0, sub.GetForcesLeft(), sub.GetMomentsLeft());
-        for (const double s : {diagram.ZeroShear(k), minor.ZeroShear(k)}) {
-            if (!(s > 0.0)) continue;
-            const auto between = [s](double a, double b) { return (1.0 - s) * a + s * b; };
-            const Vec3<double> fl = sub.GetForcesLeft();
-            const Vec3<double> fr = sub.GetForcesRight();
-            const Vec3<double> ml = sub.GetMomentsLeft();
-            const Vec3<double> mr = sub.GetMomentsRight();
-            add(k, Place::Inside, between(x0, x1), {between(fl.x, fr.x), between(fl.y, fr.y), between(fl.z, fr.z)},
-                {between(ml.x, mr.x), diagram.InSubSpan(k, s), minor.InSubSpan(k, s)});
-        }
-        add(k, Place::RightEnd, x1, sub.GetForcesRight(), sub.GetMomentsRight());
-    }
-}
-
-namespace {
-
-// Clause 4.8.2.3: exponents of the more exact rule.
-void SetExponents(Shape shape, PositionResult& p)
-{
-    p.z1 = shape == Shape::RHS ? 5.0 / 3.0 : 2.0;
-    p.z2 = shape == Shape::RHS ? 5.0 / 3.0 : shape == Shape::CHS ? 2.0 : 1.0;
-}
-
-// The moments that are compared with the capacities: about the principal axes of an angle, taken together in the worse
-// way because the actions do not say how the angle is turned; otherwise as they are.
-void SetMoments(const SectionProperties& s, PositionResult& p)
-{
-    p.momentMajor = std::abs(p.actions.Mx);
-    p.momentMinor = std::abs(p.actions.My);
-    if (s.shape != Shape::Angle) return;
-    const double cs = std::abs(std::cos(s.alpha));
-    const double sn = std::abs(std::sin(s.alpha));
-    p.momentMajor = std::abs(p.actions.Mx) * cs + std::abs(p.actions.My) * sn;
-    p.momentMinor = std::abs(p.actions.Mx) * sn + std::abs(p.actions.My) * cs;
-}
-
-} // namespace
-
-namespace {
-
-double Ratio(double effect, double capacity) { return effect == 0.0 ? 0.0 : effect / capacity; }
-
-void SetCapacities(const SectionProperties& s, const Material& m, const SectionDesign& design, PositionResult& p)
-{
-    const Actions& a = p.actions;
-    p.Pt = p.eccentricTie ? EccentricTensionCapacity(s, m, design.netGross) : TensionCapacity(s, m, design.netGross);
-    p.Pz = p.cls.Aeff * m.py;
-    p.Pvy = ShearCapacity(s, m, Axis::Y);
-    p.Pvx = ShearCapacity(s, m, Axis::X);
-    p.Mcx = MomentCapacity(s, m, p.cls, design, Axis::X, a.Fvy);
-    p.Mcy = MomentCapacity(s, m, p.cls, design, Axis::Y, a.Fvx);
-    if (!NeedsShearBuckling(s, m)) return;
-    p.Vw = ShearBucklingResistance(s, m);
-    p.flangesOnly = a.Fvy > 0.6 * p.Vw;
-    if (p.flangesOnly) p.Mcx = std::min(p.Mcx, FlangesOnlyMomentCapacity(s, m));
-}
-
-void SetUtilisations(PositionResult& p)
-{
-    const Actions& a = p.actions;
-    p.axial = a.F > 0.0 ? Ratio(a.F, p.Pt) : Ratio(-a.F, p.Pz);
-    p.major = Ratio(p.momentMajor, p.Mcx);
-    p.minor = Ratio(p.momentMinor, p.Mcy);
-    p.shearMajor = Ratio(a.Fvy, p.Pvy);
-    p.shearMinor = Ratio(a.Fvx, p.Pvx);
-    if (p.Vw > 0.0) p.shearBuckling = a.Fvy / p.Vw;
-    p.combined = p.axial + p.major + p.minor;
-}
-
-// How many of axial force and moments about both axes act together.
-int KindsOfAction(const PositionResult& p)
-{
-    return (p.actions.F != 0.0) + (p.momentMajor != 0.0) + (p.momentMinor != 0.0);
-}
-
-// Clauses 4.8.2.3 and 4.8.3.2 b are for doubly symmetric class 1 and 2 sections; the reduced moments of I.2 for low
-// shear. One action by itself has nothing to be combined with, so its ratio is not raised to a power.
-bool MoreExactRuleServes(const SectionProperties& s, const PositionResult& p)
-{
-    return KindsOfAction(p) > 1 && s.IsDoublySymmetric() && p.cls.cls <= 2 && !p.flangesOnly && p.axial < 1.0 &&
-           HighShearFactor(p.actions.Fvy, p.Pvy) == 0.0 && HighShearFactor(p.actions.Fvx, p.Pvx) == 0.0;
-}
-
-void CombineMoreExactly(const SectionProperties& s, const Material& m, PositionResult& p)
-{
-    const double n = std::abs(p.actions.F) / (s.A * m.py);
-    p.Mrx = ReducedMomentCapacity(s, m, Axis::X, n, p.Mcx);
-    p.Mry = ReducedMomentCapacity(s, m, Axis::Y, n, p.Mcy);
-    SetExponents(s.shape, p);
-    const double x = Ratio(p.momentMajor, p.Mrx);
-    const double y = Ratio(p.momentMinor, p.Mry);
-    // A sum of powers of numbers below 1 lies below them: neither action alone may be hidden by it.
-    p.combined = std::max({std::pow(x, p.z1) + std::pow(y, p.z2), x, y, p.axial});
-}
-
-} // namespace
-
-PositionResult CSteelMemberBS5950::EvaluatePosition(PositionResult p) const
-{
-    const SectionProperties& s = m_section.Properties();
-    const Material& m = m_section.Steel();
-    p.cls = Classify(s, m, p.actions);
-    SetMoments(s, p);
-    SetCapacities(s, m, m_section.Design(), p);
-    SetUtilisations(p);
-    if (DesOpt() == MORE_EXACT && MoreExactRuleServes(s, p)) CombineMoreExactly(s, m, p);
-    return p;
-}
-
-void CSteelMemberBS5950::EvaluatePositions()
-{
-    const Shape shape = m_section.Properties().shape;
-    const bool singlySymmetric = shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee;
-    const bool bent = std::any_of(m_positions.begin(), m_positions.end(),
-                                  [](const PositionResult& p) { return p.actions.Mx != 0.0 || p.actions.My != 0.0; });
+    m_positions.reserve(3 * SubSpans().size());
+    for (std::size_t k = 0; k < SubSpans().size(); ++k)
+        finder.Find(static_cast<int>(k), SubSpans()[k], MemberPoints()[k].GetPos(), MemberPoints()[k + 1].GetPos(),
+                    m_positions);
     m_class = 1;
-    for (PositionResult& p : m_positions) {
-        p.eccentricTie = singlySymmetric && !bent && p.actions.F > 0.0;
-        p = EvaluatePosition(p);
+    for (const PositionResult& p : m_positions)
         m_class = std::max(m_class, p.cls.cls);
-    }
 }
 
 void CSteelMemberBS5950::RunLocal(bool alongMember)
 {
-    EvaluatePositions();
     m_ledger.Drop(Stage::Local);
     RecordLocal();
     m_ledger.MarkGoverning();
@@ -174,7 +54,7 @@ bool CSteelMemberBS5950::CheckLocal(bool alongMember)
 {
     if (!Prepare()) return false;
     RunLocal(alongMember);
-    return !m_ledger.HasFailed(Stage::Local);
+    return !m_ledger.HasFailed(Stage::Local) && !m_ledger.IsOpen(Stage::Local);
 }
 
 void CSteelMemberBS5950::WriteLocalUtilisations()
@@ -186,35 +66,13 @@ void CSteelMemberBS5950::WriteLocalUtilisations()
         r.SetUtilLocalMomMajor(p.major);
         r.SetUtilLocalMomMinor(p.minor);
         r.SetUtilLocalShearMajor(std::max(p.shearMajor, p.shearBuckling));
-        r.SetUtilLocalShearMinor(p.shearMinor);
+        r.SetUtilLocalShearMinor(std::max(p.shearMinor, p.shearBucklingX));
         r.SetUtilLocalCombined(p.combined);
         if (p.cls.webSlender) r.AddFlags(CMemberResult::INFO_LOCAL_SLENDER_WEB);
         if (p.cls.flangeSlender) r.AddFlags(CMemberResult::INFO_LOCAL_SLENDER_FLANGE);
     }
+    WriteWebUtilisations();
 }
-
-namespace {
-
-LedgerEntry EntryOf(Rule rule)
-{
-    LedgerEntry e;
-    e.rule = rule;
-    e.clause = RuleClause(rule);
-    return e;
-}
-
-LedgerEntry Absent(Rule rule, const wchar_t* why)
-{
-    LedgerEntry e = EntryOf(rule);
-    e.status = CheckStatus::NotApplicable;
-    e.reason = why;
-    return e;
-}
-
-// The result record counts a local utilisation of exactly 1.0 as a failure, so the ledger does.
-CheckStatus LocalStatus(double utilisation) { return utilisation < 1.0 ? CheckStatus::Passed : CheckStatus::Failed; }
-
-} // namespace
 
 // The entry of a local rule is that of its largest utilisation.
 void CSteelMemberBS5950::RecordLocalRule(Rule rule, double PositionResult::*utilisation,
@@ -260,18 +118,12 @@ void CSteelMemberBS5950::RecordLocal()
                     L"no shear along the web");
     RecordLocalRule(Rule::ShearMinor, &PositionResult::shearMinor, &PositionResult::Pvx, L"Pvx", Quantity::Force,
                     L"no shear along the flanges");
-    if (NeedsShearBuckling(m_section.Properties(), m_section.Steel()))
-        RecordLocalRule(Rule::ShearBuckling, &PositionResult::shearBuckling, &PositionResult::Vw, L"Vw",
-                        Quantity::Force, L"no shear along the web");
-    else
-        m_ledger.Add(Absent(Rule::ShearBuckling,
-                            L"d/t is within 70ε (rolled) or 62ε (welded), or the section has no web"
-                            L" between two flanges"));
     const bool angle = m_section.Properties().shape == Shape::Angle;
     RecordLocalRule(Rule::MomentMajor, &PositionResult::major, &PositionResult::Mcx, angle ? L"Mcu" : L"Mcx",
                     Quantity::Moment, L"no moment about the major axis");
     RecordLocalRule(Rule::MomentMinor, &PositionResult::minor, &PositionResult::Mcy, angle ? L"Mcv" : L"Mcy",
                     Quantity::Moment, L"no moment about the minor axis");
+    RecordWebs();
     RecordBoltHoles();
     RecordCombined();
     RecordTorsion();
@@ -284,9 +136,9 @@ void CSteelMemberBS5950::RecordAxialRule(Rule rule, int position, double Positio
     LedgerEntry e = EntryOf(rule);
     e.position = position;
     e.start = e.end = p.x;
-    e.utilisation = CMemberResult::InfinitiseNANs(p.axial);
-    e.status = LocalStatus(e.utilisation);
     e.resistance = p.*resistance;
+    e.utilisation = CMemberResult::InfinitiseNANs(std::abs(p.actions.F) / e.resistance);
+    e.status = LocalStatus(e.utilisation);
     e.symbol = symbol;
     e.quantity = Quantity::Force;
     m_ledger.Add(e);
@@ -322,7 +174,7 @@ void CSteelMemberBS5950::RecordTie(int position)
     }
     RecordAxialRule(Rule::Tension, position, &PositionResult::Pt, L"Pt");
     if (m_positions[static_cast<std::size_t>(position)].eccentricTie) {
-        RecordAxialRule(Rule::EccentricConnection, position, &PositionResult::Pt, L"Pt");
+        RecordAxialRule(Rule::EccentricConnection, position, &PositionResult::Pte, L"Pt");
         Assume(
             L"end connection of the tie",
             L"bolted through one leg of an angle (the larger leg unconnected), the web of a channel or the flange of "
@@ -330,33 +182,98 @@ void CSteelMemberBS5950::RecordTie(int position)
             std::nan(""));
         return;
     }
-    const Shape shape = m_section.Properties().shape;
-    m_ledger.Add(
-        Absent(Rule::EccentricConnection, shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee
-                                              ? L"the moments of the connection's eccentricity are part of the actions"
-                                              : L"the section is connected symmetrically"));
+    if (!MayHaveEccentricConnection()) {
+        m_ledger.Add(Absent(Rule::EccentricConnection, L"not an angle, channel or T"));
+        return;
+    }
+    m_ledger.Add(Absent(Rule::EccentricConnection, L"the user says that the moments hold the eccentricity"));
+    Assume(L"end connection of the tie",
+           L"the given moments hold the eccentricity of the end connections, as the user says", std::nan(""));
 }
 
-// Clause 4.2.5.5: holes may be left out of account where the net area times Ke is not below the gross area.
-void CSteelMemberBS5950::RecordBoltHoles()
+namespace {
+
+// Smallest area that can be the tension flange or leg of a section under the given moments; 0 where it has none.
+double TensionFlange(const SectionProperties& s, bool bentMajor, bool bentMinor)
 {
-    const double netGross = m_section.Design().netGross;
-    if (netGross == 1.0)
-        m_ledger.Add(Absent(Rule::BoltHoles, L"the net area is the gross area"));
-    else if (netGross * m_section.Steel().Ke >= 1.0)
-        m_ledger.Add(Absent(Rule::BoltHoles, L"Ke times the net area is not below the gross area"));
-    else if (std::all_of(m_positions.begin(), m_positions.end(),
-                         [](const PositionResult& p) { return p.actions.Mx == 0.0 && p.actions.My == 0.0; }))
-        m_ledger.Add(Absent(Rule::BoltHoles, L"no moment"));
-    else {
-        LedgerEntry e = EntryOf(Rule::BoltHoles);
-        e.reason = L"the net to gross ratio does not say which holes lie in the tension flange";
-        m_ledger.Add(e);
-        if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
+    double least = std::numeric_limits<double>::infinity();
+    const auto consider = [&least](bool bent, double area) { least = bent ? std::min(least, area) : least; };
+    switch (s.shape) {
+    case Shape::CHS:
+        return 0.0;
+    case Shape::RHS:
+        consider(bentMajor, s.B * s.T);
+        consider(bentMinor, s.D * s.t);
+        return least;
+    case Shape::Angle:
+        return std::min(s.B, s.D) * s.t;
+    case Shape::Tee:
+        consider(bentMajor, std::min(s.B * s.T, s.D * s.t));
+        consider(bentMinor, 0.5 * s.B * s.T);
+        return least;
+    default: // the halves of two flanges about y-y
+        consider(bentMajor, std::min(s.B * s.T, s.B2 * s.T2));
+        consider(bentMinor,
+                 s.shape == Shape::Channel ? std::min(2.0 * s.B * s.T, s.D * s.t) : 0.5 * (s.B * s.T + s.B2 * s.T2));
+        return least;
     }
 }
 
-// Clauses 4.8.2 and 4.8.3.2: positions where an axial force and a moment, or two moments, act together.
+} // namespace
+
+// Clause 4.2.5.5: no allowance for holes where Ke times the net area of the tension flange is not below its gross area. The
+// input says how much area the holes take of the section, not where: all of it is taken to lie in the tension flange.
+void CSteelMemberBS5950::RecordBoltHoles()
+{
+    const SectionProperties& s = m_section.Properties();
+    const double netGross = m_section.Design().netGross;
+    const auto bent = [this](double PositionResult::*moment) {
+        return std::any_of(m_positions.begin(), m_positions.end(),
+                           [moment](const PositionResult& p) { return p.*moment > 0.0; });
+    };
+    const bool major = bent(&PositionResult::momentMajor);
+    const bool minor = bent(&PositionResult::momentMinor);
+    if (netGross == 1.0) return m_ledger.Add(Absent(Rule::BoltHoles, L"the net area is the gross area"));
+    if (!major && !minor) return m_ledger.Add(Absent(Rule::BoltHoles, L"no moment"));
+    const double flange = TensionFlange(s, major, minor);
+    if (m_section.Steel().Ke * (flange - (1.0 - netGross) * s.A) >= flange && flange > 0.0)
+        return m_ledger.Add(
+            Absent(Rule::BoltHoles,
+                   L"Ke times the net area of the tension flange is not below its gross area, all holes in it"));
+    LedgerEntry e = EntryOf(Rule::BoltHoles);
+    e.reason =
+        L"the net to gross ratio does not say which holes lie in the tension flange; with all of them there they count";
+    m_ledger.Add(e);
+    if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
+}
+
+// Whether actions are combined anywhere along the member: tension with a moment, or compression with one or two moments about both
+// axes.
+bool CSteelMemberBS5950::HasCombination(bool tension) const
+{
+    const Actions least = m_section.LeastActions();
+    const auto bends = [](const Design::MomentDiagram& moments, int k, double noise) {
+        for (const Design::Parabola& curve : moments.Curves(k)) {
+            const double s = curve.Extreme();
+            if (std::max({std::abs(curve.left), std::abs(curve.right), std::isnan(s) ? 0.0 : std::abs(curve.At(s))}) >
+                noise)
+                return true;
+        }
+        return false;
+    };
+    for (int k = 0; k < static_cast<int>(SubSpans().size()); ++k) {
+        const Steel::CSubSpan& sub = SubSpans()[static_cast<std::size_t>(k)];
+        const auto [low, high] = std::minmax({sub.GetForcesLeft().x, sub.GetForcesRight().x});
+        const int moments = bends(m_major, k, least.Mx) + bends(m_minor, k, least.My);
+        if (tension ? high > least.F && moments > 0
+                    : (low < -least.F && moments > 0) || (low <= least.F && moments > 1))
+            return true;
+    }
+    return false;
+}
+
+// Clauses 4.8.2 and 4.8.3.2, 4.9. Where actions are combined somewhere, the entry is that of the largest combination, of one action
+// alone too: what is left of it where another one vanishes.
 void CSteelMemberBS5950::RecordCombined()
 {
     for (const bool tension : {true, false}) {
@@ -364,11 +281,11 @@ void CSteelMemberBS5950::RecordCombined()
         int worst = -1;
         for (int i = 0; i < static_cast<int>(m_positions.size()); ++i) {
             const PositionResult& p = m_positions[static_cast<std::size_t>(i)];
-            const bool sign = tension ? p.actions.F > 0.0 : p.actions.F <= 0.0;
-            if (!sign || KindsOfAction(p) < 2) continue;
-            if (worst < 0 || p.combined > m_positions[static_cast<std::size_t>(worst)].combined) worst = i;
+            if (tension != (p.actions.F > 0.0)) continue;
+            const auto rank = [](const PositionResult& q) { return std::pair(q.combined, KindsOfAction(q)); };
+            if (worst < 0 || rank(p) > rank(m_positions[static_cast<std::size_t>(worst)])) worst = i;
         }
-        if (worst < 0) {
+        if (worst < 0 || !HasCombination(tension)) {
             m_ledger.Add(Absent(rule, tension
                                           ? L"no tension together with a moment"
                                           : L"no compression together with a moment, and no moments about both axes"));
@@ -376,7 +293,7 @@ void CSteelMemberBS5950::RecordCombined()
         }
         const PositionResult& p = m_positions[static_cast<std::size_t>(worst)];
         LedgerEntry e = EntryOf(rule);
-        e.clause = tension ? (p.Mrx > 0.0 ? L"4.8.2.3" : L"4.8.2.2") : (p.Mrx > 0.0 ? L"4.8.3.2 b" : L"4.8.3.2 a");
+        e.clause = CombinationClause(p);
         e.position = worst;
         e.start = e.end = p.x;
         e.utilisation = CMemberResult::InfinitiseNANs(p.combined);

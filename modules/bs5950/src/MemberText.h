@@ -12,6 +12,7 @@ public:
     {}
 
     void Refusal(const wchar_t* reason);
+    void Warnings();
     void Local(bool alongMember);
     void BucklingTitle();
     void Flexural(const SpanResult& span);
@@ -23,11 +24,20 @@ public:
 
 private:
     void Position(std::size_t index);
+    struct Bending;
     void Class(const PositionResult& p);
+    void Element(const ElementClass& e);
+    void Tension(const PositionResult& p);
     void Axial(const PositionResult& p);
     void Shear(const PositionResult& p);
+    void ShearBuckling(Axis direction, double depth, double thickness, double Vw);
     void Moment(const PositionResult& p);
+    void PrincipalMoments(const PositionResult& p);
+    void Moment(const Bending& b, const Classification& c);
+    void HighShear(const Bending& b, double rho);
+    void FlangesOnly(const Bending& b, const Classification& c);
     void Combined(const PositionResult& p);
+    void MoreExact(const PositionResult& p);
     void SpanTitle(const wchar_t* what, const SpanResult& span);
     void MomentFactorLine(const wchar_t* symbol, double value, const MomentShape& shape, bool lateral,
                           const SpanResult& span);
@@ -45,6 +55,8 @@ private:
     CString Verdict(double utilisation, bool inclusive) const;
     CString Volume(double m3) const;
     CString Area(double m2) const;
+    /// A dimension of the section, in cm.
+    CString Small(double m) const;
 
     const CSteelMemberBS5950& m_member;
     Steel::CMemberResult& m_result;

@@ -34,24 +34,24 @@ double TensionCapacity(const SectionProperties& s, const Material& m, double net
     return m.py * s.A * std::min(1.0, m.Ke * netGross);
 }
 
+double UnconnectedArea(const SectionProperties& s)
+{
+    switch (s.shape) {
+    case Shape::Angle:
+        return s.A - std::min(s.D, s.B) * s.t;
+    case Shape::Channel:
+        return s.A - s.D * s.t;
+    case Shape::Tee:
+        return s.A - s.B * s.T;
+    default:
+        return 0.0;
+    }
+}
+
 double EccentricTensionCapacity(const SectionProperties& s, const Material& m, double netGross)
 {
     const double Ae = s.A * std::min(1.0, m.Ke * netGross);
-    double a2 = 0.0; // gross area less the connected element, the latter of the full width of leg, web or flange
-    switch (s.shape) {
-    case Shape::Angle:
-        a2 = s.A - std::min(s.D, s.B) * s.t;
-        break;
-    case Shape::Channel:
-        a2 = s.A - s.D * s.t;
-        break;
-    case Shape::Tee:
-        a2 = s.A - s.B * s.T;
-        break;
-    default:
-        break;
-    }
-    return m.py * std::max(0.0, Ae - 0.5 * a2);
+    return m.py * std::max(0.0, Ae - 0.5 * UnconnectedArea(s));
 }
 
 double ShearCapacity(const SectionProperties& s, const Material& m, Axis direction)
@@ -59,28 +59,99 @@ double ShearCapacity(const SectionProperties& s, const Material& m, Axis directi
     return 0.6 * m.py * (direction == Axis::Y ? s.Avy : s.Avx);
 }
 
-bool NeedsShearBuckling(const SectionProperties& s, const Material& m)
+namespace {
+
+// Plates that carry a shear between two others, side by side.
+struct ShearPlates {
+    double depth = 0.0;
+    double thickness = 0.0;
+    int count = 0;
+};
+
+ShearPlates PlatesInShear(const SectionProperties& s, Axis direction)
 {
-    if (s.shape != Shape::I && s.shape != Shape::UnequalI && s.shape != Shape::Channel && s.shape != Shape::RHS)
-        return false;
-    return s.d / s.t > (s.IsWelded() ? 62.0 : 70.0) * Epsilon(m.py);
+    switch (s.shape) {
+    case Shape::I:
+    case Shape::UnequalI:
+    case Shape::Channel:
+        return direction == Axis::Y ? ShearPlates{s.d, s.t, 1} : ShearPlates{};
+    case Shape::RHS:
+        return direction == Axis::Y ? ShearPlates{s.d, s.t, 2} : ShearPlates{s.b, s.T, 2};
+    default:
+        return {};
+    }
 }
 
-double ShearBucklingStrength(double depthToThickness, double pyw)
+} // namespace
+
+bool NeedsShearBuckling(const SectionProperties& s, const Material& m, Axis direction)
+{
+    const ShearPlates plates = PlatesInShear(s, direction);
+    return plates.count > 0 && plates.depth / plates.thickness > (s.IsWelded() ? 62.0 : 70.0) * Epsilon(m.py);
+}
+
+double ShearBucklingStrength(double depthToThickness, double pyw, double spacingToDepth)
 {
     const double pv = 0.6 * pyw;
-    // Elastic critical stress of a web with a/d infinite, (1000/(d/t))² in N/mm².
-    const double qe = std::pow(1000.0 / depthToThickness, 2.0) * 1e6;
+    const double inverse = 1.0 / (spacingToDepth * spacingToDepth);
+    const double k = spacingToDepth > 1.0 ? 1.0 + 0.75 * inverse : 0.75 + inverse;
+    const double qe = k * std::pow(1000.0 / depthToThickness, 2.0) * 1e6;
     const double lambdaW = std::sqrt(pv / qe);
     if (lambdaW <= 0.8) return pv;
     if (lambdaW < 1.25) return (13.48 - 5.6 * lambdaW) / 9.0 * pv;
     return 0.9 / lambdaW * pv;
 }
 
-double ShearBucklingResistance(const SectionProperties& s, const Material& m)
+double ShearBucklingResistance(const SectionProperties& s, const Material& m, Axis direction, double spacing)
 {
-    const double webs = s.shape == Shape::RHS ? 2.0 : 1.0;
-    return webs * s.d * s.t * ShearBucklingStrength(s.d / s.t, m.py);
+    const ShearPlates plates = PlatesInShear(s, direction);
+    if (plates.count == 0) return 0.0;
+    return plates.count * plates.depth * plates.thickness *
+           ShearBucklingStrength(plates.depth / plates.thickness, m.py, spacing / plates.depth);
+}
+
+MinimumWebThickness WebThicknessLimits(const SectionProperties& s, const Material& m, Axis direction, double spacing)
+{
+    const ShearPlates plates = PlatesInShear(s, direction);
+    if (plates.count == 0) return {};
+    const double ratio = spacing / plates.depth;
+    const double base = plates.depth / 250.0;
+    MinimumWebThickness t;
+    t.serviceability = base * std::sqrt(std::min(1.0, ratio));
+    t.flangeBuckling = base * (ratio > 1.5 ? m.py / 345e6 : std::sqrt(m.py / 455e6));
+    t.actual = plates.thickness;
+    return t;
+}
+
+namespace {
+
+// b1 + n k: the length of web at the root of the flange over which a load has spread (4.5.2.1).
+double SpreadLength(const SectionProperties& s, const WebLoad& load)
+{
+    const double T = load.onFlange1 ? s.T : s.T2;
+    const double k = s.IsWelded() ? T : T + s.r;
+    return load.stiffBearing + std::min(5.0, 2.0 + 0.6 * load.bearingToEnd / k) * k;
+}
+
+bool HasWebOfOnePlate(const SectionProperties& s)
+{
+    return s.shape == Shape::I || s.shape == Shape::UnequalI || s.shape == Shape::Channel;
+}
+
+} // namespace
+
+double WebBearingCapacity(const SectionProperties& s, const Material& m, const WebLoad& load)
+{
+    return HasWebOfOnePlate(s) ? SpreadLength(s, load) * s.t * m.py : 0.0;
+}
+
+double WebBucklingResistance(const SectionProperties& s, const Material& m, const WebLoad& load)
+{
+    if (!HasWebOfOnePlate(s)) return 0.0;
+    double Px = 25.0 * Epsilon(m.py) * s.t / std::sqrt(SpreadLength(s, load) * s.d) * WebBearingCapacity(s, m, load);
+    if (load.loadToEnd < 0.7 * s.d) Px *= (load.loadToEnd + 0.7 * s.d) / (1.4 * s.d);
+    if (load.effectiveLength > 0.7 * s.d) Px *= 0.7 * s.d / load.effectiveLength;
+    return Px;
 }
 
 double HighShearFactor(double Fv, double Pv)
@@ -99,18 +170,24 @@ double MomentCapacity(const SectionProperties& s, const Material& m, const Class
     const bool plastic = x ? c.WxIsPlastic : c.WyIsPlastic;
     const double W = x ? c.Wx : c.Wy;
     const double Z = s.shape == Shape::Angle ? W : x ? s.Zx : s.Zy;
-    double reduced = W;
-    if (rho > 0.0) {
-        if (s.shape == Shape::Angle || s.shape == Shape::Tee)
-            reduced = W * (1.0 - rho);
-        else
-            reduced = std::max(0.0, W - rho * (plastic ? Sv : Sv / 1.5));
-    }
-    return m.py * std::min(reduced, std::min(design.plasElas, 1.5) * Z);
+    const double lost = s.shape == Shape::Angle ? W : plastic ? Sv : Sv / 1.5;
+    const double reduced = std::max(0.0, W - rho * lost);
+    return (x ? c.pyMomentX : c.pyMomentY) * std::min(reduced, std::min(design.plasElas, 1.5) * Z);
 }
 
-double FlangesOnlyMomentCapacity(const SectionProperties& s, const Material& m)
+bool FlangesAloneMayCarryMoment(const Classification& c, Axis axis)
 {
+    for (int i = 0; i < c.count; ++i) {
+        const ElementClass& e = c.elements[static_cast<std::size_t>(i)];
+        if (!e.isWeb && e.aboutY == (axis == Axis::Y) && e.cls == 4) return false;
+    }
+    return true;
+}
+
+double FlangesOnlyMomentCapacity(const SectionProperties& s, const Material& m, Axis axis)
+{
+    if (axis == Axis::Y) return s.shape == Shape::RHS ? m.py * s.D * s.t * (s.B - s.t) : 0.0;
+    if (PlatesInShear(s, Axis::Y).count == 0) return 0.0;
     return m.py * std::min(s.B * s.T, s.B2 * s.T2) * s.hs;
 }
 
@@ -180,19 +257,26 @@ double CompressiveStrength(double slenderness, double py, double robertson, doub
     return PerryStrength(EulerStrength(slenderness, E), py, eta);
 }
 
-double CompressiveStrength(const SectionProperties& s, const Material& m, Axis axis, double slenderness)
+bool LosesStrengthByWelding(const SectionProperties& s)
 {
-    const bool plates = s.shape == Shape::I || s.shape == Shape::UnequalI || s.shape == Shape::RHS;
-    const double py = s.IsWelded() && plates ? m.py - 20e6 : m.py;
-    const StrutCurve curve = Table23(s, axis);
-    const double upTo = CompressiveStrength(slenderness, py, curve.a, m.E);
-    if (curve.over == 0.0) return upTo;
-    return (1.0 - curve.over) * upTo + curve.over * CompressiveStrength(slenderness, py, curve.aOver, m.E);
+    return s.IsWelded() && (s.shape == Shape::I || s.shape == Shape::UnequalI || s.shape == Shape::RHS);
 }
 
-double CompressionResistance(const SectionProperties& s, const Material& m, Axis axis, double slenderness, double Aeff)
+double CompressiveStrength(const SectionProperties& s, const Material& m, const Classification& c, Axis axis,
+                           double slenderness)
 {
-    return Aeff * CompressiveStrength(s, m, axis, slenderness * std::sqrt(std::min(1.0, Aeff / s.A)));
+    const double py = c.pyCompression - (LosesStrengthByWelding(s) ? 20e6 : 0.0);
+    const double reduced = slenderness * std::sqrt(std::min(1.0, c.Aeff / s.A));
+    const StrutCurve curve = Table23(s, axis);
+    const double upTo = CompressiveStrength(reduced, py, curve.a, m.E);
+    if (curve.over == 0.0) return upTo;
+    return (1.0 - curve.over) * upTo + curve.over * CompressiveStrength(reduced, py, curve.aOver, m.E);
+}
+
+double CompressionResistance(const SectionProperties& s, const Material& m, const Classification& c, Axis axis,
+                             double slenderness)
+{
+    return c.Aeff * CompressiveStrength(s, m, c, axis, slenderness);
 }
 
 double Table22(bool held1, int rotation1, bool held2, int rotation2)
@@ -240,7 +324,8 @@ void FlangedSlenderness(const SectionProperties& s, bool flange1, SlendernessLT&
         const double I2 = s.T2 * std::pow(s.B2, 3.0);
         const double eta = (flange1 ? I1 : I2) / (I1 + I2);
         warping = 4.0 * eta * (1.0 - eta);
-        psi = (eta > 0.5 ? 0.8 : 1.0) * (2.0 * eta - 1.0);
+        const bool approximate = eta >= 0.1 && eta <= 0.9; // 4.3.6.7 a; B.2.4.1 otherwise
+        psi = approximate ? (eta > 0.5 ? 0.8 : 1.0) * (2.0 * eta - 1.0) : flange1 ? s.psi : -s.psi;
     }
     if (s.shape == Shape::Tee) {
         warping = s.w;
@@ -358,8 +443,8 @@ double BucklingResistanceMoment(const SectionProperties& s, const Material& m, c
                                 bool flange1InCompression)
 {
     const SlendernessLT r = LateralTorsionalSlenderness(s, LE, BetaW(s, c), flange1InCompression);
-    if (s.shape == Shape::RHS && r.lambda <= Table15(s.D / s.B, m.py)) return m.py * c.Wx;
-    return BendingStrength(r.lambdaLT, m.py, s.IsWelded(), m.E) * c.Wx;
+    if (s.shape == Shape::RHS && r.lambda <= Table15(s.D / s.B, c.pyMomentX)) return c.pyMomentX * c.Wx;
+    return BendingStrength(r.lambdaLT, c.pyMomentX, s.IsWelded(), m.E) * c.Wx;
 }
 
 double AngleMbSimplified(const SectionProperties& s, const Material& m, double LE, bool heelInCompression)

@@ -60,17 +60,28 @@ SectionDesign CSectionBS5950::Design() const
     return design;
 }
 
-Actions CSectionBS5950::PresentActions() const
+Actions CSectionBS5950::LeastActions() const
 {
+    constexpr double NOISE = 1e-6;
     const double py = Steel().py;
-    const auto significant = [](double value, double scale) { return std::abs(value) > 1e-6 * scale ? value : 0.0; };
     Actions a;
-    a.F = significant(GetForceAxial(), m_properties.A * py);
-    a.Mx = significant(GetMomentXX(), m_properties.Zx * py);
-    a.My = significant(GetMomentYY(), m_properties.Zy * py);
-    a.Fvx = std::abs(GetShearX());
-    a.Fvy = std::abs(GetShearY());
-    a.Mt = GetTorsion();
+    a.F = NOISE * m_properties.A * py;
+    a.Mx = NOISE * m_properties.Zx * py;
+    a.My = NOISE * m_properties.Zy * py;
+    return a;
+}
+
+Actions CSectionBS5950::ActionsOf(const Vec3<double>& force, const Vec3<double>& moment) const
+{
+    const Actions least = LeastActions();
+    const auto significant = [](double value, double noise) { return std::abs(value) > noise ? value : 0.0; };
+    Actions a;
+    a.F = significant(force.x, least.F);
+    a.Mx = significant(moment.y, least.Mx);
+    a.My = significant(moment.z, least.My);
+    a.Fvx = std::abs(force.y);
+    a.Fvy = std::abs(force.z);
+    a.Mt = moment.x;
     return a;
 }
 

@@ -5,58 +5,14 @@
 #include <cmath>
 #include <numbers>
 
+#include "keltrix/steel/SectionShapes.h"
+
 namespace Keltrix::BS5950 {
 
 using Steel::CDesSectGeom;
 using Steel::CMemberResult;
 
 namespace {
-
-class GeomI : public Steel::CDesSectGeomI {
-public:
-    GeomI() = default;
-    GeomI* Clone() const override { return new GeomI(*this); }
-};
-
-class GeomChannel : public Steel::CDesSectGeomPFC {
-public:
-    GeomChannel() = default;
-    GeomChannel* Clone() const override { return new GeomChannel(*this); }
-};
-
-class GeomTee : public Steel::CDesSectGeomT {
-public:
-    GeomTee() = default;
-    GeomTee* Clone() const override { return new GeomTee(*this); }
-};
-
-class GeomAngle : public Steel::CDesSectGeomAngle {
-public:
-    GeomAngle() = default;
-    GeomAngle* Clone() const override { return new GeomAngle(*this); }
-    /// The base takes any angle with |Ixx - Iyy| below 1e-6 for an equal one, which in metres is 100 cm⁴. Here that
-    /// difference is measured against Ixx + Iyy.
-    double Alpha() const override
-    {
-        const double ix = Ixx();
-        const double iy = Iyy();
-        if (std::abs(ix - iy) < 1e-6 * (ix + iy)) return std::numbers::pi / 4.0;
-        const double half = 0.5 * std::atan(2.0 * Ixy() / -std::abs(ix - iy));
-        return ix > iy ? half : std::numbers::pi / 2.0 - half;
-    }
-};
-
-class GeomRHS : public Steel::CDesSectGeomRHS {
-public:
-    GeomRHS() = default;
-    GeomRHS* Clone() const override { return new GeomRHS(*this); }
-};
-
-class GeomCHS : public Steel::CDesSectGeomCHS {
-public:
-    GeomCHS() = default;
-    GeomCHS* Clone() const override { return new GeomCHS(*this); }
-};
 
 std::optional<Shape> ShapeOf(const CSecComp& component)
 {
@@ -96,8 +52,7 @@ void ReadDimensions(SectionProperties& s, const CSecComp& c)
         s.B = s.B2 = s.D;
         s.T = s.T2 = s.t;
     }
-    if (s.shape == Shape::Angle || (s.shape == Shape::RHS && c.Type() != SEC_WELDED))
-        s.t = s.T = s.T2 = std::min(s.t, s.T);
+    if (s.shape == Shape::Angle || (s.shape == Shape::RHS && !s.IsWelded())) s.t = s.T = s.T2 = std::min(s.t, s.T);
 }
 
 bool IsSection(const SectionProperties& s)
@@ -120,27 +75,23 @@ bool IsSection(const SectionProperties& s)
     }
 }
 
+void SetFabrication(SectionProperties& s, const CSecComp& component)
+{
+    const Steel::SectionMake make = Steel::HowMade(component);
+    s.fabrication = make.type == SEC_ROLLED   ? Fabrication::Rolled
+                    : make.type == SEC_FORMED ? Fabrication::Formed
+                                              : Fabrication::Welded;
+    s.fabricationAssumed = make.assumed;
+    s.fabricationContradicted = make.contradicted;
+}
+
 SectionProperties Outline(const CSecComp& component, Shape shape)
 {
     SectionProperties s;
     s.shape = shape;
+    SetFabrication(s, component);
     ReadDimensions(s, component);
     return s;
-}
-
-void SetFabrication(SectionProperties& s, const CSecComp& component, const CDesSectGeom& geometry)
-{
-    s.fabricationAssumed = component.Type() == SEC_UNDEF;
-    if (geometry.IsWelded())
-        s.fabrication = Fabrication::Welded;
-    else if (component.Type() == SEC_FORMED)
-        s.fabrication = Fabrication::Formed;
-    else if (component.Type() == SEC_ROLLED || component.Type() == SEC_UNDEF)
-        s.fabrication = Fabrication::Rolled;
-    else {
-        s.fabrication = Fabrication::Welded; // the less favourable limits and curves
-        s.fabricationAssumed = true;
-    }
 }
 
 // Figure 5: widths and depths of the elements. Footnote of Table 12 for hollow sections: 3t off for hot finished, 5t
@@ -215,7 +166,7 @@ void SetShearAreas(SectionProperties& s)
     case Shape::Tee:
         s.Avy = welded ? s.t * (s.D - s.T) : s.t * s.D;
         s.Avx = 0.9 * s.B * s.T;
-        s.Svx = s.Sx;
+        s.Svx = std::max(0.0, s.Sx - s.B * s.T * s.T / 4.0);
         s.Svy = 0.9 * s.B * s.B * s.T / 4.0;
         break;
     case Shape::Angle:
@@ -242,28 +193,48 @@ void SetShearAreas(SectionProperties& s)
     }
 }
 
-// Annex B.2.3 for I sections and channels, B.2.8 for a T.
+// Exact monosymmetry index of an I section, flange 1 compressed: ψ = (2 y0 - ∫ y (x² + y²) dA / Ix)/hs, y upwards from the
+// centroid and y0 the shear centre, which divides the distance of the flanges as their second moments about y-y do. A
+// rectangle b wide and h deep at y has the integral b h y (b²/12 + h²/4 + y²); a fillet counts at its centroid.
+double FlangesMonosymmetry(const SectionProperties& s)
+{
+    const double y1 = s.D - 0.5 * s.T - s.cy;
+    const double y2 = 0.5 * s.T2 - s.cy;
+    const auto rectangle = [](double b, double h, double y) {
+        return b * h * y * (b * b / 12.0 + h * h / 4.0 + y * y);
+    };
+    const double x = 0.5 * s.t + 0.2234 * s.r;
+    const auto fillets = [&](double y) { return (2.0 - 0.5 * std::numbers::pi) * s.r * s.r * y * (x * x + y * y); };
+    const double integral = rectangle(s.B, s.T, y1) + rectangle(s.B2, s.T2, y2) +
+                            rectangle(s.t, s.D - s.T - s.T2, 0.5 * (s.D - s.T + s.T2) - s.cy) +
+                            fillets(s.D - s.T - 0.2234 * s.r - s.cy) + fillets(s.T2 + 0.2234 * s.r - s.cy);
+    const double I1 = s.T * std::pow(s.B, 3.0);
+    const double I2 = s.T2 * std::pow(s.B2, 3.0);
+    return (2.0 * (I1 * y1 + I2 * y2) / (I1 + I2) - integral / s.Ix) / s.hs;
+}
+
+// Annex B.2.3 for I sections, equal flanges or not, and channels; B.2.8 for a T.
 void SetBucklingParameters(SectionProperties& s, double monosymmetry)
 {
     const double gamma = 1.0 - s.Iy / s.Ix;
     switch (s.shape) {
     case Shape::I:
+    case Shape::UnequalI:
+    case Shape::Tee:
         s.u = std::pow(std::max(0.0, 4.0 * s.Sx * s.Sx * gamma) / (s.A * s.A * s.hs * s.hs), 0.25);
         s.x = 0.566 * s.hs * std::sqrt(s.A / s.J);
         break;
-    case Shape::UnequalI:
     case Shape::Channel:
         s.u = std::pow(std::max(0.0, s.Iy * s.Sx * s.Sx * gamma) / (s.A * s.A * s.H), 0.25);
         s.x = 1.132 * std::sqrt(s.A * s.H / (s.Iy * s.J));
         break;
-    case Shape::Tee:
-        s.u = std::pow(std::max(0.0, 4.0 * s.Sx * s.Sx * gamma) / (s.A * s.A * s.hs * s.hs), 0.25);
-        s.x = 0.566 * s.hs * std::sqrt(s.A / s.J);
-        s.w = 4.0 * s.H / (s.Iy * s.hs * s.hs);
-        s.psi = 2.0 * std::abs(monosymmetry) / s.hs;
-        break;
     default:
         break;
+    }
+    if (s.shape == Shape::UnequalI) s.psi = FlangesMonosymmetry(s);
+    if (s.shape == Shape::Tee) {
+        s.w = 4.0 * s.H / (s.Iy * s.hs * s.hs);
+        s.psi = 2.0 * std::abs(monosymmetry) / s.hs;
     }
 }
 
@@ -330,36 +301,14 @@ void SetProperties(SectionProperties& s, const CDesSectGeom& g)
     SetBucklingParameters(s, monosymmetry);
 }
 
-std::unique_ptr<CDesSectGeom> NewGeometry(Shape shape)
-{
-    switch (shape) {
-    case Shape::I:
-    case Shape::UnequalI:
-        return std::make_unique<GeomI>();
-    case Shape::Channel:
-        return std::make_unique<GeomChannel>();
-    case Shape::Tee:
-        return std::make_unique<GeomTee>();
-    case Shape::Angle:
-        return std::make_unique<GeomAngle>();
-    case Shape::RHS:
-        return std::make_unique<GeomRHS>();
-    case Shape::CHS:
-        return std::make_unique<GeomCHS>();
-    }
-    return nullptr;
-}
-
 } // namespace
 
 std::unique_ptr<CDesSectGeom> MakeGeometry(const CSection& section, CMemberResult* result)
 {
-    const CSecComp& component = section.Component(0);
-    const std::optional<Shape> shape = ShapeOf(component);
-    if (!shape || !IsSection(Outline(component, *shape))) return nullptr;
-    std::unique_ptr<CDesSectGeom> geometry = NewGeometry(*shape);
-    if (!geometry->SetKeltrixSec(section, result)) return nullptr;
-    return geometry;
+    const std::optional<Shape> shape = ShapeOf(section.Component(0));
+    if (!shape) return nullptr;
+    if (!IsSection(Outline(section.Component(0), *shape))) return nullptr;
+    return Steel::MakeSectionShape(section, result);
 }
 
 std::optional<SectionProperties> MakeProperties(const CSection& section, CMemberResult* result)
@@ -368,12 +317,29 @@ std::optional<SectionProperties> MakeProperties(const CSection& section, CMember
     if (!geometry) return std::nullopt;
     const CSecComp& component = section.Component(0);
     SectionProperties s = Outline(component, *ShapeOf(component));
-    SetFabrication(s, component, *geometry);
     if (s.fabrication == Fabrication::Formed && !s.IsHollow()) return std::nullopt; // open ones are for BS 5950-5
     SetElementWidths(s);
     SetProperties(s, *geometry);
     SetShearAreas(s);
     return s;
+}
+
+const wchar_t* FabricationNote(const SectionProperties& section)
+{
+    if (section.fabricationContradicted)
+        return section.IsWelded()
+                   ? L"taken as welded, the less favourable of the section's type and its catalogue row"
+                   : L"taken as cold formed, the less favourable of the section's type and its catalogue row";
+    if (!section.fabricationAssumed) return nullptr;
+    switch (section.fabrication) {
+    case Fabrication::Rolled:
+        return L"taken as rolled or hot finished, as the catalogue has it; the section's type does not say how it is "
+               L"made";
+    case Fabrication::Formed:
+        return L"taken as cold formed, as the catalogue has it; the section's type does not say how it is made";
+    default:
+        return L"taken as welded; the section's type does not say how it is made";
+    }
 }
 
 } // namespace Keltrix::BS5950

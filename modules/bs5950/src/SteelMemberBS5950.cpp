@@ -5,7 +5,6 @@
 #include <limits>
 
 #include "MemberText.h"
-#include "MomentDiagram.h"
 
 namespace Keltrix::BS5950 {
 
@@ -67,11 +66,19 @@ bool CSteelMemberBS5950::SetGrade(const CSteelGrade& grade)
     return true;
 }
 
+void CSteelMemberBS5950::SetOptions(const DesignOptions& options)
+{
+    m_options = options;
+    DropFindings();
+}
+
 void CSteelMemberBS5950::DropFindings()
 {
     m_ledger.Clear();
     m_assumptions.clear();
+    m_warnings.clear();
     m_positions.clear();
+    m_webLoads.clear();
     m_spans.clear();
     m_interactions.clear();
     m_class = 0;
@@ -99,19 +106,55 @@ void CSteelMemberBS5950::Refuse(const wchar_t* reason)
     if (Result()->TextEnabled()) Text(*this).Refusal(reason);
 }
 
+namespace {
+
+bool IsFinite(const Vec3<double>& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
+
+bool IsFinite(const Steel::CSubSpan& s)
+{
+    return IsFinite(s.GetForcesLeft()) && IsFinite(s.GetForcesRight()) && IsFinite(s.GetMomentsLeft()) &&
+           IsFinite(s.GetMomentsRight());
+}
+
+template <class Part>
+bool HasFiniteLoadHeight(const Part& part)
+{
+    return std::isfinite(part.GetRestraint().LoadHeight());
+}
+
+} // namespace
+
+// Numbers that no check can be made with; null where all are finite.
+const wchar_t* CSteelMemberBS5950::NumbersRefusal() const
+{
+    const auto& points = MemberPoints();
+    const auto& subSpans = SubSpans();
+    if (!std::all_of(points.begin(), points.end(),
+                     [](const Steel::CMemberPoint& p) { return std::isfinite(p.GetPos()); }))
+        return L"the position of a member point is not a finite number";
+    if (!std::all_of(subSpans.begin(), subSpans.end(), [](const Steel::CSubSpan& s) { return IsFinite(s); }))
+        return L"a force or a moment is not a finite number";
+    if (!std::all_of(points.begin(), points.end(), HasFiniteLoadHeight<Steel::CMemberPoint>) ||
+        !std::all_of(subSpans.begin(), subSpans.end(), HasFiniteLoadHeight<Steel::CSubSpan>))
+        return L"a load height is not a finite number";
+    const double factor = EquivalentUniformMomentFactor().value_or(1.0);
+    if (!(factor > 0.0 && std::isfinite(factor)))
+        return L"the equivalent uniform moment factor that is given is not a finite number above 0";
+    return nullptr;
+}
+
 // Why nothing can be checked; null where everything is at hand.
 const wchar_t* CSteelMemberBS5950::RefusalReason() const
 {
     if (!m_section.HasSection()) return L"the member has no section that this standard covers";
     if (!m_hasGrade) return L"the member has no steel grade";
     if (!m_section.Steel().IsValid()) return m_section.Steel().refusal;
+    if (const wchar_t* reason = NumbersRefusal()) return reason;
     if (!ValidateInputData()) return L"member points and sub-spans do not fit together";
     const SectionDesign design = m_section.Design();
     if (!(design.netGross > 0.0 && design.netGross <= 1.0))
         return L"the net to gross area ratio does not lie above 0 and up to 1";
     if (!(design.plasElas >= 1.0)) return L"the allowable plastic to elastic ratio lies below 1";
-    if (!(EquivalentUniformMomentFactor().value_or(1.0) >= 0.0))
-        return L"the equivalent uniform moment factor lies below 0 or is not a number";
     return nullptr;
 }
 
@@ -122,6 +165,7 @@ bool CSteelMemberBS5950::Prepare()
         Refuse(reason);
         return false;
     }
+    MakeDiagrams();
     CollectPositions();
     if (Result()) {
         Result()->IniDynaArray(2 * static_cast<int>(SubSpans().size()) + 2);
@@ -129,6 +173,7 @@ bool CSteelMemberBS5950::Prepare()
     }
     RecordGeneral();
     RecordAssumptions();
+    RecordWarnings();
     return true;
 }
 
@@ -143,17 +188,45 @@ void CSteelMemberBS5950::RecordGeneral()
     strength.symbol = L"py";
     strength.quantity = Quantity::Stress;
     m_ledger.Add(strength);
-    const auto outside = [this](Rule rule, const wchar_t* why) {
+    RecordOutside();
+}
+
+// What the input does not hold, and what its kind of member does not need.
+void CSteelMemberBS5950::RecordOutside()
+{
+    const auto add = [this](Rule rule, CheckStatus status, const wchar_t* why) {
         LedgerEntry e;
         e.rule = rule;
         e.clause = RuleClause(rule);
+        e.status = status;
         e.reason = why;
         m_ledger.Add(e);
     };
+    const auto outside = [&](Rule rule, const wchar_t* why) { add(rule, CheckStatus::OutOfScope, why); };
+    const auto absent = [&](Rule rule, const wchar_t* why) { add(rule, CheckStatus::NotApplicable, why); };
     outside(Rule::SwayStability,
             L"a matter of the frame: forces and moments are taken as given, sway effects included");
-    outside(Rule::WebBearing, L"the input has no stiff bearing lengths and no local loads");
+    outside(Rule::Robustness, L"a matter of the structure: ties and key elements");
+    outside(Rule::Fatigue, L"the input holds one set of actions, no cycles");
+    outside(Rule::BrittleFracture, L"the input has no quality of the steel at its thickness, temperature and details");
     outside(Rule::Deflection, L"a serviceability limit; the input holds factored actions");
+    outside(Rule::Vibration, L"a serviceability limit; the input holds no masses");
+    outside(Rule::Restraints, L"the strength and stiffness of what restrains the member are not part of the input");
+    outside(Rule::Connections, L"connections are not part of the input");
+    outside(Rule::WebOpenings, L"the section is taken without openings; holes count by the net area alone");
+    absent(Rule::CompoundStruts, L"the member is one section, not laced, battened or back to back");
+    absent(Rule::TensionFlange,
+           L"an alternative that is not used: each compressed flange is checked between the sections that hold it");
+    const bool angle = m_section.Properties().shape == Shape::Angle;
+    absent(
+        Rule::AngleInteraction,
+        angle
+            ? L"an alternative that is not used: 4.8 is applied about the principal axes, all terms with the worse sign"
+            : L"not an angle");
+    absent(Rule::SimpleColumn, m_options.simpleColumn
+                                   ? L"takes the place of the rules of lateral-torsional buckling and interaction, and "
+                                     L"stands there"
+                                   : L"the options do not say that the member is a column in simple construction");
 }
 
 void CSteelMemberBS5950::RecordAssumptions()
@@ -167,22 +240,73 @@ void CSteelMemberBS5950::RecordAssumptions()
         Assume(L"Ke", L"effective net area coefficient 1.0: the grade gives no tensile strength (3.4.3)", 1.0);
     if (m.grade == Grade::User && m_grade.GetUserE() == 0.0)
         Assume(L"modulus of elasticity", L"205 kN/mm² (3.1.3), the grade gives none", ELASTIC_MODULUS);
-    if (m_section.Properties().fabricationAssumed)
-        Assume(L"fabrication",
-               m_section.Properties().IsWelded() ? L"taken as welded; the section's type does not say how it is made"
-                                                 : L"taken as rolled; the section's type does not say how it is made",
-               std::nan(""));
+    if (const wchar_t* note = FabricationNote(m_section.Properties())) Assume(L"fabrication", note, std::nan(""));
     const Shape shape = m_section.Properties().shape;
     if (shape == Shape::Channel || shape == Shape::Tee || shape == Shape::Angle)
         Assume(L"line of loading", L"loads act through the shear centre, so that bending causes no torsion",
                std::nan(""));
-    const MomentDiagram major(MemberPoints(), SubSpans(), MomentDiagram::Component::Major);
-    const MomentDiagram minor(MemberPoints(), SubSpans(), MomentDiagram::Component::Minor);
+    RecordLoads();
+}
+
+// The input gives no loads. Shears that differ over a sub-span are read as those of a uniform load, which fits a load of another
+// shape as well. Neighbours with the same load are named together, wherever the member is divided.
+void CSteelMemberBS5950::RecordLoads()
+{
+    std::erase_if(m_assumptions, [](const Assumption& a) { return a.isLoad; });
+    RecordLoad(m_major, L"uniform load, major axis", 1.0);
+    RecordLoad(m_minor, L"uniform load, minor axis", -1.0);
+}
+
+void CSteelMemberBS5950::RecordLoad(const Design::MomentDiagram& moments, const wchar_t* name, double sign)
+{
+    double largest = 0.0;
+    for (const auto& piece : moments.Pieces())
+        largest = std::max({largest, std::abs(piece.shearLeft), std::abs(piece.shearRight)});
+    constexpr double SAME = 1e-6;
+    Assumption* before = nullptr;
+    for (const auto& piece : moments.Pieces()) {
+        if (!(piece.length > 0.0)) continue;
+        const double load = sign * (piece.shearRight - piece.shearLeft) / piece.length;
+        const bool loaded = std::abs(piece.shearRight - piece.shearLeft) > SAME * largest;
+        if (loaded && before && std::abs(load - before->value) <= SAME * std::abs(load)) {
+            before->end = piece.End();
+            continue;
+        }
+        before = nullptr;
+        if (!loaded) continue;
+        m_assumptions.push_back(
+            {name,
+             L"shears that differ over a sub-span are read as a uniform load, though a load of another "
+             L"shape inside it has the same shears",
+             load, piece.start, piece.End(), true});
+        before = &m_assumptions.back();
+    }
+}
+
+void CSteelMemberBS5950::RecordWarnings()
+{
+    m_warnings.clear();
+    const CDesFormat fmt = Result() ? Result()->DesFormat() : CDesFormat();
     for (int k = 0; k < static_cast<int>(SubSpans().size()); ++k)
-        if (!major.IsParabolic(k) || !minor.IsParabolic(k))
-            Assume(L"moment within sub-spans",
-                   L"linear between the ends of sub-spans whose end moments do not belong to their shears",
-                   std::nan(""));
+        for (const auto bending : {Design::Bending::Major, Design::Bending::Minor}) {
+            const Design::MomentDiagram& moments = bending == Design::Bending::Major ? m_major : m_minor;
+            const Design::MomentDiagram::Piece& piece = moments.At(k);
+            if (piece.balance.balanced) continue;
+            m_warnings.push_back({Design::WarningKind::UnbalancedForces,
+                                  Design::UnbalancedText(k + 1, bending, piece, fmt), k, piece.start, piece.End()});
+        }
+    const double factor = EquivalentUniformMomentFactor().value_or(1.0);
+    if (factor < 0.4) {
+        CString text;
+        text.Format(
+            L"the equivalent uniform moment factor is given as %s; no table of the standard has one below 0.4 (Tables "
+            L"18 and 26)",
+            fmt.NoDim(factor));
+        m_warnings.push_back({Design::WarningKind::LowMomentFactor, text, -1, std::nan(""), std::nan("")});
+    }
+    if (m_warnings.empty() || !Result()) return;
+    Result()->AddFlags(CMemberResult::WARNING);
+    if (Result()->TextEnabled()) Text(*this).Warnings();
 }
 
 void CSteelMemberBS5950::SetLoads()
@@ -219,7 +343,7 @@ bool CSteelMemberBS5950::Check()
     if (!Prepare()) return false;
     RunLocal(true);
     RunBuckling();
-    return !m_ledger.HasFailed();
+    return Status() == Design::Status::Passed;
 }
 
 ResistanceSummary CSteelMemberBS5950::Resistances() const
@@ -245,17 +369,15 @@ Steel::SubspanEffectiveLengthData CSteelMemberBS5950::GetEffectiveLengths() cons
     using Entry = Steel::SubspanEffectiveLengthData::Entry;
     std::map<int, Entry> maps[3];
     for (const SpanResult& s : m_spans) {
+        const bool unchecked = s.mode == BucklingMode::LateralTorsional && s.flange[0] != s.flange[1] &&
+                               !s.compressed[0] && !s.compressed[1];
+        if (s.turned || unchecked) continue;
         std::map<int, Entry>& map = maps[static_cast<int>(s.mode)];
         map.emplace(static_cast<int>(map.size()),
                     Entry(static_cast<std::size_t>(s.left), static_cast<std::size_t>(s.right - 1), s.start, s.end, s.LE,
                           s.radius));
     }
     return {maps[0], maps[1], maps[2]};
-}
-
-double CSteelMemberBS5950::UserFactor(double computed) const
-{
-    return EquivalentUniformMomentFactor().value_or(computed);
 }
 
 } // namespace Keltrix::BS5950

@@ -22,12 +22,15 @@ public:
 
     const SectionProperties& Section() const { return m_section; }
     const Material& Steel() const { return m_material; }
-    /// Class under bending about x-x (about y-y) alone, and under uniform compression up to Pz.
+    /// Class under bending about x-x (about y-y) alone, and under uniform compression of A py.
     int ClassMajorBending() const;
     int ClassMinorBending() const;
     int ClassCompression() const;
 
-    /// Squash load A py of the gross section.
+    /// A py of the gross section.
+    double SquashLoad() const;
+    /// Compression capacity of the cross-section, the class being that at the capacity itself: A py, or in class 4 Aeff py
+    /// or A pyr.
     double Pz() const;
     /// Tension capacity of the section, without holes.
     double Pt() const;
@@ -37,10 +40,10 @@ public:
     /// Moment capacities at low shear; about u-u and v-v for an angle.
     double Mcx() const;
     double Mcy() const;
-    /// Reduced moment capacities with an axial force of F/Pz, 0 to 1 (Annex I.2); nothing where the section is not
+    /// Reduced moment capacities with an axial force of n = F/(A py), 0 to 1 (Annex I.2); nothing where the section is not
     /// doubly symmetric or is class 3 or 4 at that force (compression).
-    std::optional<double> Mrx(double FoverPz) const;
-    std::optional<double> Mry(double FoverPz) const;
+    std::optional<double> Mrx(double n) const;
+    std::optional<double> Mry(double n) const;
     /// Compression resistances. The class is that at the resistance itself.
     double Pcx(double LE) const;
     double Pcy(double LE) const;
@@ -48,6 +51,8 @@ public:
     double Mb(double LE) const;
 
 private:
+    template <class Resistance>
+    double AtOwnClass(Resistance resistance) const;
     double Pc(Axis axis, double LE) const;
     std::optional<double> Mr(Axis axis, double n) const;
     double WithMoment(Axis axis) const;

@@ -49,9 +49,16 @@ struct Classification {
     bool webSlender = false;
     bool flangeSlender = false;
 
-    double Aeff = 0.0; ///< area for compression: gross for class 1 to 3, clause 3.6.2.2 for class 4
-    double Wx = 0.0;   ///< modulus with which Mcx = py Wx at low shear: Sx, Sx,eff, Zx or Zx,eff
-    double Wy = 0.0;
+    /// Area for compression: gross, or in class 4 the effective area where the standard has one for the shape (3.6.2.2,
+    /// 3.6.4, 3.6.6). The capacity of the cross-section is Aeff pyCompression.
+    double Aeff = 0.0;
+    double Wx = 0.0; ///< modulus with which Mcx = pyMomentX Wx at low shear: Sx, Sx,eff, Zx, or Zx,eff of a CHS
+    double Wy = 0.0; ///< the same about y-y
+    // Design strengths, Pa: py, or in class 4 the reduced design strength pyr of clause 3.6.5 where no effective section is
+    // used. They stand for py in section capacity, pc, pb, λL0 and py Z of the interaction; shear and tension keep py.
+    double pyCompression = 0.0;
+    double pyMomentX = 0.0;
+    double pyMomentY = 0.0;
     bool WxIsPlastic = true; ///< Wx is Sx or Sx,eff, so that high shear takes off Sv and not Sv/1.5
     bool WyIsPlastic = true;
     const wchar_t* WxName = L"Sx";

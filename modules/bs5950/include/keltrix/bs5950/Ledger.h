@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "keltrix/bs5950/Export.h"
+#include "keltrix/design/Findings.h"
+#include "keltrix/platform/KxUtil.h"
 
 namespace Keltrix::BS5950 {
 
@@ -19,6 +21,11 @@ enum class Rule {
     ShearMajor,
     ShearMinor,
     ShearBuckling,
+    WebThickness,
+    EndAnchorage,
+    Stiffeners,
+    WebBearing,
+    WebBuckling,
     MomentMajor,
     MomentMinor,
     BoltHoles,
@@ -32,13 +39,25 @@ enum class Rule {
     LateralTorsional,
     BucklingInteraction,
     SwayStability,
-    WebBearing,
+    Robustness,
+    Fatigue,
+    BrittleFracture,
     Deflection,
+    Vibration,
+    Restraints,
+    Connections,
+    WebOpenings,
+    CompoundStruts,
+    TensionFlange,
+    AngleInteraction,
+    SimpleColumn,
     COUNT
 };
 
 enum class Stage { General, Local, Buckling };
-enum class CheckStatus { Passed, Failed, NotApplicable, NotEvaluated };
+/// NotEvaluated: the rule applies, or may apply, and was not evaluated, so that the member cannot pass. OutOfScope: the rule
+/// is about what the input does not hold, such as the frame around the member; it is told and does not keep a member from passing.
+enum class CheckStatus { Passed, Failed, NotApplicable, NotEvaluated, OutOfScope };
 /// What a resistance is: a force in N, a moment in N·m, a stress in Pa or none.
 enum class Quantity { None, Force, Moment, Stress };
 
@@ -47,7 +66,7 @@ KELTRIX_BS5950_API const wchar_t* RuleName(Rule rule);
 /// "4.2.5"
 KELTRIX_BS5950_API const wchar_t* RuleClause(Rule rule);
 KELTRIX_BS5950_API Stage RuleStage(Rule rule);
-/// "passed", "failed", "not applicable", "not evaluated"
+/// "passed", "failed", "not applicable", "not evaluated", "outside the input"
 KELTRIX_BS5950_API const wchar_t* StatusName(CheckStatus status);
 
 /// What became of one rule at one place. Texts are static.
@@ -83,6 +102,11 @@ public:
     const LedgerEntry* Find(Rule rule) const;
     bool HasFailed() const;
     bool HasFailed(Stage stage) const;
+    /// Whether a rule that applies was not evaluated.
+    bool IsOpen() const;
+    bool IsOpen(Stage stage) const;
+    /// Failed before NotChecked before Passed; NotChecked where there are no entries.
+    Design::Status Status() const;
 
 private:
     std::vector<LedgerEntry> m_entries;
@@ -92,7 +116,12 @@ private:
 struct Assumption {
     const wchar_t* name = L"";
     const wchar_t* text = L"";
-    double value = std::numeric_limits<double>::quiet_NaN(); ///< the assumed number, where it is one
+    double value = std::numeric_limits<double>::quiet_NaN(); ///< the assumed number in SI, where it is one
+    double start = std::numeric_limits<double>::quiet_NaN(); ///< where it was assumed, m; not-a-number: everywhere
+    double end = std::numeric_limits<double>::quiet_NaN();
+    bool isLoad = false; ///< the value is a load in N/m
 };
+/// Its text, with load and place where it has them: "read as a uniform load: 20 kN/m, 0 m to 6 m".
+KELTRIX_BS5950_API CString AssumptionText(const Assumption& assumption, const CDesFormat& fmt);
 
 } // namespace Keltrix::BS5950

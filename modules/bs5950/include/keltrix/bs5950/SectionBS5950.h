@@ -48,7 +48,14 @@ public:
     bool PlasElasAssumed() const { return PlasElasDefaulted(); }
     /// The present forces and moments in the standard's terms; what is below a millionth of the section's capacity is
     /// analysis noise and counts as zero.
-    Actions PresentActions() const;
+    Actions PresentActions() const
+    {
+        return ActionsOf({GetForceAxial(), GetShearX(), -GetShearY()}, {GetTorsion(), GetMomentXX(), GetMomentYY()});
+    }
+    /// The same for forces and moments in the host's element axes.
+    Actions ActionsOf(const Vec3<double>& force, const Vec3<double>& moment) const;
+    /// Axial force and moments up to which they count as zero.
+    Actions LeastActions() const;
     const Classification& PresentClass() const;
 
 private:

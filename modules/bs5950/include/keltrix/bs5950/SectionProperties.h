@@ -18,7 +18,10 @@ enum class Fabrication { Rolled, Welded, Formed };
 struct SectionProperties {
     Shape shape = Shape::I;
     Fabrication fabrication = Fabrication::Rolled;
-    bool fabricationAssumed = false; ///< the host's type does not say how it is made
+    /// The section's type does not say how it is made. A catalogue section is made as its row says, any other is welded.
+    bool fabricationAssumed = false;
+    /// The section's type is not that of its catalogue row. The less favourable of the two counts.
+    bool fabricationContradicted = false;
 
     double D = 0.0;  ///< overall depth; diameter of a circular hollow section; vertical leg of an angle
     double B = 0.0;  ///< width of flange 1 (top); horizontal leg of an angle
@@ -43,8 +46,10 @@ struct SectionProperties {
 
     double hs = 0.0;         ///< distance between flange centres; D - T/2 of a T
     double u = 0.0, x = 0.0; ///< buckling parameter and torsional index, Annex B.2.3, B.2.8; 0 for other shapes
-    double psi = 0.0;        ///< monosymmetry index of a T (B.2.8), with the flange in compression; of an angle (B.2.9)
-    double w = 1.0;          ///< warping ratio 4H/(Iy hs²) of a T
+    /// Monosymmetry index: exact, with flange 1 in compression, of an I with unequal flanges (B.2.3) and of a T (B.2.8); of
+    /// an angle (B.2.9).
+    double psi = 0.0;
+    double w = 1.0; ///< warping ratio 4H/(Iy hs²) of a T
 
     // Angle, principal axes.
     double Iu = 0.0, Iv = 0.0, Zu = 0.0, Zv = 0.0, rv = 0.0, alpha = 0.0;
@@ -58,14 +63,20 @@ struct SectionProperties {
     double MinorRadius() const { return shape == Shape::Angle ? rv : ry; }
 };
 
-/// The section geometry class for the shape of component 0, filled; null where this standard's module has none for
-/// the shape or the dimensions are not those of a section (not finite, not positive, walls thicker than the section).
+/// The section geometry class for the shape of component 0, filled, made as MakeProperties has it; null where this
+/// standard's module has none for the shape or the dimensions are not those of a section (not finite, not positive, walls
+/// thicker than the section).
 KELTRIX_BS5950_API std::unique_ptr<Steel::CDesSectGeom> MakeGeometry(const CSection& section,
                                                                      Steel::CMemberResult* result);
 
-/// Properties of a section; nothing where MakeGeometry gives null, nor for cold-formed open sections, which BS 5950-5
-/// covers and Part 1 does not.
+/// Properties of a section. How it is made follows from the component's type and from the shared catalogue's row of its
+/// designation: see fabricationAssumed and fabricationContradicted. Nothing where MakeGeometry gives
+/// null, nor for cold-formed open sections, which BS 5950-5 covers and Part 1 does not.
 KELTRIX_BS5950_API std::optional<SectionProperties> MakeProperties(const CSection& section,
                                                                    Steel::CMemberResult* result);
+
+/// What was assumed of the section's fabrication, as a sentence; null where its type says it and no catalogue row
+/// contradicts it.
+KELTRIX_BS5950_API const wchar_t* FabricationNote(const SectionProperties& section);
 
 } // namespace Keltrix::BS5950

@@ -1,54 +1,88 @@
 #pragma once
 
+#include <array>
 #include <limits>
 #include <vector>
 
 #include "keltrix/bs5950/Capacity.h"
+#include "keltrix/bs5950/DesignOptions.h"
 #include "keltrix/bs5950/Export.h"
 #include "keltrix/bs5950/Ledger.h"
 #include "keltrix/bs5950/SectionBS5950.h"
+#include "keltrix/design/Findings.h"
+#include "keltrix/design/MomentDiagram.h"
+#include "keltrix/design/Stretches.h"
 #include "keltrix/steel/SteelMember.h"
 
 namespace Keltrix::BS5950 {
 
-/// Which end of its sub-span a position is, or the point inside it where the shear passes through zero.
+/// Which end of its sub-span a position is, or a place inside it.
 enum class Place { LeftEnd, Inside, RightEnd };
+/// Why a place is a position: an end of a sub-span, an extreme of a moment, or the place inside a sub-span where a utilisation
+/// is larger than at all of those.
+enum class Found { End, Extreme, LargestUtilisation };
+/// Which moment was taken where the forces of a sub-span do not balance: the one that follows from the left end and the
+/// shears, the one that follows from the right end, or the straight line between the end moments.
+enum class Reading { Diagram, FromLeft, FromRight, Straight };
 
 /// A position of the local checks and what was found there. Forces in N, moments in N·m.
 struct PositionResult {
     double x = 0.0;  ///< along the member, m
     int subSpan = 0; ///< counted from 0
     Place place = Place::LeftEnd;
-    Actions actions; ///< Mx and My about the section's axes
+    Found found = Found::End;
+    Reading majorReading = Reading::Diagram;
+    Reading minorReading = Reading::Diagram;
+    bool reversed = false; ///< angle: turned the other way, so that My counts with the other sign about u-u and v-v
+    Actions actions;       ///< Mx and My about the section's axes
     Classification cls;
 
-    double Pt = 0.0;  ///< tension capacity
-    double Pz = 0.0;  ///< compression capacity of the cross-section, A py (Aeff py in class 4)
+    double Pt = 0.0;  ///< tension capacity, clause 4.6.1
+    double Pte = 0.0; ///< of an angle, channel or tee that is connected eccentrically (4.6.3.1)
+    double Pz = 0.0;  ///< compression capacity of the cross-section, A py (Aeff py or A pyr in class 4)
     double Pvx = 0.0; ///< shear capacity along x
     double Pvy = 0.0; ///< shear capacity along y (parallel to the web)
     double Vw = 0.0;  ///< simple shear buckling resistance; 0 where the web need not be checked
+    double Vwx = 0.0; ///< the same of the walls across of a rectangular hollow section
+    double Pf = 0.0;  ///< axial capacity of the flanges where they alone carry the moment; otherwise 0
     double Mcx = 0.0; ///< moment capacity with the coexistent shear (about u-u for an angle)
     double Mcy = 0.0; ///< (about v-v for an angle)
     double Mrx = 0.0; ///< reduced by the axial force; 0 where the more exact rule was not used
     double Mry = 0.0;
     double momentMajor = 0.0; ///< action effects compared with Mcx and Mcy; Mu and Mv of an angle
     double momentMinor = 0.0;
-    bool eccentricTie = false;
+    bool eccentricTie = false; ///< clause 4.6.3.1 applies
     bool flangesOnly = false;  ///< Mcx is that of the flanges alone (4.4.4.2)
+    bool flangesOnlyY = false; ///< Mcy is
     double z1 = 1.0, z2 = 1.0; ///< exponents of the more exact rule
 
-    double axial = 0.0; ///< utilisations
+    // Utilisations. That of a tie is by the smaller of Pt and Pte; the combination with moments is by Pt (4.8.2), and never below
+    // the axial one.
+    double axial = 0.0;
     double major = 0.0;
     double minor = 0.0;
     double shearMajor = 0.0;
     double shearMinor = 0.0;
     double shearBuckling = 0.0;
+    double shearBucklingX = 0.0; ///< of the walls across
     double combined = 0.0;
 
     KELTRIX_BS5950_API double Largest() const;
     /// Entry of the result record: two for each sub-span, so that records of load cases of one member can be merged
     /// whatever their actions. What is found inside a sub-span goes to the entry of its left end.
     int Entry() const { return 1 + 2 * subSpan + (place == Place::RightEnd ? 1 : 0); }
+};
+
+/// A concentrated load or reaction on the web at a member point (clause 4.5). Forces in N.
+struct WebLoadResult {
+    int point = 0; ///< place of the member point
+    double x = 0.0;
+    double force = 0.0;
+    bool onFlange1 = true; ///< presses downwards
+    bool held = false;     ///< the flange that it presses on is held laterally
+    WebLoad load;
+    double Pbw = 0.0; ///< bearing capacity
+    double Px = 0.0;  ///< buckling resistance, for a flange that is held
 };
 
 enum class BucklingMode { Major, Minor, LateralTorsional };
@@ -63,19 +97,32 @@ struct MomentShape {
     double Mmax = 0.0;                   ///< largest
     double Mleft = 0.0, Mright = 0.0;
     LoadPattern pattern = LoadPattern::None;
+    bool balanced = true; ///< forces and moments of every sub-span in the span belong together
+    double factor = 1.0;  ///< mLT of Table 18 or m of Table 26; 1.0 where not balanced
 };
 
-/// One span of a buckling check: what it reaches from and to, and what was found.
+/// One span of a buckling check: what it reaches from and to, and what was found. A span of lateral-torsional buckling is a
+/// stretch of one flange, or of both where both have the same ends (Design::FindStretches); its ends need not be member points.
 struct SpanResult {
     BucklingMode mode = BucklingMode::Major;
-    int left = 0, right = 0; ///< places of the member points
+    int left = 0, right = 0; ///< places of the member points at or outside the ends
     double start = 0.0, end = 0.0;
+    Design::StretchEnd from, to;  ///< the ends; `point` is -1 between member points
+    std::array<bool, 2> flange{}; ///< whose stretch it is; lateral-torsional buckling alone
+    /// The flanges that a moment beyond the tolerance compresses: those that are checked.
+    std::array<bool, 2> compressed{};
+    /// Angle: turned the other way about, so that My counts with the other sign about u-u and v-v. Spans of both ways are
+    /// there where both moments act; compression is recorded for the first way alone.
+    bool turned = false;
     const wchar_t* startReason = L"";
     const wchar_t* endReason = L"";
 
     double LE = 0.0; ///< effective length; infinite where no row of a table applies
     const wchar_t* lengthRule = L"";
-    double lengthFactor = 0.0; ///< of Table 22; 0 where the rule has none
+    double lengthFactor = 0.0;     ///< of Table 22; 0 where the rule has none
+    double tipMoment = 0.0;        ///< moment at the tip of a cantilever; from 1 N·m on it lengthens LE (4.3.5.4)
+    double leastSlenderness = 0.0; ///< of clause 4.7.10; 0 where it does not apply
+    double connectionFactor = 1.0; ///< 0.8 on the resistance of a strut with one bolt (4.7.10)
     double radius = 0.0;
     double slenderness = 0.0;
     double strength = 0.0;   ///< pc or pb
@@ -86,20 +133,22 @@ struct SpanResult {
 
     double Mx = 0.0, My = 0.0;       ///< largest moments compared with Mcx and Mcy (Mu and Mv of an angle)
     double major = 0.0, minor = 0.0; ///< largest local utilisations by moment about the two axes
-    double Zx = 0.0, Zy = 0.0;       ///< elastic moduli (about u-u, v-v of an angle), effective where class 4
-    MomentShape momentX;             ///< major-axis moment over the span
-    MomentShape momentY;             ///< minor-axis moment over the span
-    double m = 1.0;                  ///< mx (Major), my (Minor) or mLT
-    double myx = 1.0;                ///< Major: factor of the minor-axis moment over this span
+    double pyZx = 0.0, pyZy = 0.0;   ///< py Z (about u-u, v-v of an angle), with pyr or Zeff in class 4; N·m
+    MomentShape momentX;             ///< major-axis moment over the span (Mu of an angle)
+    MomentShape momentY; ///< minor-axis moment over the span (Mv of an angle); not of lateral-torsional buckling
+    double m = 1.0;      ///< mx (Major), my (Minor) or mLT
+    double myx = 1.0;    ///< Major: factor of the minor-axis moment over this span
     bool sway = false;
     bool continuous = false; ///< held along its length: no buckling in this mode
     bool cantilever = false;
     bool destabilising = false;
     bool overridden = false;
-    int sense = 3; ///< compression flange as CCodeShare::LT_BuckleDirection
+    int sense = 3;     ///< compressed flanges as CCodeShare::LT_BuckleDirection
+    int resisting = 0; ///< flange, 0 or 1, whose compression gives the resistance
     int cls = 1;
     double modulus = 0.0; ///< with which Mb was made
     double Aeff = 0.0;
+    double py = 0.0; ///< design strength of the class: py, or pyr of clause 3.6.5
     SlendernessLT lt;
 };
 
@@ -154,17 +203,22 @@ public:
     bool SetGrade(const CSteelGrade& grade) override;
     CSteelGrade GetGrade() const override { return m_grade; }
     /// With `alongMember` the text covers every position, otherwise only those above 1.0 or else the one of the largest
-    /// utilisation. All positions are checked either way. True when no local check failed.
+    /// utilisation. All positions are checked either way. True when every local check that applies was evaluated and none
+    /// failed.
     bool CheckLocal(bool alongMember) override;
-    /// True when no buckling check failed.
+    /// True when every buckling check that applies was evaluated and none failed.
     bool CheckBuckling() override;
-    /// False where a check failed or nothing could be checked. Rules that could not be evaluated are in the ledger.
+    /// True when every rule that applies was evaluated and none failed: Status() tells the two other outcomes apart.
     bool Check() override;
     bool SetMemberPointVec(const std::vector<Steel::CMemberPoint>& points) override;
     bool SetSubSpanVec(const std::vector<Steel::CSubSpan>& subSpans) override;
     Steel::SubspanEffectiveLengthData GetEffectiveLengths() const override;
     CString GetSectionText(const CDesFormat& fmt) const override;
     int SectionClass() const override { return m_class; }
+
+    /// Drops the findings.
+    void SetOptions(const DesignOptions& options);
+    const DesignOptions& Options() const { return m_options; }
 
     const SectionProperties& Properties() const { return m_section.Properties(); }
     /// Material for the present section and grade; its `refusal` says why there is none.
@@ -173,8 +227,17 @@ public:
 
     // Findings of the last check.
     const Ledger& Checks() const { return m_ledger; }
+    /// Outcome of the last check; NotChecked before one.
+    Design::Status Status() const { return m_ledger.Status(); }
+    /// What in the input leaves the answer in doubt, by place.
+    const std::vector<Design::Warning>& Warnings() const { return m_warnings; }
+    /// Moments along the member as they were checked, about x-x and y-y.
+    const Design::MomentDiagram& MajorMoments() const { return m_major; }
+    const Design::MomentDiagram& MinorMoments() const { return m_minor; }
     const std::vector<Assumption>& Assumptions() const { return m_assumptions; }
     const std::vector<PositionResult>& Positions() const { return m_positions; }
+    /// Where a stiff bearing length is given and the section is one that 4.5 is evaluated for; otherwise empty.
+    const std::vector<WebLoadResult>& WebLoads() const { return m_webLoads; }
     const std::vector<SpanResult>& Spans() const { return m_spans; }
     const std::vector<InteractionResult>& Interactions() const { return m_interactions; }
     ResistanceSummary Resistances() const;
@@ -187,61 +250,99 @@ private:
     friend class Text;
 
     const wchar_t* RefusalReason() const;
+    const wchar_t* NumbersRefusal() const;
     bool Prepare();
     void RecordGeneral();
+    void RecordOutside();
     void Refuse(const wchar_t* reason);
     void Assume(const wchar_t* name, const wchar_t* text, double value);
     void DropFindings();
     void CollectPositions();
     void RecordAssumptions();
+    void RecordLoads();
+    void RecordLoad(const Design::MomentDiagram& moments, const wchar_t* name, double sign);
+    void RecordWarnings();
     void SetLoads();
 
     void RunLocal(bool alongMember);
     void RunBuckling();
-    void EvaluatePositions();
-    PositionResult EvaluatePosition(PositionResult p) const;
     void RecordLocal();
     void RecordLocalRule(Rule rule, double PositionResult::*utilisation, double PositionResult::*resistance,
                          const wchar_t* symbol, Quantity quantity, const wchar_t* absent);
     void RecordAxial();
     void RecordAxialRule(Rule rule, int position, double PositionResult::*resistance, const wchar_t* symbol);
+    bool MayHaveEccentricConnection() const;
     void RecordTie(int position);
     void RecordBoltHoles();
+    bool HasCombination(bool tension) const;
     void RecordCombined();
     void RecordTorsion();
     void WriteLocalUtilisations();
 
-    void FindFlexuralSpans(BucklingMode mode);
-    void FindLateralSpans();
-    SpanResult MakeSpan(BucklingMode mode, int left, int right) const;
+    double StiffenerSpacing(Axis direction) const;
+    void RecordWebs();
+    void RecordShearBuckling();
+    void RecordSlenderFlanges();
+    void RecordWebThickness();
+    void RecordEndAnchorage();
+    void RecordStiffeners();
+    double PointLoad(int point) const;
+    bool IsPressedFlangeHeld(int point, bool first) const;
+    void FindWebLoads();
+    void RecordWebLoads();
+    void RecordWebLoad(Rule rule);
+    void WriteWebUtilisations();
+
+    void FindFlexuralSpans(BucklingMode mode, bool turned);
+    void MakeDiagrams();
+    bool HasTwoWays() const;
+    void AssumeFactors();
+    SpanResult FlexuralSpan(BucklingMode mode, int left, int right, bool turned) const;
+    void SetCapacityRatios(SpanResult& span) const;
     void SetReasons(SpanResult& span) const;
     void SetOverride(SpanResult& span, double value) const;
     void CheckFlexural(SpanResult& span);
     void SetFlexuralLength(SpanResult& span);
+    double LongestUnheld(BucklingMode mode) const;
     void SetStrutSlenderness(SpanResult& span) const;
+    void SetCompressionResistance(SpanResult& span) const;
+    void FindLateralSpans(bool turned);
+    std::vector<Design::Stretch> LateralStretches(bool turned) const;
+    SpanResult LateralSpan(const Design::Stretch& stretch, bool turned) const;
+    bool IsDestabilised(const SpanResult& span) const;
     void CheckLateral(SpanResult& span);
     void SetLateralLength(SpanResult& span);
     void SetBendingResistance(SpanResult& span) const;
-    void CheckInteractions();
-    void CheckInteraction(int major, int minor, int lateral);
+    void SetLateralFactor(SpanResult& span);
+    bool IsSimpleColumn(const SpanResult& span) const;
+    double SimpleColumnLength(const SpanResult& span) const;
+    void CheckInteractions(bool turned);
+    void CheckInteractionsOf(Design::Flange flange, bool turned);
+    bool CheckInteraction(int major, int minor, int lateral);
+    void RecordNoInteraction();
     InteractionResult Interact(int major, int minor, int lateral) const;
+    void SimpleColumnInteraction(InteractionResult& r) const;
     void SimplifiedInteraction(InteractionResult& r) const;
     void ExactInteraction(InteractionResult& r) const;
     void RecordFlexural(const SpanResult& span);
     void RecordStrutConnections();
     void RecordLateral(const SpanResult& span);
+    void RecordMinorAxisLateral();
     void WriteBucklingUtilisations();
     Steel::CRestraint PointRestraint(int point) const;
-    Steel::CRestraint EndRestraint(const SpanResult& span, bool atLeft) const;
     bool PointHeld(BucklingMode mode, int point) const;
     bool SubSpanHeld(BucklingMode mode, int subSpan) const;
-    int BucklingSense(int left, int right) const;
-    bool CompressionFlangeHeld(Steel::CRestraint restraint, int subSpan, const Vec3<double>& moment) const;
-    bool IsTip(int point) const;
-    bool IsUnsupportedEnd(int point) const;
-    bool IsNominalRowRefused(int point) const;
-    bool IsUnbentStrut(const SpanResult& span) const;
-    double UserFactor(double computed) const;
+    bool IsUnsupportedEnd(const Design::StretchEnd& end) const;
+    bool IsNominalRowRefused(const Design::StretchEnd& end) const;
+    bool IsEccentricStrut() const;
+    double Factor(double computed, double least) const;
+    /// Moments about the axes of the buckling checks: x-x and y-y, or u-u and v-v of an angle.
+    const Design::MomentDiagram& MomentsX(bool turned) const;
+    const Design::MomentDiagram& MomentsY(bool turned) const;
+    /// Magnitudes up to which moments are analysis noise and count as none; about u-u, v-v of an angle.
+    double LeastMomentX() const;
+    double LeastMomentY() const;
+    const SpanResult& Span(int place) const { return m_spans[static_cast<std::size_t>(place)]; }
     /// Largest of a value over the positions of a span, 0 where none is above 0.
     template <class Value>
     double LargestOver(const SpanResult& span, Value value) const;
@@ -249,10 +350,16 @@ private:
     CSectionBS5950 m_section;
     CSteelGrade m_grade;
     bool m_hasGrade = false;
+    DesignOptions m_options;
 
+    Design::MomentDiagram m_major;
+    Design::MomentDiagram m_minor;
+    std::vector<Design::MomentDiagram> m_principal; ///< angle: Mu and Mv, then those of the angle turned the other way
     Ledger m_ledger;
     std::vector<Assumption> m_assumptions;
+    std::vector<Design::Warning> m_warnings;
     std::vector<PositionResult> m_positions;
+    std::vector<WebLoadResult> m_webLoads;
     std::vector<SpanResult> m_spans;
     std::vector<InteractionResult> m_interactions;
     int m_class = 0;

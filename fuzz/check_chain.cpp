@@ -1,0 +1,232 @@
+// The whole chain: the bytes of a member file -> reading -> the check to the design code -> JSON, text, calculation sheet. What
+// an engineer relies on must hold for every input: a pass is one, the parts agree with the whole, and every output says the
+// same.
+#include <algorithm>
+#include <cmath>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "Failure.h"
+#include "Fuzz.h"
+#include "Text.h"
+#include "commands/CheckFindings.h"
+#include "report/HtmlReader.h"
+#include "report/HtmlReport.h"
+
+using namespace Keltrix;
+using namespace Keltrix::App;
+
+namespace {
+
+// The input at hand, for what is reported of a failure.
+CString g_input;
+
+// `detail` is text, or a number; nothing is made of it where the law holds.
+void Require(bool holds, const char* what, std::string_view detail = {})
+{
+    if (!holds) Fuzz::Require(false, what, g_input, CString::FromUtf8(detail).value_or(CString()));
+}
+
+void Require(bool holds, const char* what, double value)
+{
+    if (!holds) Require(false, what, Shortest(value));
+}
+
+MemberPiece Whole(std::string_view bytes)
+{
+    MemberPiece piece;
+    piece.bytes = bytes;
+    piece.isWhole = true;
+    return piece;
+}
+
+// --- what a check found ------------------------------------------------------------------------------------------------
+
+// A member passes only where everything that was found passes.
+void RequireHonestPass(const CheckedMember& checked)
+{
+    if (checked.Status() != "pass") return;
+    const double overall = checked.result->UtilOverAll();
+    Require(std::isfinite(overall) && overall <= 1.0, "a pass is a finite utilisation of at most 1", overall);
+    Require(!checked.result->HasFailed(), "a member that passes has no flag of a failure");
+    const auto& member = *checked.member;
+    Require(!member.Positions().empty(), "a member that passes has positions that were checked");
+    for (const BS5950::PositionResult& p : member.Positions())
+        Require(std::isfinite(p.Largest()) && p.Largest() <= 1.0, "every position of a member that passes does so");
+    for (const BS5950::SpanResult& s : member.Spans())
+        Require(!s.applied || (std::isfinite(s.utilisation) && s.utilisation <= 1.0),
+                "every span of a member that passes does so");
+    for (const BS5950::InteractionResult& i : member.Interactions())
+        Require(std::isfinite(i.utilisation) && i.utilisation <= 1.0,
+                "every interaction of a member that passes does so");
+    for (const BS5950::LedgerEntry& e : member.Checks().Entries())
+        Require(e.status != BS5950::CheckStatus::Failed, "no rule of a member that passes has failed");
+}
+
+// Every rule has its entry, and none says anything but what the record says.
+void RequireAgreement(const CheckedMember& checked)
+{
+    using BS5950::CheckStatus;
+    const BS5950::Ledger& ledger = checked.member->Checks();
+    double largest = 0.0;
+    bool failed = false;
+    for (int rule = 0; rule < static_cast<int>(BS5950::Rule::COUNT); ++rule)
+        Require(ledger.Find(static_cast<BS5950::Rule>(rule)) != nullptr, "every rule has an entry", rule);
+    for (const BS5950::LedgerEntry& e : ledger.Entries()) {
+        Require(e.utilisation >= 0.0, "a utilisation is a number of at least 0");
+        const bool done = e.status == CheckStatus::Passed || e.status == CheckStatus::Failed;
+        Require(done || e.utilisation == 0.0, "a rule that was not evaluated has no utilisation");
+        Require(e.status != CheckStatus::Passed || e.utilisation <= 1.0, "a rule passes up to 1");
+        Require(done || *e.reason, "a rule that was not evaluated says why");
+        largest = std::max(largest, e.utilisation);
+        failed = failed || e.status == CheckStatus::Failed;
+    }
+    const double overall = checked.result->UtilOverAll();
+    Require(largest == overall, "the largest entry is the utilisation of the member", overall);
+    Require(!failed || checked.Status() == "fail", "a rule that failed fails the member");
+    const BS5950::LedgerEntry* const governing = ledger.Governing();
+    Require(governing ? governing->utilisation == largest : largest == 0.0, "what governs is the largest entry");
+}
+
+// --- what is put out ---------------------------------------------------------------------------------------------------
+
+// No character that a terminal or a browser would obey. JSON is for programs: there the controls from U+007F on are text.
+enum class Reader { Person, Program };
+
+void RequireNoControls(std::string_view text, Reader reader, const char* what)
+{
+    while (!text.empty()) {
+        const CodePoint c = FirstCodePoint(text);
+        const bool isLow = c.value < 0x20 && c.value != '\n' && c.value != '\t';
+        const bool isHigh = c.value >= 0x7F && c.value < 0xA0;
+        Require(!isLow && !(isHigh && reader == Reader::Person), what, text.substr(0, 40));
+        Require(c.value != 0xFFFD || text.starts_with("\xEF\xBF\xBD"), "output is UTF-8", what);
+        text.remove_prefix(c.length);
+    }
+}
+
+void RequireSame(const Json& json, double value, const char* what)
+{
+    const bool same = std::isfinite(value) ? json.is_number() && json.get<double>() == value : json.is_null();
+    Require(same, what, value);
+}
+
+// The JSON of a member reads back to the figures of the check.
+void RequireJson(const CheckedMember& checked)
+{
+    const std::string line = JsonLine(JsonOf(checked));
+    RequireNoControls(line, Reader::Program, "JSON has no control characters");
+    const Json json = Json::parse(line, nullptr, false);
+    Require(!json.is_discarded(), "JSON is strict", line);
+    RequireSame(json["overall"], checked.result->UtilOverAll(), "JSON has the member's utilisation");
+    Require(json["status"] == checked.Status(), "JSON has the member's status");
+    const auto& positions = checked.member->Positions();
+    const Json& local = json["utilisation"]["local"];
+    Require(local.size() == positions.size(), "JSON has every position");
+    for (std::size_t i = 0; i < positions.size(); ++i) {
+        const BS5950::PositionResult& p = positions[i];
+        RequireSame(local[i]["position"], p.x, "JSON has the place of a position");
+        RequireSame(local[i]["combined"], p.combined, "JSON has the figures of a position");
+        RequireSame(local[i]["axial"], p.axial, "JSON has the figures of a position");
+        RequireSame(local[i]["moment_major"], p.major, "JSON has the figures of a position");
+        RequireSame(local[i]["moment_minor"], p.minor, "JSON has the figures of a position");
+        RequireSame(local[i]["shear_major"], std::max(p.shearMajor, p.shearBuckling),
+                    "JSON has the figures of a position");
+        RequireSame(local[i]["shear_minor"], p.shearMinor, "JSON has the figures of a position");
+    }
+    const auto& entries = checked.member->Checks().Entries();
+    Require(json["checks"].size() == entries.size(), "JSON has every entry");
+    for (std::size_t i = 0; i < entries.size(); ++i)
+        RequireSame(json["checks"][i]["utilisation"], entries[i].utilisation, "JSON has the figures of an entry");
+}
+
+void RequireText(const CheckedMember& checked)
+{
+    for (const char* report : {"brief", "verbose"}) {
+        CheckOptions options;
+        options.report = report;
+        PutMember(checked, options, [](const Finding& finding) {
+            RequireNoControls(finding.text, Reader::Person, "text has no control characters");
+        });
+    }
+}
+
+void RequireSheet(const CheckedMember& checked)
+{
+    const std::string html = "<article>" + MemberSheet(checked, {}, "m1") + "</article>";
+    RequireNoControls(html, Reader::Person, "a sheet has no control characters");
+    const Trial::HtmlReader reader(html);
+    Require(reader.Error().empty(), "a sheet is well-formed HTML", reader.Error());
+}
+
+// --- the chain ---------------------------------------------------------------------------------------------------------
+
+constexpr int SIMPLIFIED = BS5950::CSteelMemberBS5950::SIMPLIFIED;
+constexpr int MORE_EXACT = BS5950::CSteelMemberBS5950::MORE_EXACT;
+
+// False where the member is refused.
+bool CheckOne(const MemberFile& file, std::size_t i)
+{
+    try {
+        const CheckedMember checked = CheckMember(file, i, SIMPLIFIED, true);
+        const CheckedMember again = CheckMember(file, i, SIMPLIFIED, false);
+        const CheckedMember exact = CheckMember(file, i, MORE_EXACT, false);
+        Require(JsonLine(JsonOf(checked)) == JsonLine(JsonOf(again)), "a second check without text finds the same");
+        for (const CheckedMember* each : {&checked, &exact}) {
+            RequireHonestPass(*each);
+            RequireAgreement(*each);
+            RequireJson(*each);
+        }
+        RequireText(checked);
+        RequireSheet(checked);
+    } catch (const BadInput&) {
+        return false;
+    }
+    return true;
+}
+
+// The command's own loop puts out one finding for each member, and refuses what the reading calls an error.
+void RequireLoop(std::string_view bytes, const std::vector<bool>& accepted)
+{
+    CheckOptions options;
+    options.format = Format::JSON_LINES;
+    std::istringstream nothing;
+    std::vector<bool> put;
+    CheckLoop loop(options, nothing, [&](const Finding& finding) {
+        RequireNoControls(finding.text, finding.kind == Finding::Message ? Reader::Person : Reader::Program,
+                          "findings have no control characters");
+        if (finding.kind == Finding::Message) return;
+        Require(!Json::parse(finding.text, nullptr, false).is_discarded(), "JSON lines are strict");
+        Require(finding.kind == Finding::Member || finding.code == EXIT_BAD_INPUT, "what is refused is bad input");
+        put.push_back(finding.kind == Finding::Member);
+    });
+    loop.UsePiece("f", Whole(bytes));
+    Require(put == accepted, "every member is checked or refused, and refused where the reading calls it an error");
+}
+
+void CheckFile(std::string_view bytes)
+{
+    std::vector<bool> accepted;
+    try {
+        const MemberFile file("f", Whole(bytes));
+        if (file.MemberCount() > 4) return;
+        for (std::size_t i = 0; i < file.MemberCount(); ++i) {
+            Require(!file.Member(i).isRefused || file.Member(i).hasErrors, "what the reader refuses has an error");
+            accepted.push_back(!file.Member(i).hasErrors && CheckOne(file, i));
+        }
+    } catch (const BadInput&) {
+        accepted.assign(1, false);
+    }
+    RequireLoop(bytes, accepted);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::string_view bytes = Fuzz::Bytes(data, size);
+    g_input = Fuzz::Text(bytes);
+    CheckFile(bytes);
+    return 0;
+}

@@ -1,0 +1,355 @@
+// Flexural buckling of struts: spans between points held in position, Table 22, 4.7.4, 4.7.10.
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "BucklingEntry.h"
+#include "CrossSection.h"
+#include "MemberText.h"
+#include "MomentShape.h"
+#include "SpanClass.h"
+
+namespace Keltrix::BS5950 {
+
+using Design::EndKind;
+using Steel::CMemberResult;
+using Steel::CRestraint;
+
+namespace {
+
+constexpr double INF = std::numeric_limits<double>::infinity();
+
+// 0 free, 1 partial, 2 full, about the axis of the buckling mode.
+int Rotation(const CRestraint& restraint, BucklingMode mode)
+{
+    const bool major = mode == BucklingMode::Major;
+    const unsigned int full = major ? CRestraint::MAJOR_ROTATION : CRestraint::MINOR_ROTATION;
+    const unsigned int part = major ? CRestraint::MAJOR_ROTATION_PART : CRestraint::MINOR_ROTATION_PART;
+    if (restraint.IsRestrained(full, true)) return 2;
+    return restraint.IsRestrained(part, true) ? 1 : 0;
+}
+
+const wchar_t* HeldReason(BucklingMode mode)
+{
+    return mode == BucklingMode::Major ? L"held in position against bending about x-x (major axis shear restraint)"
+                                       : L"held in position against bending about y-y (minor axis shear restraint)";
+}
+
+// Where spans begin and end: at held points, and where a continuous restraint begins and ends. A run of sub-spans that
+// are held along their length is one span.
+template <class Point, class Sub>
+std::vector<std::pair<int, int>> Segments(int points, Point pointHeld, Sub subHeld)
+{
+    std::vector<std::pair<int, int>> segments;
+    int start = 0;
+    bool before = subHeld(0);
+    for (int i = 1; i < points; ++i) {
+        const bool end = i == points - 1;
+        const bool after = end ? before : subHeld(i);
+        if (!end && before == after && (before || !pointHeld(i))) continue;
+        segments.emplace_back(start, i);
+        start = i;
+        before = after;
+    }
+    return segments;
+}
+
+} // namespace
+
+bool CSteelMemberBS5950::PointHeld(BucklingMode mode, int point) const
+{
+    const CRestraint restraint = PointRestraint(point);
+    return mode == BucklingMode::Major ? restraint.IsRestrained(CRestraint::MAJOR_SHEAR, false)
+                                       : restraint.IsRestrained(CRestraint::MINOR_SHEAR, true);
+}
+
+bool CSteelMemberBS5950::SubSpanHeld(BucklingMode mode, int subSpan) const
+{
+    const CRestraint restraint = SubSpans()[static_cast<std::size_t>(subSpan)].GetRestraint();
+    return mode == BucklingMode::Major ? restraint.IsRestrained(CRestraint::MAJOR_SHEAR, false)
+                                       : restraint.IsRestrained(CRestraint::MINOR_SHEAR, true);
+}
+
+// The moments and the ends of a span between two member points.
+SpanResult CSteelMemberBS5950::FlexuralSpan(BucklingMode mode, int left, int right, bool turned) const
+{
+    const SectionProperties& s = m_section.Properties();
+    SpanResult span;
+    span.mode = mode;
+    span.left = left;
+    span.right = right;
+    span.turned = turned;
+    span.start = MemberPoints()[static_cast<std::size_t>(left)].GetPos();
+    span.end = MemberPoints()[static_cast<std::size_t>(right)].GetPos();
+    span.from.x = span.start;
+    span.from.point = left;
+    span.from.restraint = PointRestraint(left);
+    span.to.x = span.end;
+    span.to.point = right;
+    span.to.restraint = PointRestraint(right);
+    span.radius = mode == BucklingMode::Major ? s.rx : s.MinorRadius();
+    span.momentX = ShapeOf(MomentsX(turned), span.start, span.end, FactorTable::Table26);
+    span.momentY = ShapeOf(MomentsY(turned), span.start, span.end, FactorTable::Table26);
+    span.Mx = span.momentX.Mmax <= LeastMomentX() ? 0.0 : span.momentX.Mmax;
+    span.My = span.momentY.Mmax <= LeastMomentY() ? 0.0 : span.momentY.Mmax;
+    SetCapacityRatios(span);
+    return span;
+}
+
+// Moment over the capacity at the place of the largest moment of the span, with the shear there; 4.8.3.3.2. Where the member is
+// in tension the capacity is that under the moments alone (4.8.2.1): tension can hide that an element is compressed.
+void CSteelMemberBS5950::SetCapacityRatios(SpanResult& span) const
+{
+    const auto utilised = [&](const PositionResult& p, double PositionResult::*utilisation) {
+        if (!(p.actions.F > 0.0)) return p.*utilisation;
+        PositionResult alone = p;
+        alone.actions.F = 0.0;
+        CrossSection(m_section, false, false, m_options.stiffenerSpacing).Evaluate(alone);
+        return alone.*utilisation;
+    };
+    const auto ratio = [&](double PositionResult::*moment, double PositionResult::*utilisation) {
+        const double largest = LargestOver(span, [=](const PositionResult& p) { return p.*moment; });
+        return LargestOver(span, [=](const PositionResult& p) {
+            return p.*moment >= largest * (1.0 - 1e-9) ? utilised(p, utilisation) : 0.0;
+        });
+    };
+    span.major = ratio(&PositionResult::momentMajor, &PositionResult::major);
+    span.minor = ratio(&PositionResult::momentMinor, &PositionResult::minor);
+}
+
+void CSteelMemberBS5950::SetReasons(SpanResult& span) const
+{
+    const int last = static_cast<int>(MemberPoints().size()) - 1;
+    // A span that ends at an inner point without restraint ends where a restraint along the member begins.
+    const auto kind = [&](int point) {
+        if (PointHeld(span.mode, point)) return EndKind::HeldPoint;
+        return point > 0 && point < last ? EndKind::ContinuousEdge : EndKind::MemberEnd;
+    };
+    span.from.kind = kind(span.left);
+    span.to.kind = kind(span.right);
+    const auto reason = [&](EndKind end) {
+        return end == EndKind::HeldPoint ? HeldReason(span.mode) : Design::EndKindText(end);
+    };
+    span.startReason = reason(span.from.kind);
+    span.endReason = reason(span.to.kind);
+}
+
+// A given effective length belongs to the whole member; below zero it is a factor of the member's length.
+void CSteelMemberBS5950::SetOverride(SpanResult& span, double value) const
+{
+    span.overridden = true;
+    span.startReason = span.endReason = L"end of the member; the effective length is given for the whole of it";
+    span.LE = value >= 0.0 ? value : -value * Length();
+    span.lengthRule = L"given by the user";
+    // More than the member's length means that its ends move against each other.
+    span.sway = span.mode != BucklingMode::LateralTorsional && span.LE > (span.end - span.start) * (1.0 + 1e-9);
+}
+
+void CSteelMemberBS5950::FindFlexuralSpans(BucklingMode mode, bool turned)
+{
+    const int points = static_cast<int>(MemberPoints().size());
+    if (LengthOverride()) {
+        m_spans.push_back(FlexuralSpan(mode, 0, points - 1, turned));
+        SetOverride(m_spans.back(), mode == BucklingMode::Major ? Lyy() : Lzz());
+        return;
+    }
+    for (const auto& [left, right] : Segments(
+             points, [&](int i) { return PointHeld(mode, i); }, [&](int k) { return SubSpanHeld(mode, k); })) {
+        SpanResult span = FlexuralSpan(mode, left, right, turned);
+        SetReasons(span);
+        span.continuous = SubSpanHeld(mode, left);
+        m_spans.push_back(span);
+    }
+}
+
+// The longest length of the member that is not held in position.
+double CSteelMemberBS5950::LongestUnheld(BucklingMode mode) const
+{
+    double longest = 0.0;
+    for (const auto& [left, right] : Segments(
+             static_cast<int>(MemberPoints().size()), [&](int i) { return PointHeld(mode, i); },
+             [&](int k) { return SubSpanHeld(mode, k); }))
+        if (!SubSpanHeld(mode, left))
+            longest = std::max(longest, MemberPoints()[static_cast<std::size_t>(right)].GetPos() -
+                                            MemberPoints()[static_cast<std::size_t>(left)].GetPos());
+    return longest;
+}
+
+// Table 22 between two points that are held in position, or its sway rows.
+void CSteelMemberBS5950::SetFlexuralLength(SpanResult& span)
+{
+    if (span.overridden) return;
+    if (span.continuous) {
+        span.lengthRule = L"held along its length";
+        return;
+    }
+    const bool heldLeft = span.from.kind != EndKind::MemberEnd;
+    const bool heldRight = span.to.kind != EndKind::MemberEnd;
+    const int rotationLeft = Rotation(span.from.restraint, span.mode);
+    const int rotationRight = Rotation(span.to.restraint, span.mode);
+    span.sway = heldLeft != heldRight;
+    span.lengthFactor = Table22(heldLeft, rotationLeft, heldRight, rotationRight);
+    span.LE = span.lengthFactor * (span.end - span.start);
+    span.lengthRule = span.lengthFactor < INF
+                          ? (span.sway ? L"Table 22 b, one end not held in position" : L"Table 22 a, both ends held")
+                          : L"no row of Table 22: an end that is not held in position needs one opposite that is held "
+                            L"in position and in direction";
+    if (span.applied && !(heldLeft && heldRight))
+        Assume(L"missing restraint",
+               L"an end of a strut without restraint in position is free to sway: the sway rows of Table 22",
+               std::nan(""));
+    const int last = static_cast<int>(MemberPoints().size()) - 1;
+    const bool inner = (span.left > 0 && rotationLeft == 0) || (span.right < last && rotationRight == 0);
+    if (span.applied && inner)
+        Assume(L"continuity at inner points", L"not counted as a directional restraint of a strut (Table 22)",
+               std::nan(""));
+}
+
+// A single angle, channel or T, whose ends are connected eccentrically: what clause 4.7.10 is for.
+bool CSteelMemberBS5950::IsEccentricStrut() const
+{
+    const Shape shape = m_section.Properties().shape;
+    return (shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee) &&
+           !m_options.momentsHoldEccentricity;
+}
+
+// Slenderness LE/r. The clauses of 4.7.10 have least values of their own for struts that are connected eccentrically, whatever
+// the fixity of the ends; L is the length between the points that hold the strut. With two or more bolts they let
+// 0.85 L/r stand for L/r of pinned ends.
+void CSteelMemberBS5950::SetStrutSlenderness(SpanResult& span) const
+{
+    const SectionProperties& s = m_section.Properties();
+    span.slenderness = span.LE / span.radius;
+    if (span.continuous || !IsEccentricStrut()) return;
+    const bool oneBolt = m_options.connection == Connection::OneBolt;
+    const bool twoBolts = m_options.connection == Connection::TwoBoltsMore;
+    if (oneBolt) span.connectionFactor = 0.8;
+    const double L = span.overridden ? LongestUnheld(span.mode) : span.end - span.start;
+    const auto least = [L](double factor, double radius, double more) {
+        return std::max(factor * L / radius, 0.7 * L / radius + more);
+    };
+    const double factor = oneBolt ? 1.0 : 0.85;
+    const bool major = span.mode == BucklingMode::Major;
+    bool hasReduction = !major;
+    switch (s.shape) {
+    case Shape::Angle: // 4.7.10.2: axes a-a and b-b, v-v
+        span.leastSlenderness =
+            major ? least(1.0, s.rx, 30.0) : std::max(least(factor, s.rv, 15.0), least(1.0, s.ry, 30.0));
+        break;
+    case Shape::Channel: // 4.7.10.4
+        if (!major) span.leastSlenderness = least(factor, s.ry, 30.0);
+        break;
+    default: // 4.7.10.5
+        if (major) span.leastSlenderness = least(factor, s.rx, 30.0);
+        hasReduction = major;
+        break;
+    }
+    if (twoBolts && hasReduction && span.lengthFactor == 1.0) span.slenderness = 0.85 * L / span.radius;
+    span.slenderness = std::max(span.slenderness, span.leastSlenderness);
+}
+
+void CSteelMemberBS5950::SetCompressionResistance(SpanResult& span) const
+{
+    const SectionProperties& s = m_section.Properties();
+    const Material& m = m_section.Steel();
+    const SpanClass classes(s, m, SubSpans(), MomentsX(span.turned), MomentsY(span.turned));
+    const WorstClass acted = classes.Worst(span.start, span.end, SpanClass::Part::Acted);
+    const WorstClass compressed = classes.Worst(span.start, span.end, SpanClass::Part::Compressed);
+    const bool angle = s.shape == Shape::Angle;
+    span.cls = std::max(1, acted.cls);
+    span.pyZx = acted.cls > 0 ? acted.pyZx : m.py * (angle ? s.Zu : s.Zx);
+    span.pyZy = acted.cls > 0 ? acted.pyZy : m.py * (angle ? s.Zv : s.Zy);
+    Classification c;
+    c.Aeff = compressed.cls > 0 ? compressed.Aeff : s.A;
+    c.pyCompression = compressed.cls > 0 ? compressed.pyCompression : m.py;
+    span.Aeff = c.Aeff;
+    span.py = c.pyCompression;
+    span.strength =
+        CompressiveStrength(s, m, c, span.mode == BucklingMode::Major ? Axis::X : Axis::Y, span.slenderness);
+    span.resistance = span.connectionFactor * span.Aeff * span.strength;
+}
+
+void CSteelMemberBS5950::CheckFlexural(SpanResult& span)
+{
+    span.effect = LargestOver(span, [](const PositionResult& p) { return p.actions.Compression(); });
+    span.applied = span.effect > 0.0;
+    SetFlexuralLength(span);
+    SetStrutSlenderness(span);
+    SetCompressionResistance(span);
+    span.utilisation = Ratio(span.effect, span.resistance);
+    const auto factor = [&](const MomentShape& shape) {
+        // 4.8.3.3.4: at least 0.85 in sway mode
+        return Factor(shape.factor, !shape.balanced ? 1.0 : span.sway ? 0.85 : 0.0);
+    };
+    span.m = factor(span.mode == BucklingMode::Major ? span.momentX : span.momentY);
+    span.myx = factor(span.momentY);
+    if (span.turned) return;
+    RecordFlexural(span);
+    if (Result() && Result()->TextEnabled()) Text(*this).Flexural(span);
+}
+
+void CSteelMemberBS5950::RecordFlexural(const SpanResult& span)
+{
+    LedgerEntry e = SpanEntry(span.mode == BucklingMode::Major ? Rule::BucklingMajor : Rule::BucklingMinor, span);
+    e.resistance = span.resistance;
+    e.symbol = span.mode == BucklingMode::Major ? L"Pcx" : L"Pcy";
+    e.quantity = Quantity::Force;
+    if (!span.applied) {
+        e.status = CheckStatus::NotApplicable;
+        e.reason = L"no compression";
+    } else {
+        e.utilisation = CMemberResult::InfinitiseNANs(span.utilisation);
+        // The result record counts exactly 1.0 as a failure of axial buckling.
+        e.status = e.utilisation < 1.0 ? CheckStatus::Passed : CheckStatus::Failed;
+        if (!(span.LE < INF)) e.reason = L"no effective length: no row of Table 22 applies";
+    }
+    m_ledger.Add(e);
+}
+
+void CSteelMemberBS5950::RecordStrutConnections()
+{
+    LedgerEntry e;
+    e.rule = Rule::StrutConnections;
+    e.clause = RuleClause(e.rule);
+    e.status = CheckStatus::NotApplicable;
+    const Shape shape = m_section.Properties().shape;
+    const bool single = shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee;
+    const bool compressed = std::any_of(m_spans.begin(), m_spans.end(), [](const SpanResult& span) {
+        return span.mode != BucklingMode::LateralTorsional && span.applied && !span.continuous;
+    });
+    if (!single || !compressed)
+        e.reason = L"no angle, channel or T in compression";
+    else if (!IsEccentricStrut()) {
+        e.reason = L"the given moments hold the eccentricity of the end connections, as the options say";
+        Assume(L"eccentricity of the end connections",
+               L"part of the given moments, as the options say: 4.6.3.1 and 4.7.10 are not applied", std::nan(""));
+    } else {
+        e.status = CheckStatus::Passed;
+        e.reason = L"slenderness kept at or above that of the clause";
+        const wchar_t* const name = L"end connections of the strut";
+        switch (m_options.connection) {
+        case Connection::OneBolt:
+            Assume(name, L"one bolt, as the options say: 80 % of the resistance (4.7.10)", 0.8);
+            break;
+        case Connection::TwoBoltsMore:
+            Assume(name, L"two or more bolts in line along the member, or welds, as the options say (4.7.10)",
+                   std::nan(""));
+            break;
+        default:
+            Assume(name,
+                   L"two or more fasteners in line along the member, or welds (4.7.10); their eccentricity is not part "
+                   L"of the given moments",
+                   std::nan(""));
+            break;
+        }
+    }
+    m_ledger.Add(e);
+    e.rule = Rule::TorsionalBuckling;
+    e.clause = RuleClause(e.rule);
+    e.status = CheckStatus::NotApplicable;
+    e.reason = L"the standard has no separate rule; Table 11 and clause 4.7.10 limit what torsion can take away";
+    m_ledger.Add(e);
+}
+
+} // namespace Keltrix::BS5950

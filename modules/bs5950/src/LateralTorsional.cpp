@@ -1,0 +1,312 @@
+// Lateral-torsional buckling: stretches of each flange between sections that hold it, Tables 13, 14 and 18, 4.3, 4.7.7.
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "BucklingEntry.h"
+#include "MemberText.h"
+#include "MomentShape.h"
+#include "SpanClass.h"
+
+namespace Keltrix::BS5950 {
+
+using Design::EndKind;
+using Design::Flange;
+using Design::FLANGES;
+using Design::Stretch;
+using Design::StretchEnd;
+using Steel::CCodeShare;
+using Steel::CMemberResult;
+using Steel::CRestraint;
+
+namespace {
+
+constexpr double INF = std::numeric_limits<double>::infinity();
+// Share of the member's largest moment up to which a moment does not buckle a flange.
+constexpr double LEAST_SHARE = 1e-5;
+// Relative difference up to which the largest moments of both signs count as equal.
+constexpr double EQUAL = 1e-9;
+
+constexpr std::size_t Index(Flange f) { return static_cast<std::size_t>(f); }
+
+int SenseOf(const std::array<bool, 2>& compressed)
+{
+    if (compressed[0] && compressed[1]) return CCodeShare::LT_COMP_BOTH;
+    if (compressed[0]) return CCodeShare::LT_COMP_FLANGE1;
+    return compressed[1] ? CCodeShare::LT_COMP_FLANGE2 : CCodeShare::LT_COMP_NONE;
+}
+
+bool BelongsToBoth(const SpanResult& span) { return span.flange[0] && span.flange[1]; }
+
+} // namespace
+
+// Given effective lengths leave one stretch, the whole member, for both flanges.
+std::vector<Stretch> CSteelMemberBS5950::LateralStretches(bool turned) const
+{
+    const Design::MomentDiagram& moments = MomentsX(turned);
+    if (!LengthOverride()) return Design::FindStretches(MemberPoints(), SubSpans(), moments);
+    const int last = static_cast<int>(MemberPoints().size()) - 1;
+    const auto end = [&](int point) {
+        StretchEnd e;
+        e.kind = Design::IsTip(MemberPoints(), point) ? EndKind::Tip : EndKind::MemberEnd;
+        e.x = MemberPoints()[static_cast<std::size_t>(point)].GetPos();
+        e.point = point;
+        e.restraint = Design::Resolved(PointRestraint(point), 0);
+        return e;
+    };
+    Stretch whole;
+    whole.flange = {true, true};
+    whole.left = end(0);
+    whole.right = end(last);
+    whole.cantilever = whole.left.kind == EndKind::Tip || whole.right.kind == EndKind::Tip;
+    whole.moments = moments.Between(whole.left.x, whole.right.x);
+    return {whole};
+}
+
+SpanResult CSteelMemberBS5950::LateralSpan(const Stretch& stretch, bool turned) const
+{
+    const auto position = [](const Steel::CMemberPoint& point) { return point.GetPos(); };
+    SpanResult span;
+    span.mode = BucklingMode::LateralTorsional;
+    span.turned = turned;
+    span.from = stretch.left;
+    span.to = stretch.right;
+    span.start = stretch.left.x;
+    span.end = stretch.right.x;
+    const auto& points = MemberPoints();
+    span.left = span.from.point;
+    if (span.left < 0)
+        span.left = static_cast<int>(std::upper_bound(points.begin(), points.end(), span.start,
+                                                      [&](double x, const auto& p) { return x < position(p); }) -
+                                     points.begin()) -
+                    1;
+    span.right = span.to.point;
+    if (span.right < 0)
+        span.right = static_cast<int>(std::lower_bound(points.begin(), points.end(), span.end,
+                                                       [&](const auto& p, double x) { return position(p) < x; }) -
+                                      points.begin());
+    span.startReason = Design::EndKindText(span.from.kind);
+    span.endReason = Design::EndKindText(span.to.kind);
+    span.flange = stretch.flange;
+    span.continuous = stretch.held;
+    span.cantilever = stretch.cantilever;
+    span.radius = m_section.Properties().MinorRadius();
+    const double least = std::max(LeastMomentX(), LEAST_SHARE * MomentsX(turned).Largest());
+    for (const Flange f : FLANGES) {
+        const double moment = stretch.Has(f) ? stretch.Compressing(f) : 0.0;
+        span.compressed[Index(f)] = !(moment <= least);
+        if (span.compressed[Index(f)]) span.effect = std::max(span.effect, moment);
+        if (std::isnan(moment)) span.effect = moment;
+    }
+    span.sense = SenseOf(span.compressed);
+    span.destabilising = IsDestabilised(span);
+    span.momentX = ShapeOf(MomentsX(turned), span.start, span.end, FactorTable::Table18);
+    return span;
+}
+
+// A load above its reference anywhere in the stretch, its ends included.
+bool CSteelMemberBS5950::IsDestabilised(const SpanResult& span) const
+{
+    for (int i = span.left; i <= span.right; ++i) {
+        const double x = MemberPoints()[static_cast<std::size_t>(i)].GetPos();
+        if (x >= span.start && x <= span.end && PointRestraint(i).IsDestabilized()) return true;
+    }
+    for (int k = span.left; k < span.right; ++k)
+        if (SubSpans()[static_cast<std::size_t>(k)].GetRestraint().IsDestabilized()) return true;
+    return false;
+}
+
+void CSteelMemberBS5950::FindLateralSpans(bool turned)
+{
+    for (const Stretch& stretch : LateralStretches(turned)) {
+        m_spans.push_back(LateralSpan(stretch, turned));
+        if (LengthOverride()) SetOverride(m_spans.back(), Llt());
+    }
+}
+
+bool CSteelMemberBS5950::IsUnsupportedEnd(const StretchEnd& end) const
+{
+    const int last = static_cast<int>(MemberPoints().size()) - 1;
+    return (end.point == 0 || end.point == last) && end.kind != EndKind::Tip &&
+           !PointRestraint(end.point).IsRestrained(CRestraint::MAJOR_SHEAR, false);
+}
+
+// Clause 4.3.5.2: the row with nominal torsional restraint is for a beam that goes on past the restraint or whose
+// support holds it against rotation by itself (4.2.2). A support of which no torsional restraint of any kind is known
+// gives no such row.
+bool CSteelMemberBS5950::IsNominalRowRefused(const StretchEnd& end) const
+{
+    if (end.point < 0) return false;
+    const int last = static_cast<int>(MemberPoints().size()) - 1;
+    const bool support =
+        end.point == 0 || end.point == last || PointRestraint(end.point).IsRestrained(CRestraint::MAJOR_SHEAR, false);
+    return support &&
+           end.restraint.IsFree(CRestraint::TORSION | CRestraint::TORSION_PART | CRestraint::TORSION_FRICTION, true);
+}
+
+// Effective length of the stretch for each flange that is compressed; the longer one counts.
+void CSteelMemberBS5950::SetLateralLength(SpanResult& span)
+{
+    if (span.overridden) return;
+    const double L = span.end - span.start;
+    const CCodeShare rules(Result());
+    const bool tipLeft = span.from.kind == EndKind::Tip;
+    const StretchEnd& support = tipLeft ? span.to : span.from;
+    CRestraint tip = tipLeft ? span.from.restraint : span.to.restraint;
+    if (span.cantilever) {
+        const Design::MomentDiagram& moments = MomentsX(span.turned);
+        span.tipMoment = (tipLeft ? moments.RightOf(span.start) : moments.LeftOf(span.end)).Worst();
+        tip.SetForcesAndMoments({0.0, 0.0, 0.0}, {0.0, span.tipMoment, 0.0}, true);
+        span.lengthRule = L"Table 14, cantilever";
+    } else {
+        if (IsUnsupportedEnd(span.from) || IsUnsupportedEnd(span.to))
+            Assume(L"vertical support",
+                   L"an end without major axis shear restraint is taken as supported, not as a tip", std::nan(""));
+        span.lengthRule = L"Table 13";
+    }
+    for (const Flange f : FLANGES) {
+        if (!span.compressed[Index(f)]) continue;
+        const auto sense = f == Flange::First ? CCodeShare::LT_COMP_FLANGE1 : CCodeShare::LT_COMP_FLANGE2;
+        const double LE =
+            span.cantilever ? rules.BS5950_1_2000_Table14(L, sense, support.restraint, tip, span.destabilising)
+                            : rules.BS5950_1_2000_Table13(L, m_section.Properties().D, sense, span.from.restraint,
+                                                          span.to.restraint, span.destabilising,
+                                                          IsNominalRowRefused(span.from), IsNominalRowRefused(span.to));
+        span.LE = std::max(span.LE, LE);
+    }
+}
+
+// Clause 4.7.7 is for I, H and hollow sections under nominal moments at the floors, without loads in between.
+bool CSteelMemberBS5950::IsSimpleColumn(const SpanResult& span) const
+{
+    if (!m_options.simpleColumn) return false;
+    const Shape shape = m_section.Properties().shape;
+    const LoadPattern pattern = span.momentX.pattern;
+    return shape != Shape::Angle && shape != Shape::Channel && shape != Shape::Tee && span.momentX.balanced &&
+           (pattern == LoadPattern::EndMoments || pattern == LoadPattern::None);
+}
+
+// Clause 4.7.7: distance between the levels around a stretch at which the column is held in both directions.
+double CSteelMemberBS5950::SimpleColumnLength(const SpanResult& span) const
+{
+    const auto held = [this](int i) { return PointHeld(BucklingMode::Major, i) && PointHeld(BucklingMode::Minor, i); };
+    const int last = static_cast<int>(MemberPoints().size()) - 1;
+    int left = span.left;
+    while (left > 0 && !held(left))
+        --left;
+    int right = span.right;
+    while (right < last && !held(right))
+        ++right;
+    const auto position = [this](int i) { return MemberPoints()[static_cast<std::size_t>(i)].GetPos(); };
+    return position(right) - position(left);
+}
+
+// The smallest Mb of the flanges that are compressed, each with the class of the places where its moment compresses it.
+void CSteelMemberBS5950::SetBendingResistance(SpanResult& span) const
+{
+    const SectionProperties& s = m_section.Properties();
+    const Material& m = m_section.Steel();
+    const SpanClass classes(s, m, SubSpans(), MomentsX(span.turned), MomentsY(span.turned));
+    const double LE = span.applied ? span.LE : 0.0;
+    bool first = true;
+    for (const Flange f : FLANGES) {
+        if (!span.compressed[Index(f)]) continue;
+        const bool flange1 = f == Flange::First;
+        const WorstClass worst =
+            classes.Worst(span.start, span.end, flange1 ? SpanClass::Part::Flange1 : SpanClass::Part::Flange2);
+        const Classification& c = worst.bending;
+        SlendernessLT lt = LateralTorsionalSlenderness(s, LE, BetaW(s, c), flange1);
+        double resistance = BucklingResistanceMoment(s, m, c, LE, flange1);
+        if (span.applied && IsSimpleColumn(span)) {
+            lt.lambda = SimpleColumnLength(span) / s.ry;
+            lt.lambdaLT = 0.5 * lt.lambda;
+            lt.source = L"4.7.7";
+            resistance = BendingStrength(lt.lambdaLT, c.pyMomentX, s.IsWelded(), m.E) * c.Wx;
+        }
+        if (!first && !(resistance < span.resistance)) continue;
+        first = false;
+        span.resisting = static_cast<int>(Index(f));
+        span.cls = worst.cls;
+        span.modulus = c.Wx;
+        span.py = c.pyMomentX;
+        span.lt = lt;
+        span.resistance = resistance;
+        span.strength = resistance / c.Wx;
+    }
+}
+
+// mLT. Table 18 reads the whole diagram; it serves a flange where the largest moment of either sign compresses it.
+void CSteelMemberBS5950::SetLateralFactor(SpanResult& span)
+{
+    const bool uniform = span.destabilising || span.cantilever; // 4.3.6.6
+    if (span.applied && uniform && EquivalentUniformMomentFactor().value_or(1.0) < 1.0)
+        Assume(L"mLT under destabilising loads", L"1.0 in place of a smaller factor given by the user (4.3.6.6)", 1.0);
+    if (span.applied && uniform && !EquivalentUniformMomentFactor())
+        Assume(L"mLT", L"1.0 for a destabilising load or a cantilever (4.3.6.6)", 1.0);
+    const bool largest = BelongsToBoth(span) || span.effect >= span.momentX.Mmax * (1.0 - EQUAL);
+    const double computed = largest ? span.momentX.factor : 1.0;
+    span.m = Factor(computed, uniform || !span.momentX.balanced || IsSimpleColumn(span) ? 1.0 : 0.0);
+}
+
+void CSteelMemberBS5950::CheckLateral(SpanResult& span)
+{
+    const bool text = Result() && Result()->TextEnabled();
+    span.Mx = span.effect;
+    span.applied = span.sense != CCodeShare::LT_COMP_NONE && !span.continuous &&
+                   CanBuckleLaterally(m_section.Properties()) && !(span.overridden && span.LE == 0.0);
+    if (text) Text(*this).LateralTitle(span);
+    if (span.applied) {
+        const Steel::CResultIndent indent(Result());
+        SetLateralLength(span);
+    } else if (span.continuous)
+        span.lengthRule = L"flange held along its length (4.2.2)";
+    span.slenderness = span.LE / span.radius;
+    SetBendingResistance(span);
+    SetLateralFactor(span);
+    if (span.applied) span.utilisation = Ratio(span.m * span.effect, span.resistance);
+    RecordLateral(span);
+    if (text) Text(*this).Lateral(span);
+}
+
+void CSteelMemberBS5950::RecordLateral(const SpanResult& span)
+{
+    LedgerEntry e = SpanEntry(Rule::LateralTorsional, span);
+    e.clause = IsSimpleColumn(span) ? L"4.7.7" : m_section.Properties().shape == Shape::Angle ? L"4.3.8" : L"4.3.6";
+    e.resistance = span.resistance;
+    e.symbol = IsSimpleColumn(span) ? L"Mbs" : L"Mb";
+    e.quantity = span.resistance > 0.0 ? Quantity::Moment : Quantity::None;
+    if (span.applied) {
+        e.utilisation = CMemberResult::InfinitiseNANs(span.utilisation);
+        e.status = e.utilisation > 1.0 ? CheckStatus::Failed : CheckStatus::Passed;
+        if (!(span.LE < INF)) e.reason = L"no effective length: no row of Table 13 or 14 applies to an end of the span";
+    } else {
+        e.status = CheckStatus::NotApplicable;
+        e.reason = span.continuous ? L"the flange is held along the span (4.2.2)"
+                   : !CanBuckleLaterally(m_section.Properties())
+                       ? L"the section does not buckle laterally about x-x (4.3.6.1)"
+                   : span.momentX.Mmax == 0.0               ? L"no moment about the major axis"
+                   : span.sense == CCodeShare::LT_COMP_NONE ? L"no moment beyond the tolerance compresses the flange"
+                                                            : L"the effective length given is zero";
+    }
+    m_ledger.Add(e);
+}
+
+// Sections stiffer about y-y, such as wide tees (B.2.8 b) and hollow sections laid flat, buckle laterally under moment
+// about y-y.
+void CSteelMemberBS5950::RecordMinorAxisLateral()
+{
+    const SectionProperties& s = m_section.Properties();
+    if (!(s.Iy > s.Ix * (1.0 + 1e-9)) || s.shape == Shape::Angle || m_minor.Largest() <= LeastMomentY()) return;
+    LedgerEntry e;
+    e.rule = Rule::LateralTorsional;
+    e.clause = s.shape == Shape::Tee ? L"B.2.8 b" : L"4.3.6";
+    e.start = MemberPoints().front().GetPos();
+    e.end = MemberPoints().back().GetPos();
+    e.status = CheckStatus::NotEvaluated;
+    e.reason = L"lateral-torsional buckling under moment about y-y, the stiffer axis, is not covered";
+    m_ledger.Add(e);
+    if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
+}
+
+} // namespace Keltrix::BS5950

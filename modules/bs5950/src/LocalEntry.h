@@ -1,0 +1,29 @@
+#pragma once
+
+#include "keltrix/bs5950/Ledger.h"
+
+namespace Keltrix::BS5950 {
+
+inline LedgerEntry EntryOf(Rule rule)
+{
+    LedgerEntry e;
+    e.rule = rule;
+    e.clause = RuleClause(rule);
+    return e;
+}
+
+inline LedgerEntry Absent(Rule rule, const wchar_t* why)
+{
+    LedgerEntry e = EntryOf(rule);
+    e.status = CheckStatus::NotApplicable;
+    e.reason = why;
+    return e;
+}
+
+/// The result record counts a local utilisation of exactly 1.0 as a failure, so the ledger does.
+inline CheckStatus LocalStatus(double utilisation)
+{
+    return utilisation < 1.0 ? CheckStatus::Passed : CheckStatus::Failed;
+}
+
+} // namespace Keltrix::BS5950
