@@ -73,7 +73,7 @@ Interval Magnitude(Interval a)
 // Recursive descent over + - * / ^ ² ( ) | | min( , ) max( , ).
 class Parser {
 public:
-    Parser(std::string_view text, std::vector<double> constants) : m_text(text), m_constants(std::move(constants)) {}
+    explicit Parser(std::string_view text) : m_text(text) {}
 
     /// The value of the whole text; nothing where it is no expression of numbers.
     std::optional<Interval> Whole()
@@ -197,7 +197,6 @@ private:
         if (&unit == &NO_UNIT) {
             // Utilisations have three decimals, other ratios four figures.
             if (point != std::string::npos && mantissa == n && n - point == 4) half = 0.0005;
-            if (std::find(m_constants.begin(), m_constants.end(), value) != m_constants.end()) half = 0.0;
         }
         return {(value - half) * unit.factor, (value + half) * unit.factor};
     }
@@ -217,7 +216,6 @@ private:
     }
 
     std::string_view m_text;
-    std::vector<double> m_constants;
     int m_operators = 0;
     bool m_failed = false;
 };
@@ -273,20 +271,6 @@ std::string Trimmed(std::string text)
     return first == std::string::npos ? std::string() : text.substr(first, last - first + 1);
 }
 
-std::vector<double> NumbersIn(const std::string& text)
-{
-    std::vector<double> numbers;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (!std::isdigit(static_cast<unsigned char>(text[i]))) continue;
-        const bool inName = i > 0 && std::isalpha(static_cast<unsigned char>(text[i - 1]));
-        char* end = nullptr;
-        const double value = std::strtod(text.c_str() + i, &end);
-        if (!inName) numbers.push_back(value);
-        i = static_cast<std::size_t>(end - text.c_str()) - 1;
-    }
-    return numbers;
-}
-
 } // namespace
 
 std::vector<Equation> EquationsOf(const std::string& report)
@@ -308,13 +292,8 @@ std::vector<Equation> EquationsOf(const std::string& report)
                 e.sides.push_back({Trimmed(e.text.substr(from, to - from)), false, false, {}});
                 from = to + 1;
             }
-            for (const Side& side : e.sides) {
-                if (Parser(side.text, {}).Whole()) continue;
-                const std::vector<double> numbers = NumbersIn(side.text);
-                e.constants.insert(e.constants.end(), numbers.begin(), numbers.end());
-            }
             for (Side& side : e.sides) {
-                Parser parser(side.text, e.constants);
+                Parser parser(side.text);
                 const std::optional<Interval> value = parser.Whole();
                 if (!value) continue;
                 side.value = *value;

@@ -24,7 +24,6 @@ struct Side {
 struct Equation {
     std::string text;
     std::vector<Side> sides;
-    std::vector<double> constants; ///< numbers that stand in the symbolic sides: exact
 };
 
 /// The equations of a report: text without its mark-up, cut into lines and at the commas and semicolons outside brackets that

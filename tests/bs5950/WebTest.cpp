@@ -214,3 +214,158 @@ TEST(HighShear, TakesTheStemFromATee)
     // All of the shear capacity used: the bare flange is left.
     EXPECT_NEAR(MomentCapacity(s, m, c, design, Axis::X, Pv) / 1e3, 0.265 * 16.6, 0.02);
 }
+
+namespace {
+
+DesignOptions Bearing(double b1)
+{
+    DesignOptions options;
+    options.stiffBearing = b1;
+    return options;
+}
+
+} // namespace
+
+// The same beam on 75 mm at its ends, 6 m under 40 kN/m and 150 kN at mid-span, where its top flange is held: reactions 195 kN, Pbw
+// = 282.4 kN (0.691), Px = 153.0 kN (1.275); at mid-span 150/443.0 = 0.339 and 150/338.7 = 0.443.
+TEST(ConcentratedLoads, AreCheckedWhereAStiffBearingLengthIsGiven)
+{
+    Case given;
+    given.points = {{0.0, L"Pinned"}, {3.0, L"Top flange lateral"}, {6.0, L"Pinned"}};
+    given.along = L"Top flange lateral";
+    given.force = [](double x) { return Vector(0, 0, 40e3 * (x - 3.0) + (x < 3.0 ? -75e3 : 75e3)); };
+    given.moment = [](double x) { return Vector(0, -20e3 * x * (6.0 - x) - 75e3 * std::min(x, 6.0 - x), 0); };
+    Checked c(given);
+    c.member.SetOptions(Bearing(0.075));
+    EXPECT_FALSE(c.Check());
+    const LedgerEntry& bearing = c.Entry(Rule::WebBearing);
+    EXPECT_NEAR(bearing.resistance, 282.4e3, 0.1e3);
+    EXPECT_NEAR(bearing.utilisation, 195.0 / 282.4, 0.001);
+    EXPECT_EQ(bearing.status, CheckStatus::Passed);
+    const LedgerEntry& buckling = c.Entry(Rule::WebBuckling);
+    EXPECT_NEAR(buckling.resistance, 153.0e3, 0.1e3);
+    EXPECT_NEAR(buckling.utilisation, 1.275, 0.002);
+    EXPECT_EQ(buckling.status, CheckStatus::Failed);
+    EXPECT_EQ(c.member.Status(), Design::Status::Failed);
+    EXPECT_EQ(c.result.UtilOverAll(), buckling.utilisation);
+    ASSERT_EQ(c.member.WebLoads().size(), 3u);
+    const WebLoadResult& load = c.member.WebLoads()[1];
+    EXPECT_TRUE(load.onFlange1);
+    EXPECT_TRUE(load.held);
+    EXPECT_NEAR(load.force, 150e3, 1.0);
+    EXPECT_NEAR(load.Pbw, 443.0e3, 0.1e3);
+    EXPECT_NEAR(load.Px, 338.7e3, 0.1e3);
+    EXPECT_FALSE(c.member.WebLoads()[0].onFlange1) << "a reaction presses upwards";
+    EXPECT_TRUE(c.Assumes(L"stiff bearing"));
+    EXPECT_NE(c.Verbose().find("cl. 4.5.3.1"), std::string::npos);
+}
+
+// Without a length the rule is told and does not block; with one it blocks where the flange under the load is free to move.
+TEST(ConcentratedLoads, AreToldWhereTheInputDoesNotSayEnough)
+{
+    Case given;
+    given.points = {{0.0, L"Pinned"}, {1.0, L"Free"}, {2.0, L"Pinned"}};
+    given.force = [](double x) { return Vector(0, 0, x < 1.0 ? -20e3 : 20e3); };
+    given.moment = [](double x) { return Vector(0, -20e3 * std::min(x, 2.0 - x), 0); };
+    Checked silent(given);
+    EXPECT_TRUE(silent.Check());
+    EXPECT_EQ(silent.Entry(Rule::WebBearing).status, CheckStatus::OutOfScope);
+    EXPECT_EQ(silent.Entry(Rule::WebBuckling).status, CheckStatus::OutOfScope);
+    EXPECT_TRUE(silent.member.WebLoads().empty());
+
+    Checked free(given);
+    free.member.SetOptions(Bearing(0.1));
+    EXPECT_FALSE(free.Check());
+    EXPECT_EQ(free.member.Status(), Design::Status::NotChecked);
+    EXPECT_TRUE(free.result.TestFlags(CMemberResult::NOT_CHECKED));
+    EXPECT_EQ(free.Entry(Rule::WebBearing).status, CheckStatus::Passed);
+
+    given.section = L"RHS 200x100x6.3";
+    Checked hollow(given);
+    hollow.member.SetOptions(Bearing(0.1));
+    EXPECT_FALSE(hollow.Check());
+    EXPECT_EQ(hollow.Entry(Rule::WebBearing).status, CheckStatus::NotEvaluated);
+
+    EndMoments(given, 2.0, 10e3, 10e3);
+    given.section = L"UB 457x191x67";
+    Checked unloaded(given);
+    unloaded.member.SetOptions(Bearing(0.1));
+    EXPECT_TRUE(unloaded.Check());
+    EXPECT_EQ(unloaded.Entry(Rule::WebBearing).status, CheckStatus::NotApplicable);
+}
+
+// 4.4.3: I 1500x300x4x20 S355 asks for 5.84 mm: 5.84/4 = 1.46, whatever its moment.
+TEST(WebThickness, BelowTheLeastFails)
+{
+    Case given;
+    given.section = L"I 1500x300x4x20";
+    given.grade = L"S355";
+    given.type = SEC_WELDED;
+    given.points = {{0.0, L"Pinned"}, {4.0, L"Pinned"}};
+    EndMoments(given, 4.0, -300e3, -300e3);
+    Checked c(given);
+    EXPECT_FALSE(c.Check());
+    EXPECT_EQ(c.member.Status(), Design::Status::Failed);
+    EXPECT_EQ(c.Entry(Rule::WebThickness).status, CheckStatus::Failed);
+    EXPECT_NEAR(c.Entry(Rule::WebThickness).utilisation, 1.46, 0.001);
+    EXPECT_EQ(c.result.UtilOverAll(), c.Entry(Rule::WebThickness).utilisation);
+    given.section = L"I 1500x300x6x20";
+    Checked thick(given);
+    thick.Check();
+    EXPECT_EQ(thick.Entry(Rule::WebThickness).status, CheckStatus::Passed);
+    EXPECT_EQ(thick.Entry(Rule::WebThickness).utilisation, 0.0);
+    given.section = L"L 150x75x10";
+    Checked angle(given);
+    angle.Check();
+    EXPECT_EQ(angle.Entry(Rule::WebThickness).status, CheckStatus::NotApplicable);
+}
+
+// H.1, 4.4.5.5: I 1200x300x10x20 S275, d = 1160, py 265, pv = 159: without stiffeners d/t = 116: qe = 74.3, λw = 1.463, qw = 97.8, Vcr = (qw/0.9)²/pv
+// = qe: 74.3 * 11600 = 862 kN. With stiffeners 1.74 m apart Vw = 1310 kN, qw = 113.0 = 0.711 pv: Vcr = (113.0/0.9)²/159 = 99.1: 1150 kN.
+TEST(ThinWebs, TellWhereTheirEndsMustAnchorATensionField)
+{
+    Case given;
+    given.section = L"I 1200x300x10x20";
+    given.type = SEC_WELDED;
+    given.along = L"Pinned";
+    given.points = {{0.0, L"Pinned"}, {2.0, L"Pinned"}};
+    EndMoments(given, 2.0, -850e3, 850e3);
+    Checked within(given);
+    within.Check();
+    EXPECT_EQ(within.Entry(Rule::EndAnchorage).status, CheckStatus::NotApplicable);
+    EXPECT_NEAR(within.Entry(Rule::EndAnchorage).resistance, 862e3, 2e3);
+    EXPECT_EQ(within.Entry(Rule::Stiffeners).status, CheckStatus::NotApplicable);
+    EndMoments(given, 2.0, -880e3, 880e3);
+    Checked beyond(given);
+    beyond.Check();
+    EXPECT_EQ(beyond.Entry(Rule::EndAnchorage).status, CheckStatus::OutOfScope);
+    EXPECT_FALSE(beyond.member.Checks().IsOpen()) << "told, not blocking";
+
+    DesignOptions options;
+    options.stiffenerSpacing = 1.74;
+    Checked stiffened(given);
+    stiffened.member.SetOptions(options);
+    stiffened.Check();
+    EXPECT_NEAR(stiffened.Entry(Rule::ShearBuckling).resistance, 1310e3, 2e3);
+    EXPECT_EQ(stiffened.Entry(Rule::EndAnchorage).status, CheckStatus::NotApplicable);
+    EXPECT_NEAR(stiffened.Entry(Rule::EndAnchorage).resistance, 1150e3, 3e3);
+    EXPECT_EQ(stiffened.Entry(Rule::Stiffeners).status, CheckStatus::OutOfScope);
+    EXPECT_TRUE(stiffened.Assumes(L"transverse stiffeners of the web"));
+}
+
+// The girder of ThinWebs.ReachTheCheck with an axial force of 1000 kN: the flanges that carry the moment alone carry the force too:
+// 1000/(2 * 400 * 20 * 0.345 = 5520) + 3000/4084.8 = 0.181 + 0.734 = 0.9156.
+TEST(ThinWebs, LeaveTheAxialForceToTheFlangesToo)
+{
+    Case given;
+    given.section = L"I 1500x400x6x20";
+    given.grade = L"S355";
+    given.type = SEC_WELDED;
+    given.points = {{0.0, L"Pinned"}, {0.2, L"Pinned"}};
+    given.force = [](double) { return Vector(1000e3, 0, 400e3); };
+    given.moment = [](double x) { return Vector(0, -3000e3 + 400e3 * x, 0); };
+    Checked c(given);
+    c.Check();
+    EXPECT_NEAR(c.member.Positions().front().combined, 0.9156, 0.001);
+    EXPECT_NE(c.Verbose().find("F/Pf"), std::string::npos);
+}

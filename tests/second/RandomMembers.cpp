@@ -143,7 +143,7 @@ Described FromDimensions(Family family, Dice& dice)
     const bool undefined = dice.Chance(0.3), rolled = dice.Chance(0.25);
     s.make = rolled ? Make::Rolled : Make::Welded;
     d.type = rolled ? "ROLLED" : undefined ? "UNDEF" : "WELDED";
-    const double r = dice.Chance(rolled ? 0.8 : 0.04) ? Whole(dice.Between(5, 20)) : 0.0;
+    double r = dice.Chance(rolled ? 0.8 : 0.04) ? Whole(dice.Between(5, 20)) : 0.0;
     double D = Whole(dice.Between(120, 900)), B = Whole(D * dice.Between(0.25, 0.9)), T = 0.0, t = 0.0, B2 = 0.0, T2 = 0.0, rt = 0.0;
     switch (s.shape) {
     case Shape::I: {
@@ -151,10 +151,11 @@ Described FromDimensions(Family family, Dice& dice)
         T = std::max(Whole(0.5 * B / dice.Between(4, 20)), 4.0);
         t = std::max(Whole(D / (dice.Chance(0.1) ? dice.Between(100, 270) : dice.Between(20, 110))), 3.0);
         B2 = B, T2 = T;
-        if (family == Family::UnequalI) {
+        if (family == Family::UnequalI) { // without fillets: there is no published torsion constant with them
+            r = 0.0;
             B2 = Whole(B * dice.Between(0.4, 1.6));
             T2 = std::max(4.0, Whole(T * dice.Between(0.5, 1.8)));
-            d.text = r > 0.0 ? Written("GI", {D, B, B2, t, T, T2, r}) : Written("GI", {D, B, B2, t, T, T2});
+            d.text = Written("GI", {D, B, B2, t, T, T2});
         } else {
             d.text = r > 0.0 ? Written("I", {D, B, t, T, r}) : Written("I", {D, B, t, T});
         }

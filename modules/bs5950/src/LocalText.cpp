@@ -338,6 +338,40 @@ void CSteelMemberBS5950::Text::Local(bool alongMember)
         if (alongMember) Position(i);
     }
     if (!alongMember && !any && !positions.empty()) Position(worst);
+    for (const WebLoadResult& load : m_member.m_webLoads)
+        ConcentratedLoad(load);
+}
+
+void CSteelMemberBS5950::Text::ConcentratedLoad(const WebLoadResult& w)
+{
+    const SectionProperties& s = m_member.Properties();
+    m_result.SetCurSubSpan(w.Entry(static_cast<int>(m_member.SubSpans().size())));
+    Line(L"<h5>Web under %s of %s at %s</h5>", w.onFlange1 ? L"a load" : L"a reaction or an upward load",
+         m_fmt.Force(w.force), m_fmt.Length(w.x));
+    const CResultIndent indent(&m_result);
+    const double k = std::min(s.T, s.T2) + (s.IsWelded() ? 0.0 : s.r);
+    const double n = std::min(5.0, 2.0 + 0.6 * w.load.bearingToEnd / k);
+    const CString spread = Small(w.load.stiffBearing) + L" + " + m_fmt.NoDim(n) + L" * " + Small(k);
+    Line(L"k = %s, n = min(5, 2 + 0.6 be/k) = min(5, 2 + 0.6 * %s/%s) = %s <i>cl. 4.5.2.1</i>", Small(k),
+         Small(w.load.bearingToEnd), Small(k), m_fmt.NoDim(n));
+    Line(L"Pbw = (b1 + n k) t py = (%s) * %s * %s = %s", spread, Small(s.t), m_fmt.Stress(m_member.Steel().py),
+         m_fmt.Force(w.Pbw));
+    Line(L"\tF/Pbw = %s/%s = %s", m_fmt.Force(w.force), m_fmt.Force(w.Pbw), Verdict(w.force / w.Pbw, true));
+    if (!w.held) {
+        Line(L"<red>NOT CHECKED</red>: buckling of the web, because the flange that the load presses on is not held "
+             L"laterally");
+        return;
+    }
+    const double ae = w.load.loadToEnd;
+    CString share, numbers;
+    if (ae < 0.7 * s.d) {
+        share = L" (ae + 0.7 d)/(1.4 d)";
+        numbers.Format(L" * (%s + 0.7 * %s)/(1.4 * %s)", Small(ae), Small(s.d), Small(s.d));
+    }
+    Line(L"Px = 25 ε t/((b1 + n k) d)^0.5 Pbw%s = 25 * %s * %s/((%s) * %s)^0.5 * %s%s = %s <i>cl. 4.5.3.1</i>", share,
+         m_fmt.NoDim(Epsilon(m_member.Steel().py)), Small(s.t), spread, Small(s.d), m_fmt.Force(w.Pbw), numbers,
+         m_fmt.Force(w.Px));
+    Line(L"\tF/Px = %s/%s = %s", m_fmt.Force(w.force), m_fmt.Force(w.Px), Verdict(w.force / w.Px, true));
 }
 
 } // namespace Keltrix::BS5950

@@ -38,9 +38,19 @@ private:
     void FlangesOnly(const Bending& b, const Classification& c);
     void Combined(const PositionResult& p);
     void MoreExact(const PositionResult& p);
+    void ConcentratedLoad(const WebLoadResult& w);
     void SpanTitle(const wchar_t* what, const SpanResult& span);
-    void MomentFactorLine(const wchar_t* symbol, double value, const MomentShape& shape, bool lateral,
-                          const SpanResult& span);
+    void MomentShapeLines(const MomentShape& shape);
+    void LateralFactor(const SpanResult& span);
+    void FlexuralFactor(const wchar_t* symbol, double value, const MomentShape& shape, bool sway);
+    void StrutSlenderness(const SpanResult& span);
+    void CompressionResistanceLines(const SpanResult& span);
+    void LateralLength(const SpanResult& span);
+    void LateralSlenderness(const SpanResult& span);
+    void MomentTerms(const InteractionResult& r);
+    void SimplifiedInteraction(const InteractionResult& r);
+    void ExactInteraction(const InteractionResult& r);
+    void SimpleColumn(const InteractionResult& r);
     void LedgerTable();
 
     template <class... Args>

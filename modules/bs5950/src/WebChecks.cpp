@@ -282,7 +282,7 @@ void CSteelMemberBS5950::WriteWebUtilisations()
         r.SetUtilLocalShearMajor(e.utilisation);
     }
     for (const WebLoadResult& w : m_webLoads) {
-        r.SetCurSubSpan(std::min(1 + 2 * w.point, 2 * static_cast<int>(SubSpans().size())));
+        r.SetCurSubSpan(w.Entry(static_cast<int>(SubSpans().size())));
         r.SetUtilLocalShearMajor(std::max(w.force / w.Pbw, w.held ? w.force / w.Px : 0.0));
     }
 }

@@ -83,6 +83,9 @@ struct WebLoadResult {
     WebLoad load;
     double Pbw = 0.0; ///< bearing capacity
     double Px = 0.0;  ///< buckling resistance, for a flange that is held
+
+    /// Entry of the result record of a member with that many sub-spans.
+    int Entry(int subSpans) const { return point < subSpans ? 1 + 2 * point : 2 * subSpans; }
 };
 
 enum class BucklingMode { Major, Minor, LateralTorsional };
