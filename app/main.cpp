@@ -340,7 +340,7 @@ ExitCode Run(int argc, char** argv, Messages& messages)
     return commands.at(app.get_subcommands().front())(console);
 }
 
-/// The program with every failure told.
+/// The program with every failure reported.
 ExitCode RunAndTell(int argc, char** argv, Messages& messages)
 {
     try {
@@ -365,7 +365,7 @@ int main(int argc, char** argv)
     OpenClosedStreams();
     LetWritesFail();
     PassBytesUnchanged();
-    // Standard input has a buffer of its own then, from which can be had what is there without waiting for more.
+    // Standard input has a buffer of its own then, which gives what is available without waiting for more.
     std::ios::sync_with_stdio(false);
     Messages messages;
     try {

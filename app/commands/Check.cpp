@@ -39,7 +39,7 @@ public:
         m_text.clear();
     }
 
-    // What stands behind the last member.
+    // What follows the last member.
     ExitCode Finish()
     {
         Flush();

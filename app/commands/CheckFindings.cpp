@@ -48,7 +48,7 @@ std::string TableRow(const CheckedMember& checked)
            '\t' + AsText(checked.name) + '\t' + AsText(checked.title) + '\n';
 }
 
-// The only line of a program's output for what gets no member's line.
+// JSON line for a member or file that could not be checked.
 std::string RefusalLine(const Refusal& refusal)
 {
     return JsonLine({{"file", refusal.file},

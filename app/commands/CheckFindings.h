@@ -25,7 +25,7 @@ struct Finding {
 };
 using FindingSink = std::function<void(const Finding&)>;
 
-/// Hands over what the output shows of a checked member, and answers its exit code.
+/// Hands over what the output shows of a checked member, and returns its exit code.
 ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, const FindingSink& sink);
 
 /// A member as the options want it to be checked; what looks wrong in its findings goes to the console's errors. Throws

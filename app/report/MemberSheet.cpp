@@ -342,7 +342,7 @@ std::string PlainText(const Document::Line& line)
     return text;
 }
 
-// The largest utilisation that a part of the report comes to, as it stands there: a bold number behind an equals sign.
+// The largest utilisation that a part of the report comes to, as it stands there: a bold number after an equals sign.
 std::string LargestResult(const Document& part)
 {
     std::string largest;
