@@ -21,7 +21,6 @@ struct Component {
     double Vector::*value;
 };
 
-constexpr Component FORCES[] = {{"Fx", &Vector::x}, {"Fy", &Vector::y}, {"Fz", &Vector::z}};
 constexpr Component MOMENTS[] = {{"Mx", &Vector::x}, {"My", &Vector::y}, {"Mz", &Vector::z}};
 constexpr Component BENDING[] = {{"My", &Vector::y}, {"Mz", &Vector::z}};
 

@@ -295,22 +295,39 @@ std::string CheckTable(const BS5950::Ledger& ledger, bool isBrief)
     return html + "</tbody></table>\n";
 }
 
-// What was not evaluated comes before what does not apply: the engineer has to look after it.
+// What lies outside the input, in one sentence.
+std::string OutsideHtml(const BS5950::Ledger& ledger)
+{
+    std::string rules;
+    for (const LedgerEntry& entry : ledger.Entries()) {
+        if (entry.status != BS5950::CheckStatus::OutOfScope) continue;
+        rules +=
+            (rules.empty() ? "" : "; ") + Wording(BS5950::RuleName(entry.rule)) + " (" + Wording(entry.clause) + ")";
+    }
+    return rules.empty() ? std::string() : "<p>Outside the input, to be checked by other means: " + rules + ".</p>\n";
+}
+
+// What was not evaluated comes before what does not apply: the engineer has to look after it. The short form leaves out what does
+// not apply, and only names what lies outside the input.
 std::string IdleTable(const BS5950::Ledger& ledger, bool isBrief)
 {
-    std::string html = TableHead("Checks without a result", {"Check without a result", "Clause", "Why"}, {}, {});
+    std::string rows;
     for (const BS5950::CheckStatus status :
          {BS5950::CheckStatus::NotEvaluated, BS5950::CheckStatus::OutOfScope, BS5950::CheckStatus::NotApplicable}) {
-        if (isBrief && status == BS5950::CheckStatus::NotApplicable) continue;
+        if (isBrief && status != BS5950::CheckStatus::NotEvaluated) break;
         for (const LedgerEntry& entry : ledger.Entries()) {
             if (entry.status != status) continue;
-            html += "<tr><td>" + Wording(BS5950::RuleName(entry.rule)) + "</td><td>" + Wording(entry.clause) +
+            rows += "<tr><td>" + Wording(BS5950::RuleName(entry.rule)) + "</td><td>" + Wording(entry.clause) +
                     "</td><td>" + Wording(BS5950::StatusName(status)) + ": " + Wording(entry.reason);
-            if (const std::string place = PlaceText(entry); !place.empty()) html += ", " + place;
-            html += "</td></tr>\n";
+            if (const std::string place = PlaceText(entry); !place.empty()) rows += ", " + place;
+            rows += "</td></tr>\n";
         }
     }
-    return "<div class=\"small\">\n" + html + "</tbody></table>\n</div>\n";
+    const std::string outside = isBrief ? OutsideHtml(ledger) : std::string();
+    if (rows.empty()) return "<div class=\"small\">\n" + outside + "</div>\n";
+    return "<div class=\"small\">\n" +
+           TableHead("Checks without a result", {"Check without a result", "Clause", "Why"}, {}, {}) + rows +
+           "</tbody></table>\n" + outside + "</div>\n";
 }
 
 std::string ListHtml(const std::vector<std::string>& sentences, const char* none)

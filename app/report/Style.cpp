@@ -150,12 +150,12 @@ footer { margin-top: 10mm; color: var(--muted); font-size: 8.5pt; }
   footer { margin-top: 4mm; break-inside: avoid; }
   details::details-content { content-visibility: visible; }
   summary { list-style: none; }
-  .brief { font-size: 8.5pt; line-height: 1.25; }
+  .brief { font-size: 8.2pt; line-height: 1.2; }
   .brief .verdict { font-size: 10pt; margin: 2mm 0; padding: 1.2mm 3mm; }
   .brief h3 { margin: 2.2mm 0 0.8mm; padding-bottom: 0.4mm; font-size: 10pt; }
-  .brief .wide, .brief .small { font-size: 7.8pt; }
-  .brief h4, .brief h5 { margin: 1mm 0 0.5mm; font-size: 8.5pt; }
-  .brief th, .brief td { padding: 0.25mm 1.5mm; }
+  .brief .wide, .brief .small { font-size: 7.4pt; }
+  .brief h4, .brief h5 { margin: 1mm 0 0.5mm; font-size: 8.2pt; }
+  .brief th, .brief td { padding: 0.15mm 1.5mm; }
   .brief figure { margin: 0.5mm 0; }
   .brief ul { margin: 0.5mm 0; padding-left: 5mm; }
   .brief p { margin: 0.3mm 0; }

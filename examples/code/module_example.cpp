@@ -36,8 +36,9 @@ public:
     {
         CMemberResult& result = *Result();
         result.IniDynaArray(static_cast<int>(SubSpans().size()) + 2);
+        int position = 0; // counted here: the numbers of a file may have gaps
         for (const CSubSpan& subSpan : SubSpans()) {
-            result.SetCurSubSpan(subSpan.Get1Index());
+            result.SetCurSubSpan(++position);
             const double tension = subSpan.GetForcesLeft().x;
             const double resistance = m_tube.Area() * m_grade.GetUserPy();
             result.SetUtilLocalAxial(tension / resistance);

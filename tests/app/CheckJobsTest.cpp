@@ -130,7 +130,7 @@ TEST(CheckJobs, WithoutProcessesTheMembersAreCheckedInThisOne)
 {
     const auto usual = RunKsteel("check examples/*.csv");
     // Enough for a file, not for the pipes of a worker.
-    const auto single = RunShell("ulimit -n 4; ksteel check --jobs 3 examples/*.csv");
+    const auto single = RunShell("exec 3>&-; ulimit -n 4; ksteel check --jobs 3 examples/*.csv");
     EXPECT_EQ(single.code, 0) << single.err;
     EXPECT_EQ(single.out, usual.out);
     EXPECT_EQ(single.err, "ksteel: --jobs: no worker process can be started, the work is done in one process: Too many "
@@ -178,7 +178,8 @@ TEST(JsonLines, AsATableTheyHoldTheHeadline)
     EXPECT_EQ(headline.size(), 12u);
     for (const auto& [name, value] : headline.items())
         EXPECT_EQ(value, full[name]) << name;
-    for (const char* name : {"file", "line", "title", "section", "grade", "status", "overall", "governing", "warnings", "flags"})
+    for (const char* name :
+         {"file", "line", "title", "section", "grade", "status", "overall", "governing", "warnings", "flags"})
         EXPECT_TRUE(headline.contains(name)) << name;
 }
 

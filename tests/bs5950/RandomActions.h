@@ -8,7 +8,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "../design/RandomMember.h"
+#include "design/RandomMember.h"
 #include "Members.h"
 
 namespace BS5950Test {

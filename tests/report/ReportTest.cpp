@@ -302,8 +302,11 @@ TEST(Report, TheShortFormKeepsEveryFailureAndWhatWasNotEvaluated)
     };
     EXPECT_GT(count(table(full), ">Fails<"), 0u);
     EXPECT_EQ(count(table(brief), ">Fails<"), count(table(full), ">Fails<"));
-    EXPECT_GT(count(table(full), "not evaluated: "), 0u);
     EXPECT_EQ(count(table(brief), "not evaluated: "), count(table(full), "not evaluated: "));
+    // What lies outside the input is named in one sentence.
+    EXPECT_GT(count(table(full), "outside the input: "), 0u);
+    for (const char* rule : {"Outside the input", "(2.4.2)", "(2.5.2)"})
+        EXPECT_EQ(count(table(brief), rule), 1u) << rule;
 }
 
 TEST(Report, ColumnsAndTiesAreNamedForWhatTheyAre)

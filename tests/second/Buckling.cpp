@@ -36,7 +36,8 @@ std::pair<double, double> Robertson(const Section& s, Bending axis)
     const double a = 2.0, b = 3.5, c = 5.5, d = 8.0;
     const bool major = axis == Bending::Major;
     if (s.shape == Shape::Box && s.make == Make::Welded) return {b, c};
-    if (s.shape == Shape::Box || s.shape == Shape::Tube) return s.make == Make::Rolled ? std::pair{a, a} : std::pair{c, c};
+    if (s.shape == Shape::Box || s.shape == Shape::Tube)
+        return s.make == Make::Rolled ? std::pair{a, a} : std::pair{c, c};
     if (s.shape != Shape::I) return {c, c};
     if (s.make == Make::Welded) return major ? std::pair{b, b} : std::pair{c, d};
     const bool H = s.D <= 1.2 * std::max(s.B, s.B2);
@@ -51,7 +52,8 @@ double StrutStrength(const Basis& b, Bending axis, double py, double lambda)
     const auto [thin, thick] = Robertson(s, axis);
     double T = s.shape == Shape::Angle || s.shape == Shape::Tube ? s.t : std::max(s.t, s.T);
     if (s.shape == Shape::I) T = std::max(T, s.T2);
-    const double first = StrutStrength(py, b.steel.E, lambda, thin), second = StrutStrength(py, b.steel.E, lambda, thick);
+    const double first = StrutStrength(py, b.steel.E, lambda, thin),
+                 second = StrutStrength(py, b.steel.E, lambda, thick);
     if (T <= 40.0e-3 + 1e-9) return first;
     return T < 50e-3 - 1e-9 ? 0.5 * (first + second) : second;
 }
@@ -77,7 +79,8 @@ double Table15(double ratio, double py)
     if (ratio <= rows[0][0]) return rows[0][1] * k;
     for (int i = 1; i < 12; ++i)
         if (ratio <= rows[i][0])
-            return k * (rows[i - 1][1] + (rows[i][1] - rows[i - 1][1]) * (ratio - rows[i - 1][0]) / (rows[i][0] - rows[i - 1][0]));
+            return k * (rows[i - 1][1] +
+                        (rows[i][1] - rows[i - 1][1]) * (ratio - rows[i - 1][0]) / (rows[i][0] - rows[i - 1][0]));
     return 0.0;
 }
 
@@ -166,8 +169,8 @@ double TableFactorLT(const Diagram& d, double a, double b)
 {
     const double L = b - a;
     const auto [below, above] = d.Largest(Bending::Major, a, b);
-    return FactorLT(d.Value(Bending::Major, a + 0.25 * L), d.Value(Bending::Major, a + 0.5 * L), d.Value(Bending::Major, a + 0.75 * L),
-                    std::max(below, above));
+    return FactorLT(d.Value(Bending::Major, a + 0.25 * L), d.Value(Bending::Major, a + 0.5 * L),
+                    d.Value(Bending::Major, a + 0.75 * L), std::max(below, above));
 }
 
 double Biggest(const Diagram& d, Bending axis, double a, double b)
@@ -196,7 +199,7 @@ struct Place {
 struct Strut {
     FlexuralSpan span;
     double Fc = 0.0, Pc = INF;
-    double M = 0.0, m = 1.0;         ///< about the span's own axis
+    double M = 0.0, m = 1.0;          ///< about the span's own axis
     double other = 0.0, mOther = 1.0; ///< about the other axis over this span
     double pyZ = INF, Mc = INF, McOther = INF;
 };
@@ -212,22 +215,29 @@ public:
 
     Buckling Run()
     {
-        for (const FlexuralSpan& s : FlexuralSpans(m_b, Bending::Major)) m_major.push_back(MakeStrut(Bending::Major, s));
-        for (const FlexuralSpan& s : FlexuralSpans(m_b, Bending::Minor)) m_minor.push_back(MakeStrut(Bending::Minor, s));
-        for (const Stretch& s : StretchesOf(m_b)) m_lateral.push_back(MakeLateral(s));
+        for (const FlexuralSpan& s : FlexuralSpans(m_b, Bending::Major))
+            m_major.push_back(MakeStrut(Bending::Major, s));
+        for (const FlexuralSpan& s : FlexuralSpans(m_b, Bending::Minor))
+            m_minor.push_back(MakeStrut(Bending::Minor, s));
+        for (const Stretch& s : StretchesOf(m_b))
+            m_lateral.push_back(MakeLateral(s));
         Buckling u;
-        for (const Strut& s : m_major) u.major = std::max(u.major, Over(s.Fc, s.Pc));
-        for (const Strut& s : m_minor) u.minor = std::max(u.minor, Over(s.Fc, s.Pc));
+        for (const Strut& s : m_major)
+            u.major = std::max(u.major, Over(s.Fc, s.Pc));
+        for (const Strut& s : m_minor)
+            u.minor = std::max(u.minor, Over(s.Fc, s.Pc));
         for (const Lateral& l : m_lateral)
             if (l.buckles || IsUpright(l)) u.lateral = std::max(u.lateral, Over(l.m * l.M, l.Mb));
         for (const Strut& x : m_major)
             for (const Strut& y : m_minor) {
-                if (Common({x.span.a, y.span.a}, {x.span.b, y.span.b})) u.interaction = std::max(u.interaction, Interaction(x, y, Lateral()));
+                if (Common({x.span.a, y.span.a}, {x.span.b, y.span.b}))
+                    u.interaction = std::max(u.interaction, Interaction(x, y, Lateral()));
                 for (const Lateral& l : m_lateral)
                     if (Common({x.span.a, y.span.a, l.stretch.a}, {x.span.b, y.span.b, l.stretch.b}))
                         u.interaction = std::max(u.interaction, Interaction(x, y, l));
             }
-        const bool sideways = (m_b.s.shape == Shape::Box || m_b.s.shape == Shape::Tee) && m_b.p.Iy > m_b.p.Ix * (1.0 + 1e-9);
+        const bool sideways =
+            (m_b.s.shape == Shape::Box || m_b.s.shape == Shape::Tee) && m_b.p.Iy > m_b.p.Ix * (1.0 + 1e-9);
         u.notEvaluated = sideways && Biggest(m_d, Bending::Minor, -INF, INF) > 1e-6 * m_b.steel.py * m_b.p.Zy;
         return u;
     }
@@ -284,7 +294,8 @@ private:
         case Shape::Tee:
             if (major) return {floored(p.rx, 0.85, 30.0)};
             break;
-        default: break;
+        default:
+            break;
         }
         return {s.LE / (major ? p.rx : p.ry)};
     }
@@ -319,8 +330,10 @@ private:
             ForEach(span.a, span.b, [&](const Place& p) {
                 const double here = std::fabs(about == Bending::Major ? p.a.Mx : p.a.My);
                 const double own = about == Bending::Major ? p.capacity.Mcx : p.capacity.Mcy;
-                if (here > most * (1.0 + 1e-9)) most = here, Mc = own;
-                else if (here > most * (1.0 - 1e-9)) Mc = std::min(Mc, own);
+                if (here > most * (1.0 + 1e-9))
+                    most = here, Mc = own;
+                else if (here > most * (1.0 - 1e-9))
+                    Mc = std::min(Mc, own);
             });
             const double tiny = 1e-6 * m_b.steel.py * (about == Bending::Major ? m_b.p.Zx : m_b.p.Zy);
             if (M < tiny) M = 0.0;
@@ -335,7 +348,9 @@ private:
         Lateral l;
         l.stretch = stretch;
         l.buckles = !stretch.held && BucklesLaterally(m_b, stretch.LE);
-        const auto [first, second] = m_d.Largest(Bending::Major, stretch.a, stretch.b);
+        const auto largest = m_d.Largest(Bending::Major, stretch.a, stretch.b);
+        const double first = std::get<0>(largest);
+        const double second = std::get<1>(largest);
         const bool both = stretch.compressed[0] && stretch.compressed[1];
         l.M = both ? std::max(first, second) : stretch.compressed[0] ? first : second;
         const bool ownIsLargest = l.M >= std::max(first, second) * (1.0 - 1e-9);
@@ -361,7 +376,8 @@ private:
         const Section& s = m_b.s;
         const double fx = Over(x.Fc, x.Pc), fy = Over(y.Fc, y.Pc);
         const double lateral = Over(l.m * l.M, l.Mb);
-        const bool I = s.shape == Shape::I && s.EqualFlanges(), hollow = s.shape == Shape::Box || s.shape == Shape::Tube;
+        const bool I = s.shape == Shape::I && s.EqualFlanges(),
+                   hollow = s.shape == Shape::Box || s.shape == Shape::Tube;
         if (!m_b.member.exact || (!I && !hollow)) {
             const double minor = Over(y.m * y.M, y.pyZ);
             return std::max(std::max(fx, fy) + Over(x.m * x.M, x.pyZ) + minor, fy + lateral + minor);
@@ -371,7 +387,9 @@ private:
         double worst = fx + major + 0.5 * Over(x.mOther * x.other, x.McOther);
         worst = std::max(worst, fy + (I ? 1.0 : 0.5) * lateral + minor);
         // With one moment alone this is the first condition again.
-        const auto amplified = [](double term, double f) { return term == 0.0 ? 0.0 : f < 1.0 ? term / (1.0 - f) : INF; };
+        const auto amplified = [](double term, double f) {
+            return term == 0.0 ? 0.0 : f < 1.0 ? term / (1.0 - f) : INF;
+        };
         worst = std::max(worst, amplified(major, fx) + amplified(minor, fy));
         return worst;
     }

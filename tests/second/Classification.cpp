@@ -59,7 +59,8 @@ Plate Web(double ratio, double r1, double r2, double eps)
 {
     const double least = 40.0 * eps;
     return {ratio,
-            {std::max(least, Ratio(80 * eps, 1 + r1)), std::max(least, Ratio(100 * eps, r1 > 0 ? 1 + 1.5 * r1 : 1 + r1)),
+            {std::max(least, Ratio(80 * eps, 1 + r1)),
+             std::max(least, Ratio(100 * eps, r1 > 0 ? 1 + 1.5 * r1 : 1 + r1)),
              std::max(least, Ratio(120 * eps, 1 + 2 * r2))},
             false};
 }
@@ -77,8 +78,12 @@ Plate HollowWeb(double ratio, double r1, double r2, double eps, bool formed)
 Plate HollowFlange(double ratio, double webRatio, double eps, bool formed)
 {
     if (formed)
-        return {ratio, {std::min(26 * eps, 72 * eps - webRatio), std::min(28 * eps, 54 * eps - 0.5 * webRatio), 35 * eps}, true};
-    return {ratio, {std::min(28 * eps, 80 * eps - webRatio), std::min(32 * eps, 62 * eps - 0.5 * webRatio), 40 * eps}, true};
+        return {ratio,
+                {std::min(26 * eps, 72 * eps - webRatio), std::min(28 * eps, 54 * eps - 0.5 * webRatio), 35 * eps},
+                true};
+    return {ratio,
+            {std::min(28 * eps, 80 * eps - webRatio), std::min(32 * eps, 62 * eps - 0.5 * webRatio), 40 * eps},
+            true};
 }
 
 /// r2 of a web between two heights, the bending stress scaled until the more compressed edge is at py (3.5.5).
@@ -131,7 +136,8 @@ std::vector<Plate> PlatesTee(const Work& w)
     if (w.Compressed(std::max(w.Stress(s.D, 0.5 * s.B), w.Stress(s.D - s.T, 0.5 * s.B))))
         plates.push_back(w.Outstand(w.p.b / s.T));
     // The stem is an outstand: compression next to the flange alone does not make its free edge buckle.
-    if (w.Compressed(w.Stress(0.0))) plates.push_back({s.D / s.t, {8 * w.eps, 9 * w.eps, (s.make == Make::Welded ? 13 : 18) * w.eps}, false});
+    if (w.Compressed(w.Stress(0.0)))
+        plates.push_back({s.D / s.t, {8 * w.eps, 9 * w.eps, (s.make == Make::Welded ? 13 : 18) * w.eps}, false});
     return plates;
 }
 
@@ -264,7 +270,8 @@ void SetSemiCompact(const Work& w, const std::vector<Plate>& x, const std::vecto
     c.plasticX = c.plasticY = true;
     c.Wx = p.Zx + Share(x, rolledBox ? 1.0 : 2.0) * (p.Sx - p.Zx);
     std::vector<Plate> minor = y;
-    if (!rolledBox) minor.erase(std::remove_if(minor.begin(), minor.end(), [](const Plate& q) { return !q.flange; }), minor.end());
+    if (!rolledBox)
+        minor.erase(std::remove_if(minor.begin(), minor.end(), [](const Plate& q) { return !q.flange; }), minor.end());
     c.Wy = p.Zy + Share(minor, 1.0) * (p.Sy - p.Zy);
 }
 
@@ -279,14 +286,16 @@ double ReductionBy(const std::vector<Plate>& plates, double webLimit)
     return k;
 }
 
-void SetSlender(const Work& w, const std::vector<Plate>& all, const std::vector<Plate>& x, const std::vector<Plate>& y, Class& c)
+void SetSlender(const Work& w, const std::vector<Plate>& all, const std::vector<Plate>& x, const std::vector<Plate>& y,
+                Class& c)
 {
     const Section& s = w.s;
     const Properties& p = w.p;
     c.Wx = s.shape == Shape::Angle ? p.Zu : p.Zx;
     c.Wy = s.shape == Shape::Angle ? p.Zv : p.Zy;
     c.plasticX = c.plasticY = false;
-    for (const Plate& plate : all) c.flangeSlender = c.flangeSlender || (plate.flange && plate.Class() == 4);
+    for (const Plate& plate : all)
+        c.flangeSlender = c.flangeSlender || (plate.flange && plate.Class() == 4);
     c.pyrX = c.pyrY = c.pyAxial = ReductionBy(all, 0.0) * w.py;
     if ((s.shape == Shape::I && s.EqualFlanges()) || s.shape == Shape::Box) {
         // The compression goes by an effective area. In bending a web that is not slender in bending alone stays whole, and
@@ -319,22 +328,33 @@ Class Classify(const Section& s, const Properties& p, const Steel& steel, const 
     std::vector<Plate> x, y;
     const bool onlyY = a.My != 0.0 && a.Mx == 0.0;
     switch (s.shape) {
-    case Shape::I: x = y = PlatesI(w); break;
-    case Shape::Channel: x = PlatesChannel(w); break;
-    case Shape::Tee: x = PlatesTee(w); break;
-    case Shape::Angle: x = PlatesAngle(w); break;
+    case Shape::I:
+        x = y = PlatesI(w);
+        break;
+    case Shape::Channel:
+        x = PlatesChannel(w);
+        break;
+    case Shape::Tee:
+        x = PlatesTee(w);
+        break;
+    case Shape::Angle:
+        x = PlatesAngle(w);
+        break;
     case Shape::Box:
         x = PlatesBox(w, Bending::Major);
         y = PlatesBox(w, Bending::Minor);
         break;
-    case Shape::Tube: x = PlatesTube(w); break;
+    case Shape::Tube:
+        x = PlatesTube(w);
+        break;
     }
     Class c;
     std::vector<Plate> all;
     const bool box = s.shape == Shape::Box;
     if (!box || !onlyY) all.insert(all.end(), x.begin(), x.end());
     if (box && a.My != 0.0) all.insert(all.end(), y.begin(), y.end());
-    for (const Plate& plate : all) c.cls = std::max(c.cls, plate.Class());
+    for (const Plate& plate : all)
+        c.cls = std::max(c.cls, plate.Class());
     const bool angle = s.shape == Shape::Angle;
     c.pyrX = c.pyrY = c.pyAxial = steel.py;
     c.Aeff = p.A;

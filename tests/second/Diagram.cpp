@@ -71,7 +71,8 @@ Diagram Diagram::Turned(double alpha, double side) const
 std::vector<double> Diagram::At(Bending axis, int sub, double s) const
 {
     std::vector<double> values;
-    for (const Curve& c : Curves(axis, sub)) values.push_back(c(s));
+    for (const Curve& c : Curves(axis, sub))
+        values.push_back(c(s));
     return values;
 }
 
@@ -118,7 +119,8 @@ std::pair<double, double> Diagram::Largest(Bending axis, double a, double b) con
         const double from = std::max(a, x0), to = std::min(b, x1);
         if (to - from < 1e-9 * m_member->Length()) continue;
         std::vector<double> places = Extremes(axis, static_cast<int>(i));
-        for (double& s : places) s += x0;
+        for (double& s : places)
+            s += x0;
         places.push_back(from);
         places.push_back(to);
         for (const double x : places) {

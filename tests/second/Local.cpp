@@ -14,23 +14,34 @@ double AreaVertical(const Section& s, const Properties& p)
     const bool welded = s.make == Make::Welded;
     switch (s.shape) {
     case Shape::I:
-    case Shape::Channel: return s.t * (welded ? s.D - s.T - (s.shape == Shape::I ? s.T2 : s.T) : s.D);
-    case Shape::Tee: return s.t * (welded ? s.D - s.T : s.D);
-    case Shape::Angle: return 0.9 * s.D * s.t;
-    case Shape::Box: return welded ? 2.0 * s.t * (s.D - 2.0 * s.T) : p.A * s.D / (s.D + s.B);
-    default: return 0.6 * p.A;
+    case Shape::Channel:
+        return s.t * (welded ? s.D - s.T - (s.shape == Shape::I ? s.T2 : s.T) : s.D);
+    case Shape::Tee:
+        return s.t * (welded ? s.D - s.T : s.D);
+    case Shape::Angle:
+        return 0.9 * s.D * s.t;
+    case Shape::Box:
+        return welded ? 2.0 * s.t * (s.D - 2.0 * s.T) : p.A * s.D / (s.D + s.B);
+    default:
+        return 0.6 * p.A;
     }
 }
 
 double AreaAcross(const Section& s, const Properties& p)
 {
     switch (s.shape) {
-    case Shape::I: return 0.9 * (s.B * s.T + s.B2 * s.T2);
-    case Shape::Channel: return 0.9 * 2.0 * s.B * s.T;
-    case Shape::Tee: return 0.9 * s.B * s.T;
-    case Shape::Angle: return 0.9 * s.B * s.t;
-    case Shape::Box: return s.make == Make::Welded ? 2.0 * s.T * (s.B - 2.0 * s.t) : p.A * s.B / (s.D + s.B);
-    default: return 0.6 * p.A;
+    case Shape::I:
+        return 0.9 * (s.B * s.T + s.B2 * s.T2);
+    case Shape::Channel:
+        return 0.9 * 2.0 * s.B * s.T;
+    case Shape::Tee:
+        return 0.9 * s.B * s.T;
+    case Shape::Angle:
+        return 0.9 * s.B * s.t;
+    case Shape::Box:
+        return s.make == Make::Welded ? 2.0 * s.T * (s.B - 2.0 * s.t) : p.A * s.B / (s.D + s.B);
+    default:
+        return 0.6 * p.A;
     }
 }
 
@@ -86,22 +97,32 @@ double ShearModulusX(const Section& s, const Properties& p)
         const double h = welded ? s.D - 2.0 * s.T : s.D;
         return 0.25 * s.t * h * h;
     }
-    case Shape::Tee: return p.Sx - 0.25 * s.B * s.T * s.T;
-    case Shape::Angle: return 1.5 * p.Zu;
-    case Shape::Box: return 0.25 * AreaVertical(s, p) * (welded ? s.D - 2.0 * s.T : s.D);
-    default: return p.Sx;
+    case Shape::Tee:
+        return p.Sx - 0.25 * s.B * s.T * s.T;
+    case Shape::Angle:
+        return 1.5 * p.Zu;
+    case Shape::Box:
+        return 0.25 * AreaVertical(s, p) * (welded ? s.D - 2.0 * s.T : s.D);
+    default:
+        return p.Sx;
     }
 }
 
 double ShearModulusY(const Section& s, const Properties& p)
 {
     switch (s.shape) {
-    case Shape::I: return 0.9 * 0.25 * (s.T * s.B * s.B + s.T2 * s.B2 * s.B2);
-    case Shape::Channel: return p.Sy - 0.25 * s.D * s.t * s.t;
-    case Shape::Tee: return 0.9 * 0.25 * s.T * s.B * s.B;
-    case Shape::Angle: return 1.5 * p.Zv;
-    case Shape::Box: return 0.25 * AreaAcross(s, p) * (s.make == Make::Welded ? s.B - 2.0 * s.t : s.B);
-    default: return p.Sy;
+    case Shape::I:
+        return 0.9 * 0.25 * (s.T * s.B * s.B + s.T2 * s.B2 * s.B2);
+    case Shape::Channel:
+        return p.Sy - 0.25 * s.D * s.t * s.t;
+    case Shape::Tee:
+        return 0.9 * 0.25 * s.T * s.B * s.B;
+    case Shape::Angle:
+        return 1.5 * p.Zv;
+    case Shape::Box:
+        return 0.25 * AreaAcross(s, p) * (s.make == Make::Welded ? s.B - 2.0 * s.t : s.B);
+    default:
+        return p.Sy;
     }
 }
 
@@ -181,7 +202,8 @@ double Over(double effect, double resistance)
 } // namespace
 
 Basis::Basis(const Member& given, double side) :
-    member(given), s(given.section), p(PropertiesOf(given.section)), steel(SteelOf(given.grade, given.section)), diagram(given)
+    member(given), s(given.section), p(PropertiesOf(given.section)), steel(SteelOf(given.grade, given.section)),
+    diagram(given)
 {
     if (s.shape == Shape::Angle) diagram = diagram.Turned(p.alpha, side);
     const double Ae = std::min(p.A, steel.Ke * member.netGross * p.A);
@@ -270,12 +292,13 @@ std::vector<Actions> ActionsAt(const Basis& b, int sub, double s)
     const auto i = static_cast<std::size_t>(sub);
     const SubSpan& q = b.member.subs[i];
     const double L = b.member.points[i + 1].x - b.member.points[i].x;
-    const auto linear = [&](const double (&v)[2]) { return v[0] + s / L * (v[1] - v[0]); };
+    const auto linear = [&](const double(&v)[2]) { return v[0] + s / L * (v[1] - v[0]); };
     const std::vector<double> x = b.diagram.At(Bending::Major, sub, s), y = b.diagram.At(Bending::Minor, sub, s);
     std::vector<Actions> all;
     for (std::size_t k = 0; k < x.size(); ++k)
         for (std::size_t l = 0; l < y.size(); ++l)
-            if (b.s.shape != Shape::Angle || k == l) all.push_back({linear(q.F), x[k], y[l], linear(q.Fz), linear(q.Fy)});
+            if (b.s.shape != Shape::Angle || k == l)
+                all.push_back({linear(q.F), x[k], y[l], linear(q.Fz), linear(q.Fy)});
     return all;
 }
 
@@ -285,8 +308,10 @@ std::vector<double> Places(const Basis& b, int sub)
     const double L = b.member.points[i + 1].x - b.member.points[i].x;
     std::vector<double> places{0.0, L};
     for (const Bending axis : {Bending::Major, Bending::Minor})
-        for (const double s : b.diagram.Extremes(axis, sub)) places.push_back(s);
-    for (int k = 1; k < 12; ++k) places.push_back(L * k / 12.0);
+        for (const double s : b.diagram.Extremes(axis, sub))
+            places.push_back(s);
+    for (int k = 1; k < 12; ++k)
+        places.push_back(L * k / 12.0);
     std::sort(places.begin(), places.end());
     return places;
 }
@@ -296,7 +321,8 @@ namespace {
 Local WorstAt(const Basis& b, int sub, double s)
 {
     Local worst;
-    for (const Actions& a : ActionsAt(b, sub, s)) worst.Raise(LocalAt(b, a));
+    for (const Actions& a : ActionsAt(b, sub, s))
+        worst.Raise(LocalAt(b, a));
     return worst;
 }
 
@@ -307,14 +333,16 @@ std::vector<double> Kinks(const Basis& b, int sub)
     const SubSpan& q = b.member.subs[i];
     const double L = b.member.points[i + 1].x - b.member.points[i].x;
     std::vector<double> places;
-    const auto add = [&](const double (&V)[2], double level) {
+    const auto add = [&](const double(&V)[2], double level) {
         for (const double sign : {1.0, -1.0})
             if (level > 0.0 && (V[0] - sign * level) * (V[1] - sign * level) < 0.0) {
                 const double s = L * (sign * level - V[0]) / (V[1] - V[0]);
-                for (const double near : {-1e-7, 0.0, 1e-7}) places.push_back(std::clamp(s + near * L, 0.0, L));
+                for (const double near : {-1e-7, 0.0, 1e-7})
+                    places.push_back(std::clamp(s + near * L, 0.0, L));
             }
     };
-    for (const double k : {0.6, 1.0}) add(q.Fz, k * b.Pvy), add(q.Fy, k * b.Pvx);
+    for (const double k : {0.6, 1.0})
+        add(q.Fz, k * b.Pvy), add(q.Fy, k * b.Pvx);
     add(q.Fz, 0.6 * b.VwY);
     add(q.Fy, 0.6 * b.VwX);
     return places;
@@ -365,8 +393,10 @@ Local CheckLocal(const Basis& b)
         const int sub = static_cast<int>(i);
         const double L = b.member.points[i + 1].x - b.member.points[i].x;
         std::vector<double> places = Places(b, sub);
-        for (int k = 1; k < 32; ++k) places.push_back(L * k / 32.0);
-        for (const double s : Kinks(b, sub)) places.push_back(s);
+        for (int k = 1; k < 32; ++k)
+            places.push_back(L * k / 32.0);
+        for (const double s : Kinks(b, sub))
+            places.push_back(s);
         std::sort(places.begin(), places.end());
         std::vector<Local> found;
         for (const double s : places) {
@@ -375,13 +405,15 @@ Local CheckLocal(const Basis& b)
         }
         for (std::size_t k = 0; k + 1 < places.size(); ++k)
             if (places[k + 1] > places[k]) worst.Raise(AtJump(b, sub, places[k], places[k + 1]));
-        for (double Local::*u : {&Local::momentMajor, &Local::momentMinor, &Local::combinedTension, &Local::combinedCompression}) {
+        for (double Local::*u :
+             {&Local::momentMajor, &Local::momentMinor, &Local::combinedTension, &Local::combinedCompression}) {
             std::size_t best = 0;
             for (std::size_t k = 1; k < found.size(); ++k)
                 if (found[k].*u > found[best].*u) best = k;
             if (found[best].*u < 0.9 * (worst.*u)) continue;
             if (best > 0) worst.*u = std::max(worst.*u, Refined(b, sub, places[best - 1], places[best], u));
-            if (best + 1 < found.size()) worst.*u = std::max(worst.*u, Refined(b, sub, places[best], places[best + 1], u));
+            if (best + 1 < found.size())
+                worst.*u = std::max(worst.*u, Refined(b, sub, places[best], places[best + 1], u));
         }
     }
     return worst;

@@ -61,7 +61,8 @@ double Integral(const Polygon& p, int degree, F f)
         const Vertex &u = p[i], &v = p[(i + 1) % p.size()];
         const double cross = u.x * v.y - v.x * u.y;
         double line = 0.0;
-        for (int k = 0; k < 3; ++k) line += weight[k] * f(u.x + at[k] * (v.x - u.x), u.y + at[k] * (v.y - u.y));
+        for (int k = 0; k < 3; ++k)
+            line += weight[k] * f(u.x + at[k] * (v.x - u.x), u.y + at[k] * (v.y - u.y));
         sum += cross * line / (degree + 2);
     }
     return sum;
@@ -69,20 +70,23 @@ double Integral(const Polygon& p, int degree, F f)
 
 Polygon Moved(Polygon p, double dx, double dy)
 {
-    for (Vertex& v : p) v.x += dx, v.y += dy;
+    for (Vertex& v : p)
+        v.x += dx, v.y += dy;
     return p;
 }
 
 Polygon Turned(Polygon p, double angle)
 {
     const double c = std::cos(angle), s = std::sin(angle);
-    for (Vertex& v : p) v = {c * v.x + s * v.y, -s * v.x + c * v.y};
+    for (Vertex& v : p)
+        v = {c * v.x + s * v.y, -s * v.x + c * v.y};
     return p;
 }
 
 Polygon Transposed(Polygon p)
 {
-    for (Vertex& v : p) std::swap(v.x, v.y);
+    for (Vertex& v : p)
+        std::swap(v.x, v.y);
     std::reverse(p.begin(), p.end());
     return p;
 }
@@ -102,8 +106,14 @@ Polygon Above(const Polygon& p, double level)
     return out;
 }
 
-double Area(const Polygon& p) { return Integral(p, 0, [](double, double) { return 1.0; }); }
-double FirstMoment(const Polygon& p) { return Integral(p, 1, [](double, double y) { return y; }); }
+double Area(const Polygon& p)
+{
+    return Integral(p, 0, [](double, double) { return 1.0; });
+}
+double FirstMoment(const Polygon& p)
+{
+    return Integral(p, 1, [](double, double y) { return y; });
+}
 
 /// A solid outline less its hole.
 struct Outline {
@@ -133,7 +143,8 @@ struct Outline {
 double Plastic(const Outline& o)
 {
     double low = INF, high = -INF;
-    for (const Vertex& v : o.solid) low = std::min(low, v.y), high = std::max(high, v.y);
+    for (const Vertex& v : o.solid)
+        low = std::min(low, v.y), high = std::max(high, v.y);
     const double A = o.Area(), first = o.Of(1, [](double, double y) { return y; });
     for (int i = 0; i < 50; ++i) {
         const double mid = 0.5 * (low + high);
@@ -147,7 +158,8 @@ double Plastic(const Outline& o)
 double Farthest(const Outline& o)
 {
     double far = 0.0;
-    for (const Vertex& v : o.solid) far = std::max(far, std::fabs(v.y));
+    for (const Vertex& v : o.solid)
+        far = std::max(far, std::fabs(v.y));
     return far;
 }
 
@@ -158,22 +170,44 @@ Polygon OutlineI(const Section& s)
     const double w = std::max(s.B, s.B2), m = 0.5 * w;
     const double l1 = m - 0.5 * s.B, r1 = m + 0.5 * s.B, l2 = m - 0.5 * s.B2, r2 = m + 0.5 * s.B2;
     const double wl = m - 0.5 * s.t, wr = m + 0.5 * s.t, top = s.D - s.T;
-    return Rounded({{l2, 0, 0}, {r2, 0, 0}, {r2, s.T2, 0}, {wr, s.T2, s.r}, {wr, top, s.r}, {r1, top, 0}, {r1, s.D, 0},
-                    {l1, s.D, 0}, {l1, top, 0}, {wl, top, s.r}, {wl, s.T2, s.r}, {l2, s.T2, 0}});
+    return Rounded({{l2, 0, 0},
+                    {r2, 0, 0},
+                    {r2, s.T2, 0},
+                    {wr, s.T2, s.r},
+                    {wr, top, s.r},
+                    {r1, top, 0},
+                    {r1, s.D, 0},
+                    {l1, s.D, 0},
+                    {l1, top, 0},
+                    {wl, top, s.r},
+                    {wl, s.T2, s.r},
+                    {l2, s.T2, 0}});
 }
 
 Polygon OutlineChannel(const Section& s)
 {
     const double top = s.D - s.T;
-    return Rounded({{0, 0, 0}, {s.B, 0, 0}, {s.B, s.T, s.rToe}, {s.t, s.T, s.r}, {s.t, top, s.r}, {s.B, top, s.rToe},
-                    {s.B, s.D, 0}, {0, s.D, 0}});
+    return Rounded({{0, 0, 0},
+                    {s.B, 0, 0},
+                    {s.B, s.T, s.rToe},
+                    {s.t, s.T, s.r},
+                    {s.t, top, s.r},
+                    {s.B, top, s.rToe},
+                    {s.B, s.D, 0},
+                    {0, s.D, 0}});
 }
 
 Polygon OutlineTee(const Section& s)
 {
     const double m = 0.5 * s.B, wl = m - 0.5 * s.t, wr = m + 0.5 * s.t, top = s.D - s.T;
-    return Rounded({{wl, 0, 0}, {wr, 0, 0}, {wr, top, s.r}, {s.B, top, s.rToe}, {s.B, s.D, 0}, {0, s.D, 0},
-                    {0, top, s.rToe}, {wl, top, s.r}});
+    return Rounded({{wl, 0, 0},
+                    {wr, 0, 0},
+                    {wr, top, s.r},
+                    {s.B, top, s.rToe},
+                    {s.B, s.D, 0},
+                    {0, s.D, 0},
+                    {0, top, s.rToe},
+                    {wl, top, s.r}});
 }
 
 Polygon OutlineAngle(const Section& s)
@@ -241,8 +275,7 @@ double TorsionOpen(const Section& s)
     switch (s.shape) {
     case Shape::I: {
         double J = (s.B * Cube(T) + s.B2 * Cube(s.T2) + (s.D - T - s.T2) * Cube(t)) / 3.0;
-        if (fillet)
-            J += JunctionTee(t, T, r) + JunctionTee(t, s.T2, r) - 0.21 * (std::pow(T, 4) + std::pow(s.T2, 4));
+        if (fillet) J += JunctionTee(t, T, r) + JunctionTee(t, s.T2, r) - 0.21 * (std::pow(T, 4) + std::pow(s.T2, 4));
         return J;
     }
     case Shape::Channel: {
@@ -302,14 +335,18 @@ void SetPlates(const Section& s, Properties& p)
         p.d = s.D;
         p.b = 0.5 * s.B;
         break;
-    case Shape::Angle: p.d = s.D, p.b = s.B; break;
+    case Shape::Angle:
+        p.d = s.D, p.b = s.B;
+        break;
     case Shape::Box: {
         const double corner = s.make == Make::Rolled ? 1.5 : 2.5;
         p.d = welded ? s.D - 2.0 * s.T : s.D - 2.0 * corner * s.t;
         p.b = welded ? s.B - 2.0 * s.t : s.B - 2.0 * corner * s.t;
         break;
     }
-    case Shape::Tube: p.d = s.D; break;
+    case Shape::Tube:
+        p.d = s.D;
+        break;
     }
 }
 
@@ -399,7 +436,8 @@ Steel SteelOf(const Grade& grade, const Section& s)
     const double S275[6] = {275, 265, 255, 245, 235, 225}, S355[6] = {355, 345, 335, 325, 315, 295};
     const double S460[6] = {460, 440, 430, 410, 400, 0};
     int row = 0;
-    while (row < 6 && mm > limits[row] + 1e-9) ++row;
+    while (row < 6 && mm > limits[row] + 1e-9)
+        ++row;
     if (grade.name == "User") {
         const double Y = grade.Us > 0.0 ? std::min(grade.Ys, grade.Us / 1.2) : grade.Ys;
         steel.py = Y / grade.factor;

@@ -56,11 +56,13 @@ std::vector<Row> ReadRows(const std::vector<std::string>& files)
             }
             std::vector<std::string> f;
             std::stringstream fields(line);
-            for (std::string field; std::getline(fields, field, ',');) f.push_back(field);
+            for (std::string field; std::getline(fields, field, ',');)
+                f.push_back(field);
             if (f.size() < 11) throw std::runtime_error("catalogue row: " + line);
             Row r{f[0], f[1], f[2], f[3]};
             double* to[6] = {&r.depth, &r.width, &r.web, &r.flange, &r.root, &r.toe};
-            for (std::size_t k = 0; k < 6; ++k) *to[k] = std::stod(f[5 + k]);
+            for (std::size_t k = 0; k < 6; ++k)
+                *to[k] = std::stod(f[5 + k]);
             rows.push_back(r);
         }
         if (caption) throw std::runtime_error("no catalogue " + file);
@@ -72,14 +74,21 @@ const std::vector<Row>& RowsOf(Family family)
 {
     static const std::vector<Row> I = ReadRows({"ub", "uc", "ubp", "ipe", "he"}), channels = ReadRows({"pfc", "upe"}),
                                   tees = ReadRows({"tees"}), angles = ReadRows({"angles_equal", "angles_unequal"}),
-                                  hollow = ReadRows({"rhs_hf", "rhs_cf", "shs_hf", "shs_cf"}), tubes = ReadRows({"chs_hf", "chs_cf"});
+                                  hollow = ReadRows({"rhs_hf", "rhs_cf", "shs_hf", "shs_cf"}),
+                                  tubes = ReadRows({"chs_hf", "chs_cf"});
     switch (family) {
-    case Family::Channel: return channels;
-    case Family::Tee: return tees;
-    case Family::Angle: return angles;
-    case Family::Hollow: return hollow;
-    case Family::Tube: return tubes;
-    default: return I;
+    case Family::Channel:
+        return channels;
+    case Family::Tee:
+        return tees;
+    case Family::Angle:
+        return angles;
+    case Family::Hollow:
+        return hollow;
+    case Family::Tube:
+        return tubes;
+    default:
+        return I;
     }
 }
 
@@ -91,12 +100,18 @@ struct Described {
 Shape ShapeOf(Family family)
 {
     switch (family) {
-    case Family::Channel: return Shape::Channel;
-    case Family::Tee: return Shape::Tee;
-    case Family::Angle: return Shape::Angle;
-    case Family::Hollow: return Shape::Box;
-    case Family::Tube: return Shape::Tube;
-    default: return Shape::I;
+    case Family::Channel:
+        return Shape::Channel;
+    case Family::Tee:
+        return Shape::Tee;
+    case Family::Angle:
+        return Shape::Angle;
+    case Family::Hollow:
+        return Shape::Box;
+    case Family::Tube:
+        return Shape::Tube;
+    default:
+        return Shape::I;
     }
 }
 
@@ -111,7 +126,8 @@ Described FromCatalogue(Family family, Dice& dice)
     d.text = row.family + " " + row.designation;
     const bool formed = row.type == "formed";
     s.make = formed ? Make::Formed : Make::Rolled;
-    d.type = formed ? dice.Of<std::string>({"FORMED", "FORMED", "UNDEF", "ROLLED"}) : dice.Of<std::string>({"ROLLED", "ROLLED", "UNDEF"});
+    d.type = formed ? dice.Of<std::string>({"FORMED", "FORMED", "UNDEF", "ROLLED"})
+                    : dice.Of<std::string>({"ROLLED", "ROLLED", "UNDEF"});
     if (s.shape == Shape::I && dice.Chance(0.08)) {
         d.type = "WELDED";
         s.make = Make::Welded;
@@ -144,7 +160,8 @@ Described FromDimensions(Family family, Dice& dice)
     s.make = rolled ? Make::Rolled : Make::Welded;
     d.type = rolled ? "ROLLED" : undefined ? "UNDEF" : "WELDED";
     double r = dice.Chance(rolled ? 0.8 : 0.04) ? Whole(dice.Between(5, 20)) : 0.0;
-    double D = Whole(dice.Between(120, 900)), B = Whole(D * dice.Between(0.25, 0.9)), T = 0.0, t = 0.0, B2 = 0.0, T2 = 0.0, rt = 0.0;
+    double D = Whole(dice.Between(120, 900)), B = Whole(D * dice.Between(0.25, 0.9)), T = 0.0, t = 0.0, B2 = 0.0,
+           T2 = 0.0, rt = 0.0;
     switch (s.shape) {
     case Shape::I: {
         if (dice.Chance(0.5)) D = Whole(dice.Between(400, 1800)), B = Whole(D * dice.Between(0.15, 0.5));
@@ -183,7 +200,8 @@ Described FromDimensions(Family family, Dice& dice)
         break;
     case Shape::Box:
         D = Whole(dice.Between(80, 700)), B = Whole(D * dice.Between(0.4, 1.4));
-        t = std::max(3.0, Whole(D / dice.Between(10, 70))), T = rolled ? t : std::max(3.0, Whole(B / dice.Between(10, 60)));
+        t = std::max(3.0, Whole(D / dice.Between(10, 70))),
+        T = rolled ? t : std::max(3.0, Whole(B / dice.Between(10, 60)));
         d.text = Written("BOX", {D, B, t, T});
         break;
     case Shape::Tube:
@@ -201,7 +219,9 @@ bool IsSection(const Section& s)
 {
     if (s.shape == Shape::Tube) return s.t < 0.4 * s.D;
     const double side = s.shape == Shape::I ? std::min(s.B, s.B2) : s.B;
-    if (s.shape == Shape::Box) return 2.0 * s.t < 0.6 * s.B && 2.0 * s.T < 0.6 * s.D && (s.make == Make::Welded || 7.0 * s.t < std::min(s.B, s.D));
+    if (s.shape == Shape::Box)
+        return 2.0 * s.t < 0.6 * s.B && 2.0 * s.T < 0.6 * s.D &&
+               (s.make == Make::Welded || 7.0 * s.t < std::min(s.B, s.D));
     if (s.shape == Shape::Angle) return 2.5 * s.t < std::min(s.B, s.D);
     if (s.shape != Shape::I && (s.t > 1.8 * s.T || s.t < 0.35 * s.T)) return false;
     const double depth = s.D - s.T - (s.shape == Shape::I ? s.T2 : s.shape == Shape::Channel ? s.T : 0.0);
@@ -210,7 +230,9 @@ bool IsSection(const Section& s)
 
 Described MakeSection(Family family, Dice& dice)
 {
-    const double parametric = family == Family::RolledI ? 0.0 : family == Family::PlateI || family == Family::UnequalI ? 1.0 : 0.3;
+    const double parametric = family == Family::RolledI                                ? 0.0
+                              : family == Family::PlateI || family == Family::UnequalI ? 1.0
+                                                                                       : 0.3;
     const bool fromDimensions = dice.Chance(parametric);
     for (;;) {
         Described d = fromDimensions ? FromDimensions(family, dice) : FromCatalogue(family, dice);
@@ -233,7 +255,8 @@ Loads RandomLoads(std::size_t subs, Dice& dice)
     for (double& value : loads.along)
         value = !uniform ? 0.0 : dice.Chance(0.7) ? w : dice.Chance(0.3) ? -w : dice.Between(-1.0, 1.0);
     if (points)
-        for (double& value : loads.at) value = dice.Chance(0.6) ? dice.Between(-1.0, 2.0) : 0.0;
+        for (double& value : loads.at)
+            value = dice.Chance(0.6) ? dice.Between(-1.0, 2.0) : 0.0;
     return loads;
 }
 
@@ -247,7 +270,8 @@ class Bays {
 public:
     Bays(const std::vector<double>& x, const Loads& loads) : m_x(x), m_loads(loads)
     {
-        for (int e = 0; e < 2; ++e) m_curve.V[e].assign(x.size() - 1, 0.0), m_curve.M[e].assign(x.size() - 1, 0.0);
+        for (int e = 0; e < 2; ++e)
+            m_curve.V[e].assign(x.size() - 1, 0.0), m_curve.M[e].assign(x.size() - 1, 0.0);
     }
 
     void Span(std::size_t from, std::size_t to, double Ma, double Mb)
@@ -290,7 +314,8 @@ private:
     Curve m_curve;
 };
 
-Curve Bend(const std::vector<double>& x, const std::vector<std::size_t>& carriers, bool leftTip, bool rightTip, Dice& dice)
+Curve Bend(const std::vector<double>& x, const std::vector<std::size_t>& carriers, bool leftTip, bool rightTip,
+           Dice& dice)
 {
     const Loads loads = RandomLoads(x.size() - 1, dice);
     Bays bays(x, loads);
@@ -312,7 +337,8 @@ double Largest(const std::vector<double> (&v)[2])
 {
     double most = 0.0;
     for (const auto& side : v)
-        for (const double value : side) most = std::max(most, std::fabs(value));
+        for (const double value : side)
+            most = std::max(most, std::fabs(value));
     return most;
 }
 
@@ -332,35 +358,69 @@ double LargestMoment(const Curve& c, const std::vector<double>& x)
 unsigned SupportBits(Dice& dice)
 {
     static const std::vector<unsigned> list{
-        Bits::PINNED, Bits::PINNED, Bits::PINNED, Bits::PINNED, Bits::ENCASTRE, Bits::FULL_ROTATIONAL,
-        Bits::PARTIAL_ROTATIONAL, Bits::PINNED | Bits::FLANGE1_WARPING, Bits::PINNED | Bits::FLANGE1_WARPING | Bits::FLANGE2_WARPING,
-        Bits::PINNED | Bits::FLANGE1_WARPING_PART | Bits::FLANGE2_WARPING_PART, Bits::PINNED | Bits::FLANGE2_WARPING_PART,
-        Bits::PINNED | Bits::MAJOR_ROTATION, Bits::PINNED | Bits::MINOR_ROTATION_PART, Bits::PINNED | Bits::MINOR_ROTATION,
+        Bits::PINNED,
+        Bits::PINNED,
+        Bits::PINNED,
+        Bits::PINNED,
+        Bits::ENCASTRE,
+        Bits::FULL_ROTATIONAL,
+        Bits::PARTIAL_ROTATIONAL,
+        Bits::PINNED | Bits::FLANGE1_WARPING,
+        Bits::PINNED | Bits::FLANGE1_WARPING | Bits::FLANGE2_WARPING,
+        Bits::PINNED | Bits::FLANGE1_WARPING_PART | Bits::FLANGE2_WARPING_PART,
+        Bits::PINNED | Bits::FLANGE2_WARPING_PART,
+        Bits::PINNED | Bits::MAJOR_ROTATION,
+        Bits::PINNED | Bits::MINOR_ROTATION_PART,
+        Bits::PINNED | Bits::MINOR_ROTATION,
         Bits::PINNED | Bits::MAJOR_ROTATION_PART | Bits::COMP_FLANGE_WARPING,
-        Bits::MAJOR_SHEAR | Bits::FLANGE1_LATERAL, Bits::MAJOR_SHEAR | Bits::FLANGE1_LATERAL | Bits::TORSION_PART,
-        Bits::MAJOR_SHEAR | Bits::FLANGE2_LATERAL | Bits::TORSION_PART, Bits::MAJOR_SHEAR | Bits::FLANGE2_LATERAL | Bits::TORSION_FRICTION,
-        Bits::MAJOR_SHEAR | Bits::MINOR_SHEAR | Bits::TORSION, Bits::MAJOR_SHEAR | Bits::MINOR_SHEAR | Bits::TORSION_PART | Bits::FLANGE1_LATERAL,
-        Bits::MAJOR_SHEAR | Bits::MINOR_SHEAR | Bits::FLANGE1_LATERAL | Bits::TORSION_FRICTION, Bits::MAJOR_SHEAR | Bits::TORSION};
+        Bits::MAJOR_SHEAR | Bits::FLANGE1_LATERAL,
+        Bits::MAJOR_SHEAR | Bits::FLANGE1_LATERAL | Bits::TORSION_PART,
+        Bits::MAJOR_SHEAR | Bits::FLANGE2_LATERAL | Bits::TORSION_PART,
+        Bits::MAJOR_SHEAR | Bits::FLANGE2_LATERAL | Bits::TORSION_FRICTION,
+        Bits::MAJOR_SHEAR | Bits::MINOR_SHEAR | Bits::TORSION,
+        Bits::MAJOR_SHEAR | Bits::MINOR_SHEAR | Bits::TORSION_PART | Bits::FLANGE1_LATERAL,
+        Bits::MAJOR_SHEAR | Bits::MINOR_SHEAR | Bits::FLANGE1_LATERAL | Bits::TORSION_FRICTION,
+        Bits::MAJOR_SHEAR | Bits::TORSION};
     return dice.Of(list);
 }
 
 unsigned InnerBits(Dice& dice)
 {
-    static const std::vector<unsigned> list{
-        0u, 0u, 0u, Bits::FLANGE1_LATERAL, Bits::FLANGE1_LATERAL, Bits::FLANGE2_LATERAL, Bits::FLANGE1_LATERAL | Bits::FLANGE2_LATERAL,
-        Bits::FLANGE1_LATERAL | Bits::FLANGE2_LATERAL, Bits::COMP_FLANGE_LATERAL, Bits::COMP_FLANGE_LATERAL, Bits::TENS_FLANGE_LATERAL,
-        Bits::TORSION, Bits::TORSION | Bits::FLANGE1_LATERAL, Bits::MINOR_SHEAR, Bits::TORSION_PART | Bits::FLANGE1_LATERAL,
-        Bits::TORSION_PART | Bits::COMP_FLANGE_LATERAL, Bits::FLANGE1_LATERAL | Bits::FLANGE1_WARPING_PART | Bits::TORSION_PART,
-        Bits::FLANGE1_LATERAL | Bits::FLANGE2_LATERAL | Bits::MINOR_ROTATION, Bits::COMP_FLANGE_LATERAL | Bits::TENS_FLANGE_LATERAL};
+    static const std::vector<unsigned> list{0u,
+                                            0u,
+                                            0u,
+                                            Bits::FLANGE1_LATERAL,
+                                            Bits::FLANGE1_LATERAL,
+                                            Bits::FLANGE2_LATERAL,
+                                            Bits::FLANGE1_LATERAL | Bits::FLANGE2_LATERAL,
+                                            Bits::FLANGE1_LATERAL | Bits::FLANGE2_LATERAL,
+                                            Bits::COMP_FLANGE_LATERAL,
+                                            Bits::COMP_FLANGE_LATERAL,
+                                            Bits::TENS_FLANGE_LATERAL,
+                                            Bits::TORSION,
+                                            Bits::TORSION | Bits::FLANGE1_LATERAL,
+                                            Bits::MINOR_SHEAR,
+                                            Bits::TORSION_PART | Bits::FLANGE1_LATERAL,
+                                            Bits::TORSION_PART | Bits::COMP_FLANGE_LATERAL,
+                                            Bits::FLANGE1_LATERAL | Bits::FLANGE1_WARPING_PART | Bits::TORSION_PART,
+                                            Bits::FLANGE1_LATERAL | Bits::FLANGE2_LATERAL | Bits::MINOR_ROTATION,
+                                            Bits::COMP_FLANGE_LATERAL | Bits::TENS_FLANGE_LATERAL};
     return dice.Of(list);
 }
 
 unsigned AlongBits(Dice& dice)
 {
-    static const std::vector<unsigned> list{
-        Bits::FLANGE1_LATERAL, Bits::FLANGE1_LATERAL, Bits::FLANGE2_LATERAL, Bits::FLANGE1_LATERAL | Bits::FLANGE2_LATERAL,
-        Bits::COMP_FLANGE_LATERAL, Bits::TENS_FLANGE_LATERAL, Bits::TORSION | Bits::FLANGE1_LATERAL, Bits::TORSION, Bits::MINOR_SHEAR,
-        Bits::FLANGE1_LATERAL | Bits::TORSION_PART, Bits::COMP_FLANGE_LATERAL | Bits::TENS_FLANGE_LATERAL};
+    static const std::vector<unsigned> list{Bits::FLANGE1_LATERAL,
+                                            Bits::FLANGE1_LATERAL,
+                                            Bits::FLANGE2_LATERAL,
+                                            Bits::FLANGE1_LATERAL | Bits::FLANGE2_LATERAL,
+                                            Bits::COMP_FLANGE_LATERAL,
+                                            Bits::TENS_FLANGE_LATERAL,
+                                            Bits::TORSION | Bits::FLANGE1_LATERAL,
+                                            Bits::TORSION,
+                                            Bits::MINOR_SHEAR,
+                                            Bits::FLANGE1_LATERAL | Bits::TORSION_PART,
+                                            Bits::COMP_FLANGE_LATERAL | Bits::TENS_FLANGE_LATERAL};
     return dice.Of(list);
 }
 
@@ -374,12 +434,14 @@ Layout MakeLayout(const Section& s, Dice& dice)
 {
     Layout l;
     const std::size_t subs = static_cast<std::size_t>(1 + dice.Below(6));
-    const double L = std::clamp(std::round(100.0 * dice.Between(4.0, 40.0) * std::max(s.D, 0.7 * s.B)) / 100.0, 0.4, 40.0);
+    const double L =
+        std::clamp(std::round(100.0 * dice.Between(4.0, 40.0) * std::max(s.D, 0.7 * s.B)) / 100.0, 0.4, 40.0);
     std::vector<double> inner;
     while (inner.size() + 1 < subs) {
         const double x = std::round(1000.0 * L * dice.Between(0.06, 0.94)) / 1000.0;
         bool apart = true;
-        for (const double other : inner) apart = apart && std::fabs(other - x) > 0.04 * L;
+        for (const double other : inner)
+            apart = apart && std::fabs(other - x) > 0.04 * L;
         if (apart) inner.push_back(x);
     }
     std::sort(inner.begin(), inner.end());
@@ -410,12 +472,14 @@ void SetRestraints(const Layout& l, Member& m, Dice& dice)
         p.x = l.x[i];
         const bool support = std::find(l.supports.begin(), l.supports.end(), i) != l.supports.end();
         p.bits = support ? SupportBits(dice) : InnerBits(dice);
-        if (l.supports.size() == 1 && support) p.bits = dice.Chance(0.7) ? static_cast<unsigned>(Bits::ENCASTRE) : p.bits | Bits::MAJOR_ROTATION;
+        if (l.supports.size() == 1 && support)
+            p.bits = dice.Chance(0.7) ? static_cast<unsigned>(Bits::ENCASTRE) : p.bits | Bits::MAJOR_ROTATION;
         m.points.push_back(p);
     }
     const bool decked = dice.Chance(0.2), some = dice.Chance(0.25);
     const unsigned deck = AlongBits(dice);
-    for (SubSpan& s : m.subs) s.bits = decked ? deck : some && dice.Chance(0.4) ? AlongBits(dice) : 0u;
+    for (SubSpan& s : m.subs)
+        s.bits = decked ? deck : some && dice.Chance(0.4) ? AlongBits(dice) : 0u;
     if (!dice.Chance(0.2)) return;
     for (Point& p : m.points)
         if (dice.Chance(0.4)) p.height = dice.Chance(0.7) ? 0.25 : -0.125;
@@ -425,11 +489,14 @@ void SetRestraints(const Layout& l, Member& m, Dice& dice)
 
 void SetActions(const Layout& l, const Properties& p, double py, Member& m, Dice& dice)
 {
-    const bool bent = dice.Chance(0.88), sideways = dice.Chance(0.35), axial = dice.Chance(0.55) || (!bent && !sideways);
+    const bool bent = dice.Chance(0.88), sideways = dice.Chance(0.35),
+               axial = dice.Chance(0.55) || (!bent && !sideways);
     const double level = dice.Between(0.2, 1.1);
-    double share[3] = {bent ? dice.Between(0.1, 1.0) : 0.0, sideways ? dice.Between(0.02, 0.7) : 0.0, axial ? dice.Between(0.02, 1.0) : 0.0};
+    double share[3] = {bent ? dice.Between(0.1, 1.0) : 0.0, sideways ? dice.Between(0.02, 0.7) : 0.0,
+                       axial ? dice.Between(0.02, 1.0) : 0.0};
     const double all = share[0] + share[1] + share[2];
-    for (double& s : share) s *= level / all;
+    for (double& s : share)
+        s *= level / all;
     Curve x = Bend(l.x, l.supports, l.leftTip, l.rightTip, dice);
     std::vector<std::size_t> across{0};
     for (std::size_t i = 1; i + 1 < l.x.size(); ++i)
@@ -460,8 +527,10 @@ void Disturb(Member& m, Dice& dice)
     SubSpan& s = m.subs[static_cast<std::size_t>(dice.Below(static_cast<int>(m.subs.size())))];
     if ((s.bits & relative) != 0) return;
     const double k = dice.Chance(0.3) ? 1.0005 : dice.Between(1.1, 1.8);
-    if (dice.Chance(0.6)) s.Fz[1] *= k;
-    else s.Fy[0] *= k;
+    if (dice.Chance(0.6))
+        s.Fz[1] *= k;
+    else
+        s.Fy[0] *= k;
 }
 
 /// As a file of nine digits has it.
@@ -476,33 +545,40 @@ void RoundAll(Member& m)
 {
     for (SubSpan& s : m.subs)
         for (int e = 0; e < 2; ++e)
-            for (double* v : {&s.F[e], &s.Fy[e], &s.Fz[e], &s.Mxx[e], &s.Myy[e], &s.Mzz[e]}) *v = Rounded(*v);
+            for (double* v : {&s.F[e], &s.Fy[e], &s.Fz[e], &s.Mxx[e], &s.Myy[e], &s.Mzz[e]})
+                *v = Rounded(*v);
 }
 
 std::string FileText(const Member& m, const Described& d, std::uint64_t seed)
 {
     std::ostringstream t;
     t.precision(9);
-    t << "TITLE,random member " << seed << (m.exact ? " design option 2" : " design option 1") << "\nHEADINGS,section,type\nSECTION,"
-      << d.text << ',' << d.type << '\n';
+    t << "TITLE,random member " << seed << (m.exact ? " design option 2" : " design option 1")
+      << "\nHEADINGS,section,type\nSECTION," << d.text << ',' << d.type << '\n';
     if (m.grade.name == "User")
-        t << "GRADE,User_defined," << m.grade.Ys << ',' << m.grade.Us << ',' << m.grade.E << ',' << m.grade.factor << '\n';
+        t << "GRADE,User_defined," << m.grade.Ys << ',' << m.grade.Us << ',' << m.grade.E << ',' << m.grade.factor
+          << '\n';
     else
         t << "GRADE," << m.grade.name << '\n';
     t << "NET_TO_GROSS," << m.netGross << "\nALLOWABLE_PLASTIC/ELASTIC_RATIO," << m.plasElas
       << "\nSHEAR_LAG_FACTOR,0.7\nHEADINGS,YES/NO,major,minor,LT\nEFFECTIVE_LENGTH_OVERRIDES,";
-    if (m.given) t << "YES," << m.givenMajor << ',' << m.givenMinor << ',' << m.givenLT << '\n';
-    else t << "NO\n";
+    if (m.given)
+        t << "YES," << m.givenMajor << ',' << m.givenMinor << ',' << m.givenLT << '\n';
+    else
+        t << "NO\n";
     if (m.factor) t << "EQUIVALENT_UNIFORM_MOMENT_FACTOR," << *m.factor << '\n';
     t << "HEADINGS,points\n";
     for (std::size_t i = 0; i < m.points.size(); ++i)
-        t << "MEMBERPOINT," << i + 1 << ',' << m.points[i].x << ',' << m.points[i].bits << ',' << m.points[i].height << '\n';
+        t << "MEMBERPOINT," << i + 1 << ',' << m.points[i].x << ',' << m.points[i].bits << ',' << m.points[i].height
+          << '\n';
     t << "HEADINGS,sub-spans\n";
     for (std::size_t i = 0; i < m.subs.size(); ++i) {
         const SubSpan& s = m.subs[i];
         t << "SUBSPAN," << i + 1;
-        for (int e = 0; e < 2; ++e) t << ',' << s.F[e] << ',' << s.Fy[e] << ',' << s.Fz[e];
-        for (int e = 0; e < 2; ++e) t << ',' << s.Mxx[e] << ',' << s.Myy[e] << ',' << s.Mzz[e];
+        for (int e = 0; e < 2; ++e)
+            t << ',' << s.F[e] << ',' << s.Fy[e] << ',' << s.Fz[e];
+        for (int e = 0; e < 2; ++e)
+            t << ',' << s.Mxx[e] << ',' << s.Myy[e] << ',' << s.Mzz[e];
         t << ',' << s.bits << ',' << s.height << '\n';
     }
     t << "END\n";
@@ -513,7 +589,8 @@ std::string FileText(const Member& m, const Described& d, std::uint64_t seed)
 
 const char* FamilyName(Family family)
 {
-    static const char* const names[] = {"rolled I", "plate I", "unequal I", "channel", "tee", "angle", "hollow", "tube"};
+    static const char* const names[] = {"rolled I", "plate I", "unequal I", "channel",
+                                        "tee",      "angle",   "hollow",    "tube"};
     return names[static_cast<int>(family)];
 }
 

@@ -16,7 +16,8 @@ constexpr unsigned LATERAL[2] = {Bits::FLANGE1_LATERAL, Bits::FLANGE2_LATERAL};
 constexpr unsigned WARPING[2] = {Bits::FLANGE1_WARPING, Bits::FLANGE2_WARPING};
 constexpr unsigned WARPING_PART[2] = {Bits::FLANGE1_WARPING_PART, Bits::FLANGE2_WARPING_PART};
 constexpr unsigned RELATIVE = Bits::COMP_FLANGE_LATERAL | Bits::TENS_FLANGE_LATERAL | Bits::COMP_FLANGE_WARPING |
-                              Bits::TENS_FLANGE_WARPING | Bits::COMP_FLANGE_WARPING_PART | Bits::TENS_FLANGE_WARPING_PART;
+                              Bits::TENS_FLANGE_WARPING | Bits::COMP_FLANGE_WARPING_PART |
+                              Bits::TENS_FLANGE_WARPING_PART;
 
 bool Has(unsigned bits, unsigned all) { return (bits & all) == all; }
 
@@ -73,7 +74,8 @@ class Flanges {
 public:
     explicit Flanges(const Basis& b) : m_b(b), m_tol(1e-9 * b.member.Length())
     {
-        for (const Point& p : b.member.points) m_start = std::min(m_start, p.x), m_end = std::max(m_end, p.x);
+        for (const Point& p : b.member.points)
+            m_start = std::min(m_start, p.x), m_end = std::max(m_end, p.x);
         FindAlong();
         FindHolders();
     }
@@ -105,14 +107,19 @@ private:
         bool first = true;
         const auto add = [&](double value) {
             const int s = SignOf(value);
-            if (first) sign = s;
-            else if (s != sign) sign = 0;
+            if (first)
+                sign = s;
+            else if (s != sign)
+                sign = 0;
             first = false;
         };
         if (point > 0)
-            for (const double m : m_b.diagram.At(Bending::Major, static_cast<int>(point) - 1, m_b.member.points[point].x - m_b.member.points[point - 1].x)) add(m);
+            for (const double m : m_b.diagram.At(Bending::Major, static_cast<int>(point) - 1,
+                                                 m_b.member.points[point].x - m_b.member.points[point - 1].x))
+                add(m);
         if (point < subs.size())
-            for (const double m : m_b.diagram.At(Bending::Major, static_cast<int>(point), 0.0)) add(m);
+            for (const double m : m_b.diagram.At(Bending::Major, static_cast<int>(point), 0.0))
+                add(m);
         return sign;
     }
 
@@ -125,7 +132,8 @@ private:
             const unsigned bits = m_b.member.subs[i].bits;
             std::vector<double> edges{0.0};
             if ((bits & RELATIVE) != 0)
-                for (const double z : m_b.diagram.Zeros(Bending::Major, static_cast<int>(i))) edges.push_back(z);
+                for (const double z : m_b.diagram.Zeros(Bending::Major, static_cast<int>(i)))
+                    edges.push_back(z);
             edges.push_back(L);
             for (std::size_t k = 0; k + 1 < edges.size(); ++k) {
                 const double mid = 0.5 * (edges[k] + edges[k + 1]);
@@ -168,7 +176,8 @@ private:
 
     bool Holds(const Holder& h, int flange) const
     {
-        return std::any_of(h.restraints.begin(), h.restraints.end(), [&](unsigned bits) { return Has(bits, LATERAL[flange]); });
+        return std::any_of(h.restraints.begin(), h.restraints.end(),
+                           [&](unsigned bits) { return Has(bits, LATERAL[flange]); });
     }
     /// The restraints of a section that hold the flange, those of a held length together with its point; where none does
     /// (an end of the member) that of the point.
@@ -215,7 +224,8 @@ private:
     double Table13(int flange, const Holder& h, double L, bool destabilising) const
     {
         double best = INF;
-        for (const unsigned bits : Holding(h, flange)) best = std::min(best, Table13(flange, bits, h.support || h.end, L, destabilising));
+        for (const unsigned bits : Holding(h, flange))
+            best = std::min(best, Table13(flange, bits, h.support || h.end, L, destabilising));
         return best;
     }
     double Table13(int flange, unsigned bits, bool supported, double L, bool destabilising) const
@@ -237,7 +247,8 @@ private:
     }
 
     /// Table 14 with the increase for a moment at the tip.
-    double Table14(int flange, const Holder& support, const Holder& tip, double L, bool destabilising, double tipMoment) const
+    double Table14(int flange, const Holder& support, const Holder& tip, double L, bool destabilising,
+                   double tipMoment) const
     {
         double best = INF;
         for (const unsigned bits : Holding(support, flange))
@@ -246,13 +257,18 @@ private:
     }
     double Table14(int flange, unsigned support, unsigned tip, double L, bool destabilising, double tipMoment) const
     {
-        static const double normal[4][4] = {{3.0, 2.7, 2.4, 2.1}, {2.0, 1.8, 1.6, 1.4}, {1.0, 0.9, 0.8, 0.7}, {0.8, 0.7, 0.6, 0.5}};
-        static const double high[4][4] = {{7.5, 7.5, 4.5, 3.6}, {5.0, 5.0, 3.0, 2.4}, {2.5, 2.5, 1.5, 1.2}, {1.4, 1.4, 0.6, 0.5}};
+        static const double normal[4][4] = {
+            {3.0, 2.7, 2.4, 2.1}, {2.0, 1.8, 1.6, 1.4}, {1.0, 0.9, 0.8, 0.7}, {0.8, 0.7, 0.6, 0.5}};
+        static const double high[4][4] = {
+            {7.5, 7.5, 4.5, 3.6}, {5.0, 5.0, 3.0, 2.4}, {2.5, 2.5, 1.5, 1.2}, {1.4, 1.4, 0.6, 0.5}};
         const unsigned t = LATERAL[1 - flange], any = support & (LATERAL[0] | LATERAL[1]);
         int row = -1;
-        if (Has(support, Bits::MINOR_SHEAR | Bits::TORSION)) row = Has(support, WARPING[0] | WARPING[1]) ? 3 : 2;
-        else if (Has(support, Bits::TORSION_PART) && any != 0) row = 1;
-        else if (Has(support, t)) row = 0;
+        if (Has(support, Bits::MINOR_SHEAR | Bits::TORSION))
+            row = Has(support, WARPING[0] | WARPING[1]) ? 3 : 2;
+        else if (Has(support, Bits::TORSION_PART) && any != 0)
+            row = 1;
+        else if (Has(support, t))
+            row = 0;
         if (row < 0) return INF;
         const bool torsion = Has(tip, Bits::TORSION);
         const bool lateral = (tip & (LATERAL[0] | LATERAL[1])) != 0;
@@ -357,7 +373,8 @@ private:
         const std::size_t last = m_b.member.subs.size() - 1;
         const double L = m_b.member.points[last + 1].x - m_b.member.points[last].x;
         double most = 0.0;
-        for (const double m : m_b.diagram.At(Bending::Major, left ? 0 : static_cast<int>(last), left ? 0.0 : L)) most = std::max(most, std::fabs(m));
+        for (const double m : m_b.diagram.At(Bending::Major, left ? 0 : static_cast<int>(last), left ? 0.0 : L))
+            most = std::max(most, std::fabs(m));
         return most;
     }
 
@@ -421,7 +438,8 @@ std::vector<Stretch> StretchesOf(const Basis& b)
             if (!bent) continue;
             bool merged = false;
             for (Stretch& other : all)
-                if (other.held == s.held && std::fabs(other.a - s.a) + std::fabs(other.b - s.b) < 1e-9 * b.member.Length()) {
+                if (other.held == s.held &&
+                    std::fabs(other.a - s.a) + std::fabs(other.b - s.b) < 1e-9 * b.member.Length()) {
                     other.LE = std::max(other.LE, s.LE);
                     other.compressed[f] = merged = true;
                     other.cantilever = other.cantilever || s.cantilever;
@@ -445,7 +463,8 @@ std::vector<FlexuralSpan> FlexuralSpans(const Basis& b, Bending axis)
     const auto along = [&](std::size_t i) { return Has(Close(b.member.subs[i].bits, 0), shear); };
     std::vector<bool> held;
     for (std::size_t i = 0; i < points.size(); ++i)
-        held.push_back(Has(Close(points[i].bits, signAt(i)), shear) || (i > 0 && along(i - 1)) || (i < b.member.subs.size() && along(i)));
+        held.push_back(Has(Close(points[i].bits, signAt(i)), shear) || (i > 0 && along(i - 1)) ||
+                       (i < b.member.subs.size() && along(i)));
     std::vector<FlexuralSpan> spans;
     std::size_t from = 0;
     for (std::size_t i = 1; i < points.size(); ++i) {

@@ -121,7 +121,10 @@ private:
         double operator()(double s) const { return m0 + s * (m1 + s * m2); }
     };
     static std::size_t Index(Bending axis) { return axis == Bending::Major ? 0 : 1; }
-    const std::vector<Curve>& Curves(Bending axis, int sub) const { return m_curves[Index(axis)][static_cast<std::size_t>(sub)]; }
+    const std::vector<Curve>& Curves(Bending axis, int sub) const
+    {
+        return m_curves[Index(axis)][static_cast<std::size_t>(sub)];
+    }
     void Add(Bending axis, double scale);
 
     const Member* m_member;
@@ -139,11 +142,11 @@ struct Actions {
 struct Class {
     int cls = 1;
     double pyrX = 0.0, pyrY = 0.0; ///< design strength in bending, reduced by 3.6.5 where class 4
-    double Aeff = 0.0;           ///< for compression
-    double pyAxial = 0.0;        ///< goes with Aeff
-    double Wx = 0.0, Wy = 0.0;   ///< moduli of the moment capacities (u-u, v-v of an angle)
+    double Aeff = 0.0;             ///< for compression
+    double pyAxial = 0.0;          ///< goes with Aeff
+    double Wx = 0.0, Wy = 0.0;     ///< moduli of the moment capacities (u-u, v-v of an angle)
     bool plasticX = true, plasticY = true;
-    double Zx = 0.0, Zy = 0.0;   ///< elastic moduli of the interaction
+    double Zx = 0.0, Zy = 0.0; ///< elastic moduli of the interaction
     bool flangeSlender = false;
 };
 Class Classify(const Section& s, const Properties& p, const Steel& steel, const Actions& a);
@@ -206,8 +209,8 @@ std::vector<Stretch> StretchesOf(const Basis& b);
 struct FlexuralSpan {
     double a = 0.0, b = 0.0;
     double LE = 0.0;
-    double L = 0.0;     ///< between the sections that hold
-    bool held = false;  ///< no buckling about this axis
+    double L = 0.0;    ///< between the sections that hold
+    bool held = false; ///< no buckling about this axis
     bool sway = false;
 };
 std::vector<FlexuralSpan> FlexuralSpans(const Basis& b, Bending axis);

@@ -50,7 +50,8 @@ std::vector<Compared> Compare(const BS5950::CSteelMemberBS5950& m, const Second:
 {
     const Second::Local& l = f.local;
     // Where one action is alone at a place its own rule has it; the sums start from there.
-    const double alone = Module(m, {Rule::Tension, Rule::EccentricConnection, Rule::Compression, Rule::MomentMajor, Rule::MomentMinor});
+    const double alone =
+        Module(m, {Rule::Tension, Rule::EccentricConnection, Rule::Compression, Rule::MomentMajor, Rule::MomentMinor});
     const double aloneSecond = std::max({l.tension, l.tie, l.compression, l.momentMajor, l.momentMinor});
     return {{"tension", Module(m, {Rule::Tension, Rule::EccentricConnection}), std::max(l.tension, l.tie)},
             {"compression", Module(m, {Rule::Compression}), l.compression},
@@ -85,7 +86,8 @@ void CheckOne(Second::Family family, std::uint64_t seed, Tally& tally, bool verb
     if (made.member.exact) member.SetDesOpt(BS5950::CSteelMemberBS5950::MORE_EXACT);
     CSteelGrade grade;
     ++tally.members;
-    if (!member.CSVInputData(CString(std::wstring(made.text.begin(), made.text.end()).c_str()), grade) || !member.SetGrade(grade)) {
+    if (!member.CSVInputData(CString(std::wstring(made.text.begin(), made.text.end()).c_str()), grade) ||
+        !member.SetGrade(grade)) {
         ++tally.refused;
         if (verbose) std::printf("refused: %s\n", made.text.c_str());
         return;
@@ -100,40 +102,87 @@ void CheckOne(Second::Family family, std::uint64_t seed, Tally& tally, bool verb
         if (verbose) continue;
         ++(c.module > c.second ? tally.higher : tally.lower)[c.rule];
         const std::size_t at = made.text.find("SECTION,"), end = made.text.find('\n', at);
-        std::printf("DIFF;%s;%s;%llu;%.6g;%.6g;%s\n", Second::FamilyName(family), c.rule, static_cast<unsigned long long>(seed), c.module, c.second, made.text.substr(at + 8, end - at - 8).c_str());
+        std::printf("DIFF;%s;%s;%llu;%.6g;%.6g;%s\n", Second::FamilyName(family), c.rule,
+                    static_cast<unsigned long long>(seed), c.module, c.second,
+                    made.text.substr(at + 8, end - at - 8).c_str());
     }
     if (differs) ++tally.disagreeing;
     if (verbose) {
         std::printf("%s", made.text.c_str());
-        for (const Compared& c : Compare(member, second)) if (c.module + c.second > 0) std::printf("%-18s module %.6g second %.6g%s\n", c.rule, c.module, c.second, c.Agrees() ? "" : "  <<<");
+        for (const Compared& c : Compare(member, second))
+            if (c.module + c.second > 0)
+                std::printf("%-18s module %.6g second %.6g%s\n", c.rule, c.module, c.second, c.Agrees() ? "" : "  <<<");
         for (const auto& e : member.Checks().Entries())
             if (e.utilisation > 0 || e.status == CheckStatus::Failed)
-                std::printf("   %ls %ls [%g..%g] u %.5g R %.6g %ls %ls\n", BS5950::RuleName(e.rule), e.clause, e.start, e.end, e.utilisation, e.resistance, e.symbol, e.reason);
+                std::printf("   %ls %ls [%g..%g] u %.5g R %.6g %ls %ls\n", BS5950::RuleName(e.rule), e.clause, e.start,
+                            e.end, e.utilisation, e.resistance, e.symbol, e.reason);
         if (std::getenv("SECOND_SPANS"))
-        for (const auto& s : member.Spans())
-            std::printf("   span mode %d %g..%g LE %g lambda %g strength %.6g R %.6g effect %.6g u %.5g m %.4g myx %.4g cls %d Mx %.6g My %.6g cont %d cant %d dest %d\n", static_cast<int>(s.mode), s.start, s.end, s.LE, s.slenderness, s.strength, s.resistance, s.effect, s.utilisation, s.m, s.myx, s.cls, s.Mx, s.My, s.continuous, s.cantilever, s.destabilising);
+            for (const auto& s : member.Spans())
+                std::printf("   span mode %d %g..%g LE %g lambda %g strength %.6g R %.6g effect %.6g u %.5g m %.4g myx "
+                            "%.4g cls %d Mx %.6g My %.6g cont %d cant %d dest %d\n",
+                            static_cast<int>(s.mode), s.start, s.end, s.LE, s.slenderness, s.strength, s.resistance,
+                            s.effect, s.utilisation, s.m, s.myx, s.cls, s.Mx, s.My, s.continuous, s.cantilever,
+                            s.destabilising);
         if (std::getenv("SECOND_POS"))
-        for (const auto& q : member.Positions())
-            std::printf("   pos %.4g sub %d F %.5g Mx %.5g My %.5g Vy %.5g Vx %.5g cls %d Wx %.6g Wy %.6g Mcx %.6g Mcy %.6g Aeff %.6g comb %.5g\n", q.x, q.subSpan, q.actions.F, q.actions.Mx, q.actions.My, q.actions.Fvy, q.actions.Fvx, q.cls.cls, q.cls.Wx, q.cls.Wy, q.Mcx, q.Mcy, q.cls.Aeff, q.combined);
+            for (const auto& q : member.Positions())
+                std::printf("   pos %.4g sub %d F %.5g Mx %.5g My %.5g Vy %.5g Vx %.5g cls %d Wx %.6g Wy %.6g Mcx %.6g "
+                            "Mcy %.6g Aeff %.6g comb %.5g\n",
+                            q.x, q.subSpan, q.actions.F, q.actions.Mx, q.actions.My, q.actions.Fvy, q.actions.Fvx,
+                            q.cls.cls, q.cls.Wx, q.cls.Wy, q.Mcx, q.Mcy, q.cls.Aeff, q.combined);
         const auto& p = member.Properties();
         const Second::Properties o = Second::PropertiesOf(made.member.section);
-        std::printf("   A %.6g %.6g Ix %.6g %.6g Iy %.6g %.6g Zx %.6g %.6g Zy %.6g %.6g Sx %.6g %.6g Sy %.6g %.6g J %.6g %.6g H %.6g %.6g Zu %.6g %.6g Zv %.6g %.6g rv %.6g %.6g psi %.6g %.6g\n", p.A, o.A, p.Ix, o.Ix, p.Iy, o.Iy, p.Zx, o.Zx, p.Zy, o.Zy, p.Sx, o.Sx, p.Sy, o.Sy, p.J, o.J, p.H, o.H, p.Zu, o.Zu, p.Zv, o.Zv, p.rv, o.rv, p.psi, o.psi);
+        std::printf("   A %.6g %.6g Ix %.6g %.6g Iy %.6g %.6g Zx %.6g %.6g Zy %.6g %.6g Sx %.6g %.6g Sy %.6g %.6g J "
+                    "%.6g %.6g H %.6g %.6g Zu %.6g %.6g Zv %.6g %.6g rv %.6g %.6g psi %.6g %.6g\n",
+                    p.A, o.A, p.Ix, o.Ix, p.Iy, o.Iy, p.Zx, o.Zx, p.Zy, o.Zy, p.Sx, o.Sx, p.Sy, o.Sy, p.J, o.J, p.H,
+                    o.H, p.Zu, o.Zu, p.Zv, o.Zv, p.rv, o.rv, p.psi, o.psi);
     }
 }
 
-TEST_P(SecondCalculation, EveryRuleAgrees)
+// Share of the members of a family in which some rule still differs by more than 0.5 %. What is open is listed in
+// docs/bs5950.md; a share that has fallen for good is lowered here.
+double OpenShare(Second::Family family)
+{
+    switch (family) {
+    case Second::Family::RolledI:
+        return 0.014;
+    case Second::Family::PlateI:
+        return 0.065;
+    case Second::Family::UnequalI:
+        return 0.125;
+    case Second::Family::Channel:
+        return 0.02;
+    case Second::Family::Tee:
+        return 0.03;
+    case Second::Family::Angle:
+        return 0.30;
+    case Second::Family::Hollow:
+        return 0.035;
+    default:
+        return 0.04;
+    }
+}
+
+TEST_P(SecondCalculation, RulesAgreeExceptForWhatIsOpen)
 {
     const std::uint64_t members = FromEnvironment("SECOND_MEMBERS", 2500), first = FromEnvironment("SECOND_SEED", 1);
     Tally tally;
-    for (std::uint64_t seed = first; seed < first + members; ++seed) CheckOne(GetParam(), seed, tally, members == 1);
-    std::printf("%s: %d members, %d refused, %d disagree\n", Second::FamilyName(GetParam()), tally.members, tally.refused, tally.disagreeing);
+    for (std::uint64_t seed = first; seed < first + members; ++seed)
+        CheckOne(GetParam(), seed, tally, members == 1);
+    std::printf("%s: %d members, %d refused, %d disagree\n", Second::FamilyName(GetParam()), tally.members,
+                tally.refused, tally.disagreeing);
     for (const auto& [rule, n] : tally.compared)
-        std::printf("  %-18s compared %6d higher %5d lower %5d\n", rule.c_str(), n, tally.higher[rule], tally.lower[rule]);
+        std::printf("  %-18s compared %6d higher %5d lower %5d\n", rule.c_str(), n, tally.higher[rule],
+                    tally.lower[rule]);
+    for (const char* rule : {"shear major", "shear minor", "tension"})
+        EXPECT_EQ(tally.higher[rule] + tally.lower[rule], 0) << rule;
+    if (members >= 2500) {
+        EXPECT_LE(tally.disagreeing, OpenShare(GetParam()) * static_cast<double>(members));
+    }
 }
 
 using Second::Family;
 INSTANTIATE_TEST_SUITE_P(Families, SecondCalculation,
-                         testing::Values(Family::RolledI, Family::PlateI, Family::UnequalI, Family::Channel, Family::Tee, Family::Angle,
-                                         Family::Hollow, Family::Tube));
+                         testing::Values(Family::RolledI, Family::PlateI, Family::UnequalI, Family::Channel,
+                                         Family::Tee, Family::Angle, Family::Hollow, Family::Tube));
 
 } // namespace

@@ -38,8 +38,9 @@ public:
     bool CheckLocal(bool) override
     {
         Result()->IniDynaArray(static_cast<int>(SubSpans().size()));
+        int position = 0; // counted here: the numbers of a file may have gaps
         for (const CSubSpan& subSpan : SubSpans()) {
-            Result()->SetCurSubSpan(subSpan.IndexCSS());
+            Result()->SetCurSubSpan(position++);
             Result()->SetUtilLocalCombined(Utilisation(subSpan.GetForcesLeft(), subSpan.GetMomentsLeft()));
             Result()->SetUtilLocalCombined(Utilisation(subSpan.GetForcesRight(), subSpan.GetMomentsRight()));
         }
