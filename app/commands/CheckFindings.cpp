@@ -76,11 +76,11 @@ std::string TextOf(const CheckedMember& checked, const CheckOptions& options)
 
 } // namespace
 
-ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, const FindingSink& sink)
+ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, const OutputPieceSink& sink)
 {
     const ExitCode code = checked.Status() == "pass" ? EXIT_FINE : EXIT_MEMBER_FAILS;
     const std::string text = TextOf(checked, options);
-    sink({Finding::Member, code, checked.result->UtilOverAll(), text});
+    sink({OutputPiece::Member, code, checked.result->UtilOverAll(), text});
     return code;
 }
 
@@ -93,11 +93,11 @@ CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOpt
     return checked;
 }
 
-CheckLoop::CheckLoop(const CheckOptions& options, std::istream& standardInput, FindingSink sink) :
+CheckLoop::CheckLoop(const CheckOptions& options, std::istream& standardInput, OutputPieceSink sink) :
     m_options(options), m_sink(std::move(sink)), m_console{standardInput,
                                                            {},
                                                            [this](std::string_view message) {
-                                                               m_sink({Finding::Message, EXIT_FINE, 0.0, message});
+                                                               m_sink({OutputPiece::Message, EXIT_FINE, 0.0, message});
                                                            },
                                                            {}},
     m_loop(
@@ -107,7 +107,7 @@ CheckLoop::CheckLoop(const CheckOptions& options, std::istream& standardInput, F
         },
         [this](const Refusal& refusal) {
             const std::string line = m_options.format == Format::JSON_LINES ? RefusalLine(refusal) : std::string();
-            m_sink({Finding::Refused, EXIT_BAD_INPUT, 0.0, line});
+            m_sink({OutputPiece::Refused, EXIT_BAD_INPUT, 0.0, line});
         })
 {}
 

@@ -64,11 +64,11 @@ private:
     static std::string HoldText(const std::vector<std::string>& rules)
     {
         if (rules.front() != "minor shear") return Joined(rules);
-        std::vector<std::string> rules;
+        std::vector<std::string> held;
         for (const std::string& rule : rules) {
-            if (rule.find("flange") == std::string::npos) rules.push_back(rule);
+            if (rule.find("flange") == std::string::npos) held.push_back(rule);
         }
-        return Joined(rules);
+        return Joined(held);
     }
 
     std::string ContinuousText(const SpanReport& span) const

@@ -126,7 +126,7 @@ std::string TableHead(const char* caption, std::initializer_list<const char*> na
 }
 
 // Nothing in the input says how a member stands. One whose axial force causes more stress than its moments is no beam.
-std::string StandingHtml(const MemberLayout& layout, const CSection& section)
+std::string StandingHtml(const DrawnLayout& layout, const CSection& section)
 {
     const auto geometry = MakeGeometry(section);
     if (!geometry) return {};
@@ -146,7 +146,7 @@ std::string StandingHtml(const MemberLayout& layout, const CSection& section)
            "bottom are those of the drawing.</p>\n";
 }
 
-std::string PointTable(const MemberLayout& layout)
+std::string PointTable(const DrawnLayout& layout)
 {
     std::string html = TableHead("Member points", {"Point"}, {"At"}, {"Restraint", "What it holds", "Load height"});
     for (std::size_t i = 0; i < layout.points.size(); ++i) {
@@ -160,7 +160,7 @@ std::string PointTable(const MemberLayout& layout)
 }
 
 // In the short form: as many points as leave room for the rest.
-std::string FewPoints(const MemberLayout& layout)
+std::string FewPoints(const DrawnLayout& layout)
 {
     constexpr std::size_t most = 6;
     if (layout.points.size() <= most) return PointTable(layout);
@@ -168,7 +168,7 @@ std::string FewPoints(const MemberLayout& layout)
            " points and what holds each are in the full sheet.</p>\n";
 }
 
-std::string SubSpanTable(const MemberLayout& layout)
+std::string SubSpanTable(const DrawnLayout& layout)
 {
     std::string html = TableHead("Sub-spans", {"Sub-span"}, {"From", "To"}, {"Restraint along it", "What it holds"});
     for (std::size_t k = 0; k < layout.SubSpanCount(); ++k) {
@@ -181,7 +181,7 @@ std::string SubSpanTable(const MemberLayout& layout)
     return html + "</tbody></table>\n";
 }
 
-std::string ActionsHtml(const std::string& id, const MemberLayout& layout, const MemberAxis& axis)
+std::string ActionsHtml(const std::string& id, const DrawnLayout& layout, const MemberAxis& axis)
 {
     std::string html;
     std::string absent;
@@ -593,7 +593,7 @@ std::vector<std::string> FlagSentences(int flags)
 
 std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, const std::string& id)
 {
-    const MemberLayout layout{checked.member->GetMemberPointVec(), checked.member->GetSubSpanVec()};
+    const DrawnLayout layout{checked.member->GetMemberPointVec(), checked.member->GetSubSpanVec()};
     const CSection section = checked.member->GetKeltrixSec();
     const CSecComp& component = section.Component(0);
     const MemberAxis axis(layout, component.Dimension(0.0, CSecGeom::DEPTH));
