@@ -4,7 +4,7 @@
 
 namespace Keltrix::App {
 
-/// What `ksteel` answers to the shell.
+/// What `ksteel` returns to the shell.
 enum ExitCode : int {
     EXIT_FINE = 0,
     EXIT_MEMBER_FAILS = 1,

@@ -56,9 +56,9 @@ std::size_t NumberPrefix(std::wstring_view text)
     std::size_t end = DigitsFrom(text, sign);
     std::size_t digits = end - sign;
     if (end < text.size() && text[end] == L'.') {
-        const std::size_t behind = DigitsFrom(text, end + 1);
-        digits += behind - end - 1;
-        end = behind;
+        const std::size_t fractionEnd = DigitsFrom(text, end + 1);
+        digits += fractionEnd - end - 1;
+        end = fractionEnd;
     }
     if (digits == 0) return 0;
     if (end < text.size() && Lower(text[end]) == L'e') {

@@ -72,7 +72,7 @@ std::size_t InputStream::ReadSome(char* buffer, std::size_t size)
     std::streamsize got = m_stream->readsome(buffer, most);
     if (got == 0 && m_stream->peek() != std::istream::traits_type::eof()) {
         got = m_stream->readsome(buffer, most);
-        // A stream without a buffer has nothing that could be had without waiting, but the byte it has just shown.
+        // An unbuffered stream never reports bytes as available; take the one that peek() returned.
         if (got == 0) {
             buffer[0] = static_cast<char>(m_stream->get());
             got = 1;

@@ -28,7 +28,7 @@ public:
     const std::string& Name() const { return m_name; }
     /// Whether all of it is there before reading begins: it is neither the standard input nor a pipe.
     bool IsRegularFile() const { return m_isRegularFile; }
-    /// Takes what can be had without waiting, and waits where that is nothing. 0 only at the end. Throws BadInput where
+    /// Takes what is available without waiting, and waits where that is nothing. 0 only at the end. Throws BadInput where
     /// reading fails.
     std::size_t ReadSome(char* buffer, std::size_t size);
 

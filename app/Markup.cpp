@@ -78,7 +78,7 @@ private:
 
     bool IsOpen(Tag tag) const { return m_open[static_cast<std::size_t>(tag)] > 0; }
 
-    // Takes one piece off the front of the text and answers its length.
+    // Takes one piece off the front of the text and returns its length.
     std::size_t Step(std::string_view text)
     {
         switch (text[0]) {

@@ -157,7 +157,7 @@ public:
         m_line.rank = RankOf(m_line.keyword);
         ++m_line.number;
     }
-    /// Offset of the current line's first character, and of the one behind its line break.
+    /// Offset of the current line's first character, and of the one after its line break.
     std::size_t Start() const { return static_cast<std::size_t>(m_line.whole.data() - m_text.View().data()); }
     std::size_t Finish() const
     {
@@ -517,7 +517,7 @@ private:
         RefuseExtraFields(list, 5);
     }
 
-    // A line of one number behind its keyword.
+    // A line of one number after its keyword.
     void CheckSingleNumber(const char* field)
     {
         const FieldList list = SplitFields(Now().rest, 2);
@@ -584,7 +584,7 @@ private:
         WarnOfExtraFields(list, 1);
     }
 
-    // The optional factors, and the line behind them, which the reader passes over.
+    // The optional factors, and the line after them, which the reader passes over.
     void CheckFactors()
     {
         Advance();
@@ -738,7 +738,7 @@ private:
         return GetValueDouble(copy) != static_cast<double>(value);
     }
 
-    // "2,5" is two fields, of which one number was meant. The fields behind are then not looked at.
+    // "2,5" is two fields, of which one number was meant. The fields after it are then not looked at.
     bool RefuseDecimalComma(const FieldList& list, std::size_t i, std::size_t count, const char* name,
                             const Quantity& quantity)
     {

@@ -94,12 +94,12 @@ std::optional<MemberPiece> MemberCutter::Next()
     }
     m_searched = m_buffer.size();
     const bool isTooLarge = m_buffer.size() - m_begin > LARGEST_FILE;
-    std::optional<MemberPiece> told;
+    std::optional<MemberPiece> tooLarge;
     if (isTooLarge && !m_isDropping) {
         m_isDropping = true;
-        told.emplace();
-        told->start = m_start;
-        told->isTooLarge = true;
+        tooLarge.emplace();
+        tooLarge->start = m_start;
+        tooLarge->isTooLarge = true;
     }
     if (m_isDropping) {
         Drop();
@@ -111,7 +111,7 @@ std::optional<MemberPiece> MemberCutter::Next()
             m_searched = 1;
         }
     }
-    return told;
+    return tooLarge;
 }
 
 std::optional<MemberPiece> MemberCutter::Rest()

@@ -24,16 +24,16 @@ struct MemberPiece {
     LineNumber FirstLine() const { return start.lines + 1; }
 };
 
-/// Cuts the bytes of a member file into pieces, each behind an END line, as soon as that line is there, so that a stream
-/// of any length is read in the memory of one member. It cuts only where the END line ends a member for certain: the
-/// reader takes the line behind a ratio, and the one in front of the points, whatever it is, so that an END line there
-/// may end nothing. Where it does not cut, a piece holds several members.
+/// Cuts the bytes of a member file into pieces, each after an END line, as soon as that line is there, so that a stream
+/// of any length is read in the memory of one member. It cuts after an END line only if the reader is sure to treat it as
+/// the end. After a ratio line and before the points the reader accepts any line, so an END there is not a cut. Where it does
+/// not cut, a piece holds several members.
 class MemberCutter {
 public:
     void Add(std::string_view bytes);
     /// The next piece that ends with an END line, or one that is too large.
     std::optional<MemberPiece> Next();
-    /// What is left at the end of the input; nothing where only blank lines are left behind an END line.
+    /// What is left at the end of the input; nothing where only blank lines are left after an END line.
     std::optional<MemberPiece> Rest();
 
 private:
@@ -48,7 +48,7 @@ private:
     std::int64_t m_lines = 0;    // in the piece so far
     FilePlace m_start;           // of the piece
     bool m_isBehindEnd = false;
-    bool m_mayHideEnd = false; // the line before this one is one behind which any line is taken
+    bool m_mayHideEnd = false; // the line before this one is one after which any line is taken
     bool m_isDropping = false; // the rest of a piece that is too large
 };
 

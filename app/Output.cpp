@@ -70,7 +70,7 @@ bool IsAbleTerminal(std::FILE* stream)
     const char* const terminal = std::getenv("TERM");
     if (terminal && std::strcmp(terminal, "dumb") == 0) return false;
 #if defined(_WIN32)
-    // A console follows escape sequences only when told to, and one of before Windows 10 never does.
+    // A console follows escape sequences only when this mode is set, and one of before Windows 10 never does.
     const HANDLE console = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
     DWORD mode = 0;
     return GetConsoleMode(console, &mode) && SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);

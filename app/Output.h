@@ -16,7 +16,7 @@ void WriteAll(std::FILE* stream, std::string_view text);
 /// either the old one or the new one. "-", and the name of the file to which standard output goes, are standard output. A
 /// symbolic link stays and its target is written. The mode and the owner of a file are kept; where that is not possible,
 /// where it has other names (hard links) and where its folder cannot be written, the new text is written over the old one
-/// after room was made for all of it. Throws BadOutput and leaves nothing else behind on failure, and leaves nothing behind
+/// after room was made for all of it. Throws BadOutput and leaves no other file on failure, nor
 /// where SIGHUP, SIGINT, SIGQUIT or SIGTERM ends the program. One file at a time.
 void WriteFile(const std::string& path, std::string_view text);
 

@@ -1,12 +1,14 @@
 #include "Render.h"
 
 #include <algorithm>
+#include <numeric>
 #include <span>
 #include <utility>
 #include <vector>
 
 #include "Html.h"
 #include "Text.h"
+#include "Wrap.h"
 
 namespace Keltrix::App {
 
@@ -16,8 +18,10 @@ using Kind = Document::Kind;
 
 constexpr std::size_t INDENT_WIDTH = 2;
 constexpr std::size_t COLUMN_GAP = 2;
-// A longer cell does not widen its column: it pushes aside what stands behind it in its own line.
+// A longer cell does not widen its column: it pushes aside what follows it in its own line.
 constexpr std::size_t WIDEST_COLUMN = 60;
+// What goes on from the line above it.
+constexpr std::size_t HANGING_INDENT = 4;
 
 std::string PlainText(const Document::Cell& cell)
 {
@@ -47,7 +51,8 @@ bool LooksNumeric(const std::string& text)
 // Lines that share their columns.
 class Block {
 public:
-    Block(std::span<Document::Line> lines, bool ansi) : m_ansi(ansi), m_lines(lines)
+    // `width`: of the terminal, or 0 for lines of any length.
+    Block(std::span<Document::Line> lines, bool ansi, std::size_t width) : m_ansi(ansi), m_width(width), m_lines(lines)
     {
         for (Document::Line& line : m_lines) {
             for (Document::Cell& cell : line.cells)
@@ -57,6 +62,8 @@ public:
             if (line.kind == Kind::Caption) ShiftCaptions(line);
         }
         Measure();
+        m_groups.push_back({0, m_widths.size(), 0});
+        if (m_width != 0) Fit();
     }
 
     void Append(std::string& out) const
@@ -98,11 +105,13 @@ private:
                 m_widths.resize(line.cells.size(), 0);
                 m_numbers.resize(line.cells.size(), 0);
                 m_texts.resize(line.cells.size(), 0);
+                m_least.resize(line.cells.size(), 0);
             }
             for (std::size_t i = 0; i < line.cells.size(); ++i) {
                 const std::string text = PlainText(line.cells[i]);
                 const std::size_t width = DisplayWidth(text);
-                if (width <= WIDEST_COLUMN) m_widths[i] = std::max(m_widths[i], width);
+                if (width <= WIDEST_COLUMN || m_width != 0) m_widths[i] = std::max(m_widths[i], width);
+                if (m_width != 0) m_least[i] = std::max(m_least[i], WidestPart(line.cells[i]));
                 if (isHeader || line.kind != Kind::Row || text.empty()) continue;
                 ++(LooksNumeric(text) ? m_numbers[i] : m_texts[i]);
             }
@@ -115,32 +124,152 @@ private:
         return line.table != 0 && !line.alignLeft && m_numbers[column] > 0 && m_texts[column] == 0;
     }
 
+    // Columns that stand in one line, and how far they are indented.
+    struct Group {
+        std::size_t first;
+        std::size_t last; // after the last one
+        std::size_t indent;
+    };
+
+    std::size_t Total(const std::vector<std::size_t>& widths, const Group& group) const
+    {
+        const auto at = [&](std::size_t i) { return widths.begin() + static_cast<std::ptrdiff_t>(i); };
+        const std::size_t gaps = group.last > group.first ? m_gap * (group.last - group.first - 1) : 0;
+        return std::accumulate(at(group.first), at(group.last), group.indent + gaps);
+    }
+
+    // The width of the terminal is shared out: as the columns want it, with narrow gaps, and with the last columns in lines of
+    // their own, whichever fits first.
+    void Fit()
+    {
+        std::size_t indent = 0;
+        for (const Document::Line& line : m_lines)
+            indent = std::max(indent, INDENT_WIDTH * static_cast<std::size_t>(line.indent));
+        const std::size_t room = m_width > indent ? m_width - indent : 1;
+        for (const std::size_t gap : {COLUMN_GAP, COLUMN_GAP - 1}) {
+            m_gap = gap;
+            if (Total(m_least, m_groups.front()) <= room) return Shrink(m_groups.front(), room);
+        }
+        m_gap = COLUMN_GAP;
+        Split(room);
+        for (const Group& group : m_groups)
+            Shrink(group, room);
+    }
+
+    void Split(std::size_t room)
+    {
+        m_groups.assign(1, {0, 0, 0});
+        for (std::size_t i = 0; i < m_widths.size(); ++i) {
+            Group& group = m_groups.back();
+            group.last = i + 1;
+            if (Total(m_least, group) <= room || group.first == i) continue;
+            group.last = i;
+            m_groups.push_back({i, i + 1, HANGING_INDENT});
+        }
+    }
+
+    // The widest columns give way first.
+    void Shrink(const Group& group, std::size_t room)
+    {
+        for (std::size_t total = Total(m_widths, group); total > room; --total) {
+            std::size_t widest = group.last;
+            for (std::size_t i = group.first; i < group.last; ++i) {
+                if (m_widths[i] > m_least[i] && (widest == group.last || m_widths[i] > m_widths[widest])) widest = i;
+            }
+            if (widest == group.last) return;
+            --m_widths[widest];
+        }
+    }
+
     void AppendLine(std::string& out, const Document::Line& line) const
     {
-        std::string text(INDENT_WIDTH * static_cast<std::size_t>(line.indent), ' ');
-        if (!HasColumns(line)) {
-            for (const Document::Cell& cell : line.cells)
-                AppendCell(text, cell, line.heading);
+        if (!HasColumns(line)) return AppendText(out, line);
+        for (std::size_t place = 0; place < m_groups.size(); ++place)
+            AppendGroup(out, line, place);
+    }
+
+    // A line of one cell, or a note across a table.
+    void AppendText(std::string& out, const Document::Line& line) const
+    {
+        Document::Cell text;
+        for (const Document::Cell& cell : line.cells)
+            text.insert(text.end(), cell.begin(), cell.end());
+        std::size_t indent = INDENT_WIDTH * static_cast<std::size_t>(line.indent);
+        const std::size_t hanging = indent + HANGING_INDENT;
+        if (m_width == 0 || indent + DisplayWidth(PlainText(text)) <= m_width) {
+            PutLine(out, indent, text, line.heading);
+            return;
         }
-        // Blanks are put out only when something follows them.
-        std::size_t owed = 0;
-        for (std::size_t i = 0; HasColumns(line) && i < line.cells.size(); ++i) {
-            const std::size_t width = DisplayWidth(PlainText(line.cells[i]));
-            const std::size_t fill = m_widths[i] - std::min(width, m_widths[i]);
-            const bool isRight = IsRight(line, i);
-            if (isRight) owed += fill;
-            if (!line.cells[i].empty()) {
-                text.append(owed, ' ');
-                AppendCell(text, line.cells[i], line.heading);
-                owed = 0;
-            } else if (isRight) {
-                owed += m_widths[i] - fill;
-            }
-            owed += COLUMN_GAP + (isRight ? 0 : fill);
+        for (const Document::Cell& part : Wrapped(text, m_width > hanging ? m_width - hanging : 1)) {
+            PutLine(out, indent, part, line.heading);
+            indent = hanging;
         }
+    }
+
+    void PutLine(std::string& out, std::size_t indent, const Document::Cell& cell, int heading) const
+    {
+        std::string text(indent, ' ');
+        AppendCell(text, cell, heading);
+        PutTrimmed(out, std::move(text));
+    }
+
+    static void PutTrimmed(std::string& out, std::string text)
+    {
         text.erase(text.find_last_not_of(' ') + 1);
         out += text;
         out += '\n';
+    }
+
+    void AppendGroup(std::string& out, const Document::Line& line, std::size_t place) const
+    {
+        const Group group{m_groups[place].first, std::min(m_groups[place].last, line.cells.size()),
+                          m_groups[place].indent};
+        if (place > 0 && group.first >= group.last) return;
+        const std::size_t indent = group.indent + INDENT_WIDTH * static_cast<std::size_t>(line.indent);
+        if (m_width == 0) return AppendRow(out, line, 0, indent, line.cells);
+        std::vector<std::vector<Document::Cell>> columns;
+        std::size_t height = 1;
+        std::size_t lastFilled = group.last;
+        while (lastFilled > group.first + 1 && line.cells[lastFilled - 1].empty())
+            --lastFilled;
+        for (std::size_t i = group.first; i < group.last; ++i) {
+            // Empty columns after it are room for a cell.
+            const bool isLast = i + 1 == lastFilled && !IsRight(line, i);
+            const std::size_t width = isLast ? Total(m_widths, {i, m_groups[place].last, 0}) : m_widths[i];
+            columns.push_back(Wrapped(line.cells[i], width));
+            height = std::max(height, columns.back().size());
+        }
+        for (std::size_t row = 0; row < height; ++row) {
+            std::vector<Document::Cell> cells;
+            for (std::vector<Document::Cell>& column : columns)
+                cells.push_back(row < column.size() ? std::move(column[row]) : Document::Cell());
+            AppendRow(out, line, group.first, indent, cells);
+        }
+    }
+
+    // `cells`: those of the columns from `first` on.
+    void AppendRow(std::string& out, const Document::Line& line, std::size_t first, std::size_t indent,
+                   const std::vector<Document::Cell>& cells) const
+    {
+        std::string text(indent, ' ');
+        // Blanks are put out only when something follows them.
+        std::size_t owed = 0;
+        for (std::size_t k = 0; k < cells.size(); ++k) {
+            const std::size_t column = first + k;
+            const std::size_t width = DisplayWidth(PlainText(cells[k]));
+            const std::size_t fill = m_widths[column] - std::min(width, m_widths[column]);
+            const bool isRight = IsRight(line, column);
+            if (isRight) owed += fill;
+            if (!cells[k].empty()) {
+                text.append(owed, ' ');
+                AppendCell(text, cells[k], line.heading);
+                owed = 0;
+            } else if (isRight) {
+                owed += m_widths[column] - fill;
+            }
+            owed += m_gap + (isRight ? 0 : fill);
+        }
+        PutTrimmed(out, std::move(text));
     }
 
     void AppendCell(std::string& out, const Document::Cell& cell, int heading) const
@@ -271,8 +400,12 @@ private:
     }
 
     bool m_ansi;
+    std::size_t m_width;
+    std::size_t m_gap = COLUMN_GAP;
+    std::vector<Group> m_groups;
     std::span<Document::Line> m_lines;
     std::vector<std::size_t> m_widths;
+    std::vector<std::size_t> m_least;   // without breaking what stays together
     std::vector<std::size_t> m_numbers; // cells below the first row that hold a number, by column
     std::vector<std::size_t> m_texts;
 };
@@ -287,24 +420,24 @@ bool SameBlock(const Document::Line& a, const Document::Line& b)
 
 // Calls `use` for every block and the heading level of its first line. Trims and shifts the document's cells.
 template <class Use>
-void ForEachBlock(Document& document, bool ansi, Use use)
+void ForEachBlock(Document& document, bool ansi, std::size_t width, Use use)
 {
     std::vector<Document::Line>& lines = document.lines;
     for (std::size_t first = 0; first < lines.size();) {
         std::size_t last = first + 1;
         while (last < lines.size() && SameBlock(lines[last - 1], lines[last]))
             ++last;
-        use(Block(std::span(lines).subspan(first, last - first), ansi), lines[first].heading);
+        use(Block(std::span(lines).subspan(first, last - first), ansi, width), lines[first].heading);
         first = last;
     }
 }
 
 } // namespace
 
-std::string RenderText(Document document, bool ansi)
+std::string RenderText(Document document, bool ansi, std::size_t width)
 {
     std::string out;
-    ForEachBlock(document, ansi, [&](const Block& block, int heading) {
+    ForEachBlock(document, ansi, width, [&](const Block& block, int heading) {
         const bool isSection = heading == 4;
         if (isSection && !out.empty() && !out.ends_with("\n\n")) out += '\n';
         block.Append(out);
@@ -315,15 +448,15 @@ std::string RenderText(Document document, bool ansi)
 std::string RenderHtml(Document document)
 {
     std::string out;
-    ForEachBlock(document, false, [&](const Block& block, int) { block.AppendHtml(out); });
+    ForEachBlock(document, false, 0, [&](const Block& block, int) { block.AppendHtml(out); });
     return out;
 }
 
 std::string RenderMarkup(std::string_view markup, Rendering rendering)
 {
-    if (rendering == Rendering::Raw) return RawMarkup(markup);
-    if (rendering == Rendering::Html) return RenderHtml(ReadMarkup(markup));
-    return RenderText(ReadMarkup(markup), rendering == Rendering::Ansi);
+    if (rendering.kind == Rendering::Raw) return RawMarkup(markup);
+    if (rendering.kind == Rendering::Html) return RenderHtml(ReadMarkup(markup));
+    return RenderText(ReadMarkup(markup), rendering.kind == Rendering::Ansi, rendering.width);
 }
 
 } // namespace Keltrix::App

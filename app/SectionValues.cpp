@@ -130,7 +130,7 @@ void AddHollowDimensions(ValueList& list, const Dimensions& dim, const CSection&
 
 } // namespace
 
-std::vector<SectionValue> SectionDimensions(const CSection& section)
+std::vector<SectionValue> SectionDimensionValues(const CSection& section)
 {
     const Dimensions dim{section.Component(0)};
     ValueList list;
@@ -160,7 +160,7 @@ std::vector<SectionValue> SectionDimensions(const CSection& section)
     return list.Take();
 }
 
-std::vector<SectionValue> SectionProperties(const CSection& section)
+std::vector<SectionValue> SectionPropertyValues(const CSection& section)
 {
     ValueList list;
     const std::unique_ptr<Steel::CDesSectGeom> geometry = MakeGeometry(section);

@@ -16,9 +16,9 @@ struct SectionValue {
     std::string meaning;
 };
 
-std::vector<SectionValue> SectionDimensions(const CSection& section);
+std::vector<SectionValue> SectionDimensionValues(const CSection& section);
 
 /// Every property of the section's geometry. The section must have one (MakeGeometry).
-std::vector<SectionValue> SectionProperties(const CSection& section);
+std::vector<SectionValue> SectionPropertyValues(const CSection& section);
 
 } // namespace Keltrix::App

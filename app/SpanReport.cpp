@@ -193,9 +193,9 @@ private:
         const auto take = [&](const Bent& bent, double s) {
             const double x = bent.start + bent.h * s;
             const double fromChord = bent.At(EI, s) - chord * x;
-            if (!(std::abs(fromChord) > deflection.exact)) return;
-            deflection.exact = std::abs(fromChord);
-            deflection.exactAt = x;
+            if (!(std::abs(fromChord) > deflection.integrated)) return;
+            deflection.integrated = std::abs(fromChord);
+            deflection.integratedAt = x;
             deflection.isUpwards = m_isMajor && fromChord < 0.0;
         };
         constexpr int places = 32;
@@ -244,7 +244,7 @@ std::string RowsOf(const Steel::CMemberResult& result)
 
 class Reporter {
 public:
-    Reporter(ReportMember& member, Split split, std::optional<double> EI) :
+    Reporter(CodelessMember& member, Split split, std::optional<double> EI) :
         m_member(member), m_points(member.MemberPoints()), m_subSpans(member.SubSpans()), m_split(split),
         m_major(m_points, m_subSpans, Design::Bending::Major), m_minor(m_points, m_subSpans, Design::Bending::Minor)
     {
@@ -308,7 +308,7 @@ private:
         report.lt = EffectiveLength(span);
         const auto deflection = [&](const OneAxis& axis, double EI) {
             Deflection result = axis.LargestDeflection(EI);
-            result.exactAt += span.PosLeft();
+            result.integratedAt += span.PosLeft();
             return result;
         };
         if (m_EImajor) report.deflectionMajor = deflection(major, *m_EImajor);
@@ -408,7 +408,7 @@ private:
         return lt;
     }
 
-    ReportMember& m_member;
+    CodelessMember& m_member;
     const std::vector<CMemberPoint>& m_points;
     const std::vector<CSubSpan>& m_subSpans;
     Split m_split;
@@ -421,7 +421,7 @@ private:
 
 } // namespace
 
-std::vector<SpanReport> MakeSpanReports(ReportMember& member, Split split, std::optional<double> EI)
+std::vector<SpanReport> MakeSpanReports(CodelessMember& member, Split split, std::optional<double> EI)
 {
     return Reporter(member, split, EI).Make();
 }

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "ReportMember.h"
+#include "CodelessMember.h"
 #include "keltrix/design/MomentDiagram.h"
 
 namespace Keltrix::App {
@@ -33,12 +33,12 @@ struct LoadPatternReport {
 
 /// Largest deflection of a span from its chord, m.
 struct Deflection {
-    double EI = 0.0;       ///< N·m²
-    double atPoints = 0.0; ///< CSpan's value over the member points; not-a-number where it has none
-    double exact = 0.0;    ///< by integration of the moment diagram, upwards and downwards alike above zero
-    double exactAt = 0.0;  ///< and its position along the member
+    double EI = 0.0;           ///< N·m²
+    double atPoints = 0.0;     ///< CSpan's value over the member points; not-a-number where it has none
+    double integrated = 0.0;   ///< by integration of the moment diagram, upwards and downwards alike above zero
+    double integratedAt = 0.0; ///< and its position along the member
     bool isUpwards = false;
-    /// False where the moment is not known along the whole span: `exact` is then the largest of three readings, each
+    /// False where the moment is not known along the whole span: `integrated` is then the largest of three readings, each
     /// taken for all sub-spans that do not balance.
     bool isKnown = true;
     bool hasLoadBetweenPoints = false; ///< which CSpan's value leaves out
@@ -89,7 +89,7 @@ struct SpanReport {
 
 /// The spans of a valid member. `EI` is the bending stiffness about the major axis, N·m²; without it both stiffnesses
 /// are those of the section with E = 205 GPa, where the section is known.
-std::vector<SpanReport> MakeSpanReports(ReportMember& member, Split split, std::optional<double> EI);
+std::vector<SpanReport> MakeSpanReports(CodelessMember& member, Split split, std::optional<double> EI);
 
 /// "flange 1 (top)", "flange 2 (bottom)", "both in turn", "neither".
 std::string CompressionFlangeName(int direction);

@@ -39,7 +39,7 @@ int MostWorkers() { return static_cast<int>(std::max(std::thread::hardware_concu
 
 namespace {
 
-// Texts travel behind their length.
+// Texts travel after their length.
 using Length = std::uint64_t;
 
 // What a worker says first of a request: should it end, its end has to do with the request.
@@ -199,7 +199,7 @@ private:
     // How many processes do the work: this one where there is no worker.
     std::size_t Hands() const { return std::max<std::size_t>(m_count, 1); }
 
-    // Whether there was one more request to be had.
+    // Whether one more request was available.
     bool ReadOn()
     {
         if (m_hasEnded || m_isLater || m_slots.size() >= SLOTS_PER_WORKER * Hands()) return false;
@@ -288,8 +288,8 @@ private:
         return "ended with exit code " + std::to_string(WEXITSTATUS(status));
     }
 
-    // A worker has ended with a request in hand. One that it had not begun is given to the next worker, a few times. Another is
-    // tried again in parts, and alone once more: the end may have been another's fault, who used up the memory.
+    // A worker died. A request that it had not begun goes to the next worker, a few times. Another is split and each part
+    // retried; a single part is retried once, since another process may have exhausted the memory.
     void Bury(Worker& worker)
     {
         Slot* const slot = worker.slot;

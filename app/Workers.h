@@ -38,7 +38,7 @@ public:
     virtual void Tell(const std::string& message) = 0;
 };
 
-/// Whether reading from a descriptor would answer at once, be it with the end.
+/// Whether a read would return without blocking (data or end of file).
 bool IsReadable(int descriptor);
 
 /// As many as the processors that this process may use; 1 where the system has no such processes.

@@ -5,6 +5,7 @@
 #include <functional>
 #include <iostream>
 #include <map>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -13,10 +14,11 @@
 
 #include "Output.h"
 #include "SectionCatalogue.h"
+#include "TerminalWidth.h"
 #include "Text.h"
 #include "commands/Commands.h"
 #ifdef KSTEEL_WITH_BS5950
-#include "commands/DesignCommands.h"
+#include "commands/Bs5950Commands.h"
 #endif
 
 namespace {
@@ -29,12 +31,13 @@ struct Shared {
     std::string colour = "auto";
     std::string format = "table";
     bool raw = false;
+    std::optional<std::size_t> width;
 
     Rendering HowToRender() const
     {
         if (raw) return Rendering::Raw;
         const bool ansi = colour == "always" || (colour == "auto" && TerminalHasColour());
-        return ansi ? Rendering::Ansi : Rendering::Plain;
+        return {ansi ? Rendering::Ansi : Rendering::Plain, width ? *width : TerminalWidth()};
     }
     Format HowToWrite() const
     {
@@ -43,12 +46,20 @@ struct Shared {
     }
 };
 
+/// A terminal wider than this is a slip of the finger.
+constexpr std::size_t WIDEST_WIDTH = 100000;
+
 void AddColour(CLI::App& command, Shared& shared)
 {
     command.add_option("--color", shared.colour, "Colours: auto (on a terminal), always, never")
         ->check(CLI::IsMember({"auto", "always", "never"}))
         ->capture_default_str();
     command.add_flag("--raw", shared.raw, "The report's mark-up as it is");
+    command
+        .add_option("--width", shared.width,
+                    "Columns into which lines are broken, 40 or more; 0: not broken; without it the terminal's")
+        ->check(CLI::IsMember(std::vector<int>{0}) | CLI::Range(NARROWEST_WIDTH, WIDEST_WIDTH))
+        ->type_name("COLUMNS");
 }
 
 void AddFormat(CLI::App& command, Shared& shared, const std::vector<std::string>& formats = {"table", "json"})
@@ -329,7 +340,7 @@ ExitCode Run(int argc, char** argv, Messages& messages)
     return commands.at(app.get_subcommands().front())(console);
 }
 
-/// The program with every failure told.
+/// The program with every failure reported.
 ExitCode RunAndTell(int argc, char** argv, Messages& messages)
 {
     try {
@@ -354,7 +365,7 @@ int main(int argc, char** argv)
     OpenClosedStreams();
     LetWritesFail();
     PassBytesUnchanged();
-    // Standard input has a buffer of its own then, from which can be had what is there without waiting for more.
+    // Standard input has a buffer of its own then, which gives what is available without waiting for more.
     std::ios::sync_with_stdio(false);
     Messages messages;
     try {

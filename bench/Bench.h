@@ -30,7 +30,7 @@ struct Work {
 };
 void SetWork(const std::string& name, const Work& work);
 
-/// Registers a benchmark. `operation` is called once in every iteration and answers what must not be optimised away.
+/// Registers a benchmark. `operation` is called once in every iteration and returns what must not be optimised away.
 template <class Operation>
 void Measure(const std::string& name, Operation operation, Work work = {})
 {

@@ -93,7 +93,7 @@ struct FileNumbers {
         }
     }
 
-    /// All of them as text of six significant digits into a prepared buffer; answers its end.
+    /// All of them as text of six significant digits into a prepared buffer; returns its end.
     char* WriteTo(std::vector<char>& buffer) const
     {
         char* place = buffer.data();

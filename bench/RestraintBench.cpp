@@ -29,7 +29,7 @@ std::vector<CRestraint> Samples()
     return samples;
 }
 
-/// Sums over all samples of what `ask` answers.
+/// Sums over all samples of what `ask` returns.
 template <class Ask>
 auto OverAll(Ask ask)
 {

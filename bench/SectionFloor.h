@@ -3,7 +3,7 @@
 /// The floor of the section properties: the library's own formulas on plain structs of doubles.
 ///
 /// The sources of the shapes are compiled a second time with each class name standing for a struct without virtual
-/// properties, so that every formula can be inlined where it is used. Nothing is copied, and the floor cannot fall behind
+/// properties, so that every formula can be inlined where it is used. Nothing is copied, and the floor cannot differ from
 /// the library. Clones stay what they are, made and deleted through the base, because some of the library's properties
 /// are required to be asked of one.
 

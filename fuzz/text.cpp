@@ -52,7 +52,7 @@ void CheckFields(std::wstring_view view)
         Fuzz::Require(single == whole, "numbers of either kind take away the same", line);
         line = copy;
     }
-    Fuzz::Require(line.IsEmpty(), "nothing is left behind the last field", CString(view), line);
+    Fuzz::Require(line.IsEmpty(), "nothing is left after the last field", CString(view), line);
 }
 
 } // namespace

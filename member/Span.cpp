@@ -38,7 +38,7 @@ struct LoadHeightOfLargestMagnitude {
 };
 
 /// Envelope of the sub-spans from place `left` to before `right`. Without any, the sub-span at `left` itself, or one without
-/// forces behind the last.
+/// forces after the last.
 template <double (*Pick)(double, double)>
 CSubSpan EnvelopeOf(const std::vector<CSubSpan>& subSpans, int left, int right)
 {

@@ -79,8 +79,8 @@ public:
     /// S: not finite where a moment diagram is not, or the stiffness is zero.
     double Sum() const { return m_sum; }
 
-    /// Of the point behind sub-span k.
-    double Behind(int k) const
+    /// Of the point after sub-span k.
+    double After(int k) const
     {
         const double a = Reach(k);
         double partial = 0.0;
@@ -112,7 +112,7 @@ private:
                 x1 - x0, m_EI};
     }
 
-    // From the span's left end to the point behind sub-span k.
+    // From the span's left end to the point after sub-span k.
     double Reach(int k) const { return m_points[static_cast<std::size_t>(k) + 1].GetPos() - m_left; }
 
     const std::vector<CMemberPoint>& m_points;
@@ -135,12 +135,12 @@ double MaxDisp(const CSpan& span, const std::vector<CMemberPoint>& points, const
     Deflections deflections(span, points, subSpans, {component}, EI);
     const int left = span.GetCMPIndexLeft();
     const int right = span.GetCMPIndexRight();
-    // No deflection is finite then, and the last one has the last word.
-    if (!std::isfinite(deflections.Sum())) return std::fabs(deflections.Behind(right - 1));
+    // Then every deflection is infinite or NaN; return that of the last point, as the loop below would.
+    if (!std::isfinite(deflections.Sum())) return std::fabs(deflections.After(right - 1));
     const bool isLong = right - left > LONG_SPAN;
     double largest = 0.0;
     for (int k = left; k < right; ++k) {
-        const double deflection = std::fabs(isLong ? deflections.Next() : deflections.Behind(k));
+        const double deflection = std::fabs(isLong ? deflections.Next() : deflections.After(k));
         // The newer value wins unless the old one is larger, not-a-number included on either side.
         largest = largest > deflection ? largest : deflection;
     }
@@ -161,8 +161,8 @@ double DispAt(const CSpan& span, const std::vector<CMemberPoint>& points, const 
     for (int k = left; k < span.GetCMPIndexRight(); ++k) {
         const double next = position(k + 1);
         if (!(next >= pos || std::fabs(next - pos) < SAME_POINT)) continue;
-        const double before = k > left ? deflections.Behind(k - 1) : 0.0;
-        return before + (deflections.Behind(k) - before) / (next - position(k)) * (pos - position(k));
+        const double before = k > left ? deflections.After(k - 1) : 0.0;
+        return before + (deflections.After(k) - before) / (next - position(k)) * (pos - position(k));
     }
     return 0.0;
 }

@@ -98,7 +98,7 @@ bool CSpan::IsLeftEndPtLoadOnly() const
 {
     if (NumSubSpans() <= 1) return false;
     if (!(std::fabs(SubSpan(m_iLeft).GetMomentsLeft().y) < FLOOR)) return false;
-    // The joint behind the first sub-span is not looked at, unlike in the test of the right end: kept for compatibility.
+    // The joint after the first sub-span is not looked at, unlike in the test of the right end: kept for compatibility.
     for (int i = m_iLeft + 1; i < m_iRight - 1; ++i)
         if (ChangesAtJoint(SubSpan(i), SubSpan(i + 1))) return false;
     const double endMoment = SubSpan(m_iRight - 1).GetMomentsRight().y;

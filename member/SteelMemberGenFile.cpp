@@ -20,7 +20,7 @@ bool SameWord(std::wstring_view a, const wchar_t* b)
            });
 }
 
-/// One line of the file: its keyword, and the fields behind it.
+/// One line of the file: its keyword, and the fields after it.
 class InputLine {
 public:
     /// The first line of a text.
@@ -51,7 +51,7 @@ private:
     std::wstring_view m_fields;
 };
 
-// Words behind a keyword are as they are written, in capitals, unlike keywords.
+// Words after a keyword are as they are written, in capitals, unlike keywords.
 SecType SecTypeOf(std::wstring_view word)
 {
     if (word == L"FORMED") return SEC_FORMED;

@@ -4,7 +4,7 @@ namespace Keltrix::Steel {
 
 namespace {
 
-/// The six actions at one end of a sub-span, a tab behind each.
+/// The six actions at one end of a sub-span, a tab after each.
 void AppendActions(CString& row, const Vec3<double>& force, const Vec3<double>& moment, const CDesFormat& fmt)
 {
     for (const double f : {force.x, force.y, force.z})

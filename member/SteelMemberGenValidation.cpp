@@ -59,7 +59,7 @@ bool CSteelMemberGen::ValidateSSV(const std::vector<CSubSpan>* const ssv, CStrin
 bool CSteelMemberGen::ValidateMPVandSSV(const std::vector<CMemberPoint>* const mpv,
                                         const std::vector<CSubSpan>* const ssv, CString* err)
 {
-    // Sizes that fit leave at least one point, so an empty point list is always told as a misfit.
+    // If the sizes match there is at least one point, so an empty list is reported as a size mismatch.
     if (mpv->size() != ssv->size() + 1) return Refuse(err, L"MemberPoint and SubSpan lists sizes are incompatible\n");
     return ValidateMPV(mpv, err) && ValidateSSV(ssv, err);
 }

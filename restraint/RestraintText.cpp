@@ -76,8 +76,8 @@ void AppendFlanges(CString& code, unsigned int flag)
     const FlangeMarks comp(flag, FLANGE_GROUPS[2]);
     const FlangeMarks tens(flag, FLANGE_GROUPS[3]);
     // An odd number of marks among the first three groups is compared with the fourth: it holds where both flanges match
-    // and compression matches tension, and in a few further cases, in which the code loses restraints. Kept for
-    // compatibility with written files.
+    // and compression matches tension, and in a few further cases, in which the code loses restraints: 0x1800 (warping of
+    // the compression and the tension flange) has the code "". Kept for compatibility with written files.
     const bool together = (flange1.lateral ^ flange2.lateral ^ comp.lateral) == tens.lateral &&
                           (flange1.warping ^ flange2.warping ^ comp.warping) == tens.warping &&
                           (flange1.part ^ flange2.part ^ comp.part) == tens.part;

@@ -22,8 +22,8 @@ const wchar_t* const NOT_STORED = L"Verbose results not stored\n";
 
 double LargerOrFirst(double a, double b) { return b > a ? b : a; }
 
-/// The array that compares greater: the first difference decides, or else the greater length. A pair with a not-a-number is
-/// a difference that is not less, which keeps the first.
+/// The array that compares greater: the first difference decides, or else the greater length. If either element of that
+/// pair is NaN, the first array is kept.
 const std::vector<double>& GreaterOrFirst(const std::vector<double>& a, const std::vector<double>& b)
 {
     const std::size_t common = std::min(a.size(), b.size());
@@ -60,7 +60,7 @@ CMemberResult CMemberResult::operator+(const CMemberResult& other) const
     return merged;
 }
 
-// In place, so that merging many records into one costs what they hold, not what the one has come to hold.
+// Works in place: merging n records takes time linear in n.
 CMemberResult& CMemberResult::operator+=(const CMemberResult& other)
 {
     m_iLoadFlags = other.m_iLoadFlags;

@@ -43,7 +43,7 @@ constexpr FlagLine FLAG_LINES[] = {
     {CMemberResult::INFO_MEMBER_SLENDER, L"\t<blue>INFO MEMBER SLENDER</blue>\n"},
 };
 
-/// Appends a text with `indent` tabs behind every line break but a final one.
+/// Appends a text with `indent` tabs after every line break except a final one.
 void AppendTabified(CString& to, std::wstring_view text, int indent)
 {
     for (;;) {

@@ -4,7 +4,7 @@
 //   R, Rt  root and toe radius                                           x, y   from the heel along the legs
 //
 // Sums over the parts by the parallel-axis theorem, fillets as spandrels (Fillets.h). What is asked about y is what the
-// angle with its legs exchanged answers about x.
+// angle with its legs exchanged returns about x.
 
 #include <algorithm>
 #include <cmath>

@@ -4,7 +4,7 @@
 //   Tf, Tw  thickness of flanges and webs
 //
 // The outer corners lose a spandrel each, those of the opening gain one (Fillets.h). What is asked about y is what the
-// section turned by 90° answers about x.
+// section turned by 90° returns about x.
 
 #include <algorithm>
 #include <memory>

@@ -4,7 +4,7 @@
 #include "Json.h"
 #include "SectionCatalogue.h"
 #include "Text.h"
-#include "commands/DesignCommands.h"
+#include "commands/Bs5950Commands.h"
 #include "keltrix/bs5950/BS5950.h"
 
 namespace Keltrix::App {

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "Progress.h"
+#include "ReportKey.h"
 #include "Workers.h"
 #include "commands/CheckFindings.h"
 #include "commands/CheckJobs.h"
@@ -16,17 +17,17 @@ public:
         m_options(options), m_console(console), m_progress(console.progress)
     {}
 
-    void Put(const Finding& finding)
+    void Put(const OutputPiece& piece)
     {
-        m_worst = Worse(m_worst, finding.code);
-        if (finding.kind == Finding::Message) {
+        m_worst = Worse(m_worst, piece.code);
+        if (piece.kind == OutputPiece::Message) {
             Flush();
             m_progress.Clear();
-            m_console.err(finding.text);
+            m_console.err(piece.text);
             return;
         }
-        if (!finding.text.empty()) PutText(finding);
-        m_progress.Count(finding.code);
+        if (!piece.text.empty()) PutText(piece);
+        m_progress.Count(piece.code);
     }
 
     // Writes what was put so far.
@@ -38,13 +39,16 @@ public:
         m_text.clear();
     }
 
-    // What stands behind the last member.
+    // What follows the last member.
     ExitCode Finish()
     {
         Flush();
         m_progress.Clear();
         if (m_options.format == Format::JSON) m_console.out(m_hasText ? "\n]\n" : "[]\n");
         if (!m_rows.empty()) m_console.out(RenderMarkup(Table(), m_options.rendering));
+        const bool isReport = m_options.report == "brief" || m_options.report == "verbose";
+        if (m_hasText && isReport && m_options.format == Format::TABLE && m_options.rendering.kind != Rendering::Raw)
+            m_console.out('\n' + RenderMarkup(ReportKey(), m_options.rendering));
         return m_worst;
     }
 
@@ -54,16 +58,16 @@ private:
         std::string text;
     };
 
-    void PutText(const Finding& finding)
+    void PutText(const OutputPiece& piece)
     {
         const bool isTable = m_options.format == Format::TABLE && m_options.report == "table";
         if (isTable) {
-            m_rows.push_back({finding.utilisation, std::string(finding.text)});
+            m_rows.push_back({piece.utilisation, std::string(piece.text)});
             return;
         }
         if (m_options.format == Format::JSON) m_text += m_hasText ? ",\n" : "[\n";
         m_hasText = true;
-        m_text += finding.text;
+        m_text += piece.text;
     }
 
     std::string Table()
@@ -108,7 +112,7 @@ ExitCode CheckEnvelope(const CheckOptions& options, const Console& console)
     // A case that is missing would make the envelope look better than it is.
     if (code == EXIT_BAD_INPUT || cases.empty()) return code;
     CheckOutput output(options, console);
-    PutMember(OneEnvelope(std::move(cases)), options, [&](const Finding& finding) { output.Put(finding); });
+    PutMember(OneEnvelope(std::move(cases)), options, [&](const OutputPiece& piece) { output.Put(piece); });
     return output.Finish();
 }
 
@@ -125,10 +129,10 @@ ExitCode Check(const CheckOptions& options, const Console& console)
     const int jobs = options.jobs == 0 ? MostWorkers() : options.jobs;
     if (jobs > 1) {
         CheckInWorkers(
-            options, jobs, console.in, [&](const Finding& finding) { output.Put(finding); }, [&] { output.Flush(); });
+            options, jobs, console.in, [&](const OutputPiece& piece) { output.Put(piece); }, [&] { output.Flush(); });
     } else {
-        CheckLoop loop(options, console.in, [&](const Finding& finding) {
-            output.Put(finding);
+        CheckLoop loop(options, console.in, [&](const OutputPiece& piece) {
+            output.Put(piece);
             output.Flush();
         });
         for (const std::string& path : options.files)

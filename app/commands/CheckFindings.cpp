@@ -2,6 +2,7 @@
 
 #include "Markup.h"
 #include "Text.h"
+#include "report/MemberSheet.h"
 
 namespace Keltrix::App {
 
@@ -16,6 +17,15 @@ std::string Verdict(const CheckedMember& checked)
            StatusMarkup(checked.Status(), checked.warnings) + "</b>, utilisation <b>" +
            UtilText(checked.result->UtilOverAll()) + "</b>, governed by " + checked.Governing() + "\n" +
            WarningMarkup(checked.warnings);
+}
+
+// The words of the flags stand above it, where the report ends.
+std::string FlagMeanings(const Steel::CMemberResult& result)
+{
+    std::string text;
+    for (const std::string& sentence : FlagSentences(result.GetFlags()))
+        text += '\t' + sentence + '\n';
+    return text.empty() ? text : "<h4>Meaning of the flags:</h4>\n" + text;
 }
 
 std::string ReportText(const CheckedMember& checked, const std::string& kind)
@@ -38,7 +48,7 @@ std::string TableRow(const CheckedMember& checked)
            '\t' + AsText(checked.name) + '\t' + AsText(checked.title) + '\n';
 }
 
-// The only line of a program's output for what gets no member's line.
+// JSON line for a member or file that could not be checked.
 std::string RefusalLine(const Refusal& refusal)
 {
     return JsonLine({{"file", refusal.file},
@@ -58,17 +68,19 @@ std::string TextOf(const CheckedMember& checked, const CheckOptions& options)
         return JsonLine(options.report == "table" ? HeadlineJson(checked) : JsonOf(checked));
     default:
         if (options.report == "table") return TableRow(checked);
-        return RenderMarkup(Verdict(checked) + ReportText(checked, options.report), options.rendering);
+        return RenderMarkup(Verdict(checked) + ReportText(checked, options.report) +
+                                (options.rendering.kind == Rendering::Raw ? "" : FlagMeanings(*checked.result)),
+                            options.rendering);
     }
 }
 
 } // namespace
 
-ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, const FindingSink& sink)
+ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, const OutputPieceSink& sink)
 {
     const ExitCode code = checked.Status() == "pass" ? EXIT_FINE : EXIT_MEMBER_FAILS;
     const std::string text = TextOf(checked, options);
-    sink({Finding::Member, code, checked.result->UtilOverAll(), text});
+    sink({OutputPiece::Member, code, checked.result->UtilOverAll(), text});
     return code;
 }
 
@@ -81,11 +93,11 @@ CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOpt
     return checked;
 }
 
-CheckLoop::CheckLoop(const CheckOptions& options, std::istream& standardInput, FindingSink sink) :
+CheckLoop::CheckLoop(const CheckOptions& options, std::istream& standardInput, OutputPieceSink sink) :
     m_options(options), m_sink(std::move(sink)), m_console{standardInput,
                                                            {},
                                                            [this](std::string_view message) {
-                                                               m_sink({Finding::Message, EXIT_FINE, 0.0, message});
+                                                               m_sink({OutputPiece::Message, EXIT_FINE, 0.0, message});
                                                            },
                                                            {}},
     m_loop(
@@ -95,7 +107,7 @@ CheckLoop::CheckLoop(const CheckOptions& options, std::istream& standardInput, F
         },
         [this](const Refusal& refusal) {
             const std::string line = m_options.format == Format::JSON_LINES ? RefusalLine(refusal) : std::string();
-            m_sink({Finding::Refused, EXIT_BAD_INPUT, 0.0, line});
+            m_sink({OutputPiece::Refused, EXIT_BAD_INPUT, 0.0, line});
         })
 {}
 

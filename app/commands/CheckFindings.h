@@ -5,13 +5,13 @@
 #include <string_view>
 
 #include "CheckedMember.h"
-#include "commands/DesignCommands.h"
+#include "commands/Bs5950Commands.h"
 #include "commands/EachMember.h"
 
 namespace Keltrix::App {
 
 /// What the check of members puts out, one piece after another in the order of the input.
-struct Finding {
+struct OutputPiece {
     enum Kind : char {
         Member,  ///< a member that was checked
         Refused, ///< a member or file that could not be
@@ -23,10 +23,10 @@ struct Finding {
     /// A message, or what the output shows of the member: rendered text, table row, JSON. Gone after the sink has seen it.
     std::string_view text;
 };
-using FindingSink = std::function<void(const Finding&)>;
+using OutputPieceSink = std::function<void(const OutputPiece&)>;
 
-/// Hands over what the output shows of a checked member, and answers its exit code.
-ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, const FindingSink& sink);
+/// Hands over what the output shows of a checked member, and returns its exit code.
+ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, const OutputPieceSink& sink);
 
 /// A member as the options want it to be checked; what looks wrong in its findings goes to the console's errors. Throws
 /// BadInput as CheckMember does.
@@ -35,7 +35,7 @@ CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOpt
 /// Checks files and pieces of files, and hands over the findings as they come.
 class CheckLoop {
 public:
-    CheckLoop(const CheckOptions& options, std::istream& standardInput, FindingSink sink);
+    CheckLoop(const CheckOptions& options, std::istream& standardInput, OutputPieceSink sink);
     CheckLoop(const CheckLoop&) = delete;
     CheckLoop& operator=(const CheckLoop&) = delete;
 
@@ -45,7 +45,7 @@ public:
 
 private:
     const CheckOptions& m_options;
-    FindingSink m_sink;
+    OutputPieceSink m_sink;
     Console m_console;
     MemberLoop m_loop;
 };

@@ -97,22 +97,22 @@ Item UnpackItem(Unpacker& unpacker)
     return item;
 }
 
-void Pack(Packer& packer, const Finding& finding)
+void Pack(Packer& packer, const OutputPiece& piece)
 {
-    packer.Put(finding.kind);
-    packer.Put(finding.code);
-    packer.Put(finding.utilisation);
-    packer.PutText(finding.text);
+    packer.Put(piece.kind);
+    packer.Put(piece.code);
+    packer.Put(piece.utilisation);
+    packer.PutText(piece.text);
 }
 
-Finding UnpackFinding(Unpacker& unpacker)
+OutputPiece UnpackOutputPiece(Unpacker& unpacker)
 {
-    Finding finding;
-    finding.kind = unpacker.Get<Finding::Kind>();
-    finding.code = unpacker.Get<ExitCode>();
-    finding.utilisation = unpacker.Get<double>();
-    finding.text = unpacker.GetText();
-    return finding;
+    OutputPiece piece;
+    piece.kind = unpacker.Get<OutputPiece::Kind>();
+    piece.code = unpacker.Get<ExitCode>();
+    piece.utilisation = unpacker.Get<double>();
+    piece.text = unpacker.GetText();
+    return piece;
 }
 
 // --- The input in requests ---
@@ -224,10 +224,10 @@ private:
 
 // --- The findings from replies ---
 
-class FindingsFromReplies : public ReplySink {
+class PiecesFromReplies : public ReplySink {
 public:
-    FindingsFromReplies(const CheckOptions& options, std::istream& standardInput, const FindingSink& sink,
-                        const std::function<void()>& pause) :
+    PiecesFromReplies(const CheckOptions& options, std::istream& standardInput, const OutputPieceSink& sink,
+                      const std::function<void()>& pause) :
         m_options(options),
         m_sink(sink), m_pause(pause), m_loop(options, standardInput, sink)
     {}
@@ -235,7 +235,7 @@ public:
     void Take(std::string_view reply) override
     {
         for (Unpacker unpacker(reply); !unpacker.IsAtEnd();)
-            m_sink(UnpackFinding(unpacker));
+            m_sink(UnpackOutputPiece(unpacker));
         m_pause();
     }
 
@@ -260,11 +260,11 @@ public:
         m_pause();
     }
 
-    void Tell(const std::string& message) override { m_sink({Finding::Message, EXIT_FINE, 0.0, message}); }
+    void Tell(const std::string& message) override { m_sink({OutputPiece::Message, EXIT_FINE, 0.0, message}); }
 
 private:
     const CheckOptions& m_options;
-    const FindingSink& m_sink;
+    const OutputPieceSink& m_sink;
     const std::function<void()>& m_pause;
     CheckLoop m_loop;
 };
@@ -273,7 +273,7 @@ private:
 void MakeReply(std::string_view request, std::string& reply, const CheckOptions& options, std::istream& standardInput)
 {
     Packer packer(reply);
-    CheckLoop loop(options, standardInput, [&](const Finding& finding) { Pack(packer, finding); });
+    CheckLoop loop(options, standardInput, [&](const OutputPiece& piece) { Pack(packer, piece); });
     for (Unpacker unpacker(request); !unpacker.IsAtEnd();) {
         const Item item = UnpackItem(unpacker);
         const std::string& path = options.files[item.file];
@@ -293,11 +293,11 @@ void MakeReply(std::string_view request, std::string& reply, const CheckOptions&
 
 } // namespace
 
-void CheckInWorkers(const CheckOptions& options, int jobs, std::istream& standardInput, const FindingSink& sink,
+void CheckInWorkers(const CheckOptions& options, int jobs, std::istream& standardInput, const OutputPieceSink& sink,
                     const std::function<void()>& pause)
 {
     InputSource source(options.files, standardInput);
-    FindingsFromReplies replies(options, standardInput, sink, pause);
+    PiecesFromReplies replies(options, standardInput, sink, pause);
     RunInWorkers(jobs, source, replies, [&](std::string_view request, std::string& reply) {
         MakeReply(request, reply, options, standardInput);
     });

@@ -6,7 +6,7 @@
 #include "Markup.h"
 #include "SectionCatalogue.h"
 #include "Text.h"
-#include "commands/DesignCommands.h"
+#include "commands/Bs5950Commands.h"
 #include "commands/EachMember.h"
 
 namespace Keltrix::App {

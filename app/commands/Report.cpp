@@ -1,5 +1,5 @@
 #include "Output.h"
-#include "commands/DesignCommands.h"
+#include "commands/Bs5950Commands.h"
 #include "commands/EachMember.h"
 #include "report/HtmlReport.h"
 
@@ -9,7 +9,7 @@ ExitCode Report(const ReportOptions& options, const Console& console)
 {
     const int option = options.exact ? BS5950::CSteelMemberBS5950::MORE_EXACT : BS5950::CSteelMemberBS5950::SIMPLIFIED;
     HtmlReport report(options.block);
-    // What the user is told about the files is part of the record.
+    // The messages about the files are part of the record.
     Console noting = console;
     noting.err = [&](std::string_view message) {
         report.AddRemark(std::string(message));

@@ -38,8 +38,8 @@ std::string Markup(const NamedSection& section)
     const std::string source = section.entry ? "" : " (area x 7850 kg/m³)";
     return "<h4>" + section.name + "</h4>\n" + ShapeName(section.section.Component(0).Shape()) + " section, " +
            TypeName(section.section) + ", " + Rounded(MassPerMetre(section), 4) + " kg/m" + source + "\n" +
-           "<h5>Dimensions</h5>\n" + ValueTable(SectionDimensions(section.section), Rounded, 6) +
-           "<h5>Properties</h5>\n" + ValueTable(SectionProperties(section.section), Figures, 4);
+           "<h5>Dimensions</h5>\n" + ValueTable(SectionDimensionValues(section.section), Rounded, 6) +
+           "<h5>Properties</h5>\n" + ValueTable(SectionPropertyValues(section.section), Figures, 4);
 }
 
 Json JsonOf(const std::vector<SectionValue>& values)
@@ -57,8 +57,8 @@ Json JsonOf(const NamedSection& section)
             {"shape", ShapeName(section.section.Component(0).Shape())},
             {"type", Utf8(SecTypeString(section.section.Component(0).Type()))},
             {"mass_per_metre", MassPerMetre(section)},
-            {"dimensions", JsonOf(SectionDimensions(section.section))},
-            {"properties", JsonOf(SectionProperties(section.section))}};
+            {"dimensions", JsonOf(SectionDimensionValues(section.section))},
+            {"properties", JsonOf(SectionPropertyValues(section.section))}};
 }
 
 } // namespace

@@ -141,8 +141,7 @@ ExitCode ListSections(const SectionsOptions& options, const Console& console)
         console.out(JsonText(JsonOf(rows)));
         return EXIT_FINE;
     }
-    console.out(rows.empty() ? "no section of the catalogue is like that\n"
-                             : RenderMarkup(Markup(rows), options.rendering));
+    console.out(rows.empty() ? "no section matches\n" : RenderMarkup(Markup(rows), options.rendering));
     return EXIT_FINE;
 }
 

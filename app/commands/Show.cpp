@@ -1,5 +1,6 @@
+#include "CodelessMember.h"
 #include "Markup.h"
-#include "ReportMember.h"
+#include "ReportKey.h"
 #include "Text.h"
 #include "commands/EachMember.h"
 
@@ -9,7 +10,7 @@ namespace {
 
 ExitCode ShowMember(const MemberFile& file, std::size_t i, const ShowOptions& options, const Console& console)
 {
-    ReportMember member;
+    CodelessMember member;
     member.SetGrade(file.ReadInto(i, member));
     Steel::CMemberResult result;
     member.SetResult(&result);
@@ -25,8 +26,16 @@ ExitCode ShowMember(const MemberFile& file, std::size_t i, const ShowOptions& op
 
 ExitCode Show(const ShowOptions& options, const Console& console)
 {
-    return ForEachMember(options.files, options.reading, console,
-                         [&](const MemberFile& file, std::size_t i) { return ShowMember(file, i, options, console); });
+    bool hasShown = false;
+    const ExitCode code =
+        ForEachMember(options.files, options.reading, console, [&](const MemberFile& file, std::size_t i) {
+            const ExitCode shown = ShowMember(file, i, options, console);
+            hasShown = true;
+            return shown;
+        });
+    if (hasShown && options.rendering.kind != Rendering::Raw)
+        console.out('\n' + RenderMarkup(ReportKey(), options.rendering));
+    return code;
 }
 
 } // namespace Keltrix::App

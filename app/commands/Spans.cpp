@@ -64,11 +64,11 @@ private:
     static std::string HoldText(const std::vector<std::string>& rules)
     {
         if (rules.front() != "minor shear") return Joined(rules);
-        std::vector<std::string> told;
+        std::vector<std::string> held;
         for (const std::string& rule : rules) {
-            if (rule.find("flange") == std::string::npos) told.push_back(rule);
+            if (rule.find("flange") == std::string::npos) held.push_back(rule);
         }
-        return Joined(told);
+        return Joined(held);
     }
 
     std::string ContinuousText(const SpanReport& span) const
@@ -102,8 +102,9 @@ private:
     std::string DeflectionText(const Deflection& d) const
     {
         const auto mm = [](double metres) { return Figures(metres * 1e3, 4) + " mm"; };
-        if (d.exact == 0.0) return "none";
-        std::string text = mm(d.exact) + (d.isUpwards ? " upwards" : "") + " from the chord, at " + Length(d.exactAt);
+        if (d.integrated == 0.0) return "none";
+        std::string text =
+            mm(d.integrated) + (d.isUpwards ? " upwards" : "") + " from the chord, at " + Length(d.integratedAt);
         if (!d.isKnown) text += ", <orange>the largest of three readings: the forces do not balance</orange>";
         if (!std::isnan(d.atPoints))
             text += "; CSpan's own figure over its points " + mm(d.atPoints) +
@@ -172,8 +173,8 @@ Json JsonOf(const std::optional<Deflection>& deflection)
     if (!deflection) return nullptr;
     return {{"EI", deflection->EI},
             {"max_disp", deflection->atPoints},
-            {"exact", deflection->exact},
-            {"exact_position", deflection->exactAt},
+            {"exact", deflection->integrated},
+            {"exact_position", deflection->integratedAt},
             {"upwards", deflection->isUpwards},
             {"known", deflection->isKnown},
             {"load_between_points", deflection->hasLoadBetweenPoints}};
@@ -227,7 +228,7 @@ ExitCode ShowSpans(const SpansOptions& options, const Console& console)
 
     Json members = Json::array();
     const auto showOne = [&](const MemberFile& file, std::size_t i) {
-        ReportMember member;
+        CodelessMember member;
         member.SetGrade(file.ReadInto(i, member));
         const std::vector<SpanReport> spans = MakeSpanReports(member, split, options.EI);
         const std::string title = Utf8(member.GetTitle());

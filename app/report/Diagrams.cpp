@@ -15,7 +15,7 @@ namespace {
 
 class DiagramPicture {
 public:
-    DiagramPicture(const std::string& id, const ActionDiagram& diagram, const MemberLayout& layout,
+    DiagramPicture(const std::string& id, const ActionDiagram& diagram, const DrawnLayout& layout,
                    const MemberAxis& axis) :
         m_diagram(diagram),
         m_layout(layout), m_axis(axis), m_max(diagram.Largest()), m_min(diagram.Smallest())
@@ -177,7 +177,7 @@ private:
     }
 
     const ActionDiagram& m_diagram;
-    const MemberLayout& m_layout;
+    const DrawnLayout& m_layout;
     const MemberAxis& m_axis;
     Station m_max;
     Station m_min;
@@ -189,12 +189,12 @@ private:
     Svg m_svg{"", "", ""};
 };
 
-std::vector<Station> LinearCurve(const MemberLayout& layout, std::size_t k, double left, double right)
+std::vector<Station> LinearCurve(const DrawnLayout& layout, std::size_t k, double left, double right)
 {
     return {{layout.points[k].GetPos(), left}, {layout.points[k + 1].GetPos(), right}};
 }
 
-ActionDiagram LinearDiagram(const MemberLayout& layout, const char* symbol, const char* name, bool isMoment,
+ActionDiagram LinearDiagram(const DrawnLayout& layout, const char* symbol, const char* name, bool isMoment,
                             double Vec3<double>::*component)
 {
     ActionDiagram diagram{symbol, name, isMoment, false, {}};
@@ -224,7 +224,7 @@ std::vector<Station> CurveStations(const Design::MomentDiagram::Piece& piece, co
     return stations;
 }
 
-ActionDiagram BendingDiagram(const MemberLayout& layout, const char* symbol, const char* name, Design::Bending bending)
+ActionDiagram BendingDiagram(const DrawnLayout& layout, const char* symbol, const char* name, Design::Bending bending)
 {
     ActionDiagram diagram{symbol, name, true, bending == Design::Bending::Major, {}};
     if (layout.SubSpanCount() == 0) return diagram;
@@ -284,7 +284,7 @@ std::string ActionDiagram::NamedValue(double value) const
     return text + (value < 0.0 ? " sagging" : " hogging");
 }
 
-std::vector<ActionDiagram> ActionDiagrams(const MemberLayout& layout)
+std::vector<ActionDiagram> ActionDiagrams(const DrawnLayout& layout)
 {
     using V = Vec3<double>;
     using Design::Bending;
@@ -296,7 +296,7 @@ std::vector<ActionDiagram> ActionDiagrams(const MemberLayout& layout)
             LinearDiagram(layout, "Mxx", "torsion", true, &V::x)};
 }
 
-std::string DiagramSvg(const std::string& id, const ActionDiagram& diagram, const MemberLayout& layout,
+std::string DiagramSvg(const std::string& id, const ActionDiagram& diagram, const DrawnLayout& layout,
                        const MemberAxis& axis)
 {
     return DiagramPicture(id, diagram, layout, axis).Draw();

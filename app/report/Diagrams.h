@@ -41,12 +41,12 @@ struct ActionDiagram {
 
 /// Axial force, shear and moment about both axes, and torsion. Bending moments are those of Design::MomentDiagram, all others
 /// are linear along each sub-span.
-std::vector<ActionDiagram> ActionDiagrams(const MemberLayout& layout);
+std::vector<ActionDiagram> ActionDiagrams(const DrawnLayout& layout);
 
 /// The diagram to the scale of the member's drawing, values above zero upwards (so that a moment lies on the side in
 /// tension). The extremes, between points too, and the values at the member's ends are written. Where an action is not
 /// known, all that it can be is drawn in broken lines.
-std::string DiagramSvg(const std::string& id, const ActionDiagram& diagram, const MemberLayout& layout,
+std::string DiagramSvg(const std::string& id, const ActionDiagram& diagram, const DrawnLayout& layout,
                        const MemberAxis& axis);
 
 } // namespace Keltrix::App

@@ -5,7 +5,7 @@
 
 namespace Keltrix::App {
 
-/// Puts an item behind a list in words, and the separator between it and what stands there already.
+/// Appends an item to a list in words, with the separator before it unless the list is empty.
 inline void AddItem(std::string& list, std::string_view separator, std::string_view item)
 {
     if (!list.empty()) list += separator;

@@ -5,7 +5,7 @@
 
 namespace Keltrix::App {
 
-std::size_t MemberLayout::SubSpanCount() const
+std::size_t DrawnLayout::SubSpanCount() const
 {
     return points.empty() ? 0 : std::min(subSpans.size(), points.size() - 1);
 }
@@ -22,7 +22,7 @@ double DrawingScale(double size, double room)
     return 10.0 * decade;
 }
 
-MemberAxis::MemberAxis(const MemberLayout& layout, double depth)
+MemberAxis::MemberAxis(const DrawnLayout& layout, double depth)
 {
     constexpr double widest = 158.0;
     constexpr double deepest = 45.0;

@@ -7,7 +7,7 @@
 namespace Keltrix::App {
 
 /// A member's layout as the sheet draws it.
-struct MemberLayout {
+struct DrawnLayout {
     std::vector<Steel::CMemberPoint> points; ///< by ascending number
     std::vector<Steel::CSubSpan> subSpans;   ///< sub-span k lies between points k and k + 1
 
@@ -24,7 +24,7 @@ public:
     static constexpr double WIDTH = 184.0;
 
     /// The largest of the usual scales at which length and depth (m) fit the paper.
-    MemberAxis(const MemberLayout& layout, double depth);
+    MemberAxis(const DrawnLayout& layout, double depth);
 
     /// 50 means 1:50.
     double Scale() const { return m_scale; }

@@ -96,10 +96,8 @@ double TextWidth(const std::string& text) { return 1.55 * static_cast<double>(Di
 
 class MemberPicture {
 public:
-    MemberPicture(const std::string& id, const MemberLayout& layout, const MemberAxis& axis,
-                  const CSecComp& component) :
-        m_layout(layout),
-        m_axis(axis), m_component(component), m_svg(id, Title(), Description())
+    MemberPicture(const std::string& id, const DrawnLayout& layout, const MemberAxis& axis, const CSecComp& component) :
+        m_layout(layout), m_axis(axis), m_component(component), m_svg(id, Title(), Description())
     {
         const double depth = axis.Paper(component.Dimension(0.0, CSecGeom::DEPTH));
         m_depth = std::isfinite(depth) ? depth : 0.0;
@@ -350,7 +348,7 @@ private:
         return y + 3.5;
     }
 
-    const MemberLayout& m_layout;
+    const DrawnLayout& m_layout;
     const MemberAxis& m_axis;
     const CSecComp& m_component;
     Svg m_svg;
@@ -375,7 +373,7 @@ std::string HoldWords(const CRestraint& restraint)
     return text.empty() ? "free" : text;
 }
 
-CRestraint RestraintOfPoint(const MemberLayout& layout, std::size_t point)
+CRestraint RestraintOfPoint(const DrawnLayout& layout, std::size_t point)
 {
     CRestraint restraint = layout.points[point].GetRestraint();
     if (layout.SubSpanCount() == 0) return restraint;
@@ -398,7 +396,7 @@ CRestraint RestraintOfSubSpan(const Steel::CSubSpan& subSpan)
     return restraint;
 }
 
-std::string MemberSvg(const std::string& id, const MemberLayout& layout, const MemberAxis& axis,
+std::string MemberSvg(const std::string& id, const DrawnLayout& layout, const MemberAxis& axis,
                       const CSecComp& component)
 {
     return MemberPicture(id, layout, axis, component).Draw();

@@ -12,12 +12,12 @@ std::string HoldWords(const Steel::CRestraint& restraint);
 
 /// The restraint of a point or of a sub-span together with the forces and moments there, so that "the compression flange"
 /// is one of the two flanges. Where the moment has no sign, or two, it stays unknown.
-Steel::CRestraint RestraintOfPoint(const MemberLayout& layout, std::size_t point);
+Steel::CRestraint RestraintOfPoint(const DrawnLayout& layout, std::size_t point);
 Steel::CRestraint RestraintOfSubSpan(const Steel::CSubSpan& subSpan);
 
 /// The member in elevation, to scale: supports, flanges and torsion held at points and along sub-spans, load heights, numbers of
 /// points and sub-spans, positions.
-std::string MemberSvg(const std::string& id, const MemberLayout& layout, const MemberAxis& axis,
+std::string MemberSvg(const std::string& id, const DrawnLayout& layout, const MemberAxis& axis,
                       const CSecComp& component);
 
 } // namespace Keltrix::App

@@ -7,6 +7,7 @@
 #include "Html.h"
 #include "Markup.h"
 #include "Render.h"
+#include "ReportKey.h"
 #include "SectionCatalogue.h"
 #include "SectionShapes.h"
 #include "SectionValues.h"
@@ -125,7 +126,7 @@ std::string TableHead(const char* caption, std::initializer_list<const char*> na
 }
 
 // Nothing in the input says how a member stands. One whose axial force causes more stress than its moments is no beam.
-std::string StandingHtml(const MemberLayout& layout, const CSection& section)
+std::string StandingHtml(const DrawnLayout& layout, const CSection& section)
 {
     const auto geometry = MakeGeometry(section);
     if (!geometry) return {};
@@ -145,7 +146,7 @@ std::string StandingHtml(const MemberLayout& layout, const CSection& section)
            "bottom are those of the drawing.</p>\n";
 }
 
-std::string PointTable(const MemberLayout& layout)
+std::string PointTable(const DrawnLayout& layout)
 {
     std::string html = TableHead("Member points", {"Point"}, {"At"}, {"Restraint", "What it holds", "Load height"});
     for (std::size_t i = 0; i < layout.points.size(); ++i) {
@@ -159,7 +160,7 @@ std::string PointTable(const MemberLayout& layout)
 }
 
 // In the short form: as many points as leave room for the rest.
-std::string FewPoints(const MemberLayout& layout)
+std::string FewPoints(const DrawnLayout& layout)
 {
     constexpr std::size_t most = 6;
     if (layout.points.size() <= most) return PointTable(layout);
@@ -167,7 +168,7 @@ std::string FewPoints(const MemberLayout& layout)
            " points and what holds each are in the full sheet.</p>\n";
 }
 
-std::string SubSpanTable(const MemberLayout& layout)
+std::string SubSpanTable(const DrawnLayout& layout)
 {
     std::string html = TableHead("Sub-spans", {"Sub-span"}, {"From", "To"}, {"Restraint along it", "What it holds"});
     for (std::size_t k = 0; k < layout.SubSpanCount(); ++k) {
@@ -180,7 +181,7 @@ std::string SubSpanTable(const MemberLayout& layout)
     return html + "</tbody></table>\n";
 }
 
-std::string ActionsHtml(const std::string& id, const MemberLayout& layout, const MemberAxis& axis)
+std::string ActionsHtml(const std::string& id, const DrawnLayout& layout, const MemberAxis& axis)
 {
     std::string html;
     std::string absent;
@@ -221,8 +222,8 @@ std::string SectionHtml(const std::string& id, const CheckedMember& checked)
     const CSection section = checked.member->GetKeltrixSec();
     std::string html = "<div class=\"split\">\n<figure>" +
                        SectionSheetSvg(id + "-section", section, checked.Section()) + "</figure>\n" +
-                       ValueTable("Dimensions", SectionDimensions(section), true);
-    std::vector<SectionValue> values = SectionProperties(section);
+                       ValueTable("Dimensions", SectionDimensionValues(section), true);
+    std::vector<SectionValue> values = SectionPropertyValues(section);
     const std::size_t half = (values.size() + 1) / 2;
     const std::vector<SectionValue> rest(values.begin() + static_cast<std::ptrdiff_t>(half), values.end());
     values.resize(half);
@@ -238,9 +239,9 @@ std::string SectionLine(const CheckedMember& checked)
     const auto add = [&](const SectionValue& value, const std::string& number) {
         AddItem(text, ", ", EscapedHtml(WithUnitsKept(value.symbol + " = " + number + ' ' + value.unit)));
     };
-    for (const SectionValue& value : SectionDimensions(section))
+    for (const SectionValue& value : SectionDimensionValues(section))
         add(value, Rounded(value.si * value.factor, 6));
-    for (const SectionValue& value : SectionProperties(section))
+    for (const SectionValue& value : SectionPropertyValues(section))
         add(value, Figures(value.si * value.factor, 4));
     return "<p>" + text + "</p>\n" + ClassAndStrength(checked);
 }
@@ -358,7 +359,7 @@ std::string PlainText(const Document::Line& line)
     return text;
 }
 
-// The largest utilisation that a part of the report comes to, as it stands there: a bold number behind an equals sign.
+// The largest utilisation that a part of the report comes to, as it stands there: a bold number after an equals sign.
 std::string LargestResult(const Document& part)
 {
     std::string largest;
@@ -592,7 +593,7 @@ std::vector<std::string> FlagSentences(int flags)
 
 std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, const std::string& id)
 {
-    const MemberLayout layout{checked.member->GetMemberPointVec(), checked.member->GetSubSpanVec()};
+    const DrawnLayout layout{checked.member->GetMemberPointVec(), checked.member->GetSubSpanVec()};
     const CSection section = checked.member->GetKeltrixSec();
     const CSecComp& component = section.Component(0);
     const MemberAxis axis(layout, component.Dimension(0.0, CSecGeom::DEPTH));
@@ -629,7 +630,8 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
         Part(id, "checks", "Checks",
              (chart.empty() ? "<p>No check has a utilisation above zero.</p>\n" : "<figure>" + chart + "</figure>\n") +
                  CheckTable(ledger, false) + IdleTable(ledger, false));
-    return html + flags + calculation("Calculation", CalculationHtml(), checked.result->GetVerbose());
+    return html + flags + calculation("Calculation", CalculationHtml(), checked.result->GetVerbose()) +
+           RenderHtml(ReadMarkup(ReportKey()));
 }
 
 } // namespace Keltrix::App

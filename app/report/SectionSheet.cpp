@@ -47,7 +47,7 @@ private:
     static std::string Description(const CSection& section)
     {
         std::string text;
-        for (const SectionValue& value : SectionDimensions(section))
+        for (const SectionValue& value : SectionDimensionValues(section))
             AddItem(text, ", ", value.meaning + ' ' + Rounded(value.si * value.factor, 5) + ' ' + value.unit);
         return text;
     }

@@ -58,7 +58,7 @@ void AppendPadded(std::wstring& out, const Conversion& conversion, std::wstring_
     if (conversion.left) out.append(fill, L' ');
 }
 
-// Writes narrow text and fill characters one behind the other into wide text that is long enough.
+// Writes narrow text and fill characters one after the other into wide text that is long enough.
 class WideWriter {
 public:
     explicit WideWriter(wchar_t* place, bool upper) : m_place(place), m_upper(upper) {}
@@ -158,7 +158,7 @@ std::string_view ToCharsKeepingZeros(RealBuffer& buffer, double magnitude, int p
 std::string_view ToHexChars(RealBuffer& buffer, double magnitude, int precision)
 {
     int exponent = 0;
-    unsigned long long bits = 0; // the digit before the point and 52 bits behind it
+    unsigned long long bits = 0; // the digit before the point and 52 bits after it
     if (magnitude >= std::numeric_limits<double>::min()) {
         bits = static_cast<unsigned long long>(std::ldexp(std::frexp(magnitude, &exponent), 53));
         --exponent;

@@ -16,7 +16,7 @@ constexpr double MM_PER_M = 1000.0;
 struct ParametricForm {
     std::wstring_view word;
     int shape;
-    std::array<int, 7> dimensions; // numbers of CSecGeom::Prop, NONE behind the last
+    std::array<int, 7> dimensions; // numbers of CSecGeom::Prop, NONE after the last
     std::array<int, 2> radii;
 };
 

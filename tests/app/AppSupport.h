@@ -69,7 +69,7 @@ public:
         std::error_code ignored;
         std::filesystem::remove_all(m_path, ignored);
     }
-    /// Writes a file and answers its path.
+    /// Writes a file and returns its path.
     std::string Write(const std::string& name, const std::string& bytes) const
     {
         std::ofstream(m_path / name, std::ios::binary) << bytes;

@@ -1,4 +1,4 @@
-// The built program: what it answers, where it writes, and that nothing brings it down.
+// The built program: its exit codes and output, where it writes, and that nothing brings it down.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

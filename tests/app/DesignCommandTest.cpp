@@ -8,7 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "AppSupport.h"
-#include "commands/DesignCommands.h"
+#include "commands/Bs5950Commands.h"
 
 namespace Keltrix::App {
 namespace {

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "Render.h"
-#include "ReportMember.h"
+#include "CodelessMember.h"
 #include "Text.h"
 
 namespace Keltrix::App {
@@ -107,7 +107,7 @@ TEST(Markup, ACellBeyondSixtyColumnsDoesNotWidenItsColumn)
 
 TEST(Markup, TheInputReportReadsAsIntended)
 {
-    ReportMember member;
+    CodelessMember member;
     Steel::CMemberResult result;
     member.SetResult(&result);
     result.ClearStrings();

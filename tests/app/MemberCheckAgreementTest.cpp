@@ -8,7 +8,7 @@
 
 #include "AppSupport.h"
 #include "MemberCheck.h"
-#include "ReportMember.h"
+#include "CodelessMember.h"
 #include "Text.h"
 
 namespace Keltrix::App {
@@ -19,7 +19,7 @@ using Trial::LinesOf;
 
 bool IsAccepted(const CString& text)
 {
-    ReportMember member;
+    CodelessMember member;
     CSteelGrade grade;
     try {
         if (!member.CSVInputData(text, grade)) return false;
@@ -193,7 +193,7 @@ TEST(MemberCheckAgreement, RandomChangesByTheThousand)
         }
         accepted += ExpectAgreement(Joined(lines), "seed " + std::to_string(seed) + ", run " + std::to_string(run));
     }
-    // Both answers must have come often, or the comparison says little.
+    // Both results must have come often, or the comparison says little.
     EXPECT_GT(accepted, runs / 10);
     EXPECT_LT(accepted, runs * 9 / 10);
 }

@@ -88,7 +88,7 @@ TEST(MemberCutter, OnlyBlankLinesBehindTheLastMemberAreNoPiece)
 {
     EXPECT_EQ(CutInPieces(GOOD_MEMBER + " \n\t\r\n\n").size(), 1u);
     EXPECT_THAT(TextsOf(CutInPieces(GOOD_MEMBER + "\nx")), ElementsAre(GOOD_MEMBER, "\nx"));
-    EXPECT_THAT(TextsOf(CutInPieces("\n \n")), ElementsAre("\n \n")) << "a file without a member is to be told";
+    EXPECT_THAT(TextsOf(CutInPieces("\n \n")), ElementsAre("\n \n")) << "a file without a member is to be reported";
 }
 
 TEST(MemberCutter, WhatIsTooLargeIsToldOnceAndTheNextMemberIsFound)

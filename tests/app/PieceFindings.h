@@ -23,7 +23,7 @@ struct PieceFindings {
                               (member.hasErrors ? "errors " : "") + Utf8(member.text));
         }
         for (const Defect& defect : file.Check().defects) {
-            // Lines between members are told once up to each END line.
+            // Lines between members are reported once up to each END line.
             if (defect.expected != "nothing, or the TITLE line of another member") defects.push_back(defect.Text("f"));
         }
     }

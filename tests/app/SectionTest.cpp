@@ -20,7 +20,7 @@ using ::testing::HasSubstr;
 std::map<std::string, double> ValuesOf(const std::string& name)
 {
     std::map<std::string, double> values;
-    for (const SectionValue& value : SectionProperties(FindSection(name).section))
+    for (const SectionValue& value : SectionPropertyValues(FindSection(name).section))
         values[value.symbol] = value.si * value.factor;
     return values;
 }

@@ -51,10 +51,10 @@ public:
         replies.push_back("lost " + std::string(request) + ": " + how);
     }
 
-    void Tell(const std::string& message) override { told.push_back(message); }
+    void Tell(const std::string& message) override { messages.push_back(message); }
 
     std::vector<std::string> replies;
-    std::vector<std::string> told;
+    std::vector<std::string> messages;
     std::size_t asked = 0;
     std::size_t most = 0; // requests that wait at once
 
@@ -292,8 +292,8 @@ TEST(Workers, WithoutProcessesTheWorkIsDoneHere)
             if (!isUserLimit && setrlimit(RLIMIT_NOFILE, &none) != 0) _exit(2);
             Words words({"a", "b c", "d", "e", "f", "g", "h", "i"});
             RunInWorkers(4, words, words, Echo);
-            const bool isTold = words.told.size() == 1 &&
-                                words.told[0].rfind("--jobs: no worker process can be started, the work is done in one "
+            const bool isTold = words.messages.size() == 1 &&
+                                words.messages[0].rfind("--jobs: no worker process can be started, the work is done in one "
                                                     "process: ",
                                                     0) == 0;
             const bool isDone =
@@ -328,7 +328,7 @@ TEST(Workers, WhatEndedAWorkerIsNotDoneHere)
         });
         const bool isRight =
             words.replies == std::vector<std::string>{"<a>", "lost killer: killed by signal 9", "<b>", "<c>"};
-        _exit(isRight && words.told.size() == 1 ? 0 : 1);
+        _exit(isRight && words.messages.size() == 1 ? 0 : 1);
     }
     int status = -1;
     ASSERT_EQ(waitpid(child, &status, 0), child);

@@ -38,7 +38,7 @@ std::vector<Case> Members()
 
 } // namespace
 
-// Classes and the stress ratios behind them change with the load, so the law is tried where they do not: actions of one
+// Classes and the stress ratios they come from change with the load, so the law is tried where they do not: actions of one
 // kind at a time, in sections that are not slender.
 TEST(Laws, UtilisationScalesWithTheLoad)
 {

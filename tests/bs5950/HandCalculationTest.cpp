@@ -488,7 +488,7 @@ TEST(LedgerByHand, ResistancesHaveTheirSymbols)
             EXPECT_EQ(e.quantity != Quantity::None, *e.symbol != L'\0') << *CString(RuleName(e.rule)).ToUtf8();
 }
 
-// 4.2.5.1: more than 1.5 cannot be had, and that it was not given is said; 1.5 itself is given as it is.
+// 4.2.5.1: more than 1.5 is never used, and that it was not is said; 1.5 itself is given as it is.
 TEST(LedgerByHand, AnElasticLimitAbove1Point5IsCutAndNamed)
 {
     for (const double given : {1.2, 1.5, 1.6}) {

@@ -45,12 +45,12 @@ TEST(Tension, TheEccentricityOfAnAngleCountsBesideMoments)
 
     DesignOptions options;
     options.momentsHoldEccentricity = true;
-    Checked told(given);
-    told.member.SetOptions(options);
-    EXPECT_TRUE(told.Check());
-    EXPECT_NEAR(told.Entry(Rule::CombinedTension).utilisation, 0.945, 0.002);
-    EXPECT_EQ(told.Entry(Rule::EccentricConnection).status, CheckStatus::NotApplicable);
-    EXPECT_TRUE(told.Assumes(L"end connection of the tie")) << "the option is named";
+    Checked declared(given);
+    declared.member.SetOptions(options);
+    EXPECT_TRUE(declared.Check());
+    EXPECT_NEAR(declared.Entry(Rule::CombinedTension).utilisation, 0.945, 0.002);
+    EXPECT_EQ(declared.Entry(Rule::EccentricConnection).status, CheckStatus::NotApplicable);
+    EXPECT_TRUE(declared.Assumes(L"end connection of the tie")) << "the option is named";
 }
 
 TEST(Tension, WithoutAnyAreaLeftFailsInsteadOfPassing)

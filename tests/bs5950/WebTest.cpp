@@ -42,11 +42,11 @@ TEST(ShearBuckling, FailsABoxWhicheverWayItLies)
         EXPECT_NEAR(c.Entry(Rule::ShearBuckling).utilisation, 1.0137, 0.0005) << across;
         EXPECT_NEAR(c.Entry(Rule::ShearBuckling).resistance / 1e3, 1479.8, 0.1) << across;
         // The walls that are its flanges are slender (110.5), so that 4.4.4.2 b has no moment capacity beside this shear.
-        bool told = false;
+        bool isReported = false;
         for (const LedgerEntry& e : c.member.Checks().Entries())
-            told = told || (e.rule == (across ? Rule::MomentMinor : Rule::MomentMajor) &&
+            isReported = isReported || (e.rule == (across ? Rule::MomentMinor : Rule::MomentMajor) &&
                             e.status == CheckStatus::NotEvaluated);
-        EXPECT_TRUE(told) << across;
+        EXPECT_TRUE(isReported) << across;
     }
 }
 
@@ -260,7 +260,7 @@ TEST(ConcentratedLoads, AreCheckedWhereAStiffBearingLengthIsGiven)
     EXPECT_NE(c.Verbose().find("cl. 4.5.3.1"), std::string::npos);
 }
 
-// Without a length the rule is told and does not block; with one it blocks where the flange under the load is free to move.
+// Without a length the rule is isReported and does not block; with one it blocks where the flange under the load is free to move.
 TEST(ConcentratedLoads, AreToldWhereTheInputDoesNotSayEnough)
 {
     Case given;
@@ -339,7 +339,7 @@ TEST(ThinWebs, TellWhereTheirEndsMustAnchorATensionField)
     Checked beyond(given);
     beyond.Check();
     EXPECT_EQ(beyond.Entry(Rule::EndAnchorage).status, CheckStatus::OutOfScope);
-    EXPECT_FALSE(beyond.member.Checks().IsOpen()) << "told, not blocking";
+    EXPECT_FALSE(beyond.member.Checks().IsOpen()) << "isReported, not blocking";
 
     DesignOptions options;
     options.stiffenerSpacing = 1.74;

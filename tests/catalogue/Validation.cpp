@@ -112,7 +112,7 @@ const std::vector<PublishedFigure>& PublishedFigures()
 double Tolerance(const PublishedRow& row, const std::string& column)
 {
     const double third = 0.5 * std::pow(10.0, std::floor(std::log10(row.Number(column))) - 2.0);
-    // These tables drop trailing zeros, so that the last printed figure tells nothing, but for H in whole 0.001 dm⁶.
+    // These tables drop trailing zeros, so that the last printed figure says nothing, except for H in whole 0.001 dm⁶.
     const bool dropsZeros = row.file == "uc.csv" || row.file == "european_ipe_he.csv";
     if (dropsZeros && column != "H_dm6") return third;
     const std::string text = row.Text(column);

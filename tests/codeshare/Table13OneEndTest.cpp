@@ -231,7 +231,7 @@ TEST(Table13, EveryCombinationOfTheBitsAgreesWithThePlainStatementOfTheRules)
                     const double length =
                         rules.BS5950_1_2000_Table13(7.0, 0.4, dir, restraint, destabilizing, rejected);
                     const double expected = Table13Row(7.0, 0.4, dir, restraint, destabilizing, rejected).length;
-                    // Rows differ by 0.05 L at least, so the rounding of the factors cannot hide one behind another.
+                    // Rows differ by 0.05 L at least, so the rounding of the factors cannot make one look like another.
                     if (!(length == expected || std::abs(length - expected) < 1e-12))
                         FAIL() << Inputs(restraint, dir, destabilizing, rejected) << ": " << length << " instead of "
                                << expected;

@@ -68,7 +68,7 @@ TEST(Table13TwoEnds, DifferentFindingsFollowOneAnother)
 
 TEST(Table13TwoEnds, TextIsIndentedAsANewTextWhateverStoodBefore)
 {
-    // The scratch records start without text, so each line begins with the indentation even behind an open line.
+    // The scratch records start without text, so each line begins with the indentation even after an open line.
     CMemberResult result;
     const CResultIndent indent(&result);
     result.AddOutputString(L"open");

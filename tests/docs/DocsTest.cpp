@@ -1,4 +1,4 @@
-// Runs the documents: in a fenced block marked "console" every line that starts with "$ " is a command, and the lines behind
+// Runs the documents: in a fenced block marked "console" every line that starts with "$ " is a command, and the lines after
 // it are its exact output; a block marked "cpp FILE" must stand, as it is, in that file, which the build compiles.
 // "./run ARGS" stands for "ksteel ARGS", which it ends in.
 

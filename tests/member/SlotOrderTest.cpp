@@ -93,7 +93,7 @@ void ExpectSlotsZeroToThirtySix()
     EXPECT_EQ(Slot(&Member::SectionClass), 36);
 }
 
-/// Their first own operation stands behind the last one of the base.
+/// Their first own operation follows the last one of the base.
 class OneMoreThanSteelMember : public CSteelMember {
 public:
     virtual void OneMore() = 0;

@@ -48,13 +48,13 @@ TEST(SpanAllocation, QueriesAllocateNothing)
     sum += span.InterpolateForces(0.3).z + span.InterpolateMoments(0.7).y;
     sum += span.MaxDispXX(1.0, 1.0) + span.MaxDispYY(1.0, 1.0);
     sum += span.DispXX(2.2, 1.0, 1.0, true, false) + span.DispYY(2.2, 1.0, 1.0, false, true);
-    int answers = span.IsNull() + span.IsValid() + span.IsLEndOfMember() + span.IsREndOfMember();
-    answers += span.IsDestabilized() + span.IsMinorAxisLoaded() + span.IsMajorAxisLoaded() + span.IsLoaded(true);
-    answers += span.IsLoadedWithPointLoad() + span.IsLeftEndPtLoadOnly() + span.IsRightEndPtLoadOnly();
-    answers += span.IsLeftEndMomentLoadOnly() + span.IsRightEndMomentLoadOnly() + span.IsLeftEndMomentLoaded();
-    answers += span.IsRightEndMomentLoaded() + span.IsLoadedWithCentrePointLoad() + span.IsLoadedWithUDL();
-    answers += span == copy;
+    int results = span.IsNull() + span.IsValid() + span.IsLEndOfMember() + span.IsREndOfMember();
+    results += span.IsDestabilized() + span.IsMinorAxisLoaded() + span.IsMajorAxisLoaded() + span.IsLoaded(true);
+    results += span.IsLoadedWithPointLoad() + span.IsLeftEndPtLoadOnly() + span.IsRightEndPtLoadOnly();
+    results += span.IsLeftEndMomentLoadOnly() + span.IsRightEndMomentLoadOnly() + span.IsLeftEndMomentLoaded();
+    results += span.IsRightEndMomentLoaded() + span.IsLoadedWithCentrePointLoad() + span.IsLoadedWithUDL();
+    results += span == copy;
     EXPECT_EQ(allocations, before);
     EXPECT_TRUE(std::isfinite(sum)) << sum;
-    EXPECT_GT(answers, 0);
+    EXPECT_GT(results, 0);
 }

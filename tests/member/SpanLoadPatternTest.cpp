@@ -1,4 +1,4 @@
-// Load patterns of spans: hand-made spans with literal answers, ties at the tolerances, the asymmetries that are
+// Load patterns of spans: hand-made spans with literal results, ties at the tolerances, the asymmetries that are
 // required, and a second statement of every rule over random spans full of ties.
 
 #include "member/LayoutSupport.h"
@@ -461,7 +461,7 @@ TEST(SpanEndPointLoad, TheNearEndMustBeWithoutMomentBelowOne)
 
 TEST(SpanEndPointLoad, LeftTestPassesOverTheFirstJointAndRightTestDoesNot)
 {
-    // The asymmetry is required. A jump of Fz (50 to 60) and another Myy (0, then 150) behind the first joint.
+    // The asymmetry is required. A jump of Fz (50 to 60) and another Myy (0, then 150) after the first joint.
     Layout left = ThreeBays();
     left.Fz({50, 50, 60, 60, 60, 60}).Myy({0, 100, 150, 200, 150, 300});
     EXPECT_TRUE(left.Whole().IsLeftEndPtLoadOnly()) << "Mr = 300 = 6 x 50, and the first joint is not looked at";
@@ -674,7 +674,7 @@ TEST(SpanCentrePointLoad, AJumpOverAShortSubSpanLiesAtItsLeftPointAndHidesTheJoi
     Layout layout({0.0, 2.0, 2.0005, 4.0});
     layout.Fz({50, 50, 50, -50, -50, -50});
     EXPECT_TRUE(layout.Whole().IsLoadedWithCentrePointLoad());
-    // A jump over a short sub-span and a further one at the joint behind it: only the first is looked at, at its left
+    // A jump over a short sub-span and a further one at the joint after it: only the first is looked at, at its left
     // point. The joint is off-centre (2.0045 / 4 = 0.501125), the left point (2.0036 / 4 = 0.5009) is not.
     Layout hidden({0.0, 2.0036, 2.0045, 4.0});
     hidden.Fz({50, 50, 50, -50, -70, -70});

@@ -278,7 +278,7 @@ TEST(MemberFileShearLag, WhateverLineStandsInItsPlaceIsLost)
     EXPECT_FALSE(second.member.LengthOverride());
     EXPECT_EQ(second.member.Lyy(), 7.0);
 
-    // The lost line may be a caption, and one more is skipped behind it.
+    // The lost line may be a caption, and one more is skipped after it.
     FileText twoCaptions;
     twoCaptions.Line("SHEAR_LAG_FACTOR") = "HEADINGS,first";
     EXPECT_TRUE(AmplifiedReading(twoCaptions).done);

@@ -300,7 +300,7 @@ TEST(MemberFileReading, ATitleEndsAtItsFirstComma)
     EXPECT_EQ(Utf8(member.GetTitle()), "Beam");
 }
 
-// Keywords are read in any letter case, the words behind them as they are written.
+// Keywords are read in any letter case, the words after them as they are written.
 TEST(MemberFileReading, SectionTypeWordsInCapitalsAndUndefinedForAllOthers)
 {
     const std::pair<const char*, int> rows[] = {{"ROLLED", 1}, {"WELDED", 2},  {"FORMED", 3},   {"UNDEF", 0},

@@ -37,7 +37,7 @@ CSubSpan SubSpan(int index, double shearL, double shearR, double momentL, double
 }
 
 // 6 m with a central load of 40 kN: M = 40 * 6/4 = 60 kN·m, sagging, so below zero.
-MemberLayout CentralLoad()
+DrawnLayout CentralLoad()
 {
     return {{Point(1, 0.0, CRestraint::PINNED), Point(2, 3.0, CRestraint::TOP_FLANGE_LATERAL),
              Point(3, 6.0, CRestraint::PINNED)},
@@ -73,7 +73,7 @@ TEST(DrawingScale, IsTheNextUsualScaleAtWhichTheSizeFits)
 
 TEST(MemberDrawing, LengthAndDepthAreToTheSameScale)
 {
-    const MemberLayout layout = CentralLoad();
+    const DrawnLayout layout = CentralLoad();
     const CSection section(CString(L"UB 457x191x67"));
     const MemberAxis axis(layout, 0.4534);
     const Trial::HtmlReader svg(MemberSvg("e", layout, axis, section.Component(0)));
@@ -87,7 +87,7 @@ TEST(MemberDrawing, LengthAndDepthAreToTheSameScale)
 
 TEST(MemberDrawing, SupportsAndRestraintsAreDrawnByKindAndFlange)
 {
-    const MemberLayout layout = CentralLoad();
+    const DrawnLayout layout = CentralLoad();
     const CSection section(CString(L"UB 457x191x67"));
     const MemberAxis axis(layout, 0.4534);
     const Trial::HtmlReader svg(MemberSvg("e", layout, axis, section.Component(0)));
@@ -110,7 +110,7 @@ TEST(MemberDrawing, SupportsAndRestraintsAreDrawnByKindAndFlange)
 
 TEST(MemberDrawing, TheCompressionFlangeIsTheOneThatTheMomentTells)
 {
-    MemberLayout layout = CentralLoad();
+    DrawnLayout layout = CentralLoad();
     layout.points[1].SetRestraint(CRestraint(CRestraint::COMP_FLANGE_LATERAL, Data::SHR_CENTRE, 0.0));
     EXPECT_EQ(HoldWords(RestraintOfPoint(layout, 1)), "flange 1 (top) held laterally");
     layout.subSpans[1].SetMomentsLeft({0.0, 60e3, 0.0});
@@ -121,8 +121,8 @@ TEST(MemberDrawing, FixedEndsContinuousRestraintAndLoadHeightsAreDrawn)
 {
     CRestraint fixed;
     fixed.SetEnc();
-    MemberLayout layout{{Point(1, 0.0, fixed.RestFlag()), Point(2, 2.0, 0, 0.25)},
-                        {SubSpan(1, -10e3, -10e3, 20e3, 0.0, CRestraint::BOTTOM_FLANGE_LATERAL)}};
+    DrawnLayout layout{{Point(1, 0.0, fixed.RestFlag()), Point(2, 2.0, 0, 0.25)},
+                       {SubSpan(1, -10e3, -10e3, 20e3, 0.0, CRestraint::BOTTOM_FLANGE_LATERAL)}};
     const CSection section(CString(L"RHS 200x100x6.3"));
     const MemberAxis axis(layout, 0.2);
     const Trial::HtmlReader svg(MemberSvg("e", layout, axis, section.Component(0)));
@@ -136,7 +136,7 @@ TEST(MemberDrawing, FixedEndsContinuousRestraintAndLoadHeightsAreDrawn)
 
 TEST(MemberDrawing, CrowdedNumbersAreThinnedAndTheLastOneStays)
 {
-    MemberLayout layout;
+    DrawnLayout layout;
     for (int i = 0; i <= 500; ++i)
         layout.points.push_back(Point(i + 1, i * 0.02, i % 500 == 0 ? int(CRestraint::PINNED) : 0));
     for (int i = 0; i < 500; ++i)
@@ -157,7 +157,7 @@ TEST(MemberDrawing, CrowdedNumbersAreThinnedAndTheLastOneStays)
 
 TEST(Diagrams, StationsLieWhereTheValuesSay)
 {
-    const MemberLayout layout = CentralLoad();
+    const DrawnLayout layout = CentralLoad();
     const MemberAxis axis(layout, 0.4534);
     const ActionDiagram moment = ActionDiagrams(layout)[2];
     ASSERT_EQ(moment.symbol, "Myy");
@@ -191,8 +191,8 @@ std::vector<std::pair<double, double>> PlacesOf(const Trial::HtmlElement& path)
 // 20 kN/m over 6 m in one sub-span without end moments: the checks are for 90 kN·m.
 TEST(Diagrams, AParabolaBetweenPointsIsDrawnWithItsExtreme)
 {
-    const MemberLayout layout{{Point(1, 0.0, CRestraint::PINNED), Point(2, 6.0, CRestraint::PINNED)},
-                              {SubSpan(1, -60e3, 60e3, 0.0, 0.0)}};
+    const DrawnLayout layout{{Point(1, 0.0, CRestraint::PINNED), Point(2, 6.0, CRestraint::PINNED)},
+                             {SubSpan(1, -60e3, 60e3, 0.0, 0.0)}};
     const MemberAxis axis(layout, 0.4534);
     const ActionDiagram moment = ActionDiagrams(layout)[2];
     EXPECT_FALSE(moment.IsZero());
@@ -217,7 +217,7 @@ TEST(Diagrams, AParabolaBetweenPointsIsDrawnWithItsExtreme)
 
 TEST(Diagrams, AContinuousBeamSagsInItsSpansAndHogsOverItsSupport)
 {
-    const MemberLayout layout{
+    const DrawnLayout layout{
         {Point(1, 0.0, CRestraint::PINNED), Point(2, 8.0, CRestraint::PINNED), Point(3, 16.0, CRestraint::PINNED)},
         {SubSpan(1, -120e3, 200e3, 0.0, 320e3), SubSpan(2, -200e3, 120e3, 320e3, 0.0)}};
     const MemberAxis axis(layout, 0.4534);
@@ -231,8 +231,8 @@ TEST(Diagrams, AContinuousBeamSagsInItsSpansAndHogsOverItsSupport)
 
 TEST(Diagrams, WhereForcesDoNotBalanceAllThatTheMomentCanBeIsDrawn)
 {
-    const MemberLayout layout{{Point(1, 0.0, CRestraint::PINNED), Point(2, 3.0, 0), Point(3, 6.0, CRestraint::PINNED)},
-                              {SubSpan(1, -20e3, -20e3, 0.0, -60e3), SubSpan(2, -60e3, 60e3, -60e3, 0.0)}};
+    const DrawnLayout layout{{Point(1, 0.0, CRestraint::PINNED), Point(2, 3.0, 0), Point(3, 6.0, CRestraint::PINNED)},
+                             {SubSpan(1, -20e3, -20e3, 0.0, -60e3), SubSpan(2, -60e3, 60e3, -60e3, 0.0)}};
     const ActionDiagram moment = ActionDiagrams(layout)[2];
     EXPECT_FALSE(moment.IsKnown());
     const MemberAxis axis(layout, 0.4534);
@@ -247,7 +247,7 @@ TEST(Diagrams, WhereForcesDoNotBalanceAllThatTheMomentCanBeIsDrawn)
 
 TEST(Diagrams, BothExtremesOfAShearDiagramAreWritten)
 {
-    const MemberLayout layout = CentralLoad();
+    const DrawnLayout layout = CentralLoad();
     const MemberAxis axis(layout, 0.4534);
     const Trial::HtmlReader svg(DiagramSvg("d", ActionDiagrams(layout)[1], layout, axis));
     const auto values = svg.OfClass("text", "value");
@@ -258,7 +258,7 @@ TEST(Diagrams, BothExtremesOfAShearDiagramAreWritten)
 
 TEST(Diagrams, ValuesThatAreNotFiniteDoNotSpoilTheDrawing)
 {
-    MemberLayout layout = CentralLoad();
+    DrawnLayout layout = CentralLoad();
     layout.subSpans[0].SetMomentsRight({0.0, std::numeric_limits<double>::infinity(), 0.0});
     layout.subSpans[1].SetMomentsLeft({0.0, std::nan(""), 0.0});
     const MemberAxis axis(layout, 0.4534);

@@ -182,7 +182,7 @@ int CountSupports(const Elevation& e, double x)
     return count;
 }
 
-// A member of random points that are far enough apart to be told from one another.
+// A member of random points that are far enough apart to be distinguished.
 Given RandomMember(std::mt19937& random)
 {
     std::uniform_real_distribution<double> apart(0.8, 2.5);

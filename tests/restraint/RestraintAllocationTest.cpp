@@ -40,26 +40,26 @@ TEST(RestraintAllocation, ClosingAskingComparingAndReadingAllocateNothing)
     const std::vector<unsigned int> sets = RestraintOracle::SmallSets();
     const Keltrix::CString code(L"F1L F2W TR MAJRV MINPV");
     const long before = allocations;
-    int answers = 0;
+    int results = 0;
     for (const unsigned int bits : sets)
         for (const Moment moment : RestraintOracle::allMoments) {
             const CRestraint restraint = Make(bits, moment);
             CRestraint copy = restraint;
             copy.MakeConsistent();
             for (const bool consistent : {false, true}) {
-                answers += restraint.IsRestrained(0x100643, consistent);
-                answers += restraint.IsFree(0x1800, consistent);
-                answers += restraint.IsEnc(consistent);
+                results += restraint.IsRestrained(0x100643, consistent);
+                results += restraint.IsFree(0x1800, consistent);
+                results += restraint.IsEnc(consistent);
             }
-            answers += restraint == copy;
-            answers += restraint.IsPreset(CRestraint::PINNED);
-            answers += restraint.IsDestabilized() || restraint.IsStabilized();
+            results += restraint == copy;
+            results += restraint.IsPreset(CRestraint::PINNED);
+            results += restraint.IsDestabilized() || restraint.IsStabilized();
             copy.MirrorMajorAxis();
             copy.SetEnc();
             copy.SetPreset(CRestraint::PINNED);
             copy.Clear();
-            answers += copy.SetDescription(code);
+            results += copy.SetDescription(code);
         }
     EXPECT_EQ(allocations, before);
-    EXPECT_GT(answers, 0);
+    EXPECT_GT(results, 0);
 }

@@ -90,7 +90,7 @@ TEST(RestraintReport, LoadHeightIsWrittenInTheUsersSmallUnitFollowedByM)
     CUnit unit;
     unit.SetLengthSmall(L"mm", 1000.0);
     const CDesFormat fmt(unit);
-    // The letter m behind the number stays whatever the unit is: required as it stands.
+    // The letter m after the number stays whatever the unit is: required as it stands.
     EXPECT_EQ(Utf8(CRestraint(0x200000, TOP_FLANGE, 0.2).GetString(fmt)),
               "Restraints set:\n\tmajor axis shear <i>(section Y direction)</i>\nload is destabilizing: (by " +
                   Utf8(fmt.LengthSmall(0.2)) + "m)\n");
@@ -575,7 +575,7 @@ TEST(RestraintWord, CodesAddBitsInUpperCaseOnly)
     EXPECT_EQ(Hex(Bits(restraint)), Hex(0x801f));
     for (const wchar_t* word : {L"f1l", L"tr", L"majr", L"minr", L"ca", L"Tr", L"F1l", L"Majr"})
         EXPECT_FALSE(ReadWord(restraint, word)) << Utf8(word);
-    for (const wchar_t* word : {L"TR", L"MAJR", L"MINR"}) // what stands behind a word is not read
+    for (const wchar_t* word : {L"TR", L"MAJR", L"MINR"}) // what follows a word is not read
         EXPECT_FALSE(ReadWord(restraint, std::wstring_view(word).substr(0, 1))) << Utf8(word);
     EXPECT_EQ(Hex(Bits(restraint)), Hex(0x801f)) << "none of them set a bit";
 }

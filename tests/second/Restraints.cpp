@@ -21,7 +21,7 @@ constexpr unsigned RELATIVE = Bits::COMP_FLANGE_LATERAL | Bits::TENS_FLANGE_LATE
 
 bool Has(unsigned bits, unsigned all) { return (bits & all) == all; }
 
-/// Compression and tension flange said as flange 1 and 2; where the sign is not known they hold nothing, but for both of
+/// Compression and tension flange said as flange 1 and 2; where the sign is not known they hold nothing, except for both of
 /// them together, which hold both flanges.
 unsigned Named(unsigned bits, int sign)
 {

@@ -11,7 +11,7 @@ using Data::CRestraint;
 /// Rules that several design codes share: effective lengths for lateral-torsional buckling of BS 5950-1:2000, Table
 /// 13 (beams, clause 4.3.5.2) and Table 14 (cantilevers, clause 4.3.5.4).
 ///
-/// Every rule answers the effective length in m, plus infinity where no row of its table applies. It writes the row
+/// Every rule returns the effective length in m, plus infinity where no row of its table applies. It writes the row
 /// it used and a failure into the result, where there is one; without a result it only computes.
 class KELTRIX_STEEL_API CCodeShare {
 public:

@@ -163,7 +163,7 @@ public:
     /// Marks the absence of a span: both places 0.
     void SetNull();
     bool IsNull() const { return m_iLeft == 0 && m_iRight == 0; }
-    /// Both vectors given, left not behind right (compared as unsigned), right inside the points. Sub-spans are not
+    /// Both vectors given, left not after right (compared as unsigned), right inside the points. Sub-spans are not
     /// counted.
     bool IsValid() const;
 
@@ -212,7 +212,7 @@ public:
 
     // Load patterns, read off the jumps and slopes of the end forces and moments. Two forces differ when they are
     // apart by 1 N and 0.1 % of the reference, or, where the whole vector is looked at, by more than 0.1 % in any
-    // component. A span of one sub-span answers false, except where noted.
+    // component. A span of one sub-span returns false, except where noted.
 
     /// Fz (Fy) changes along a sub-span or jumps between two.
     bool IsMinorAxisLoaded() const;

@@ -164,7 +164,7 @@ public:
     CString GetSummary() const;
     /// The two headings above local checks.
     CString TitleForCheckLocalOutput(bool alongMember) const;
-    /// Puts `indent` tabs behind every line break but a final one and, with `indentFirst`, in front of the text.
+    /// Puts `indent` tabs after every line break except a final one and, with `indentFirst`, in front of the text.
     static CString Tabify(const CString& text, const int& indent, bool indentFirst);
 
 private:
@@ -185,8 +185,8 @@ private:
     void PushIndentVerbose(int levels);
     int PopIndentVerbose();
     int GetIndentVerbose() const;
-    /// Makes this record what it is after merging with a copy of itself whose texts were emptied before `addedText` was
-    /// written at the current position, and which failed in lateral-torsional buckling or did not.
+    /// Same effect as `*this += copy`, where `copy` is this record with empty texts, `addedText` and, if `failedLT`, a
+    /// failure in lateral-torsional buckling.
     void MergeScratch(const CString& addedText, bool failedLT);
     /// An infinite utilisation in lateral-torsional buckling with its failure flags, raised even where it was infinite before.
     void FailBucklingLT();

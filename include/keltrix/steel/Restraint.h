@@ -137,7 +137,7 @@ public:
     /// Stores force (N) and moment (N·m); with `useMomentSign`, the sign of moment.y says which flange is in
     /// compression.
     void SetForcesAndMoments(const Vec3<double>& force, const Vec3<double>& moment, bool useMomentSign);
-    /// Fills all three (with zeros and true where none were set) and answers whether they were set.
+    /// Fills all three (with zeros and true where none were set) and returns whether they were set.
     bool GetForcesAndMoments(Vec3<double>& force, Vec3<double>& moment, bool& useMomentSign) const;
     /// Forgets forces and moments; bits and load height stay.
     void ClearForcesAndMoments();

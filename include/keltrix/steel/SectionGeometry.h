@@ -43,7 +43,7 @@ public:
     CDesSectGeom& operator=(const CDesSectGeom&) = default;
     /// Takes the dimensions from component 0 of the section and says whether the shape covers it. Departures from
     /// what the shape can represent go to the result, which may be null, as warning text and the flags WARNING and
-    /// NOTIFY. The body here takes fabrication and plate type, and answers true; every shape class calls it.
+    /// NOTIFY. The body here takes fabrication and plate type, and returns true; every shape class calls it.
     virtual bool SetKeltrixSec(const CSection& sec, CMemberResult* const result) = 0;
     /// Gross area.
     virtual double Area() const = 0;
@@ -52,7 +52,7 @@ public:
     virtual double Ybar() const = 0;
     /// Distance of the elastic centroid from the left (back) edge; 0 for shapes symmetric about y.
     virtual double Xbar() const = 0;
-    /// Second moments of area about the centroidal axes, and their product moment (0 but for the angle).
+    /// Second moments of area about the centroidal axes, and their product moment (0 except for the angle).
     virtual double Ixx() const = 0;
     virtual double Iyy() const = 0;
     virtual double Ixy() const = 0;
@@ -347,7 +347,7 @@ private:
 
 /// A cross-section under design: section, grade, forces and moments, design ratios, fire data and the member's
 /// restraint at it. Forces in N, moments in N·m, temperature in °C. Derived classes add the code's checks; they are
-/// told of every change before it happens, so that they can drop what they computed.
+/// notified of every change before it happens, so that they can drop what they computed.
 class KELTRIX_STEEL_API CSectionCodeBase : public CCloneable {
 public:
     ~CSectionCodeBase() override;
@@ -368,7 +368,7 @@ protected:
     virtual void MirrorXX();
 
 public:
-    /// The body here takes over the section and answers true; it writes nothing to the result. Overriders call it.
+    /// The body here takes over the section and returns true; it writes nothing to the result. Overriders call it.
     virtual bool SetKeltrixSec(const CSection& sec, CMemberResult* const result) = 0;
     /// Section properties, as in CDesSectGeom.
     virtual double Area() const = 0;

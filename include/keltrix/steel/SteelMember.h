@@ -145,7 +145,7 @@ public:
 
 protected:
     CSteelMemberGen();
-    /// Not a full copy: result, quick-check mode and the three optional factors stay behind.
+    /// Not a full copy: result, quick-check mode and the three optional factors are not copied.
     CSteelMemberGen(const CSteelMemberGen& other);
 
     /// Writes the input report into the result's text, with the module's section text in it.

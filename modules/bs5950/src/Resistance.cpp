@@ -24,7 +24,7 @@ double PerryStrength(double pE, double py, double eta)
     return pE * py / (phi + std::sqrt(phi * phi - pE * py));
 }
 
-// Cuts a normal range out of 0 .. 1.
+// Clamps to 0 to 1.
 double Unit(double value) { return std::clamp(value, 0.0, 1.0); }
 
 } // namespace

@@ -92,13 +92,13 @@ public:
     int Find(wchar_t character, int start = 0) const;
     int Find(std::wstring_view needle, int start = 0) const;
 
-    /// Replaces every occurrence, from the left and without looking again at what was put in; answers how many.
+    /// Replaces every occurrence, from the left and without looking again at what was put in; returns how many.
     int Replace(wchar_t from, wchar_t to);
     int Replace(std::wstring_view from, std::wstring_view to);
-    /// Removes every occurrence of the character; answers how many.
+    /// Removes every occurrence of the character; returns how many.
     int Remove(wchar_t character);
 
-    /// ASCII letters only; each answers the text itself.
+    /// ASCII letters only; each returns the text itself.
     CString& MakeUpper();
     CString& MakeLower();
     /// Removes white space at both ends, at the left or at the right end.
@@ -122,7 +122,7 @@ public:
         m_text.clear();
         AppendFormat(format, args...);
     }
-    /// As Format, behind the present text. No argument may be this text itself.
+    /// As Format, after the present text. No argument may be this text itself.
     template <class... Args>
     void AppendFormat(const wchar_t* format, const Args&... args)
     {

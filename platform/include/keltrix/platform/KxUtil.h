@@ -49,7 +49,7 @@ private:
 };
 
 /// The number formatter of every report. Arguments are SI (m, N, N·m, Pa); each text is in the user's unit with a
-/// blank and the unit behind the number, except LengthSmall, NoDim, Util and Int, which give the bare number.
+/// blank and the unit after the number, except LengthSmall, NoDim, Util and Int, which give the bare number.
 /// Zero of either sign is "0", infinities are "inf" and "-inf", not-a-number is "nan". Independent of the locale.
 class KELTRIX_PLATFORM_API CDesFormat {
 public:
@@ -88,7 +88,7 @@ private:
 // missing or malformed number is 0, a whole number out of range is clamped, "INF" and "NAN" in any case are read as
 // written.
 
-/// The next line of a text, without its "\n" or "\r\n". GetLine(&text) starts, GetLine(nullptr) goes on behind the line
+/// The next line of a text, without its "\n" or "\r\n". GetLine(&text) starts, GetLine(nullptr) goes on after the line
 /// given before; past the end, and before any start, lines are empty. The place is kept per thread, and the text must
 /// stay alive and unchanged while it is read.
 KELTRIX_PLATFORM_API CString GetLine(const CString* text);

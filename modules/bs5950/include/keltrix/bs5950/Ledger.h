@@ -56,7 +56,7 @@ enum class Rule {
 
 enum class Stage { General, Local, Buckling };
 /// NotEvaluated: the rule applies, or may apply, and was not evaluated, so that the member cannot pass. OutOfScope: the rule
-/// is about what the input does not hold, such as the frame around the member; it is told and does not keep a member from passing.
+/// is about what the input does not hold, such as the frame around the member; it is reported and does not keep a member from passing.
 enum class CheckStatus { Passed, Failed, NotApplicable, NotEvaluated, OutOfScope };
 /// What a resistance is: a force in N, a moment in N·m, a stress in Pa or none.
 enum class Quantity { None, Force, Moment, Stress };

@@ -27,7 +27,7 @@ struct SectionProperties {
     double B = 0.0;  ///< width of flange 1 (top); horizontal leg of an angle
     double t = 0.0;  ///< web (stem, wall, leg) thickness
     double T = 0.0;  ///< thickness of flange 1
-    double B2 = 0.0; ///< flange 2 (bottom); equal to flange 1 but for the unequal I
+    double B2 = 0.0; ///< flange 2 (bottom); equal to flange 1 except for the unequal I
     double T2 = 0.0;
     double r = 0.0; ///< root radius
     double d = 0.0; ///< web depth for classification (Figure 5)

@@ -1,29 +1,29 @@
-#include "ReportMember.h"
+#include "CodelessMember.h"
 
 #include "SectionShapes.h"
 
 namespace Keltrix::App {
 
-bool ReportMember::SetKeltrixSec(const CSection& section)
+bool CodelessMember::SetKeltrixSec(const CSection& section)
 {
     m_section = section;
     return true;
 }
 
-bool ReportMember::SetGrade(const CSteelGrade& grade)
+bool CodelessMember::SetGrade(const CSteelGrade& grade)
 {
     m_grade = grade;
     return true;
 }
 
-bool ReportMember::Check()
+bool CodelessMember::Check()
 {
     if (!ValidateInputData()) return false;
     if (Steel::CMemberResult::TextEnabled(Result())) ReportInput(GetSectionText(Result()->DesFormat()));
     return true;
 }
 
-CString ReportMember::GetSectionText(const CDesFormat& fmt) const
+CString CodelessMember::GetSectionText(const CDesFormat& fmt) const
 {
     const CSecComp& component = m_section.Component(0);
     const CString description = component.Description(true);

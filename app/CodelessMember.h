@@ -5,11 +5,11 @@
 namespace Keltrix::App {
 
 /// A member without a design code: it takes every section and grade, shows its input and checks nothing.
-class ReportMember : public Steel::CSteelMemberGen {
+class CodelessMember : public Steel::CSteelMemberGen {
 public:
-    ReportMember() = default;
-    ReportMember(const ReportMember&) = default;
-    ReportMember* Clone() const override { return new ReportMember(*this); }
+    CodelessMember() = default;
+    CodelessMember(const CodelessMember&) = default;
+    CodelessMember* Clone() const override { return new CodelessMember(*this); }
 
     CString DesOptName(int) override { return L"none: input only"; }
     void PrepareInput() override { Clear(); }
