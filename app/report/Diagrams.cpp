@@ -213,6 +213,7 @@ std::vector<Station> CurveStations(const Design::MomentDiagram::Piece& piece, co
     std::vector<double> shares{0.0, 1.0};
     if (curve.curvature != 0.0) {
         constexpr int chords = 24;
+        shares.reserve(shares.size() + chords); // the ends, the points between, the extreme
         for (int i = 1; i < chords; ++i)
             shares.push_back(static_cast<double>(i) / chords);
         if (const double extreme = curve.Extreme(); extreme > 0.0 && extreme < 1.0) shares.push_back(extreme);
@@ -279,7 +280,7 @@ std::string ActionDiagram::ValueText(double value) const
 
 std::string ActionDiagram::NamedValue(double value) const
 {
-    const std::string text = ValueText(value);
+    std::string text = ValueText(value);
     if (!sags || !(value < 0.0 || value > 0.0)) return text;
     return text + (value < 0.0 ? " sagging" : " hogging");
 }

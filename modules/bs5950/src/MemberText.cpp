@@ -6,7 +6,6 @@
 namespace Keltrix::BS5950 {
 
 using Steel::CMemberResult;
-using Steel::CResultIndent;
 
 namespace {
 

@@ -8,7 +8,6 @@
 namespace Keltrix::BS5950 {
 
 using Design::MomentDiagram;
-using Design::MomentRange;
 
 namespace {
 

@@ -357,9 +357,11 @@ void PositionFinder::SearchPiece(double from, double to)
         while (last.branch != next.branch) {
             Sample lo = last;
             Sample hi = next;
-            for (double s = 0.5 * (lo.s + hi.s); s > lo.s && s < hi.s; s = 0.5 * (lo.s + hi.s)) {
+            double s = 0.5 * (lo.s + hi.s);
+            while (s > lo.s && s < hi.s) {
                 const Sample middle = Evaluate(s);
                 (middle.branch == lo.branch ? lo : hi) = middle;
+                s = 0.5 * (lo.s + hi.s);
             }
             SearchRun(start, lo);
             start = last = hi;

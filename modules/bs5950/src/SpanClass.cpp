@@ -85,7 +85,7 @@ private:
                                      std::abs(m_minorCurve.At(to))}) > m_noMinor;
         if (!Counts(sign, compressed, bentY)) return;
         if (m_exact) return TakeExactly(from, to, sign, compressed, bentY);
-        Range& range = m_ranges[static_cast<std::size_t>(sign + 1)][bentY];
+        Range& range = m_ranges[static_cast<std::size_t>(sign) + 1][bentY];
         for (const double s : {from, to}) {
             const double F = AxialAt(s, compressed);
             if (!range.any) range = {true, F, F};

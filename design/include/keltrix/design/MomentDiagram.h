@@ -98,8 +98,8 @@ public:
     /// combination of the curves.
     MomentDiagram(const std::vector<Steel::CMemberPoint>& points, const std::vector<Steel::CSubSpan>& subSpans,
                   double major, double minor);
-    /// The same from the diagrams about both axes of one member.
-    MomentDiagram(const MomentDiagram& major, double majorFactor, const MomentDiagram& minor, double minorFactor);
+    /// The same from the diagrams about both axes of one member, `a` of the major axis and `b` of the minor one.
+    MomentDiagram(const MomentDiagram& a, double major, const MomentDiagram& b, double minor);
 
     const std::vector<Piece>& Pieces() const { return m_pieces; }
     const Piece& At(int subSpan) const { return m_pieces[static_cast<std::size_t>(subSpan)]; }
