@@ -163,8 +163,8 @@ void RequireText(const CheckedMember& checked)
     for (const char* report : {"brief", "verbose"}) {
         CheckOptions options;
         options.report = report;
-        PutMember(checked, options, [](const Finding& finding) {
-            RequireNoControls(finding.text, Reader::Person, "text has no control characters");
+        PutMember(checked, options, [](const OutputPiece& piece) {
+            RequireNoControls(piece.text, Reader::Person, "text has no control characters");
         });
     }
 }
@@ -216,13 +216,13 @@ void RequireLoop(std::string_view bytes, const std::vector<bool>& accepted)
     options.format = Format::JSON_LINES;
     std::istringstream nothing;
     std::vector<bool> put;
-    CheckLoop loop(options, nothing, [&](const Finding& finding) {
-        RequireNoControls(finding.text, finding.kind == Finding::Message ? Reader::Person : Reader::Program,
+    CheckLoop loop(options, nothing, [&](const OutputPiece& piece) {
+        RequireNoControls(piece.text, piece.kind == OutputPiece::Message ? Reader::Person : Reader::Program,
                           "findings have no control characters");
-        if (finding.kind == Finding::Message) return;
-        Require(!Json::parse(finding.text, nullptr, false).is_discarded(), "JSON lines are strict");
-        Require(finding.kind == Finding::Member || finding.code == EXIT_BAD_INPUT, "what is refused is bad input");
-        put.push_back(finding.kind == Finding::Member);
+        if (piece.kind == OutputPiece::Message) return;
+        Require(!Json::parse(piece.text, nullptr, false).is_discarded(), "JSON lines are strict");
+        Require(piece.kind == OutputPiece::Member || piece.code == EXIT_BAD_INPUT, "what is refused is bad input");
+        put.push_back(piece.kind == OutputPiece::Member);
     });
     loop.UsePiece("f", Whole(bytes));
     Require(put == accepted, "every member is checked or refused, and refused where the reading calls it an error");
