@@ -221,7 +221,13 @@ void RequireAccepted(const MemberFile& file, std::size_t i, const BS5950::CSteel
     throw file.Refusal(i, "TITLE", "code", reason, {});
 }
 
-CheckedMember CheckMember(const MemberFile& file, std::size_t i, int option, bool withText)
+void MemberOptions::ApplyTo(BS5950::CSteelMemberBS5950& member) const
+{
+    member.SetDesOpt(exact ? BS5950::CSteelMemberBS5950::MORE_EXACT : BS5950::CSteelMemberBS5950::SIMPLIFIED);
+    member.SetOptions(design);
+}
+
+CheckedMember CheckMember(const MemberFile& file, std::size_t i, const MemberOptions& options, bool withText)
 {
     CheckedMember checked;
     checked.file = file.Name();
@@ -231,7 +237,7 @@ CheckedMember CheckMember(const MemberFile& file, std::size_t i, int option, boo
     const OpenMember& open = *member;
     checked.member = std::move(member);
     checked.result = std::make_unique<CMemberResult>();
-    checked.member->SetDesOpt(option);
+    options.ApplyTo(*checked.member);
     const CSteelGrade grade = file.ReadInto(i, *checked.member);
     checked.title = Utf8(checked.member->GetTitle());
     checked.momentFactor = open.EquivalentUniformMomentFactor();

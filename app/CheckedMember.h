@@ -62,10 +62,17 @@ void SetGradeOf(const MemberFile& file, std::size_t i, BS5950::CSteelMemberBS595
 /// none of its values as given, with the reason of the code and the line that it speaks of.
 void RequireAccepted(const MemberFile& file, std::size_t i, const BS5950::CSteelMemberBS5950& member);
 
-/// Reads member i of a file and checks it. `option` is the design option of the module; without `withText` the result
-/// holds no text, which saves most of the time. Throws BadMember where the design code rejects the section, the grade or
-/// a factor.
-CheckedMember CheckMember(const MemberFile& file, std::size_t i, int option, bool withText);
+/// What is said about members beyond their files.
+struct MemberOptions {
+    bool exact = false; ///< the more exact interaction rules
+    BS5950::DesignOptions design;
+
+    void ApplyTo(BS5950::CSteelMemberBS5950& member) const;
+};
+
+/// Reads member i of a file and checks it. Without `withText` the result holds no text, which saves most of the time.
+/// Throws BadMember where the design code rejects the section, the grade or a factor.
+CheckedMember CheckMember(const MemberFile& file, std::size_t i, const MemberOptions& options, bool withText);
 
 /// What distinguishes two members: "section UB 406x178x60, not UB 457x191x67". Points, restraints, the division into
 /// sub-spans, section, type, grade and factors make a member; forces, moments, load heights and the title belong to a load

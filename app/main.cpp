@@ -173,9 +173,26 @@ void AddSpans(CLI::App& app, Commands& commands, Shared& shared, SpansOptions& o
 }
 
 #ifdef KSTEEL_WITH_BS5950
-void AddInteraction(CLI::App& command, bool& exact)
+// What the member file has no place for.
+void AddMemberOptions(CLI::App& command, MemberOptions& options)
 {
-    command.add_flag("--exact", exact, "The more exact interaction rules (4.8.2.3, 4.8.3.2 b, 4.8.3.3.2 and .3)");
+    Keltrix::BS5950::DesignOptions& design = options.design;
+    command.add_flag("--exact", options.exact,
+                     "The more exact interaction rules (4.8.2.3, 4.8.3.2 b, 4.8.3.3.2 and .3)");
+    const std::map<std::string, Keltrix::BS5950::Connection> connections{
+        {"bolt", Keltrix::BS5950::Connection::OneBolt}, {"bolts", Keltrix::BS5950::Connection::TwoBoltsMore}};
+    command
+        .add_option("--connection", design.connection,
+                    "Ends of single angles, channels and tees: bolt (one), or bolts (two or more in line, or welds)")
+        ->type_name("bolt|bolts")
+        ->transform(CLI::CheckedTransformer(connections).description(""));
+    command.add_flag("--moments-hold-eccentricity", design.momentsHoldEccentricity,
+                     "The given moments hold the eccentricity of these ends: 4.6.3.1 and 4.7.10 do not apply");
+    command.add_flag("--simple-column", design.simpleColumn, "Column in simple construction, nominal moments (4.7.7)");
+    command.add_option("--bearing", design.stiffBearing, "Stiff bearing length at supports and loads, m (4.5)")
+        ->check(CLI::Range(0.001, 1.0));
+    command.add_option("--stiffeners", design.stiffenerSpacing, "Distance of transverse web stiffeners, m (4.4.5)")
+        ->check(CLI::Range(0.01, 100.0));
 }
 
 void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& options)
@@ -187,7 +204,7 @@ void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& o
         ->check(CLI::IsMember({"brief", "verbose", "summary", "table"}))
         ->capture_default_str();
     command->add_flag("--envelope", options.envelope, "The files are load cases of one member");
-    AddInteraction(*command, options.exact);
+    AddMemberOptions(*command, options.member);
     command->add_option("--jobs", options.jobs, "Worker processes that share the members; 0 is one for each processor")
         ->check(CLI::Range(0, MOST_JOBS))
         ->capture_default_str();
@@ -217,7 +234,7 @@ void AddReport(CLI::App& app, Commands& commands, Shared& shared, ReportOptions&
     text("--checked-date", options.block.checked.date, "when");
     text("--approved-by", options.block.approved.name, "who approved");
     text("--approved-date", options.block.approved.date, "when");
-    AddInteraction(*command, options.exact);
+    AddMemberOptions(*command, options.member);
     options.block.version = KSTEEL_VERSION;
     Finish(command, commands, shared, options, Report);
 }
@@ -229,7 +246,7 @@ void AddDesign(CLI::App& app, Commands& commands, Shared& shared, DesignOptions&
     AddReading(*command, options);
     command->add_option("--family", options.family, "Family of the catalogue (UB, UC, SHS, ...)")->required();
     command->add_option("--count", options.count, "Passing sections to show")->capture_default_str();
-    AddInteraction(*command, options.exact);
+    AddMemberOptions(*command, options.member);
     Finish(command, commands, shared, options, Design);
 }
 

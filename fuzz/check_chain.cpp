@@ -183,16 +183,13 @@ void RequireSheet(const CheckedMember& checked)
 
 // --- the chain ---------------------------------------------------------------------------------------------------------
 
-constexpr int SIMPLIFIED = BS5950::CSteelMemberBS5950::SIMPLIFIED;
-constexpr int MORE_EXACT = BS5950::CSteelMemberBS5950::MORE_EXACT;
-
 // False where the member is refused.
 bool CheckOne(const MemberFile& file, std::size_t i)
 {
     try {
-        const CheckedMember checked = CheckMember(file, i, SIMPLIFIED, true);
-        const CheckedMember again = CheckMember(file, i, SIMPLIFIED, false);
-        const CheckedMember exact = CheckMember(file, i, MORE_EXACT, false);
+        const CheckedMember checked = CheckMember(file, i, MemberOptions(), true);
+        const CheckedMember again = CheckMember(file, i, MemberOptions(), false);
+        const CheckedMember exact = CheckMember(file, i, MemberOptions{true, {}}, false);
         Require(JsonLine(JsonOf(checked)) == JsonLine(JsonOf(again)), "a second check without text finds the same");
         for (const CheckedMember* each : {&checked, &exact}) {
             RequireHonestPass(*each);

@@ -12,8 +12,8 @@ struct CheckOptions {
     ReadingOptions reading;
     std::string report = "brief"; ///< brief, verbose, summary or table
     bool envelope = false;        ///< the files are load cases of one member
-    bool exact = false;           ///< the more exact interaction rules
-    int jobs = 1;                 ///< worker processes; 0 is one for each processor
+    MemberOptions member;
+    int jobs = 1; ///< worker processes; 0 is one for each processor
     Format format = Format::TABLE;
     Rendering rendering = Rendering::Plain;
 };
@@ -25,7 +25,7 @@ struct ReportOptions {
     ReadingOptions reading;
     std::string output; ///< "-" is standard output
     TitleBlock block;
-    bool exact = false;
+    MemberOptions member;
 };
 /// Checks every member of the files and writes their calculation sheets as one HTML file. No file is written where no
 /// member could be read.
@@ -36,7 +36,7 @@ struct DesignOptions {
     ReadingOptions reading;
     std::string family;
     int count = 6; ///< sections shown, the lightest that passes first
-    bool exact = false;
+    MemberOptions member;
     Format format = Format::TABLE;
     Rendering rendering = Rendering::Plain;
 };

@@ -86,8 +86,7 @@ ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, co
 
 CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOptions& options, const Console& console)
 {
-    const int option = options.exact ? BS5950::CSteelMemberBS5950::MORE_EXACT : BS5950::CSteelMemberBS5950::SIMPLIFIED;
-    CheckedMember checked = CheckMember(file, i, option, options.format == Format::TABLE && options.report != "table");
+    CheckedMember checked = CheckMember(file, i, options.member, options.format == Format::TABLE && options.report != "table");
     for (const MemberWarning& warning : checked.CheckWarnings())
         console.err(warning.Message());
     return checked;

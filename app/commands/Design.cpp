@@ -84,7 +84,7 @@ Choice Choose(const MemberFile& file, std::size_t i, const DesignOptions& option
 {
     constexpr std::size_t failingShown = 3;
     BS5950::CSteelMemberBS5950 member;
-    if (options.exact) member.SetDesOpt(BS5950::CSteelMemberBS5950::MORE_EXACT);
+    options.member.ApplyTo(member);
     const CSteelGrade grade = file.ReadInto(i, member);
     SetGradeOf(file, i, member, grade);
     RequireUsableFactors(file, i, member);

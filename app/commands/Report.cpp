@@ -7,7 +7,6 @@ namespace Keltrix::App {
 
 ExitCode Report(const ReportOptions& options, const Console& console)
 {
-    const int option = options.exact ? BS5950::CSteelMemberBS5950::MORE_EXACT : BS5950::CSteelMemberBS5950::SIMPLIFIED;
     HtmlReport report(options.block);
     // The messages about the files are part of the record.
     Console noting = console;
@@ -18,7 +17,7 @@ ExitCode Report(const ReportOptions& options, const Console& console)
     noting.wasRead = [&](const std::string& name, const std::string& sha256) { report.AddInput(name, sha256); };
     const ExitCode code =
         ForEachMember(options.files, options.reading, noting, [&](const MemberFile& file, std::size_t i) {
-            CheckedMember checked = CheckMember(file, i, option, true);
+            CheckedMember checked = CheckMember(file, i, options.member, true);
             for (const MemberWarning& warning : checked.CheckWarnings())
                 noting.err(warning.Message());
             report.Add(checked);

@@ -66,7 +66,7 @@ void AddCodeDefects([[maybe_unused]] MemberFile& file)
     for (std::size_t i = 0; i < file.MemberCount(); ++i) {
         if (file.Member(i).hasErrors) continue;
         try {
-            CheckMember(file, i, BS5950::CSteelMemberBS5950::SIMPLIFIED, false);
+            CheckMember(file, i, MemberOptions(), false);
         } catch (const BadMember& failure) {
             file.Add(failure.defect);
         }

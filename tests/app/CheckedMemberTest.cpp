@@ -68,7 +68,7 @@ TEST(CheckedMember, EveryRowOfTheJsonIsItsPosition)
         const MemberCase random = RandomCase(seed);
         const MemberFile file = FileOf(random.text);
         ASSERT_EQ(file.Check().Errors(), 0u) << random.how << "\n" << random.text;
-        const CheckedMember checked = CheckMember(file, 0, BS5950::CSteelMemberBS5950::SIMPLIFIED, false);
+        const CheckedMember checked = CheckMember(file, 0, MemberOptions(), false);
         const auto& positions = checked.member->Positions();
         const Json rows = JsonOf(checked)["utilisation"]["local"];
         ASSERT_EQ(rows.size(), positions.size()) << random.how;
@@ -99,7 +99,7 @@ TEST(CheckedMember, TheWholeAgreesWithItsParts)
     for (unsigned seed = 1; seed <= 2000; ++seed) {
         const MemberCase random = RandomCase(seed);
         const CheckedMember checked =
-            CheckMember(FileOf(random.text), 0, BS5950::CSteelMemberBS5950::SIMPLIFIED, false);
+            CheckMember(FileOf(random.text), 0, MemberOptions(), false);
         double largest = std::fmax(checked.result->UtilBucklingCombined(), checked.result->UtilBucklingLT());
         for (const LocalFinding& f : checked.local)
             largest = std::fmax(

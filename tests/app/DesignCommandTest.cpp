@@ -52,6 +52,85 @@ TEST(CheckCommand, BadInputOutweighsAFailure)
     EXPECT_EQ(RunKsteel("check '" + directory.Write("b.csv", OVERLOADED) + "' missing.csv").code, 2);
 }
 
+json CheckedExample(const std::string& example, const std::string& options)
+{
+    const auto run = RunKsteel("check --format jsonl " + options + " '" KSTEEL_SOURCE_DIR "/examples/" + example + "'");
+    EXPECT_LE(run.code, 1) << run;
+    return json::parse(run.out);
+}
+
+// The clauses that were evaluated.
+std::set<std::string> Evaluated(const json& member)
+{
+    std::set<std::string> clauses;
+    for (const json& check : member["checks"])
+        if (check["status"] == "passed" || check["status"] == "failed") clauses.insert(check["clause"]);
+    return clauses;
+}
+
+bool Assumes(const json& member, const std::string& text)
+{
+    for (const json& assumption : member["assumptions"])
+        if (assumption["text"].get<std::string>().find(text) != std::string::npos) return true;
+    return false;
+}
+
+// A pinned angle: λ = L/rv = 3.2/0.0236 = 136 either way, and one bolt leaves 80 % of the resistance (4.7.10.2 b). Two bolts let
+// 0.85 L/rv = 115 replace it, above 0.7 L/rv + 15 = 110.
+TEST(MemberOptionsOfTheCommandLine, TheConnectionOfAnAngleStrut)
+{
+    const double plain = CheckedExample("angle_brace.csv", "")["overall"];
+    const json oneBolt = CheckedExample("angle_brace.csv", "--connection bolt");
+    EXPECT_NEAR(oneBolt["overall"].get<double>(), plain / 0.8, 1e-6);
+    EXPECT_TRUE(Assumes(oneBolt, "one bolt"));
+    const json bolts = CheckedExample("angle_brace.csv", "--connection bolts");
+    EXPECT_LT(bolts["overall"].get<double>(), 0.9 * plain);
+    EXPECT_GT(bolts["overall"].get<double>(), 0.85 * 0.85 * plain) << "not more than Euler's load grows";
+}
+
+// L 100x100x10, 19.2 cm², net 0.88 of it, Ke = 1.2: Ae = A, Pt = 275 * 19.2 = 528 kN, and 300/528 = 0.568.
+TEST(MemberOptionsOfTheCommandLine, MomentsThatHoldTheEccentricity)
+{
+    const json tie = CheckedExample("tie.csv", "--moments-hold-eccentricity");
+    EXPECT_NEAR(tie["overall"].get<double>(), 300.0 / 528.0, 0.002);
+    EXPECT_TRUE(Assumes(tie, "eccentricity"));
+    EXPECT_EQ(CheckedExample("tie.csv", "")["governing"]["clause"], "4.6.3");
+}
+
+TEST(MemberOptionsOfTheCommandLine, ASimpleColumn)
+{
+    const json column = CheckedExample("column.csv", "--simple-column");
+    EXPECT_TRUE(Evaluated(column).count("4.7.7"));
+    EXPECT_FALSE(Evaluated(CheckedExample("column.csv", "")).count("4.7.7"));
+}
+
+// The longer the bearing, the more the web carries.
+TEST(MemberOptionsOfTheCommandLine, WebBearingIsEvaluatedWithABearingLength)
+{
+    const json beam = CheckedExample("floor_beam.csv", "--bearing 0.05");
+    EXPECT_TRUE(Evaluated(beam).count("4.5.2"));
+    EXPECT_TRUE(Evaluated(beam).count("4.5.3"));
+    const json longer = CheckedExample("floor_beam.csv", "--bearing 0.1");
+    const auto bearing = [](const json& member) {
+        for (const json& check : member["checks"])
+            if (check["clause"] == "4.5.2") return check["utilisation"].get<double>();
+        return 0.0;
+    };
+    EXPECT_GT(bearing(beam), bearing(longer));
+    EXPECT_GT(bearing(longer), 0.0);
+    EXPECT_FALSE(Evaluated(CheckedExample("floor_beam.csv", "")).count("4.5.2"));
+}
+
+// A length in mm would be a bearing of 100 m that passes everywhere.
+TEST(MemberOptionsOfTheCommandLine, LengthsOutOfRangeAreBadUsage)
+{
+    for (const char* option : {"--bearing 100", "--bearing 0", "--bearing nan", "--bearing -0.1", "--stiffeners 1500",
+                               "--stiffeners 0", "--connection glue"})
+        EXPECT_EQ(RunKsteel(std::string("check ") + option + " '" KSTEEL_SOURCE_DIR "/examples/floor_beam.csv'").code,
+                  3)
+            << option;
+}
+
 TEST(CheckCommand, AGradeThatTheCodeDoesNotKnowIsBadInput)
 {
     const TestDirectory directory;

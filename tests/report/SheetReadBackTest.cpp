@@ -89,7 +89,7 @@ public:
         piece.bytes = given.Text();
         piece.isWhole = true;
         const MemberFile file("f.csv", piece);
-        checked = CheckMember(file, 0, BS5950::CSteelMemberBS5950::SIMPLIFIED, true);
+        checked = CheckMember(file, 0, MemberOptions(), true);
         html = "<div>" + MemberSheet(checked, {}, "m") + "</div>";
         const HtmlReader reader(html);
         EXPECT_EQ(reader.Error(), "");
