@@ -232,7 +232,12 @@ TEST(Rejected, MembersHaveTheSameMessageInCheckValidateDesignAndReport)
     const RejectedRow rows[] = {
         {"GRADE,S275", "GRADE,S235", "a.csv:3: GRADE: got \"S235\", expected S275, S355, S460 or User_defined"},
         {"GRADE,S275", "GRADE,43A", "a.csv:3: GRADE: got \"43A\", expected S275, S355, S460 or User_defined"},
-        {"GRADE,S275", "GRADE,User_defined,300e6,0,0,0", "a.csv:3: GRADE: the user-defined grade has a"},
+        {"GRADE,S275", "GRADE,User_defined,300e6,0,0,0",
+         "a.csv:3: GRADE: the user-defined grade's material factor must be finite and above 0"},
+        {"GRADE,S275", "GRADE,User_defined,300e6,-1,0,1",
+         "a.csv:3: GRADE: the user-defined grade's tensile strength must be finite and not below 0"},
+        {"GRADE,S275", "GRADE,User_defined,300e6,0,-1,1",
+         "a.csv:3: GRADE: the user-defined grade's modulus must be finite and not below 0"},
         {"GRADE,S275", "GRADE,User_defined,0,0,0,1", "a.csv:3: GRADE: the user-defined grade gives no yield strength"},
         {"NET_TO_GROSS,1", "NET_TO_GROSS,0", "a.csv:4: NET_TO_GROSS: the net to gross area ratio"},
         {"RATIO,1.2", "RATIO,0.5", "a.csv:5: ALLOWABLE_PLASTIC/ELASTIC_RATIO: the allowable plastic to elastic ratio"},
