@@ -220,6 +220,32 @@ TEST(CheckCommand, AnEnvelopeOfDifferentMembersIsRefusedWithTheDifference)
     EXPECT_EQ(result.code, 0) << result;
 }
 
+TEST(CheckCommand, TheTableSaysOnceThatARuleWasNotEvaluated)
+{
+    const TestDirectory directory;
+    const auto tableOf = [&](const std::string& forces) {
+        return RunKsteel("check --report table '" + directory.Write("a.csv", OneSubSpan(forces)) + "'").out;
+    };
+    // 50 kN·m of torsion, for which there is no rule.
+    const std::string twisted = tableOf("0,0,-60000,0,0,60000,50000,0,0,50000,0,0");
+    EXPECT_THAT(twisted, HasSubstr("not checked  "));
+    EXPECT_THAT(twisted, ::testing::Not(HasSubstr("NOT CHECKED")));
+    EXPECT_THAT(tableOf("0,0,-6e6,0,0,6e6,50000,0,0,50000,0,0"), HasSubstr("fail, NOT CHECKED"));
+}
+
+TEST(CheckCommand, ALargeUtilisationIsNotedAndOneWithoutARowIsNot)
+{
+    const TestDirectory directory;
+    const auto messages = [&](const std::string& text) {
+        return RunKsteel("check --report table '" + directory.Write("a.csv", text) + "'").err;
+    };
+    EXPECT_THAT(messages(OneSubSpan("0,0,-60e6,0,0,60e6,0,0,0,0,0,0")), HasSubstr("are positions in mm"));
+    // Nothing holds the member: its effective length is infinite, whatever the units are.
+    const std::string free = messages(Replaced(Replaced(OneSubSpan(UNIFORM), "Pinned", "Free"), "Pinned", "Free"));
+    EXPECT_THAT(free, HasSubstr("note: MEMBERPOINT"));
+    EXPECT_THAT(free, ::testing::Not(HasSubstr("are positions in mm")));
+}
+
 // What the design code rejects is said in the same words, with its line, by everything that asks the code.
 struct RejectedRow {
     const char* from;
