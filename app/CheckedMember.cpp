@@ -186,7 +186,7 @@ void NoteLargeUtilisation(CheckedMember& checked)
 {
     constexpr double most = 100.0;
     const double overall = checked.result->UtilOverAll();
-    if (!(overall > most)) return;
+    if (!(overall > most) || std::isinf(overall)) return; // infinite where a table has no row
     checked.warnings.push_back({"large-utilisation", Severity::Note, checked.file, checked.line,
                                 "utilisation " + Rounded(overall, 4) + ": are positions in mm, or moments in N·mm?"});
 }

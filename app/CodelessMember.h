@@ -28,6 +28,8 @@ public:
 
     using CSteelMemberGen::BucklingSenseLT;
     using CSteelMemberGen::EquivalentUniformMomentFactor;
+    using CSteelMemberGen::LengthOverride;
+    using CSteelMemberGen::Llt;
     using CSteelMemberGen::MemberPoints;
     using CSteelMemberGen::SubSpans;
 

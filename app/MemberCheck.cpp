@@ -10,6 +10,7 @@
 
 #include "ActionFindings.h"
 #include "Fields.h"
+#include "SectionShapes.h"
 #include "Text.h"
 #include "keltrix/platform/KxData.h"
 #include "keltrix/steel/MemberLayout.h"
@@ -272,6 +273,10 @@ private:
     {
         Add(Severity::Warning, code, Now(), std::move(field), std::move(got), std::move(expected), std::move(advice));
     }
+    void Note(const char* code, std::string field, std::string got, std::string expected, std::string advice)
+    {
+        Add(Severity::Note, code, Now(), std::move(field), std::move(got), std::move(expected), std::move(advice));
+    }
     // The reader would take something else in its place: nobody can have meant that.
     void Unreadable(const char* code, std::string field, std::string got, std::string expected, std::string advice)
     {
@@ -306,6 +311,7 @@ private:
         m_stop = false;
         m_pending = true;
         m_lostOverridesLine = 0;
+        m_givenLengths.reset();
         m_hasDefect = {};
         m_isInMember = true;
         m_isPaddingTold = false;
@@ -496,6 +502,10 @@ private:
             if (description.empty()) return Unreadable("section", "description", "nothing", expected, {});
             return Unreadable("section", "description", Quote(description), expected, names);
         }
+        if (!MakeGeometry(CSection(CString(description)))) {
+            return Unreadable("section", "description", Quote(description), "dimensions that fit together to a section",
+                              {});
+        }
         const CString word = SecTypeString(section.CatalogueType());
         if (section.CatalogueType() != SEC_UNDEF && IsTypeWord(type) && !SameWord(type, word) &&
             !SameWord(type, L"UNDEF")) {
@@ -510,20 +520,47 @@ private:
         const std::wstring_view name = list.fields.empty() ? std::wstring_view() : list.fields[0];
         if (name.empty()) Unreadable("grade", "name", "nothing", "the name of a grade, or User_defined", {});
         if (!SameWord(name, L"User_defined")) return WarnOfExtraFields(list, 1);
-        CheckNumber(list, 1, "Py", PASCALS);
-        CheckNumber(list, 2, "Pu", PASCALS);
-        CheckNumber(list, 3, "E", PASCALS);
-        CheckNumber(list, 4, "material factor", RATIO);
+        const double Py = CheckNumber(list, 1, "Py", PASCALS);
+        const double Pu = CheckNumber(list, 2, "Pu", PASCALS);
+        const double E = CheckNumber(list, 3, "E", PASCALS);
+        const double factor = CheckNumber(list, 4, "material factor", RATIO);
         RefuseExtraFields(list, 5);
+        constexpr double mostStrength = 1e9;
+        constexpr double mostE = 250e9;
+        NoteAbove("Py", Py, mostStrength);
+        NoteAbove("Pu", Pu, mostStrength);
+        NoteAbove("E", E, mostE);
+        if (factor > 0.0 && factor < 1.0)
+            Note("material-factor", "material factor", Shortest(factor), "1 or above",
+                 "below 1 it adds to the strength");
+    }
+
+    // Steel has no such value.
+    void NoteAbove(const char* name, double value, double most)
+    {
+        if (!(value > most) || !std::isfinite(value)) return;
+        Note("large-strength", name, Shortest(value) + " Pa", "at most " + Shortest(most) + " Pa in steel",
+             "is it in Pa?");
     }
 
     // A line of one number after its keyword.
-    void CheckSingleNumber(const char* field)
+    double CheckSingleNumber(const char* field)
     {
         const FieldList list = SplitFields(Now().rest, 2);
-        if (RefuseDecimalComma(list, 0, 2, field, RATIO)) return;
-        CheckNumber(list, 0, field, RATIO);
+        if (RefuseDecimalComma(list, 0, 2, field, RATIO)) return 0.0;
+        const double value = CheckNumber(list, 0, field, RATIO);
         RefuseExtraFields(list, 1);
+        return value;
+    }
+
+    // The rules of Tables 18 and 26 of BS 5950-1:2000 give no factor below 0.4.
+    void CheckMomentFactor()
+    {
+        constexpr double least = 0.4;
+        const double factor = CheckSingleNumber("factor");
+        if (factor > 0.0 && factor < least)
+            Note("moment-factor", "factor", Shortest(factor), "0.4 or above, as the rules for it give",
+                 "it lowers the moments that are checked for buckling");
     }
 
     // Whether the current line begins a member: TITLE, perhaps a line of captions, SECTION. In the two places where any
@@ -546,7 +583,10 @@ private:
     {
         Advance();
         if (m_stop) return;
-        if (Now().rank == SHEAR_LAG) return CheckSingleNumber("factor");
+        if (Now().rank == SHEAR_LAG) {
+            CheckSingleNumber("factor");
+            return;
+        }
         const std::string expected = LineHere(SHEAR_LAG);
         if (Now().rank == HEADINGS) {
             Warn("no-shear-lag", {}, QuoteLine(), expected, "the factor keeps the section's value");
@@ -572,9 +612,10 @@ private:
         const FieldList list = SplitFields(Now().rest, 5);
         const std::wstring_view word = list.fields.empty() ? std::wstring_view() : list.fields[0];
         if (word == L"YES") {
-            CheckNumber(list, 1, "major-axis length", EFFECTIVE_LENGTH);
-            CheckNumber(list, 2, "minor-axis length", EFFECTIVE_LENGTH);
-            CheckNumber(list, 3, "lateral-torsional length", EFFECTIVE_LENGTH);
+            m_givenLengths = {{CheckNumber(list, 1, "major-axis length", EFFECTIVE_LENGTH),
+                               CheckNumber(list, 2, "minor-axis length", EFFECTIVE_LENGTH),
+                               CheckNumber(list, 3, "lateral-torsional length", EFFECTIVE_LENGTH)}};
+            m_lengthsLine = Now();
             return RefuseExtraFields(list, 4);
         }
         if (SameWord(word, L"YES"))
@@ -590,7 +631,7 @@ private:
         Advance();
         if (m_stop) return;
         if (Now().rank == UNIFORM_MOMENT) {
-            CheckSingleNumber("factor");
+            CheckMomentFactor();
             m_walk.Next();
         }
         bool sawWeakAxis = false;
@@ -891,7 +932,29 @@ private:
         for (std::size_t i = 1; i < m_points.size(); ++i)
             CheckPair(m_points[i - 1], m_points[i]);
         CheckSubSpanList();
-        if (!m_member.hasErrors) CheckActions();
+        if (m_member.hasErrors) return;
+        if (m_givenLengths) NoteGivenLengths(*m_givenLengths);
+        CheckActions();
+    }
+
+    // A length of 0 leaves a mode of buckling out. Lengths that would do as factors are metres all the same.
+    void NoteGivenLengths(const std::array<double, 3>& lengths)
+    {
+        static constexpr const char* names[] = {"major-axis length", "minor-axis length", "lateral-torsional length"};
+        constexpr double mostFactor = 2.0;
+        const double member = m_points.back().record.GetPos() - m_points.front().record.GetPos();
+        const double largest = *std::max_element(lengths.begin(), lengths.end());
+        if (largest > 0.0 && largest <= mostFactor && largest < member / 2.0) {
+            Add(Severity::Note, "short-lengths", m_lengthsLine, {},
+                "effective lengths up to " + Shortest(largest) + " m",
+                "lengths in m in a member of " + Shortest(member) + " m",
+                "are they factors? write a factor below zero");
+        }
+        for (std::size_t i = 0; i < lengths.size(); ++i) {
+            if (lengths[i] == 0.0)
+                Add(Severity::Note, "no-buckling", m_lengthsLine, names[i], "0", "a length, or a factor below zero",
+                    "with 0 the member is not checked for this buckling");
+        }
     }
 
     // Where the first point and the first sub-span are lost together, all the others still fit each other.
@@ -983,6 +1046,8 @@ private:
     bool m_stop = false;    // nothing of the member is left
     bool m_pending = false; // the current line is still to be looked at
     LineNumber m_lostOverridesLine = 0;
+    std::optional<std::array<double, 3>> m_givenLengths;
+    Line m_lengthsLine;
 };
 
 } // namespace

@@ -5,14 +5,18 @@
 
 #include "SectionShapes.h"
 #include "Text.h"
+#include "keltrix/design/Stretches.h"
 
 namespace Keltrix::App {
 
 namespace {
 
 using Data::CRestraint;
+using Design::Flange;
 using Design::MomentDiagram;
 using Design::Parabola;
+using Design::Stretch;
+using Design::StretchEnd;
 using Steel::CCodeShare;
 using Steel::CMemberPoint;
 using Steel::CSpan;
@@ -246,9 +250,11 @@ class Reporter {
 public:
     Reporter(CodelessMember& member, Split split, std::optional<double> EI) :
         m_member(member), m_points(member.MemberPoints()), m_subSpans(member.SubSpans()), m_split(split),
-        m_major(m_points, m_subSpans, Design::Bending::Major), m_minor(m_points, m_subSpans, Design::Bending::Minor)
+        m_major(m_points, m_subSpans, Design::Bending::Major), m_minor(m_points, m_subSpans, Design::Bending::Minor),
+        m_stretches(Design::FindStretches(m_points, m_subSpans, m_major))
     {
         const CSection section = member.GetKeltrixSec();
+        m_isAngle = (section.Component(0).Shape() & CSecGeom::SHAPE_MASK) == CSecGeom::SHAPE_ANGLE;
         m_depth = section.Component(0).Dimension(0.0, CSecGeom::DEPTH);
         if (const auto geometry = MakeGeometry(section)) {
             m_EImajor = STEEL_E * geometry->Ixx();
@@ -305,7 +311,8 @@ private:
         report.major = major.Pattern();
         report.minor = minor.Pattern();
         report.compressionFlange = m_member.BucklingSenseLT(span);
-        report.lt = EffectiveLength(span);
+        report.isAngle = m_isAngle;
+        if (!m_isAngle) report.lt = EffectiveLengths(span);
         const auto deflection = [&](const OneAxis& axis, double EI) {
             Deflection result = axis.LargestDeflection(EI);
             result.integratedAt += span.PosLeft();
@@ -352,60 +359,90 @@ private:
         }
     }
 
-    bool IsSupport(int point) const
+    std::vector<EffectiveLengthLT> EffectiveLengths(const CSpan& span) const
     {
-        return m_points[static_cast<std::size_t>(point)].GetRestraint().IsRestrained(CRestraint::MAJOR_SHEAR, false);
-    }
-
-    // The tip of a cantilever: an end of the member without support, where the rest of the member can carry it, from two
-    // supports or from one that holds its rotation.
-    bool IsFreeEnd(int point) const
-    {
-        const int last = static_cast<int>(m_points.size()) - 1;
-        if ((point != 0 && point != last) || IsSupport(point)) return false;
-        int supports = 0;
-        for (int i = 0; i <= last && supports < 2; ++i) {
-            if (i == point || !IsSupport(i)) continue;
-            const CRestraint restraint = m_points[static_cast<std::size_t>(i)].GetRestraint();
-            supports += restraint.IsRestrained(CRestraint::MAJOR_ROTATION_PART, true) ? 2 : 1;
+        if (m_member.LengthOverride()) return GivenLengths();
+        constexpr double leastMoment = 1.0; // N·m
+        constexpr double leastShare = 1e-5;
+        const double least = std::max(leastMoment, leastShare * m_major.Largest());
+        std::vector<EffectiveLengthLT> lengths;
+        for (const Stretch& stretch : m_stretches) {
+            if (stretch.held || stretch.left.x >= span.PosRight() || stretch.right.x <= span.PosLeft()) continue;
+            for (const Flange flange : Design::FLANGES) {
+                if (stretch.Has(flange) && stretch.Compressing(flange) > least)
+                    lengths.push_back(LengthOf(stretch, flange));
+            }
         }
-        return supports >= 2;
+        return lengths;
     }
 
-    // Clause 4.3.5.2: a support, or an end of the member, without torsional restraint of any kind gives no row.
-    bool RejectsNominal(int point) const
+    // The whole member; 0 leaves nothing to check.
+    std::vector<EffectiveLengthLT> GivenLengths() const
     {
-        const int last = static_cast<int>(m_points.size()) - 1;
-        const CRestraint restraint = m_points[static_cast<std::size_t>(point)].GetRestraint();
-        const unsigned int torsion = CRestraint::TORSION | CRestraint::TORSION_PART | CRestraint::TORSION_FRICTION;
-        return (point == 0 || point == last || IsSupport(point)) && restraint.IsFree(torsion, true);
+        const double given = m_member.Llt();
+        if (given == 0.0) return {};
+        EffectiveLengthLT lt;
+        lt.start = m_points.front().GetPos();
+        lt.end = m_points.back().GetPos();
+        lt.row = "as given";
+        lt.length = given < 0.0 ? -given * (lt.end - lt.start) : given;
+        return {lt};
     }
 
-    EffectiveLengthLT EffectiveLength(const CSpan& span) const
+    EffectiveLengthLT LengthOf(const Stretch& stretch, Flange flange) const
     {
-        const int left = span.GetCMPIndexLeft();
-        const int right = span.GetCMPIndexRight();
         Steel::CMemberResult result;
         const CCodeShare rules(&result);
-        const CCodeShare::LT_BuckleDirection direction = m_member.BucklingSenseLT(span);
-        const bool destabilising = span.IsDestabilized();
+        const bool destabilising = IsDestabilised(stretch);
         EffectiveLengthLT lt;
-        lt.cantilever = IsFreeEnd(left) || IsFreeEnd(right);
+        lt.flange = flange == Flange::First ? CCodeShare::LT_COMP_FLANGE1 : CCodeShare::LT_COMP_FLANGE2;
+        const auto direction = static_cast<CCodeShare::LT_BuckleDirection>(lt.flange);
+        lt.start = stretch.left.x;
+        lt.end = stretch.right.x;
+        lt.cantilever = stretch.cantilever;
         if (lt.cantilever) {
             lt.table = "Table 14";
-            const CRestraint support = IsFreeEnd(left) ? span.RestraintEndR() : span.RestraintEndL();
-            const CRestraint tip = IsFreeEnd(left) ? span.RestraintEndL() : span.RestraintEndR();
-            lt.length = rules.BS5950_1_2000_Table14(span.Length(), direction, support, tip, destabilising);
+            const bool isTipLeft = stretch.left.kind == Design::EndKind::Tip;
+            const StretchEnd& support = isTipLeft ? stretch.right : stretch.left;
+            CRestraint tip = isTipLeft ? stretch.left.restraint : stretch.right.restraint;
+            const double moment = (isTipLeft ? m_major.RightOf(lt.start) : m_major.LeftOf(lt.end)).Worst();
+            tip.SetForcesAndMoments({0.0, 0.0, 0.0}, {0.0, moment, 0.0}, true);
+            lt.length = rules.BS5950_1_2000_Table14(stretch.Length(), direction, support.restraint, tip, destabilising);
         } else {
             lt.table = "Table 13";
-            lt.nominalRejectedLeft = RejectsNominal(left);
-            lt.nominalRejectedRight = RejectsNominal(right);
-            lt.length = rules.BS5950_1_2000_Table13(span.Length(), m_depth, direction, span.RestraintEndL(),
-                                                    span.RestraintEndR(), destabilising, lt.nominalRejectedLeft,
+            lt.nominalRejectedLeft = RejectsNominal(stretch.left);
+            lt.nominalRejectedRight = RejectsNominal(stretch.right);
+            lt.length = rules.BS5950_1_2000_Table13(stretch.Length(), m_depth, direction, stretch.left.restraint,
+                                                    stretch.right.restraint, destabilising, lt.nominalRejectedLeft,
                                                     lt.nominalRejectedRight);
         }
         lt.row = RowsOf(result);
         return lt;
+    }
+
+    // A load above its reference anywhere in the stretch, its ends included.
+    bool IsDestabilised(const Stretch& stretch) const
+    {
+        for (std::size_t i = 0; i < m_points.size(); ++i) {
+            const double x = m_points[i].GetPos();
+            if (x >= stretch.left.x && x <= stretch.right.x && m_points[i].GetRestraint().IsDestabilized()) return true;
+            if (i + 1 < m_points.size() && x < stretch.right.x && m_points[i + 1].GetPos() > stretch.left.x &&
+                m_subSpans[i].GetRestraint().IsDestabilized())
+                return true;
+        }
+        return false;
+    }
+
+    // Clause 4.3.5.2: a support, or an end of the member, without torsional restraint of any kind gives no row.
+    bool RejectsNominal(const StretchEnd& end) const
+    {
+        if (end.point < 0) return false;
+        const int last = static_cast<int>(m_points.size()) - 1;
+        const CRestraint restraint = m_points[static_cast<std::size_t>(end.point)].GetRestraint();
+        const bool isSupport =
+            end.point == 0 || end.point == last || restraint.IsRestrained(CRestraint::MAJOR_SHEAR, false);
+        const unsigned int torsion = CRestraint::TORSION | CRestraint::TORSION_PART | CRestraint::TORSION_FRICTION;
+        return isSupport && end.restraint.IsFree(torsion, true);
     }
 
     CodelessMember& m_member;
@@ -414,6 +451,8 @@ private:
     Split m_split;
     MomentDiagram m_major;
     MomentDiagram m_minor;
+    std::vector<Stretch> m_stretches;
+    bool m_isAngle = false;
     double m_depth = 0.0;
     std::optional<double> m_EImajor;
     std::optional<double> m_EIminor;

@@ -52,10 +52,14 @@ struct StationForces {
     Vec3<double> moment;
 };
 
-/// The lateral-torsional effective length of a span and the row of the table that gave it.
+/// A stretch of a compressed flange between the sections that hold it: what is checked for lateral-torsional buckling; its
+/// effective length and the row of the table that gave it.
 struct EffectiveLengthLT {
-    std::string table;   ///< "Table 13" of beams, "Table 14" of cantilevers
-    std::string row;     ///< "1.0L(normal)"
+    int flange = 3; ///< as CCodeShare::LT_BuckleDirection
+    double start = 0.0, end = 0.0;
+    std::string
+        table;       ///< "Table 13" of beams, "Table 14" of cantilevers; empty where the member's file gives the length
+    std::string row; ///< "1.0L(normal)"
     double length = 0.0; ///< infinite where no row applies
     bool cantilever = false;
     bool nominalRejectedLeft = false; ///< the row without torsional restraint was refused at this end
@@ -83,7 +87,10 @@ struct SpanReport {
     std::vector<StationForces> stations;
     LoadPatternReport major, minor;
     int compressionFlange = 3; ///< as CCodeShare::LT_BuckleDirection
-    EffectiveLengthLT lt;
+    /// The stretches of which the span has a part, in the order of their starts. They can reach beyond the span. None of an
+    /// angle, whose moments count about its principal axes.
+    std::vector<EffectiveLengthLT> lt;
+    bool isAngle = false;
     std::optional<Deflection> deflectionMajor, deflectionMinor;
 };
 

@@ -40,7 +40,9 @@ std::string ReportText(const CheckedMember& checked, const std::string& kind)
 std::string TableRow(const CheckedMember& checked)
 {
     std::string status = StatusMarkup(checked.Status(), checked.warnings);
-    if (checked.result->TestFlags(Steel::CMemberResult::NOT_CHECKED)) status += ", <red>NOT CHECKED</red>";
+    // Beside a failure there can be a rule that was not evaluated.
+    if (checked.Status() != "not checked" && checked.result->TestFlags(Steel::CMemberResult::NOT_CHECKED))
+        status += ", <red>NOT CHECKED</red>";
     const BS5950::LedgerEntry* const governing = checked.member->Checks().Governing();
     return UtilText(checked.result->UtilOverAll()) + '\t' + status + '\t' + checked.Section() + '\t' + checked.Grade() +
            '\t' + std::to_string(checked.member->SectionClass()) + '\t' +

@@ -42,7 +42,7 @@ public:
         Row("Flange in compression", CompressionFlangeName(span.compressionFlange));
         Row("Load, major axis", span.major.pattern);
         Row("Load, minor axis", span.minor.pattern);
-        Row("LT effective length", LengthText(span.lt));
+        LengthRows(span);
         Row("Moment, major axis", MomentText(span.momentMajor, true));
         Row("Moment, minor axis", MomentText(span.momentMinor, false));
         if (span.deflectionMajor) Row("Deflection, major axis", DeflectionText(*span.deflectionMajor));
@@ -80,11 +80,25 @@ private:
         return text;
     }
 
+    void LengthRows(const SpanReport& span)
+    {
+        constexpr const char* label = "LT effective length";
+        for (const EffectiveLengthLT& lt : span.lt)
+            Row(label, LengthText(lt));
+        if (span.isAngle)
+            Row(label, "of an angle: see the check, about its principal axes");
+        else if (span.lt.empty())
+            Row(label, "none to check: no moment compresses a flange that is free to buckle");
+    }
+
     std::string LengthText(const EffectiveLengthLT& lt) const
     {
+        const std::string place = Length(lt.start) + " to " + Length(lt.end);
+        if (lt.table.empty()) return "<b>" + Length(lt.length) + "</b> (as given for the whole member, " + place + ")";
+        const std::string of = CompressionFlangeName(lt.flange) + ", " + place;
         const std::string table = "BS 5950-1:2000 " + lt.table + (lt.cantilever ? ", cantilever" : "");
-        if (std::isinf(lt.length)) return "<red>none</red>: no row of " + table + " applies";
-        return "<b>" + Length(lt.length) + "</b> (" + table + ": " + lt.row + ")";
+        if (std::isinf(lt.length)) return "<red>none</red>: " + of + ": no row of " + table + " applies";
+        return "<b>" + Length(lt.length) + "</b>: " + of + " (" + table + ": " + lt.row + ")";
     }
 
     std::string MomentText(const Design::Extremes& moments, bool isMajor) const
@@ -180,6 +194,19 @@ Json JsonOf(const std::optional<Deflection>& deflection)
             {"load_between_points", deflection->hasLoadBetweenPoints}};
 }
 
+Json JsonOf(const EffectiveLengthLT& lt)
+{
+    return {{"flange", lt.table.empty() ? Json() : Json(CompressionFlangeName(lt.flange))},
+            {"start", lt.start},
+            {"end", lt.end},
+            {"length", lt.length},
+            {"table", lt.table},
+            {"row", lt.row},
+            {"cantilever", lt.cantilever},
+            {"nominal_rejected_left", lt.nominalRejectedLeft},
+            {"nominal_rejected_right", lt.nominalRejectedRight}};
+}
+
 Json JsonOf(const SpanReport& span)
 {
     Json stations = Json::array();
@@ -188,6 +215,9 @@ Json JsonOf(const SpanReport& span)
         entry.update(ForcesOf(station.force, station.moment));
         stations.push_back(std::move(entry));
     }
+    Json lengths = Json::array();
+    for (const EffectiveLengthLT& lt : span.lt)
+        lengths.push_back(JsonOf(lt));
     return {{"start", span.left.position},
             {"end", span.right.position},
             {"length", span.length},
@@ -200,13 +230,7 @@ Json JsonOf(const SpanReport& span)
             {"compression_flange", CompressionFlangeName(span.compressionFlange)},
             {"load_major", JsonOf(span.major)},
             {"load_minor", JsonOf(span.minor)},
-            {"lt_effective_length",
-             {{"length", span.lt.length},
-              {"table", span.lt.table},
-              {"row", span.lt.row},
-              {"cantilever", span.lt.cantilever},
-              {"nominal_rejected_left", span.lt.nominalRejectedLeft},
-              {"nominal_rejected_right", span.lt.nominalRejectedRight}}},
+            {"lt_effective_lengths", std::move(lengths)},
             {"deflection_major", JsonOf(span.deflectionMajor)},
             {"deflection_minor", JsonOf(span.deflectionMinor)},
             {"moment_major", MomentsJson(span.momentMajor)},

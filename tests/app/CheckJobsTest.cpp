@@ -221,7 +221,8 @@ TEST(JsonLines, WhatIsRefusedHasItsLineToo)
     for (const json& one : found) {
         if (one["status"] != "refused") continue;
         for (const auto& error : one["errors"])
-            EXPECT_THAT(result.err, HasSubstr("ksteel: " + error.get<std::string>() + "\n")) << "also on standard error, for people";
+            EXPECT_THAT(result.err, HasSubstr("ksteel: " + error.get<std::string>() + "\n"))
+                << "also on standard error, for people";
     }
 }
 

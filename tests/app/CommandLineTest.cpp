@@ -262,8 +262,13 @@ TEST(CommandLine, SpansAreToldAsJson)
     EXPECT_EQ(span["start"], 3.0);
     EXPECT_EQ(span["end"], 6.0);
     EXPECT_EQ(span["compression_flange"], "flange 1 (top)");
-    EXPECT_EQ(span["lt_effective_length"]["length"], 3.0);
-    EXPECT_EQ(span["lt_effective_length"]["row"], "1.0L(normal)");
+    EXPECT_TRUE(span["lt_effective_lengths"].empty()) << "the deck holds the compressed flange all along";
+    const auto& lengths = json[0]["spans"][2]["lt_effective_lengths"];
+    ASSERT_EQ(lengths.size(), 1u);
+    EXPECT_EQ(lengths[0]["flange"], "flange 1 (top)");
+    EXPECT_EQ(lengths[0]["start"], 6.0);
+    EXPECT_EQ(lengths[0]["length"], 3.0);
+    EXPECT_EQ(lengths[0]["row"], "1.0L(normal)");
     EXPECT_EQ(span["stations"].size(), 5u);
     // 1 kN/m over the 3 m between the points: 354 + 1·3²/8 kN·m at mid-span.
     EXPECT_EQ(span["min"]["Myy"], -355125.0);

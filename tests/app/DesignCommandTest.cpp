@@ -299,6 +299,32 @@ TEST(CheckCommand, AnEnvelopeOfDifferentMembersIsRefusedWithTheDifference)
     EXPECT_EQ(result.code, 0) << result;
 }
 
+TEST(CheckCommand, TheTableSaysOnceThatARuleWasNotEvaluated)
+{
+    const TestDirectory directory;
+    const auto tableOf = [&](const std::string& forces) {
+        return RunKsteel("check --report table '" + directory.Write("a.csv", OneSubSpan(forces)) + "'").out;
+    };
+    // 50 kN·m of torsion, for which there is no rule.
+    const std::string twisted = tableOf("0,0,-60000,0,0,60000,50000,0,0,50000,0,0");
+    EXPECT_THAT(twisted, HasSubstr("not checked  "));
+    EXPECT_THAT(twisted, ::testing::Not(HasSubstr("NOT CHECKED")));
+    EXPECT_THAT(tableOf("0,0,-6e6,0,0,6e6,50000,0,0,50000,0,0"), HasSubstr("fail, NOT CHECKED"));
+}
+
+TEST(CheckCommand, ALargeUtilisationIsNotedAndOneWithoutARowIsNot)
+{
+    const TestDirectory directory;
+    const auto messages = [&](const std::string& text) {
+        return RunKsteel("check --report table '" + directory.Write("a.csv", text) + "'").err;
+    };
+    EXPECT_THAT(messages(OneSubSpan("0,0,-60e6,0,0,60e6,0,0,0,0,0,0")), HasSubstr("are positions in mm"));
+    // Nothing holds the member: its effective length is infinite, whatever the units are.
+    const std::string free = messages(Replaced(Replaced(OneSubSpan(UNIFORM), "Pinned", "Free"), "Pinned", "Free"));
+    EXPECT_THAT(free, HasSubstr("note: MEMBERPOINT"));
+    EXPECT_THAT(free, ::testing::Not(HasSubstr("are positions in mm")));
+}
+
 // What the design code rejects is said in the same words, with its line, by everything that asks the code.
 struct RejectedRow {
     const char* from;
@@ -311,7 +337,12 @@ TEST(Rejected, MembersHaveTheSameMessageInCheckValidateDesignAndReport)
     const RejectedRow rows[] = {
         {"GRADE,S275", "GRADE,S235", "a.csv:3: GRADE: got \"S235\", expected S275, S355, S460 or User_defined"},
         {"GRADE,S275", "GRADE,43A", "a.csv:3: GRADE: got \"43A\", expected S275, S355, S460 or User_defined"},
-        {"GRADE,S275", "GRADE,User_defined,300e6,0,0,0", "a.csv:3: GRADE: the user-defined grade has a"},
+        {"GRADE,S275", "GRADE,User_defined,300e6,0,0,0",
+         "a.csv:3: GRADE: the user-defined grade's material factor must be finite and above 0"},
+        {"GRADE,S275", "GRADE,User_defined,300e6,-1,0,1",
+         "a.csv:3: GRADE: the user-defined grade's tensile strength must be finite and not below 0"},
+        {"GRADE,S275", "GRADE,User_defined,300e6,0,-1,1",
+         "a.csv:3: GRADE: the user-defined grade's modulus must be finite and not below 0"},
         {"GRADE,S275", "GRADE,User_defined,0,0,0,1", "a.csv:3: GRADE: the user-defined grade gives no yield strength"},
         {"NET_TO_GROSS,1", "NET_TO_GROSS,0", "a.csv:4: NET_TO_GROSS: the net to gross area ratio"},
         {"RATIO,1.2", "RATIO,0.5", "a.csv:5: ALLOWABLE_PLASTIC/ELASTIC_RATIO: the allowable plastic to elastic ratio"},

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "Render.h"
 #include "CodelessMember.h"
+#include "Render.h"
 #include "Text.h"
 
 namespace Keltrix::App {

@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 
 #include "AppSupport.h"
-#include "MemberCheck.h"
 #include "CodelessMember.h"
+#include "MemberCheck.h"
 #include "Text.h"
 
 namespace Keltrix::App {

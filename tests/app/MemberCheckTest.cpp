@@ -410,6 +410,48 @@ TEST(MemberCheck, WhatLooksUnlikeAMemberIsNoted)
                 ElementsAre("loaded-free-end"));
 }
 
+TEST(MemberCheck, ValuesThatAddStrengthOrLeaveBucklingOutAreNoted)
+{
+    const std::string grade = "floor.csv:4: note: GRADE ";
+    EXPECT_THAT(DefectsWithLine(4, "GRADE,User_defined,300e6,400e6,205e9,0.1\n"),
+                ElementsAre(grade + "material factor: got 0.1, expected 1 or above; below 1 it adds to the strength"));
+    EXPECT_THAT(DefectsWithLine(4, "GRADE,User_defined,275e9,0,0,1\n"),
+                ElementsAre(grade + "Py: got 2.75e+11 Pa, expected at most 1e+09 Pa in steel; is it in Pa?"));
+    EXPECT_THAT(DefectsWithLine(4, "GRADE,User_defined,300e6,400e9,205e12,1\n").size(), 2u);
+    EXPECT_THAT(DefectsWithLine(4, "GRADE,User_defined,960e6,980e6,210e9,1\n"), IsEmpty());
+
+    const auto lengths = [](const std::string& fields) {
+        return DefectsWithLine(9, "EFFECTIVE_LENGTH_OVERRIDES,YES," + fields + "\n");
+    };
+    EXPECT_THAT(lengths("6,6,3"), IsEmpty());
+    EXPECT_THAT(lengths("-0.85,-1,-1.2"), IsEmpty());
+    EXPECT_THAT(lengths("6,6,1.5"), IsEmpty()) << "purlins";
+    EXPECT_THAT(
+        lengths("0.85,1,1.2"),
+        ElementsAre("floor.csv:9: note: EFFECTIVE_LENGTH_OVERRIDES: got effective lengths up to 1.2 m, expected "
+                    "lengths in m in a member of 6 m; are they factors? write a factor below zero"));
+    EXPECT_THAT(lengths("6,6,0"),
+                ElementsAre("floor.csv:9: note: EFFECTIVE_LENGTH_OVERRIDES lateral-torsional length: got 0, expected a "
+                            "length, or a factor below zero; with 0 the member is not checked for this buckling"));
+    EXPECT_THAT(lengths("0,0,0").size(), 3u);
+
+    EXPECT_THAT(
+        DefectsWithLine(10, "EQUIVALENT_UNIFORM_MOMENT_FACTOR,0.04\nHEADINGS\n"),
+        ElementsAre("floor.csv:10: note: EQUIVALENT_UNIFORM_MOMENT_FACTOR factor: got 0.04, expected 0.4 or above, "
+                    "as the rules for it give; it lowers the moments that are checked for buckling"));
+    EXPECT_THAT(DefectsWithLine(10, "EQUIVALENT_UNIFORM_MOMENT_FACTOR,0.44\nHEADINGS\n"), IsEmpty());
+}
+
+// A toe radius of 30 mm in a flange of 10 mm.
+TEST(MemberCheck, DimensionsThatDoNotFitTogetherAreAnError)
+{
+    EXPECT_THAT(
+        DefectsWithLine(3, "SECTION,C 200x80x8x10x5x30,ROLLED\n"),
+        ElementsAre("floor.csv:3: SECTION description: got \"C 200x80x8x10x5x30\", expected dimensions that fit "
+                    "together to a section"));
+    EXPECT_THAT(DefectsWithLine(3, "SECTION,C 200x80x8x10x5x3,ROLLED\n"), IsEmpty());
+}
+
 TEST(MemberCheck, AFileWithOtherSeparatorsHasOneMessage)
 {
     const auto separated = [](char separator) {

@@ -1,10 +1,12 @@
 #include <cmath>
+#include <random>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "AppSupport.h"
 #include "Failure.h"
+#include "MemberCheck.h"
 #include "SectionCatalogue.h"
 #include "SectionOutline.h"
 #include "SectionShapes.h"
@@ -159,6 +161,37 @@ TEST(Section, DimensionsThatAreNoSectionAreRefused)
     for (const char* name : {"I 10x100x5x6", "TUBE 10x5", "BOX 10x10x5x5", "ANGLE 10x10x5x5x5", "TEE 10x10x2x11x1x0",
                              "C 100x10x5x5x10x0", "GI 100x50x50x5x60x60"})
         EXPECT_THAT(Refusal(name), HasSubstr("these dimensions do not fit together to a section")) << name;
+}
+
+// One rule of what is a section, for the section commands and for member files.
+TEST(Section, RandomDimensionsAreASectionForMemberFilesExactlyWhereTheyAreOneByThemselves)
+{
+    constexpr unsigned seed = 20250311;
+    std::mt19937 dice(seed);
+    const auto size = [&] { return std::to_string(std::uniform_int_distribution<int>(0, 40)(dice)); };
+    struct Kind {
+        const char* word;
+        int dimensions;
+    };
+    int fitting = 0;
+    int refused = 0;
+    for (int i = 0; i < 3000; ++i) {
+        static constexpr Kind kinds[] = {{"I", 5},     {"GI", 7},  {"C", 6},   {"TEE", 6},
+                                         {"ANGLE", 5}, {"BOX", 4}, {"TUBE", 2}};
+        const Kind& kind = kinds[static_cast<std::size_t>(i) % std::size(kinds)];
+        std::string name = std::string(kind.word) + ' ' + std::to_string(100 + i % 50) + "x" + size();
+        for (int k = 2; k < kind.dimensions; ++k)
+            name += 'x' + size();
+        std::string text = Trial::GOOD_MEMBER;
+        const std::size_t at = text.find("SECTION,") + 8;
+        text.replace(at, text.find(',', at) - at, name);
+        const bool isSection = Refusal(name) == "no refusal";
+        (isSection ? fitting : refused)++;
+        const CString wide = Wide(text);
+        EXPECT_EQ(CheckMemberFile(wide).Errors() == 0, isSection) << name << ", seed " << seed;
+    }
+    EXPECT_GT(fitting, 300);
+    EXPECT_GT(refused, 300);
 }
 
 TEST(Section, TheDrawingIsToScaleWithItsAxes)

@@ -1,7 +1,9 @@
 #include "SpanReport.h"
 
 #include <cmath>
+#include <map>
 #include <memory>
+#include <random>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,6 +11,9 @@
 #include "AppSupport.h"
 #include "Text.h"
 #include "design/RandomMember.h"
+#ifdef KSTEEL_WITH_BS5950
+#include "keltrix/bs5950/SteelMemberBS5950.h"
+#endif
 
 namespace Keltrix::App {
 namespace {
@@ -76,9 +81,10 @@ TEST(SpanReport, ABeamWithAMidSpanLoadIsOneSpanWithTheClosedFormsDeflection)
         EXPECT_NEAR(spans[0].deflectionMajor->integrated, 40e3 * 512 / (48 * 60e6), 1e-9);
         EXPECT_NEAR(spans[0].deflectionMajor->integratedAt, start + 4.0, 1e-9);
         EXPECT_FALSE(spans[0].deflectionMinor) << "EI was given for the major axis alone";
-        EXPECT_EQ(spans[0].lt.table, "Table 13");
-        EXPECT_DOUBLE_EQ(spans[0].lt.length, 8.0);
-        EXPECT_EQ(spans[0].lt.row, "1.0L(normal)");
+        ASSERT_EQ(spans[0].lt.size(), 1u);
+        EXPECT_EQ(spans[0].lt[0].table, "Table 13");
+        EXPECT_DOUBLE_EQ(spans[0].lt[0].length, 8.0);
+        EXPECT_EQ(spans[0].lt[0].row, "1.0L(normal)");
     }
 }
 
@@ -240,6 +246,81 @@ TEST(SpanReport, TheSplitDecidesWhereSpansEnd)
     EXPECT_EQ(MakeSpanReports(*support, Split::LateralTorsional, {}).size(), 1u);
 }
 
+// A hogging beam braced at the top: its free bottom flange buckles over the whole length, whatever the spans are.
+TEST(SpanReport, LengthsAreThoseOfTheCompressedFlangesStretches)
+{
+    const auto member = MakeMember(
+        {{0.0, L"Pinned"}, {3.0, L"Top flange lateral"}, {6.0, L"Pinned"}}, [](double) { return 0.0; },
+        [](double) { return 100e3; });
+    const std::vector<SpanReport> spans = MakeSpanReports(*member, Split::LateralTorsional, {});
+    ASSERT_EQ(spans.size(), 2u);
+    for (const SpanReport& span : spans) {
+        ASSERT_EQ(span.lt.size(), 1u);
+        EXPECT_EQ(CompressionFlangeName(span.lt[0].flange), "flange 2 (bottom)");
+        EXPECT_EQ(span.lt[0].start, 0.0);
+        EXPECT_EQ(span.lt[0].end, 6.0);
+        EXPECT_DOUBLE_EQ(span.lt[0].length, 6.0);
+        EXPECT_EQ(span.lt[0].row, "1.0L(normal)");
+    }
+    // The other way about the brace holds the compressed flange.
+    const auto sagging = MakeMember(
+        {{0.0, L"Pinned"}, {3.0, L"Top flange lateral"}, {6.0, L"Pinned"}}, [](double) { return 0.0; },
+        [](double) { return -100e3; });
+    EXPECT_DOUBLE_EQ(MakeSpanReports(*sagging, Split::LateralTorsional, {}).at(1).lt.at(0).start, 3.0);
+    // No moment, nothing that buckles this way; a length that is given stands.
+    const auto idle = MakeMember(
+        {{0.0, L"Pinned"}, {6.0, L"Pinned"}}, [](double) { return 0.0; }, [](double) { return 0.0; });
+    EXPECT_TRUE(MakeSpanReports(*idle, Split::LateralTorsional, {}).at(0).lt.empty());
+    member->SetLengthOverride(true);
+    member->SetLlt(-0.85);
+    EXPECT_DOUBLE_EQ(MakeSpanReports(*member, Split::LateralTorsional, {}).at(1).lt.at(0).length, 0.85 * 6.0);
+}
+
+#ifdef KSTEEL_WITH_BS5950
+// One rule, stated by spans and by check: for random members every effective length of the one is one of the other.
+TEST(SpanReport, LengthsAreThoseOfTheCheck)
+{
+    constexpr unsigned seed = 1300;
+    std::mt19937 random(seed);
+    int compared = 0;
+    for (int i = 0; i < 2000; ++i) {
+        const DesignTest::Member made = DesignTest::RandomMember(random);
+        CodelessMember codeless;
+        BS5950::CSteelMemberBS5950 checked;
+        Steel::CMemberResult result;
+        result.EnableText(false);
+        const CSection section(i % 2 == 0 ? L"UB 457x191x67" : L"UC 203x203x46");
+        for (Steel::CSteelMember* member :
+             {static_cast<Steel::CSteelMember*>(&codeless), static_cast<Steel::CSteelMember*>(&checked)}) {
+            ASSERT_TRUE(member->SetKeltrixSec(section));
+            ASSERT_TRUE(member->SetGrade(CSteelGrade(L"S275", 275e6, 410e6, 205e9, 1.0)));
+            ASSERT_TRUE(member->SetMemberPointVec(made.points));
+            ASSERT_TRUE(member->SetSubSpanVec(made.subSpans));
+        }
+        checked.SetResult(&result);
+        checked.Check();
+        // By start and end: the longest of the flanges that are checked.
+        std::map<std::pair<double, double>, double> bySpans;
+        for (const SpanReport& span : MakeSpanReports(codeless, Split::Major, {})) {
+            for (const EffectiveLengthLT& lt : span.lt) {
+                double& length = bySpans[{lt.start, lt.end}];
+                length = std::max(length, lt.length);
+            }
+        }
+        std::map<std::pair<double, double>, double> byCheck;
+        for (const BS5950::SpanResult& span : checked.Spans()) {
+            if (span.mode != BS5950::BucklingMode::LateralTorsional || span.continuous) continue;
+            if (!span.compressed[0] && !span.compressed[1]) continue;
+            double& length = byCheck[{span.start, span.end}];
+            length = std::max(length, span.LE);
+            ++compared;
+        }
+        EXPECT_EQ(bySpans, byCheck) << "member " << i << " of seed " << seed;
+    }
+    EXPECT_GT(compared, 2000);
+}
+#endif
+
 TEST(SpanReport, EndsSayByWhatTheyAreHeld)
 {
     const auto member = MidSpanLoad(L"F2L");
@@ -260,15 +341,16 @@ TEST(SpanReport, ACantileverUsesTheCantileverTable)
         [=](double x) { return P * (L - x); });
     const std::vector<SpanReport> spans = MakeSpanReports(*member, Split::LateralTorsional, 60e6);
     ASSERT_EQ(spans.size(), 1u);
-    EXPECT_TRUE(spans[0].lt.cantilever);
-    EXPECT_EQ(spans[0].lt.table, "Table 14");
-    EXPECT_EQ(spans[0].lt.row, "d1 0.8*L");
-    EXPECT_DOUBLE_EQ(spans[0].lt.length, 0.8 * L);
+    ASSERT_EQ(spans[0].lt.size(), 1u);
+    EXPECT_TRUE(spans[0].lt[0].cantilever);
+    EXPECT_EQ(spans[0].lt[0].table, "Table 14");
+    EXPECT_EQ(spans[0].lt[0].row, "d1 0.8*L");
+    EXPECT_DOUBLE_EQ(spans[0].lt[0].length, 0.8 * L);
     EXPECT_THAT(spans[0].right.heldBy, ElementsAre("member end"));
     // The support at the right: the same the other way round.
     const auto mirrored = MakeMember(
         {{0.0, L"Free"}, {1.5, L"Free"}, {L, L"Fixed"}}, [=](double) { return P; }, [=](double x) { return P * x; });
-    EXPECT_DOUBLE_EQ(MakeSpanReports(*mirrored, Split::LateralTorsional, {})[0].lt.length, 0.8 * L);
+    EXPECT_DOUBLE_EQ(MakeSpanReports(*mirrored, Split::LateralTorsional, {})[0].lt.at(0).length, 0.8 * L);
 }
 
 TEST(SpanReport, AnEndWithoutSupportIsATipOnlyWhereTheRestCanCarryIt)
@@ -277,7 +359,7 @@ TEST(SpanReport, AnEndWithoutSupportIsATipOnlyWhereTheRestCanCarryIt)
     const auto bent = [](double x) { return 1e3 * x; };
     const auto isCantilever = [&](const std::vector<Joint>& joints) {
         const auto member = MakeMember(joints, none, bent);
-        return MakeSpanReports(*member, Split::Minor, {}).back().lt.cantilever;
+        return MakeSpanReports(*member, Split::Minor, {}).back().lt.at(0).cantilever;
     };
     EXPECT_TRUE(isCantilever({{0.0, L"Pinned"}, {4.0, L"Pinned"}, {6.0, L"Free"}})); // an overhang
     EXPECT_TRUE(isCantilever({{0.0, L"Full rotational"}, {6.0, L"Free"}}));
@@ -292,8 +374,8 @@ TEST(SpanReport, ADestabilisingLoadTakesItsColumn)
         [](double x) { return -20e3 * std::fmin(x, 8.0 - x); });
     const std::vector<SpanReport> spans = MakeSpanReports(*member, Split::Minor, {});
     EXPECT_TRUE(spans[0].destabilising);
-    EXPECT_EQ(spans[0].lt.row, "1.2L(destabilizing)");
-    EXPECT_DOUBLE_EQ(spans[0].lt.length, 9.6);
+    EXPECT_EQ(spans[0].lt[0].row, "1.2L(destabilizing)");
+    EXPECT_DOUBLE_EQ(spans[0].lt[0].length, 9.6);
     EXPECT_DOUBLE_EQ(spans[0].loadHeight, 0.2f);
 }
 
@@ -303,9 +385,9 @@ TEST(SpanReport, AnEndWithoutTorsionalRestraintHasNoRow)
         {{0.0, L"F1L MAJV"}, {4.0, L"Free"}, {8.0, L"Pinned"}}, [](double x) { return x < 4.0 ? -20e3 : 20e3; },
         [](double x) { return -20e3 * std::fmin(x, 8.0 - x); });
     const std::vector<SpanReport> spans = MakeSpanReports(*member, Split::Minor, {});
-    EXPECT_TRUE(std::isinf(spans[0].lt.length));
-    EXPECT_TRUE(spans[0].lt.nominalRejectedLeft);
-    EXPECT_FALSE(spans[0].lt.nominalRejectedRight);
+    EXPECT_TRUE(std::isinf(spans[0].lt[0].length));
+    EXPECT_TRUE(spans[0].lt[0].nominalRejectedLeft);
+    EXPECT_FALSE(spans[0].lt[0].nominalRejectedRight);
 }
 
 TEST(SpanReport, WithoutAStiffnessTheSectionGivesBoth)

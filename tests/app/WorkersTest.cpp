@@ -292,10 +292,11 @@ TEST(Workers, WithoutProcessesTheWorkIsDoneHere)
             if (!isUserLimit && setrlimit(RLIMIT_NOFILE, &none) != 0) _exit(2);
             Words words({"a", "b c", "d", "e", "f", "g", "h", "i"});
             RunInWorkers(4, words, words, Echo);
-            const bool isTold = words.messages.size() == 1 &&
-                                words.messages[0].rfind("--jobs: no worker process can be started, the work is done in one "
-                                                    "process: ",
-                                                    0) == 0;
+            const bool isTold =
+                words.messages.size() == 1 &&
+                words.messages[0].rfind("--jobs: no worker process can be started, the work is done in one "
+                                        "process: ",
+                                        0) == 0;
             const bool isDone =
                 words.replies == std::vector<std::string>{"<a>", "<b c>", "<d>", "<e>", "<f>", "<g>", "<h>", "<i>"};
             _exit(isTold && isDone ? 0 : 1);

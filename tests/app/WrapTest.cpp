@@ -42,8 +42,10 @@ TEST(Wrap, NumbersStayBesideTheirUnitsAndFamilies)
 {
     const auto lines = [](const char* text, std::size_t width) {
         std::string joined;
-        for (const Document::Cell& line : Wrapped({{text, {}}}, width))
-            joined += (joined.empty() ? "" : "|") + (line.empty() ? std::string() : line[0].text);
+        for (const Document::Cell& line : Wrapped({{text, {}}}, width)) {
+            if (!joined.empty()) joined += '|';
+            if (!line.empty()) joined += line[0].text;
+        }
         return joined;
     };
     EXPECT_EQ(lines("one two three", 7), "one two|three");
@@ -108,12 +110,14 @@ TEST(Wrap, NoLineIsWiderThanTheTerminalAndNoWordIsLost)
         for (unsigned line = 0; line < 1 + upTo(4); ++line) {
             for (unsigned c = 0; c < columns; ++c) {
                 if (c > 0) markup += '\t';
-                for (unsigned w = 0, count = upTo(9); w < count; ++w)
-                    markup += (w > 0 ? " " : "") + std::string(words[upTo(std::size(words) - 1)]);
+                for (unsigned w = 0, count = upTo(9); w < count; ++w) {
+                    if (w > 0) markup += ' ';
+                    markup += words[upTo(std::size(words) - 1)];
+                }
             }
             markup += '\n';
         }
-        if (isTable) markup = "<table>" + markup + "</table>\n";
+        if (isTable) markup.insert(0, "<table>").append("</table>\n");
         const std::size_t width = 40 + upTo(80);
         const std::string text = At(width, markup);
         EXPECT_EQ(WordsOf(text), WordsOf(At(0, markup))) << markup << text;
@@ -138,8 +142,8 @@ TEST(Wrap, EveryReportFitsATerminalOf80Columns)
         EXPECT_GT(Widest(wide.out), 0u);
         // A path may be broken after a slash.
         const auto joined = [](std::string text) {
-            for (std::size_t at; (at = text.find_first_of(" \n")) != std::string::npos;)
-                text.erase(at, 1);
+            text.erase(std::remove_if(text.begin(), text.end(), [](char c) { return c == ' ' || c == '\n'; }),
+                       text.end());
             std::sort(text.begin(), text.end());
             return text;
         };

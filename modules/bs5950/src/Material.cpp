@@ -43,6 +43,18 @@ bool IsQuality(std::wstring_view text)
     return std::find(QUALITIES.begin(), QUALITIES.end(), text) != QUALITIES.end();
 }
 
+// Why the values of a user's grade beside its yield strength cannot be used; null where they can.
+const wchar_t* UserRefusal(const CSteelGrade& grade)
+{
+    const auto isUsable = [](double value) { return value >= 0.0 && std::isfinite(value); };
+    if (!isUsable(grade.GetUserPu()))
+        return L"the user-defined grade's tensile strength must be finite and not below 0";
+    if (!isUsable(grade.GetUserE())) return L"the user-defined grade's modulus must be finite and not below 0";
+    if (!isUsable(grade.GetMatFactor()) || grade.GetMatFactor() == 0.0)
+        return L"the user-defined grade's material factor must be finite and above 0";
+    return nullptr;
+}
+
 Material UserMaterial(const CSteelGrade& grade)
 {
     Material m;
@@ -53,11 +65,8 @@ Material UserMaterial(const CSteelGrade& grade)
         m.refusal = L"the user-defined grade gives no yield strength above zero";
         return m;
     }
-    if (!(Us >= 0.0) || !std::isfinite(Us) || !(grade.GetUserE() >= 0.0) || !std::isfinite(grade.GetUserE()) ||
-        !(grade.GetMatFactor() > 0.0) || !std::isfinite(grade.GetMatFactor())) {
-        m.refusal = L"the user-defined grade has a strength, modulus or material factor that is no such number";
-        return m;
-    }
+    m.refusal = UserRefusal(grade);
+    if (m.refusal) return m;
     m.matFactor = grade.GetMatFactor();
     m.limitedByUs = Us > 0.0 && Us / 1.2 < Ys;
     m.py = (m.limitedByUs ? Us / 1.2 : Ys) / m.matFactor;
