@@ -154,11 +154,11 @@ double OpenShare(Second::Family family)
 {
     switch (family) {
     case Second::Family::RolledI:
-        return 0.014;
+        return 0.001;
     case Second::Family::PlateI:
-        return 0.065;
+        return 0.002;
     case Second::Family::UnequalI:
-        return 0.125;
+        return 0.016;
     case Second::Family::Channel:
         return 0.02;
     case Second::Family::Tee:
