@@ -102,9 +102,14 @@ private:
         const auto signAt = [&](double s) { return SignOf(m_diagram.InSubSpan(subSpan, s), m_tolerance); };
         if (curves.size() > 1) return SetAlong(along, SignThroughout(subSpan));
         double before = 0.0;
-        for (const double zero : curves.front().Zeros()) {
-            // A root that rounding moves off an end of the sub-span is no contraflexure between them.
+        const std::array<double, 2> zeros = curves.front().Zeros();
+        for (std::size_t i = 0; i < zeros.size(); ++i) {
+            const double zero = zeros[i];
+            // A root that rounding moves off an end of the sub-span is no contraflexure between them, nor is one beyond
+            // which there is no moment.
             if (!(zero > before + END_TOLERANCE && zero < 1.0 - END_TOLERANCE)) continue;
+            const double after = i == 0 && zeros[1] < 1.0 ? zeros[1] : 1.0;
+            if (!HasMoment(curves.front(), before, zero) || !HasMoment(curves.front(), zero, after)) continue;
             SetAlong(along, signAt(0.5 * (before + zero)));
             Place place;
             place.x = m_diagram.At(subSpan).Position(zero);
@@ -112,6 +117,13 @@ private:
             before = zero;
         }
         SetAlong(along, signAt(0.5 * (before + 1.0)));
+    }
+
+    // Whether the moment is anywhere beyond the tolerance between a zero and the next one or an end.
+    bool HasMoment(const Parabola& curve, double from, double to) const
+    {
+        return std::max({std::abs(curve.At(from)), std::abs(curve.At(0.5 * (from + to))), std::abs(curve.At(to))}) >
+               m_tolerance;
     }
 
     // Sign that all readings of an unbalanced sub-span share all along it; 0 where they do not.
@@ -190,6 +202,7 @@ private:
         const Place* outside = isLeft ? (i > 0 ? &m_places[i - 1] : nullptr) : (i < last ? &place : nullptr);
         const bool edge = outside && outside->heldAlong[f];
         if (edge) end.restraint = Resolved(Together(end.restraint, outside->along), 0);
+        end.ofFlange[f] = end.restraint;
         if (i == 0 ? m_leftTip : i == last && m_rightTip)
             end.kind = EndKind::Tip;
         else if (place.holds[f])
@@ -219,7 +232,10 @@ private:
                 merged.push_back(s);
                 continue;
             }
+            const std::size_t f = s.flange[0] ? 0 : 1;
             before->flange = {true, true};
+            before->left.ofFlange[f] = s.left.ofFlange[f];
+            before->right.ofFlange[f] = s.right.ofFlange[f];
             before->left.restraint = Resolved(Together(before->left.restraint, s.left.restraint), 0);
             before->right.restraint = Resolved(Together(before->right.restraint, s.right.restraint), 0);
         }

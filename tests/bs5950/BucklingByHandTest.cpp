@@ -147,6 +147,24 @@ TEST(LateralByHand, RestraintsAlongACantileverWithAFreeTipDoNotCount)
     }
 }
 
+// A tip that is held laterally and in torsion makes the restraint at midlength count (4.3.5.5). The half beside the tip is then a
+// length between two sections that hold both flanges: LE = 1.0*2 = 2.0 m by Table 13, not the 0.7*2 = 1.4 m that Table 14 has for a
+// cantilever of 2 m.
+TEST(LateralByHand, ALengthBesideAHeldTipIsNoCantileverByItself)
+{
+    const wchar_t* const both = L"Top and Bottom flange lateral";
+    Case given;
+    given.points = {{0.0, L"Fixed"}, {2.0, both}, {4.0, both}};
+    given.force = [](double) { return Vector(0, 0, -75e3); };
+    given.moment = [](double x) { return Vector(0, 75e3 * (4 - x), 0); };
+    Checked c(given);
+    c.Check();
+    const SpanResult outer = c.Spans(BucklingMode::LateralTorsional).back();
+    EXPECT_EQ(outer.start, 2.0);
+    EXPECT_DOUBLE_EQ(outer.LE, 2.0);
+    EXPECT_EQ(outer.m, 1.0);
+}
+
 // A moment at the tip lengthens LE by 0.3 L (4.3.5.4): 0.8*4 + 0.3*4 = 4.4 m, more than 1.3*3.2 = 4.16 m.
 TEST(LateralByHand, AMomentAtTheTipLengthensTheCantilever)
 {

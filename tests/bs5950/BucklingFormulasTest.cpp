@@ -178,6 +178,21 @@ TEST(Table23, RobertsonConstantsByShapeAndThickness)
     }
 }
 
+// The table goes by the maximum thickness of the section, that of a web too. From 50 mm on the curve for more than 40 mm serves alone.
+TEST(Table23, GoesByTheThickestElement)
+{
+    EXPECT_EQ(Table23(PropertiesOf(L"I 700x300x40x30", SEC_WELDED), Axis::Y).over, 0.0);
+    EXPECT_EQ(Table23(PropertiesOf(L"I 700x300x45x30", SEC_WELDED), Axis::Y).over, 0.5);
+    EXPECT_EQ(Table23(PropertiesOf(L"I 700x300x50x30", SEC_WELDED), Axis::Y).over, 1.0);
+}
+
+// UB 457x191x67: D 453.4, T 12.7, r 10.2. Rolled d = 453.4 - 2*12.7 - 2*10.2 = 407.6 mm, taken as welded 428.0 mm.
+TEST(WebDepth, OfAWeldedSectionIsTheClearDepth)
+{
+    EXPECT_NEAR(PropertiesOf(L"UB 457x191x67", SEC_ROLLED).d, 0.4076, 1e-6);
+    EXPECT_NEAR(PropertiesOf(L"UB 457x191x67", SEC_WELDED).d, 0.4280, 1e-6);
+}
+
 // 4.7.5: welded I, H and box sections take pc with py - 20 N/mm², but the full area. λ = 60 on curve b with py = 255:
 // pE = 562.0, λ0 = 17.82, η = 0.1476, φ = 450.0, pc = 206.9.
 TEST(CompressiveStrengthRule, OfWeldedSections)

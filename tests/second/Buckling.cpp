@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 
 #include "Second.h"
 
@@ -24,7 +26,7 @@ double Perry(double py, double pE, double eta)
 /// Annex C.
 double StrutStrength(double py, double E, double lambda, double a)
 {
-    if (std::isinf(lambda)) return 0.0;
+    if (std::isinf(lambda) || py <= 0.0) return 0.0;
     const double lambda0 = 0.2 * std::sqrt(PI * PI * E / py);
     if (lambda <= lambda0) return py;
     return Perry(py, PI * PI * E / (lambda * lambda), a * (lambda - lambda0) / 1000.0);
@@ -100,6 +102,7 @@ double EquivalentSlenderness(const Basis& b, double LE, double betaW, int flange
 {
     const Section& s = b.s;
     const Properties& p = b.p;
+    if (!(p.J > 0.0)) return INF; // the formula of the junctions does not serve these thicknesses
     const double lambda = LE / (s.shape == Shape::Angle ? p.rv : p.ry), gamma = 1.0 - p.Iy / p.Ix;
     double u = 1.0, x = 1.0, w = 1.0, psi = 0.0;
     switch (s.shape) {
@@ -250,12 +253,44 @@ private:
         return std::min(ends) - std::max(starts) > 1e-9 * m_b.member.Length();
     }
 
+    /// The actions at a place. Where a moment is zero there the place belongs to what is on its two sides.
+    std::vector<Actions> ActionsBeside(int sub, double s) const
+    {
+        const auto i = static_cast<std::size_t>(sub);
+        const bool angle = m_b.s.shape == Shape::Angle;
+        const double L = m_b.member.points[i + 1].x - m_b.member.points[i].x;
+        const double least[2] = {1.000001e-6 * m_b.steel.py * (angle ? m_b.p.Zu : m_b.p.Zx),
+                                 1.000001e-6 * m_b.steel.py * (angle ? m_b.p.Zv : m_b.p.Zy)};
+        const std::vector<Actions> here = ActionsAt(m_b, sub, s),
+                                   left = ActionsAt(m_b, sub, std::max(0.0, s - 1e-3 * L)),
+                                   right = ActionsAt(m_b, sub, std::min(L, s + 1e-3 * L));
+        const auto least9 = [&](Bending axis) { return 1e-9 * Biggest(m_d, axis, -INF, INF); };
+        const double none[2] = {least9(Bending::Major), least9(Bending::Minor)};
+        const auto beside = [&](double value, double one, double other, int axis) {
+            if (std::fabs(value) >= least[axis]) return std::vector<double>{value};
+            std::vector<double> values;
+            for (const double v : {one, other})
+                if (std::fabs(v) > none[axis]) values.push_back(std::copysign(least[axis], v));
+            if (values.empty()) values.push_back(0.0);
+            return values;
+        };
+        std::vector<Actions> all;
+        for (std::size_t k = 0; k < here.size(); ++k)
+            for (const double Mx : beside(here[k].Mx, left[k].Mx, right[k].Mx, 0))
+                for (const double My : beside(here[k].My, left[k].My, right[k].My, 1)) {
+                    all.push_back(here[k]);
+                    all.back().Mx = Mx;
+                    all.back().My = My;
+                }
+        return all;
+    }
+
     void FindPlaces()
     {
         const bool angle = m_b.s.shape == Shape::Angle;
         for (std::size_t i = 0; i < m_b.member.subs.size(); ++i)
             for (const double s : Places(m_b, static_cast<int>(i))) {
-                for (const Actions& a : ActionsAt(m_b, static_cast<int>(i), s)) {
+                for (const Actions& a : ActionsBeside(static_cast<int>(i), s)) {
                     Place p{m_b.member.points[i].x + s, m_b.member.points[i].x, m_b.member.points[i + 1].x, a, {}, {}};
                     if (p.a.F > -1e-6 * m_b.p.A * m_b.steel.py) p.a.F = 0.0;
                     if (std::fabs(p.a.Mx) < 1e-6 * m_b.steel.py * (angle ? m_b.p.Zu : m_b.p.Zx)) p.a.Mx = 0.0;
@@ -313,7 +348,8 @@ private:
         const Bending across = major ? Bending::Minor : Bending::Major;
         Strut s;
         s.span = span;
-        std::vector<double> lambdas = span.held && !m_b.member.given ? std::vector<double>{0.0} : Slendernesses(axis, span);
+        std::vector<double> lambdas =
+            span.held && !m_b.member.given ? std::vector<double>{0.0} : Slendernesses(axis, span);
         ForEach(span.a, span.b, [&](const Place& p) {
             s.Fc = std::max(s.Fc, -p.a.F);
             s.pyZ = std::min(s.pyZ, (major ? p.c.pyrX * p.c.Zx : p.c.pyrY * p.c.Zy));
@@ -359,11 +395,13 @@ private:
         l.m = known && ownIsLargest ? TableFactorLT(m_d, stretch.a, stretch.b) : 1.0;
         l.m = Uniform(l.m, false, known);
         if (stretch.destabilising || stretch.cantilever) l.m = std::max(1.0, m_b.member.factor.value_or(1.0));
-        // For each compressed flange where the moment compresses it; a place without moment is on both sides.
+        // For each compressed flange where the moment compresses it.
         ForEach(stretch.a, stretch.b, [&](const Place& p) {
             for (int f = 0; f < 2; ++f) {
                 const double most = f == 0 ? first : second;
-                if (!stretch.compressed[f] || most <= 1e-6 * m_b.steel.py * m_b.p.Zx || (f == 0 ? p.a.Mx > 0.0 : p.a.Mx < 0.0)) continue;
+                if (!stretch.compressed[f] || most <= 1e-6 * m_b.steel.py * m_b.p.Zx ||
+                    (f == 0 ? p.a.Mx >= 0.0 : p.a.Mx <= 0.0))
+                    continue;
                 l.Mb = std::min(l.Mb, l.buckles ? BucklingMoment(m_b, p.c, stretch.LE, f) : p.c.pyrX * p.c.Wx);
             }
         });
@@ -371,6 +409,18 @@ private:
     }
 
     double Interaction(const Strut& x, const Strut& y, const Lateral& l) const
+    {
+        const double u = Sum(x, y, l);
+        if (std::getenv("SECOND_SPANS"))
+            for (const Strut* s : {&x, &y})
+                std::printf("   second %g..%g Fc %.6g Pc %.6g M %.6g m %.4g Mc %.6g pyZ %.6g other %.6g m %.4g Mc %.6g "
+                            "lateral %g..%g M %.6g m %.4g Mb %.6g: %.5g\n",
+                            s->span.a, s->span.b, s->Fc, s->Pc, s->M, s->m, s->Mc, s->pyZ, s->other, s->mOther,
+                            s->McOther, l.stretch.a, l.stretch.b, l.M, l.m, l.Mb, u);
+        return u;
+    }
+
+    double Sum(const Strut& x, const Strut& y, const Lateral& l) const
     {
         const bool F = x.Fc > 0.0 || y.Fc > 0.0, Mx = x.M > 0.0, My = y.M > 0.0;
         if (F + Mx + My < 2) return 0.0;

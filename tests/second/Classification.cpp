@@ -16,9 +16,9 @@ struct Plate {
 
     int Class() const
     {
-        for (int i = 0; i < 3; ++i)
-            if (ratio <= limit[i] * (1.0 + 1e-12)) return i + 1;
-        return 4;
+        for (int i = 3; i > 0; --i)
+            if (ratio > limit[i - 1] * (1.0 + 1e-9)) return i + 1;
+        return 1;
     }
     double Reduction() const { return Class() < 4 ? 1.0 : (limit[2] / ratio) * (limit[2] / ratio); }
 };
@@ -106,7 +106,7 @@ std::vector<Plate> PlatesI(const Work& w)
     if (w.Compressed(bottom)) plates.push_back(w.Outstand(p.b2 / s.T2));
     const double fillet = s.make == Make::Welded ? 0.0 : s.r;
     const double y1 = s.D - s.T - fillet, y2 = s.T2 + fillet;
-    if (!w.Compressed(std::max(w.Stress(y1), w.Stress(y2)))) return plates;
+    if (!w.Compressed(std::max(w.Stress(s.D), w.Stress(0.0)))) return plates; // by the outer faces, on the safe side
     if (s.EqualFlanges()) {
         plates.push_back(Web(p.d / s.t, w.R1(p.d, s.t), w.R2(), w.eps));
         return plates;
@@ -305,10 +305,22 @@ void SetSlender(const Work& w, const std::vector<Plate>& all, const std::vector<
         c.pyrX = ReductionBy(x, w.BendingWeb()) * w.py;
         c.pyrY = ReductionBy(y, s.shape == Shape::I ? INF : w.BendingWeb()) * w.py;
     }
+    if (s.shape == Shape::I && s.EqualFlanges()) { // each moment by itself, whatever else is in tension
+        const Plate flange = w.Outstand(p.b / s.T);
+        c.pyrX = ReductionBy({flange, {p.d / s.t, {0.0, 0.0, w.BendingWeb()}, false}}, 0.0) * w.py;
+        c.pyrY = ReductionBy({flange}, 0.0) * w.py;
+    }
     if (s.shape == Shape::I && !s.EqualFlanges()) {
         // Compression alone: both flanges, and the web at its limit of uniform compression.
         const Plate web{p.d / s.t, {40 * w.eps, 40 * w.eps, 40 * w.eps}, false};
         c.pyAxial = ReductionBy({w.Outstand(p.b / s.T), w.Outstand(p.b2 / s.T2), web}, 0.0) * w.py;
+        // Neither moment alone may find more than this.
+        const auto alone = [&](double Mx, double My) {
+            const Actions one{0.0, Mx, My, 0.0, 0.0};
+            return ReductionBy(PlatesI({s, p, w.steel, one, w.eps, w.py, 0.0}), 0.0) * w.py;
+        };
+        if (w.a.Mx != 0.0) c.pyrX = std::min(c.pyrX, alone(std::copysign(1e-3 * w.py * p.Zx, w.a.Mx), 0.0));
+        if (w.a.My != 0.0) c.pyrY = std::min(c.pyrY, alone(0.0, 1e-3 * w.py * p.Zy));
     }
     if (s.shape == Shape::Angle && s.B == s.D && s.B / s.t <= 20.0 * w.eps) {
         // 3.6.4; in bending the legs count one by one.

@@ -94,7 +94,18 @@ std::vector<double> Diagram::Zeros(Bending axis, int sub) const
     const auto i = static_cast<std::size_t>(sub);
     const double L = m_member->points[i + 1].x - m_member->points[i].x;
     std::vector<double> places;
-    for (const Curve& c : Curves(axis, sub)) {
+    for (const double s : Reaching(axis, sub, 0.0))
+        if (s > 1e-9 * L && s < (1.0 - 1e-9) * L) places.push_back(s);
+    return places;
+}
+
+std::vector<double> Diagram::Reaching(Bending axis, int sub, double level) const
+{
+    const auto i = static_cast<std::size_t>(sub);
+    const double L = m_member->points[i + 1].x - m_member->points[i].x;
+    std::vector<double> places;
+    for (Curve c : Curves(axis, sub)) {
+        c.m0 -= level;
         double roots[2] = {-1.0, -1.0};
         const double disc = c.m1 * c.m1 - 4.0 * c.m2 * c.m0;
         if (std::fabs(c.m2) * L <= 1e-12 * std::fabs(c.m1)) {
@@ -105,7 +116,7 @@ std::vector<double> Diagram::Zeros(Bending axis, int sub) const
             if (q != 0.0) roots[1] = c.m0 / q;
         }
         for (const double s : roots)
-            if (s > 1e-9 * L && s < (1.0 - 1e-9) * L) places.push_back(s);
+            if (s > 0.0 && s < L) places.push_back(s);
     }
     std::sort(places.begin(), places.end());
     return places;

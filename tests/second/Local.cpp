@@ -181,7 +181,7 @@ double ExactSum(const Basis& b, const Capacity& m, const Actions& a)
     const double x = a.Mx == 0.0 ? 0.0 : Mrx > 0.0 ? std::fabs(a.Mx) / Mrx : INF;
     const double y = a.My == 0.0 ? 0.0 : Mry > 0.0 ? std::fabs(a.My) / Mry : INF;
     // With one moment alone its own ratio says how much is left; it cannot be less with both.
-    return x > 0.0 && y > 0.0 ? std::max({x, y, std::pow(x, z1) + std::pow(y, z2)}) : x + y;
+    return std::max({x, y, std::pow(x, z1) + std::pow(y, z2)});
 }
 
 Actions WithoutNoise(const Basis& b, Actions a)
@@ -234,25 +234,24 @@ Capacity MomentCapacity(const Basis& b, const Class& c, const Actions& a)
     const Section& s = b.s;
     const bool angle = s.shape == Shape::Angle;
     Capacity m;
-    double rhoX = HighShear(std::fabs(a.Vy), b.Pvy), rhoY = HighShear(std::fabs(a.Vx), b.Pvx);
+    const double rhoX = HighShear(std::fabs(a.Vy), b.Pvy), rhoY = HighShear(std::fabs(a.Vx), b.Pvx);
     m.lowShear = rhoX == 0.0 && rhoY == 0.0;
-    if (b.VwY > 0.0) rhoX = 0.0;
-    if (b.VwX > 0.0) rhoY = 0.0;
     m.Mcx = OneCapacity(b, c.pyrX, c.Wx, c.plasticX, ShearModulusX(s, b.p), angle ? b.p.Zu : b.p.Zx, rhoX);
     m.Mcy = OneCapacity(b, c.pyrY, c.Wy, c.plasticY, ShearModulusY(s, b.p), angle ? b.p.Zv : b.p.Zy, rhoY);
-    if (b.VwY > 0.0 && std::fabs(a.Vy) > 0.6 * b.VwY) {
-        m.flangesOnly = true;
+    if (b.VwY > 0.0 && std::fabs(a.Vy) > 0.6 * b.VwY && a.Mx != 0.0) {
+        m.flangesCarry = s.B * s.T + s.B2 * s.T2;
         m.lowShear = false;
         m.evaluated = !c.flangeSlender;
         const double weaker = s.shape == Shape::I ? std::min(s.B * s.T, s.B2 * s.T2) : s.B * s.T;
         const double hs = s.shape == Shape::Box ? s.D - s.T : b.p.hs;
-        m.Mcx = weaker * hs * b.steel.py;
+        m.Mcx = m.evaluated ? weaker * hs * b.steel.py : std::min(m.Mcx, weaker * hs * b.steel.py);
     }
-    if (b.VwX > 0.0 && std::fabs(a.Vx) > 0.6 * b.VwX) {
-        m.flangesOnly = true;
+    if (b.VwX > 0.0 && std::fabs(a.Vx) > 0.6 * b.VwX && a.My != 0.0) {
+        m.flangesCarry = std::min(m.flangesCarry, 2.0 * s.D * s.t);
         m.lowShear = false;
         m.evaluated = m.evaluated && !c.flangeSlender;
-        m.Mcy = s.D * s.t * (s.B - s.t) * b.steel.py;
+        const double alone = s.D * s.t * (s.B - s.t) * b.steel.py;
+        m.Mcy = c.flangeSlender ? std::min(m.Mcy, alone) : alone;
     }
     return m;
 }
@@ -274,14 +273,15 @@ Local LocalAt(const Basis& b, const Actions& given)
     u.shearMinor = std::fabs(a.Vx) / b.Pvx;
     if (b.VwY > 0.0) u.shearBuckling = std::fabs(a.Vy) / b.VwY;
     if (b.VwX > 0.0) u.shearBuckling = std::max(u.shearBuckling, std::fabs(a.Vx) / b.VwX);
-    if (m.evaluated) {
-        u.momentMajor = Over(std::fabs(a.Mx), m.Mcx);
-        u.momentMinor = Over(std::fabs(a.My), m.Mcy);
-    }
+    u.momentMajor = Over(std::fabs(a.Mx), m.Mcx);
+    u.momentMinor = Over(std::fabs(a.My), m.Mcy);
     const int kinds = (a.F != 0.0) + (a.Mx != 0.0) + (a.My != 0.0);
-    if (kinds < 2 || !m.evaluated) return u;
-    double sum = u.tension + u.compression + u.momentMajor + u.momentMinor;
-    if (b.member.exact && DoublySymmetric(b.s) && c.cls <= 2 && m.lowShear)
+    if (kinds < 2) return u;
+    // Flanges that alone carry the moment carry the axial force too.
+    const double axial =
+        m.flangesCarry < INF ? std::fabs(a.F) / (b.steel.py * m.flangesCarry) : u.tension + u.compression;
+    double sum = axial + u.momentMajor + u.momentMinor;
+    if (b.member.exact && DoublySymmetric(b.s) && c.cls <= 2 && m.lowShear && u.tension + u.compression < 1.0)
         sum = std::max(u.tension + u.compression, ExactSum(b, m, a));
     (a.F > 0.0 ? u.combinedTension : u.combinedCompression) = sum;
     return u;
@@ -345,6 +345,15 @@ std::vector<double> Kinks(const Basis& b, int sub)
         add(q.Fz, k * b.Pvy), add(q.Fy, k * b.Pvx);
     add(q.Fz, 0.6 * b.VwY);
     add(q.Fy, 0.6 * b.VwX);
+    // Where a moment becomes more than noise.
+    const bool angle = b.s.shape == Shape::Angle;
+    const double noise = 1.000001e-6 * b.steel.py;
+    for (const double sign : {1.0, -1.0}) {
+        for (const double s : b.diagram.Reaching(Bending::Major, sub, sign * noise * (angle ? b.p.Zu : b.p.Zx)))
+            places.push_back(s);
+        for (const double s : b.diagram.Reaching(Bending::Minor, sub, sign * noise * (angle ? b.p.Zv : b.p.Zy)))
+            places.push_back(s);
+    }
     return places;
 }
 
@@ -366,7 +375,7 @@ double ClassKey(const Basis& b, int sub, double s)
 {
     const Actions a = WithoutNoise(b, ActionsAt(b, sub, s).front());
     const Class c = Classify(b.s, b.p, b.steel, a);
-    return c.pyrX * c.Wx + c.pyrY * c.Wy;
+    return (c.pyrX * c.Wx + c.pyrY * c.Wy) * (b.member.exact && c.cls > 2 ? 2.0 : 1.0);
 }
 
 /// Both sides of a sudden change of class between two places.

@@ -22,7 +22,7 @@ using Polygon = std::vector<Vertex>;
 /// A polygon whose corners are rounded by arcs that touch both sides.
 Polygon Rounded(const std::vector<Corner>& corners)
 {
-    const int steps = 32;
+    const int steps = 128;
     Polygon out;
     const std::size_t n = corners.size();
     for (std::size_t i = 0; i < n; ++i) {

@@ -63,6 +63,7 @@ namespace {
 struct Holder {
     double x = 0.0;
     std::vector<unsigned> restraints; ///< of the point and of the held lengths that touch it, each closed by itself
+    std::vector<double> middle;       ///< of the length that each of these is of, the point itself for the first
     bool support = false, end = false;
 };
 struct HeldLength {
@@ -123,6 +124,23 @@ private:
         return sign;
     }
 
+    /// The left end and the places where the moment changes its sign; one that rounding sets beside a zero is none.
+    std::vector<double> Contraflexures(int sub, double L) const
+    {
+        std::vector<double> edges{0.0};
+        const std::vector<double> zeros = m_b.diagram.Zeros(Bending::Major, sub);
+        const auto none = [&](double from, double to) {
+            for (const double s : {from, 0.5 * (from + to), to})
+                for (const double m : m_b.diagram.At(Bending::Major, sub, s))
+                    if (SignOf(m) != 0) return false;
+            return true;
+        };
+        for (std::size_t k = 0; k < zeros.size(); ++k)
+            if (!none(edges.back(), zeros[k]) && !none(zeros[k], k + 1 < zeros.size() ? zeros[k + 1] : L))
+                edges.push_back(zeros[k]);
+        return edges;
+    }
+
     void FindAlong()
     {
         const auto [below, above] = m_b.diagram.Largest(Bending::Major, m_start, m_end);
@@ -131,9 +149,7 @@ private:
             const double x0 = m_b.member.points[i].x, L = m_b.member.points[i + 1].x - x0;
             const unsigned bits = m_b.member.subs[i].bits;
             std::vector<double> edges{0.0};
-            if ((bits & RELATIVE) != 0)
-                for (const double z : m_b.diagram.Zeros(Bending::Major, static_cast<int>(i)))
-                    edges.push_back(z);
+            if ((bits & RELATIVE) != 0) edges = Contraflexures(static_cast<int>(i), L);
             edges.push_back(L);
             for (std::size_t k = 0; k + 1 < edges.size(); ++k) {
                 const double mid = 0.5 * (edges[k] + edges[k + 1]);
@@ -154,6 +170,7 @@ private:
             Holder h;
             h.x = points[j].x;
             h.restraints.push_back(Close(points[j].bits, SignAt(j)));
+            h.middle.push_back(h.x);
             h.support = Has(points[j].bits, Bits::MAJOR_SHEAR);
             h.end = j == 0 || j + 1 == points.size();
             m_holders.push_back(h);
@@ -170,6 +187,7 @@ private:
                     same = &m_holders.back();
                 }
                 same->restraints.push_back(along.bits);
+                same->middle.push_back(0.5 * (along.a + along.b));
             }
         std::sort(m_holders.begin(), m_holders.end(), [](const Holder& a, const Holder& b) { return a.x < b.x; });
     }
@@ -183,10 +201,12 @@ private:
     /// (an end of the member) that of the point.
     std::vector<unsigned> Holding(const Holder& h, int flange) const
     {
+        const bool atPoint = !h.restraints.empty() && h.middle.front() == h.x;
+        const unsigned point = atPoint ? h.restraints.front() : 0u;
         std::vector<unsigned> holding;
         for (const unsigned bits : h.restraints)
-            if (Has(bits, LATERAL[flange])) holding.push_back(Close(bits | h.restraints.front(), 0));
-        return holding.empty() ? std::vector<unsigned>{h.restraints.front()} : holding;
+            if (Has(bits, LATERAL[flange])) holding.push_back(Close(bits | point, 0));
+        return holding.empty() ? std::vector<unsigned>{point} : holding;
     }
     bool HeldBetween(int flange, double a, double b) const
     {
@@ -282,11 +302,12 @@ private:
     {
         std::vector<Holder> way = m_holders;
         if (!left) std::reverse(way.begin(), way.end());
-        const auto far = [&](double x) { return std::fabs(x - way.front().x); };
+        const double start = way.front().x;
+        const auto far = [&](double x) { return std::fabs(x - start); };
         double support = INF;
         for (const Holder& h : way)
             if (h.support) support = std::min(support, far(h.x));
-        const Holder& tip = way.front();
+        const Holder tip = way.front();
         // Held along its whole length.
         bool whole = true;
         for (const HeldLength& along : m_along) {
@@ -295,6 +316,13 @@ private:
         }
         if (whole) return;
         const bool fourth = Has(tip.restraints.front(), Bits::TORSION | LATERAL[flange]);
+        // Held lengths along the cantilever do not count, nor at its support.
+        for (Holder& h : way)
+            for (std::size_t k = h.restraints.size(); !fourth && k-- > 0;)
+                if (h.middle[k] != h.x && far(h.middle[k]) < support) {
+                    h.restraints.erase(h.restraints.begin() + static_cast<std::ptrdiff_t>(k));
+                    h.middle.erase(h.middle.begin() + static_cast<std::ptrdiff_t>(k));
+                }
         const Holder* to = nullptr;
         for (std::size_t k = 1; k < way.size(); ++k) {
             if (!Holds(way[k], flange)) continue;

@@ -108,6 +108,8 @@ public:
     std::vector<double> Extremes(Bending axis, int sub) const;
     /// Distances inside a sub-span at which the moment passes through zero.
     std::vector<double> Zeros(Bending axis, int sub) const;
+    /// Distances inside a sub-span at which the moment has this value.
+    std::vector<double> Reaching(Bending axis, int sub, double level) const;
     /// Largest moment of each sign over a length: first below zero (as a positive number), second above zero.
     std::pair<double, double> Largest(Bending axis, double a, double b) const;
     /// Whether every sub-span of the length balances.
@@ -180,7 +182,7 @@ struct Capacity {
     double Mcx = 0.0, Mcy = 0.0;
     bool evaluated = true;
     bool lowShear = true;
-    bool flangesOnly = false;
+    double flangesCarry = INF; ///< area of flanges that alone carry moment and axial force (4.4.4.2)
 };
 Capacity MomentCapacity(const Basis& b, const Class& c, const Actions& a);
 Local LocalAt(const Basis& b, const Actions& a);

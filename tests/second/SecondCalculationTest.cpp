@@ -35,6 +35,15 @@ double Module(const BS5950::CSteelMemberBS5950& member, std::initializer_list<Ru
     return most;
 }
 
+/// Whether the module says that it has no moment capacity for some place.
+bool NotEvaluated(const BS5950::CSteelMemberBS5950& member)
+{
+    const auto& entries = member.Checks().Entries();
+    return std::any_of(entries.begin(), entries.end(), [](const LedgerEntry& e) {
+        return (e.rule == Rule::MomentMajor || e.rule == Rule::MomentMinor) && e.status == CheckStatus::NotEvaluated;
+    });
+}
+
 struct Compared {
     const char* rule;
     double module, second;
@@ -58,6 +67,7 @@ std::vector<Compared> Compare(const BS5950::CSteelMemberBS5950& m, const Second:
             {"shear major", Module(m, {Rule::ShearMajor}), l.shearMajor},
             {"shear minor", Module(m, {Rule::ShearMinor}), l.shearMinor},
             {"shear buckling", Module(m, {Rule::ShearBuckling}), l.shearBuckling},
+            {"not evaluated", NotEvaluated(m) ? 1.0 : 0.0, l.notEvaluated ? 1.0 : 0.0},
             {"moment major", Module(m, {Rule::MomentMajor}), l.momentMajor},
             {"moment minor", Module(m, {Rule::MomentMinor}), l.momentMinor},
             {"combined local", std::max(alone, Module(m, {Rule::CombinedTension, Rule::CombinedCompression})),
@@ -96,7 +106,6 @@ void CheckOne(Second::Family family, std::uint64_t seed, Tally& tally, bool verb
     const Second::Findings second = Second::Check(made.member);
     bool differs = false;
     for (const Compared& c : Compare(member, second)) {
-        if (second.local.notEvaluated && (std::string(c.rule) == "moment major" || std::string(c.rule) == "moment minor" || std::string(c.rule) == "combined local")) continue;
         if (c.module != 0.0 || c.second != 0.0) ++tally.compared[c.rule];
         if (c.Agrees()) continue;
         differs = true;
@@ -145,11 +154,11 @@ double OpenShare(Second::Family family)
 {
     switch (family) {
     case Second::Family::RolledI:
-        return 0.014;
+        return 0.001;
     case Second::Family::PlateI:
-        return 0.065;
+        return 0.002;
     case Second::Family::UnequalI:
-        return 0.125;
+        return 0.016;
     case Second::Family::Channel:
         return 0.02;
     case Second::Family::Tee:

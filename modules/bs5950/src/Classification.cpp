@@ -57,9 +57,11 @@ public:
         ElementClass& stored = m_c.elements[static_cast<std::size_t>(m_c.count++)];
         stored = e;
         stored.cls = 1;
+        // By the last limit that is exceeded: under tension the limit of class 3 can lie below that of class 2, and what does not
+        // meet the former is slender.
         if (e.compressed)
-            for (const double limit : e.limit)
-                if (!(e.ratio <= limit * (1.0 + 1e-9))) ++stored.cls;
+            for (int i = 0; i < 3; ++i)
+                if (!(e.ratio <= e.limit[static_cast<std::size_t>(i)] * (1.0 + 1e-9))) stored.cls = i + 2;
         m_c.cls = std::max(m_c.cls, stored.cls);
         if (stored.cls == 4) (e.isWeb ? m_c.webSlender : m_c.flangeSlender) = true;
     }
@@ -116,7 +118,8 @@ void UnequalFlangeRatios(const SectionProperties& s, const Material& m, const Ac
     const double tension = topCompressed ? s.B2 * s.T2 : s.B * s.T;
     const double compression = topCompressed ? s.B * s.T : s.B2 * s.T2;
     c.r1 = LimitR1((-a.F + (tension - compression) * m.py) / web);
-    const double toCompressed = topCompressed ? s.D - s.T - s.r - s.cy : s.cy - s.T2 - s.r;
+    const double fillet = 0.5 * (s.D - s.T - s.T2 - s.d);
+    const double toCompressed = topCompressed ? s.D - s.T - fillet - s.cy : s.cy - s.T2 - fillet;
     const double toTension = s.d - toCompressed;
     const double axial = -a.F / s.A;
     const double bending = m.py - axial;
@@ -400,8 +403,12 @@ void SetSlender(const SectionProperties& s, const Material& m, const Actions& a,
     Actions y;
     y.My = nominal * s.Zy;
     const double present = area ? 1.0 : SlenderFactor(c);
-    c.pyMomentX = m.py * std::min(present, ReducedStrengthFactor(s, m, x));
-    c.pyMomentY = m.py * std::min(present, ReducedStrengthFactor(s, m, y));
+    // Without a moment its sign is not known either; what is there then is in the present stresses.
+    const auto factor = [&](double moment, const Actions& alone) {
+        return area || moment != 0.0 ? std::min(present, ReducedStrengthFactor(s, m, alone)) : present;
+    };
+    c.pyMomentX = m.py * factor(a.Mx, x);
+    c.pyMomentY = m.py * factor(a.My, y);
 }
 
 void SetModuli(const SectionProperties& s, const Material& m, const Actions& a, Classification& c)

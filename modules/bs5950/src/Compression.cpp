@@ -105,7 +105,7 @@ void CSteelMemberBS5950::SetCapacityRatios(SpanResult& span) const
         if (!(p.actions.F > 0.0)) return p.*utilisation;
         PositionResult alone = p;
         alone.actions.F = 0.0;
-        CrossSection(m_section, false, false, m_options.stiffenerSpacing).Evaluate(alone);
+        CrossSection(m_section, false, false, StiffenerSpacing(Axis::Y)).Evaluate(alone);
         return alone.*utilisation;
     };
     const auto ratio = [&](double PositionResult::*moment, double PositionResult::*utilisation) {

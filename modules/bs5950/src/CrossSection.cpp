@@ -19,6 +19,12 @@ void SetExponents(Shape shape, PositionResult& p)
 
 } // namespace
 
+bool IsLeftToSlenderFlanges(const PositionResult& p, Axis axis)
+{
+    const bool left = axis == Axis::X ? p.flangesOnly && p.momentMajor > 0.0 : p.flangesOnlyY && p.momentMinor > 0.0;
+    return left && !FlangesAloneMayCarryMoment(p.cls, axis);
+}
+
 int KindsOfAction(const PositionResult& p)
 {
     return (p.actions.F != 0.0) + (p.momentMajor != 0.0) + (p.momentMinor != 0.0);

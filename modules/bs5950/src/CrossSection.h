@@ -47,6 +47,8 @@ private:
     double m_Vw = 0.0, m_Vwx = 0.0; ///< 0 where shear buckling need not be checked
 };
 
+/// Whether clause 4.4.4.2 b leaves the moment about an axis to slender flanges, which have no capacity for it.
+bool IsLeftToSlenderFlanges(const PositionResult& p, Axis axis);
 /// How many of axial force and moments about both axes act together.
 int KindsOfAction(const PositionResult& p);
 /// Of the rule that combines them.

@@ -135,44 +135,71 @@ bool CSteelMemberBS5950::IsUnsupportedEnd(const StretchEnd& end) const
 // Clause 4.3.5.2: the row with nominal torsional restraint is for a beam that goes on past the restraint or whose
 // support holds it against rotation by itself (4.2.2). A support of which no torsional restraint of any kind is known
 // gives no such row.
-bool CSteelMemberBS5950::IsNominalRowRefused(const StretchEnd& end) const
+bool CSteelMemberBS5950::IsNominalRowRefused(const StretchEnd& end, Flange flange) const
 {
     if (end.point < 0) return false;
     const int last = static_cast<int>(MemberPoints().size()) - 1;
     const bool support =
         end.point == 0 || end.point == last || PointRestraint(end.point).IsRestrained(CRestraint::MAJOR_SHEAR, false);
-    return support &&
-           end.restraint.IsFree(CRestraint::TORSION | CRestraint::TORSION_PART | CRestraint::TORSION_FRICTION, true);
+    return support && end.ofFlange[Index(flange)].IsFree(
+                          CRestraint::TORSION | CRestraint::TORSION_PART | CRestraint::TORSION_FRICTION, true);
 }
 
-// Effective length of the stretch for each flange that is compressed; the longer one counts.
+bool CSteelMemberBS5950::HasVerticalSupport(const SpanResult& span) const
+{
+    for (int i = span.left; i <= span.right; ++i) {
+        const double x = MemberPoints()[static_cast<std::size_t>(i)].GetPos();
+        if (x >= span.start && x <= span.end && PointRestraint(i).IsRestrained(CRestraint::MAJOR_SHEAR, false))
+            return true;
+    }
+    return false;
+}
+
+// Table 14 for a stretch that reaches from a tip to a vertical support. The longer one of two tips counts.
+double CSteelMemberBS5950::CantileverLength(SpanResult& span, Flange flange) const
+{
+    const CCodeShare rules(Result());
+    const Design::MomentDiagram& moments = MomentsX(span.turned);
+    const auto sense = flange == Flange::First ? CCodeShare::LT_COMP_FLANGE1 : CCodeShare::LT_COMP_FLANGE2;
+    double longest = 0.0;
+    for (const bool left : {true, false}) {
+        const StretchEnd& end = left ? span.from : span.to;
+        if (end.kind != EndKind::Tip) continue;
+        const double moment = (left ? moments.RightOf(span.start) : moments.LeftOf(span.end)).Worst();
+        CRestraint tip = end.ofFlange[Index(flange)];
+        tip.SetForcesAndMoments({0.0, 0.0, 0.0}, {0.0, moment, 0.0}, true);
+        const CRestraint& support = (left ? span.to : span.from).ofFlange[Index(flange)];
+        const double LE = rules.BS5950_1_2000_Table14(span.end - span.start, sense, support, tip, span.destabilising);
+        if (LE < longest) continue;
+        longest = LE;
+        span.tipMoment = moment;
+    }
+    return longest;
+}
+
+// Effective length of the stretch for each flange that is compressed; the longer one counts. With a tip that is held in the fourth
+// way of Table 14 the restraints between it and the support count (4.3.5.5): a stretch that ends before the support is a length
+// between two sections that hold the flange, by Table 13.
 void CSteelMemberBS5950::SetLateralLength(SpanResult& span)
 {
     if (span.overridden) return;
-    const double L = span.end - span.start;
     const CCodeShare rules(Result());
-    const bool tipLeft = span.from.kind == EndKind::Tip;
-    const StretchEnd& support = tipLeft ? span.to : span.from;
-    CRestraint tip = tipLeft ? span.from.restraint : span.to.restraint;
-    if (span.cantilever) {
-        const Design::MomentDiagram& moments = MomentsX(span.turned);
-        span.tipMoment = (tipLeft ? moments.RightOf(span.start) : moments.LeftOf(span.end)).Worst();
-        tip.SetForcesAndMoments({0.0, 0.0, 0.0}, {0.0, span.tipMoment, 0.0}, true);
-        span.lengthRule = L"Table 14, cantilever";
-    } else {
-        if (IsUnsupportedEnd(span.from) || IsUnsupportedEnd(span.to))
-            Assume(L"vertical support",
-                   L"an end without major axis shear restraint is taken as supported, not as a tip", std::nan(""));
-        span.lengthRule = L"Table 13";
-    }
+    const bool table14 = span.cantilever && HasVerticalSupport(span);
+    if (!span.cantilever && (IsUnsupportedEnd(span.from) || IsUnsupportedEnd(span.to)))
+        Assume(L"vertical support", L"an end without major axis shear restraint is taken as supported, not as a tip",
+               std::nan(""));
+    span.lengthRule = table14           ? L"Table 14, cantilever"
+                      : span.cantilever ? L"Table 13, cantilever with restraints up to its tip (4.3.5.5)"
+                                        : L"Table 13";
     for (const Flange f : FLANGES) {
         if (!span.compressed[Index(f)]) continue;
         const auto sense = f == Flange::First ? CCodeShare::LT_COMP_FLANGE1 : CCodeShare::LT_COMP_FLANGE2;
-        const double LE =
-            span.cantilever ? rules.BS5950_1_2000_Table14(L, sense, support.restraint, tip, span.destabilising)
-                            : rules.BS5950_1_2000_Table13(L, m_section.Properties().D, sense, span.from.restraint,
-                                                          span.to.restraint, span.destabilising,
-                                                          IsNominalRowRefused(span.from), IsNominalRowRefused(span.to));
+        const double LE = table14
+                              ? CantileverLength(span, f)
+                              : rules.BS5950_1_2000_Table13(span.end - span.start, m_section.Properties().D, sense,
+                                                            span.from.ofFlange[Index(f)], span.to.ofFlange[Index(f)],
+                                                            span.destabilising, IsNominalRowRefused(span.from, f),
+                                                            IsNominalRowRefused(span.to, f));
         span.LE = std::max(span.LE, LE);
     }
 }

@@ -15,6 +15,7 @@ namespace {
 const wchar_t* PlaceName(const PositionResult& p)
 {
     if (p.place != Place::Inside) return p.place == Place::LeftEnd ? L"left end" : L"right end";
+    if (p.found == Found::RuleNotEvaluated) return L"high shear beside a slender flange";
     return p.found == Found::Extreme ? L"zero shear" : L"largest utilisation inside";
 }
 

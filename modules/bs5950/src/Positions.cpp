@@ -263,6 +263,7 @@ PositionFinder::Sample PositionFinder::Evaluate(double s) const
     sample.value = Measures(p);
     sample.sumOfRatios = p.Mrx == 0.0;
     sample.capacities = {p.Pz, p.Mcx, p.Mcy};
+    sample.open = {IsLeftToSlenderFlanges(p, Axis::X), IsLeftToSlenderFlanges(p, Axis::Y)};
     return sample;
 }
 
@@ -270,12 +271,28 @@ void PositionFinder::Take(const Sample& sample)
 {
     for (std::size_t i = 0; i < MEASURES; ++i)
         if (sample.value[i] > m_best[i].value[i]) m_best[i] = sample;
+    for (std::size_t axis = 0; axis < 2; ++axis)
+        if (sample.open[axis] && m_open[axis] < 0.0) m_open[axis] = sample.s;
+}
+
+// A rule that cannot be evaluated somewhere between the positions has to be known, however small the utilisation there.
+void PositionFinder::AddOpenPlaces(std::vector<PositionResult>& positions, std::size_t first) const
+{
+    for (const Axis axis : {Axis::X, Axis::Y}) {
+        const double s = m_open[axis == Axis::X ? 0 : 1];
+        const auto known = std::any_of(positions.begin() + static_cast<std::ptrdiff_t>(first), positions.end(),
+                                       [axis](const PositionResult& p) { return IsLeftToSlenderFlanges(p, axis); });
+        if (s < 0.0 || known) continue;
+        positions.push_back(Position(s, Place::Inside));
+        positions.back().found = Found::RuleNotEvaluated;
+    }
 }
 
 // Searches the whole sub-span, and makes a position of each place where a utilisation exceeds all that is known.
 void PositionFinder::Search(std::vector<PositionResult>& positions, std::size_t first)
 {
     m_best = {};
+    m_open = {-1.0, -1.0};
     for (std::size_t i = first; i < positions.size(); ++i) {
         const PositionResult& p = positions[i];
         Sample known;
@@ -294,6 +311,7 @@ void PositionFinder::Search(std::vector<PositionResult>& positions, std::size_t 
         positions.push_back(Position(s, Place::Inside));
         positions.back().found = Found::LargestUtilisation;
     }
+    AddOpenPlaces(positions, first);
 }
 
 void PositionFinder::AddRoots(const Parabola& curve, double level)

@@ -44,7 +44,8 @@ private:
         std::uint64_t branch = 0;
         std::array<double, MEASURES> value{};
         std::array<double, 3> capacities{};
-        bool sumOfRatios = true; ///< not the more exact rule
+        bool sumOfRatios = true;    ///< not the more exact rule
+        std::array<bool, 2> open{}; ///< a rule about x-x or y-y that cannot be evaluated
     };
 
     void FindReading(std::vector<PositionResult>& positions);
@@ -61,6 +62,7 @@ private:
     void SearchRun(const Sample& from, const Sample& to);
     void RefineMaximum(std::size_t measure, const std::array<const Sample*, 3>& near, bool atEnd, bool parabolic);
     void Take(const Sample& sample);
+    void AddOpenPlaces(std::vector<PositionResult>& positions, std::size_t first) const;
 
     const CrossSection& m_section;
     const Design::MomentDiagram& m_major;
@@ -73,6 +75,7 @@ private:
     Design::Parabola m_first, m_second; ///< moments that are compared with Mcx and Mcy
     std::vector<double> m_breaks;
     std::array<Sample, MEASURES> m_best;
+    std::array<double, 2> m_open{}; ///< place where a rule about x-x or y-y cannot be evaluated; below 0: none
 };
 
 } // namespace Keltrix::BS5950

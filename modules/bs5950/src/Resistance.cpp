@@ -227,9 +227,10 @@ StrutCurve Table23(const SectionProperties& s, Axis axis)
 {
     constexpr double a = 2.0, b = 3.5, c = 5.5, d = 8.0;
     const bool x = axis == Axis::X;
-    const auto pick = [&](double upTo, double above) {
-        const double thickness = std::max(s.T, s.T2) * (1.0 - 1e-12);
-        return StrutCurve{upTo, above, thickness <= 0.040 ? 0.0 : thickness < 0.050 ? 0.5 : 1.0};
+    const auto pick = [&](double upTo, double above) { // by the maximum thickness, that of a web too
+        const double thickness = s.thickest;
+        const double over = thickness <= 0.040 * (1.0 + 1e-9) ? 0.0 : thickness < 0.050 * (1.0 - 1e-9) ? 0.5 : 1.0;
+        return StrutCurve{upTo, above, over};
     };
     switch (s.shape) {
     case Shape::I:

@@ -94,15 +94,16 @@ SectionProperties Outline(const CSecComp& component, Shape shape)
     return s;
 }
 
-// Figure 5: widths and depths of the elements. Footnote of Table 12 for hollow sections: 3t off for hot finished, 5t
-// for cold formed; the clear width for welded boxes.
+// Figure 5: widths and depths of the elements. A welded web is the clear depth between the flanges, as in 4.2.3 and 4.5.2.1: a
+// root radius, such as that of a rolled section taken as welded, does not shorten it. Footnote of Table 12 for hollow sections: 3t
+// off for hot finished, 5t for cold formed; the clear width for welded boxes.
 void SetElementWidths(SectionProperties& s)
 {
     const bool welded = s.IsWelded();
     switch (s.shape) {
     case Shape::I:
     case Shape::UnequalI:
-        s.d = s.D - s.T - s.T2 - 2.0 * s.r;
+        s.d = s.D - s.T - s.T2 - (welded ? 0.0 : 2.0 * s.r);
         s.b = welded ? 0.5 * (s.B - s.t) : 0.5 * s.B;
         s.b2 = welded ? 0.5 * (s.B2 - s.t) : 0.5 * s.B2;
         break;

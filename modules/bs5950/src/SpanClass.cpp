@@ -120,11 +120,12 @@ private:
         const auto at = [&](double s) {
             const double M = m_majorCurve.At(s);
             const double least = Nominal(m_of.m_section.Zx);
+            const double side = std::max(std::abs(m_minorCurve.At(s)), Nominal(m_of.m_section.Zy));
             Accumulate({AxialAt(s, compressed),
                         sign == 0          ? 0.0
                         : M * sign < least ? sign * least
                                            : M,
-                        bentY ? m_minorCurve.At(s) : 0.0, 0.0, 0.0, 0.0});
+                        bentY ? side : 0.0, 0.0, 0.0, 0.0});
         };
         at(from);
         at(to);

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "CrossSection.h"
 #include "LocalEntry.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
 #include "keltrix/design/Stretches.h"
@@ -63,11 +64,8 @@ void CSteelMemberBS5950::RecordSlenderFlanges()
 {
     for (const Axis axis : {Axis::X, Axis::Y}) {
         const bool x = axis == Axis::X;
-        const auto open = [&](const PositionResult& p) {
-            return (x ? p.flangesOnly && p.momentMajor > 0.0 : p.flangesOnlyY && p.momentMinor > 0.0) &&
-                   !FlangesAloneMayCarryMoment(p.cls, axis);
-        };
-        const auto p = std::find_if(m_positions.begin(), m_positions.end(), open);
+        const auto p = std::find_if(m_positions.begin(), m_positions.end(),
+                                    [axis](const PositionResult& q) { return IsLeftToSlenderFlanges(q, axis); });
         if (p == m_positions.end()) continue;
         LedgerEntry e = EntryOf(x ? Rule::MomentMajor : Rule::MomentMinor);
         e.clause = L"4.4.4.2";

@@ -32,6 +32,9 @@ struct StretchEnd {
     /// in terms of flange 1 and 2 alone: compression- and tension-flange bits are translated by the moment at the place and
     /// taken off, so that the set means the same whichever flange a rule asks of. Load height of the point.
     Data::CRestraint restraint;
+    /// The same for flange 1 and for flange 2 of the stretch by itself: a restraint along the member counts for the flange
+    /// that it holds, whether or not the stretches of both flanges have the same ends.
+    std::array<Data::CRestraint, 2> ofFlange;
 };
 
 /// A length of the member between neighbouring sections that hold a flange laterally.

@@ -20,7 +20,7 @@ namespace Keltrix::BS5950 {
 enum class Place { LeftEnd, Inside, RightEnd };
 /// Why a place is a position: an end of a sub-span, an extreme of a moment, or the place inside a sub-span where a utilisation
 /// is larger than at all of those.
-enum class Found { End, Extreme, LargestUtilisation };
+enum class Found { End, Extreme, LargestUtilisation, RuleNotEvaluated };
 /// Which moment was taken where the forces of a sub-span do not balance: the one that follows from the left end and the
 /// shears, the one that follows from the right end, or the straight line between the end moments.
 enum class Reading { Diagram, FromLeft, FromRight, Straight };
@@ -341,7 +341,9 @@ private:
     bool PointHeld(BucklingMode mode, int point) const;
     bool SubSpanHeld(BucklingMode mode, int subSpan) const;
     bool IsUnsupportedEnd(const Design::StretchEnd& end) const;
-    bool IsNominalRowRefused(const Design::StretchEnd& end) const;
+    bool IsNominalRowRefused(const Design::StretchEnd& end, Design::Flange flange) const;
+    bool HasVerticalSupport(const SpanResult& span) const;
+    double CantileverLength(SpanResult& span, Design::Flange flange) const;
     bool IsEccentricStrut() const;
     double Factor(double computed, double least) const;
     /// Moments about the axes of the buckling checks: x-x and y-y, or u-u and v-v of an angle.
