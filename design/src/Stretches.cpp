@@ -1,7 +1,9 @@
 #include "keltrix/design/Stretches.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <utility>
 
 namespace Keltrix::Design {
 
@@ -14,6 +16,14 @@ namespace {
 constexpr unsigned int BY_MOMENT = CRestraint::COMP_FLANGE_LATERAL | CRestraint::TENS_FLANGE_LATERAL |
                                    CRestraint::COMP_FLANGE_WARPING | CRestraint::TENS_FLANGE_WARPING |
                                    CRestraint::COMP_FLANGE_WARPING_PART | CRestraint::TENS_FLANGE_WARPING_PART;
+// Compression and tension flange, and both flanges by their numbers.
+constexpr std::array<std::pair<unsigned int, unsigned int>, 3> PAIRS{
+    {{CRestraint::COMP_FLANGE_LATERAL | CRestraint::TENS_FLANGE_LATERAL,
+      CRestraint::FLANGE1_LATERAL | CRestraint::FLANGE2_LATERAL},
+     {CRestraint::COMP_FLANGE_WARPING | CRestraint::TENS_FLANGE_WARPING,
+      CRestraint::FLANGE1_WARPING | CRestraint::FLANGE2_WARPING},
+     {CRestraint::COMP_FLANGE_WARPING_PART | CRestraint::TENS_FLANGE_WARPING_PART,
+      CRestraint::FLANGE1_WARPING_PART | CRestraint::FLANGE2_WARPING_PART}}};
 // Share of the member's largest moment below which the sign of a moment means nothing.
 constexpr double NO_MOMENT = 1e-9;
 // Share of a sub-span within which a contraflexure counts as its end.
@@ -189,7 +199,8 @@ private:
         end.restraint = place.restraint;
         const Place* outside = isLeft ? (i > 0 ? &m_places[i - 1] : nullptr) : (i < last ? &place : nullptr);
         const bool edge = outside && outside->heldAlong[f];
-        if (edge) end.restraint = Resolved(Together(end.restraint, outside->along), 0);
+        // What holds the section is the restraint at its point and along the neighbouring piece together.
+        if (outside) end.restraint = Resolved(Together(end.restraint, outside->along), 0);
         if (i == 0 ? m_leftTip : i == last && m_rightTip)
             end.kind = EndKind::Tip;
         else if (place.holds[f])
@@ -272,6 +283,9 @@ CRestraint Resolved(const CRestraint& restraint, int momentSign)
 {
     CRestraint resolved = restraint;
     resolved.ClearForcesAndMoments();
+    // Whichever flange is compressed, both are held.
+    for (const auto& [byMoment, flanges] : PAIRS)
+        if (resolved.IsRestrained(byMoment, false)) resolved.Add(flanges);
     if (momentSign != 0)
         resolved.SetForcesAndMoments({0.0, 0.0, 0.0}, {0.0, static_cast<double>(momentSign), 0.0}, true);
     resolved.MakeConsistent();

@@ -114,7 +114,7 @@ double ShearModulusY(const Section& s, const Properties& p)
     case Shape::I:
         return 0.9 * 0.25 * (s.T * s.B * s.B + s.T2 * s.B2 * s.B2);
     case Shape::Channel:
-        return p.Sy - 0.25 * s.D * s.t * s.t;
+        return p.Sy; // the web has a part in carrying it: all is lost at full shear
     case Shape::Tee:
         return 0.9 * 0.25 * s.T * s.B * s.B;
     case Shape::Angle:
@@ -180,8 +180,8 @@ double ExactSum(const Basis& b, const Capacity& m, const Actions& a)
     if (s.shape == Shape::Box) z1 = z2 = 5.0 / 3.0;
     const double x = a.Mx == 0.0 ? 0.0 : Mrx > 0.0 ? std::fabs(a.Mx) / Mrx : INF;
     const double y = a.My == 0.0 ? 0.0 : Mry > 0.0 ? std::fabs(a.My) / Mry : INF;
-    // With one moment alone its own ratio says how much is left; it cannot be less with both.
-    return x > 0.0 && y > 0.0 ? std::max({x, y, std::pow(x, z1) + std::pow(y, z2)}) : x + y;
+    // One moment alone has its own ratio; the sum of powers lies below it as long as there is something left.
+    return std::max({x, y, std::pow(x, z1) + std::pow(y, z2)});
 }
 
 Actions WithoutNoise(const Basis& b, Actions a)
@@ -247,12 +247,15 @@ Capacity MomentCapacity(const Basis& b, const Class& c, const Actions& a)
         const double weaker = s.shape == Shape::I ? std::min(s.B * s.T, s.B2 * s.T2) : s.B * s.T;
         const double hs = s.shape == Shape::Box ? s.D - s.T : b.p.hs;
         m.Mcx = weaker * hs * b.steel.py;
+        if (a.Mx != 0.0) m.flangeArea = s.B * s.T + (s.shape == Shape::I ? s.B2 * s.T2 : s.B * s.T);
     }
     if (b.VwX > 0.0 && std::fabs(a.Vx) > 0.6 * b.VwX) {
         m.flangesOnly = true;
         m.lowShear = false;
         m.evaluated = m.evaluated && !c.flangeSlender;
         m.Mcy = s.D * s.t * (s.B - s.t) * b.steel.py;
+        const double walls = 2.0 * s.D * s.t;
+        if (a.My != 0.0) m.flangeArea = m.flangeArea > 0.0 ? std::min(m.flangeArea, walls) : walls;
     }
     return m;
 }
@@ -280,8 +283,11 @@ Local LocalAt(const Basis& b, const Actions& given)
     }
     const int kinds = (a.F != 0.0) + (a.Mx != 0.0) + (a.My != 0.0);
     if (kinds < 2 || !m.evaluated) return u;
-    double sum = u.tension + u.compression + u.momentMajor + u.momentMinor;
-    if (b.member.exact && DoublySymmetric(b.s) && c.cls <= 2 && m.lowShear)
+    double axial = u.tension + u.compression;
+    if (m.flangeArea > 0.0) axial = std::fabs(a.F) / (m.flangeArea * b.steel.py); // a web in high shear carries no axial force
+    double sum = axial + u.momentMajor + u.momentMinor;
+    // From the squash load on there is no reduced moment capacity.
+    if (b.member.exact && DoublySymmetric(b.s) && c.cls <= 2 && m.lowShear && u.tension + u.compression < 1.0)
         sum = std::max(u.tension + u.compression, ExactSum(b, m, a));
     (a.F > 0.0 ? u.combinedTension : u.combinedCompression) = sum;
     return u;
@@ -312,6 +318,9 @@ std::vector<double> Places(const Basis& b, int sub)
             places.push_back(s);
     for (int k = 1; k < 12; ++k)
         places.push_back(L * k / 12.0);
+    if (b.s.shape == Shape::Box) // walls are flange or web by the axis of bending
+        for (const double s : b.diagram.Zeros(Bending::Minor, sub))
+            places.push_back(s);
     std::sort(places.begin(), places.end());
     return places;
 }
@@ -362,21 +371,21 @@ double Refined(const Basis& b, int sub, double low, double high, double Local::*
 }
 
 /// What changes suddenly where the class changes.
-double ClassKey(const Basis& b, int sub, double s)
+double ClassKey(const Basis& b, int sub, double s, std::size_t reading)
 {
-    const Actions a = WithoutNoise(b, ActionsAt(b, sub, s).front());
+    const Actions a = WithoutNoise(b, ActionsAt(b, sub, s)[reading]);
     const Class c = Classify(b.s, b.p, b.steel, a);
     return c.pyrX * c.Wx + c.pyrY * c.Wy;
 }
 
 /// Both sides of a sudden change of class between two places.
-Local AtJump(const Basis& b, int sub, double low, double high)
+Local AtJump(const Basis& b, int sub, double low, double high, std::size_t reading)
 {
-    const double first = ClassKey(b, sub, low), last = ClassKey(b, sub, high);
+    const double first = ClassKey(b, sub, low, reading), last = ClassKey(b, sub, high, reading);
     Local worst;
     if (std::fabs(first - last) <= 0.002 * std::max(first, last)) return worst;
     for (int i = 0; i < 30; ++i) {
-        const double mid = 0.5 * (low + high), key = ClassKey(b, sub, mid);
+        const double mid = 0.5 * (low + high), key = ClassKey(b, sub, mid, reading);
         (std::fabs(key - first) < std::fabs(key - last) ? low : high) = mid;
     }
     worst.Raise(WorstAt(b, sub, low));
@@ -403,8 +412,10 @@ Local CheckLocal(const Basis& b)
             found.push_back(WorstAt(b, sub, s));
             worst.Raise(found.back());
         }
+        const std::size_t readings = ActionsAt(b, sub, 0.0).size();
         for (std::size_t k = 0; k + 1 < places.size(); ++k)
-            if (places[k + 1] > places[k]) worst.Raise(AtJump(b, sub, places[k], places[k + 1]));
+            for (std::size_t reading = 0; reading < readings && places[k + 1] > places[k]; ++reading)
+                worst.Raise(AtJump(b, sub, places[k], places[k + 1], reading));
         for (double Local::*u :
              {&Local::momentMajor, &Local::momentMinor, &Local::combinedTension, &Local::combinedCompression}) {
             std::size_t best = 0;

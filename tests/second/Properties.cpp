@@ -22,7 +22,7 @@ using Polygon = std::vector<Vertex>;
 /// A polygon whose corners are rounded by arcs that touch both sides.
 Polygon Rounded(const std::vector<Corner>& corners)
 {
-    const int steps = 32;
+    const int steps = 128;
     Polygon out;
     const std::size_t n = corners.size();
     for (std::size_t i = 0; i < n; ++i) {
@@ -289,9 +289,8 @@ double TorsionOpen(const Section& s)
         return J;
     }
     default: {
-        double J = (s.D + s.B - t) * Cube(t) / 3.0;
-        if (fillet) J += JunctionAngle(t, r) - 0.21 * std::pow(t, 4);
-        return J;
+        // The two free ends take away more than a junction without fillet adds.
+        return (s.D + s.B - t) * Cube(t) / 3.0 + JunctionAngle(t, r) - 0.21 * std::pow(t, 4);
     }
     }
 }

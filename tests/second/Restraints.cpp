@@ -62,7 +62,7 @@ namespace {
 /// A section at which something is said about the flange: a member point or the edge of a held length.
 struct Holder {
     double x = 0.0;
-    std::vector<unsigned> restraints; ///< of the point and of the held lengths that touch it, each closed by itself
+    unsigned point = 0, left = 0, right = 0; ///< closed: of the point, and along the member on its two sides
     bool support = false, end = false;
 };
 struct HeldLength {
@@ -153,7 +153,7 @@ private:
         for (std::size_t j = 0; j < points.size(); ++j) {
             Holder h;
             h.x = points[j].x;
-            h.restraints.push_back(Close(points[j].bits, SignAt(j)));
+            h.point = Close(points[j].bits, SignAt(j));
             h.support = Has(points[j].bits, Bits::MAJOR_SHEAR);
             h.end = j == 0 || j + 1 == points.size();
             m_holders.push_back(h);
@@ -169,24 +169,19 @@ private:
                     m_holders.push_back(h);
                     same = &m_holders.back();
                 }
-                same->restraints.push_back(along.bits);
+                (x == along.a ? same->right : same->left) = along.bits;
             }
         std::sort(m_holders.begin(), m_holders.end(), [](const Holder& a, const Holder& b) { return a.x < b.x; });
     }
 
-    bool Holds(const Holder& h, int flange) const
+    static bool Holds(const Holder& h, int flange)
     {
-        return std::any_of(h.restraints.begin(), h.restraints.end(),
-                           [&](unsigned bits) { return Has(bits, LATERAL[flange]); });
+        return Has(h.point, LATERAL[flange]) || Has(h.left, LATERAL[flange]) || Has(h.right, LATERAL[flange]);
     }
-    /// The restraints of a section that hold the flange, those of a held length together with its point; where none does
-    /// (an end of the member) that of the point.
-    std::vector<unsigned> Holding(const Holder& h, int flange) const
+    /// What holds the section at an end of a stretch: its point, and the restraint along the member beyond the end.
+    static unsigned Holding(const Holder& h, bool stretchGoesLeft)
     {
-        std::vector<unsigned> holding;
-        for (const unsigned bits : h.restraints)
-            if (Has(bits, LATERAL[flange])) holding.push_back(Close(bits | h.restraints.front(), 0));
-        return holding.empty() ? std::vector<unsigned>{h.restraints.front()} : holding;
+        return Close(h.point | (stretchGoesLeft ? h.right : h.left), 0);
     }
     bool HeldBetween(int flange, double a, double b) const
     {
@@ -221,12 +216,9 @@ private:
     }
 
     /// Table 13 for one end: the length is k L + 2D or infinite.
-    double Table13(int flange, const Holder& h, double L, bool destabilising) const
+    double Table13(int flange, const Holder& h, bool atLeft, double L, bool destabilising) const
     {
-        double best = INF;
-        for (const unsigned bits : Holding(h, flange))
-            best = std::min(best, Table13(flange, bits, h.support || h.end, L, destabilising));
-        return best;
+        return Table13(flange, Holding(h, !atLeft), h.support || h.end, L, destabilising);
     }
     double Table13(int flange, unsigned bits, bool supported, double L, bool destabilising) const
     {
@@ -246,15 +238,7 @@ private:
         return INF;
     }
 
-    /// Table 14 with the increase for a moment at the tip.
-    double Table14(int flange, const Holder& support, const Holder& tip, double L, bool destabilising,
-                   double tipMoment) const
-    {
-        double best = INF;
-        for (const unsigned bits : Holding(support, flange))
-            best = std::min(best, Table14(flange, bits, tip.restraints.front(), L, destabilising, tipMoment));
-        return best;
-    }
+    /// Table 14 with the increase for a moment at the tip, for a stretch between the tip and another section.
     double Table14(int flange, unsigned support, unsigned tip, double L, bool destabilising, double tipMoment) const
     {
         static const double normal[4][4] = {
@@ -294,15 +278,11 @@ private:
             if (inside && !Has(along.bits, LATERAL[flange])) whole = false;
         }
         if (whole) return;
-        const bool fourth = Has(tip.restraints.front(), Bits::TORSION | LATERAL[flange]);
+        // The fourth kind of tip: the restraints in between count, and AddBetween divides the cantilever there.
+        if (Has(tip.point, Bits::TORSION | LATERAL[flange])) return;
         const Holder* to = nullptr;
-        for (std::size_t k = 1; k < way.size(); ++k) {
-            if (!Holds(way[k], flange)) continue;
-            if (!fourth && far(way[k].x) < support - m_tol) continue;
-            to = &way[k];
-            break;
-        }
-        if (fourth && to && far(to->x) < support - m_tol) return; // divided by restraints: Table 13
+        for (std::size_t k = 1; k < way.size() && !to; ++k)
+            if (far(way[k].x) > support - m_tol && Has(Holding(way[k], left), LATERAL[flange])) to = &way[k];
         Stretch s;
         const Holder& stop = to ? *to : way.back();
         const double L = far(stop.x);
@@ -310,8 +290,7 @@ private:
         s.b = std::max(tip.x, stop.x);
         s.cantilever = true;
         s.destabilising = Destabilising(s.a, s.b);
-        const double moment = TipMoment(left);
-        s.LE = Table14(flange, stop, tip, L, s.destabilising, moment);
+        s.LE = Table14(flange, Holding(stop, left), tip.point, L, s.destabilising, TipMoment(left));
         s.compressed[flange] = true;
         all.push_back(s);
         edge = stop.x;
@@ -333,8 +312,13 @@ private:
                 s.b = h.x;
                 s.destabilising = Destabilising(s.a, s.b);
                 const double L = s.b - s.a;
-                s.LE = 0.5 * (Table13(flange, *before, L, s.destabilising) + Table13(flange, h, L, s.destabilising));
                 s.cantilever = ReachesTip(s);
+                const bool tipLeft = IsTip(0) && s.a < m_start + m_tol;
+                s.LE = 0.5 * (Table13(flange, *before, true, L, s.destabilising) +
+                              Table13(flange, h, false, L, s.destabilising));
+                if (s.cantilever)
+                    s.LE = Table14(flange, Holding(tipLeft ? h : *before, tipLeft), tipLeft ? before->point : h.point, L,
+                                   s.destabilising, TipMoment(tipLeft));
                 s.compressed[flange] = true;
                 all.push_back(s);
             }

@@ -181,6 +181,7 @@ struct Capacity {
     bool evaluated = true;
     bool lowShear = true;
     bool flangesOnly = false;
+    double flangeArea = 0.0; ///< that carries the axial force where the flanges alone carry a moment
 };
 Capacity MomentCapacity(const Basis& b, const Class& c, const Actions& a);
 Local LocalAt(const Basis& b, const Actions& a);

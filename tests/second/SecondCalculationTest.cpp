@@ -124,6 +124,14 @@ void CheckOne(Second::Family family, std::uint64_t seed, Tally& tally, bool verb
                             static_cast<int>(s.mode), s.start, s.end, s.LE, s.slenderness, s.strength, s.resistance,
                             s.effect, s.utilisation, s.m, s.myx, s.cls, s.Mx, s.My, s.continuous, s.cantilever,
                             s.destabilising);
+        if (std::getenv("SECOND_SPANS"))
+            for (const double side : {1.0, -1.0}) {
+                const Second::Basis basis(made.member, side);
+                for (const Second::Stretch& s : Second::StretchesOf(basis))
+                    std::printf("   second stretch side %g %g..%g LE %g flanges %d%d held %d cantilever %d dest %d\n", side,
+                                s.a, s.b, s.LE, s.compressed[0], s.compressed[1], s.held, s.cantilever,
+                                s.destabilising);
+            }
         if (std::getenv("SECOND_POS"))
             for (const auto& q : member.Positions())
                 std::printf("   pos %.4g sub %d F %.5g Mx %.5g My %.5g Vy %.5g Vx %.5g cls %d Wx %.6g Wy %.6g Mcx %.6g "

@@ -228,7 +228,7 @@ StrutCurve Table23(const SectionProperties& s, Axis axis)
     constexpr double a = 2.0, b = 3.5, c = 5.5, d = 8.0;
     const bool x = axis == Axis::X;
     const auto pick = [&](double upTo, double above) {
-        const double thickness = std::max(s.T, s.T2) * (1.0 - 1e-12);
+        const double thickness = s.thickest * (1.0 - 1e-12);
         return StrutCurve{upTo, above, thickness <= 0.040 ? 0.0 : thickness < 0.050 ? 0.5 : 1.0};
     };
     switch (s.shape) {
@@ -399,13 +399,16 @@ bool CanBuckleLaterally(const SectionProperties& s)
     switch (s.shape) {
     case Shape::CHS:
         return false;
-    case Shape::RHS:
-        return s.D > s.B;
     case Shape::Angle:
         return true;
-    default:
-        return s.Ix > s.Iy;
+    default: // of square sections only rounding tells the axes apart
+        return s.Ix > s.Iy * (1.0 + 1e-9);
     }
+}
+
+bool IsWithinTable15(const SectionProperties& s, const Material& m, double slenderness)
+{
+    return s.shape == Shape::RHS && !s.IsWelded() && slenderness <= Table15(s.D / s.B, m.py);
 }
 
 double BetaW(const SectionProperties& s, const Classification& c)
@@ -443,7 +446,7 @@ double BucklingResistanceMoment(const SectionProperties& s, const Material& m, c
                                 bool flange1InCompression)
 {
     const SlendernessLT r = LateralTorsionalSlenderness(s, LE, BetaW(s, c), flange1InCompression);
-    if (s.shape == Shape::RHS && r.lambda <= Table15(s.D / s.B, c.pyMomentX)) return c.pyMomentX * c.Wx;
+    if (IsWithinTable15(s, m, r.lambda)) return c.pyMomentX * c.Wx;
     return BendingStrength(r.lambdaLT, c.pyMomentX, s.IsWelded(), m.E) * c.Wx;
 }
 
