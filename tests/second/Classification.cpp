@@ -286,8 +286,10 @@ void SetSlender(const Work& w, const std::vector<Plate>& all, const std::vector<
     c.Wx = s.shape == Shape::Angle ? p.Zu : p.Zx;
     c.Wy = s.shape == Shape::Angle ? p.Zv : p.Zy;
     c.plasticX = c.plasticY = false;
-    for (const Plate& plate : all)
+    for (const Plate& plate : x)
         c.flangeSlender = c.flangeSlender || (plate.flange && plate.Class() == 4);
+    for (const Plate& plate : y)
+        c.flangeSlenderY = c.flangeSlenderY || (plate.flange && plate.Class() == 4);
     c.pyrX = c.pyrY = c.pyAxial = ReductionBy(all, 0.0) * w.py;
     if ((s.shape == Shape::I && s.EqualFlanges()) || s.shape == Shape::Box) {
         // The compression goes by an effective area. In bending a web that is not slender in bending alone stays whole, and

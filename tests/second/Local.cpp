@@ -240,22 +240,25 @@ Capacity MomentCapacity(const Basis& b, const Class& c, const Actions& a)
     if (b.VwX > 0.0) rhoY = 0.0;
     m.Mcx = OneCapacity(b, c.pyrX, c.Wx, c.plasticX, ShearModulusX(s, b.p), angle ? b.p.Zu : b.p.Zx, rhoX);
     m.Mcy = OneCapacity(b, c.pyrY, c.Wy, c.plasticY, ShearModulusY(s, b.p), angle ? b.p.Zv : b.p.Zy, rhoY);
-    if (b.VwY > 0.0 && std::fabs(a.Vy) > 0.6 * b.VwY) {
+    if (b.VwY > 0.0 && std::fabs(a.Vy) > 0.6 * b.VwY && a.Mx != 0.0) {
         m.flangesOnly = true;
         m.lowShear = false;
         m.evaluated = !c.flangeSlender;
+        const double whole = m.Mcx;
         const double weaker = s.shape == Shape::I ? std::min(s.B * s.T, s.B2 * s.T2) : s.B * s.T;
         const double hs = s.shape == Shape::Box ? s.D - s.T : b.p.hs;
         m.Mcx = weaker * hs * b.steel.py;
-        if (a.Mx != 0.0) m.flangeArea = s.B * s.T + (s.shape == Shape::I ? s.B2 * s.T2 : s.B * s.T);
+        if (c.flangeSlender) m.Mcx = std::min(m.Mcx, whole); // neither is known to be there
+        m.flangeArea = s.B * s.T + (s.shape == Shape::I ? s.B2 * s.T2 : s.B * s.T);
     }
-    if (b.VwX > 0.0 && std::fabs(a.Vx) > 0.6 * b.VwX) {
+    if (b.VwX > 0.0 && std::fabs(a.Vx) > 0.6 * b.VwX && a.My != 0.0) {
         m.flangesOnly = true;
         m.lowShear = false;
-        m.evaluated = m.evaluated && !c.flangeSlender;
-        m.Mcy = s.D * s.t * (s.B - s.t) * b.steel.py;
+        m.evaluated = m.evaluated && !c.flangeSlenderY;
+        const double flanges = s.D * s.t * (s.B - s.t) * b.steel.py;
+        m.Mcy = c.flangeSlenderY ? std::min(flanges, m.Mcy) : flanges;
         const double walls = 2.0 * s.D * s.t;
-        if (a.My != 0.0) m.flangeArea = m.flangeArea > 0.0 ? std::min(m.flangeArea, walls) : walls;
+        m.flangeArea = m.flangeArea > 0.0 ? std::min(m.flangeArea, walls) : walls;
     }
     return m;
 }

@@ -22,7 +22,7 @@ using Polygon = std::vector<Vertex>;
 /// A polygon whose corners are rounded by arcs that touch both sides.
 Polygon Rounded(const std::vector<Corner>& corners)
 {
-    const int steps = 128;
+    const int steps = 32;
     Polygon out;
     const std::size_t n = corners.size();
     for (std::size_t i = 0; i < n; ++i) {
@@ -43,8 +43,10 @@ Polygon Rounded(const std::vector<Corner>& corners)
         if (sweep > PI) sweep -= 2.0 * PI;
         if (sweep < -PI) sweep += 2.0 * PI;
         for (int k = 0; k <= steps; ++k) {
-            const double a = a0 + sweep * k / steps;
-            out.push_back({cx + here.r * std::cos(a), cy + here.r * std::sin(a)});
+            // The chords lie a little outside the arc between its ends, so that they enclose its area.
+            const double a = a0 + sweep * k / steps, step = std::fabs(sweep) / steps;
+            const double r = here.r * (k == 0 || k == steps ? 1.0 : std::sqrt(step / std::sin(step)));
+            out.push_back({cx + r * std::cos(a), cy + r * std::sin(a)});
         }
     }
     return out;

@@ -282,7 +282,9 @@ private:
         if (Has(tip.point, Bits::TORSION | LATERAL[flange])) return;
         const Holder* to = nullptr;
         for (std::size_t k = 1; k < way.size() && !to; ++k)
-            if (far(way[k].x) > support - m_tol && Has(Holding(way[k], left), LATERAL[flange])) to = &way[k];
+            if (far(way[k].x) > support - m_tol && (Has(way[k].point, LATERAL[flange]) ||
+                                                     Has(left ? way[k].right : way[k].left, LATERAL[flange])))
+                to = &way[k];
         Stretch s;
         const Holder& stop = to ? *to : way.back();
         const double L = far(stop.x);
