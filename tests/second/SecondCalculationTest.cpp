@@ -170,15 +170,12 @@ double OpenShare(Second::Family family)
     case Second::Family::UnequalI:
         return 0.125;
     case Second::Family::Channel:
-        return 0.02;
     case Second::Family::Tee:
-        return 0.03;
     case Second::Family::Angle:
-        return 0.30;
     case Second::Family::Hollow:
-        return 0.035;
+        return 0.002;
     default:
-        return 0.04;
+        return 0.0;
     }
 }
 
