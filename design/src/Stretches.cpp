@@ -1,7 +1,9 @@
 #include "keltrix/design/Stretches.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <utility>
 
 namespace Keltrix::Design {
 
@@ -14,6 +16,14 @@ namespace {
 constexpr unsigned int BY_MOMENT = CRestraint::COMP_FLANGE_LATERAL | CRestraint::TENS_FLANGE_LATERAL |
                                    CRestraint::COMP_FLANGE_WARPING | CRestraint::TENS_FLANGE_WARPING |
                                    CRestraint::COMP_FLANGE_WARPING_PART | CRestraint::TENS_FLANGE_WARPING_PART;
+// Compression and tension flange, and both flanges by their numbers.
+constexpr std::array<std::pair<unsigned int, unsigned int>, 3> PAIRS{
+    {{CRestraint::COMP_FLANGE_LATERAL | CRestraint::TENS_FLANGE_LATERAL,
+      CRestraint::FLANGE1_LATERAL | CRestraint::FLANGE2_LATERAL},
+     {CRestraint::COMP_FLANGE_WARPING | CRestraint::TENS_FLANGE_WARPING,
+      CRestraint::FLANGE1_WARPING | CRestraint::FLANGE2_WARPING},
+     {CRestraint::COMP_FLANGE_WARPING_PART | CRestraint::TENS_FLANGE_WARPING_PART,
+      CRestraint::FLANGE1_WARPING_PART | CRestraint::FLANGE2_WARPING_PART}}};
 // Share of the member's largest moment below which the sign of a moment means nothing.
 constexpr double NO_MOMENT = 1e-9;
 // Share of a sub-span within which a contraflexure counts as its end.
@@ -288,6 +298,9 @@ CRestraint Resolved(const CRestraint& restraint, int momentSign)
 {
     CRestraint resolved = restraint;
     resolved.ClearForcesAndMoments();
+    // Whichever flange is compressed, both are held.
+    for (const auto& [byMoment, flanges] : PAIRS)
+        if (resolved.IsRestrained(byMoment, false)) resolved.Add(flanges);
     if (momentSign != 0)
         resolved.SetForcesAndMoments({0.0, 0.0, 0.0}, {0.0, static_cast<double>(momentSign), 0.0}, true);
     resolved.MakeConsistent();

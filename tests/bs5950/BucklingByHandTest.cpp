@@ -148,8 +148,8 @@ TEST(LateralByHand, RestraintsAlongACantileverWithAFreeTipDoNotCount)
 }
 
 // A tip that is held laterally and in torsion makes the restraint at midlength count (4.3.5.5). The half beside the tip is then a
-// length between two sections that hold both flanges: LE = 1.0*2 = 2.0 m by Table 13, not the 0.7*2 = 1.4 m that Table 14 has for a
-// cantilever of 2 m.
+// length between two sections that hold both flanges: LE = 1.0*2 = 2.0 m by Table 13, longer than the 0.7*2 = 1.4 m that Table 14
+// has for a cantilever of 2 m.
 TEST(LateralByHand, ALengthBesideAHeldTipIsNoCantileverByItself)
 {
     const wchar_t* const both = L"Top and Bottom flange lateral";

@@ -45,7 +45,7 @@ TEST(ShearBuckling, FailsABoxWhicheverWayItLies)
         bool isReported = false;
         for (const LedgerEntry& e : c.member.Checks().Entries())
             isReported = isReported || (e.rule == (across ? Rule::MomentMinor : Rule::MomentMajor) &&
-                            e.status == CheckStatus::NotEvaluated);
+                                        e.status == CheckStatus::NotEvaluated);
         EXPECT_TRUE(isReported) << across;
     }
 }

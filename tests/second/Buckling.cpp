@@ -247,7 +247,10 @@ public:
 
 private:
     /// A hollow section that does not buckle over this length is said to use its full moment.
-    bool IsUpright(const Lateral& l) const { return m_b.s.shape == Shape::Box && m_b.s.D > m_b.s.B && !l.stretch.held; }
+    bool IsUpright(const Lateral& l) const
+    {
+        return m_b.s.shape == Shape::Box && m_b.p.Ix > m_b.p.Iy * (1.0 + 1e-9) && !l.stretch.held;
+    }
     bool Common(std::initializer_list<double> starts, std::initializer_list<double> ends) const
     {
         return std::min(ends) - std::max(starts) > 1e-9 * m_b.member.Length();

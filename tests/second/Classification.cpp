@@ -117,23 +117,20 @@ std::vector<Plate> PlatesI(const Work& w)
     return plates;
 }
 
+/// Flanges and web together, by the outermost fibre of the section.
 std::vector<Plate> PlatesChannel(const Work& w)
 {
     const Section& s = w.s;
-    const double tips = s.B - w.p.cx, far = std::max(tips, w.p.cx);
-    std::vector<Plate> plates;
-    if (w.Compressed(std::max(w.Stress(s.D, far), w.Stress(0.0, far)))) plates.push_back(w.Outstand(w.p.b / s.T));
-    const double web = w.p.cx;
-    if (w.Compressed(std::max(w.Stress(s.D - s.T - s.r, web), w.Stress(s.T + s.r, web))))
-        plates.push_back({w.p.d / s.t, {40 * w.eps, 40 * w.eps, 40 * w.eps}, false});
-    return plates;
+    const double far = std::max(s.B - w.p.cx, w.p.cx);
+    if (!w.Compressed(std::max(w.Stress(s.D, far), w.Stress(0.0, far)))) return {};
+    return {w.Outstand(w.p.b / s.T), {w.p.d / s.t, {40 * w.eps, 40 * w.eps, 40 * w.eps}, false}};
 }
 
 std::vector<Plate> PlatesTee(const Work& w)
 {
     const Section& s = w.s;
     std::vector<Plate> plates;
-    if (w.Compressed(std::max(w.Stress(s.D, 0.5 * s.B), w.Stress(s.D - s.T, 0.5 * s.B))))
+    if (w.Compressed(w.Stress(s.D, 0.5 * s.B))) // at its outer face, as all flanges are
         plates.push_back(w.Outstand(w.p.b / s.T));
     // The stem is an outstand: compression next to the flange alone does not make its free edge buckle.
     if (w.Compressed(w.Stress(0.0)))
@@ -141,25 +138,20 @@ std::vector<Plate> PlatesTee(const Work& w)
     return plates;
 }
 
-/// Mx and My are about u-u and v-v; at the tip of a leg their stresses add the worse way.
+/// Mx and My of the actions are about u-u and v-v. How the angle is turned is not known: both geometric moments bend it about u-u
+/// and v-v the worse way, and the extreme stresses of both add.
 std::vector<Plate> PlatesAngle(const Work& w)
 {
     const Properties& p = w.p;
     const Section& s = w.s;
     const double e = w.eps, c = std::cos(p.alpha), si = std::sin(p.alpha);
+    const double x = std::fabs(c * w.a.Mx - si * w.a.My), y = std::fabs(si * w.a.Mx + c * w.a.My);
+    const double worst =
+        w.Fc / p.A + (std::fabs(c) * x + std::fabs(si) * y) / p.Zu + (std::fabs(si) * x + std::fabs(c) * y) / p.Zv;
+    if (!w.Compressed(worst)) return {};
     const bool axial = w.Fc > 0.0;
     const double l1 = axial ? 15 * e : 9 * e, l2 = axial ? 15 * e : 10 * e;
-    const auto tip = [&](double x0, double y0, double x1, double y1) { // both corners of the tip
-        double worst = -INF;
-        for (const auto& [x, y] : {std::pair{x0, y0}, std::pair{x1, y1}}) {
-            const double u = c * (x - p.cx) + si * (y - p.cy), v = -si * (x - p.cx) + c * (y - p.cy);
-            worst = std::max(worst, w.Fc / p.A + std::fabs(w.a.Mx * v) / p.Iu + std::fabs(w.a.My * u) / p.Iv);
-        }
-        return w.Compressed(worst);
-    };
-    std::vector<Plate> plates;
-    if (tip(0.0, s.D, s.t, s.D)) plates.push_back({s.D / s.t, {l1, l2, 15 * e}, false});
-    if (tip(s.B, 0.0, s.B, s.t)) plates.push_back({s.B / s.t, {l1, l2, 15 * e}, false});
+    std::vector<Plate> plates{{s.D / s.t, {l1, l2, 15 * e}, false}, {s.B / s.t, {l1, l2, 15 * e}, false}};
     if (axial) plates.push_back({(s.B + s.D) / s.t, {24 * e, 24 * e, 24 * e}, false});
     return plates;
 }
@@ -294,8 +286,10 @@ void SetSlender(const Work& w, const std::vector<Plate>& all, const std::vector<
     c.Wx = s.shape == Shape::Angle ? p.Zu : p.Zx;
     c.Wy = s.shape == Shape::Angle ? p.Zv : p.Zy;
     c.plasticX = c.plasticY = false;
-    for (const Plate& plate : all)
+    for (const Plate& plate : x)
         c.flangeSlender = c.flangeSlender || (plate.flange && plate.Class() == 4);
+    for (const Plate& plate : y)
+        c.flangeSlenderY = c.flangeSlenderY || (plate.flange && plate.Class() == 4);
     c.pyrX = c.pyrY = c.pyAxial = ReductionBy(all, 0.0) * w.py;
     if ((s.shape == Shape::I && s.EqualFlanges()) || s.shape == Shape::Box) {
         // The compression goes by an effective area. In bending a web that is not slender in bending alone stays whole, and
@@ -321,6 +315,13 @@ void SetSlender(const Work& w, const std::vector<Plate>& all, const std::vector<
         };
         if (w.a.Mx != 0.0) c.pyrX = std::min(c.pyrX, alone(std::copysign(1e-3 * w.py * p.Zx, w.a.Mx), 0.0));
         if (w.a.My != 0.0) c.pyrY = std::min(c.pyrY, alone(0.0, 1e-3 * w.py * p.Zy));
+    }
+    if (s.shape == Shape::Channel || s.shape == Shape::Tee) {
+        // Compression alone: all of its plates.
+        Actions squash;
+        squash.F = -p.A * w.py;
+        const Work alone{s, p, w.steel, squash, w.eps, w.py, -squash.F};
+        c.pyAxial = ReductionBy(s.shape == Shape::Tee ? PlatesTee(alone) : PlatesChannel(alone), 0.0) * w.py;
     }
     if (s.shape == Shape::Angle && s.B == s.D && s.B / s.t <= 20.0 * w.eps) {
         // 3.6.4; in bending the legs count one by one.

@@ -114,7 +114,7 @@ double ShearModulusY(const Section& s, const Properties& p)
     case Shape::I:
         return 0.9 * 0.25 * (s.T * s.B * s.B + s.T2 * s.B2 * s.B2);
     case Shape::Channel:
-        return p.Sy - 0.25 * s.D * s.t * s.t;
+        return p.Sy; // the web has a part in carrying it: all is lost at full shear
     case Shape::Tee:
         return 0.9 * 0.25 * s.T * s.B * s.B;
     case Shape::Angle:
@@ -239,7 +239,7 @@ Capacity MomentCapacity(const Basis& b, const Class& c, const Actions& a)
     m.Mcx = OneCapacity(b, c.pyrX, c.Wx, c.plasticX, ShearModulusX(s, b.p), angle ? b.p.Zu : b.p.Zx, rhoX);
     m.Mcy = OneCapacity(b, c.pyrY, c.Wy, c.plasticY, ShearModulusY(s, b.p), angle ? b.p.Zv : b.p.Zy, rhoY);
     if (b.VwY > 0.0 && std::fabs(a.Vy) > 0.6 * b.VwY && a.Mx != 0.0) {
-        m.flangesCarry = s.B * s.T + s.B2 * s.T2;
+        m.flangesCarry = s.B * s.T + (s.shape == Shape::Box ? s.B * s.T : s.B2 * s.T2);
         m.lowShear = false;
         m.evaluated = !c.flangeSlender;
         const double weaker = s.shape == Shape::I ? std::min(s.B * s.T, s.B2 * s.T2) : s.B * s.T;
@@ -249,9 +249,9 @@ Capacity MomentCapacity(const Basis& b, const Class& c, const Actions& a)
     if (b.VwX > 0.0 && std::fabs(a.Vx) > 0.6 * b.VwX && a.My != 0.0) {
         m.flangesCarry = std::min(m.flangesCarry, 2.0 * s.D * s.t);
         m.lowShear = false;
-        m.evaluated = m.evaluated && !c.flangeSlender;
+        m.evaluated = m.evaluated && !c.flangeSlenderY;
         const double alone = s.D * s.t * (s.B - s.t) * b.steel.py;
-        m.Mcy = c.flangeSlender ? std::min(m.Mcy, alone) : alone;
+        m.Mcy = c.flangeSlenderY ? std::min(m.Mcy, alone) : alone;
     }
     return m;
 }
@@ -312,6 +312,9 @@ std::vector<double> Places(const Basis& b, int sub)
             places.push_back(s);
     for (int k = 1; k < 12; ++k)
         places.push_back(L * k / 12.0);
+    if (b.s.shape == Shape::Box) // walls are flange or web by the axis of bending
+        for (const double s : b.diagram.Zeros(Bending::Minor, sub))
+            places.push_back(s);
     std::sort(places.begin(), places.end());
     return places;
 }
@@ -371,21 +374,21 @@ double Refined(const Basis& b, int sub, double low, double high, double Local::*
 }
 
 /// What changes suddenly where the class changes.
-double ClassKey(const Basis& b, int sub, double s)
+double ClassKey(const Basis& b, int sub, double s, std::size_t reading)
 {
-    const Actions a = WithoutNoise(b, ActionsAt(b, sub, s).front());
+    const Actions a = WithoutNoise(b, ActionsAt(b, sub, s)[reading]);
     const Class c = Classify(b.s, b.p, b.steel, a);
     return (c.pyrX * c.Wx + c.pyrY * c.Wy) * (b.member.exact && c.cls > 2 ? 2.0 : 1.0);
 }
 
 /// Both sides of a sudden change of class between two places.
-Local AtJump(const Basis& b, int sub, double low, double high)
+Local AtJump(const Basis& b, int sub, double low, double high, std::size_t reading)
 {
-    const double first = ClassKey(b, sub, low), last = ClassKey(b, sub, high);
+    const double first = ClassKey(b, sub, low, reading), last = ClassKey(b, sub, high, reading);
     Local worst;
     if (std::fabs(first - last) <= 0.002 * std::max(first, last)) return worst;
     for (int i = 0; i < 30; ++i) {
-        const double mid = 0.5 * (low + high), key = ClassKey(b, sub, mid);
+        const double mid = 0.5 * (low + high), key = ClassKey(b, sub, mid, reading);
         (std::fabs(key - first) < std::fabs(key - last) ? low : high) = mid;
     }
     worst.Raise(WorstAt(b, sub, low));
@@ -412,8 +415,10 @@ Local CheckLocal(const Basis& b)
             found.push_back(WorstAt(b, sub, s));
             worst.Raise(found.back());
         }
+        const std::size_t readings = ActionsAt(b, sub, 0.0).size();
         for (std::size_t k = 0; k + 1 < places.size(); ++k)
-            if (places[k + 1] > places[k]) worst.Raise(AtJump(b, sub, places[k], places[k + 1]));
+            for (std::size_t reading = 0; reading < readings && places[k + 1] > places[k]; ++reading)
+                worst.Raise(AtJump(b, sub, places[k], places[k + 1], reading));
         for (double Local::*u :
              {&Local::momentMajor, &Local::momentMinor, &Local::combinedTension, &Local::combinedCompression}) {
             std::size_t best = 0;

@@ -43,8 +43,10 @@ Polygon Rounded(const std::vector<Corner>& corners)
         if (sweep > PI) sweep -= 2.0 * PI;
         if (sweep < -PI) sweep += 2.0 * PI;
         for (int k = 0; k <= steps; ++k) {
-            const double a = a0 + sweep * k / steps;
-            out.push_back({cx + here.r * std::cos(a), cy + here.r * std::sin(a)});
+            // The chords lie a little outside the arc between its ends, so that they enclose its area.
+            const double a = a0 + sweep * k / steps, step = std::fabs(sweep) / steps;
+            const double r = here.r * (k == 0 || k == steps ? 1.0 : std::sqrt(step / std::sin(step)));
+            out.push_back({cx + r * std::cos(a), cy + r * std::sin(a)});
         }
     }
     return out;
@@ -289,9 +291,8 @@ double TorsionOpen(const Section& s)
         return J;
     }
     default: {
-        double J = (s.D + s.B - t) * Cube(t) / 3.0;
-        if (fillet) J += JunctionAngle(t, r) - 0.21 * std::pow(t, 4);
-        return J;
+        // The two free ends take away more than a junction without fillet adds.
+        return (s.D + s.B - t) * Cube(t) / 3.0 + JunctionAngle(t, r) - 0.21 * std::pow(t, 4);
     }
     }
 }

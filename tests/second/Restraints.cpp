@@ -363,6 +363,11 @@ private:
                 const double L = s.b - s.a;
                 s.LE = 0.5 * (Table13(flange, *before, L, s.destabilising) + Table13(flange, h, L, s.destabilising));
                 s.cantilever = ReachesTip(s);
+                // Between the tip and a restraint that counts: by both tables, the longer length.
+                if (IsTip(0) && s.a < m_start + m_tol)
+                    s.LE = std::max(s.LE, Table14(flange, h, *before, L, s.destabilising, TipMoment(true)));
+                if (s.cantilever && !(IsTip(0) && s.a < m_start + m_tol))
+                    s.LE = std::max(s.LE, Table14(flange, *before, h, L, s.destabilising, TipMoment(false)));
                 s.compressed[flange] = true;
                 all.push_back(s);
             }

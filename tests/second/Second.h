@@ -148,8 +148,9 @@ struct Class {
     double pyAxial = 0.0;          ///< goes with Aeff
     double Wx = 0.0, Wy = 0.0;     ///< moduli of the moment capacities (u-u, v-v of an angle)
     bool plasticX = true, plasticY = true;
-    double Zx = 0.0, Zy = 0.0; ///< elastic moduli of the interaction
-    bool flangeSlender = false;
+    double Zx = 0.0, Zy = 0.0;   ///< elastic moduli of the interaction
+    bool flangeSlender = false;  ///< of the flanges in bending about x-x
+    bool flangeSlenderY = false; ///< about y-y
 };
 Class Classify(const Section& s, const Properties& p, const Steel& steel, const Actions& a);
 

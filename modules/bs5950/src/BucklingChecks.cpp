@@ -44,12 +44,13 @@ double CSteelMemberBS5950::Factor(double computed, double least) const
     return std::max(EquivalentUniformMomentFactor().value_or(computed), least);
 }
 
-// Moments about both axes of one angle say different things of it turned one way or the other.
+// A moment about y-y says different things of an angle turned one way or the other: by itself it compresses the other flange then,
+// which may be held elsewhere.
 bool CSteelMemberBS5950::HasTwoWays() const
 {
     const SectionProperties& s = m_section.Properties();
     const double py = m_section.Steel().py;
-    return s.shape == Shape::Angle && m_major.Largest() > 1e-6 * py * s.Zx && m_minor.Largest() > 1e-6 * py * s.Zy;
+    return s.shape == Shape::Angle && m_minor.Largest() > 1e-6 * py * s.Zy;
 }
 
 void CSteelMemberBS5950::MakeDiagrams()

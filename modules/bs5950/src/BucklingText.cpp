@@ -239,10 +239,11 @@ void CSteelMemberBS5950::Text::LateralSlenderness(const SpanResult& span)
     const CString betaW = m_fmt.NoDim(lt.betaW);
     switch (s.shape) {
     case Shape::RHS: {
-        const double limit = Table15(s.D / s.B, span.py);
-        Line(L"limiting slenderness for D/B = %s/%s = %s: %s <i>Table 15</i>", Small(s.D), Small(s.B),
-             m_fmt.NoDim(s.D / s.B), m_fmt.NoDim(limit));
-        if (lt.lambda > limit)
+        const Material& steel = m_member.Steel();
+        if (!s.IsWelded())
+            Line(L"limiting slenderness for D/B = %s/%s = %s: %s <i>Table 15</i>", Small(s.D), Small(s.B),
+                 m_fmt.NoDim(s.D / s.B), m_fmt.NoDim(Table15(s.D / s.B, steel.py)));
+        if (!IsWithinTable15(s, steel, lt.lambda))
             Line(L"φb = %s, λLT = 2.25 (φb λ βW)^0.5 = 2.25 * (%s * %s * %s)^0.5 = %s <i>%s</i>", phi, phi, lambda,
                  betaW, lambdaLT, lt.source);
         return;
@@ -292,9 +293,15 @@ void CSteelMemberBS5950::Text::Interaction(const InteractionResult& r)
     Line(L"<h5>Interaction, %s to %s</h5>", m_fmt.Length(r.start), m_fmt.Length(r.end));
     const CResultIndent indent(&m_result);
     switch (r.rule) {
-    case InteractionRule::Simplified: SimplifiedInteraction(r); break;
-    case InteractionRule::MoreExact: ExactInteraction(r); break;
-    case InteractionRule::SimpleColumn: SimpleColumn(r); break;
+    case InteractionRule::Simplified:
+        SimplifiedInteraction(r);
+        break;
+    case InteractionRule::MoreExact:
+        ExactInteraction(r);
+        break;
+    case InteractionRule::SimpleColumn:
+        SimpleColumn(r);
+        break;
     }
 }
 

@@ -40,6 +40,12 @@ Stresses ElasticStresses(const SectionProperties& s, const Material& m, const Ac
         f.zero = 1e-9 * m.py;
         return f;
     }
+    if (s.shape == Shape::CHS) { // both moments have one resultant
+        f.side = std::hypot(a.Mx, a.My) / s.Zx;
+        f.top = f.bottom = f.axial;
+        f.zero = 1e-9 * m.py;
+        return f;
+    }
     f.top = f.axial - a.Mx * (s.D - s.cy) / s.Ix;
     f.bottom = f.axial + a.Mx * s.cy / s.Ix;
     f.side = std::abs(a.My) / s.Zy;

@@ -178,8 +178,8 @@ double CSteelMemberBS5950::CantileverLength(SpanResult& span, Flange flange) con
 }
 
 // Effective length of the stretch for each flange that is compressed; the longer one counts. With a tip that is held in the fourth
-// way of Table 14 the restraints between it and the support count (4.3.5.5): a stretch that ends before the support is a length
-// between two sections that hold the flange, by Table 13.
+// way of Table 14 the restraints between it and the support count (4.3.5.5). Whether a stretch from the tip that ends before the
+// support is then a cantilever or a length between two sections that hold the flange is open: the longer of both counts.
 void CSteelMemberBS5950::SetLateralLength(SpanResult& span)
 {
     if (span.overridden) return;
@@ -189,17 +189,18 @@ void CSteelMemberBS5950::SetLateralLength(SpanResult& span)
         Assume(L"vertical support", L"an end without major axis shear restraint is taken as supported, not as a tip",
                std::nan(""));
     span.lengthRule = table14           ? L"Table 14, cantilever"
-                      : span.cantilever ? L"Table 13, cantilever with restraints up to its tip (4.3.5.5)"
+                      : span.cantilever ? L"the longer of Tables 13 and 14, cantilever held up to its tip (4.3.5.5)"
                                         : L"Table 13";
     for (const Flange f : FLANGES) {
         if (!span.compressed[Index(f)]) continue;
         const auto sense = f == Flange::First ? CCodeShare::LT_COMP_FLANGE1 : CCodeShare::LT_COMP_FLANGE2;
-        const double LE = table14
-                              ? CantileverLength(span, f)
-                              : rules.BS5950_1_2000_Table13(span.end - span.start, m_section.Properties().D, sense,
-                                                            span.from.ofFlange[Index(f)], span.to.ofFlange[Index(f)],
-                                                            span.destabilising, IsNominalRowRefused(span.from, f),
-                                                            IsNominalRowRefused(span.to, f));
+        if (span.cantilever) span.LE = std::max(span.LE, CantileverLength(span, f));
+        if (table14) continue;
+        const double LE =
+            rules.BS5950_1_2000_Table13(span.end - span.start, m_section.Properties().D, sense,
+                                        span.from.ofFlange[Index(f)], span.to.ofFlange[Index(f)], span.destabilising,
+                                        IsNominalRowRefused(span.from, f), IsNominalRowRefused(span.to, f));
+        if (LE >= span.LE) span.tipMoment = 0.0; // Table 13 does not know it
         span.LE = std::max(span.LE, LE);
     }
 }

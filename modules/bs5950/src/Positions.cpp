@@ -55,6 +55,45 @@ bool IsRepeated(const PositionResult& a, const PositionResult& b)
            a.actions.My == b.actions.My && a.momentMajor == b.momentMajor && a.momentMinor == b.momentMinor;
 }
 
+// Coefficients of 1, s, s² ...
+using Polynomial = std::array<double, 5>;
+
+Polynomial PolynomialOf(const Parabola& p) { return {p.left, p.right - p.left - p.curvature, p.curvature, 0.0, 0.0}; }
+
+// Of a polynomial of the second degree.
+Polynomial Square(const Polynomial& p)
+{
+    return {p[0] * p[0], 2.0 * p[0] * p[1], 2.0 * p[0] * p[2] + p[1] * p[1], 2.0 * p[1] * p[2], p[2] * p[2]};
+}
+
+double At(const Polynomial& p, double s) { return p[0] + s * (p[1] + s * (p[2] + s * (p[3] + s * p[4]))); }
+
+// Places strictly between 0 and 1 where the polynomial changes its sign, ascending: one at most between neighbouring places
+// where its derivative does.
+std::vector<double> RootsBetweenEnds(const Polynomial& p, int degree)
+{
+    std::vector<double> places{0.0};
+    if (degree > 1) {
+        Polynomial derivative{};
+        for (std::size_t i = 1; i < p.size(); ++i)
+            derivative[i - 1] = static_cast<double>(i) * p[i];
+        for (const double s : RootsBetweenEnds(derivative, degree - 1))
+            places.push_back(s);
+    }
+    places.push_back(1.0);
+    std::vector<double> roots;
+    for (std::size_t i = 1; i < places.size(); ++i) {
+        double low = places[i - 1];
+        double high = places[i];
+        const bool rises = At(p, low) < 0.0;
+        if (rises == (At(p, high) < 0.0)) continue;
+        for (double s = 0.5 * (low + high); s > low && s < high; s = 0.5 * (low + high))
+            ((At(p, s) < 0.0) == rises ? low : high) = s;
+        if (high > 0.0 && high < 1.0) roots.push_back(high);
+    }
+    return roots;
+}
+
 // Place of the largest value of a smooth function between a and c, from a first guess b, by Brent's method: golden section and
 // parabolic steps.
 template <class Function>
@@ -344,6 +383,8 @@ void PositionFinder::FindBreaks()
     if (section.Properties().shape == Shape::Angle) {
         AddRoots(m_first, 0.0);
         AddRoots(m_second, 0.0);
+    } else if (section.Properties().shape == Shape::CHS) {
+        AddResultantBreaks();
     } else
         AddStressBreaks();
     std::sort(m_breaks.begin(), m_breaks.end());
@@ -360,6 +401,24 @@ void PositionFinder::AddStressBreaks()
         AddRoots(Sum(top, 1.0, m_actions.minor, side), 0.0);
         AddRoots(Sum(bottom, 1.0, m_actions.minor, side), 0.0);
     }
+}
+
+// The same for a circular section, whose two moments have one resultant: it reaches Z F/A where a polynomial of the fourth degree
+// vanishes.
+void PositionFinder::AddResultantBreaks()
+{
+    const SectionProperties& s = m_section.Properties();
+    const double k = s.Zx / s.A;
+    const Polynomial x = PolynomialOf(m_actions.major);
+    const Polynomial y = PolynomialOf(m_actions.minor);
+    const Polynomial F = PolynomialOf({k * m_actions.forceLeft.x, k * m_actions.forceRight.x, 0.0});
+    Polynomial difference = Square(x);
+    const Polynomial y2 = Square(y);
+    const Polynomial F2 = Square(F);
+    for (std::size_t i = 0; i < difference.size(); ++i)
+        difference[i] += y2[i] - F2[i];
+    for (const double root : RootsBetweenEnds(difference, 4))
+        m_breaks.push_back(root);
 }
 
 // Between two breaks the branch of the rules changes only where an element changes its class: found by bisection.

@@ -58,6 +58,7 @@ private:
     void FindBreaks();
     void AddRoots(const Design::Parabola& curve, double level);
     void AddStressBreaks();
+    void AddResultantBreaks();
     void SearchPiece(double from, double to);
     void SearchRun(const Sample& from, const Sample& to);
     void RefineMaximum(std::size_t measure, const std::array<const Sample*, 3>& near, bool atEnd, bool parabolic);

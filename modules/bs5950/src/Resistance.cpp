@@ -400,13 +400,16 @@ bool CanBuckleLaterally(const SectionProperties& s)
     switch (s.shape) {
     case Shape::CHS:
         return false;
-    case Shape::RHS:
-        return s.D > s.B;
     case Shape::Angle:
         return true;
-    default:
-        return s.Ix > s.Iy;
+    default: // of square sections only rounding tells the axes apart
+        return s.Ix > s.Iy * (1.0 + 1e-9);
     }
+}
+
+bool IsWithinTable15(const SectionProperties& s, const Material& m, double slenderness)
+{
+    return s.shape == Shape::RHS && !s.IsWelded() && slenderness <= Table15(s.D / s.B, m.py);
 }
 
 double BetaW(const SectionProperties& s, const Classification& c)
@@ -444,7 +447,7 @@ double BucklingResistanceMoment(const SectionProperties& s, const Material& m, c
                                 bool flange1InCompression)
 {
     const SlendernessLT r = LateralTorsionalSlenderness(s, LE, BetaW(s, c), flange1InCompression);
-    if (s.shape == Shape::RHS && r.lambda <= Table15(s.D / s.B, c.pyMomentX)) return c.pyMomentX * c.Wx;
+    if (IsWithinTable15(s, m, r.lambda)) return c.pyMomentX * c.Wx;
     return BendingStrength(r.lambdaLT, c.pyMomentX, s.IsWelded(), m.E) * c.Wx;
 }
 

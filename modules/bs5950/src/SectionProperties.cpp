@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <optional>
 
 #include "keltrix/steel/SectionShapes.h"
 
@@ -13,6 +14,14 @@ using Steel::CDesSectGeom;
 using Steel::CMemberResult;
 
 namespace {
+
+// A root fillet, and what a rounded toe takes away: a square of the radius less a quarter disc, per power of the radius.
+namespace Spandrel {
+constexpr double AREA = 1.0 - 0.25 * std::numbers::pi;
+constexpr double CENTROID = (5.0 / 6.0 - 0.25 * std::numbers::pi) / AREA; // from each of its two faces
+constexpr double OWN_SECOND_MOMENT = 1.0 - 0.3125 * std::numbers::pi - AREA * CENTROID * CENTROID;
+constexpr double OWN_PRODUCT = 19.0 / 24.0 - 0.25 * std::numbers::pi - AREA * CENTROID * CENTROID;
+} // namespace Spandrel
 
 std::optional<Shape> ShapeOf(const CSecComp& component)
 {
@@ -108,7 +117,7 @@ void SetElementWidths(SectionProperties& s)
         s.b2 = welded ? 0.5 * (s.B2 - s.t) : 0.5 * s.B2;
         break;
     case Shape::Channel:
-        s.d = s.D - 2.0 * s.T - 2.0 * s.r;
+        s.d = s.D - 2.0 * s.T - (welded ? 0.0 : 2.0 * s.r);
         s.b = s.b2 = s.B;
         break;
     case Shape::Tee:
@@ -161,7 +170,7 @@ void SetShearAreas(SectionProperties& s)
     case Shape::Channel:
         s.Avy = welded ? s.t * (s.D - 2.0 * s.T) : s.t * s.D;
         s.Avx = 0.9 * 2.0 * s.B * s.T;
-        s.Svx = s.Avy * s.D / 4.0;
+        s.Svx = s.Avy * (welded ? s.D - 2.0 * s.T : s.D) / 4.0;
         s.Svy = s.Sy;
         break;
     case Shape::Tee:
@@ -184,8 +193,8 @@ void SetShearAreas(SectionProperties& s)
             s.Avy = s.A * s.D / (s.D + s.B);
             s.Avx = s.A * s.B / (s.D + s.B);
         }
-        s.Svx = s.Avy * s.D / 4.0;
-        s.Svy = s.Avx * s.B / 4.0;
+        s.Svx = s.Avy * (welded ? s.D - 2.0 * s.T : s.D) / 4.0;
+        s.Svy = s.Avx * (welded ? s.B - 2.0 * s.t : s.B) / 4.0;
         break;
     case Shape::CHS:
         s.Avy = s.Avx = 0.6 * s.A;
@@ -194,28 +203,113 @@ void SetShearAreas(SectionProperties& s)
     }
 }
 
-// Exact monosymmetry index of an I section, flange 1 compressed: ψ = (2 y0 - ∫ y (x² + y²) dA / Ix)/hs, y upwards from the
-// centroid and y0 the shear centre, which divides the distance of the flanges as their second moments about y-y do. A
-// rectangle b wide and h deep at y has the integral b h y (b²/12 + h²/4 + y²); a fillet counts at its centroid.
-double FlangesMonosymmetry(const SectionProperties& s)
+// Exact monosymmetry index, flange 1 compressed: ψ = (2 y0 - ∫ y (x² + y²) dA / Ix)/hs, y upwards from the centroid and y0 the
+// shear centre. A rectangle b wide and h deep at y has the integral b h y (b²/12 + h²/4 + y²); fillets and toes count at
+// their centroids.
+class Monosymmetry {
+public:
+    explicit Monosymmetry(const SectionProperties& s) : m_s(s) {}
+
+    void Rectangle(double b, double h, double bottom)
+    {
+        const double y = bottom + 0.5 * h - m_s.cy;
+        m_integral += b * h * y * (b * b / 12.0 + h * h / 4.0 + y * y);
+    }
+    // Two spandrels at the distance x on both sides of the y-y axis.
+    void Pair(double radius, double x, double height, double sign)
+    {
+        const double y = height - m_s.cy;
+        m_integral += sign * 2.0 * Spandrel::AREA * radius * radius * y * (x * x + y * y);
+    }
+    double Index(double shearCentre) const { return (2.0 * (shearCentre - m_s.cy) - m_integral / m_s.Ix) / m_s.hs; }
+
+private:
+    const SectionProperties& m_s;
+    double m_integral = 0.0;
+};
+
+// The shear centre of an I section divides the distance of the flanges as their second moments about y-y do; that of a T is
+// in its flange.
+double MonosymmetryIndex(const SectionProperties& s, double toe)
 {
-    const double y1 = s.D - 0.5 * s.T - s.cy;
-    const double y2 = 0.5 * s.T2 - s.cy;
-    const auto rectangle = [](double b, double h, double y) {
-        return b * h * y * (b * b / 12.0 + h * h / 4.0 + y * y);
-    };
-    const double x = 0.5 * s.t + 0.2234 * s.r;
-    const auto fillets = [&](double y) { return (2.0 - 0.5 * std::numbers::pi) * s.r * s.r * y * (x * x + y * y); };
-    const double integral = rectangle(s.B, s.T, y1) + rectangle(s.B2, s.T2, y2) +
-                            rectangle(s.t, s.D - s.T - s.T2, 0.5 * (s.D - s.T + s.T2) - s.cy) +
-                            fillets(s.D - s.T - 0.2234 * s.r - s.cy) + fillets(s.T2 + 0.2234 * s.r - s.cy);
+    Monosymmetry index(s);
+    const double root = Spandrel::CENTROID * s.r;
+    const double y1 = s.D - 0.5 * s.T;
+    index.Rectangle(s.B, s.T, s.D - s.T);
+    index.Pair(s.r, 0.5 * s.t + root, s.D - s.T - root, 1.0);
+    if (s.shape == Shape::Tee) {
+        index.Rectangle(s.t, s.D - s.T, 0.0);
+        index.Pair(toe, 0.5 * s.B - Spandrel::CENTROID * toe, s.D - s.T + Spandrel::CENTROID * toe, -1.0);
+        return index.Index(y1);
+    }
+    index.Rectangle(s.B2, s.T2, 0.0);
+    index.Rectangle(s.t, s.D - s.T - s.T2, s.T2);
+    index.Pair(s.r, 0.5 * s.t + root, s.T2 + root, 1.0);
     const double I1 = s.T * std::pow(s.B, 3.0);
     const double I2 = s.T2 * std::pow(s.B2, 3.0);
-    return (2.0 * (I1 * y1 + I2 * y2) / (I1 + I2) - integral / s.Ix) / s.hs;
+    return index.Index((I1 * y1 + I2 * 0.5 * s.T2) / (I1 + I2));
+}
+
+// A root fillet from its face to a distance of at most its radius r: area and first moment about the face.
+struct FilletPart {
+    double area = 0.0;
+    double moment = 0.0;
+};
+FilletPart PartOfFillet(double r, double distance)
+{
+    if (!(r > 0.0)) return {};
+    const double q = std::clamp(r - distance, 0.0, r);
+    const double chord = std::sqrt(r * r - q * q);
+    FilletPart part;
+    part.area = r * (r - q) - 0.25 * std::numbers::pi * r * r + 0.5 * (q * chord + r * r * std::asin(q / r));
+    part.moment = r * part.area - (0.5 * r * chord * chord - chord * chord * chord / 3.0);
+    return part;
+}
+
+// Distance, up to `reach`, at which an area that grows with it has a given value.
+template <class AreaAt>
+double DistanceOfArea(double area, double reach, AreaAt areaAt)
+{
+    double low = 0.0;
+    double high = reach;
+    for (int i = 0; i < 60; ++i) {
+        const double middle = 0.5 * (low + high);
+        (areaAt(middle) < area ? low : high) = middle;
+    }
+    return 0.5 * (low + high);
+}
+
+// Plastic modulus about x-x of a T whose equal-area axis cuts the root fillets, at z below the flange; nothing elsewhere.
+std::optional<double> TeePlasticModulus(const SectionProperties& s)
+{
+    const FilletPart whole = PartOfFillet(s.r, s.r);
+    const double stem = s.D - s.T;
+    const auto above = [&](double z) { // stem and fillets between the flange and z
+        return s.t * z + 2.0 * PartOfFillet(s.r, z).area;
+    };
+    const double half = s.t * stem + 2.0 * whole.area - 0.5 * s.A;
+    if (!(s.r > 0.0) || !(half > 0.0) || !(half < above(s.r))) return std::nullopt;
+    const double z = DistanceOfArea(half, s.r, above);
+    const FilletPart part = PartOfFillet(s.r, z);
+    const double y = stem - z;
+    const double below = 0.5 * s.t * y * y + 2.0 * (whole.moment - part.moment - z * (whole.area - part.area));
+    return s.A * (s.cy - y) + 2.0 * below;
+}
+
+// The same about y-y of a channel, the axis at z from the web; `cx` is its centroid from the back of the web.
+std::optional<double> ChannelPlasticModulus(const SectionProperties& s, double cx)
+{
+    const auto beside = [&](double z) { return 2.0 * s.T * z + 2.0 * PartOfFillet(s.r, z).area; };
+    const double half = 0.5 * s.A - s.D * s.t;
+    if (!(s.r > 0.0) || !(half > 0.0) || !(half < beside(s.r))) return std::nullopt;
+    const double z = DistanceOfArea(half, s.r, beside);
+    const FilletPart part = PartOfFillet(s.r, z);
+    const double behind = s.D * s.t * (z + 0.5 * s.t) + s.T * z * z + 2.0 * (z * part.area - part.moment);
+    return s.A * (cx - s.t - z) + 2.0 * behind;
 }
 
 // Annex B.2.3 for I sections, equal flanges or not, and channels; B.2.8 for a T.
-void SetBucklingParameters(SectionProperties& s, double monosymmetry)
+void SetBucklingParameters(SectionProperties& s, double toe)
 {
     const double gamma = 1.0 - s.Iy / s.Ix;
     switch (s.shape) {
@@ -232,11 +326,8 @@ void SetBucklingParameters(SectionProperties& s, double monosymmetry)
     default:
         break;
     }
-    if (s.shape == Shape::UnequalI) s.psi = FlangesMonosymmetry(s);
-    if (s.shape == Shape::Tee) {
-        s.w = 4.0 * s.H / (s.Iy * s.hs * s.hs);
-        s.psi = 2.0 * std::abs(monosymmetry) / s.hs;
-    }
+    if (s.shape == Shape::UnequalI || s.shape == Shape::Tee) s.psi = MonosymmetryIndex(s, toe);
+    if (s.shape == Shape::Tee) s.w = 4.0 * s.H / (s.Iy * s.hs * s.hs);
 }
 
 // Annex B.2.9: ψa = [2 v0 - ∫ v (u² + v²) dA / Iu] / t, taken over the two legs without fillets; v0 is the shear
@@ -264,18 +355,90 @@ double AngleMonosymmetry(const SectionProperties& s, double cx, double cy)
     return std::abs(2.0 * v(0.5 * s.t, 0.5 * s.t) - integral / s.Iu) / s.t;
 }
 
-void SetAngle(SectionProperties& s, const Steel::CDesSectGeomAngle& angle)
+// Second moments of an angle about its centroid, x from the back of the vertical leg and y from that of the horizontal one.
+class AngleSum {
+public:
+    void Rectangle(double b, double h, double x, double y)
+    {
+        Add(b * h, x + 0.5 * b, y + 0.5 * h, b * h * h * h / 12.0, h * b * b * b / 12.0, 0.0);
+    }
+    // A spandrel in the corner x, y, towards the axes for a `sign` of -1.
+    void Corner(double radius, double x, double y, double sign)
+    {
+        const double r2 = sign * radius * radius;
+        const double own = Spandrel::OWN_SECOND_MOMENT * r2 * radius * radius;
+        const double to = sign * Spandrel::CENTROID * radius;
+        Add(Spandrel::AREA * r2, x + to, y + to, own, own, Spandrel::OWN_PRODUCT * r2 * radius * radius);
+    }
+    double X() const { return m_Ax / m_A; }
+    double Y() const { return m_Ay / m_A; }
+    double Ixx() const { return m_xx - m_A * Y() * Y(); }
+    double Iyy() const { return m_yy - m_A * X() * X(); }
+    double Ixy() const { return m_xy - m_A * X() * Y(); }
+
+private:
+    void Add(double A, double x, double y, double Ixx, double Iyy, double Ixy)
+    {
+        m_A += A;
+        m_Ax += A * x;
+        m_Ay += A * y;
+        m_xx += Ixx + A * y * y;
+        m_yy += Iyy + A * x * x;
+        m_xy += Ixy + A * x * y;
+    }
+
+    double m_A = 0.0, m_Ax = 0.0, m_Ay = 0.0, m_xx = 0.0, m_yy = 0.0, m_xy = 0.0;
+};
+
+// Distance of the farthest fibre of an angle from the axis through its centroid that is normal to (nx, ny): the heel, the backs
+// of the tips, and their rounded toes, of which the point counts whose tangent is parallel to the axis.
+double FarthestFibre(const SectionProperties& s, const AngleSum& sum, double toe, double nx, double ny)
 {
-    s.Iu = angle.Iuu();
-    s.Iv = angle.Ivv();
-    s.Zu = angle.Zuu();
-    s.Zv = angle.Zvv();
-    s.alpha = angle.Alpha();
-    s.rv = std::sqrt(s.Iv / s.A);
-    s.psi = s.D == s.B ? 0.0 : AngleMonosymmetry(s, angle.Xbar(), angle.Ybar());
+    double far = 0.0;
+    const auto point = [&](double x, double y) {
+        far = std::max(far, std::abs(nx * (x - sum.X()) + ny * (y - sum.Y())));
+    };
+    point(0.0, 0.0);
+    point(s.B, 0.0);
+    point(0.0, s.D);
+    for (const auto& [x, y] : {std::pair(s.t, s.D), std::pair(s.B, s.t)}) {
+        point(x - toe, y);
+        point(x, y - toe);
+        const double sign = nx > 0.0 ? 1.0 : -1.0;
+        if (nx * ny > 0.0) point(x - toe + sign * nx * toe, y - toe + sign * ny * toe);
+    }
+    return far;
 }
 
-void SetProperties(SectionProperties& s, const CDesSectGeom& g)
+void SetAngle(SectionProperties& s, double toe)
+{
+    AngleSum sum;
+    sum.Rectangle(s.t, s.D, 0.0, 0.0);
+    sum.Rectangle(s.B - s.t, s.t, s.t, 0.0);
+    sum.Corner(s.r, s.t, s.t, 1.0);
+    sum.Corner(toe, s.t, s.D, -1.0);
+    sum.Corner(toe, s.B, s.t, -1.0);
+    s.cy = sum.Y();
+    s.Ix = sum.Ixx();
+    s.Iy = sum.Iyy();
+    s.Zx = s.Ix / std::max(sum.Y(), s.D - sum.Y());
+    s.Zy = s.Iy / std::max(sum.X(), s.B - sum.X());
+    s.rx = std::sqrt(s.Ix / s.A);
+    s.ry = std::sqrt(s.Iy / s.A);
+    const double middle = 0.5 * (s.Ix + s.Iy);
+    const double radius = std::hypot(0.5 * (s.Ix - s.Iy), sum.Ixy());
+    s.alpha = 0.5 * std::atan2(-2.0 * sum.Ixy(), s.Ix - s.Iy);
+    s.Iu = middle + radius;
+    s.Iv = middle - radius;
+    const double c = std::cos(s.alpha);
+    const double n = std::sin(s.alpha);
+    s.Zu = s.Iu / FarthestFibre(s, sum, toe, -n, c);
+    s.Zv = s.Iv / FarthestFibre(s, sum, toe, c, n);
+    s.rv = std::sqrt(s.Iv / s.A);
+    s.psi = s.D == s.B ? 0.0 : AngleMonosymmetry(s, sum.X(), sum.Y());
+}
+
+void SetProperties(SectionProperties& s, const CDesSectGeom& g, double toe)
 {
     s.A = g.Area();
     s.Ix = g.Ixx();
@@ -291,15 +454,17 @@ void SetProperties(SectionProperties& s, const CDesSectGeom& g)
     s.thickest = std::max({s.t, s.T, s.T2});
     s.hs = s.shape == Shape::Tee ? s.D - 0.5 * s.T : s.D - 0.5 * (s.T + s.T2);
 
-    double monosymmetry = 0.0;
     if (const auto* section = dynamic_cast<const Steel::CDesSectGeomI*>(&g)) s.H = section->Gamma();
-    if (const auto* channel = dynamic_cast<const Steel::CDesSectGeomPFC*>(&g)) s.H = channel->Iw();
+    if (const auto* channel = dynamic_cast<const Steel::CDesSectGeomPFC*>(&g)) {
+        s.H = channel->Iw();
+        s.Sy = ChannelPlasticModulus(s, channel->Xbar()).value_or(s.Sy);
+    }
     if (const auto* tee = dynamic_cast<const Steel::CDesSectGeomT*>(&g)) {
         s.H = tee->Iw();
-        monosymmetry = tee->MonoSymBeta();
+        s.Sx = TeePlasticModulus(s).value_or(s.Sx);
     }
-    if (const auto* angle = dynamic_cast<const Steel::CDesSectGeomAngle*>(&g)) SetAngle(s, *angle);
-    SetBucklingParameters(s, monosymmetry);
+    if (s.shape == Shape::Angle) SetAngle(s, toe);
+    SetBucklingParameters(s, toe);
 }
 
 } // namespace
@@ -320,7 +485,7 @@ std::optional<SectionProperties> MakeProperties(const CSection& section, CMember
     SectionProperties s = Outline(component, *ShapeOf(component));
     if (s.fabrication == Fabrication::Formed && !s.IsHollow()) return std::nullopt; // open ones are for BS 5950-5
     SetElementWidths(s);
-    SetProperties(s, *geometry);
+    SetProperties(s, *geometry, component.Dimension(0.0, CSecGeom::TOE_RADIUS));
     SetShearAreas(s);
     return s;
 }

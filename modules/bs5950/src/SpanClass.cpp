@@ -31,8 +31,9 @@ bool DependsOnMagnitude(Shape shape) { return shape == Shape::UnequalI || shape 
 class SpanClass::Collector {
 public:
     Collector(const SpanClass& of, Part part) :
-        m_of(of), m_part(part), m_noMajor(NO_MOMENT * of.m_major.Largest()),
-        m_noMinor(NO_MOMENT * of.m_minor.Largest()), m_exact(DependsOnMagnitude(of.m_section.shape))
+        m_of(of), m_part(part), m_noMajor(std::max(NO_MOMENT * of.m_major.Largest(), Nominal(of.m_section.Zx))),
+        m_noMinor(std::max(NO_MOMENT * of.m_minor.Largest(), Nominal(of.m_section.Zy))),
+        m_exact(DependsOnMagnitude(of.m_section.shape))
     {}
 
     // The part of one sub-span between two shares of it, for one reading of its moments.
@@ -78,20 +79,42 @@ private:
     void TakeInterval(double from, double to)
     {
         const double middle = 0.5 * (from + to);
-        const double M = m_majorCurve.At(middle);
-        const int sign = M < -m_noMajor ? -1 : M > m_noMajor ? 1 : 0;
+        const int sign = SignBetween(from, to);
         const bool compressed = m_axial.At(middle) < 0.0;
         const bool bentY = std::max({std::abs(m_minorCurve.At(from)), std::abs(m_minorCurve.At(middle)),
                                      std::abs(m_minorCurve.At(to))}) > m_noMinor;
         if (!Counts(sign, compressed, bentY)) return;
         if (m_exact) return TakeExactly(from, to, sign, compressed, bentY);
+        for (const double s : {from, to})
+            Extend(sign, bentY, AxialAt(s, compressed));
+        // Which walls of a hollow section are flanges depends on the axis of bending: where the moment about y-y passes through
+        // zero there is compression alone.
+        if (m_of.m_section.shape != Shape::RHS || sign != 0 || !compressed || !bentY) return;
+        for (const double s : {from, to})
+            if (std::abs(m_minorCurve.At(s)) <= m_noMinor) Extend(0, false, AxialAt(s, true));
+        for (const double s : m_minorCurve.Zeros())
+            if (s > from && s < to) Extend(0, false, AxialAt(s, true));
+    }
+
+    void Extend(int sign, bool bentY, double F)
+    {
         Range& range = m_ranges[static_cast<std::size_t>(sign) + 1][bentY];
-        for (const double s : {from, to}) {
-            const double F = AxialAt(s, compressed);
-            if (!range.any) range = {true, F, F};
-            range.least = std::min(range.least, F);
-            range.greatest = std::max(range.greatest, F);
+        if (!range.any) range = {true, F, F};
+        range.least = std::min(range.least, F);
+        range.greatest = std::max(range.greatest, F);
+    }
+
+    // Of the largest moment there; none where all of it counts as zero.
+    int SignBetween(double from, double to) const
+    {
+        const double extreme = m_majorCurve.Extreme();
+        int sign = 0;
+        for (const double s : {from, 0.5 * (from + to), to, extreme}) {
+            if (!(s >= from && s <= to)) continue;
+            const double M = m_majorCurve.At(s);
+            if (std::abs(M) > m_noMajor) sign = M < 0.0 ? -1 : 1;
         }
+        return sign;
     }
 
     bool Counts(int sign, bool compressed, bool bentY) const

@@ -163,9 +163,12 @@ KELTRIX_BS5950_API SlendernessLT LateralTorsionalSlenderness(const SectionProper
                                                              bool flange1InCompression);
 /// βW of clause 4.3.6.9: the modulus of the class over Sx.
 KELTRIX_BS5950_API double BetaW(const SectionProperties& s, const Classification& c);
-/// Whether moment about x-x can cause lateral-torsional buckling at all (not for circular and square hollow sections,
-/// nor for a T with Iy not below Ix).
+/// Whether moment about x-x can cause lateral-torsional buckling at all: not for circular hollow sections, nor where Iy is not
+/// below Ix. A welded box can be stiffer about x-x though it is wider than deep.
 KELTRIX_BS5950_API bool CanBuckleLaterally(const SectionProperties& s);
+/// Clause 4.3.6.1: whether Table 15 lets a rectangular hollow section of this slenderness LE/ry have Mb = Mc. The table is for
+/// the hollow sections of Table 12 with one wall thickness; welded boxes have B.2.6 throughout.
+KELTRIX_BS5950_API bool IsWithinTable15(const SectionProperties& s, const Material& m, double slenderness);
 /// Clause 4.3.6.4: Mb = pb times the modulus of the class, with its design strength (3.6.5) in pb and λL0; clause 4.3.8 for
 /// angles, about u-u. Reads Wx and pyMomentX of the class.
 KELTRIX_BS5950_API double BucklingResistanceMoment(const SectionProperties& s, const Material& m,
