@@ -5,6 +5,7 @@
 
 #include "SectionShapes.h"
 #include "Text.h"
+#include "keltrix/design/LateralLength.h"
 #include "keltrix/design/Stretches.h"
 
 namespace Keltrix::App {
@@ -246,6 +247,18 @@ std::string RowsOf(const Steel::CMemberResult& result)
     return rows;
 }
 
+const char* TableName(Design::LateralTable table)
+{
+    switch (table) {
+    case Design::LateralTable::Table13:
+        return "Table 13";
+    case Design::LateralTable::Table14:
+        return "Table 14";
+    default:
+        return "the longer of Tables 13 and 14";
+    }
+}
+
 class Reporter {
 public:
     Reporter(CodelessMember& member, Split split, std::optional<double> EI) :
@@ -393,29 +406,17 @@ private:
     {
         Steel::CMemberResult result;
         const CCodeShare rules(&result);
-        const bool destabilising = IsDestabilised(stretch);
         EffectiveLengthLT lt;
         lt.flange = flange == Flange::First ? CCodeShare::LT_COMP_FLANGE1 : CCodeShare::LT_COMP_FLANGE2;
-        const auto direction = static_cast<CCodeShare::LT_BuckleDirection>(lt.flange);
         lt.start = stretch.left.x;
         lt.end = stretch.right.x;
         lt.cantilever = stretch.cantilever;
-        if (lt.cantilever) {
-            lt.table = "Table 14";
-            const bool isTipLeft = stretch.left.kind == Design::EndKind::Tip;
-            const StretchEnd& support = isTipLeft ? stretch.right : stretch.left;
-            CRestraint tip = isTipLeft ? stretch.left.restraint : stretch.right.restraint;
-            const double moment = (isTipLeft ? m_major.RightOf(lt.start) : m_major.LeftOf(lt.end)).Worst();
-            tip.SetForcesAndMoments({0.0, 0.0, 0.0}, {0.0, moment, 0.0}, true);
-            lt.length = rules.BS5950_1_2000_Table14(stretch.Length(), direction, support.restraint, tip, destabilising);
-        } else {
-            lt.table = "Table 13";
-            lt.nominalRejectedLeft = RejectsNominal(stretch.left);
-            lt.nominalRejectedRight = RejectsNominal(stretch.right);
-            lt.length = rules.BS5950_1_2000_Table13(stretch.Length(), m_depth, direction, stretch.left.restraint,
-                                                    stretch.right.restraint, destabilising, lt.nominalRejectedLeft,
-                                                    lt.nominalRejectedRight);
-        }
+        const Design::LateralLength found =
+            Design::FindLateralLength(stretch, flange, m_points, m_major, m_depth, IsDestabilised(stretch), rules);
+        lt.table = TableName(found.table);
+        lt.length = found.LE;
+        lt.nominalRejectedLeft = found.nominalRefused[0];
+        lt.nominalRejectedRight = found.nominalRefused[1];
         lt.row = RowsOf(result);
         return lt;
     }
@@ -431,18 +432,6 @@ private:
                 return true;
         }
         return false;
-    }
-
-    // Clause 4.3.5.2: a support, or an end of the member, without torsional restraint of any kind gives no row.
-    bool RejectsNominal(const StretchEnd& end) const
-    {
-        if (end.point < 0) return false;
-        const int last = static_cast<int>(m_points.size()) - 1;
-        const CRestraint restraint = m_points[static_cast<std::size_t>(end.point)].GetRestraint();
-        const bool isSupport =
-            end.point == 0 || end.point == last || restraint.IsRestrained(CRestraint::MAJOR_SHEAR, false);
-        const unsigned int torsion = CRestraint::TORSION | CRestraint::TORSION_PART | CRestraint::TORSION_FRICTION;
-        return isSupport && end.restraint.IsFree(torsion, true);
     }
 
     CodelessMember& m_member;

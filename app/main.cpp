@@ -173,6 +173,18 @@ void AddSpans(CLI::App& app, Commands& commands, Shared& shared, SpansOptions& o
 }
 
 #ifdef KSTEEL_WITH_BS5950
+// A length in this range, which not-a-number is not.
+CLI::Validator Between(double least, double most)
+{
+    const std::string range = Shortest(least) + " to " + Shortest(most);
+    return {[=](const std::string& text) {
+                double length = 0.0;
+                const bool isInside = CLI::detail::lexical_cast(text, length) && length >= least && length <= most;
+                return isInside ? std::string() : "got " + text + ", expected a length in m, " + range;
+            },
+            range};
+}
+
 // What the member file has no place for.
 void AddMemberOptions(CLI::App& command, MemberOptions& options)
 {
@@ -190,9 +202,9 @@ void AddMemberOptions(CLI::App& command, MemberOptions& options)
                      "The given moments hold the eccentricity of these ends: 4.6.3.1 and 4.7.10 do not apply");
     command.add_flag("--simple-column", design.simpleColumn, "Column in simple construction, nominal moments (4.7.7)");
     command.add_option("--bearing", design.stiffBearing, "Stiff bearing length at supports and loads, m (4.5)")
-        ->check(CLI::Range(0.001, 1.0));
+        ->check(Between(0.001, 1.0));
     command.add_option("--stiffeners", design.stiffenerSpacing, "Distance of transverse web stiffeners, m (4.4.5)")
-        ->check(CLI::Range(0.01, 100.0));
+        ->check(Between(0.01, 100.0));
 }
 
 void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& options)

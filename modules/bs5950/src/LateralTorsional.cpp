@@ -8,6 +8,7 @@
 #include "MemberText.h"
 #include "MomentShape.h"
 #include "SpanClass.h"
+#include "keltrix/design/LateralLength.h"
 
 namespace Keltrix::BS5950 {
 
@@ -132,76 +133,36 @@ bool CSteelMemberBS5950::IsUnsupportedEnd(const StretchEnd& end) const
            !PointRestraint(end.point).IsRestrained(CRestraint::MAJOR_SHEAR, false);
 }
 
-// Clause 4.3.5.2: the row with nominal torsional restraint is for a beam that goes on past the restraint or whose
-// support holds it against rotation by itself (4.2.2). A support of which no torsional restraint of any kind is known
-// gives no such row.
-bool CSteelMemberBS5950::IsNominalRowRefused(const StretchEnd& end, Flange flange) const
-{
-    if (end.point < 0) return false;
-    const int last = static_cast<int>(MemberPoints().size()) - 1;
-    const bool support =
-        end.point == 0 || end.point == last || PointRestraint(end.point).IsRestrained(CRestraint::MAJOR_SHEAR, false);
-    return support && end.ofFlange[Index(flange)].IsFree(
-                          CRestraint::TORSION | CRestraint::TORSION_PART | CRestraint::TORSION_FRICTION, true);
-}
-
-bool CSteelMemberBS5950::HasVerticalSupport(const SpanResult& span) const
-{
-    for (int i = span.left; i <= span.right; ++i) {
-        const double x = MemberPoints()[static_cast<std::size_t>(i)].GetPos();
-        if (x >= span.start && x <= span.end && PointRestraint(i).IsRestrained(CRestraint::MAJOR_SHEAR, false))
-            return true;
-    }
-    return false;
-}
-
-// Table 14 for a stretch that reaches from a tip to a vertical support. The longer one of two tips counts.
-double CSteelMemberBS5950::CantileverLength(SpanResult& span, Flange flange) const
-{
-    const CCodeShare rules(Result());
-    const Design::MomentDiagram& moments = MomentsX(span.turned);
-    const auto sense = flange == Flange::First ? CCodeShare::LT_COMP_FLANGE1 : CCodeShare::LT_COMP_FLANGE2;
-    double longest = 0.0;
-    for (const bool left : {true, false}) {
-        const StretchEnd& end = left ? span.from : span.to;
-        if (end.kind != EndKind::Tip) continue;
-        const double moment = (left ? moments.RightOf(span.start) : moments.LeftOf(span.end)).Worst();
-        CRestraint tip = end.ofFlange[Index(flange)];
-        tip.SetForcesAndMoments({0.0, 0.0, 0.0}, {0.0, moment, 0.0}, true);
-        const CRestraint& support = (left ? span.to : span.from).ofFlange[Index(flange)];
-        const double LE = rules.BS5950_1_2000_Table14(span.end - span.start, sense, support, tip, span.destabilising);
-        if (LE < longest) continue;
-        longest = LE;
-        span.tipMoment = moment;
-    }
-    return longest;
-}
-
-// Effective length of the stretch for each flange that is compressed; the longer one counts. With a tip that is held in the fourth
-// way of Table 14 the restraints between it and the support count (4.3.5.5). Whether a stretch from the tip that ends before the
-// support is then a cantilever or a length between two sections that hold the flange is open: the longer of both counts.
+// Effective length of the stretch for each flange that is compressed; the longer one counts.
 void CSteelMemberBS5950::SetLateralLength(SpanResult& span)
 {
     if (span.overridden) return;
-    const CCodeShare rules(Result());
-    const bool table14 = span.cantilever && HasVerticalSupport(span);
     if (!span.cantilever && (IsUnsupportedEnd(span.from) || IsUnsupportedEnd(span.to)))
         Assume(L"vertical support", L"an end without major axis shear restraint is taken as supported, not as a tip",
                std::nan(""));
-    span.lengthRule = table14           ? L"Table 14, cantilever"
-                      : span.cantilever ? L"the longer of Tables 13 and 14, cantilever held up to its tip (4.3.5.5)"
-                                        : L"Table 13";
+    Stretch stretch;
+    stretch.cantilever = span.cantilever;
+    stretch.left = span.from;
+    stretch.right = span.to;
+    const CCodeShare rules(Result());
     for (const Flange f : FLANGES) {
         if (!span.compressed[Index(f)]) continue;
-        const auto sense = f == Flange::First ? CCodeShare::LT_COMP_FLANGE1 : CCodeShare::LT_COMP_FLANGE2;
-        if (span.cantilever) span.LE = std::max(span.LE, CantileverLength(span, f));
-        if (table14) continue;
-        const double LE =
-            rules.BS5950_1_2000_Table13(span.end - span.start, m_section.Properties().D, sense,
-                                        span.from.ofFlange[Index(f)], span.to.ofFlange[Index(f)], span.destabilising,
-                                        IsNominalRowRefused(span.from, f), IsNominalRowRefused(span.to, f));
-        if (LE >= span.LE) span.tipMoment = 0.0; // Table 13 does not know it
-        span.LE = std::max(span.LE, LE);
+        const Design::LateralLength length = Design::FindLateralLength(
+            stretch, f, MemberPoints(), MomentsX(span.turned), m_section.Properties().D, span.destabilising, rules);
+        switch (length.table) {
+        case Design::LateralTable::Table13:
+            span.lengthRule = L"Table 13";
+            break;
+        case Design::LateralTable::Table14:
+            span.lengthRule = L"Table 14, cantilever";
+            break;
+        case Design::LateralTable::LongerOfBoth:
+            span.lengthRule = L"the longer of Tables 13 and 14, cantilever held up to its tip (4.3.5.5)";
+            break;
+        }
+        if (length.LE < span.LE) continue;
+        span.LE = length.LE;
+        span.tipMoment = length.tipMoment;
     }
 }
 

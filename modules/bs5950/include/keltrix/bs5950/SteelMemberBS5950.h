@@ -341,9 +341,6 @@ private:
     bool PointHeld(BucklingMode mode, int point) const;
     bool SubSpanHeld(BucklingMode mode, int subSpan) const;
     bool IsUnsupportedEnd(const Design::StretchEnd& end) const;
-    bool IsNominalRowRefused(const Design::StretchEnd& end, Design::Flange flange) const;
-    bool HasVerticalSupport(const SpanResult& span) const;
-    double CantileverLength(SpanResult& span, Design::Flange flange) const;
     bool IsEccentricStrut() const;
     double Factor(double computed, double least) const;
     /// Moments about the axes of the buckling checks: x-x and y-y, or u-u and v-v of an angle.

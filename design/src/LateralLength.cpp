@@ -1,0 +1,87 @@
+#include "keltrix/design/LateralLength.h"
+
+#include <algorithm>
+
+namespace Keltrix::Design {
+
+using Data::CRestraint;
+using Steel::CCodeShare;
+using Steel::CMemberPoint;
+
+namespace {
+
+CCodeShare::LT_BuckleDirection DirectionOf(Flange flange)
+{
+    return flange == Flange::First ? CCodeShare::LT_COMP_FLANGE1 : CCodeShare::LT_COMP_FLANGE2;
+}
+
+const CRestraint& OfFlange(const StretchEnd& end, Flange flange)
+{
+    return end.ofFlange[static_cast<std::size_t>(flange)];
+}
+
+bool IsVerticalSupport(const CMemberPoint& point)
+{
+    return point.GetRestraint().IsRestrained(CRestraint::MAJOR_SHEAR, false);
+}
+
+bool IsNominalRowRefused(const std::vector<CMemberPoint>& points, const StretchEnd& end, Flange flange)
+{
+    if (end.point < 0) return false;
+    const int last = static_cast<int>(points.size()) - 1;
+    const bool support =
+        end.point == 0 || end.point == last || IsVerticalSupport(points[static_cast<std::size_t>(end.point)]);
+    return support && OfFlange(end, flange)
+                          .IsFree(CRestraint::TORSION | CRestraint::TORSION_PART | CRestraint::TORSION_FRICTION, true);
+}
+
+bool ReachesVerticalSupport(const std::vector<CMemberPoint>& points, const Stretch& stretch)
+{
+    const auto from = std::lower_bound(points.begin(), points.end(), stretch.left.x,
+                                       [](const CMemberPoint& point, double x) { return point.GetPos() < x; });
+    for (auto point = from; point != points.end() && point->GetPos() <= stretch.right.x; ++point)
+        if (IsVerticalSupport(*point)) return true;
+    return false;
+}
+
+void TakeTable14(const Stretch& stretch, Flange flange, const MomentDiagram& diagram, bool destabilising,
+                 const CCodeShare& rules, LateralLength& length)
+{
+    for (const bool left : {true, false}) {
+        const StretchEnd& end = left ? stretch.left : stretch.right;
+        if (end.kind != EndKind::Tip) continue;
+        const double moment = (left ? diagram.RightOf(end.x) : diagram.LeftOf(end.x)).Worst();
+        CRestraint tip = OfFlange(end, flange);
+        tip.SetForcesAndMoments({0.0, 0.0, 0.0}, {0.0, moment, 0.0}, true);
+        const double LE =
+            rules.BS5950_1_2000_Table14(stretch.Length(), DirectionOf(flange),
+                                        OfFlange(left ? stretch.right : stretch.left, flange), tip, destabilising);
+        if (LE < length.LE) continue;
+        length.LE = LE;
+        length.tipMoment = moment;
+    }
+}
+
+} // namespace
+
+LateralLength FindLateralLength(const Stretch& stretch, Flange flange, const std::vector<CMemberPoint>& points,
+                                const MomentDiagram& diagram, double depth, bool destabilising, const CCodeShare& rules)
+{
+    LateralLength length;
+    if (stretch.cantilever) {
+        TakeTable14(stretch, flange, diagram, destabilising, rules, length);
+        length.table = LateralTable::Table14;
+        if (ReachesVerticalSupport(points, stretch)) return length;
+        length.table = LateralTable::LongerOfBoth;
+    }
+    length.nominalRefused = {IsNominalRowRefused(points, stretch.left, flange),
+                             IsNominalRowRefused(points, stretch.right, flange)};
+    const double LE = rules.BS5950_1_2000_Table13(stretch.Length(), depth, DirectionOf(flange),
+                                                  OfFlange(stretch.left, flange), OfFlange(stretch.right, flange),
+                                                  destabilising, length.nominalRefused[0], length.nominalRefused[1]);
+    if (LE >= length.LE) length.tipMoment = 0.0;
+    length.LE = std::max(length.LE, LE);
+    return length;
+}
+
+} // namespace Keltrix::Design
