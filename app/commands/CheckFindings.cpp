@@ -88,7 +88,8 @@ ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, co
 
 CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOptions& options, const Console& console)
 {
-    CheckedMember checked = CheckMember(file, i, options.member, options.format == Format::TABLE && options.report != "table");
+    CheckedMember checked =
+        CheckMember(file, i, options.member, options.format == Format::TABLE && options.report != "table");
     for (const MemberWarning& warning : checked.CheckWarnings())
         console.err(warning.Message());
     return checked;

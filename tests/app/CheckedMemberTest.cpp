@@ -98,8 +98,7 @@ TEST(CheckedMember, TheWholeAgreesWithItsParts)
 {
     for (unsigned seed = 1; seed <= 2000; ++seed) {
         const MemberCase random = RandomCase(seed);
-        const CheckedMember checked =
-            CheckMember(FileOf(random.text), 0, MemberOptions(), false);
+        const CheckedMember checked = CheckMember(FileOf(random.text), 0, MemberOptions(), false);
         double largest = std::fmax(checked.result->UtilBucklingCombined(), checked.result->UtilBucklingLT());
         for (const LocalFinding& f : checked.local)
             largest = std::fmax(
