@@ -97,8 +97,9 @@ SpanResult CSteelMemberBS5950::FlexuralSpan(BucklingMode mode, int left, int rig
     return span;
 }
 
-// Moment over the capacity at the place of the largest moment of the span, with the shear there; 4.8.3.3.2. Where the member is
-// in tension the capacity is that under the moments alone (4.8.2.1): tension can hide that an element is compressed.
+// Largest moment of the span over the capacity at its place, with the shear there; 4.8.3.3.2. Where the other moment vanishes just
+// there, the section can have a better class than it has right beside the place, which then counts. Where the member is in tension
+// the capacity is that under the moments alone (4.8.2.1): tension can hide that an element is compressed.
 void CSteelMemberBS5950::SetCapacityRatios(SpanResult& span) const
 {
     const auto utilised = [&](const PositionResult& p, double PositionResult::*utilisation) {
@@ -111,7 +112,9 @@ void CSteelMemberBS5950::SetCapacityRatios(SpanResult& span) const
     const auto ratio = [&](double PositionResult::*moment, double PositionResult::*utilisation) {
         const double largest = LargestOver(span, [=](const PositionResult& p) { return p.*moment; });
         return LargestOver(span, [=](const PositionResult& p) {
-            return p.*moment >= largest * (1.0 - 1e-9) ? utilised(p, utilisation) : 0.0;
+            const double share = p.found == Found::LargestUtilisation ? 1.0 - 1e-4 : 1.0 - 1e-9;
+            return p.*moment > 0.0 && p.*moment >= largest * share ? utilised(p, utilisation) * largest / p.*moment
+                                                                   : 0.0;
         });
     };
     span.major = ratio(&PositionResult::momentMajor, &PositionResult::major);
