@@ -15,6 +15,7 @@ namespace Keltrix::App {
 namespace {
 
 using nlohmann::json;
+using ::testing::AnyOf;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 using Trial::GOOD_MEMBER;
@@ -316,7 +317,9 @@ TEST(Progress, IsShownOnATerminalAndTakenAway)
             .out;
     };
     const std::string shown = terminal("2>&1 >/dev/null");
-    EXPECT_THAT(shown, HasSubstr("\r2 members, 0 fail, 0 refused, "));
+    // Which of the two a loaded machine shows is up to chance: there is one line in 200 ms at most.
+    EXPECT_THAT(shown,
+                AnyOf(HasSubstr("\r1 members, 0 fail, 0 refused, "), HasSubstr("\r2 members, 0 fail, 0 refused, ")));
     EXPECT_THAT(shown, HasSubstr(" a second\x1b[K\r\x1b[K"));
     EXPECT_EQ(terminal(">/dev/null 2>/dev/null"), "");
     const auto piped = RunShell("M='" + member + "' K='" KSTEEL_PATH "'; " + feed);
