@@ -241,6 +241,7 @@ private:
         }
         for (std::size_t row = 0; row < height; ++row) {
             std::vector<Document::Cell> cells;
+            cells.reserve(columns.size());
             for (std::vector<Document::Cell>& column : columns)
                 cells.push_back(row < column.size() ? std::move(column[row]) : Document::Cell());
             AppendRow(out, line, group.first, indent, cells);

@@ -17,7 +17,6 @@ using Design::Flange;
 using Design::MomentDiagram;
 using Design::Parabola;
 using Design::Stretch;
-using Design::StretchEnd;
 using Steel::CCodeShare;
 using Steel::CMemberPoint;
 using Steel::CSpan;
