@@ -212,14 +212,15 @@ std::vector<Station> CurveStations(const Design::MomentDiagram::Piece& piece, co
 {
     std::vector<double> shares{0.0, 1.0};
     if (curve.curvature != 0.0) {
-        constexpr int chords = 24;
-        shares.reserve(shares.size() + chords); // the ends, the points between, the extreme
-        for (int i = 1; i < chords; ++i)
-            shares.push_back(static_cast<double>(i) / chords);
+        constexpr std::size_t chords = 24;
+        shares.resize(chords + 1);
+        for (std::size_t i = 0; i <= chords; ++i)
+            shares[i] = static_cast<double>(i) / chords;
         if (const double extreme = curve.Extreme(); extreme > 0.0 && extreme < 1.0) shares.push_back(extreme);
         std::sort(shares.begin(), shares.end());
     }
     std::vector<Station> stations;
+    stations.reserve(shares.size());
     for (const double s : shares)
         stations.push_back({piece.Position(s), s == 0.0 ? curve.left : s == 1.0 ? curve.right : curve.At(s)});
     return stations;
