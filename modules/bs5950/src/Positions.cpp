@@ -87,8 +87,11 @@ std::vector<double> RootsBetweenEnds(const Polynomial& p, int degree)
         double high = places[i];
         const bool rises = At(p, low) < 0.0;
         if (rises == (At(p, high) < 0.0)) continue;
-        for (double s = 0.5 * (low + high); s > low && s < high; s = 0.5 * (low + high))
+        double s = 0.5 * (low + high);
+        while (s > low && s < high) {
             ((At(p, s) < 0.0) == rises ? low : high) = s;
+            s = 0.5 * (low + high);
+        }
         if (high > 0.0 && high < 1.0) roots.push_back(high);
     }
     return roots;
