@@ -410,27 +410,14 @@ private:
         lt.start = stretch.left.x;
         lt.end = stretch.right.x;
         lt.cantilever = stretch.cantilever;
-        const Design::LateralLength found =
-            Design::FindLateralLength(stretch, flange, m_points, m_major, m_depth, IsDestabilised(stretch), rules);
+        const Design::LateralLength found = Design::FindLateralLength(
+            stretch, flange, m_points, m_major, m_depth, Design::IsDestabilised(stretch, m_points, m_subSpans), rules);
         lt.table = TableName(found.table);
         lt.length = found.LE;
         lt.nominalRejectedLeft = found.nominalRefused[0];
         lt.nominalRejectedRight = found.nominalRefused[1];
         lt.row = RowsOf(result);
         return lt;
-    }
-
-    // A load above its reference anywhere in the stretch, its ends included.
-    bool IsDestabilised(const Stretch& stretch) const
-    {
-        for (std::size_t i = 0; i < m_points.size(); ++i) {
-            const double x = m_points[i].GetPos();
-            if (x >= stretch.left.x && x <= stretch.right.x && m_points[i].GetRestraint().IsDestabilized()) return true;
-            if (i + 1 < m_points.size() && x < stretch.right.x && m_points[i + 1].GetPos() > stretch.left.x &&
-                m_subSpans[i].GetRestraint().IsDestabilized())
-                return true;
-        }
-        return false;
     }
 
     CodelessMember& m_member;

@@ -57,9 +57,10 @@ struct StationForces {
 struct EffectiveLengthLT {
     int flange = 3; ///< as CCodeShare::LT_BuckleDirection
     double start = 0.0, end = 0.0;
-    std::string
-        table;       ///< "Table 13" of beams, "Table 14" of cantilevers; empty where the member's file gives the length
-    std::string row; ///< "1.0L(normal)"
+    /// "Table 13" of beams, "Table 14" of cantilevers, "the longer of Tables 13 and 14"; empty where the member's file gives
+    /// the length.
+    std::string table;
+    std::string row;     ///< "1.0L(normal)"
     double length = 0.0; ///< infinite where no row applies
     bool cantilever = false;
     bool nominalRejectedLeft = false; ///< the row without torsional restraint was refused at this end

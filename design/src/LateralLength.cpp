@@ -64,6 +64,20 @@ void TakeTable14(const Stretch& stretch, Flange flange, const MomentDiagram& dia
 
 } // namespace
 
+bool IsDestabilised(const Stretch& stretch, const std::vector<CMemberPoint>& points,
+                    const std::vector<Steel::CSubSpan>& subSpans)
+{
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const double x = points[i].GetPos();
+        if (x > stretch.right.x) break;
+        if (x >= stretch.left.x && points[i].GetRestraint().IsDestabilized()) return true;
+        const bool covers = i < subSpans.size() && i + 1 < points.size() && x < stretch.right.x &&
+                            points[i + 1].GetPos() > stretch.left.x;
+        if (covers && subSpans[i].GetRestraint().IsDestabilized()) return true;
+    }
+    return false;
+}
+
 LateralLength FindLateralLength(const Stretch& stretch, Flange flange, const std::vector<CMemberPoint>& points,
                                 const MomentDiagram& diagram, double depth, bool destabilising, const CCodeShare& rules)
 {

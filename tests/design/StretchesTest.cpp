@@ -154,6 +154,46 @@ TEST(Stretches, AnOverhangRunsToTheFirstSectionThatHoldsTheFlange)
     EXPECT_EQ(Words(Stretches(m)), "2: 0..3; 1: 0..6; 2: 3..8 cantilever; 1: 6..8 cantilever");
 }
 
+// Whichever flange is compressed, and where none is: both are held.
+TEST(Stretches, CompressionAndTensionFlangeHeldTogetherAreBothFlanges)
+{
+    EXPECT_EQ(Words(Stretches(WithPurlins(L"FCL FTL"))), "12: 0..3; 12: 3..9; 12: 9..12");
+    Member unloaded = WithPurlins(L"FCL FTL");
+    for (CSubSpan& s : unloaded.subSpans) {
+        s.SetForcesAll({0.0, 0.0, 0.0}, {0.0, 0.0, 0.0});
+        s.SetMomentsAll({0.0, 0.0, 0.0}, {0.0, 0.0, 0.0});
+    }
+    EXPECT_EQ(Words(Stretches(unloaded)), "12: 0..3; 12: 3..9; 12: 9..12");
+}
+
+// A point that holds the top flange, and a deck on the bottom flange beyond it: the stretches of both flanges end there.
+// The deck counts for the bottom flange alone.
+TEST(Stretches, ARestraintAlongTheMemberCountsForItsOwnFlangeAtTheEnd)
+{
+    Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddPoint(m, 3.0, L"F1L");
+    AddPoint(m, 6.0, L"Pinned");
+    AddSubSpan(m, -30e3, 0.0, 0.0, -45e3);
+    AddSubSpan(m, 0.0, 30e3, -45e3, 0.0, L"F2L");
+    const std::vector<Stretch> stretches = Stretches(m);
+    ASSERT_EQ(Words(stretches), "12: 0..3; 1: 3..6; 2: 3..6 held");
+    const Design::StretchEnd& end = stretches.front().right;
+    EXPECT_FALSE(end.ofFlange[0].IsRestrained(CRestraint::FLANGE2_LATERAL, false));
+    EXPECT_TRUE(end.ofFlange[0].IsRestrained(CRestraint::FLANGE1_LATERAL, false));
+    EXPECT_TRUE(end.ofFlange[1].IsRestrained(CRestraint::FLANGE2_LATERAL, false));
+}
+
+// Forces written with a few digits leave -2e-5 N·m where there is nothing: M = 30 kNm s² - 2e-5 N·m vanishes at s = 2.6e-5.
+TEST(Stretches, AContraflexureBesideWhichThereIsNoMomentDividesNothing)
+{
+    Member m;
+    AddPoint(m, 0.0, L"Free");
+    AddPoint(m, 3.0, L"Fixed");
+    AddSubSpan(m, 0.0, 20e3, -2e-5, 30e3, L"FCL");
+    EXPECT_EQ(Words(Stretches(m)), "1: 0..3 cantilever; 2: 0..3 held cantilever");
+}
+
 TEST(Stretches, AnEndWithoutSupportIsNoTipWhereNothingCarriesIt)
 {
     Member m = WithPurlins(L"Free");

@@ -101,21 +101,9 @@ SpanResult CSteelMemberBS5950::LateralSpan(const Stretch& stretch, bool turned) 
         if (std::isnan(moment)) span.effect = moment;
     }
     span.sense = SenseOf(span.compressed);
-    span.destabilising = IsDestabilised(span);
+    span.destabilising = Design::IsDestabilised(stretch, points, SubSpans());
     span.momentX = ShapeOf(MomentsX(turned), span.start, span.end, FactorTable::Table18);
     return span;
-}
-
-// A load above its reference anywhere in the stretch, its ends included.
-bool CSteelMemberBS5950::IsDestabilised(const SpanResult& span) const
-{
-    for (int i = span.left; i <= span.right; ++i) {
-        const double x = MemberPoints()[static_cast<std::size_t>(i)].GetPos();
-        if (x >= span.start && x <= span.end && PointRestraint(i).IsDestabilized()) return true;
-    }
-    for (int k = span.left; k < span.right; ++k)
-        if (SubSpans()[static_cast<std::size_t>(k)].GetRestraint().IsDestabilized()) return true;
-    return false;
 }
 
 void CSteelMemberBS5950::FindLateralSpans(bool turned)

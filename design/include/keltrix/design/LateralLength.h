@@ -13,6 +13,7 @@ namespace Keltrix::Design {
 /// Tables of BS 5950-1:2000, 4.3.5, that gave an effective length.
 enum class LateralTable { Table13, Table14, LongerOfBoth };
 
+/// Effective length for lateral-torsional buckling, and where it comes from.
 struct LateralLength {
     double LE = 0.0; ///< m; infinite where no row of the table applies
     LateralTable table = LateralTable::Table13;
@@ -23,6 +24,11 @@ struct LateralLength {
     /// member, some torsional restraint has to be known.
     std::array<bool, 2> nominalRefused{};
 };
+
+/// Whether a load acts above its reference anywhere in a stretch, its ends included: at a point of the member or along a
+/// sub-span. Linear in the number of points.
+KELTRIX_DESIGN_API bool IsDestabilised(const Stretch& stretch, const std::vector<Steel::CMemberPoint>& points,
+                                       const std::vector<Steel::CSubSpan>& subSpans);
 
 /// Effective length for lateral-torsional buckling of a flange of a stretch. `stretch` and `diagram` are of the member with these
 /// points; `depth` is that of the section, m. Beams are by Table 13, by what the ends hold for this flange. Cantilevers are

@@ -18,8 +18,8 @@ namespace Keltrix::BS5950 {
 
 /// Which end of its sub-span a position is, or a place inside it.
 enum class Place { LeftEnd, Inside, RightEnd };
-/// Why a place is a position: an end of a sub-span, an extreme of a moment, or the place inside a sub-span where a utilisation
-/// is larger than at all of those.
+/// Why a place is a position: an end of a sub-span, an extreme of a moment, the place inside a sub-span where a utilisation is
+/// larger than at all of those, or a place where a rule that applies cannot be evaluated (4.4.4.2).
 enum class Found { End, Extreme, LargestUtilisation, RuleNotEvaluated };
 /// Which moment was taken where the forces of a sub-span do not balance: the one that follows from the left end and the
 /// shears, the one that follows from the right end, or the straight line between the end moments.
@@ -316,7 +316,6 @@ private:
     void FindLateralSpans(bool turned);
     std::vector<Design::Stretch> LateralStretches(bool turned) const;
     SpanResult LateralSpan(const Design::Stretch& stretch, bool turned) const;
-    bool IsDestabilised(const SpanResult& span) const;
     void CheckLateral(SpanResult& span);
     void SetLateralLength(SpanResult& span);
     void SetBendingResistance(SpanResult& span) const;
