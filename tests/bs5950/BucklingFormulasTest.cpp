@@ -186,6 +186,20 @@ TEST(Table23, GoesByTheThickestElement)
     EXPECT_EQ(Table23(PropertiesOf(L"I 700x300x50x30", SEC_WELDED), Axis::Y).over, 1.0);
 }
 
+// 797/558 = 1.43 by the narrower flange, 797/700 = 1.14 by the wider one, which makes it an H section, whose curves are lower; which
+// way up it stands changes nothing.
+TEST(Table23, ASectionOfTwoFlangesGoesByTheWiderOne)
+{
+    for (const wchar_t* section : {L"GI 797x558x700x8x25x38", L"GI 797x700x558x8x38x25"}) {
+        const SectionProperties s = PropertiesOf(section, SEC_ROLLED);
+        EXPECT_EQ(Table23(s, Axis::X).a, 3.5);
+        EXPECT_EQ(Table23(s, Axis::Y).a, 5.5);
+    }
+    const SectionProperties slim = PropertiesOf(L"GI 900x558x700x8x25x38", SEC_ROLLED); // 900/700 = 1.29
+    EXPECT_EQ(Table23(slim, Axis::X).a, 2.0);
+    EXPECT_EQ(Table23(slim, Axis::Y).a, 3.5);
+}
+
 // UB 457x191x67: D 453.4, T 12.7, r 10.2. Rolled d = 453.4 - 2*12.7 - 2*10.2 = 407.6 mm, taken as welded 428.0 mm.
 TEST(WebDepth, OfAWeldedSectionIsTheClearDepth)
 {

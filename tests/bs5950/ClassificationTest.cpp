@@ -194,6 +194,47 @@ TEST(UnequalFlanges, MirrorWithTheMoment)
 }
 
 // At the limit of class 2 the effective plastic modulus is the plastic one, at the limit of class 3 the elastic one.
+// GI 193x120x49x3x7x4 S275, welded, under 46.6 kN and a moment about y-y alone: A = 840 + 196 + 546 = 1582 mm², d/t = 182/3 = 60.7.
+// A moment about x-x beside the place may compress either flange, so r1 = (46.6 + (840 - 196) 0.275)/(546 · 0.275) = 1.49, at most 1:
+// class 2 up to 100/2.5 = 40, class 3 up to 120/(1 + 2 · 46.6/(1582 · 0.275)) = 98.8. Without the flanges r1 = 0.31: class 2 up to 68.2.
+TEST(UnequalFlanges, WithoutAMajorMomentTheLessFavourableSignCounts)
+{
+    const SectionProperties s = PropertiesOf(L"GI 193x120x49x3x7x4", SEC_WELDED);
+    const Classification c = Classify(s, SteelOf(L"S275", s), Bending(0.0, 836.0, -46.6e3));
+    const ElementClass& web = ElementOf(c, L"web");
+    EXPECT_NEAR(web.limit[1], 40.0, 1e-9);
+    EXPECT_NEAR(web.limit[2], 98.8, 0.1);
+    EXPECT_EQ(c.cls, 3);
+}
+
+// GI 1704x258x333x17x7x10 S275, welded: 3311 kN/338.15 cm² is 97.9 N/mm² of tension; 663.9 kNm compresses flange 1 by 663.9/11752 cm³ =
+// 56.5, and 11.1 kNm about y-y its tip by 11.1 · 0.129 m/4148 cm⁴ = 34.5, together 91.0 N/mm². At the tips of the wider flange 2 it would
+// be 44.6.
+TEST(UnequalFlanges, EachFlangeIsCompressedAtItsOwnTips)
+{
+    const SectionProperties s = PropertiesOf(L"GI 1704x258x333x17x7x10", SEC_WELDED);
+    const Material m = SteelOf(L"S275", s);
+    EXPECT_EQ(Classify(s, m, Bending(-663.9e3, 11.1e3, 3311e3)).cls, 1);
+    // 56.5 + 34.5 · 14/11.1 = 100.0
+    const Classification c = Classify(s, m, Bending(-663.9e3, 14.0e3, 3311e3));
+    EXPECT_TRUE(ElementOf(c, L"flange 1 outstand").compressed);
+    EXPECT_FALSE(ElementOf(c, L"flange 2 outstand").compressed);
+    EXPECT_EQ(c.cls, 4);
+}
+
+// I 1243x449x7x31 S355, welded, py 345, ε = 0.8928: d/t = 1181/7 = 168.7. Under 1426 kN of tension and bending r1 = -1426/(1181 · 7 · 0.345)
+// = -0.500, r2 = -1426/(36105 · 0.345) = -0.1145: class 2 up to 100ε/0.5 = 178.6, class 3 only up to 120ε/(1 - 0.229) = 139.0.
+TEST(Table11, WhatIsBeyondTheLimitOfClass3IsSlenderEvenBelowThatOfClass2)
+{
+    const SectionProperties s = PropertiesOf(L"I 1243x449x7x31", SEC_WELDED);
+    const Classification c = Classify(s, SteelOf(L"S355", s), Bending(-2000e3, 0.0, 1426e3));
+    const ElementClass& web = ElementOf(c, L"web");
+    EXPECT_NEAR(web.ratio, 168.7, 0.05);
+    EXPECT_NEAR(web.limit[1], 178.6, 0.3);
+    EXPECT_NEAR(web.limit[2], 139.0, 0.3);
+    EXPECT_EQ(c.cls, 4);
+}
+
 TEST(SemiCompact, ModulusRunsFromPlasticToElastic)
 {
     double before = 0.0;

@@ -206,3 +206,27 @@ TEST(Laws, ACloneChecksToTheSameAnswer)
     copy->Check();
     EXPECT_EQ(result.UtilOverAll(), c.result.UtilOverAll());
 }
+
+// GI 649x205x296x6x9x15 under compression and a moment that changes its sign in the middle, where there is compression alone: a point
+// without restraint there changes nothing.
+TEST(Consistency, APointWhereTheMomentOfUnequalFlangesVanishesChangesNothing)
+{
+    Case given;
+    given.section = L"GI 649x205x296x6x9x15";
+    given.type = SEC_WELDED;
+    given.points = {{0.0, L"Pinned"}, {6.0, L"Pinned"}};
+    given.force = [](double) { return Vector(-300e3, 0, -100e3 / 3.0); };
+    given.moment = [](double x) { return Vector(0, 100e3 - 100e3 * x / 3.0, 0); };
+    Case divided = given;
+    divided.points.insert(divided.points.begin() + 1, {3.0, L"Free"});
+    Checked whole(given);
+    Checked parts(divided);
+    whole.Check();
+    parts.Check();
+    for (const Rule rule : {Rule::BucklingMajor, Rule::BucklingMinor, Rule::BucklingInteraction}) {
+        EXPECT_NEAR(whole.Entry(rule).utilisation / parts.Entry(rule).utilisation, 1.0, 1e-6) << RuleName(rule);
+        EXPECT_GT(whole.Entry(rule).utilisation, 0.0);
+    }
+    // d/t = 625/6 = 104.2 is beyond 120ε/(1 + 2 r2), r2 = 300/(A py): class 4 there.
+    EXPECT_EQ(whole.Spans(BucklingMode::Major).at(0).cls, 4);
+}

@@ -139,6 +139,23 @@ TEST(SectionShapes, PlasticModulusOfATeeWhoseAxisCutsTheFillets)
     EXPECT_NEAR(tee.Sx * 1e6, 71.95, 0.02);
 }
 
+// TEE 109x59x4x4, r = 13: half of the area, 364.3 mm², is the flange's 236 mm², the fillets' 72.5 mm² and 55.7 mm² of stem: the axis is
+// 13.9 mm below the flange, beyond the fillets. Strips of 0.005 mm.
+TEST(SectionShapes, PlasticModulusOfATeeWhoseAxisLiesBelowItsFillets)
+{
+    Strips strips;
+    const int n = 21800;
+    for (int i = 0; i < n; ++i) {
+        const double h = 109.0 / n;
+        const double y = (i + 0.5) * h;
+        strips.Add(y, h * (y > 105.0 ? 59.0 : y > 92.0 ? 4.0 + 2.0 * FilletWidth(13.0, 105.0 - y) : 4.0));
+    }
+    const SectionProperties tee = PropertiesOf(L"TEE 109x59x4x4x13x0");
+    EXPECT_NEAR(strips.A * 1e-6 / tee.A, 1.0, 1e-5);
+    EXPECT_NEAR(strips.PlasticModulus() * 1e-9 / tee.Sx, 1.0, 1e-4);
+    EXPECT_NEAR(tee.Sx * 1e6, 21.535, 0.005);
+}
+
 // The same about y-y of C 141x40x3x5, r = 12: 141 · 3 = 423 mm² of the web, half of the area is 427.4 mm².
 TEST(SectionShapes, PlasticModulusOfAChannelWhoseAxisCutsTheFillets)
 {
@@ -190,6 +207,24 @@ TEST(SectionShapes, AHollowSectionIsClassedWhereItsMomentAboutYVanishes)
     Checked checked(given);
     checked.Check();
     EXPECT_NEAR(checked.Entry(Rule::BucklingMajor).resistance, 356.4e3, 0.3e3);
+}
+
+// BOX 491x383x12x12 S355 under tension and moments of which the one about x-x is largest where the one about y-y vanishes. Under the
+// moments alone (4.8.2.1) a wall across of 467/12 = 38.9 is beyond 40ε = 35.2 right beside the place: class 4, Mcx = 355 Zx = 1043 kNm.
+// At the place the walls across are the 359/12 = 29.9 of the other pair.
+TEST(SectionShapes, AHollowTieIsClassedBesideThePlaceWhereItsMomentAboutYVanishes)
+{
+    Case given;
+    given.section = L"BOX 491x383x12x12";
+    given.grade = L"S355";
+    given.points = {{0.0, L"Pinned"}, {1.0, L"Pinned"}};
+    given.option = CSteelMemberBS5950::MORE_EXACT;
+    given.force = [](double) { return Vector(2669e3, 160.9e3, -135e3); };
+    given.moment = [](double x) { return Vector(0, -135e3 * x, -160.9e3 * (1.0 - x)); };
+    Checked checked(given);
+    checked.Check();
+    const SpanResult span = checked.Spans(BucklingMode::Major).at(0);
+    EXPECT_NEAR(span.Mx / span.major, 355e6 * 0.0029386, 355.0);
 }
 
 // ANGLE 100x65x8 bent about y-y alone with one flange held within the span. How the angle is turned is not known, and with it which

@@ -256,7 +256,8 @@ private:
         return std::min(ends) - std::max(starts) > 1e-9 * m_b.member.Length();
     }
 
-    /// The actions at a place. Where a moment is zero there the place belongs to what is on its two sides.
+    /// The actions at a place. Where a moment is zero there the place belongs to what is on its two sides; the section of unequal
+    /// flanges and the box, whose limits differ between compression alone and bending, to that, too.
     std::vector<Actions> ActionsBeside(int sub, double s) const
     {
         const auto i = static_cast<std::size_t>(sub);
@@ -267,14 +268,13 @@ private:
         const std::vector<Actions> here = ActionsAt(m_b, sub, s),
                                    left = ActionsAt(m_b, sub, std::max(0.0, s - 1e-3 * L)),
                                    right = ActionsAt(m_b, sub, std::min(L, s + 1e-3 * L));
-        const auto least9 = [&](Bending axis) { return 1e-9 * Biggest(m_d, axis, -INF, INF); };
-        const double none[2] = {least9(Bending::Major), least9(Bending::Minor)};
+        const bool alone = m_b.s.shape == Shape::Box || (m_b.s.shape == Shape::I && !m_b.s.EqualFlanges());
         const auto beside = [&](double value, double one, double other, int axis) {
             if (std::fabs(value) >= least[axis]) return std::vector<double>{value};
             std::vector<double> values;
             for (const double v : {one, other})
-                if (std::fabs(v) > none[axis]) values.push_back(std::copysign(least[axis], v));
-            if (values.empty()) values.push_back(0.0);
+                if (std::fabs(v) > least[axis]) values.push_back(std::copysign(least[axis], v));
+            if (values.empty() || (alone && here.front().F < 0.0)) values.push_back(0.0);
             return values;
         };
         std::vector<Actions> all;

@@ -308,10 +308,13 @@ void SetSlender(const Work& w, const std::vector<Plate>& all, const std::vector<
         // Compression alone: both flanges, and the web at its limit of uniform compression.
         const Plate web{p.d / s.t, {40 * w.eps, 40 * w.eps, 40 * w.eps}, false};
         c.pyAxial = ReductionBy({w.Outstand(p.b / s.T), w.Outstand(p.b2 / s.T2), web}, 0.0) * w.py;
+    }
+    if (s.shape == Shape::Tee || (s.shape == Shape::I && !s.EqualFlanges())) {
         // Neither moment alone may find more than this.
         const auto alone = [&](double Mx, double My) {
-            const Actions one{0.0, Mx, My, 0.0, 0.0};
-            return ReductionBy(PlatesI({s, p, w.steel, one, w.eps, w.py, 0.0}), 0.0) * w.py;
+            const Actions moment{0.0, Mx, My, 0.0, 0.0};
+            const Work one{s, p, w.steel, moment, w.eps, w.py, 0.0};
+            return ReductionBy(s.shape == Shape::Tee ? PlatesTee(one) : PlatesI(one), 0.0) * w.py;
         };
         if (w.a.Mx != 0.0) c.pyrX = std::min(c.pyrX, alone(std::copysign(1e-3 * w.py * p.Zx, w.a.Mx), 0.0));
         if (w.a.My != 0.0) c.pyrY = std::min(c.pyrY, alone(0.0, 1e-3 * w.py * p.Zy));

@@ -239,7 +239,7 @@ Capacity MomentCapacity(const Basis& b, const Class& c, const Actions& a)
     m.Mcx = OneCapacity(b, c.pyrX, c.Wx, c.plasticX, ShearModulusX(s, b.p), angle ? b.p.Zu : b.p.Zx, rhoX);
     m.Mcy = OneCapacity(b, c.pyrY, c.Wy, c.plasticY, ShearModulusY(s, b.p), angle ? b.p.Zv : b.p.Zy, rhoY);
     if (b.VwY > 0.0 && std::fabs(a.Vy) > 0.6 * b.VwY && a.Mx != 0.0) {
-        m.flangesCarry = s.B * s.T + (s.shape == Shape::Box ? s.B * s.T : s.B2 * s.T2);
+        m.flangesCarry = s.shape == Shape::I ? s.B * s.T + s.B2 * s.T2 : 2.0 * s.B * s.T;
         m.lowShear = false;
         m.evaluated = !c.flangeSlender;
         const double weaker = s.shape == Shape::I ? std::min(s.B * s.T, s.B2 * s.T2) : s.B * s.T;
@@ -315,6 +315,12 @@ std::vector<double> Places(const Basis& b, int sub)
     if (b.s.shape == Shape::Box) // walls are flange or web by the axis of bending
         for (const double s : b.diagram.Zeros(Bending::Minor, sub))
             places.push_back(s);
+    if (b.s.shape == Shape::Tee ||
+        (b.s.shape == Shape::I && !b.s.EqualFlanges())) { // what is compressed changes beside a zero
+        for (const double s : b.diagram.Zeros(Bending::Major, sub))
+            places.push_back(s);
+        places.insert(places.end(), {0.002 * L, 0.998 * L});
+    }
     std::sort(places.begin(), places.end());
     return places;
 }
@@ -378,7 +384,8 @@ double ClassKey(const Basis& b, int sub, double s, std::size_t reading)
 {
     const Actions a = WithoutNoise(b, ActionsAt(b, sub, s)[reading]);
     const Class c = Classify(b.s, b.p, b.steel, a);
-    return (c.pyrX * c.Wx + c.pyrY * c.Wy) * (b.member.exact && c.cls > 2 ? 2.0 : 1.0);
+    const double axial = a.F < 0.0 ? c.pyAxial * c.Aeff * b.p.Zx / b.p.A : 0.0;
+    return (c.pyrX * c.Wx + c.pyrY * c.Wy + axial) * (b.member.exact && c.cls > 2 ? 2.0 : 1.0);
 }
 
 /// Both sides of a sudden change of class between two places.

@@ -50,7 +50,8 @@ struct Compared {
 
     bool Agrees() const
     {
-        if (std::isinf(module) || std::isinf(second)) return module == second;
+        constexpr double NO_RESISTANCE = 1e9; // what a resistance of rounding makes of any effect
+        if (std::min(module, second) > NO_RESISTANCE) return true;
         return std::fabs(module - second) <= 0.005 * std::max(module, second) + 1e-6;
     }
 };
@@ -148,31 +149,7 @@ void CheckOne(Second::Family family, std::uint64_t seed, Tally& tally, bool verb
     }
 }
 
-// Share of the members of a family in which some rule still differs by more than 0.5 %. What is open is listed in
-// docs/bs5950.md; a share that has fallen for good is lowered here.
-double OpenShare(Second::Family family)
-{
-    switch (family) {
-    case Second::Family::RolledI:
-        return 0.001;
-    case Second::Family::PlateI:
-        return 0.002;
-    case Second::Family::UnequalI:
-        return 0.016;
-    case Second::Family::Channel:
-        return 0.02;
-    case Second::Family::Tee:
-        return 0.03;
-    case Second::Family::Angle:
-        return 0.30;
-    case Second::Family::Hollow:
-        return 0.035;
-    default:
-        return 0.04;
-    }
-}
-
-TEST_P(SecondCalculation, RulesAgreeExceptForWhatIsOpen)
+TEST_P(SecondCalculation, RulesAgree)
 {
     const std::uint64_t members = FromEnvironment("SECOND_MEMBERS", 2500), first = FromEnvironment("SECOND_SEED", 1);
     Tally tally;
@@ -183,16 +160,17 @@ TEST_P(SecondCalculation, RulesAgreeExceptForWhatIsOpen)
     for (const auto& [rule, n] : tally.compared)
         std::printf("  %-18s compared %6d higher %5d lower %5d\n", rule.c_str(), n, tally.higher[rule],
                     tally.lower[rule]);
-    for (const char* rule : {"shear major", "shear minor", "tension"})
-        EXPECT_EQ(tally.higher[rule] + tally.lower[rule], 0) << rule;
-    if (members >= 2500) {
-        EXPECT_LE(tally.disagreeing, OpenShare(GetParam()) * static_cast<double>(members));
-    }
+    EXPECT_EQ(tally.disagreeing, 0);
 }
 
 using Second::Family;
 INSTANTIATE_TEST_SUITE_P(Families, SecondCalculation,
                          testing::Values(Family::RolledI, Family::PlateI, Family::UnequalI, Family::Channel,
-                                         Family::Tee, Family::Angle, Family::Hollow, Family::Tube));
+                                         Family::Tee, Family::Angle, Family::Hollow, Family::Tube),
+                         [](const auto& family) {
+                             std::string name = Second::FamilyName(family.param);
+                             name.erase(std::remove(name.begin(), name.end(), ' '), name.end());
+                             return name;
+                         });
 
 } // namespace

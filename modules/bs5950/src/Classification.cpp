@@ -16,15 +16,16 @@ constexpr const wchar_t* TABLE_12 = L"Table 12";
 // Elastic compressive stresses (compression positive) at the places where elements are judged.
 struct Stresses {
     double axial = 0.0;
-    double top = 0.0;    ///< axial and major-axis bending at the outer face of flange 1
-    double bottom = 0.0; ///< the same at flange 2
-    double side = 0.0;   ///< largest from minor-axis bending
-    double zero = 0.0;   ///< below this nothing counts as compressed
+    double top = 0.0;        ///< axial and major-axis bending at the outer face of flange 1
+    double bottom = 0.0;     ///< the same at flange 2
+    double sideTop = 0.0;    ///< largest from minor-axis bending at flange 1
+    double sideBottom = 0.0; ///< the same at flange 2
+    double zero = 0.0;       ///< below this nothing counts as compressed
 
-    bool TopFlange() const { return top + side > zero; }
-    bool BottomFlange() const { return bottom + side > zero; }
+    bool TopFlange() const { return top + sideTop > zero; }
+    bool BottomFlange() const { return bottom + sideBottom > zero; }
     bool Web() const { return std::max(top, bottom) > zero; }
-    bool Anywhere() const { return std::max(top, bottom) + side > zero; }
+    bool Anywhere() const { return TopFlange() || BottomFlange(); }
 };
 
 Stresses ElasticStresses(const SectionProperties& s, const Material& m, const Actions& a)
@@ -35,20 +36,25 @@ Stresses ElasticStresses(const SectionProperties& s, const Material& m, const Ac
         // About the principal axes, the stresses of both added at one point and the angle turned the worse way.
         const double c = std::abs(std::cos(s.alpha));
         const double n = std::abs(std::sin(s.alpha));
-        f.side = (c * std::abs(a.Mx) + n * std::abs(a.My)) / s.Zu + (n * std::abs(a.Mx) + c * std::abs(a.My)) / s.Zv;
+        f.sideTop = f.sideBottom =
+            (c * std::abs(a.Mx) + n * std::abs(a.My)) / s.Zu + (n * std::abs(a.Mx) + c * std::abs(a.My)) / s.Zv;
         f.top = f.bottom = f.axial;
         f.zero = 1e-9 * m.py;
         return f;
     }
     if (s.shape == Shape::CHS) { // both moments have one resultant
-        f.side = std::hypot(a.Mx, a.My) / s.Zx;
+        f.sideTop = f.sideBottom = std::hypot(a.Mx, a.My) / s.Zx;
         f.top = f.bottom = f.axial;
         f.zero = 1e-9 * m.py;
         return f;
     }
     f.top = f.axial - a.Mx * (s.D - s.cy) / s.Ix;
     f.bottom = f.axial + a.Mx * s.cy / s.Ix;
-    f.side = std::abs(a.My) / s.Zy;
+    f.sideTop = f.sideBottom = std::abs(a.My) / s.Zy;
+    if (s.shape == Shape::UnequalI) { // each at the tips of its own flange
+        f.sideTop = std::abs(a.My) * 0.5 * s.B / s.Iy;
+        f.sideBottom = std::abs(a.My) * 0.5 * s.B2 / s.Iy;
+    }
     f.zero = 1e-9 * m.py;
     return f;
 }
@@ -113,13 +119,16 @@ ElementClass Outstand(const SectionProperties& s, double width, double thickness
 }
 
 // Clause 3.5.5 for sections with unequal flanges. The bending stresses are scaled until the web's compressed edge is at
-// py, because r2 describes the web at the moment capacity.
+// py, because r2 describes the web at the moment capacity. Without a major-axis moment either flange may be the one that a moment
+// beside the place compresses: the less favourable r1 counts.
 void UnequalFlangeRatios(const SectionProperties& s, const Material& m, const Actions& a, Classification& c)
 {
     const double web = s.d * s.t * m.py;
-    c.r1 = LimitR1(-a.F / web);
-    c.r2 = -a.F / (s.A * m.py);
-    if (a.Mx == 0.0) return;
+    if (a.Mx == 0.0) {
+        c.r1 = LimitR1((-a.F + std::abs(s.B * s.T - s.B2 * s.T2) * m.py) / web);
+        c.r2 = -a.F / (s.A * m.py);
+        return;
+    }
     const bool topCompressed = a.Mx < 0.0;
     const double tension = topCompressed ? s.B2 * s.T2 : s.B * s.T;
     const double compression = topCompressed ? s.B * s.T : s.B2 * s.T2;

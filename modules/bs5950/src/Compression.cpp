@@ -13,6 +13,7 @@
 namespace Keltrix::BS5950 {
 
 using Design::EndKind;
+using Design::MomentDiagram;
 using Steel::CMemberResult;
 using Steel::CRestraint;
 
@@ -97,28 +98,46 @@ SpanResult CSteelMemberBS5950::FlexuralSpan(BucklingMode mode, int left, int rig
     return span;
 }
 
-// Largest moment of the span over the capacity at its place, with the shear there; 4.8.3.3.2. Where the other moment vanishes just
-// there, the section can have a better class than it has right beside the place, which then counts. Where the member is in tension
-// the capacity is that under the moments alone (4.8.2.1): tension can hide that an element is compressed.
+// The moment's utilisation of a cross-section with the shear there, 4.8.3.3.2. Where the member is in tension the capacity is that
+// under the moments alone (4.8.2.1), because tension can hide that an element is compressed. Where the other moment vanishes just
+// there, the section can have a better class than it has right beside the place, which then counts.
+double CSteelMemberBS5950::MomentUtilisation(const PositionResult& p, Axis axis, bool turned) const
+{
+    const bool major = axis == Axis::X;
+    PositionResult alone = p;
+    alone.actions.F = std::min(0.0, p.actions.F);
+    const auto evaluated = [&] {
+        CrossSection(m_section, false, false, StiffenerSpacing(Axis::Y)).Evaluate(alone);
+        return major ? alone.major : alone.minor;
+    };
+    double utilisation = p.actions.F > 0.0 ? evaluated() : major ? p.major : p.minor;
+    const MomentDiagram& other = major ? MomentsY(turned) : MomentsX(turned);
+    const double least = major ? LeastMomentY() : LeastMomentX();
+    double& vanishing = major ? alone.actions.My : alone.actions.Mx;
+    if (std::abs(vanishing) > least) return utilisation;
+    const MomentDiagram::Piece& piece = other.At(p.subSpan);
+    const Design::Extremes beside = other.Between(piece.start, piece.End());
+    for (const double extreme : {beside.least, beside.greatest}) {
+        if (std::abs(extreme) <= least) continue;
+        vanishing = std::copysign(2.0 * least, extreme);
+        utilisation = std::max(utilisation, evaluated());
+    }
+    return utilisation;
+}
+
+// Largest moment of the span over the capacity at its place.
 void CSteelMemberBS5950::SetCapacityRatios(SpanResult& span) const
 {
-    const auto utilised = [&](const PositionResult& p, double PositionResult::*utilisation) {
-        if (!(p.actions.F > 0.0)) return p.*utilisation;
-        PositionResult alone = p;
-        alone.actions.F = 0.0;
-        CrossSection(m_section, false, false, StiffenerSpacing(Axis::Y)).Evaluate(alone);
-        return alone.*utilisation;
-    };
-    const auto ratio = [&](double PositionResult::*moment, double PositionResult::*utilisation) {
+    const auto ratio = [&](double PositionResult::*moment, Axis axis) {
         const double largest = LargestOver(span, [=](const PositionResult& p) { return p.*moment; });
-        return LargestOver(span, [=](const PositionResult& p) {
+        return LargestOver(span, [&](const PositionResult& p) {
             const double share = p.found == Found::LargestUtilisation ? 1.0 - 1e-4 : 1.0 - 1e-9;
-            return p.*moment > 0.0 && p.*moment >= largest * share ? utilised(p, utilisation) * largest / p.*moment
-                                                                   : 0.0;
+            const bool counts = p.*moment > 0.0 && p.*moment >= largest * share;
+            return counts ? MomentUtilisation(p, axis, span.turned) * largest / p.*moment : 0.0;
         });
     };
-    span.major = ratio(&PositionResult::momentMajor, &PositionResult::major);
-    span.minor = ratio(&PositionResult::momentMinor, &PositionResult::minor);
+    span.major = ratio(&PositionResult::momentMajor, Axis::X);
+    span.minor = ratio(&PositionResult::momentMinor, Axis::Y);
 }
 
 void CSteelMemberBS5950::SetReasons(SpanResult& span) const

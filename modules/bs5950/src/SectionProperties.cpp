@@ -279,7 +279,8 @@ double DistanceOfArea(double area, double reach, AreaAt areaAt)
     return 0.5 * (low + high);
 }
 
-// Plastic modulus about x-x of a T whose equal-area axis cuts the root fillets, at z below the flange; nothing elsewhere.
+// Plastic modulus about x-x of a T with root fillets whose equal-area axis lies at z below the flange; nothing elsewhere. The geometry
+// class spreads the fillets over the stem, which moves the axis: up to 3 % where they are large beside the stem.
 std::optional<double> TeePlasticModulus(const SectionProperties& s)
 {
     const FilletPart whole = PartOfFillet(s.r, s.r);
@@ -288,9 +289,10 @@ std::optional<double> TeePlasticModulus(const SectionProperties& s)
         return s.t * z + 2.0 * PartOfFillet(s.r, z).area;
     };
     const double half = s.t * stem + 2.0 * whole.area - 0.5 * s.A;
-    if (!(s.r > 0.0) || !(half > 0.0) || !(half < above(s.r))) return std::nullopt;
-    const double z = DistanceOfArea(half, s.r, above);
-    const FilletPart part = PartOfFillet(s.r, z);
+    if (!(s.r > 0.0) || !(half > 0.0)) return std::nullopt;
+    const double beyond = half - above(s.r);
+    const double z = beyond < 0.0 ? DistanceOfArea(half, s.r, above) : s.r + beyond / s.t;
+    const FilletPart part = PartOfFillet(s.r, std::min(z, s.r));
     const double y = stem - z;
     const double below = 0.5 * s.t * y * y + 2.0 * (whole.moment - part.moment - z * (whole.area - part.area));
     return s.A * (s.cy - y) + 2.0 * below;

@@ -31,9 +31,9 @@ bool DependsOnMagnitude(Shape shape) { return shape == Shape::UnequalI || shape 
 class SpanClass::Collector {
 public:
     Collector(const SpanClass& of, Part part) :
-        m_of(of), m_part(part), m_noMajor(std::max(NO_MOMENT * of.m_major.Largest(), Nominal(of.m_section.Zx))),
-        m_noMinor(std::max(NO_MOMENT * of.m_minor.Largest(), Nominal(of.m_section.Zy))),
-        m_exact(DependsOnMagnitude(of.m_section.shape))
+        m_of(of), m_part(part), m_exact(DependsOnMagnitude(of.m_section.shape)),
+        m_noMajor(std::max(NO_MOMENT * of.m_major.Largest(), Nominal(of.m_section.Zx))),
+        m_noMinor(std::max(NO_MOMENT * of.m_minor.Largest(), Nominal(of.m_section.Zy)))
     {}
 
     // The part of one sub-span between two shares of it, for one reading of its moments.
@@ -140,22 +140,27 @@ private:
     // compressed by the moment about y-y too, the stem of a T is not.
     void TakeExactly(double from, double to, int sign, bool compressed, bool bentY)
     {
+        const SectionProperties& section = m_of.m_section;
         const auto at = [&](double s) {
             const double M = m_majorCurve.At(s);
-            const double least = Nominal(m_of.m_section.Zx);
-            const double side = std::max(std::abs(m_minorCurve.At(s)), Nominal(m_of.m_section.Zy));
-            Accumulate({AxialAt(s, compressed),
-                        sign == 0          ? 0.0
-                        : M * sign < least ? sign * least
-                                           : M,
-                        bentY ? side : 0.0, 0.0, 0.0, 0.0});
+            const double least = Nominal(section.Zx);
+            const double side = bentY ? std::max(std::abs(m_minorCurve.At(s)), Nominal(section.Zy)) : 0.0;
+            const double Mx = sign == 0 ? 0.0 : M * sign < least ? sign * least : M;
+            Accumulate({AxialAt(s, compressed), Mx, side, 0.0, 0.0, 0.0});
+            const bool ofMember = m_part == Part::Compressed || m_part == Part::Acted;
+            // The limits of a web between unequal flanges differ between compression alone and bending, however small.
+            if (section.shape == Shape::UnequalI && ofMember && compressed && std::abs(M) <= m_noMajor)
+                Accumulate({AxialAt(s, compressed), 0.0, side, 0.0, 0.0, 0.0});
         };
         at(from);
         at(to);
-        const SectionProperties& section = m_of.m_section;
         const Parabola axial = compressed ? Sum({}, m_axial, -1.0 / section.A) : Parabola{};
-        for (const double edge : {-(section.D - section.cy) / section.Ix, section.cy / section.Ix})
-            for (const double side : {-1.0 / section.Zy, 0.0, 1.0 / section.Zy}) {
+        const double tips = 0.5 / section.Iy; // of both flanges; the stem of a T has none
+        const std::array<std::array<double, 2>, 2> edges{
+            {{-(section.D - section.cy) / section.Ix, section.B * tips},
+             {section.cy / section.Ix, section.shape == Shape::Tee ? 0.0 : section.B2 * tips}}};
+        for (const auto& [edge, tip] : edges)
+            for (const double side : {-tip, 0.0, tip}) {
                 if (!bentY && side != 0.0) continue;
                 const double s = Sum(Sum(axial, m_majorCurve, edge), m_minorCurve, side).Extreme();
                 if (s > from && s < to) at(s);
@@ -182,8 +187,8 @@ private:
 
     const SpanClass& m_of;
     Part m_part;
-    double m_noMajor, m_noMinor;
     bool m_exact;
+    double m_noMajor, m_noMinor;
     Parabola m_axial, m_majorCurve, m_minorCurve;   // of the sub-span at hand
     std::array<std::array<Range, 2>, 3> m_ranges{}; // by the sign of the major moment, and whether there is a minor one
     WorstClass m_worst;

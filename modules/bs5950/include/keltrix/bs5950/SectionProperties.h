@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 
@@ -57,8 +58,8 @@ struct SectionProperties {
     bool IsDoublySymmetric() const { return shape == Shape::I || shape == Shape::RHS || shape == Shape::CHS; }
     bool IsHollow() const { return shape == Shape::RHS || shape == Shape::CHS; }
     bool IsWelded() const { return fabrication == Fabrication::Welded; }
-    /// H section by depth not above 1.2 times width, as Table 23 has it.
-    bool IsHSection() const { return D <= 1.2 * B; }
+    /// H section by depth not above 1.2 times width, as Table 23 has it; of two flanges by the wider one, which has the lower curves.
+    bool IsHSection() const { return D <= 1.2 * std::max(B, B2); }
     /// Least radius of gyration: about v-v for an angle.
     double MinorRadius() const { return shape == Shape::Angle ? rv : ry; }
 };

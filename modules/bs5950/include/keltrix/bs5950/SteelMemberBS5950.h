@@ -305,6 +305,7 @@ private:
     bool HasTwoWays() const;
     void AssumeFactors();
     SpanResult FlexuralSpan(BucklingMode mode, int left, int right, bool turned) const;
+    double MomentUtilisation(const PositionResult& p, Axis axis, bool turned) const;
     void SetCapacityRatios(SpanResult& span) const;
     void SetReasons(SpanResult& span) const;
     void SetOverride(SpanResult& span, double value) const;
