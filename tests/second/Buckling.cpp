@@ -266,8 +266,8 @@ private:
         const double least[2] = {1.000001e-6 * m_b.steel.py * (angle ? m_b.p.Zu : m_b.p.Zx),
                                  1.000001e-6 * m_b.steel.py * (angle ? m_b.p.Zv : m_b.p.Zy)};
         const std::vector<Actions> here = ActionsAt(m_b, sub, s),
-                                   left = ActionsAt(m_b, sub, std::max(0.0, s - 1e-3 * L)),
-                                   right = ActionsAt(m_b, sub, std::min(L, s + 1e-3 * L));
+                                   left = ActionsAt(m_b, sub, std::max(0.0, s - 1e-2 * L)),
+                                   right = ActionsAt(m_b, sub, std::min(L, s + 1e-2 * L));
         const bool alone = m_b.s.shape == Shape::Box || (m_b.s.shape == Shape::I && !m_b.s.EqualFlanges());
         const auto beside = [&](double value, double one, double other, int axis) {
             if (std::fabs(value) >= least[axis]) return std::vector<double>{value};
