@@ -311,7 +311,7 @@ private:
         }
     }
 
-    // The symbols that occur, each with its name. Answers the height of the drawing.
+    // The symbols that occur, each with its name. Returns the height of the drawing.
     double DrawLegend(double y)
     {
         double x = 2.0;

@@ -62,7 +62,7 @@ public:
     T Value(long long exponent)
     {
         if (m_count == 0) return T(0);
-        // Behind more digits than a boundary between two numbers of type T can have, one more says "a little above".
+        // After more digits than a boundary between two numbers of type T can have, one more says "a little above".
         const std::size_t digits = m_count;
         if (m_sticky) m_buffer[m_count++] = '1';
         const long long magnitude = m_magnitude + exponent;

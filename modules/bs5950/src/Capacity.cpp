@@ -21,7 +21,7 @@ SectionCapacity::SectionCapacity(const CSection& section, const CSteelGrade& gra
 }
 
 // A moment that decides which elements are compressed without adding to a stress ratio.
-double SectionCapacity::WithMoment(Axis axis) const
+double SectionCapacity::NominalMoment(Axis axis) const
 {
     return 1e-3 * m_material.py * (axis == Axis::X ? -m_section.Zx : m_section.Zy);
 }
@@ -30,7 +30,7 @@ int SectionCapacity::ClassMajorBending() const
 {
     if (!IsValid()) return 0;
     Actions a;
-    a.Mx = WithMoment(Axis::X);
+    a.Mx = NominalMoment(Axis::X);
     return Classify(m_section, m_material, a).cls;
 }
 
@@ -38,7 +38,7 @@ int SectionCapacity::ClassMinorBending() const
 {
     if (!IsValid()) return 0;
     Actions a;
-    a.My = WithMoment(Axis::Y);
+    a.My = NominalMoment(Axis::Y);
     return Classify(m_section, m_material, a).cls;
 }
 
@@ -89,7 +89,7 @@ double SectionCapacity::Mcx() const
 {
     if (!IsValid()) return 0.0;
     Actions a;
-    a.Mx = WithMoment(Axis::X);
+    a.Mx = NominalMoment(Axis::X);
     return MomentCapacity(m_section, m_material, Classify(m_section, m_material, a), m_design, Axis::X, 0.0);
 }
 
@@ -97,7 +97,7 @@ double SectionCapacity::Mcy() const
 {
     if (!IsValid()) return 0.0;
     Actions a;
-    a.My = WithMoment(Axis::Y);
+    a.My = NominalMoment(Axis::Y);
     return MomentCapacity(m_section, m_material, Classify(m_section, m_material, a), m_design, Axis::Y, 0.0);
 }
 
@@ -106,7 +106,7 @@ std::optional<double> SectionCapacity::Mr(Axis axis, double n) const
     if (!IsValid() || !m_section.IsDoublySymmetric() || !(n >= 0.0 && n <= 1.0)) return std::nullopt;
     Actions a;
     a.F = -n * SquashLoad();
-    (axis == Axis::X ? a.Mx : a.My) = WithMoment(axis);
+    (axis == Axis::X ? a.Mx : a.My) = NominalMoment(axis);
     if (Classify(m_section, m_material, a).cls > 2) return std::nullopt;
     const double Mc = axis == Axis::X ? Mcx() : Mcy();
     return ReducedMomentCapacity(m_section, m_material, axis, n, Mc);
@@ -132,7 +132,7 @@ double SectionCapacity::Mb(double LE) const
 {
     if (!IsValid() || !(LE >= 0.0)) return 0.0;
     Actions a;
-    a.Mx = WithMoment(Axis::X);
+    a.Mx = NominalMoment(Axis::X);
     const Classification c = Classify(m_section, m_material, a);
     return std::min(BucklingResistanceMoment(m_section, m_material, c, LE, true), Mcx());
 }

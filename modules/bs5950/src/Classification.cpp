@@ -318,14 +318,13 @@ double SemiCompactFactor(const ElementClass& e, double power)
 struct SemiCompact {
     double x = 0.0; ///< share of S - Z
     double y = 0.0;
-    bool hasX = false;
-    bool hasY = false;
+    bool hasEffectiveModulus = false;
 };
 
 // Clause 3.5.6: which share of S - Z the effective plastic modulus keeps.
 SemiCompact SemiCompactShares(const SectionProperties& s, const Classification& c)
 {
-    SemiCompact k{1.0, 1.0, true, true};
+    SemiCompact k{1.0, 1.0, true};
     // 3.5.6.3 is for the hollow sections of Table 12: a welded box has no effective plastic modulus.
     if (s.shape != Shape::I && (!s.IsHollow() || s.IsWelded())) return {};
     if (s.shape == Shape::CHS) { // 3.5.6.4: 1.485((140/(D/t) 275/py)^0.5 - 1), 1 at D/t = 50ε² and 0 at 140ε²
@@ -441,12 +440,12 @@ void SetModuli(const SectionProperties& s, const Material& m, const Actions& a, 
     }
     if (c.cls == 3 && s.shape != Shape::Angle) {
         const SemiCompact k = SemiCompactShares(s, c);
-        c.Wx = k.hasX ? s.Zx + (s.Sx - s.Zx) * k.x : s.Zx;
-        c.Wy = k.hasY ? s.Zy + (s.Sy - s.Zy) * k.y : s.Zy;
-        c.WxName = k.hasX ? L"Sx,eff" : L"Zx";
-        c.WyName = k.hasY ? L"Sy,eff" : L"Zy";
-        c.WxIsPlastic = k.hasX;
-        c.WyIsPlastic = k.hasY;
+        c.Wx = k.hasEffectiveModulus ? s.Zx + (s.Sx - s.Zx) * k.x : s.Zx;
+        c.Wy = k.hasEffectiveModulus ? s.Zy + (s.Sy - s.Zy) * k.y : s.Zy;
+        c.WxName = k.hasEffectiveModulus ? L"Sx,eff" : L"Zx";
+        c.WyName = k.hasEffectiveModulus ? L"Sy,eff" : L"Zy";
+        c.WxIsPlastic = k.hasEffectiveModulus;
+        c.WyIsPlastic = k.hasEffectiveModulus;
     }
     if (c.cls == 4) SetSlender(s, m, a, c);
 }

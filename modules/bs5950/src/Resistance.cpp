@@ -24,8 +24,7 @@ double PerryStrength(double pE, double py, double eta)
     return pE * py / (phi + std::sqrt(phi * phi - pE * py));
 }
 
-// Clamps to 0 to 1.
-double Unit(double value) { return std::clamp(value, 0.0, 1.0); }
+double ClampToUnit(double value) { return std::clamp(value, 0.0, 1.0); }
 
 } // namespace
 
@@ -158,7 +157,7 @@ double HighShearFactor(double Fv, double Pv)
 {
     const double ratio = std::abs(Fv) / Pv;
     if (!(ratio > 0.6)) return 0.0;
-    return Unit(std::pow(2.0 * ratio - 1.0, 2.0));
+    return ClampToUnit(std::pow(2.0 * ratio - 1.0, 2.0));
 }
 
 double MomentCapacity(const SectionProperties& s, const Material& m, const Classification& c,
@@ -193,7 +192,7 @@ double FlangesOnlyMomentCapacity(const SectionProperties& s, const Material& m, 
 
 double ReducedPlasticModulus(const SectionProperties& s, Axis axis, double n)
 {
-    n = Unit(n);
+    n = ClampToUnit(n);
     const double A = s.A;
     if (s.shape == Shape::CHS) return s.Sx * std::cos(0.5 * std::numbers::pi * n);
     const bool x = axis == Axis::X;

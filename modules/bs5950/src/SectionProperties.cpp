@@ -94,7 +94,7 @@ void SetFabrication(SectionProperties& s, const CSecComp& component)
     s.fabricationContradicted = make.contradicted;
 }
 
-SectionProperties Outline(const CSecComp& component, Shape shape)
+SectionProperties DimensionsOf(const CSecComp& component, Shape shape)
 {
     SectionProperties s;
     s.shape = shape;
@@ -475,7 +475,7 @@ std::unique_ptr<CDesSectGeom> MakeGeometry(const CSection& section, CMemberResul
 {
     const std::optional<Shape> shape = ShapeOf(section.Component(0));
     if (!shape) return nullptr;
-    if (!IsSection(Outline(section.Component(0), *shape))) return nullptr;
+    if (!IsSection(DimensionsOf(section.Component(0), *shape))) return nullptr;
     return Steel::MakeSectionShape(section, result);
 }
 
@@ -484,7 +484,7 @@ std::optional<SectionProperties> MakeProperties(const CSection& section, CMember
     const std::unique_ptr<CDesSectGeom> geometry = MakeGeometry(section, result);
     if (!geometry) return std::nullopt;
     const CSecComp& component = section.Component(0);
-    SectionProperties s = Outline(component, *ShapeOf(component));
+    SectionProperties s = DimensionsOf(component, *ShapeOf(component));
     if (s.fabrication == Fabrication::Formed && !s.IsHollow()) return std::nullopt; // open ones are for BS 5950-5
     SetElementWidths(s);
     SetProperties(s, *geometry, component.Dimension(0.0, CSecGeom::TOE_RADIUS));

@@ -55,7 +55,7 @@ private:
     double AtOwnClass(Resistance resistance) const;
     double Pc(Axis axis, double LE) const;
     std::optional<double> Mr(Axis axis, double n) const;
-    double WithMoment(Axis axis) const;
+    double NominalMoment(Axis axis) const;
 
     SectionProperties m_section;
     Material m_material;
