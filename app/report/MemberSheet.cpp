@@ -22,7 +22,7 @@ namespace Keltrix::App {
 
 namespace {
 
-using BS5950::LedgerEntry;
+using Design::RuleFinding;
 using Steel::CMemberResult;
 
 std::string Wording(const wchar_t* text) { return EscapedHtml(Utf8(std::wstring_view(text))); }
@@ -51,6 +51,12 @@ std::string SignaturesHtml(const TitleBlock& block)
     return html + "</tbody></table>\n";
 }
 
+std::string Edition(const Design::DesignCode& code)
+{
+    const std::string edition = Wording(code.Description().edition);
+    return edition.empty() ? edition : ", " + edition;
+}
+
 std::string TitleBlockHtml(const CheckedMember& checked, const TitleBlock& block)
 {
     std::vector<std::pair<std::string, std::string>> cells;
@@ -64,8 +70,7 @@ std::string TitleBlockHtml(const CheckedMember& checked, const TitleBlock& block
     add("Revision", given(block.revision));
     add("Member", given(block.member));
     add("Section", Isolated(checked.Section()) + ", grade " + EscapedHtml(checked.Grade()));
-    add("Code",
-        EscapedHtml(Utf8(checked.member->DesOptName(checked.member->DesOpt()))) + ", with its 2001 corrigendum");
+    add("Code", EscapedHtml(Utf8(checked.member->DesOptName(checked.member->DesOpt()))) + Edition(*checked.code));
     add("Forces from", given(block.forces));
     add("File", Isolated(checked.name));
     add("Program", "ksteel " + EscapedHtml(block.version));
@@ -212,9 +217,9 @@ std::string ValueTable(const char* caption, const std::vector<SectionValue>& val
 
 std::string ClassAndStrength(const CheckedMember& checked)
 {
-    return "<p>Class " + std::to_string(checked.member->SectionClass()) +
-           ", design strength py = " + EscapedHtml(Utf8(CDesFormat().Stress(checked.member->DesignStrength()))) +
-           "</p>\n";
+    return "<p>Class " + std::to_string(checked.member->SectionClass()) + ", design strength " +
+           Wording(checked.findings.designStrength.symbol) + " = " +
+           EscapedHtml(Utf8(CDesFormat().Stress(checked.findings.designStrength.value))) + "</p>\n";
 }
 
 std::string SectionHtml(const std::string& id, const CheckedMember& checked)
@@ -248,34 +253,25 @@ std::string SectionLine(const CheckedMember& checked)
 
 // --- Checks ---
 
-std::string ResistanceText(const LedgerEntry& entry)
+std::string ResistanceText(const RuleFinding& entry)
 {
     if (std::isnan(entry.resistance)) return {};
-    const CDesFormat format;
-    const CString value = entry.quantity == BS5950::Quantity::Force    ? format.Force(entry.resistance)
-                          : entry.quantity == BS5950::Quantity::Moment ? format.Moment(entry.resistance)
-                          : entry.quantity == BS5950::Quantity::Stress ? format.Stress(entry.resistance)
-                                                                       : format.NoDim(entry.resistance);
+    const CString value = Design::QuantityText(entry.quantity, entry.resistance, CDesFormat());
     return Wording(entry.symbol) + " = " + EscapedHtml(Utf8(value));
 }
 
-std::string PlaceText(const LedgerEntry& entry)
+std::string PlaceText(const RuleFinding& entry)
 {
     if (std::isnan(entry.start)) return {};
     return entry.start == entry.end ? "at " + Metres(entry.start) : Metres(entry.start) + " to " + Metres(entry.end);
 }
 
-bool WasEvaluated(const LedgerEntry& entry)
+std::string CheckRow(const RuleFinding& entry)
 {
-    return entry.status == BS5950::CheckStatus::Passed || entry.status == BS5950::CheckStatus::Failed;
-}
-
-std::string CheckRow(const LedgerEntry& entry)
-{
-    const bool fails = entry.status == BS5950::CheckStatus::Failed;
+    const bool fails = entry.status == Design::CheckStatus::Failed;
     std::string html = entry.governing ? "<tr class=\"governs\">" : "<tr>";
-    html += "<td>" + Wording(BS5950::RuleName(entry.rule)) + (entry.governing ? " (governs)" : "") + "</td><td>" +
-            Wording(entry.clause) + "</td><td>" + PlaceText(entry) + "</td><td class=\"n\">" +
+    html += "<td>" + Wording(entry.name) + (entry.governing ? " (governs)" : "") + "</td><td>" + Wording(entry.clause) +
+            "</td><td>" + PlaceText(entry) + "</td><td class=\"n\">" +
             (entry.utilisation == 0.0 ? std::string() : UtilText(entry.utilisation)) + "</td><td class=\"n\">" +
             ResistanceText(entry) + "</td><td>" + StatusHtml(fails ? "fail" : "pass");
     if (entry.reason[0] != L'\0') html += ": " + Wording(entry.reason);
@@ -283,47 +279,46 @@ std::string CheckRow(const LedgerEntry& entry)
 }
 
 // In the short form with the largest utilisation of each rule, and every failure.
-std::string CheckTable(const BS5950::Ledger& ledger, bool isBrief)
+std::string CheckTable(const Design::MemberFindings& findings, bool isBrief)
 {
     std::string html = TableHead("Checks that were evaluated", {"Check", "Clause", "Where"},
                                  {"Utilisation", "Resistance"}, {"Result"});
-    for (const LedgerEntry& entry : ledger.Entries()) {
+    for (const RuleFinding& entry : findings.rules) {
         const bool isShown =
-            !isBrief || entry.status == BS5950::CheckStatus::Failed || &entry == ledger.Find(entry.rule);
-        if (WasEvaluated(entry) && isShown) html += CheckRow(entry);
+            !isBrief || entry.status == Design::CheckStatus::Failed || &entry == findings.Worst(entry.rule);
+        if (entry.WasEvaluated() && isShown) html += CheckRow(entry);
     }
     return html + "</tbody></table>\n";
 }
 
 // What lies outside the input, in one sentence.
-std::string OutsideHtml(const BS5950::Ledger& ledger)
+std::string OutsideHtml(const Design::MemberFindings& findings)
 {
     std::string rules;
-    for (const LedgerEntry& entry : ledger.Entries()) {
-        if (entry.status != BS5950::CheckStatus::OutOfScope) continue;
-        rules +=
-            (rules.empty() ? "" : "; ") + Wording(BS5950::RuleName(entry.rule)) + " (" + Wording(entry.clause) + ")";
+    for (const RuleFinding& entry : findings.rules) {
+        if (entry.status != Design::CheckStatus::OutOfScope) continue;
+        rules += (rules.empty() ? "" : "; ") + Wording(entry.name) + " (" + Wording(entry.clause) + ")";
     }
     return rules.empty() ? std::string() : "<p>Outside the input, to be checked by other means: " + rules + ".</p>\n";
 }
 
 // What was not evaluated comes before what does not apply: the engineer has to look after it. The short form leaves out what does
 // not apply, and only names what lies outside the input.
-std::string IdleTable(const BS5950::Ledger& ledger, bool isBrief)
+std::string IdleTable(const Design::MemberFindings& findings, bool isBrief)
 {
     std::string rows;
-    for (const BS5950::CheckStatus status :
-         {BS5950::CheckStatus::NotEvaluated, BS5950::CheckStatus::OutOfScope, BS5950::CheckStatus::NotApplicable}) {
-        if (isBrief && status != BS5950::CheckStatus::NotEvaluated) break;
-        for (const LedgerEntry& entry : ledger.Entries()) {
+    for (const Design::CheckStatus status :
+         {Design::CheckStatus::NotEvaluated, Design::CheckStatus::OutOfScope, Design::CheckStatus::NotApplicable}) {
+        if (isBrief && status != Design::CheckStatus::NotEvaluated) break;
+        for (const RuleFinding& entry : findings.rules) {
             if (entry.status != status) continue;
-            rows += "<tr><td>" + Wording(BS5950::RuleName(entry.rule)) + "</td><td>" + Wording(entry.clause) +
-                    "</td><td>" + Wording(BS5950::StatusName(status)) + ": " + Wording(entry.reason);
+            rows += "<tr><td>" + Wording(entry.name) + "</td><td>" + Wording(entry.clause) + "</td><td>" +
+                    Wording(Design::StatusName(status)) + ": " + Wording(entry.reason);
             if (const std::string place = PlaceText(entry); !place.empty()) rows += ", " + place;
             rows += "</td></tr>\n";
         }
     }
-    const std::string outside = isBrief ? OutsideHtml(ledger) : std::string();
+    const std::string outside = isBrief ? OutsideHtml(findings) : std::string();
     if (rows.empty()) return "<div class=\"small\">\n" + outside + "</div>\n";
     return "<div class=\"small\">\n" +
            TableHead("Checks without a result", {"Check without a result", "Clause", "Why"}, {}, {}) + rows +
@@ -339,12 +334,12 @@ std::string ListHtml(const std::vector<std::string>& sentences, const char* none
     return html + "</ul>\n";
 }
 
-std::vector<std::string> AssumptionSentences(const BS5950::CSteelMemberBS5950& member)
+std::vector<std::string> AssumptionSentences(const Design::MemberFindings& findings)
 {
     std::vector<std::string> sentences;
-    for (const BS5950::Assumption& assumption : member.Assumptions())
+    for (const Design::Assumption& assumption : findings.assumptions)
         sentences.push_back(Utf8(std::wstring_view(assumption.name)) + ": " +
-                            Utf8(BS5950::AssumptionText(assumption, CDesFormat())));
+                            Utf8(Design::AssumptionText(assumption, CDesFormat())));
     return sentences;
 }
 
@@ -397,11 +392,11 @@ public:
         double end; // start, where it is a position
     };
 
-    GoverningPlace(const BS5950::Ledger& ledger, const std::vector<Place>& places, bool isSpan)
+    GoverningPlace(const Design::MemberFindings& findings, const std::vector<Place>& places, bool isSpan)
     {
-        const LedgerEntry* worst = nullptr;
-        for (const LedgerEntry& entry : ledger.Entries()) {
-            const bool isOne = WasEvaluated(entry) && !std::isnan(entry.start) && (entry.start < entry.end) == isSpan;
+        const RuleFinding* worst = nullptr;
+        for (const RuleFinding& entry : findings.rules) {
+            const bool isOne = entry.WasEvaluated() && !std::isnan(entry.start) && (entry.start < entry.end) == isSpan;
             // Not-a-number is worse than any number.
             if (isOne && (!worst || !(entry.utilisation <= worst->utilisation))) worst = &entry;
         }
@@ -409,7 +404,7 @@ public:
         for (const Place& place : places) {
             const bool isThere =
                 isSpan ? place.start < worst->end && worst->start < place.end : place.start == worst->start;
-            LedgerEntry named = *worst;
+            RuleFinding named = *worst;
             named.start = place.start;
             named.end = place.end;
             (isThere ? m_governing : m_other).push_back(DescribePlace(named));
@@ -437,18 +432,16 @@ class CalculationHtml {
 public:
     CalculationHtml() = default;
     // The short form: the governing position and span alone, unfolded, with what came to a result or a remark there.
-    explicit CalculationHtml(const BS5950::CSteelMemberBS5950& member) : m_isBrief(true)
+    explicit CalculationHtml(const Design::MemberFindings& findings) : m_isBrief(true)
     {
         std::vector<GoverningPlace::Place> positions;
         std::vector<GoverningPlace::Place> spans;
-        for (const BS5950::PositionResult& position : member.Positions())
+        for (const Design::LocalFinding& position : findings.positions)
             positions.push_back({position.x, position.x});
-        for (const BS5950::SpanResult& span : member.Spans())
+        for (const Design::SpanFinding& span : findings.spans)
             spans.push_back({span.start, span.end});
-        for (const BS5950::InteractionResult& interaction : member.Interactions())
-            spans.push_back({interaction.start, interaction.end});
-        m_position.emplace(member.Checks(), positions, false);
-        m_span.emplace(member.Checks(), spans, true);
+        m_position.emplace(findings, positions, false);
+        m_span.emplace(findings, spans, true);
     }
 
     std::string Of(Document report)
@@ -597,7 +590,7 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
     const CSection section = checked.member->GetKeltrixSec();
     const CSecComp& component = section.Component(0);
     const MemberAxis axis(layout, component.Dimension(0.0, CSecGeom::DEPTH));
-    const BS5950::Ledger& ledger = checked.member->Checks();
+    const Design::MemberFindings& findings = checked.findings;
 
     std::string html = "<h2 id=\"" + id + "-h\">" + Isolated(checked.title) + "</h2>\n" +
                        TitleBlockHtml(checked, block) + VerdictHtml(checked);
@@ -605,7 +598,7 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
                                 StandingHtml(layout, section);
     const std::string actions = Part(id, "actions", "Forces and moments", ActionsHtml(id, layout, axis));
     const std::vector<std::string> set = FlagSentences(checked.result->GetFlags());
-    const std::vector<std::string> assumed = AssumptionSentences(*checked.member);
+    const std::vector<std::string> assumed = AssumptionSentences(findings);
     const std::string flags = Part(id, "flags", "Flags and assumptions",
                                    set.empty() && assumed.empty() && block.isBrief
                                        ? "<p>No flag is set. No assumption was made.</p>\n"
@@ -618,8 +611,8 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
     if (block.isBrief)
         return "<div class=\"brief\">\n" + html + Part(id, "member", "Member", drawing + FewPoints(layout)) + actions +
                Part(id, "steel", "Section", SectionLine(checked)) +
-               Part(id, "checks", "Checks", CheckTable(ledger, true) + IdleTable(ledger, true)) + flags +
-               calculation("Calculation, governing position and span", CalculationHtml(*checked.member),
+               Part(id, "checks", "Checks", CheckTable(findings, true) + IdleTable(findings, true)) + flags +
+               calculation("Calculation, governing position and span", CalculationHtml(findings),
                            checked.result->GetVerbose()) +
                "</div>\n";
 
@@ -629,7 +622,7 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
     html +=
         Part(id, "checks", "Checks",
              (chart.empty() ? "<p>No check has a utilisation above zero.</p>\n" : "<figure>" + chart + "</figure>\n") +
-                 CheckTable(ledger, false) + IdleTable(ledger, false));
+                 CheckTable(findings, false) + IdleTable(findings, false));
     return html + flags + calculation("Calculation", CalculationHtml(), checked.result->GetVerbose()) +
            RenderHtml(ReadMarkup(ReportKey()));
 }

@@ -46,6 +46,8 @@ struct CodeDescription {
     std::vector<Term> annexes;  ///< national annexes, the first is the default; empty where the code has none
     std::vector<Term> grades;   ///< the names that a grade may have, the first is the default
     std::vector<Term> families; ///< the kinds of sections that it takes
+    /// Effective lengths for lateral-torsional buckling are those of Tables 13 and 14 of BS 5950-1:2000 (FindLateralLength).
+    bool lateralLengthsByTables = false;
     const wchar_t* scope = L""; ///< what is checked and what is not, in a sentence or two
 };
 
