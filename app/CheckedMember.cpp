@@ -112,15 +112,17 @@ Json LengthsJson(const std::map<int, SubspanEffectiveLengthData::Entry>& entries
 Json ResistancesJson(const Design::MemberFindings& findings)
 {
     Json json = Json::object();
+    auto& members = json.get_ref<Json::object_t&>(); // no search for each symbol
+    members.reserve(findings.resistances.size() + 1);
     for (const Design::Resistance& resistance : findings.resistances)
-        json[Wording(resistance.symbol)] = OrNull(resistance.value);
+        members.emplace_back(Wording(resistance.symbol), OrNull(resistance.value));
     Json list = Json::array();
     for (const Design::SpanFinding& span : findings.spans) {
         if (span.isCombination) continue;
         list.push_back(JsonObject("start", span.start, "end", span.end, Wording(span.resistance.symbol).c_str(),
                                   OrNull(span.resistance.value)));
     }
-    json["spans"] = std::move(list);
+    members.emplace_back("spans", std::move(list));
     return json;
 }
 

@@ -41,7 +41,7 @@ std::string Alternatives(const std::vector<std::string>& names)
 
 void RequireAny()
 {
-    if (Codes().empty()) throw BadInput("no design code is built in");
+    if (Codes().empty()) throw BadInput("no design code is built in; --module FILE loads one");
 }
 
 // One word of small letters, digits and hyphens.

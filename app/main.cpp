@@ -12,6 +12,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "CodeModule.h"
 #include "DesignCodes.h"
 #include "Output.h"
 #include "SectionCatalogue.h"
@@ -424,6 +425,7 @@ CodeArguments ReadCodeArguments(int argc, char** argv)
     app.allow_windows_style_options(false);
     app.add_option("--code", arguments.code);
     app.add_option("--annex", arguments.annex);
+    app.add_option("--module", arguments.modules)->allow_extra_args(false);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError&) {
@@ -453,8 +455,13 @@ ExitCode Run(int argc, char** argv, Messages& messages)
 
     Shared shared;
     shared.asked = ReadCodeArguments(argc, argv);
+    for (const std::string& file : shared.asked.modules)
+        AddDesignCode(LoadCodeModule(file), "--module: " + PrintableLine(file));
     shared.code = CodeOfOptions(shared.asked);
     app.add_option("--catalogue", shared.catalogue, "Catalogue file of your own sections, added to the built-in ones");
+    app.add_option("--module", shared.parsed.modules, "Shared library with a design code, added to the built-in ones")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
     Commands commands;
     ShowOptions show;
     ValidateOptions validate;

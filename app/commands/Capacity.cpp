@@ -102,6 +102,7 @@ std::string ReducedMarkup(const Design::CapacityTable& table)
 
 std::string BucklingMarkup(const Design::CapacityTable& table, const std::vector<double>& lengths)
 {
+    if (table.buckling.empty()) return {};
     std::string text = "<h5>Buckling resistances</h5>\n<table>LE";
     std::string units = "m";
     for (const Design::CapacityCurve& curve : table.buckling) {
