@@ -216,8 +216,8 @@ CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoic
     checked.file = file.Name();
     checked.line = file.Member(i).firstLine;
     checked.name = file.NameOf(i);
-    checked.code = choice.code;
-    checked.coded = choice.code->NewMember(choice.settings);
+    checked.code = choice.code ? choice.code : DefaultCode().code;
+    checked.coded = checked.code->NewMember(choice.settings);
     checked.member = &checked.coded->Member();
     checked.result = std::make_unique<CMemberResult>();
     const CSteelGrade grade = file.ReadInto(i, *checked.member);
