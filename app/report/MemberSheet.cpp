@@ -354,98 +354,45 @@ std::string PlainText(const Document::Line& line)
     return text;
 }
 
-// The largest utilisation that a part of the report comes to, as it stands there: a bold number after an equals sign.
-std::string LargestResult(const Document& part)
-{
-    std::string largest;
-    double value = -1.0;
-    for (const Document::Line& line : part.lines) {
-        for (const Document::Cell& cell : line.cells) {
-            for (std::size_t i = 1; i < cell.size(); ++i) {
-                if (!cell[i].style.bold || !cell[i - 1].text.ends_with("= ")) continue;
-                CString text = Wide(cell[i].text);
-                const double number = text.CompareNoCase(L"inf") == 0 ? HUGE_VAL : GetValueDouble(text);
-                if (!(number > value)) continue;
-                value = number;
-                largest = cell[i].text;
-            }
-        }
-    }
-    return largest;
-}
-
-bool HasColour(const Document& part, bool isRed = false)
-{
-    for (const Document::Line& line : part.lines)
-        for (const Document::Cell& cell : line.cells)
-            for (const Document::Run& run : cell)
-                if (isRed ? run.style.colour == Document::Colour::Red : run.style.colour != Document::Colour::None)
-                    return true;
-    return false;
-}
-
-// Where the short form looks: the position, or the span, of the largest utilisation, and all others, as headings have them.
+// Where the short form looks: the position, or the span, of the largest utilisation.
 class GoverningPlace {
 public:
-    struct Place {
-        double start;
-        double end; // start, where it is a position
-    };
-
-    GoverningPlace(const Design::MemberFindings& findings, const std::vector<Place>& places, bool isSpan)
+    GoverningPlace(const Design::MemberFindings& findings, bool isSpan)
     {
-        const RuleFinding* worst = nullptr;
         for (const RuleFinding& entry : findings.rules) {
             const bool isOne = entry.WasEvaluated() && !std::isnan(entry.start) && (entry.start < entry.end) == isSpan;
             // Not-a-number is worse than any number.
-            if (isOne && (!worst || !(entry.utilisation <= worst->utilisation))) worst = &entry;
-        }
-        if (!worst) return;
-        for (const Place& place : places) {
-            const bool isThere =
-                isSpan ? place.start < worst->end && worst->start < place.end : place.start == worst->start;
-            RuleFinding named = *worst;
-            named.start = place.start;
-            named.end = place.end;
-            (isThere ? m_governing : m_other).push_back(DescribePlace(named));
+            if (isOne && (!m_worst || !(entry.utilisation <= m_worst->utilisation))) m_worst = &entry;
         }
     }
 
-    // A heading without a known place is about the governing one as well as any other.
-    bool IsIn(const std::string& heading) const
+    // Where nothing was evaluated at a place, every place is as good.
+    bool Has(const Design::CalculationPart& part) const
     {
-        const auto holds = [&](const std::string& place) {
-            const std::size_t at = heading.find(place);
-            return at != std::string::npos && (at == 0 || heading[at - 1] == ' ');
-        };
-        return std::any_of(m_governing.begin(), m_governing.end(), holds) ||
-               std::none_of(m_other.begin(), m_other.end(), holds);
+        if (!m_worst) return true;
+        return IsSpan(part) ? part.start < m_worst->end && m_worst->start < part.end : part.start == m_worst->start;
     }
+
+    static bool IsSpan(const Design::CalculationPart& part) { return part.start < part.end; }
 
 private:
-    std::vector<std::string> m_governing;
-    std::vector<std::string> m_other;
+    const RuleFinding* m_worst = nullptr;
 };
 
-// The report in parts: each heading of the fifth level begins one that can be folded.
+// The report in parts: each heading of the fifth level begins one that can be folded. The short form has the governing position and
+// span alone, unfolded, with what came to a result or a remark there.
 class CalculationHtml {
 public:
-    CalculationHtml() = default;
-    // The short form: the governing position and span alone, unfolded, with what came to a result or a remark there.
-    explicit CalculationHtml(const Design::MemberFindings& findings) : m_isBrief(true)
-    {
-        std::vector<GoverningPlace::Place> positions;
-        std::vector<GoverningPlace::Place> spans;
-        for (const Design::LocalFinding& position : findings.positions)
-            positions.push_back({position.x, position.x});
-        for (const Design::SpanFinding& span : findings.spans)
-            spans.push_back({span.start, span.end});
-        m_position.emplace(findings, positions, false);
-        m_span.emplace(findings, spans, true);
-    }
+    CalculationHtml(const Design::MemberFindings& findings, bool isBrief) :
+        m_findings(findings), m_isBrief(isBrief), m_position(findings, false), m_span(findings, true)
+    {}
 
     std::string Of(Document report)
     {
+        const auto headings = std::count_if(report.lines.begin(), report.lines.end(),
+                                            [](const Document::Line& line) { return line.heading == 5; });
+        // The input report, which comes first, has headings without a finding.
+        m_before = headings - static_cast<std::ptrdiff_t>(m_findings.parts.size());
         for (Document::Line& line : report.lines) {
             if (line.heading == 4) {
                 Flush();
@@ -461,52 +408,70 @@ public:
     }
 
 private:
-    bool IsShown(const std::string& heading)
+    bool IsShown(const std::string& heading) const
     {
-        const bool isLocal = heading.starts_with("Local capacity checks");
-        m_place = isLocal ? &m_position : &m_span;
-        if (m_isBrief) return isLocal || heading.starts_with("Buckling checks");
+        if (m_isBrief) return heading.starts_with("Local capacity checks") || heading.starts_with("Buckling checks");
         // The ledger stands in the table of checks.
         return !heading.starts_with("Ledger of checks");
     }
 
-    bool IsLeftOut(const Document& part) const
+    bool IsLeftOut(const Design::CalculationPart& part) const
     {
-        const bool isEmpty = LargestResult(part).empty() && !HasColour(part);
-        return m_isBrief && (isEmpty || !(*m_place)->IsIn(PlainText(part.lines.front())));
+        const bool isEmpty = std::isnan(part.utilisation) && !part.isMarked;
+        return m_isBrief && (isEmpty || !(GoverningPlace::IsSpan(part) ? m_span : m_position).Has(part));
+    }
+
+    // What the code found in the part at hand; nothing where its text and its findings are not of the same parts.
+    std::optional<Design::CalculationPart> NextFinding()
+    {
+        const std::ptrdiff_t place = m_next++ - m_before;
+        if (m_before < 0 || place < 0) return std::nullopt;
+        return m_findings.parts[static_cast<std::size_t>(place)];
     }
 
     void Flush()
     {
         Document part = std::exchange(m_part, {});
         const bool isPart = std::exchange(m_isPart, false);
-        if (part.lines.empty() || (isPart && IsLeftOut(part))) return;
+        const std::optional<Design::CalculationPart> found = isPart ? NextFinding() : std::nullopt;
+        if (part.lines.empty() || (found && IsLeftOut(*found))) return;
+        if (isPart && m_isBrief && !found && !m_findings.parts.empty()) return;
         if (!isPart || part.lines.size() == 1) {
             m_html += RenderHtml(std::move(part));
             return;
         }
+        m_html += FoldedHtml(std::move(part), found);
+    }
+
+    std::string FoldedHtml(Document part, const std::optional<Design::CalculationPart>& found) const
+    {
         Document heading;
         heading.lines.push_back(std::move(part.lines.front()));
         part.lines.erase(part.lines.begin());
-        const bool fails = HasColour(part, true);
-        std::string result = LargestResult(part);
-        if (!result.empty())
-            result = "<span class=\"result" + std::string(fails ? " fail" : "") + "\">" + EscapedHtml(result) +
+        const bool fails = found && found->isMarked;
+        std::string result;
+        if (found && !std::isnan(found->utilisation))
+            result = "<span class=\"result" + std::string(fails ? " fail" : "") + "\">" + UtilText(found->utilisation) +
                      (fails ? " fails" : "") + "</span>";
         std::string title = RenderHtml(std::move(heading));
         title.pop_back();
-        m_html += (fails || m_isBrief ? "<details open><summary>" : "<details><summary>") + title + result +
-                  "</summary>\n" + RenderHtml(std::move(part)) + "</details>\n";
+        // Where the code tells nothing of the parts none is folded away.
+        const bool isWarned = !found && !m_findings.warnings.empty(); // the warnings stand below the input
+        return (fails || m_isBrief || isWarned || m_findings.parts.empty() ? "<details open><summary>"
+                                                                           : "<details><summary>") +
+               title + result + "</summary>\n" + RenderHtml(std::move(part)) + "</details>\n";
     }
 
+    const Design::MemberFindings& m_findings;
+    const bool m_isBrief;
+    const GoverningPlace m_position;
+    const GoverningPlace m_span;
     std::string m_html;
     Document m_part;
     bool m_isPart = false;
     bool m_isShown = true;
-    bool m_isBrief = false;
-    std::optional<GoverningPlace> m_position;
-    std::optional<GoverningPlace> m_span;
-    const std::optional<GoverningPlace>* m_place = &m_span; // of the parts at hand
+    std::ptrdiff_t m_before = 0;
+    std::ptrdiff_t m_next = 0;
 };
 
 std::string Part(const std::string& id, const char* name, const char* title, const std::string& content)
@@ -612,7 +577,7 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
         return "<div class=\"brief\">\n" + html + Part(id, "member", "Member", drawing + FewPoints(layout)) + actions +
                Part(id, "steel", "Section", SectionLine(checked)) +
                Part(id, "checks", "Checks", CheckTable(findings, true) + IdleTable(findings, true)) + flags +
-               calculation("Calculation, governing position and span", CalculationHtml(findings),
+               calculation("Calculation, governing position and span", CalculationHtml(findings, true),
                            checked.result->GetVerbose()) +
                "</div>\n";
 
@@ -623,7 +588,7 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
         Part(id, "checks", "Checks",
              (chart.empty() ? "<p>No check has a utilisation above zero.</p>\n" : "<figure>" + chart + "</figure>\n") +
                  CheckTable(findings, false) + IdleTable(findings, false));
-    return html + flags + calculation("Calculation", CalculationHtml(), checked.result->GetVerbose()) +
+    return html + flags + calculation("Calculation", CalculationHtml(findings, false), checked.result->GetVerbose()) +
            RenderHtml(ReadMarkup(ReportKey()));
 }
 

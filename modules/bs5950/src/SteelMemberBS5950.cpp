@@ -82,6 +82,7 @@ void CSteelMemberBS5950::DropFindings()
     m_webLoads.clear();
     m_spans.clear();
     m_interactions.clear();
+    m_parts.clear();
     m_refusal = {};
     m_class = 0;
 }
@@ -433,6 +434,11 @@ Design::MemberFindings CSteelMemberBS5950::Findings() const
         findings.spans.push_back(FindingOf(span));
     for (const InteractionResult& interaction : m_interactions)
         findings.spans.push_back({interaction.start, interaction.end, {}, true});
+    // The record gives its text entry by entry.
+    std::vector<std::pair<int, Design::CalculationPart>> parts = m_parts;
+    std::stable_sort(parts.begin(), parts.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (const auto& [entry, part] : parts)
+        findings.parts.push_back(part);
     return findings;
 }
 

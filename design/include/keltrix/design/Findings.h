@@ -108,6 +108,15 @@ struct SpanFinding {
     bool isCombination = false; ///< the stretch that several spans have in common; has no resistance of its own
 };
 
+/// What a part of the calculation in the result's text came to. A part begins at each heading of the fifth level in it.
+struct CalculationPart {
+    double start = 0.0; ///< the place that the part is about, m
+    double end = 0.0;   ///< equal to `start` where it is a position
+    /// The largest utilisation that the part shows; not-a-number where it shows none.
+    double utilisation = std::numeric_limits<double>::quiet_NaN();
+    bool isMarked = false; ///< something in it fails, or was not checked: text in red
+};
+
 /// What of the input a design code does not take.
 enum class Subject { None, Member, Section, Grade, NetToGross, PlasticToElastic, MomentFactor };
 
@@ -129,6 +138,8 @@ struct MemberFindings {
     std::vector<LocalFinding> positions; ///< in the order of their places
     std::vector<Resistance> resistances; ///< of the cross-section, the least along the member
     std::vector<SpanFinding> spans;
+    /// In the order of their headings in the text; empty where no text was asked for or the code does not give them.
+    std::vector<CalculationPart> parts;
 
     /// The finding that governs, or null.
     KELTRIX_DESIGN_API const RuleFinding* Governing() const;

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include "keltrix/bs5950/Capacity.h"
@@ -374,6 +375,8 @@ private:
     std::vector<SpanResult> m_spans;
     std::vector<double> m_levels; ///< of a column in simple construction
     std::vector<InteractionResult> m_interactions;
+    /// Parts of the text, in the order of writing, each with its entry of the result record.
+    std::vector<std::pair<int, Design::CalculationPart>> m_parts;
     Design::Refusal m_refusal; ///< of the last check; Subject::None where it evaluated something
     int m_class = 0;
 };
