@@ -13,7 +13,8 @@ namespace Keltrix::App {
 
 namespace {
 
-using BS5950::LedgerEntry;
+using Design::LocalFinding;
+using Design::RuleFinding;
 using Steel::CMemberResult;
 using Steel::SubspanEffectiveLengthData;
 
@@ -51,39 +52,30 @@ std::string Wording(const wchar_t* text) { return Utf8(std::wstring_view(text));
 
 Json OrNull(double value) { return std::isnan(value) ? Json() : Json(value); }
 
-Json EntryJson(const LedgerEntry& entry)
+Json EntryJson(const RuleFinding& entry)
 {
-    return JsonObject("rule", Wording(BS5950::RuleName(entry.rule)), "clause", Wording(entry.clause), "status",
-                      Wording(BS5950::StatusName(entry.status)), "reason", Wording(entry.reason), "start", entry.start,
+    return JsonObject("rule", Wording(entry.name), "clause", Wording(entry.clause), "status",
+                      Wording(Design::StatusName(entry.status)), "reason", Wording(entry.reason), "start", entry.start,
                       "end", entry.end, "utilisation", entry.utilisation, "symbol", Wording(entry.symbol), "resistance",
                       entry.resistance, "governing", entry.governing);
 }
 
-const char* PlaceName(BS5950::Place place)
+const char* PlaceName(Design::Place place)
 {
     switch (place) {
-    case BS5950::Place::LeftEnd:
+    case Design::Place::LeftEnd:
         return "left end";
-    case BS5950::Place::RightEnd:
+    case Design::Place::RightEnd:
         return "right end";
     default:
         return "inside";
     }
 }
 
-LocalFinding FindingAt(const BS5950::PositionResult& p)
-{
-    return {p.x,          p.subSpan,
-            p.place,      p.combined,
-            p.axial,      p.major,
-            p.minor,      std::max(p.shearMajor, p.shearBuckling),
-            p.shearMinor, p.actions.Mt != 0.0};
-}
-
 Json LocalUtilisations(const CheckedMember& checked)
 {
     Json list = Json::array();
-    for (const LocalFinding& f : checked.local) {
+    for (const LocalFinding& f : checked.findings.positions) {
         list.push_back(JsonObject("position", f.x, "sub_span", f.subSpan + 1, "place", PlaceName(f.place), "combined",
                                   f.combined, "axial", f.axial, "moment_major", f.momentMajor, "moment_minor",
                                   f.momentMinor, "shear_major", f.shearMajor, "shear_minor", f.shearMinor, "torsion",
@@ -117,29 +109,21 @@ Json LengthsJson(const std::map<int, SubspanEffectiveLengthData::Entry>& entries
     return list;
 }
 
-const char* ResistanceSymbol(BS5950::BucklingMode mode)
+Json ResistancesJson(const Design::MemberFindings& findings)
 {
-    switch (mode) {
-    case BS5950::BucklingMode::Major:
-        return "Pcx";
-    case BS5950::BucklingMode::Minor:
-        return "Pcy";
-    default:
-        return "Mb";
-    }
-}
-
-Json ResistancesJson(const BS5950::CSteelMemberBS5950& member)
-{
-    const BS5950::ResistanceSummary r = member.Resistances();
+    Json json = Json::object();
+    auto& members = json.get_ref<Json::object_t&>(); // no search for each symbol
+    members.reserve(findings.resistances.size() + 1);
+    for (const Design::Resistance& resistance : findings.resistances)
+        members.emplace_back(Wording(resistance.symbol), OrNull(resistance.value));
     Json list = Json::array();
-    for (const BS5950::SpanResult& span : member.Spans()) {
-        // A span that is held all along, or has no action to check, has no resistance.
-        list.push_back(JsonObject("start", span.start, "end", span.end, ResistanceSymbol(span.mode),
-                                  span.resistance > 0.0 ? Json(span.resistance) : Json()));
+    for (const Design::SpanFinding& span : findings.spans) {
+        if (span.isCombination) continue;
+        list.push_back(JsonObject("start", span.start, "end", span.end, Wording(span.resistance.symbol).c_str(),
+                                  OrNull(span.resistance.value)));
     }
-    return JsonObject("Pz", OrNull(r.Pz), "Pt", OrNull(r.Pt), "Pvx", OrNull(r.Pvx), "Pvy", OrNull(r.Pvy), "Mcx",
-                      OrNull(r.Mcx), "Mcy", OrNull(r.Mcy), "spans", std::move(list));
+    members.emplace_back("spans", std::move(list));
+    return json;
 }
 
 } // namespace
@@ -163,19 +147,13 @@ std::vector<MemberWarning> CheckedMember::CheckWarnings() const
 
 std::string CheckedMember::Governing() const
 {
-    const LedgerEntry* const entry = member->Checks().Governing();
+    const RuleFinding* const entry = findings.Governing();
     return entry ? DescribeEntry(*entry) : "nothing";
 }
 
 namespace {
 
-// Shows the factor that the file gives.
-class OpenMember : public BS5950::CSteelMemberBS5950 {
-public:
-    using CSteelMemberGen::EquivalentUniformMomentFactor;
-};
-
-Design::Extremes MomentsOf(BS5950::CSteelMemberBS5950& member, Design::Bending bending)
+Design::Extremes MomentsOf(Steel::CSteelMemberGen& member, Design::Bending bending)
 {
     const std::vector<Steel::CMemberPoint> points = member.GetMemberPointVec();
     const Design::MomentDiagram diagram(points, member.GetSubSpanVec(), bending);
@@ -193,62 +171,66 @@ void NoteLargeUtilisation(CheckedMember& checked)
 
 } // namespace
 
-void SetGradeOf(const MemberFile& file, std::size_t i, BS5950::CSteelMemberBS5950& member, const CSteelGrade& grade)
+void SetGradeOf(const MemberFile& file, std::size_t i, const Design::DesignCode& code, Steel::CSteelMemberGen& member,
+                const CSteelGrade& grade)
 {
     if (member.SetGrade(grade)) return;
-    if (BS5950::GradeFromName(grade.Name()) != BS5950::Grade::User)
-        throw file.Refusal(i, "GRADE", "code-grade", Quote(grade.Name().View()), "S275, S355, S460 or User_defined");
-    throw file.Refusal(i, "GRADE", "code-grade", Wording(BS5950::MakeMaterial(grade, 0.0).refusal), {});
+    if (!code.HasGrade(grade.Name()))
+        throw file.Refusal(i, "GRADE", "code-grade", Quote(grade.Name().View()), ListOf(code.Description().grades));
+    throw file.Refusal(i, "GRADE", "code-grade", Utf8(code.GradeRefusal(grade)), {});
 }
 
-void RequireAccepted(const MemberFile& file, std::size_t i, const BS5950::CSteelMemberBS5950& member)
+namespace {
+
+// The keyword of the line that a refusal is about.
+const char* KeywordOf(Design::Subject subject)
 {
-    if (!member.Positions().empty() || member.Checks().Entries().empty()) return;
-    struct Subject {
-        const char* word;
-        const char* keyword;
-    };
-    static constexpr Subject SUBJECTS[] = {{"net to gross", "NET_TO_GROSS"},
-                                           {"plastic to elastic", "ALLOWABLE_PLASTIC/ELASTIC_RATIO"},
-                                           {"uniform moment factor", "EQUIVALENT_UNIFORM_MOMENT_FACTOR"},
-                                           {"grade", "GRADE"},
-                                           {"section", "SECTION"},
-                                           {"element", "SECTION"}};
-    const std::string reason = Wording(member.Checks().Entries().front().reason);
-    for (const Subject& subject : SUBJECTS) {
-        if (reason.find(subject.word) != std::string::npos) throw file.Refusal(i, subject.keyword, "code", reason, {});
+    switch (subject) {
+    case Design::Subject::Section:
+        return "SECTION";
+    case Design::Subject::Grade:
+        return "GRADE";
+    case Design::Subject::NetToGross:
+        return "NET_TO_GROSS";
+    case Design::Subject::PlasticToElastic:
+        return "ALLOWABLE_PLASTIC/ELASTIC_RATIO";
+    case Design::Subject::MomentFactor:
+        return "EQUIVALENT_UNIFORM_MOMENT_FACTOR";
+    default:
+        return "TITLE";
     }
-    throw file.Refusal(i, "TITLE", "code", reason, {});
 }
 
-void MemberOptions::ApplyTo(BS5950::CSteelMemberBS5950& member) const
+} // namespace
+
+void RequireAccepted(const MemberFile& file, std::size_t i, const Design::MemberFindings& findings)
 {
-    member.SetDesOpt(exact ? BS5950::CSteelMemberBS5950::MORE_EXACT : BS5950::CSteelMemberBS5950::SIMPLIFIED);
-    member.SetOptions(design);
+    const Design::Refusal& refusal = findings.refusal;
+    if (refusal.subject == Design::Subject::None) return;
+    throw file.Refusal(i, KeywordOf(refusal.subject), "code", Wording(refusal.reason), {});
 }
 
-CheckedMember CheckMember(const MemberFile& file, std::size_t i, const MemberOptions& options, bool withText)
+CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoice& choice, bool withText)
 {
     CheckedMember checked;
     checked.file = file.Name();
     checked.line = file.Member(i).firstLine;
     checked.name = file.NameOf(i);
-    auto member = std::make_unique<OpenMember>();
-    const OpenMember& open = *member;
-    checked.member = std::move(member);
+    checked.code = choice.code ? choice.code : DefaultCode().code;
+    checked.coded = checked.code->NewMember(choice.settings);
+    checked.member = &checked.coded->Member();
     checked.result = std::make_unique<CMemberResult>();
-    options.ApplyTo(*checked.member);
     const CSteelGrade grade = file.ReadInto(i, *checked.member);
     checked.title = Utf8(checked.member->GetTitle());
-    checked.momentFactor = open.EquivalentUniformMomentFactor();
-    SetGradeOf(file, i, *checked.member, grade);
+    SetGradeOf(file, i, *checked.code, *checked.member, grade);
     if (!withText) checked.result->EnableText(false);
     checked.member->SetResult(checked.result.get());
-    checked.passed = checked.member->Check();
-    RequireAccepted(file, i, *checked.member);
-    checked.failed = checked.result->HasFailed() || checked.member->Checks().HasFailed();
-    for (const BS5950::PositionResult& position : checked.member->Positions())
-        checked.local.push_back(FindingAt(position));
+    const bool passed = checked.member->Check();
+    checked.findings = checked.coded->Findings();
+    RequireAccepted(file, i, checked.findings);
+    // What the check returns and what it found have to agree before a member passes.
+    checked.passed = passed && checked.findings.status == Design::Status::Passed;
+    checked.failed = checked.result->HasFailed() || checked.findings.HasFailed();
     checked.momentMajor = MomentsOf(*checked.member, Design::Bending::Major);
     checked.momentMinor = MomentsOf(*checked.member, Design::Bending::Minor);
     checked.warnings = file.WarningsOf(i);
@@ -264,17 +246,18 @@ class Identity {
 public:
     explicit Identity(const CheckedMember& checked)
     {
-        BS5950::CSteelMemberBS5950& member = *checked.member;
+        Steel::CSteelMemberGen& member = *checked.member;
         const CSection section = member.GetKeltrixSec();
         const CSecComp& component = section.Component(0);
         Add("section", checked.Section());
         Add("section type", Utf8(SecTypeString(component.Type())));
-        Add("grade", GradeText(member.GetGrade()));
+        Add("grade", GradeText(*checked.code, member.GetGrade()));
         Add("net to gross ratio", Shortest(component.NetGross()));
         Add("allowable plastic to elastic ratio", Shortest(component.PlasElas()));
         Add("shear lag factor", Shortest(component.Beta()));
         Add("effective lengths", OverrideText(member));
-        Add("equivalent uniform moment factor", checked.momentFactor ? Shortest(*checked.momentFactor) : "as computed");
+        Add("equivalent uniform moment factor",
+            checked.findings.momentFactor ? Shortest(*checked.findings.momentFactor) : "as computed");
         const auto& points = member.GetMemberPointVec();
         const auto& subSpans = member.GetSubSpanVec();
         Add("number of points", std::to_string(points.size()));
@@ -299,16 +282,16 @@ public:
 private:
     void Add(std::string name, std::string value) { m_parts.emplace_back(std::move(name), std::move(value)); }
 
-    static std::string GradeText(const CSteelGrade& grade)
+    static std::string GradeText(const Design::DesignCode& code, const CSteelGrade& grade)
     {
         std::string text = Utf8(grade.Name());
-        if (BS5950::GradeFromName(grade.Name()) != BS5950::Grade::User) return text;
+        if (!code.IsUserGrade(grade)) return text;
         for (const double value : {grade.GetUserPy(), grade.GetUserPu(), grade.GetUserE(), grade.GetMatFactor()})
             text += ' ' + Shortest(value);
         return text;
     }
 
-    static std::string OverrideText(const BS5950::CSteelMemberBS5950& member)
+    static std::string OverrideText(const Steel::CSteelMemberGen& member)
     {
         if (!member.LengthOverride()) return "by the restraints";
         return Shortest(member.Lyy()) + " m, " + Shortest(member.Lzz()) + " m and " + Shortest(member.Llt()) + " m";
@@ -380,7 +363,7 @@ CheckedMember Envelope(std::vector<CheckedMember> cases)
         all.passed = all.passed && cases[i].passed;
         all.failed = all.failed || cases[i].failed;
         all.warnings.insert(all.warnings.end(), cases[i].warnings.begin(), cases[i].warnings.end());
-        Merge(all.local, cases[i].local);
+        Merge(all.findings.positions, cases[i].findings.positions);
         Merge(all.momentMajor, cases[i].momentMajor, i == 0);
         Merge(all.momentMinor, cases[i].momentMinor, i == 0);
     }
@@ -389,7 +372,7 @@ CheckedMember Envelope(std::vector<CheckedMember> cases)
     envelope.passed = all.passed;
     envelope.failed = all.failed || envelope.result->HasFailed();
     envelope.warnings = std::move(all.warnings);
-    envelope.local = std::move(all.local);
+    envelope.findings.positions = std::move(all.findings.positions);
     envelope.momentMajor = all.momentMajor;
     envelope.momentMinor = all.momentMinor;
     return envelope;
@@ -404,19 +387,16 @@ std::vector<std::string> FlagWords(int flags)
     return words;
 }
 
-std::string DescribeRule(const LedgerEntry& entry)
-{
-    return Wording(BS5950::RuleName(entry.rule)) + " (" + Wording(entry.clause) + ")";
-}
+std::string DescribeRule(const RuleFinding& entry) { return Wording(entry.name) + " (" + Wording(entry.clause) + ")"; }
 
-std::string DescribePlace(const LedgerEntry& entry)
+std::string DescribePlace(const RuleFinding& entry)
 {
     if (std::isnan(entry.start)) return {};
     if (entry.start == entry.end) return "at " + Rounded(entry.start, 5) + " m";
     return Rounded(entry.start, 5) + " m to " + Rounded(entry.end, 5) + " m";
 }
 
-std::string DescribeEntry(const LedgerEntry& entry)
+std::string DescribeEntry(const RuleFinding& entry)
 {
     const std::string place = DescribePlace(entry);
     if (place.empty()) return DescribeRule(entry);
@@ -425,23 +405,22 @@ std::string DescribeEntry(const LedgerEntry& entry)
 
 Json HeadlineJson(const CheckedMember& checked)
 {
-    const LedgerEntry* const governing = checked.member->Checks().Governing();
+    const RuleFinding* const governing = checked.findings.Governing();
     return JsonObject("file", checked.file, "line", checked.line, "title", checked.title, "section", checked.Section(),
                       "grade", checked.Grade(), "status", checked.Status(), "overall", checked.result->UtilOverAll(),
                       "governing", governing ? EntryJson(*governing) : Json(), "warnings",
                       WarningsJson(checked.warnings), "flags", FlagWords(checked.result->GetFlags()), "class",
-                      checked.member->SectionClass(), "design_strength", checked.member->DesignStrength());
+                      checked.member->SectionClass(), "design_strength", checked.findings.designStrength.value);
 }
 
 Json JsonOf(const CheckedMember& checked)
 {
-    const BS5950::CSteelMemberBS5950& member = *checked.member;
-    const SubspanEffectiveLengthData lengths = member.GetEffectiveLengths();
+    const SubspanEffectiveLengthData lengths = checked.member->GetEffectiveLengths();
     Json checks = Json::array();
-    for (const LedgerEntry& entry : member.Checks().Entries())
+    for (const RuleFinding& entry : checked.findings.rules)
         checks.push_back(EntryJson(entry));
     Json assumptions = Json::array();
-    for (const BS5950::Assumption& assumption : member.Assumptions())
+    for (const Design::Assumption& assumption : checked.findings.assumptions)
         assumptions.push_back(JsonObject("name", Wording(assumption.name), "text", Wording(assumption.text), "value",
                                          OrNull(assumption.value)));
     Json json = HeadlineJson(checked);
@@ -451,7 +430,7 @@ Json JsonOf(const CheckedMember& checked)
     json["effective_lengths"] = JsonObject("major", LengthsJson(lengths.GetMajorAxisEntries()), "minor",
                                            LengthsJson(lengths.GetMinorAxisEntries()), "lateral_torsional",
                                            LengthsJson(lengths.GetLateralTorsionalEntries()));
-    json["resistances"] = ResistancesJson(member);
+    json["resistances"] = ResistancesJson(checked.findings);
     json["checks"] = std::move(checks);
     json["assumptions"] = std::move(assumptions);
     return json;

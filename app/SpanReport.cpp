@@ -22,8 +22,6 @@ using Steel::CMemberPoint;
 using Steel::CSpan;
 using Steel::CSubSpan;
 
-constexpr double STEEL_E = 205e9; // Pa, BS 5950-1:2000 clause 3.1.3
-
 struct HoldRule {
     unsigned int bit;
     const char* name;
@@ -260,7 +258,7 @@ const char* TableName(Design::LateralTable table)
 
 class Reporter {
 public:
-    Reporter(CodelessMember& member, Split split, std::optional<double> EI) :
+    Reporter(CodelessMember& member, Split split, std::optional<double> EI, double E) :
         m_member(member), m_points(member.MemberPoints()), m_subSpans(member.SubSpans()), m_split(split),
         m_major(m_points, m_subSpans, Design::Bending::Major), m_minor(m_points, m_subSpans, Design::Bending::Minor),
         m_stretches(Design::FindStretches(m_points, m_subSpans, m_major))
@@ -269,8 +267,8 @@ public:
         m_isAngle = (section.Component(0).Shape() & CSecGeom::SHAPE_MASK) == CSecGeom::SHAPE_ANGLE;
         m_depth = section.Component(0).Dimension(0.0, CSecGeom::DEPTH);
         if (const auto geometry = MakeGeometry(section)) {
-            m_EImajor = STEEL_E * geometry->Ixx();
-            m_EIminor = STEEL_E * geometry->Iyy();
+            m_EImajor = E * geometry->Ixx();
+            m_EIminor = E * geometry->Iyy();
         }
         if (EI) {
             m_EImajor = *EI;
@@ -435,9 +433,9 @@ private:
 
 } // namespace
 
-std::vector<SpanReport> MakeSpanReports(CodelessMember& member, Split split, std::optional<double> EI)
+std::vector<SpanReport> MakeSpanReports(CodelessMember& member, Split split, std::optional<double> EI, double E)
 {
-    return Reporter(member, split, EI).Make();
+    return Reporter(member, split, EI, E).Make();
 }
 
 std::string CompressionFlangeName(int direction)

@@ -9,6 +9,9 @@
 
 namespace Keltrix::App {
 
+/// Modulus of elasticity of steel where no design code gives one, Pa.
+inline constexpr double STEEL_E = 205e9;
+
 /// What ends a span.
 enum class Split {
     Minor,            ///< restraint against minor-axis shear: the whole section held laterally
@@ -92,12 +95,14 @@ struct SpanReport {
     /// angle, whose moments count about its principal axes.
     std::vector<EffectiveLengthLT> lt;
     bool isAngle = false;
+    bool lengthsByCode = false; ///< the design code has rules of its own for `lt`, and the check applies them
     std::optional<Deflection> deflectionMajor, deflectionMinor;
 };
 
 /// The spans of a valid member. `EI` is the bending stiffness about the major axis, N·m²; without it both stiffnesses
-/// are those of the section with E = 205 GPa, where the section is known.
-std::vector<SpanReport> MakeSpanReports(CodelessMember& member, Split split, std::optional<double> EI);
+/// are those of the section with the modulus E, where the section is known.
+std::vector<SpanReport> MakeSpanReports(CodelessMember& member, Split split, std::optional<double> EI,
+                                        double E = STEEL_E);
 
 /// "flange 1 (top)", "flange 2 (bottom)", "both in turn", "neither".
 std::string CompressionFlangeName(int direction);

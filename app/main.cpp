@@ -12,21 +12,33 @@
 
 #include <CLI/CLI.hpp>
 
+#include "CodeModule.h"
+#include "DesignCodes.h"
 #include "Output.h"
 #include "SectionCatalogue.h"
 #include "TerminalWidth.h"
 #include "Text.h"
+#include "commands/CodeCommands.h"
 #include "commands/Commands.h"
-#ifdef KSTEEL_WITH_BS5950
-#include "commands/Bs5950Commands.h"
-#endif
 
 namespace {
 
 using namespace Keltrix::App;
 
+/// What chooses a design code. It is read before all else, because the options of some commands are those of the code.
+struct CodeArguments {
+    std::vector<std::string> modules;
+    std::string code;
+    std::string annex;
+};
+
 /// Options that more than one command has.
 struct Shared {
+    CodeArguments asked;  ///< as they were read beforehand
+    CodeArguments parsed; ///< as they were read with all others
+    /// The design code whose options the commands have; null without any.
+    const Keltrix::Design::DesignCode* code = nullptr;
+    std::map<const CLI::App*, std::function<void()>> choose; ///< sets the code of a command that takes one
     std::string catalogue;
     std::string colour = "auto";
     std::string format = "table";
@@ -100,6 +112,102 @@ std::vector<std::string> InputsOf(const Options& options, const Shared& shared)
     return inputs;
 }
 
+// A length in this range, which not-a-number is not.
+CLI::Validator Between(double least, double most)
+{
+    const std::string range = Shortest(least) + " to " + Shortest(most);
+    return {[=](const std::string& text) {
+                double length = 0.0;
+                const bool isInside = CLI::detail::lexical_cast(text, length) && length >= least && length <= most;
+                return isInside ? std::string() : "got " + text + ", expected a length in m, " + range;
+            },
+            range};
+}
+
+// The place of a value's name, counted from 1; 0 where it is none.
+std::size_t PlaceOf(const std::vector<Keltrix::Design::Term>& values, const std::string& name)
+{
+    for (std::size_t i = 0; i < values.size(); ++i)
+        if (Keltrix::CString(values[i].name) == Wide(name)) return i + 1;
+    return 0;
+}
+
+CLI::Validator OneOf(const std::vector<Keltrix::Design::Term>& values)
+{
+    return {[&values](const std::string& text) {
+                if (PlaceOf(values, text) > 0) return std::string();
+                return "got \"" + PrintableLine(text) + "\", expected " + ListOf(values);
+            },
+            ""};
+}
+
+void AddCodeOption(CLI::App& command, const Keltrix::Design::CodeOption& option, double& value)
+{
+    using Keltrix::Design::OptionKind;
+    const std::string name = "--" + Utf8(std::wstring_view(option.name));
+    const std::string meaning = Utf8(std::wstring_view(option.meaning));
+    if (option.kind == OptionKind::Flag) {
+        command.add_flag_callback(
+            name, [&value] { value = 1.0; }, meaning);
+    } else if (option.kind == OptionKind::Length) {
+        command.add_option(name, value, meaning)->check(Between(option.least, option.most));
+    } else {
+        std::string names;
+        for (const Keltrix::Design::Term& term : option.values)
+            names += (names.empty() ? "" : "|") + Utf8(std::wstring_view(term.name));
+        command
+            .add_option_function<std::string>(
+                name, [&](const std::string& text) { value = static_cast<double>(PlaceOf(option.values, text)); },
+                meaning)
+            ->type_name(names)
+            ->check(OneOf(option.values));
+    }
+}
+
+// What the member file has no place for, as the design code asks for it.
+void AddMemberOptions(CLI::App& command, const Shared& shared, CodeChoice& choice)
+{
+    if (!shared.code) return;
+    const auto& options = shared.code->Description().options;
+    choice.settings.options.assign(options.size(), 0.0);
+    for (std::size_t i = 0; i < options.size(); ++i) {
+        try {
+            AddCodeOption(command, options[i], choice.settings.options[i]);
+        } catch (const CLI::OptionAlreadyAdded&) {
+            throw BadInput("design code " + Utf8(std::wstring_view(shared.code->Description().id)) + ": the option --" +
+                           Utf8(std::wstring_view(options[i].name)) + " is there already");
+        }
+    }
+}
+
+/// Whether a command takes a design code always, only where --code or --annex is given, or wherever the program has one.
+enum class CodeNeed { Always, WhenGiven, WhenThere };
+
+// The code and the annex that are asked for.
+void Choose(const Shared& shared, CodeNeed need, CodeChoice& choice)
+{
+    const CodeArguments& asked = shared.asked;
+    if (asked.code != shared.parsed.code || asked.annex != shared.parsed.annex ||
+        asked.modules != shared.parsed.modules)
+        throw BadUsage("--code, --annex and --module cannot be the value of another option");
+    if (need == CodeNeed::WhenGiven && asked.code.empty() && asked.annex.empty()) return;
+    if (need == CodeNeed::WhenThere && asked.code.empty() && DesignCodes().empty()) return;
+    if (asked.code.empty() && !asked.modules.empty())
+        throw BadUsage("--module: say which design code to use: --code " + ListOfCodes());
+    choice.code = asked.code.empty() ? DefaultCode().code : &DesignCodeNamed(asked.code);
+    if (!asked.annex.empty()) choice.settings.annex = AnnexNamed(*choice.code, asked.annex);
+}
+
+void AddCode(CLI::App& command, Shared& shared, CodeNeed need, CodeChoice& choice, const std::string& meaning)
+{
+    CLI::Option* const code = command.add_option("--code", shared.parsed.code, meaning + ": " + ListOfCodes());
+    code->type_name("NAME");
+    if (need != CodeNeed::WhenGiven && shared.code)
+        code->default_str(Utf8(std::wstring_view(shared.code->Description().id)));
+    command.add_option("--annex", shared.parsed.annex, "National annex of the design code")->type_name("NAME");
+    shared.choose[&command] = [&shared, need, &choice] { Choose(shared, need, choice); };
+}
+
 /// Adds the options that say how a command writes, as far as it has them, and what runs it.
 template <class Options>
 void Finish(CLI::App* command, Commands& commands, Shared& shared, Options& options,
@@ -110,7 +218,8 @@ void Finish(CLI::App* command, Commands& commands, Shared& shared, Options& opti
     constexpr bool hasRendering = requires { options.rendering; };
     if constexpr (hasFormat) AddFormat(*command, shared, formats);
     if constexpr (hasRendering) AddColour(*command, shared);
-    commands[command] = [&, run](const Console& console) {
+    commands[command] = [&, command, run](const Console& console) {
+        if (const auto choose = shared.choose.find(command); choose != shared.choose.end()) choose->second();
         if constexpr (hasFormat) options.format = shared.HowToWrite();
         if constexpr (hasRendering) options.rendering = shared.HowToRender();
         if constexpr (requires { options.output; })
@@ -134,10 +243,7 @@ void AddValidate(CLI::App& app, Commands& commands, Shared& shared, ValidateOpti
     CLI::App* const command = app.add_subcommand("validate", "Every defect of member files, with its place");
     AddFiles(*command, options.files);
     AddReading(*command, options);
-#ifdef KSTEEL_WITH_BS5950
-    command->add_option("--code", options.code, "Also what this design code rejects: BS5950")
-        ->check(CLI::IsMember({"BS5950"}, CLI::ignore_case));
-#endif
+    AddCode(*command, shared, CodeNeed::WhenGiven, options.code, "Also what this design code rejects");
     Finish(command, commands, shared, options, Validate);
 }
 
@@ -168,55 +274,22 @@ void AddSpans(CLI::App& app, Commands& commands, Shared& shared, SpansOptions& o
         ->add_option("--split", options.split, "What ends a span: minor (axis), lt (flange or torsion), major (axis)")
         ->check(CLI::IsMember({"minor", "lt", "major"}))
         ->capture_default_str();
+    AddCode(*command, shared, CodeNeed::WhenThere, options.code, "Design code");
     command->add_option("--EI", options.EI, "Major-axis bending stiffness, N.m^2; without it that of the section");
     Finish(command, commands, shared, options, ShowSpans);
 }
 
-#ifdef KSTEEL_WITH_BS5950
-// A length in this range, which not-a-number is not.
-CLI::Validator Between(double least, double most)
-{
-    const std::string range = Shortest(least) + " to " + Shortest(most);
-    return {[=](const std::string& text) {
-                double length = 0.0;
-                const bool isInside = CLI::detail::lexical_cast(text, length) && length >= least && length <= most;
-                return isInside ? std::string() : "got " + text + ", expected a length in m, " + range;
-            },
-            range};
-}
-
-// What the member file has no place for.
-void AddMemberOptions(CLI::App& command, MemberOptions& options)
-{
-    Keltrix::BS5950::DesignOptions& design = options.design;
-    command.add_flag("--exact", options.exact,
-                     "The more exact interaction rules (4.8.2.3, 4.8.3.2 b, 4.8.3.3.2 and .3)");
-    const std::map<std::string, Keltrix::BS5950::Connection> connections{
-        {"bolt", Keltrix::BS5950::Connection::OneBolt}, {"bolts", Keltrix::BS5950::Connection::TwoBoltsMore}};
-    command
-        .add_option("--connection", design.connection,
-                    "Ends of single angles, channels and tees: bolt (one), or bolts (two or more in line, or welds)")
-        ->type_name("bolt|bolts")
-        ->transform(CLI::CheckedTransformer(connections).description(""));
-    command.add_flag("--moments-hold-eccentricity", design.momentsHoldEccentricity,
-                     "The given moments hold the eccentricity of these ends: 4.6.3.1 and 4.7.10 do not apply");
-    command.add_flag("--simple-column", design.simpleColumn, "Column in simple construction, nominal moments (4.7.7)");
-    command.add_option("--bearing", design.stiffBearing, "Stiff bearing length at supports and loads, m (4.5)")
-        ->check(Between(0.001, 1.0));
-    command.add_option("--stiffeners", design.stiffenerSpacing, "Distance of transverse web stiffeners, m (4.4.5)")
-        ->check(Between(0.01, 100.0));
-}
-
 void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& options)
 {
-    CLI::App* const command = app.add_subcommand("check", "Check members to BS 5950-1:2000");
+    CLI::App* const command = app.add_subcommand("check", "Check members to a design code");
     AddFiles(*command, options.files);
+    AddCode(*command, shared, CodeNeed::Always, options.code, "Design code");
     AddReading(*command, options);
     command->add_option("--report", options.report, "brief, verbose, summary, or table: one line for each member")
         ->check(CLI::IsMember({"brief", "verbose", "summary", "table"}))
         ->capture_default_str();
     command->add_flag("--envelope", options.envelope, "The files are load cases of one member");
-    AddMemberOptions(*command, options.member);
+    AddMemberOptions(*command, shared, options.code);
     command->add_option("--jobs", options.jobs, "Worker processes that share the members; 0 is one for each processor")
         ->check(CLI::Range(0, MOST_JOBS))
         ->capture_default_str();
@@ -227,6 +300,7 @@ void AddReport(CLI::App& app, Commands& commands, Shared& shared, ReportOptions&
 {
     CLI::App* const command = app.add_subcommand("report", "Calculation sheets of members as one HTML file");
     AddFiles(*command, options.files);
+    AddCode(*command, shared, CodeNeed::Always, options.code, "Design code");
     AddReading(*command, options);
     command->add_option("-o,--output", options.output, "The HTML file; - is standard output")->required();
     command->add_flag("--brief", options.block.isBrief,
@@ -246,7 +320,7 @@ void AddReport(CLI::App& app, Commands& commands, Shared& shared, ReportOptions&
     text("--checked-date", options.block.checked.date, "when");
     text("--approved-by", options.block.approved.name, "who approved");
     text("--approved-date", options.block.approved.date, "when");
-    AddMemberOptions(*command, options.member);
+    AddMemberOptions(*command, shared, options.code);
     options.block.version = KSTEEL_VERSION;
     Finish(command, commands, shared, options, Report);
 }
@@ -256,17 +330,31 @@ void AddDesign(CLI::App& app, Commands& commands, Shared& shared, DesignOptions&
     CLI::App* const command = app.add_subcommand("design", "Lightest section with which a member passes");
     command->add_option("FILE", options.file, "Member file; - is standard input")->required();
     AddReading(*command, options);
+    AddCode(*command, shared, CodeNeed::Always, options.code, "Design code");
     command->add_option("--family", options.family, "Family of the catalogue (UB, UC, SHS, ...)")->required();
     command->add_option("--count", options.count, "Passing sections to show")->capture_default_str();
-    AddMemberOptions(*command, options.member);
+    AddMemberOptions(*command, shared, options.code);
     Finish(command, commands, shared, options, Design);
+}
+
+// The grades that need no strengths of the user's own.
+std::string GradesWithStrengths(const Keltrix::Design::DesignCode* code)
+{
+    if (!code) return "Steel grade";
+    std::vector<Keltrix::Design::Term> grades = code->Description().grades;
+    std::erase_if(grades, [&](const Keltrix::Design::Term& grade) {
+        return code->IsUserGrade(Keltrix::CSteelGrade(grade.name, 0.0, 0.0, 0.0, 1.0));
+    });
+    return ListOf(grades);
 }
 
 void AddCapacity(CLI::App& app, Commands& commands, Shared& shared, CapacityOptions& options)
 {
-    CLI::App* const command = app.add_subcommand("capacity", "Capacity table of a section to BS 5950-1:2000");
+    CLI::App* const command = app.add_subcommand("capacity", "Capacity table of a section to a design code");
     command->add_option("NAME", options.name, "Designation or parametric description")->required();
-    command->add_option("--grade", options.grade, "S275, S355 or S460")->capture_default_str();
+    AddCode(*command, shared, CodeNeed::Always, options.code, "Design code");
+    if (shared.code) options.grade = Utf8(std::wstring_view(shared.code->Description().grades.front().name));
+    command->add_option("--grade", options.grade, GradesWithStrengths(shared.code))->capture_default_str();
     command->add_option("--LE", options.LE, "Effective lengths in m: 1:14, 1:14:0.5 or 2,4.5,6")->capture_default_str();
     command
         ->add_option("--type", options.type,
@@ -274,7 +362,12 @@ void AddCapacity(CLI::App& app, Commands& commands, Shared& shared, CapacityOpti
         ->check(CLI::IsMember({"rolled", "welded", "formed"}));
     Finish(command, commands, shared, options, Capacity);
 }
-#endif
+
+void AddCodes(CLI::App& app, Commands& commands, Shared& shared, CodesOptions& options)
+{
+    CLI::App* const command = app.add_subcommand("codes", "The design codes, their options and what they cover");
+    Finish(command, commands, shared, options, ListCodes);
+}
 
 /// Messages on standard error. One that is lost does not stop the work, but shows in the exit code.
 class Messages {
@@ -322,6 +415,35 @@ ExitCode AnswerUnparsed(const CLI::App& app, const CLI::ParseError& error, const
     throw BadUsage("unknown command \"" + PrintableLine(firstWord) + "\", expected one of " + names);
 }
 
+// Finds the design code that is asked for. What is wrong with the arguments, reading all of them says.
+CodeArguments ReadCodeArguments(int argc, char** argv)
+{
+    CodeArguments arguments;
+    CLI::App app;
+    app.set_help_flag();
+    app.allow_extras();
+    app.allow_windows_style_options(false);
+    app.add_option("--code", arguments.code);
+    app.add_option("--annex", arguments.annex);
+    app.add_option("--module", arguments.modules)->allow_extra_args(false);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError&) {
+    }
+    return arguments;
+}
+
+// Where the one that is asked for is not there, that is said when a command runs that takes one.
+const Keltrix::Design::DesignCode* CodeOfOptions(const CodeArguments& asked)
+{
+    if (DesignCodes().empty()) return nullptr;
+    try {
+        return asked.code.empty() ? DefaultCode().code : &DesignCodeNamed(asked.code);
+    } catch (const BadInput&) {
+        return DefaultCode().code;
+    }
+}
+
 ExitCode Run(int argc, char** argv, Messages& messages)
 {
     CLI::App app("Checks, explains and lists steel members and sections.", "ksteel");
@@ -332,7 +454,14 @@ ExitCode Run(int argc, char** argv, Messages& messages)
     app.allow_windows_style_options(false); // "/dir/file" is a file
 
     Shared shared;
+    shared.asked = ReadCodeArguments(argc, argv);
+    for (const std::string& file : shared.asked.modules)
+        AddDesignCode(LoadCodeModule(file), "--module: " + PrintableLine(file));
+    shared.code = CodeOfOptions(shared.asked);
     app.add_option("--catalogue", shared.catalogue, "Catalogue file of your own sections, added to the built-in ones");
+    app.add_option("--module", shared.parsed.modules, "Shared library with a design code, added to the built-in ones")
+        ->type_name("FILE")
+        ->allow_extra_args(false);
     Commands commands;
     ShowOptions show;
     ValidateOptions validate;
@@ -344,16 +473,16 @@ ExitCode Run(int argc, char** argv, Messages& messages)
     AddSection(app, commands, shared, section);
     AddSections(app, commands, shared, sections);
     AddSpans(app, commands, shared, spans);
-#ifdef KSTEEL_WITH_BS5950
     CheckOptions check;
     ReportOptions report;
     DesignOptions design;
     CapacityOptions capacity;
+    CodesOptions codes;
     AddCheck(app, commands, shared, check);
     AddReport(app, commands, shared, report);
     AddDesign(app, commands, shared, design);
     AddCapacity(app, commands, shared, capacity);
-#endif
+    AddCodes(app, commands, shared, codes);
 
     try {
         app.parse(argc, argv);

@@ -11,6 +11,7 @@
 #include "Fuzz.h"
 #include "Text.h"
 #include "commands/CheckFindings.h"
+#include "keltrix/bs5950/SteelMemberBS5950.h"
 #include "report/HtmlReader.h"
 #include "report/HtmlReport.h"
 
@@ -18,6 +19,12 @@ using namespace Keltrix;
 using namespace Keltrix::App;
 
 namespace {
+
+// The member as the standard's own class.
+const Keltrix::BS5950::CSteelMemberBS5950& StandardOf(const Keltrix::App::CheckedMember& checked)
+{
+    return dynamic_cast<const Keltrix::BS5950::CSteelMemberBS5950&>(*checked.coded);
+}
 
 // The input at hand, for what is reported of a failure.
 CString g_input;
@@ -50,7 +57,7 @@ void RequireHonestPass(const CheckedMember& checked)
     const double overall = checked.result->UtilOverAll();
     Require(std::isfinite(overall) && overall <= 1.0, "a pass is a finite utilisation of at most 1", overall);
     Require(!checked.result->HasFailed(), "a member that passes has no flag of a failure");
-    const auto& member = *checked.member;
+    const auto& member = StandardOf(checked);
     Require(!member.Checks().IsOpen(), "no rule that applies to a member that passes was left out");
     Require(!member.Positions().empty(), "a member that passes has positions that were checked");
     for (const BS5950::PositionResult& p : member.Positions())
@@ -71,7 +78,7 @@ void RequireMoments(const CheckedMember& checked)
 {
     const Design::Extremes& m = checked.momentMajor;
     const double slack = 1e-9 * std::max(std::abs(m.greatest), std::abs(m.least)) + 1e-9;
-    for (const BS5950::PositionResult& p : checked.member->Positions()) {
+    for (const BS5950::PositionResult& p : StandardOf(checked).Positions()) {
         if (!std::isfinite(p.actions.Mx)) continue;
         Require(!(p.actions.Mx > m.greatest + slack) && !(p.actions.Mx < m.least - slack),
                 "no position has a moment beyond the extremes", p.actions.Mx);
@@ -82,7 +89,7 @@ void RequireMoments(const CheckedMember& checked)
 void RequireAgreement(const CheckedMember& checked)
 {
     using BS5950::CheckStatus;
-    const BS5950::Ledger& ledger = checked.member->Checks();
+    const BS5950::Ledger& ledger = StandardOf(checked).Checks();
     double largest = 0.0;
     bool failed = false;
     for (int rule = 0; rule < static_cast<int>(BS5950::Rule::COUNT); ++rule)
@@ -138,7 +145,7 @@ void RequireJson(const CheckedMember& checked)
     Require(json["warnings"].size() == checked.warnings.size(), "JSON has every warning");
     RequireSame(json["moments"]["major"]["greatest"], checked.momentMajor.greatest, "JSON has the greatest moment");
     RequireSame(json["moments"]["major"]["least"], checked.momentMajor.least, "JSON has the least moment");
-    const auto& positions = checked.member->Positions();
+    const auto& positions = StandardOf(checked).Positions();
     const Json& local = json["utilisation"]["local"];
     Require(local.size() == positions.size(), "JSON has every position");
     for (std::size_t i = 0; i < positions.size(); ++i) {
@@ -152,7 +159,7 @@ void RequireJson(const CheckedMember& checked)
                     "JSON has the figures of a position");
         RequireSame(local[i]["shear_minor"], p.shearMinor, "JSON has the figures of a position");
     }
-    const auto& entries = checked.member->Checks().Entries();
+    const auto& entries = StandardOf(checked).Checks().Entries();
     Require(json["checks"].size() == entries.size(), "JSON has every entry");
     for (std::size_t i = 0; i < entries.size(); ++i)
         RequireSame(json["checks"][i]["utilisation"], entries[i].utilisation, "JSON has the figures of an entry");
@@ -187,9 +194,9 @@ void RequireSheet(const CheckedMember& checked)
 bool CheckOne(const MemberFile& file, std::size_t i)
 {
     try {
-        const CheckedMember checked = CheckMember(file, i, MemberOptions(), true);
-        const CheckedMember again = CheckMember(file, i, MemberOptions(), false);
-        const CheckedMember exact = CheckMember(file, i, MemberOptions{true, {}}, false);
+        const CheckedMember checked = CheckMember(file, i, DefaultCode(), true);
+        const CheckedMember again = CheckMember(file, i, DefaultCode(), false);
+        const CheckedMember exact = CheckMember(file, i, {DefaultCode().code, {0, {1.0}}}, false);
         Require(JsonLine(JsonOf(checked)) == JsonLine(JsonOf(again)), "a second check without text finds the same");
         for (const CheckedMember* each : {&checked, &exact}) {
             RequireHonestPass(*each);

@@ -1,17 +1,15 @@
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
 #include "Json.h"
 #include "SectionCatalogue.h"
 #include "Text.h"
-#include "commands/Bs5950Commands.h"
-#include "keltrix/bs5950/BS5950.h"
+#include "commands/CodeCommands.h"
 
 namespace Keltrix::App {
 
 namespace {
-
-constexpr int RATIOS = 11; // F/(A py) = 0.0, 0.1, ... 1.0
 
 [[noreturn]] void RefuseLengths(const std::string& text)
 {
@@ -40,18 +38,6 @@ std::string Kilo(double value, int figures) { return Figures(value / 1e3, figure
 
 std::string OrDash(const std::optional<double>& value) { return value ? Kilo(*value, 3) : "-"; }
 
-const char* FabricationWord(const BS5950::SectionProperties& section)
-{
-    switch (section.fabrication) {
-    case BS5950::Fabrication::Rolled:
-        return "rolled";
-    case BS5950::Fabrication::Formed:
-        return "formed";
-    default:
-        return "welded";
-    }
-}
-
 // The section as --type says it is made.
 NamedSection SectionOfType(const CapacityOptions& options)
 {
@@ -63,69 +49,121 @@ NamedSection SectionOfType(const CapacityOptions& options)
     return section;
 }
 
-std::string Markup(const NamedSection& section, const std::string& grade, const BS5950::SectionCapacity& c,
-                   const std::vector<double>& lengths)
+std::string Wording(const wchar_t* text) { return Utf8(std::wstring_view(text)); }
+
+const char* UnitOf(Design::Quantity quantity)
 {
-    std::string text = "<h4>" + section.name + " in " + grade + "</h4>\n";
-    text += "py = " + Rounded(c.Steel().py / 1e6, 4) + " N/mm², class " + std::to_string(c.ClassMajorBending()) +
-            " in bending about x-x, " + std::to_string(c.ClassMinorBending()) + " about y-y, " +
-            std::to_string(c.ClassCompression()) + " in compression\n";
-    if (const wchar_t* note = BS5950::FabricationNote(c.Section()))
-        text += "<orange>" + Utf8(std::wstring_view(note)) + "</orange>\n";
-    else
-        text += std::string(FabricationWord(c.Section())) + '\n';
-    text += "<h5>Cross-section</h5>\n<table>Pz\tPt\tPvx\tPvy\tMcx\tMcy\n"
-            "<tablewrap><i>kN\tkN\tkN\tkN\tkNm\tkNm</i></tablewrap>\n";
-    text += Kilo(c.Pz(), 4) + '\t' + Kilo(c.Pt(), 4) + '\t' + Kilo(c.Pvx(), 3) + '\t' + Kilo(c.Pvy(), 3) + '\t' +
-            Kilo(c.Mcx(), 3) + '\t' + Kilo(c.Mcy(), 3) + "\n</table>\n";
+    return quantity == Design::Quantity::Moment ? "kNm" : quantity == Design::Quantity::Force ? "kN" : "";
+}
 
-    text += "<h5>Reduced moment capacities (kNm)</h5>\n<table>F/(A py)";
-    std::string x = "\nMrx";
-    std::string y = "\nMry";
-    for (int i = 0; i < RATIOS; ++i) {
-        text += i < 10 ? "\t0." + std::to_string(i) : "\t1.0";
-        x += '\t' + OrDash(c.Mrx(i / 10.0));
-        y += '\t' + OrDash(c.Mry(i / 10.0));
+std::string ClassText(const Design::CapacityTable& table)
+{
+    std::string text;
+    for (const Design::CapacityClass& c : table.classes)
+        text += (text.empty() ? ", class " : ", ") + std::to_string(c.cls) + ' ' + Wording(c.state);
+    return text;
+}
+
+// With a decimal: "0.0", "0.25".
+std::string ShareText(double share)
+{
+    const std::string text = Rounded(share, 3);
+    return text.find('.') == std::string::npos ? text + ".0" : text;
+}
+
+std::string CrossSectionMarkup(const Design::CapacityTable& table)
+{
+    std::string symbols;
+    std::string units;
+    std::string values;
+    for (const Design::Capacity& c : table.crossSection) {
+        const char* const gap = symbols.empty() ? "" : "\t";
+        symbols.append(gap).append(Wording(c.resistance.symbol));
+        units.append(gap).append(UnitOf(c.resistance.quantity));
+        values.append(gap).append(Kilo(c.resistance.value, c.figures));
     }
-    text += x + y + "\n</table>\n";
+    return "<h5>Cross-section</h5>\n<table>" + symbols + "\n<tablewrap><i>" + units + "</i></tablewrap>\n" + values +
+           "\n</table>\n";
+}
 
-    text += "<h5>Buckling resistances</h5>\n<table>LE\tPcx\tPcy\tMb\n"
-            "<tablewrap><i>m\tkN\tkN\tkNm</i></tablewrap>\n";
-    for (const double LE : lengths)
-        text +=
-            Rounded(LE, 5) + '\t' + Kilo(c.Pcx(LE), 3) + '\t' + Kilo(c.Pcy(LE), 3) + '\t' + Kilo(c.Mb(LE), 3) + '\n';
+std::string ReducedMarkup(const Design::CapacityTable& table)
+{
+    if (table.reduced.empty()) return {};
+    std::string text = "<h5>Reduced moment capacities (kNm)</h5>\n<table>" + Wording(table.shareName);
+    for (const double share : table.shares)
+        text += '\t' + ShareText(share);
+    for (const Design::CapacityCurve& curve : table.reduced) {
+        text += '\n' + Wording(curve.symbol);
+        for (const std::optional<double>& value : curve.values)
+            text += '\t' + OrDash(value);
+    }
+    return text + "\n</table>\n";
+}
+
+std::string BucklingMarkup(const Design::CapacityTable& table, const std::vector<double>& lengths)
+{
+    if (table.buckling.empty()) return {};
+    std::string text = "<h5>Buckling resistances</h5>\n<table>LE";
+    std::string units = "m";
+    for (const Design::CapacityCurve& curve : table.buckling) {
+        text.append("\t").append(Wording(curve.symbol));
+        units.append("\t").append(UnitOf(curve.quantity));
+    }
+    text += "\n<tablewrap><i>" + units + "</i></tablewrap>\n";
+    for (std::size_t i = 0; i < lengths.size(); ++i) {
+        text += Rounded(lengths[i], 5);
+        for (const Design::CapacityCurve& curve : table.buckling)
+            text += '\t' + OrDash(curve.values[i]);
+        text += '\n';
+    }
     return text + "</table>\n";
 }
 
-Json JsonOf(const BS5950::SectionCapacity& c, const std::vector<double>& lengths)
+std::string Markup(const NamedSection& section, const std::string& grade, const Design::CapacityTable& table,
+                   const std::vector<double>& lengths)
 {
-    Json Mrx = Json::array();
-    Json Mry = Json::array();
-    for (int i = 0; i < RATIOS; ++i) {
-        const std::optional<double> x = c.Mrx(i / 10.0);
-        const std::optional<double> y = c.Mry(i / 10.0);
-        Mrx.push_back(x ? Json(*x) : Json());
-        Mry.push_back(y ? Json(*y) : Json());
-    }
-    const wchar_t* const note = BS5950::FabricationNote(c.Section());
+    std::string text = "<h4>" + section.name + " in " + grade + "</h4>\n";
+    text += Wording(table.designStrength.symbol) + " = " + Rounded(table.designStrength.value / 1e6, 4) + " N/mm²" +
+            ClassText(table) + '\n';
+    const std::string note = Wording(table.fabricationNote);
+    text += note.empty() ? Wording(table.fabrication) + '\n' : "<orange>" + note + "</orange>\n";
+    return text + CrossSectionMarkup(table) + ReducedMarkup(table) + BucklingMarkup(table, lengths);
+}
+
+Json OrNull(const std::optional<double>& value) { return value ? Json(*value) : Json(); }
+
+Json JsonOf(const Design::CapacityTable& table, const std::vector<double>& lengths)
+{
+    const std::string note = Wording(table.fabricationNote);
     Json list = Json::array();
-    for (const double LE : lengths) {
-        list.push_back({{"LE", LE},
-                        {"type", FabricationWord(c.Section())},
-                        {"type_note", note ? Json(Utf8(std::wstring_view(note))) : Json()},
-                        {"Pz", c.Pz()},
-                        {"Pt", c.Pt()},
-                        {"Pvx", c.Pvx()},
-                        {"Pvy", c.Pvy()},
-                        {"Mcx", c.Mcx()},
-                        {"Mcy", c.Mcy()},
-                        {"Mrx", Mrx},
-                        {"Mry", Mry},
-                        {"Pcx", c.Pcx(LE)},
-                        {"Pcy", c.Pcy(LE)},
-                        {"Mb", c.Mb(LE)}});
+    for (std::size_t i = 0; i < lengths.size(); ++i) {
+        Json row{{"LE", lengths[i]},
+                 {"type", Wording(table.fabrication)},
+                 {"type_note", note.empty() ? Json() : Json(note)}};
+        for (const Design::Capacity& c : table.crossSection)
+            row[Wording(c.resistance.symbol)] = c.resistance.value;
+        for (const Design::CapacityCurve& curve : table.reduced) {
+            Json values = Json::array();
+            for (const std::optional<double>& value : curve.values)
+                values.push_back(OrNull(value));
+            row[Wording(curve.symbol)] = std::move(values);
+        }
+        for (const Design::CapacityCurve& curve : table.buckling)
+            row[Wording(curve.symbol)] = OrNull(curve.values[i]);
+        list.push_back(std::move(row));
     }
     return list;
+}
+
+// A module may fill less than it should.
+void RequireComplete(const Design::CapacityTable& table, const Design::DesignCode& code, std::size_t lengths)
+{
+    const auto isShort = [](const std::vector<Design::CapacityCurve>& curves, std::size_t count) {
+        return std::any_of(curves.begin(), curves.end(),
+                           [=](const auto& curve) { return curve.values.size() != count; });
+    };
+    if (isShort(table.reduced, table.shares.size()) || isShort(table.buckling, lengths))
+        throw BadInput(Wording(code.Description().title) + ": the capacity table of the design code has gaps");
 }
 
 } // namespace
@@ -153,14 +191,16 @@ ExitCode Capacity(const CapacityOptions& options, const Console& console)
 {
     const std::vector<double> lengths = EffectiveLengthList(options.LE);
     const NamedSection section = SectionOfType(options);
-    const BS5950::SectionCapacity capacity(section.section, CSteelGrade(Wide(options.grade), 0.0, 0.0, 0.0, 1.0));
-    if (!capacity.IsValid())
-        throw BadInput(section.name + " in " + PrintableLine(options.grade) + ": " +
-                       Utf8(std::wstring_view(capacity.Refusal())));
-    console.out(
-        options.format == Format::JSON
-            ? JsonText(JsonOf(capacity, lengths))
-            : RenderMarkup(Markup(section, PrintableLine(options.grade), capacity, lengths), options.rendering));
+    const Design::DesignCode& code = *options.code.code;
+    const std::string grade = options.grade.empty() ? Wording(code.Description().grades.front().name) : options.grade;
+    const Design::CapacityTable table =
+        code.Capacities(section.section, CSteelGrade(Wide(grade), 0.0, 0.0, 0.0, 1.0), lengths, options.code.settings);
+    if (!table.refusal.IsEmpty())
+        throw BadInput(section.name + " in " + PrintableLine(grade) + ": " + Utf8(table.refusal));
+    RequireComplete(table, code, lengths.size());
+    console.out(options.format == Format::JSON
+                    ? JsonText(JsonOf(table, lengths))
+                    : RenderMarkup(Markup(section, PrintableLine(grade), table, lengths), options.rendering));
     return EXIT_FINE;
 }
 

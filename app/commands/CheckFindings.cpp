@@ -43,7 +43,7 @@ std::string TableRow(const CheckedMember& checked)
     // Beside a failure there can be a rule that was not evaluated.
     if (checked.Status() != "not checked" && checked.result->TestFlags(Steel::CMemberResult::NOT_CHECKED))
         status += ", <red>NOT CHECKED</red>";
-    const BS5950::LedgerEntry* const governing = checked.member->Checks().Governing();
+    const Design::RuleFinding* const governing = checked.findings.Governing();
     return UtilText(checked.result->UtilOverAll()) + '\t' + status + '\t' + checked.Section() + '\t' + checked.Grade() +
            '\t' + std::to_string(checked.member->SectionClass()) + '\t' +
            (governing ? DescribeRule(*governing) : "nothing") + '\t' + (governing ? DescribePlace(*governing) : "") +
@@ -89,7 +89,7 @@ ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, co
 CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOptions& options, const Console& console)
 {
     CheckedMember checked =
-        CheckMember(file, i, options.member, options.format == Format::TABLE && options.report != "table");
+        CheckMember(file, i, options.code, options.format == Format::TABLE && options.report != "table");
     for (const MemberWarning& warning : checked.CheckWarnings())
         console.err(warning.Message());
     return checked;

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "CheckedMember.h"
-#include "commands/Bs5950Commands.h"
+#include "commands/CodeCommands.h"
 #include "commands/EachMember.h"
 
 namespace Keltrix::App {

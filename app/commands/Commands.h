@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "DesignCodes.h"
 #include "Failure.h"
 #include "MemberCheck.h"
 #include "Render.h"
@@ -38,7 +39,7 @@ ExitCode Show(const ShowOptions& options, const Console& console);
 struct ValidateOptions {
     std::vector<std::string> files;
     ReadingOptions reading;
-    std::string code; ///< "BS5950": also what this design code rejects; empty: the format alone
+    CodeChoice code; ///< also what this design code rejects; without one the format alone
     Format format = Format::TABLE;
 };
 /// Every defect of the files; EXIT_BAD_INPUT where there is an error among them.
@@ -66,6 +67,7 @@ ExitCode ListSections(const SectionsOptions& options, const Console& console);
 struct SpansOptions {
     std::vector<std::string> files;
     ReadingOptions reading;
+    CodeChoice code;          ///< gives the modulus of elasticity; without one that of steel
     std::string split = "lt"; ///< minor, lt or major
     std::optional<double> EI; ///< bending stiffness about the major axis, N·m²
     Format format = Format::TABLE;

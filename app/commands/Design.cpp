@@ -6,7 +6,7 @@
 #include "Markup.h"
 #include "SectionCatalogue.h"
 #include "Text.h"
-#include "commands/Bs5950Commands.h"
+#include "commands/CodeCommands.h"
 #include "commands/EachMember.h"
 
 namespace Keltrix::App {
@@ -40,8 +40,7 @@ std::vector<const CSectDB::Entry*> ByMass(const std::string& wanted)
 }
 
 // The member with another section in place of its own, which keeps the member's design ratios.
-Candidate Try(BS5950::CSteelMemberBS5950& member, const CSteelGrade& grade, const CSecComp& own,
-              const CSectDB::Entry& entry)
+Candidate Try(Design::CodeMember& coded, const CSteelGrade& grade, const CSecComp& own, const CSectDB::Entry& entry)
 {
     CSection section(entry.designation);
     CSecComp component = section.Component(0);
@@ -52,27 +51,32 @@ Candidate Try(BS5950::CSteelMemberBS5950& member, const CSteelGrade& grade, cons
 
     Candidate candidate{&entry, Utf8(entry.designation), "not checked", std::nan(""),
                         "the design code does not cover it"};
+    Steel::CSteelMemberGen& member = coded.Member();
     if (!member.SetKeltrixSec(section) || !member.SetGrade(grade)) return candidate;
     Steel::CMemberResult result;
     result.EnableText(false);
     member.SetResult(&result);
     const bool passed = member.Check();
-    candidate.status = StatusText(passed, result.HasFailed() || member.Checks().HasFailed());
+    const Design::MemberFindings findings = coded.Findings();
+    candidate.status =
+        StatusText(passed && findings.status == Design::Status::Passed, result.HasFailed() || findings.HasFailed());
     candidate.utilisation = result.UtilOverAll();
-    const BS5950::LedgerEntry* const governing = member.Checks().Governing();
+    const Design::RuleFinding* const governing = findings.Governing();
     candidate.governing = governing ? DescribeEntry(*governing) : "nothing";
     return candidate;
 }
 
 // What no section of the family could mend. The thickness of the file's own section could be.
-void RequireUsableFactors(const MemberFile& file, std::size_t i, BS5950::CSteelMemberBS5950& member)
+void RequireUsableFactors(const MemberFile& file, std::size_t i, Design::CodeMember& coded)
 {
-    if (!member.Steel().IsValid()) return;
+    Steel::CSteelMemberGen& member = coded.Member();
     Steel::CMemberResult result;
     result.EnableText(false);
     member.SetResult(&result);
     member.Check();
-    RequireAccepted(file, i, member);
+    const Design::MemberFindings findings = coded.Findings();
+    const Design::Subject subject = findings.refusal.subject;
+    if (subject != Design::Subject::Section && subject != Design::Subject::Grade) RequireAccepted(file, i, findings);
 }
 
 struct Choice {
@@ -83,17 +87,17 @@ struct Choice {
 Choice Choose(const MemberFile& file, std::size_t i, const DesignOptions& options)
 {
     constexpr std::size_t failingShown = 3;
-    BS5950::CSteelMemberBS5950 member;
-    options.member.ApplyTo(member);
+    const std::unique_ptr<Design::CodeMember> coded = options.code.code->NewMember(options.code.settings);
+    Steel::CSteelMemberGen& member = coded->Member();
     const CSteelGrade grade = file.ReadInto(i, member);
-    SetGradeOf(file, i, member, grade);
-    RequireUsableFactors(file, i, member);
+    SetGradeOf(file, i, *options.code.code, member, grade);
+    RequireUsableFactors(file, i, *coded);
     const CSecComp own = member.GetKeltrixSec().Component(0);
 
     Choice choice;
     for (const CSectDB::Entry* entry : ByMass(options.family)) {
         if (choice.passing.size() >= static_cast<std::size_t>(options.count)) break;
-        Candidate candidate = Try(member, grade, own, *entry);
+        Candidate candidate = Try(*coded, grade, own, *entry);
         if (candidate.status == "pass") {
             choice.passing.push_back(std::move(candidate));
         } else if (choice.passing.empty() && !std::isnan(candidate.utilisation)) {

@@ -1,5 +1,5 @@
 #include "Output.h"
-#include "commands/Bs5950Commands.h"
+#include "commands/CodeCommands.h"
 #include "commands/EachMember.h"
 #include "report/HtmlReport.h"
 
@@ -17,7 +17,7 @@ ExitCode Report(const ReportOptions& options, const Console& console)
     noting.wasRead = [&](const std::string& name, const std::string& sha256) { report.AddInput(name, sha256); };
     const ExitCode code =
         ForEachMember(options.files, options.reading, noting, [&](const MemberFile& file, std::size_t i) {
-            CheckedMember checked = CheckMember(file, i, options.member, true);
+            CheckedMember checked = CheckMember(file, i, options.code, true);
             for (const MemberWarning& warning : checked.CheckWarnings())
                 noting.err(warning.Message());
             report.Add(checked);

@@ -85,7 +85,9 @@ private:
         constexpr const char* label = "LT effective length";
         for (const EffectiveLengthLT& lt : span.lt)
             Row(label, LengthText(lt));
-        if (span.isAngle)
+        if (span.lengthsByCode)
+            Row(label, "by the rules of the design code: see the check");
+        else if (span.isAngle)
             Row(label, "of an angle: see the check, about its principal axes");
         else if (span.lt.empty())
             Row(label, "none to check: no moment compresses a flange that is free to buckle");
@@ -240,6 +242,20 @@ Json JsonOf(const SpanReport& span)
             {"stations", std::move(stations)}};
 }
 
+// As the design code has it, where there is one.
+std::vector<SpanReport> ReportsOf(CodelessMember& member, Split split, const SpansOptions& options)
+{
+    const Design::DesignCode* const code = options.code.code;
+    std::vector<SpanReport> spans =
+        MakeSpanReports(member, split, options.EI, code ? code->ElasticModulus(member.GetGrade()) : STEEL_E);
+    if (!code || code->Description().lateralLengthsByTables) return spans;
+    for (SpanReport& span : spans) {
+        span.lt.clear();
+        span.lengthsByCode = true;
+    }
+    return spans;
+}
+
 } // namespace
 
 ExitCode ShowSpans(const SpansOptions& options, const Console& console)
@@ -254,7 +270,7 @@ ExitCode ShowSpans(const SpansOptions& options, const Console& console)
     const auto showOne = [&](const MemberFile& file, std::size_t i) {
         CodelessMember member;
         member.SetGrade(file.ReadInto(i, member));
-        const std::vector<SpanReport> spans = MakeSpanReports(member, split, options.EI);
+        const std::vector<SpanReport> spans = ReportsOf(member, split, options);
         const std::string title = Utf8(member.GetTitle());
         if (options.format == Format::JSON) {
             Json list = Json::array();

@@ -1,7 +1,5 @@
-#include "Json.h"
-#ifdef KSTEEL_WITH_BS5950
 #include "CheckedMember.h"
-#endif
+#include "Json.h"
 #include "MemberFile.h"
 #include "Text.h"
 #include "commands/Commands.h"
@@ -60,18 +58,16 @@ Json JsonOf(const MemberFile& file)
 }
 
 // What the design code rejects in the members that reading accepts.
-void AddCodeDefects([[maybe_unused]] MemberFile& file)
+void AddCodeDefects(MemberFile& file, const CodeChoice& choice)
 {
-#ifdef KSTEEL_WITH_BS5950
     for (std::size_t i = 0; i < file.MemberCount(); ++i) {
         if (file.Member(i).hasErrors) continue;
         try {
-            CheckMember(file, i, MemberOptions(), false);
+            CheckMember(file, i, choice, false);
         } catch (const BadMember& failure) {
             file.Add(failure.defect);
         }
     }
-#endif
 }
 
 } // namespace
@@ -83,7 +79,7 @@ ExitCode Validate(const ValidateOptions& options, const Console& console)
     for (const std::string& path : options.files) {
         try {
             MemberFile file = MemberFile::Read(path, console.in, options.reading);
-            if (!options.code.empty()) AddCodeDefects(file);
+            if (options.code.code) AddCodeDefects(file, options.code);
             if (file.Check().Errors() > 0) worst = EXIT_BAD_INPUT;
             if (options.format == Format::JSON)
                 files.push_back(JsonOf(file));

@@ -22,7 +22,7 @@ namespace Keltrix::App {
 
 namespace {
 
-using BS5950::LedgerEntry;
+using Design::RuleFinding;
 using Steel::CMemberResult;
 
 std::string Wording(const wchar_t* text) { return EscapedHtml(Utf8(std::wstring_view(text))); }
@@ -51,6 +51,12 @@ std::string SignaturesHtml(const TitleBlock& block)
     return html + "</tbody></table>\n";
 }
 
+std::string Edition(const Design::DesignCode& code)
+{
+    const std::string edition = Wording(code.Description().edition);
+    return edition.empty() ? edition : ", " + edition;
+}
+
 std::string TitleBlockHtml(const CheckedMember& checked, const TitleBlock& block)
 {
     std::vector<std::pair<std::string, std::string>> cells;
@@ -64,8 +70,7 @@ std::string TitleBlockHtml(const CheckedMember& checked, const TitleBlock& block
     add("Revision", given(block.revision));
     add("Member", given(block.member));
     add("Section", Isolated(checked.Section()) + ", grade " + EscapedHtml(checked.Grade()));
-    add("Code",
-        EscapedHtml(Utf8(checked.member->DesOptName(checked.member->DesOpt()))) + ", with its 2001 corrigendum");
+    add("Code", EscapedHtml(Utf8(checked.member->DesOptName(checked.member->DesOpt()))) + Edition(*checked.code));
     add("Forces from", given(block.forces));
     add("File", Isolated(checked.name));
     add("Program", "ksteel " + EscapedHtml(block.version));
@@ -212,9 +217,9 @@ std::string ValueTable(const char* caption, const std::vector<SectionValue>& val
 
 std::string ClassAndStrength(const CheckedMember& checked)
 {
-    return "<p>Class " + std::to_string(checked.member->SectionClass()) +
-           ", design strength py = " + EscapedHtml(Utf8(CDesFormat().Stress(checked.member->DesignStrength()))) +
-           "</p>\n";
+    return "<p>Class " + std::to_string(checked.member->SectionClass()) + ", design strength " +
+           Wording(checked.findings.designStrength.symbol) + " = " +
+           EscapedHtml(Utf8(CDesFormat().Stress(checked.findings.designStrength.value))) + "</p>\n";
 }
 
 std::string SectionHtml(const std::string& id, const CheckedMember& checked)
@@ -248,34 +253,25 @@ std::string SectionLine(const CheckedMember& checked)
 
 // --- Checks ---
 
-std::string ResistanceText(const LedgerEntry& entry)
+std::string ResistanceText(const RuleFinding& entry)
 {
     if (std::isnan(entry.resistance)) return {};
-    const CDesFormat format;
-    const CString value = entry.quantity == BS5950::Quantity::Force    ? format.Force(entry.resistance)
-                          : entry.quantity == BS5950::Quantity::Moment ? format.Moment(entry.resistance)
-                          : entry.quantity == BS5950::Quantity::Stress ? format.Stress(entry.resistance)
-                                                                       : format.NoDim(entry.resistance);
+    const CString value = Design::QuantityText(entry.quantity, entry.resistance, CDesFormat());
     return Wording(entry.symbol) + " = " + EscapedHtml(Utf8(value));
 }
 
-std::string PlaceText(const LedgerEntry& entry)
+std::string PlaceText(const RuleFinding& entry)
 {
     if (std::isnan(entry.start)) return {};
     return entry.start == entry.end ? "at " + Metres(entry.start) : Metres(entry.start) + " to " + Metres(entry.end);
 }
 
-bool WasEvaluated(const LedgerEntry& entry)
+std::string CheckRow(const RuleFinding& entry)
 {
-    return entry.status == BS5950::CheckStatus::Passed || entry.status == BS5950::CheckStatus::Failed;
-}
-
-std::string CheckRow(const LedgerEntry& entry)
-{
-    const bool fails = entry.status == BS5950::CheckStatus::Failed;
+    const bool fails = entry.status == Design::CheckStatus::Failed;
     std::string html = entry.governing ? "<tr class=\"governs\">" : "<tr>";
-    html += "<td>" + Wording(BS5950::RuleName(entry.rule)) + (entry.governing ? " (governs)" : "") + "</td><td>" +
-            Wording(entry.clause) + "</td><td>" + PlaceText(entry) + "</td><td class=\"n\">" +
+    html += "<td>" + Wording(entry.name) + (entry.governing ? " (governs)" : "") + "</td><td>" + Wording(entry.clause) +
+            "</td><td>" + PlaceText(entry) + "</td><td class=\"n\">" +
             (entry.utilisation == 0.0 ? std::string() : UtilText(entry.utilisation)) + "</td><td class=\"n\">" +
             ResistanceText(entry) + "</td><td>" + StatusHtml(fails ? "fail" : "pass");
     if (entry.reason[0] != L'\0') html += ": " + Wording(entry.reason);
@@ -283,47 +279,46 @@ std::string CheckRow(const LedgerEntry& entry)
 }
 
 // In the short form with the largest utilisation of each rule, and every failure.
-std::string CheckTable(const BS5950::Ledger& ledger, bool isBrief)
+std::string CheckTable(const Design::MemberFindings& findings, bool isBrief)
 {
     std::string html = TableHead("Checks that were evaluated", {"Check", "Clause", "Where"},
                                  {"Utilisation", "Resistance"}, {"Result"});
-    for (const LedgerEntry& entry : ledger.Entries()) {
+    for (const RuleFinding& entry : findings.rules) {
         const bool isShown =
-            !isBrief || entry.status == BS5950::CheckStatus::Failed || &entry == ledger.Find(entry.rule);
-        if (WasEvaluated(entry) && isShown) html += CheckRow(entry);
+            !isBrief || entry.status == Design::CheckStatus::Failed || &entry == findings.Worst(entry.rule);
+        if (entry.WasEvaluated() && isShown) html += CheckRow(entry);
     }
     return html + "</tbody></table>\n";
 }
 
 // What lies outside the input, in one sentence.
-std::string OutsideHtml(const BS5950::Ledger& ledger)
+std::string OutsideHtml(const Design::MemberFindings& findings)
 {
     std::string rules;
-    for (const LedgerEntry& entry : ledger.Entries()) {
-        if (entry.status != BS5950::CheckStatus::OutOfScope) continue;
-        rules +=
-            (rules.empty() ? "" : "; ") + Wording(BS5950::RuleName(entry.rule)) + " (" + Wording(entry.clause) + ")";
+    for (const RuleFinding& entry : findings.rules) {
+        if (entry.status != Design::CheckStatus::OutOfScope) continue;
+        rules += (rules.empty() ? "" : "; ") + Wording(entry.name) + " (" + Wording(entry.clause) + ")";
     }
     return rules.empty() ? std::string() : "<p>Outside the input, to be checked by other means: " + rules + ".</p>\n";
 }
 
 // What was not evaluated comes before what does not apply: the engineer has to look after it. The short form leaves out what does
 // not apply, and only names what lies outside the input.
-std::string IdleTable(const BS5950::Ledger& ledger, bool isBrief)
+std::string IdleTable(const Design::MemberFindings& findings, bool isBrief)
 {
     std::string rows;
-    for (const BS5950::CheckStatus status :
-         {BS5950::CheckStatus::NotEvaluated, BS5950::CheckStatus::OutOfScope, BS5950::CheckStatus::NotApplicable}) {
-        if (isBrief && status != BS5950::CheckStatus::NotEvaluated) break;
-        for (const LedgerEntry& entry : ledger.Entries()) {
+    for (const Design::CheckStatus status :
+         {Design::CheckStatus::NotEvaluated, Design::CheckStatus::OutOfScope, Design::CheckStatus::NotApplicable}) {
+        if (isBrief && status != Design::CheckStatus::NotEvaluated) break;
+        for (const RuleFinding& entry : findings.rules) {
             if (entry.status != status) continue;
-            rows += "<tr><td>" + Wording(BS5950::RuleName(entry.rule)) + "</td><td>" + Wording(entry.clause) +
-                    "</td><td>" + Wording(BS5950::StatusName(status)) + ": " + Wording(entry.reason);
+            rows += "<tr><td>" + Wording(entry.name) + "</td><td>" + Wording(entry.clause) + "</td><td>" +
+                    Wording(Design::StatusName(status)) + ": " + Wording(entry.reason);
             if (const std::string place = PlaceText(entry); !place.empty()) rows += ", " + place;
             rows += "</td></tr>\n";
         }
     }
-    const std::string outside = isBrief ? OutsideHtml(ledger) : std::string();
+    const std::string outside = isBrief ? OutsideHtml(findings) : std::string();
     if (rows.empty()) return "<div class=\"small\">\n" + outside + "</div>\n";
     return "<div class=\"small\">\n" +
            TableHead("Checks without a result", {"Check without a result", "Clause", "Why"}, {}, {}) + rows +
@@ -339,12 +334,12 @@ std::string ListHtml(const std::vector<std::string>& sentences, const char* none
     return html + "</ul>\n";
 }
 
-std::vector<std::string> AssumptionSentences(const BS5950::CSteelMemberBS5950& member)
+std::vector<std::string> AssumptionSentences(const Design::MemberFindings& findings)
 {
     std::vector<std::string> sentences;
-    for (const BS5950::Assumption& assumption : member.Assumptions())
+    for (const Design::Assumption& assumption : findings.assumptions)
         sentences.push_back(Utf8(std::wstring_view(assumption.name)) + ": " +
-                            Utf8(BS5950::AssumptionText(assumption, CDesFormat())));
+                            Utf8(Design::AssumptionText(assumption, CDesFormat())));
     return sentences;
 }
 
@@ -359,100 +354,45 @@ std::string PlainText(const Document::Line& line)
     return text;
 }
 
-// The largest utilisation that a part of the report comes to, as it stands there: a bold number after an equals sign.
-std::string LargestResult(const Document& part)
-{
-    std::string largest;
-    double value = -1.0;
-    for (const Document::Line& line : part.lines) {
-        for (const Document::Cell& cell : line.cells) {
-            for (std::size_t i = 1; i < cell.size(); ++i) {
-                if (!cell[i].style.bold || !cell[i - 1].text.ends_with("= ")) continue;
-                CString text = Wide(cell[i].text);
-                const double number = text.CompareNoCase(L"inf") == 0 ? HUGE_VAL : GetValueDouble(text);
-                if (!(number > value)) continue;
-                value = number;
-                largest = cell[i].text;
-            }
-        }
-    }
-    return largest;
-}
-
-bool HasColour(const Document& part, bool isRed = false)
-{
-    for (const Document::Line& line : part.lines)
-        for (const Document::Cell& cell : line.cells)
-            for (const Document::Run& run : cell)
-                if (isRed ? run.style.colour == Document::Colour::Red : run.style.colour != Document::Colour::None)
-                    return true;
-    return false;
-}
-
-// Where the short form looks: the position, or the span, of the largest utilisation, and all others, as headings have them.
+// Where the short form looks: the position, or the span, of the largest utilisation.
 class GoverningPlace {
 public:
-    struct Place {
-        double start;
-        double end; // start, where it is a position
-    };
-
-    GoverningPlace(const BS5950::Ledger& ledger, const std::vector<Place>& places, bool isSpan)
+    GoverningPlace(const Design::MemberFindings& findings, bool isSpan)
     {
-        const LedgerEntry* worst = nullptr;
-        for (const LedgerEntry& entry : ledger.Entries()) {
-            const bool isOne = WasEvaluated(entry) && !std::isnan(entry.start) && (entry.start < entry.end) == isSpan;
+        for (const RuleFinding& entry : findings.rules) {
+            const bool isOne = entry.WasEvaluated() && !std::isnan(entry.start) && (entry.start < entry.end) == isSpan;
             // Not-a-number is worse than any number.
-            if (isOne && (!worst || !(entry.utilisation <= worst->utilisation))) worst = &entry;
-        }
-        if (!worst) return;
-        for (const Place& place : places) {
-            const bool isThere =
-                isSpan ? place.start < worst->end && worst->start < place.end : place.start == worst->start;
-            LedgerEntry named = *worst;
-            named.start = place.start;
-            named.end = place.end;
-            (isThere ? m_governing : m_other).push_back(DescribePlace(named));
+            if (isOne && (!m_worst || !(entry.utilisation <= m_worst->utilisation))) m_worst = &entry;
         }
     }
 
-    // A heading without a known place is about the governing one as well as any other.
-    bool IsIn(const std::string& heading) const
+    // Where nothing was evaluated at a place, every place is as good.
+    bool Has(const Design::CalculationPart& part) const
     {
-        const auto holds = [&](const std::string& place) {
-            const std::size_t at = heading.find(place);
-            return at != std::string::npos && (at == 0 || heading[at - 1] == ' ');
-        };
-        return std::any_of(m_governing.begin(), m_governing.end(), holds) ||
-               std::none_of(m_other.begin(), m_other.end(), holds);
+        if (!m_worst) return true;
+        return IsSpan(part) ? part.start < m_worst->end && m_worst->start < part.end : part.start == m_worst->start;
     }
+
+    static bool IsSpan(const Design::CalculationPart& part) { return part.start < part.end; }
 
 private:
-    std::vector<std::string> m_governing;
-    std::vector<std::string> m_other;
+    const RuleFinding* m_worst = nullptr;
 };
 
-// The report in parts: each heading of the fifth level begins one that can be folded.
+// The report in parts: each heading of the fifth level begins one that can be folded. The short form has the governing position and
+// span alone, unfolded, with what came to a result or a remark there.
 class CalculationHtml {
 public:
-    CalculationHtml() = default;
-    // The short form: the governing position and span alone, unfolded, with what came to a result or a remark there.
-    explicit CalculationHtml(const BS5950::CSteelMemberBS5950& member) : m_isBrief(true)
-    {
-        std::vector<GoverningPlace::Place> positions;
-        std::vector<GoverningPlace::Place> spans;
-        for (const BS5950::PositionResult& position : member.Positions())
-            positions.push_back({position.x, position.x});
-        for (const BS5950::SpanResult& span : member.Spans())
-            spans.push_back({span.start, span.end});
-        for (const BS5950::InteractionResult& interaction : member.Interactions())
-            spans.push_back({interaction.start, interaction.end});
-        m_position.emplace(member.Checks(), positions, false);
-        m_span.emplace(member.Checks(), spans, true);
-    }
+    CalculationHtml(const Design::MemberFindings& findings, bool isBrief) :
+        m_findings(findings), m_isBrief(isBrief), m_position(findings, false), m_span(findings, true)
+    {}
 
     std::string Of(Document report)
     {
+        const auto headings = std::count_if(report.lines.begin(), report.lines.end(),
+                                            [](const Document::Line& line) { return line.heading == 5; });
+        // The input report, which comes first, has headings without a finding.
+        m_before = headings - static_cast<std::ptrdiff_t>(m_findings.parts.size());
         for (Document::Line& line : report.lines) {
             if (line.heading == 4) {
                 Flush();
@@ -468,52 +408,70 @@ public:
     }
 
 private:
-    bool IsShown(const std::string& heading)
+    bool IsShown(const std::string& heading) const
     {
-        const bool isLocal = heading.starts_with("Local capacity checks");
-        m_place = isLocal ? &m_position : &m_span;
-        if (m_isBrief) return isLocal || heading.starts_with("Buckling checks");
+        if (m_isBrief) return heading.starts_with("Local capacity checks") || heading.starts_with("Buckling checks");
         // The ledger stands in the table of checks.
         return !heading.starts_with("Ledger of checks");
     }
 
-    bool IsLeftOut(const Document& part) const
+    bool IsLeftOut(const Design::CalculationPart& part) const
     {
-        const bool isEmpty = LargestResult(part).empty() && !HasColour(part);
-        return m_isBrief && (isEmpty || !(*m_place)->IsIn(PlainText(part.lines.front())));
+        const bool isEmpty = std::isnan(part.utilisation) && !part.isMarked;
+        return m_isBrief && (isEmpty || !(GoverningPlace::IsSpan(part) ? m_span : m_position).Has(part));
+    }
+
+    // What the code found in the part at hand; nothing where its text and its findings are not of the same parts.
+    std::optional<Design::CalculationPart> NextFinding()
+    {
+        const std::ptrdiff_t place = m_next++ - m_before;
+        if (m_before < 0 || place < 0) return std::nullopt;
+        return m_findings.parts[static_cast<std::size_t>(place)];
     }
 
     void Flush()
     {
         Document part = std::exchange(m_part, {});
         const bool isPart = std::exchange(m_isPart, false);
-        if (part.lines.empty() || (isPart && IsLeftOut(part))) return;
+        const std::optional<Design::CalculationPart> found = isPart ? NextFinding() : std::nullopt;
+        if (part.lines.empty() || (found && IsLeftOut(*found))) return;
+        if (isPart && m_isBrief && !found && !m_findings.parts.empty()) return;
         if (!isPart || part.lines.size() == 1) {
             m_html += RenderHtml(std::move(part));
             return;
         }
+        m_html += FoldedHtml(std::move(part), found);
+    }
+
+    std::string FoldedHtml(Document part, const std::optional<Design::CalculationPart>& found) const
+    {
         Document heading;
         heading.lines.push_back(std::move(part.lines.front()));
         part.lines.erase(part.lines.begin());
-        const bool fails = HasColour(part, true);
-        std::string result = LargestResult(part);
-        if (!result.empty())
-            result = "<span class=\"result" + std::string(fails ? " fail" : "") + "\">" + EscapedHtml(result) +
+        const bool fails = found && found->isMarked;
+        std::string result;
+        if (found && !std::isnan(found->utilisation))
+            result = "<span class=\"result" + std::string(fails ? " fail" : "") + "\">" + UtilText(found->utilisation) +
                      (fails ? " fails" : "") + "</span>";
         std::string title = RenderHtml(std::move(heading));
         title.pop_back();
-        m_html += (fails || m_isBrief ? "<details open><summary>" : "<details><summary>") + title + result +
-                  "</summary>\n" + RenderHtml(std::move(part)) + "</details>\n";
+        // Where the code tells nothing of the parts none is folded away.
+        const bool isWarned = !found && !m_findings.warnings.empty(); // the warnings stand below the input
+        return (fails || m_isBrief || isWarned || m_findings.parts.empty() ? "<details open><summary>"
+                                                                           : "<details><summary>") +
+               title + result + "</summary>\n" + RenderHtml(std::move(part)) + "</details>\n";
     }
 
+    const Design::MemberFindings& m_findings;
+    const bool m_isBrief;
+    const GoverningPlace m_position;
+    const GoverningPlace m_span;
     std::string m_html;
     Document m_part;
     bool m_isPart = false;
     bool m_isShown = true;
-    bool m_isBrief = false;
-    std::optional<GoverningPlace> m_position;
-    std::optional<GoverningPlace> m_span;
-    const std::optional<GoverningPlace>* m_place = &m_span; // of the parts at hand
+    std::ptrdiff_t m_before = 0;
+    std::ptrdiff_t m_next = 0;
 };
 
 std::string Part(const std::string& id, const char* name, const char* title, const std::string& content)
@@ -597,7 +555,7 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
     const CSection section = checked.member->GetKeltrixSec();
     const CSecComp& component = section.Component(0);
     const MemberAxis axis(layout, component.Dimension(0.0, CSecGeom::DEPTH));
-    const BS5950::Ledger& ledger = checked.member->Checks();
+    const Design::MemberFindings& findings = checked.findings;
 
     std::string html = "<h2 id=\"" + id + "-h\">" + Isolated(checked.title) + "</h2>\n" +
                        TitleBlockHtml(checked, block) + VerdictHtml(checked);
@@ -605,7 +563,7 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
                                 StandingHtml(layout, section);
     const std::string actions = Part(id, "actions", "Forces and moments", ActionsHtml(id, layout, axis));
     const std::vector<std::string> set = FlagSentences(checked.result->GetFlags());
-    const std::vector<std::string> assumed = AssumptionSentences(*checked.member);
+    const std::vector<std::string> assumed = AssumptionSentences(findings);
     const std::string flags = Part(id, "flags", "Flags and assumptions",
                                    set.empty() && assumed.empty() && block.isBrief
                                        ? "<p>No flag is set. No assumption was made.</p>\n"
@@ -618,8 +576,8 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
     if (block.isBrief)
         return "<div class=\"brief\">\n" + html + Part(id, "member", "Member", drawing + FewPoints(layout)) + actions +
                Part(id, "steel", "Section", SectionLine(checked)) +
-               Part(id, "checks", "Checks", CheckTable(ledger, true) + IdleTable(ledger, true)) + flags +
-               calculation("Calculation, governing position and span", CalculationHtml(*checked.member),
+               Part(id, "checks", "Checks", CheckTable(findings, true) + IdleTable(findings, true)) + flags +
+               calculation("Calculation, governing position and span", CalculationHtml(findings, true),
                            checked.result->GetVerbose()) +
                "</div>\n";
 
@@ -629,8 +587,8 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
     html +=
         Part(id, "checks", "Checks",
              (chart.empty() ? "<p>No check has a utilisation above zero.</p>\n" : "<figure>" + chart + "</figure>\n") +
-                 CheckTable(ledger, false) + IdleTable(ledger, false));
-    return html + flags + calculation("Calculation", CalculationHtml(), checked.result->GetVerbose()) +
+                 CheckTable(findings, false) + IdleTable(findings, false));
+    return html + flags + calculation("Calculation", CalculationHtml(findings, false), checked.result->GetVerbose()) +
            RenderHtml(ReadMarkup(ReportKey()));
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 #include <vector>
 
 #include "Text.h"
@@ -12,32 +13,35 @@ namespace Keltrix::App {
 
 namespace {
 
-using BS5950::LedgerEntry;
-using BS5950::Rule;
+using Design::RuleFinding;
 
-std::vector<const LedgerEntry*> EvaluatedRules(const BS5950::Ledger& ledger)
+// The worst finding of each rule that has a utilisation, in the order of the rules.
+std::vector<const RuleFinding*> EvaluatedRules(const Design::MemberFindings& findings)
 {
-    std::vector<const LedgerEntry*> rules;
-    for (int rule = 0; rule < static_cast<int>(Rule::COUNT); ++rule) {
-        const LedgerEntry* const entry = ledger.Find(static_cast<Rule>(rule));
+    std::set<int> numbers;
+    for (const RuleFinding& finding : findings.rules)
+        numbers.insert(finding.rule);
+    std::vector<const RuleFinding*> rules;
+    for (const int rule : numbers) {
+        const RuleFinding* const finding = findings.Worst(rule);
         // Not-a-number counts as evaluated: it fails.
-        if (entry && !(entry->utilisation <= 0.0)) rules.push_back(entry);
+        if (!(finding->utilisation <= 0.0)) rules.push_back(finding);
     }
     return rules;
 }
 
 std::string UtilText(double utilisation) { return Utf8(CDesFormat().Util(utilisation)); }
 
-std::string Name(const LedgerEntry& entry)
+std::string Name(const RuleFinding& entry)
 {
-    return Utf8(std::wstring_view(BS5950::RuleName(entry.rule))) + " (" + Utf8(std::wstring_view(entry.clause)) + ")";
+    return Utf8(std::wstring_view(entry.name)) + " (" + Utf8(std::wstring_view(entry.clause)) + ")";
 }
 
 } // namespace
 
 std::string UtilisationSvg(const std::string& id, const CheckedMember& checked)
 {
-    const std::vector<const LedgerEntry*> rules = EvaluatedRules(checked.member->Checks());
+    const std::vector<const RuleFinding*> rules = EvaluatedRules(checked.findings);
     if (rules.empty()) return {};
     constexpr double names = 95.0; // mm to the left of the bars
     constexpr double row = 6.2;
@@ -46,7 +50,7 @@ std::string UtilisationSvg(const std::string& id, const CheckedMember& checked)
 
     double largest = 1.0;
     std::string description;
-    for (const LedgerEntry* entry : rules) {
+    for (const RuleFinding* entry : rules) {
         largest = std::fmax(largest, entry->utilisation);
         AddItem(description, "; ",
                 Name(*entry) + " " + UtilText(entry->utilisation) + (entry->governing ? ", governs" : ""));
@@ -55,9 +59,9 @@ std::string UtilisationSvg(const std::string& id, const CheckedMember& checked)
     Svg svg(id, "Utilisation of each check against the limit 1.0", description);
     const double bottom = 6.5 + row * static_cast<double>(rules.size());
     for (std::size_t i = 0; i < rules.size(); ++i) {
-        const LedgerEntry& entry = *rules[i];
+        const RuleFinding& entry = *rules[i];
         const double y = 6.0 + row * static_cast<double>(i);
-        const bool fails = entry.status == BS5950::CheckStatus::Failed;
+        const bool fails = entry.status == Design::CheckStatus::Failed;
         const double length = scale * (entry.utilisation < most ? entry.utilisation : most);
         svg.Text(entry.governing ? "rule strong" : "rule", names - 2.0, y + 3.2, "end", Name(entry));
         svg.Rect(fails ? "bar fails" : entry.governing ? "bar governs" : "bar", names, y + 0.7, length, row - 2.2);

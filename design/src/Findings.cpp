@@ -1,5 +1,7 @@
 #include "keltrix/design/Findings.h"
 
+#include <algorithm>
+
 namespace Keltrix::Design {
 
 const wchar_t* StatusName(Status status)
@@ -13,6 +15,66 @@ const wchar_t* StatusName(Status status)
         break;
     }
     return L"not checked";
+}
+
+const wchar_t* StatusName(CheckStatus status)
+{
+    switch (status) {
+    case CheckStatus::Passed:
+        return L"passed";
+    case CheckStatus::Failed:
+        return L"failed";
+    case CheckStatus::NotApplicable:
+        return L"not applicable";
+    case CheckStatus::OutOfScope:
+        return L"outside the input";
+    case CheckStatus::NotEvaluated:
+        break;
+    }
+    return L"not evaluated";
+}
+
+CString QuantityText(Quantity quantity, double value, const CDesFormat& fmt)
+{
+    switch (quantity) {
+    case Quantity::Force:
+        return fmt.Force(value);
+    case Quantity::Moment:
+        return fmt.Moment(value);
+    case Quantity::Stress:
+        return fmt.Stress(value);
+    case Quantity::None:
+        break;
+    }
+    return fmt.NoDim(value);
+}
+
+CString AssumptionText(const Assumption& a, const CDesFormat& fmt)
+{
+    CString text = a.text;
+    if (a.isLoad) text.AppendFormat(L": %s/m", fmt.Force(a.value));
+    if (a.start < a.end) text.AppendFormat(L", %s to %s", fmt.Length(a.start), fmt.Length(a.end));
+    return text;
+}
+
+const RuleFinding* MemberFindings::Governing() const
+{
+    const auto it = std::find_if(rules.begin(), rules.end(), [](const RuleFinding& f) { return f.governing; });
+    return it == rules.end() ? nullptr : &*it;
+}
+
+const RuleFinding* MemberFindings::Worst(int rule) const
+{
+    const RuleFinding* worst = nullptr;
+    for (const RuleFinding& f : rules)
+        if (f.rule == rule && (!worst || f.utilisation > worst->utilisation)) worst = &f;
+    return worst;
+}
+
+bool MemberFindings::HasFailed() const
+{
+    return std::any_of(rules.begin(), rules.end(),
+                       [](const RuleFinding& f) { return f.status == CheckStatus::Failed; });
 }
 
 } // namespace Keltrix::Design

@@ -7,6 +7,7 @@
 #include "CheckedMember.h"
 #include "Text.h"
 #include "design/RandomMember.h"
+#include "keltrix/bs5950/SteelMemberBS5950.h"
 
 namespace Keltrix::App {
 namespace {
@@ -68,8 +69,8 @@ TEST(CheckedMember, EveryRowOfTheJsonIsItsPosition)
         const MemberCase random = RandomCase(seed);
         const MemberFile file = FileOf(random.text);
         ASSERT_EQ(file.Check().Errors(), 0u) << random.how << "\n" << random.text;
-        const CheckedMember checked = CheckMember(file, 0, MemberOptions(), false);
-        const auto& positions = checked.member->Positions();
+        const CheckedMember checked = CheckMember(file, 0, DefaultCode(), false);
+        const auto& positions = dynamic_cast<const BS5950::CSteelMemberBS5950&>(*checked.coded).Positions();
         const Json rows = JsonOf(checked)["utilisation"]["local"];
         ASSERT_EQ(rows.size(), positions.size()) << random.how;
         for (std::size_t i = 0; i < positions.size(); ++i) {
@@ -98,9 +99,9 @@ TEST(CheckedMember, TheWholeAgreesWithItsParts)
 {
     for (unsigned seed = 1; seed <= 2000; ++seed) {
         const MemberCase random = RandomCase(seed);
-        const CheckedMember checked = CheckMember(FileOf(random.text), 0, MemberOptions(), false);
+        const CheckedMember checked = CheckMember(FileOf(random.text), 0, DefaultCode(), false);
         double largest = std::fmax(checked.result->UtilBucklingCombined(), checked.result->UtilBucklingLT());
-        for (const LocalFinding& f : checked.local)
+        for (const Design::LocalFinding& f : checked.findings.positions)
             largest = std::fmax(
                 largest, std::fmax(std::fmax(f.combined, f.axial), std::fmax(std::fmax(f.momentMajor, f.momentMinor),
                                                                              std::fmax(f.shearMajor, f.shearMinor))));

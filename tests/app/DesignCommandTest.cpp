@@ -8,7 +8,7 @@
 #include <nlohmann/json.hpp>
 
 #include "AppSupport.h"
-#include "commands/Bs5950Commands.h"
+#include "commands/CodeCommands.h"
 
 namespace Keltrix::App {
 namespace {
@@ -365,7 +365,6 @@ TEST(Rejected, MembersHaveTheSameMessageInCheckValidateDesignAndReport)
     }
     const std::string good = directory.Write("a.csv", OneSubSpan(UNIFORM));
     EXPECT_EQ(RunKsteel("validate --code BS5950 '" + good + "'").code, 0);
-    EXPECT_EQ(RunKsteel("validate --code EC3 '" + good + "'").code, 3);
 }
 
 // Warnings reach everything that says something of the member.

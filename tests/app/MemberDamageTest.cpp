@@ -62,7 +62,7 @@ Outcome OutcomeOf(const std::string& text)
     try {
         const MemberFile file("damaged.csv", piece);
         if (file.Check().Errors() > 0 || file.MemberCount() != 1) return outcome;
-        const CheckedMember checked = CheckMember(file, 0, MemberOptions(), false);
+        const CheckedMember checked = CheckMember(file, 0, DefaultCode(), false);
         // Torsion in the place of a force is no contradiction, and no rule evaluates it: the result says NOT CHECKED.
         outcome.isSilentPass = checked.Status() == "pass" && checked.warnings.empty() &&
                                !checked.result->TestFlags(Steel::CMemberResult::NOT_CHECKED);

@@ -12,3 +12,51 @@ TEST(Findings, StatusesHaveTheWordsOfTheReports)
     EXPECT_EQ(std::wstring(Design::StatusName(Design::Status::Failed)), L"fail");
     EXPECT_EQ(std::wstring(Design::StatusName(Design::Status::NotChecked)), L"not checked");
 }
+
+TEST(Findings, StatusesOfRulesHaveTheirWords)
+{
+    using Design::CheckStatus;
+    EXPECT_EQ(std::wstring(Design::StatusName(CheckStatus::Passed)), L"passed");
+    EXPECT_EQ(std::wstring(Design::StatusName(CheckStatus::Failed)), L"failed");
+    EXPECT_EQ(std::wstring(Design::StatusName(CheckStatus::NotApplicable)), L"not applicable");
+    EXPECT_EQ(std::wstring(Design::StatusName(CheckStatus::NotEvaluated)), L"not evaluated");
+    EXPECT_EQ(std::wstring(Design::StatusName(CheckStatus::OutOfScope)), L"outside the input");
+}
+
+TEST(Findings, AQuantityHasItsUnit)
+{
+    const CDesFormat fmt;
+    EXPECT_EQ(Design::QuantityText(Design::Quantity::Force, 528e3, fmt), CString(L"528 kN"));
+    EXPECT_EQ(Design::QuantityText(Design::Quantity::Moment, 404e3, fmt), CString(L"404 kNm"));
+    EXPECT_EQ(Design::QuantityText(Design::Quantity::Stress, 275e6, fmt), CString(L"275 N/mm²"));
+    EXPECT_EQ(Design::QuantityText(Design::Quantity::None, 0.85, fmt), CString(L"0.85"));
+}
+
+TEST(Findings, AnAssumedLoadIsSaidWithItsPlace)
+{
+    const Design::Assumption load{L"uniform load", L"read as a uniform load", 20e3, 0.0, 6.0, true};
+    EXPECT_EQ(Design::AssumptionText(load, CDesFormat()), CString(L"read as a uniform load: 20 kN/m, 0 m to 6 m"));
+    EXPECT_EQ(Design::AssumptionText({L"Ke", L"taken as 1.0", 1.0}, CDesFormat()), CString(L"taken as 1.0"));
+}
+
+TEST(Findings, TheGoverningAndTheWorstOfARule)
+{
+    Design::MemberFindings findings;
+    EXPECT_EQ(findings.Governing(), nullptr);
+    EXPECT_EQ(findings.Worst(0), nullptr);
+    EXPECT_FALSE(findings.HasFailed());
+    for (const double utilisation : {0.4, 0.9, 0.9, 0.1}) {
+        Design::RuleFinding f;
+        f.rule = utilisation == 0.1 ? 1 : 0;
+        f.utilisation = utilisation;
+        f.status = Design::CheckStatus::Passed;
+        findings.rules.push_back(f);
+    }
+    EXPECT_EQ(findings.Worst(0), &findings.rules[1]) << "the first of equal ones";
+    EXPECT_EQ(findings.Worst(1), &findings.rules[3]);
+    EXPECT_EQ(findings.Worst(2), nullptr);
+    findings.rules[2].governing = true;
+    EXPECT_EQ(findings.Governing(), &findings.rules[2]);
+    findings.rules[3].status = Design::CheckStatus::Failed;
+    EXPECT_TRUE(findings.HasFailed());
+}

@@ -97,6 +97,19 @@ foreach(library IN LISTS LIBRARIES)
   expect_text("what pkg-config's flags for ${library} built" "${expected}")
 endforeach()
 
+# A design code of somebody else's, built against the package and loaded by the installed program.
+if(WITH_APP AND SHARED AND NOT WIN32)
+  run("configuring the sample design code" ${CMAKE_COMMAND} -S "${TIE_CODE}" -B "${WORK}/tie_code" -G ${GENERATOR}
+    "-DCMAKE_PREFIX_PATH=${prefix}" "-DCMAKE_CXX_COMPILER=${CXX}" "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}"
+    "-DCMAKE_BUILD_TYPE=${CONFIG}")
+  run("building the sample design code" ${CMAKE_COMMAND} --build "${WORK}/tie_code" --config ${CONFIG})
+  run("listing the sample design code" "${prefix}/bin/ksteel" --module "${WORK}/tie_code/tie_code.so" codes)
+  expect_text("ksteel codes with the sample design code" "tie: Ties by stress")
+  run("a capacity table by the sample design code"
+    "${prefix}/bin/ksteel" --module "${WORK}/tie_code/tie_code.so" capacity "CHS 88.9x5" --code tie)
+  expect_text("the capacity table of the sample design code" "309.7")
+endif()
+
 # The program finds its libraries by itself.
 if(WITH_APP)
   set(ENV{LD_LIBRARY_PATH} "")

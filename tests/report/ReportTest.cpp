@@ -6,7 +6,7 @@
 #include "HtmlReader.h"
 #include "Json.h"
 #include "app/AppSupport.h"
-#include "commands/Bs5950Commands.h"
+#include "commands/CodeCommands.h"
 #include "report/Style.h"
 
 namespace Keltrix::App {

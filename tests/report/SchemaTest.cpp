@@ -174,6 +174,7 @@ INSTANTIATE_TEST_SUITE_P(
                       OutputRow{"capacity", "capacity --format json 'UB 457x191x67'", 0},
                       OutputRow{"capacity", "capacity --format json 'L 100x100x10' --grade S355", 0},
                       OutputRow{"capacity", "capacity --format json 'SHS 150x150x8' --LE 2,4.5,6", 0},
+                      OutputRow{"codes", "codes --format json", 0},
                       OutputRow{"design", "design --format json examples/column.csv --family UC", 0},
                       OutputRow{"design", "design --format json examples/column.csv --family L", 1},
                       OutputRow{"validate", "validate --format json examples/*.csv", 0},

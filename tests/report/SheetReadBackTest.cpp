@@ -9,10 +9,17 @@
 #include "Html.h"
 #include "HtmlReader.h"
 #include "Text.h"
+#include "keltrix/bs5950/SteelMemberBS5950.h"
 #include "report/MemberSheet.h"
 
 namespace Keltrix::App {
 namespace {
+
+// The member as the standard's own class.
+const Keltrix::BS5950::CSteelMemberBS5950& StandardOf(const Keltrix::App::CheckedMember& checked)
+{
+    return dynamic_cast<const Keltrix::BS5950::CSteelMemberBS5950&>(*checked.coded);
+}
 
 using Trial::HtmlElement;
 using Trial::HtmlReader;
@@ -89,7 +96,7 @@ public:
         piece.bytes = given.Text();
         piece.isWhole = true;
         const MemberFile file("f.csv", piece);
-        checked = CheckMember(file, 0, MemberOptions(), true);
+        checked = CheckMember(file, 0, DefaultCode(), true);
         html = "<div>" + MemberSheet(checked, {}, "m") + "</div>";
         const HtmlReader reader(html);
         EXPECT_EQ(reader.Error(), "");
@@ -521,7 +528,7 @@ TEST(SheetReadBack, TheTableOfChecksIsTheLedger)
         const Sheet sheet(LoadedColumn(scale));
         std::vector<BS5950::LedgerEntry> evaluated;
         std::size_t others = 0;
-        for (const BS5950::LedgerEntry& e : sheet.checked.member->Checks().Entries()) {
+        for (const BS5950::LedgerEntry& e : StandardOf(sheet.checked).Checks().Entries()) {
             const bool is = e.status == BS5950::CheckStatus::Passed || e.status == BS5950::CheckStatus::Failed;
             if (is)
                 evaluated.push_back(e);
@@ -562,7 +569,7 @@ TEST(SheetReadBack, BarsAreTheLedgerEvenWhereTheyAreCut)
             if (e.name == "rect") bars.push_back(e);
         std::vector<BS5950::LedgerEntry> largest;
         for (int rule = 0; rule < static_cast<int>(BS5950::Rule::COUNT); ++rule) {
-            const auto* const entry = sheet.checked.member->Checks().Find(static_cast<BS5950::Rule>(rule));
+            const auto* const entry = StandardOf(sheet.checked).Checks().Find(static_cast<BS5950::Rule>(rule));
             if (entry && entry->utilisation > 0.0) largest.push_back(*entry);
         }
         ASSERT_EQ(bars.size(), largest.size());
@@ -612,7 +619,7 @@ TEST(SheetReadBack, AFoldedPartShowsItsLargestResult)
         if (e.name == "span" && e.attributes.count("class") && e.attributes.at("class") == "result")
             shown.push_back(std::stod(e.text));
     ASSERT_FALSE(shown.empty());
-    const auto& member = *sheet.checked.member;
+    const auto& member = StandardOf(sheet.checked);
     const auto isShown = [&](double u) {
         return std::any_of(shown.begin(), shown.end(), [u](double s) { return std::abs(s - u) < 0.51e-3; });
     };

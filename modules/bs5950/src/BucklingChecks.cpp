@@ -110,6 +110,7 @@ void CSteelMemberBS5950::AssumeFactors()
 void CSteelMemberBS5950::RunBuckling()
 {
     m_ledger.Drop(Stage::Buckling);
+    std::erase_if(m_parts, [](const auto& part) { return part.second.start < part.second.end; });
     m_spans.clear();
     m_interactions.clear();
     const bool text = Result() && Result()->TextEnabled();

@@ -39,6 +39,7 @@ void CSteelMemberBS5950::Text::SpanTitle(const wchar_t* what, const SpanResult& 
     const wchar_t* const flange = span.flange[0] == span.flange[1] ? L""
                                   : span.flange[0]                 ? L", flange 1 (top)"
                                                                    : L", flange 2 (bottom)";
+    BeginPart(span.start, span.end, LastEntry());
     Line(L"<h5>%s: %s to %s, length %s%s%s</h5>", title, m_fmt.Length(span.start), m_fmt.Length(span.end),
          m_fmt.Length(span.end - span.start), flange, span.turned ? L", the angle turned the other way" : L"");
     const CResultIndent indent(&m_result);
@@ -261,6 +262,7 @@ void CSteelMemberBS5950::Text::LateralSlenderness(const SpanResult& span)
 
 void CSteelMemberBS5950::Text::Lateral(const SpanResult& span)
 {
+    m_isInPart = true; // LateralTitle began it
     const CResultIndent indent(&m_result);
     const SectionProperties& s = m_member.Properties();
     if (!span.applied) {
@@ -290,6 +292,7 @@ void CSteelMemberBS5950::Text::Lateral(const SpanResult& span)
 
 void CSteelMemberBS5950::Text::Interaction(const InteractionResult& r)
 {
+    BeginPart(r.start, r.end, LastEntry());
     Line(L"<h5>Interaction, %s to %s</h5>", m_fmt.Length(r.start), m_fmt.Length(r.end));
     const CResultIndent indent(&m_result);
     switch (r.rule) {

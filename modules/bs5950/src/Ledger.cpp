@@ -64,23 +64,6 @@ const wchar_t* RuleClause(Rule rule) { return Row(rule).clause; }
 
 Stage RuleStage(Rule rule) { return Row(rule).stage; }
 
-const wchar_t* StatusName(CheckStatus status)
-{
-    switch (status) {
-    case CheckStatus::Passed:
-        return L"passed";
-    case CheckStatus::Failed:
-        return L"failed";
-    case CheckStatus::NotApplicable:
-        return L"not applicable";
-    case CheckStatus::OutOfScope:
-        return L"outside the input";
-    case CheckStatus::NotEvaluated:
-        break;
-    }
-    return L"not evaluated";
-}
-
 void Ledger::Drop(Stage stage)
 {
     std::erase_if(m_entries, [stage](const LedgerEntry& e) { return RuleStage(e.rule) == stage; });
@@ -132,14 +115,6 @@ Design::Status Ledger::Status() const
 {
     if (HasFailed()) return Design::Status::Failed;
     return m_entries.empty() || IsOpen() ? Design::Status::NotChecked : Design::Status::Passed;
-}
-
-CString AssumptionText(const Assumption& a, const CDesFormat& fmt)
-{
-    CString text = a.text;
-    if (a.isLoad) text.AppendFormat(L": %s/m", fmt.Force(a.value));
-    if (a.start < a.end) text.AppendFormat(L", %s to %s", fmt.Length(a.start), fmt.Length(a.end));
-    return text;
 }
 
 } // namespace Keltrix::BS5950

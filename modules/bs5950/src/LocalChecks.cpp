@@ -43,6 +43,7 @@ void CSteelMemberBS5950::CollectPositions()
 void CSteelMemberBS5950::RunLocal(bool alongMember)
 {
     m_ledger.Drop(Stage::Local);
+    std::erase_if(m_parts, [](const auto& part) { return !(part.second.start < part.second.end); });
     RecordLocal();
     m_ledger.MarkGoverning();
     if (!Result()) return;

@@ -302,6 +302,7 @@ void CSteelMemberBS5950::Text::Position(std::size_t index)
     const PositionResult& p = m_member.m_positions[index];
     const Actions& a = p.actions;
     m_result.SetCurSubSpan(p.Entry());
+    BeginPart(p.x, p.x, p.Entry());
     Line(L"<h5>Position %i: %s of sub-span %i, at %s</h5>", static_cast<int>(index) + 1, PlaceName(p), p.subSpan + 1,
          m_fmt.Length(p.x));
     const CResultIndent indent(&m_result);
@@ -346,7 +347,9 @@ void CSteelMemberBS5950::Text::Local(bool alongMember)
 void CSteelMemberBS5950::Text::ConcentratedLoad(const WebLoadResult& w)
 {
     const SectionProperties& s = m_member.Properties();
-    m_result.SetCurSubSpan(w.Entry(static_cast<int>(m_member.SubSpans().size())));
+    const int entry = w.Entry(static_cast<int>(m_member.SubSpans().size()));
+    m_result.SetCurSubSpan(entry);
+    BeginPart(w.x, w.x, entry);
     Line(L"<h5>Web under %s of %s at %s</h5>", w.onFlange1 ? L"a load" : L"a reaction or an upward load",
          m_fmt.Force(w.force), m_fmt.Length(w.x));
     const CResultIndent indent(&m_result);

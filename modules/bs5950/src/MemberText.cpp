@@ -28,9 +28,20 @@ CString CSteelMemberBS5950::Text::Verdict(double utilisation, bool inclusive) co
 {
     const double u = CMemberResult::InfinitiseNANs(utilisation);
     const bool fails = inclusive ? u >= 1.0 : u > 1.0;
+    if (m_isInPart) {
+        Design::CalculationPart& part = m_member.m_parts.back().second;
+        if (!(part.utilisation >= u)) part.utilisation = u;
+        part.isMarked = part.isMarked || fails;
+    }
     CString text;
     text.Format(fails ? L"<red><b>%s</b> FAIL</red>" : L"<b>%s</b> OK", m_fmt.Util(u));
     return text;
+}
+
+void CSteelMemberBS5950::Text::BeginPart(double start, double end, int entry)
+{
+    m_member.m_parts.emplace_back(entry, Design::CalculationPart{start, end});
+    m_isInPart = true;
 }
 
 namespace {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "keltrix/bs5950/SteelMemberBS5950.h"
 
 namespace Keltrix::BS5950 {
@@ -7,7 +9,7 @@ namespace Keltrix::BS5950 {
 /// Writes what a check found into the text of the attached result. Made only where text is enabled.
 class CSteelMemberBS5950::Text {
 public:
-    explicit Text(const CSteelMemberBS5950& member) :
+    explicit Text(CSteelMemberBS5950& member) :
         m_member(member), m_result(*member.Result()), m_fmt(m_result.DesFormat())
     {}
 
@@ -53,9 +55,16 @@ private:
     void SimpleColumn(const InteractionResult& r);
     void LedgerTable();
 
+    /// Begins a part of the calculation, whose heading is the next line, in the present entry of the result.
+    void BeginPart(double start, double end, int entry);
+    /// Entry of the buckling checks.
+    int LastEntry() const { return 2 * static_cast<int>(m_member.SubSpans().size()) + 1; }
+
     template <class... Args>
     void Line(const wchar_t* format, const Args&... args)
     {
+        if (m_isInPart && std::wstring_view(format).find(L"<red>") != std::wstring_view::npos)
+            m_member.m_parts.back().second.isMarked = true;
         CString text;
         text.Format(format, args...);
         text += L"\n";
@@ -68,9 +77,10 @@ private:
     /// A dimension of the section, in cm.
     CString Small(double m) const;
 
-    const CSteelMemberBS5950& m_member;
+    CSteelMemberBS5950& m_member;
     Steel::CMemberResult& m_result;
     const CDesFormat& m_fmt;
+    bool m_isInPart = false;
 };
 
 } // namespace Keltrix::BS5950

@@ -8,6 +8,7 @@
 
 namespace Keltrix::BS5950 {
 
+using Design::Subject;
 using Steel::CMemberResult;
 
 const wchar_t* LoadPatternName(LoadPattern pattern)
@@ -81,6 +82,8 @@ void CSteelMemberBS5950::DropFindings()
     m_webLoads.clear();
     m_spans.clear();
     m_interactions.clear();
+    m_parts.clear();
+    m_refusal = {};
     m_class = 0;
 }
 
@@ -91,19 +94,20 @@ void CSteelMemberBS5950::Assume(const wchar_t* name, const wchar_t* text, double
 }
 
 // Nothing can be checked: every rule gets its entry, and the result says so.
-void CSteelMemberBS5950::Refuse(const wchar_t* reason)
+void CSteelMemberBS5950::Refuse(const Design::Refusal& refusal)
 {
     DropFindings();
+    m_refusal = refusal;
     for (int i = 0; i < static_cast<int>(Rule::COUNT); ++i) {
         LedgerEntry e;
         e.rule = static_cast<Rule>(i);
         e.clause = RuleClause(e.rule);
-        e.reason = reason;
+        e.reason = refusal.reason;
         m_ledger.Add(e);
     }
     if (!Result()) return;
     Result()->AddFlags(CMemberResult::NOT_CHECKED | CMemberResult::WARNING);
-    if (Result()->TextEnabled()) Text(*this).Refusal(reason);
+    if (Result()->TextEnabled()) Text(*this).Refusal(refusal.reason);
 }
 
 namespace {
@@ -124,45 +128,50 @@ bool HasFiniteLoadHeight(const Part& part)
 
 } // namespace
 
-// Numbers that no check can be made with; null where all are finite.
-const wchar_t* CSteelMemberBS5950::NumbersRefusal() const
+// Numbers that no check can be made with; Subject::None where all are finite.
+Design::Refusal CSteelMemberBS5950::NumbersRefusal() const
 {
     const auto& points = MemberPoints();
     const auto& subSpans = SubSpans();
     if (!std::all_of(points.begin(), points.end(),
                      [](const Steel::CMemberPoint& p) { return std::isfinite(p.GetPos()); }))
-        return L"the position of a member point is not a finite number";
+        return {Subject::Member, L"the position of a member point is not a finite number"};
     if (!std::all_of(subSpans.begin(), subSpans.end(), [](const Steel::CSubSpan& s) { return IsFinite(s); }))
-        return L"a force or a moment is not a finite number";
+        return {Subject::Member, L"a force or a moment is not a finite number"};
     if (!std::all_of(points.begin(), points.end(), HasFiniteLoadHeight<Steel::CMemberPoint>) ||
         !std::all_of(subSpans.begin(), subSpans.end(), HasFiniteLoadHeight<Steel::CSubSpan>))
-        return L"a load height is not a finite number";
+        return {Subject::Member, L"a load height is not a finite number"};
     const double factor = EquivalentUniformMomentFactor().value_or(1.0);
     if (!(factor > 0.0 && std::isfinite(factor)))
-        return L"the equivalent uniform moment factor that is given is not a finite number above 0";
-    return nullptr;
+        return {Subject::MomentFactor,
+                L"the equivalent uniform moment factor that is given is not a finite number above 0"};
+    return {};
 }
 
-// Why nothing can be checked; null where everything is at hand.
-const wchar_t* CSteelMemberBS5950::RefusalReason() const
+// Why nothing can be checked; Subject::None where everything is at hand.
+Design::Refusal CSteelMemberBS5950::FindRefusal() const
 {
-    if (!m_section.HasSection()) return L"the member has no section that this standard covers";
-    if (!m_hasGrade) return L"the member has no steel grade";
-    if (!m_section.Steel().IsValid()) return m_section.Steel().refusal;
-    if (const wchar_t* reason = NumbersRefusal()) return reason;
-    if (!ValidateInputData()) return L"member points and sub-spans do not fit together";
+    if (!m_section.HasSection()) return {Subject::Section, L"the member has no section that this standard covers"};
+    if (!m_hasGrade) return {Subject::Grade, L"the member has no steel grade"};
+    if (const wchar_t* reason = m_section.Steel().refusal) {
+        constexpr double thin = 0.001; // m, within Table 9 for every grade
+        return {MakeMaterial(m_grade, thin).IsValid() ? Subject::Section : Subject::Grade, reason};
+    }
+    if (const Design::Refusal refusal = NumbersRefusal(); refusal.subject != Subject::None) return refusal;
+    if (!ValidateInputData()) return {Subject::Member, L"member points and sub-spans do not fit together"};
     const SectionDesign design = m_section.Design();
     if (!(design.netGross > 0.0 && design.netGross <= 1.0))
-        return L"the net to gross area ratio does not lie above 0 and up to 1";
-    if (!(design.plasElas >= 1.0)) return L"the allowable plastic to elastic ratio lies below 1";
-    return nullptr;
+        return {Subject::NetToGross, L"the net to gross area ratio does not lie above 0 and up to 1"};
+    if (!(design.plasElas >= 1.0))
+        return {Subject::PlasticToElastic, L"the allowable plastic to elastic ratio lies below 1"};
+    return {};
 }
 
 bool CSteelMemberBS5950::Prepare()
 {
     if (Result()) Result()->SetCurSubSpan(0);
-    if (const wchar_t* reason = RefusalReason()) {
-        Refuse(reason);
+    if (const Design::Refusal refusal = FindRefusal(); refusal.subject != Subject::None) {
+        Refuse(refusal);
         return false;
     }
     MakeDiagrams();
@@ -360,6 +369,77 @@ ResistanceSummary CSteelMemberBS5950::Resistances() const
     r.Mcx = weakest(&PositionResult::Mcx);
     r.Mcy = weakest(&PositionResult::Mcy);
     return r;
+}
+
+namespace {
+
+Design::RuleFinding FindingOf(const LedgerEntry& e)
+{
+    return {static_cast<int>(e.rule),
+            RuleName(e.rule),
+            e.clause,
+            e.status,
+            e.reason,
+            e.start,
+            e.end,
+            e.utilisation,
+            e.resistance,
+            e.symbol,
+            e.quantity,
+            e.governing};
+}
+
+Design::LocalFinding FindingOf(const PositionResult& p)
+{
+    return {p.x,          p.subSpan,
+            p.place,      p.combined,
+            p.axial,      p.major,
+            p.minor,      std::max(p.shearMajor, p.shearBuckling),
+            p.shearMinor, p.actions.Mt != 0.0};
+}
+
+Design::SpanFinding FindingOf(const SpanResult& s)
+{
+    Design::SpanFinding finding{s.start, s.end, {}};
+    const bool isMoment = s.mode == BucklingMode::LateralTorsional;
+    finding.resistance.symbol = isMoment ? L"Mb" : s.mode == BucklingMode::Major ? L"Pcx" : L"Pcy";
+    finding.resistance.quantity = isMoment ? Quantity::Moment : Quantity::Force;
+    if (s.resistance > 0.0) finding.resistance.value = s.resistance;
+    return finding;
+}
+
+} // namespace
+
+Design::MemberFindings CSteelMemberBS5950::Findings() const
+{
+    Design::MemberFindings findings;
+    findings.status = Status();
+    findings.refusal = m_refusal;
+    findings.designStrength = {L"py", Quantity::Stress, DesignStrength()};
+    findings.momentFactor = EquivalentUniformMomentFactor();
+    findings.rules.reserve(m_ledger.Entries().size());
+    for (const LedgerEntry& entry : m_ledger.Entries())
+        findings.rules.push_back(FindingOf(entry));
+    findings.assumptions = m_assumptions;
+    findings.warnings = m_warnings;
+    findings.positions.reserve(m_positions.size());
+    for (const PositionResult& position : m_positions)
+        findings.positions.push_back(FindingOf(position));
+    const ResistanceSummary r = Resistances();
+    findings.resistances = {{L"Pz", Quantity::Force, r.Pz},    {L"Pt", Quantity::Force, r.Pt},
+                            {L"Pvx", Quantity::Force, r.Pvx},  {L"Pvy", Quantity::Force, r.Pvy},
+                            {L"Mcx", Quantity::Moment, r.Mcx}, {L"Mcy", Quantity::Moment, r.Mcy}};
+    findings.spans.reserve(m_spans.size() + m_interactions.size());
+    for (const SpanResult& span : m_spans)
+        findings.spans.push_back(FindingOf(span));
+    for (const InteractionResult& interaction : m_interactions)
+        findings.spans.push_back({interaction.start, interaction.end, {}, true});
+    // The record gives its text entry by entry.
+    std::vector<std::pair<int, Design::CalculationPart>> parts = m_parts;
+    std::stable_sort(parts.begin(), parts.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (const auto& [entry, part] : parts)
+        findings.parts.push_back(part);
+    return findings;
 }
 
 Steel::SubspanEffectiveLengthData CSteelMemberBS5950::GetEffectiveLengths() const

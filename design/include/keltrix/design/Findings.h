@@ -1,10 +1,16 @@
 #pragma once
 
+#include <cstddef>
 #include <limits>
+#include <optional>
+#include <vector>
 
 #include "keltrix/design/Export.h"
 #include "keltrix/platform/CString.h"
+#include "keltrix/platform/KxUtil.h"
 
+// What a check of a member found, as data. Forces in N, moments in N·m, stresses in Pa, lengths in m. Not-a-number is a number that
+// is not there. Texts of type const wchar_t* are static: they live as long as the design code that gives them.
 namespace Keltrix::Design {
 
 /// What a check says of a member as a whole. A member has passed only where every rule that applies was evaluated and none
@@ -12,6 +18,49 @@ namespace Keltrix::Design {
 enum class Status { Passed, Failed, NotChecked };
 /// "pass", "fail", "not checked"
 KELTRIX_DESIGN_API const wchar_t* StatusName(Status status);
+
+/// What became of one rule. NotEvaluated: the rule applies, or may apply, and was not evaluated, so that the member cannot pass.
+/// OutOfScope: the rule is about what the input does not hold, such as the frame around the member; it is reported and does
+/// not keep a member from passing.
+enum class CheckStatus { Passed, Failed, NotApplicable, NotEvaluated, OutOfScope };
+/// "passed", "failed", "not applicable", "not evaluated", "outside the input"
+KELTRIX_DESIGN_API const wchar_t* StatusName(CheckStatus status);
+
+/// What a resistance is: a force in N, a moment in N·m, a stress in Pa or none.
+enum class Quantity { None, Force, Moment, Stress };
+/// Its text in the user's units: "275 N/mm²".
+KELTRIX_DESIGN_API CString QuantityText(Quantity quantity, double value, const CDesFormat& fmt);
+
+/// What one rule gave at one place.
+struct RuleFinding {
+    int rule = 0; ///< the design code's own number of the rule, from 0 on in the order in which rules are shown
+    const wchar_t* name = L"";
+    const wchar_t* clause = L""; ///< the clause or table applied
+    CheckStatus status = CheckStatus::NotEvaluated;
+    const wchar_t* reason = L""; ///< why not applicable, not evaluated or failed without a number
+    double start =
+        std::numeric_limits<double>::quiet_NaN(); ///< position or start of the span; of the whole member without
+    double end = std::numeric_limits<double>::quiet_NaN();
+    double utilisation = 0.0; ///< 0 where nothing was evaluated
+    double resistance = std::numeric_limits<double>::quiet_NaN();
+    const wchar_t* symbol = L""; ///< of the resistance: "Mcx"
+    Quantity quantity = Quantity::None;
+    bool governing = false; ///< the largest utilisation of the whole member
+
+    bool WasEvaluated() const { return status == CheckStatus::Passed || status == CheckStatus::Failed; }
+};
+
+/// A value that the check had to assume, by name.
+struct Assumption {
+    const wchar_t* name = L"";
+    const wchar_t* text = L"";
+    double value = std::numeric_limits<double>::quiet_NaN(); ///< the assumed number in SI, where it is one
+    double start = std::numeric_limits<double>::quiet_NaN(); ///< where it was assumed; not-a-number: everywhere
+    double end = std::numeric_limits<double>::quiet_NaN();
+    bool isLoad = false; ///< the value is a load in N/m
+};
+/// Its text, with load and place where it has them: "read as a uniform load: 20 kN/m, 0 m to 6 m".
+KELTRIX_DESIGN_API CString AssumptionText(const Assumption& assumption, const CDesFormat& fmt);
 
 enum class WarningKind {
     UnbalancedForces, ///< the end moments of a sub-span do not belong to its shears
@@ -25,6 +74,78 @@ struct Warning {
     int subSpan = -1;                                        ///< counted from 0; -1 where it is of the member
     double start = std::numeric_limits<double>::quiet_NaN(); ///< m
     double end = std::numeric_limits<double>::quiet_NaN();
+};
+
+/// Which end of its sub-span a position is, or a place inside it.
+enum class Place { LeftEnd, Inside, RightEnd };
+
+/// Utilisations of a cross-section at one position; 0 where a rule does not apply.
+struct LocalFinding {
+    double x = 0.0;  ///< along the member
+    int subSpan = 0; ///< counted from 0
+    Place place = Place::LeftEnd;
+    double combined = 0.0;
+    double axial = 0.0;
+    double momentMajor = 0.0;
+    double momentMinor = 0.0;
+    double shearMajor = 0.0; ///< shear buckling included
+    double shearMinor = 0.0;
+    bool hasTorsion = false; ///< torsion acts, and no rule evaluates it
+};
+
+/// A resistance by its symbol; not-a-number where its rule was not applied.
+struct Resistance {
+    const wchar_t* symbol = L"";
+    Quantity quantity = Quantity::None;
+    double value = std::numeric_limits<double>::quiet_NaN();
+};
+
+/// A stretch of the member that a buckling check is about.
+struct SpanFinding {
+    double start = 0.0;
+    double end = 0.0;
+    Resistance resistance;      ///< not-a-number where the stretch is held all along or has no action to check
+    bool isCombination = false; ///< the stretch that several spans have in common; has no resistance of its own
+};
+
+/// What a part of the calculation in the result's text came to. A part begins at each heading of the fifth level in it.
+struct CalculationPart {
+    double start = 0.0; ///< the place that the part is about, m
+    double end = 0.0;   ///< equal to `start` where it is a position
+    /// The largest utilisation that the part shows; not-a-number where it shows none.
+    double utilisation = std::numeric_limits<double>::quiet_NaN();
+    bool isMarked = false; ///< something in it fails, or was not checked: text in red
+};
+
+/// What of the input a design code does not take.
+enum class Subject { None, Member, Section, Grade, NetToGross, PlasticToElastic, MomentFactor };
+
+/// Why nothing could be checked; Subject::None where something was.
+struct Refusal {
+    Subject subject = Subject::None;
+    const wchar_t* reason = L"";
+};
+
+/// The findings of the last check of a member.
+struct MemberFindings {
+    Status status = Status::NotChecked;
+    Refusal refusal;
+    Resistance designStrength;          ///< of the steel in this section: py, fy
+    std::optional<double> momentFactor; ///< the equivalent uniform moment factor that the input gives
+    std::vector<RuleFinding> rules;     ///< one for each rule at least, several where it was applied span by span
+    std::vector<Assumption> assumptions;
+    std::vector<Warning> warnings;
+    std::vector<LocalFinding> positions; ///< in the order of their places
+    std::vector<Resistance> resistances; ///< of the cross-section, the least along the member
+    std::vector<SpanFinding> spans;
+    /// In the order of their headings in the text; empty where no text was asked for or the code does not give them.
+    std::vector<CalculationPart> parts;
+
+    /// The finding that governs, or null.
+    KELTRIX_DESIGN_API const RuleFinding* Governing() const;
+    /// The finding of the largest utilisation of a rule (its first where all are zero), or null.
+    KELTRIX_DESIGN_API const RuleFinding* Worst(int rule) const;
+    KELTRIX_DESIGN_API bool HasFailed() const;
 };
 
 } // namespace Keltrix::Design

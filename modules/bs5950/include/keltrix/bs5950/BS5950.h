@@ -3,6 +3,8 @@
 // Everything that the BS 5950-1:2000 module exports.
 #include "keltrix/bs5950/Capacity.h"
 #include "keltrix/bs5950/Classification.h"
+#include "keltrix/bs5950/DesignCode.h"
+#include "keltrix/bs5950/DesignOptions.h"
 #include "keltrix/bs5950/Export.h"
 #include "keltrix/bs5950/Ledger.h"
 #include "keltrix/bs5950/Material.h"

@@ -6,7 +6,6 @@
 
 #include "keltrix/bs5950/Export.h"
 #include "keltrix/design/Findings.h"
-#include "keltrix/platform/KxUtil.h"
 
 namespace Keltrix::BS5950 {
 
@@ -55,19 +54,17 @@ enum class Rule {
 };
 
 enum class Stage { General, Local, Buckling };
-/// NotEvaluated: the rule applies, or may apply, and was not evaluated, so that the member cannot pass. OutOfScope: the rule
-/// is about what the input does not hold, such as the frame around the member; it is reported and does not keep a member from passing.
-enum class CheckStatus { Passed, Failed, NotApplicable, NotEvaluated, OutOfScope };
-/// What a resistance is: a force in N, a moment in N·m, a stress in Pa or none.
-enum class Quantity { None, Force, Moment, Stress };
+using Design::Assumption;
+using Design::AssumptionText;
+using Design::CheckStatus;
+using Design::Quantity;
+using Design::StatusName;
 
 /// "moment capacity, major axis"
 KELTRIX_BS5950_API const wchar_t* RuleName(Rule rule);
 /// "4.2.5"
 KELTRIX_BS5950_API const wchar_t* RuleClause(Rule rule);
 KELTRIX_BS5950_API Stage RuleStage(Rule rule);
-/// "passed", "failed", "not applicable", "not evaluated", "outside the input"
-KELTRIX_BS5950_API const wchar_t* StatusName(CheckStatus status);
 
 /// What became of one rule at one place. Texts are static.
 struct LedgerEntry {
@@ -111,17 +108,5 @@ public:
 private:
     std::vector<LedgerEntry> m_entries;
 };
-
-/// A value that the check had to assume, by name. Texts are static.
-struct Assumption {
-    const wchar_t* name = L"";
-    const wchar_t* text = L"";
-    double value = std::numeric_limits<double>::quiet_NaN(); ///< the assumed number in SI, where it is one
-    double start = std::numeric_limits<double>::quiet_NaN(); ///< where it was assumed, m; not-a-number: everywhere
-    double end = std::numeric_limits<double>::quiet_NaN();
-    bool isLoad = false; ///< the value is a load in N/m
-};
-/// Its text, with load and place where it has them: "read as a uniform load: 20 kN/m, 0 m to 6 m".
-KELTRIX_BS5950_API CString AssumptionText(const Assumption& assumption, const CDesFormat& fmt);
 
 } // namespace Keltrix::BS5950

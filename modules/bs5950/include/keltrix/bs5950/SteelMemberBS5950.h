@@ -2,6 +2,7 @@
 
 #include <array>
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include "keltrix/bs5950/Capacity.h"
@@ -9,6 +10,7 @@
 #include "keltrix/bs5950/Export.h"
 #include "keltrix/bs5950/Ledger.h"
 #include "keltrix/bs5950/SectionBS5950.h"
+#include "keltrix/design/DesignCode.h"
 #include "keltrix/design/Findings.h"
 #include "keltrix/design/MomentDiagram.h"
 #include "keltrix/design/Stretches.h"
@@ -16,8 +18,7 @@
 
 namespace Keltrix::BS5950 {
 
-/// Which end of its sub-span a position is, or a place inside it.
-enum class Place { LeftEnd, Inside, RightEnd };
+using Design::Place;
 /// Why a place is a position: an end of a sub-span, an extreme of a moment, the place inside a sub-span where a utilisation is
 /// larger than at all of those, or a place where a rule that applies cannot be evaluated (4.4.4.2).
 enum class Found { End, Extreme, LargestUtilisation, RuleNotEvaluated };
@@ -193,7 +194,7 @@ struct InteractionResult {
 ///
 /// Utilisations, flags and text go to the attached result: entry 0 the member, then the left and the right end of each
 /// sub-span (PositionResult::Entry), the last entry the buckling checks. Without a result the check runs just the same.
-class KELTRIX_BS5950_API CSteelMemberBS5950 : public Steel::CSteelMemberGen {
+class KELTRIX_BS5950_API CSteelMemberBS5950 : public Steel::CSteelMemberGen, public Design::CodeMember {
 public:
     KELTRIX_CONSTANT static constexpr int SIMPLIFIED = 1;
     KELTRIX_CONSTANT static constexpr int MORE_EXACT = 2;
@@ -222,6 +223,11 @@ public:
     Steel::SubspanEffectiveLengthData GetEffectiveLengths() const override;
     CString GetSectionText(const CDesFormat& fmt) const override;
     int SectionClass() const override { return m_class; }
+
+    // As a design code's member.
+    Steel::CSteelMemberGen& Member() override { return *this; }
+    /// A copy of what stands in Checks(), Positions() and so on, as every design code gives it.
+    Design::MemberFindings Findings() const override;
 
     /// Drops the findings.
     void SetOptions(const DesignOptions& options);
@@ -256,12 +262,12 @@ private:
     class Text;
     friend class Text;
 
-    const wchar_t* RefusalReason() const;
-    const wchar_t* NumbersRefusal() const;
+    Design::Refusal FindRefusal() const;
+    Design::Refusal NumbersRefusal() const;
     bool Prepare();
     void RecordGeneral();
     void RecordOutside();
-    void Refuse(const wchar_t* reason);
+    void Refuse(const Design::Refusal& refusal);
     void Assume(const wchar_t* name, const wchar_t* text, double value);
     void DropFindings();
     void CollectPositions();
@@ -370,6 +376,9 @@ private:
     std::vector<SpanResult> m_spans;
     std::vector<double> m_levels; ///< of a column in simple construction
     std::vector<InteractionResult> m_interactions;
+    /// Parts of the text, in the order of writing, each with its entry of the result record.
+    std::vector<std::pair<int, Design::CalculationPart>> m_parts;
+    Design::Refusal m_refusal; ///< of the last check; Subject::None where it evaluated something
     int m_class = 0;
 };
 

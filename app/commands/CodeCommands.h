@@ -5,14 +5,14 @@
 
 namespace Keltrix::App {
 
-// The commands that need the BS 5950-1:2000 module.
+// The commands that check members or sections to a design code.
 
 struct CheckOptions {
     std::vector<std::string> files;
     ReadingOptions reading;
     std::string report = "brief"; ///< brief, verbose, summary or table
     bool envelope = false;        ///< the files are load cases of one member
-    MemberOptions member;
+    CodeChoice code;
     int jobs = 1; ///< worker processes; 0 is one for each processor
     Format format = Format::TABLE;
     Rendering rendering = Rendering::Plain;
@@ -25,7 +25,7 @@ struct ReportOptions {
     ReadingOptions reading;
     std::string output; ///< "-" is standard output
     TitleBlock block;
-    MemberOptions member;
+    CodeChoice code;
 };
 /// Checks every member of the files and writes their calculation sheets as one HTML file. No file is written where no
 /// member could be read.
@@ -36,7 +36,7 @@ struct DesignOptions {
     ReadingOptions reading;
     std::string family;
     int count = 6; ///< sections shown, the lightest that passes first
-    MemberOptions member;
+    CodeChoice code;
     Format format = Format::TABLE;
     Rendering rendering = Rendering::Plain;
 };
@@ -45,7 +45,8 @@ ExitCode Design(const DesignOptions& options, const Console& console);
 
 struct CapacityOptions {
     std::string name;
-    std::string grade = "S275";
+    CodeChoice code;
+    std::string grade;       ///< empty: the first one of the code
     std::string LE = "1:14"; ///< "1:14", "1:14:0.5", "3" or "2,4.5,6", m
     std::string type;        ///< rolled, welded or formed; empty: as the catalogue has it, welded where it has none
     Format format = Format::TABLE;
@@ -53,6 +54,13 @@ struct CapacityOptions {
 };
 /// The capacity table of a section.
 ExitCode Capacity(const CapacityOptions& options, const Console& console);
+
+struct CodesOptions {
+    Format format = Format::TABLE;
+    Rendering rendering = Rendering::Plain;
+};
+/// The design codes with their options, national annexes and scope.
+ExitCode ListCodes(const CodesOptions& options, const Console& console);
 
 /// The effective lengths that such a text means. Throws BadUsage for any other text, lengths that are not above 0 and
 /// more than a thousand of them.
