@@ -10,6 +10,7 @@
 
 #include "design/RandomMember.h"
 #include "keltrix/stability/CriticalLoad.h"
+#include "keltrix/steel/SectionShapes.h"
 #include "support/ConcreteSections.h"
 
 namespace StabilityTest {
