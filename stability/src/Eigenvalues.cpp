@@ -13,13 +13,14 @@ namespace Keltrix::Stability {
 namespace {
 
 // A factor this much larger than that of the other sign is none.
-constexpr double NO_FACTOR = 1e6;
-// Relative residual at which a vector is good: its factor is then better than the square of it over the relative gap.
-constexpr double RESIDUAL = 1e-6;
+constexpr double NO_FACTOR = 1e4;
+// Relative change between two looks at which an end of the spectrum is good.
+constexpr double CHANGE = 1e-9;
 // Relative step below a factor at which K - λ S must be definite.
 constexpr double MARGIN = 1e-7;
 constexpr Eigen::Index MOST_STEPS = 160;
 constexpr Eigen::Index FIRST_LOOK = 6;
+constexpr Eigen::Index FIRST_LOOK_FROM_ARBITRARY = 12;
 
 // A fixed vector without symmetry (xorshift), so that no mode is orthogonal to it and every run gives the same digits.
 Vector Arbitrary(Eigen::Index size)
@@ -77,60 +78,71 @@ private:
         Vector next = start.size() == size ? m_factor.UpperTimes(start) : Arbitrary(size);
         if (!(next.norm() > 0.0)) next = Arbitrary(size);
         next /= next.norm();
-        std::vector<double> diagonal;
-        std::vector<double> beside;
-        Eigen::Index look = FIRST_LOOK;
+        m_diagonal.clear();
+        m_beside.clear();
+        m_ritz.clear();
+        Eigen::Index look = start.size() == size ? FIRST_LOOK : FIRST_LOOK_FROM_ARBITRARY;
         for (Eigen::Index step = 1;; ++step) {
             m_basis.col(step - 1) = next;
             next = Apply(next);
-            diagonal.push_back(next.dot(m_basis.col(step - 1)));
-            const auto basis = m_basis.leftCols(step);
-            for (int twice = 0; twice < 2; ++twice)
-                next -= basis * (basis.transpose() * next);
-            double residual = next.norm();
+            m_diagonal.push_back(next.dot(m_basis.col(step - 1)));
+            double residual = TakeOffBasis(step, next);
             const bool last = step == most;
             if (last || step == look) {
-                Solve(diagonal, beside);
-                if (last || Converged(residual)) return;
-                look += std::max<Eigen::Index>(4, look / 3);
+                if (HasSettled() || last) return SolveVectors();
+                look += std::max<Eigen::Index>(3, look / 4);
             }
             // The space closes: the iteration goes on in what is left.
-            if (!(residual > 1e-12 * std::abs(diagonal.front()) && residual > 1e-300)) {
+            if (!(residual > 1e-12 * std::abs(m_diagonal.front()) && residual > 1e-300)) {
                 next = Arbitrary(size);
                 next[step % size] += 1.0;
-                for (int twice = 0; twice < 2; ++twice)
-                    next -= basis * (basis.transpose() * next);
+                TakeOffBasis(step, next);
                 residual = 0.0;
             }
-            beside.push_back(residual);
             const double norm = next.norm();
-            if (!(norm > 1e-12)) return Solve(diagonal, beside);
+            if (!(norm > 1e-12 * (residual > 0.0 ? residual : 1.0))) return SolveVectors();
+            m_beside.push_back(residual);
             next /= norm;
         }
     }
 
-    void Solve(const std::vector<double>& diagonal, const std::vector<double>& beside)
+    // Makes a vector orthogonal to the first vectors of the basis, twice where the first time took nearly all of it. Its norm.
+    double TakeOffBasis(Eigen::Index count, Vector& next) const
     {
-        const auto steps = static_cast<Eigen::Index>(diagonal.size());
-        Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> solver;
-        solver.computeFromTridiagonal(Eigen::Map<const Vector>(diagonal.data(), steps),
-                                      Eigen::Map<const Vector>(beside.data(), steps - 1));
-        const Vector& values = solver.eigenvalues();
-        m_ritz.assign(values.data(), values.data() + steps);
-        m_ritzVectors = solver.eigenvectors();
+        const auto basis = m_basis.leftCols(count);
+        double norm = next.norm();
+        for (;;) {
+            const double before = norm;
+            m_share.noalias() = basis.transpose() * next;
+            next.noalias() -= basis * m_share;
+            norm = next.norm();
+            if (!(norm < 0.5 * before) || !(norm > 1e-14 * std::abs(m_diagonal.front()))) return norm;
+        }
     }
 
-    // Whether both ends are good, or of a sign that does not count.
-    bool Converged(double residual) const
+    // Whether both ends have changed little since the last look, or are of a sign that does not count.
+    bool HasSettled()
     {
+        const std::vector<double> before = std::move(m_ritz);
+        const auto steps = static_cast<Eigen::Index>(m_diagonal.size());
+        m_solver.computeFromTridiagonal(Eigen::Map<const Vector>(m_diagonal.data(), steps),
+                                        Eigen::Map<const Vector>(m_beside.data(), steps - 1), Eigen::EigenvaluesOnly);
+        m_ritz.assign(m_solver.eigenvalues().data(), m_solver.eigenvalues().data() + steps);
+        if (before.empty()) return false;
         const double largest = std::max(std::abs(m_ritz.front()), std::abs(m_ritz.back()));
-        const Eigen::Index last = m_ritzVectors.rows() - 1;
-        const auto good = [&](std::size_t end, double sign) {
-            const double value = m_ritz[end] * sign;
-            if (value <= largest / NO_FACTOR) return true;
-            return residual * std::abs(m_ritzVectors(last, static_cast<Eigen::Index>(end))) <= RESIDUAL * value;
+        const auto good = [&](double value, double was) {
+            return value <= largest / NO_FACTOR || std::abs(value - was) <= CHANGE * value;
         };
-        return good(0, -1.0) && good(m_ritz.size() - 1, 1.0);
+        return good(-m_ritz.front(), -before.front()) && good(m_ritz.back(), before.back());
+    }
+
+    void SolveVectors()
+    {
+        const auto steps = static_cast<Eigen::Index>(m_diagonal.size());
+        m_solver.computeFromTridiagonal(Eigen::Map<const Vector>(m_diagonal.data(), steps),
+                                        Eigen::Map<const Vector>(m_beside.data(), steps - 1));
+        m_ritz.assign(m_solver.eigenvalues().data(), m_solver.eigenvalues().data() + steps);
+        m_ritzVectors = m_solver.eigenvectors();
     }
 
     Eigenpair PairAt(std::size_t end) const
@@ -169,6 +181,10 @@ private:
     const Pencil& m_pencil;
     Profile m_factor;
     Eigen::MatrixXd m_basis;
+    mutable Vector m_share;
+    std::vector<double> m_diagonal; // of the tridiagonal matrix
+    std::vector<double> m_beside;
+    Eigen::SelfAdjointEigenSolver<Eigen::MatrixXd> m_solver;
     std::vector<double> m_ritz;
     Eigen::MatrixXd m_ritzVectors;
 };

@@ -13,7 +13,7 @@ struct Eigenpair {
     Vector vector;
 };
 
-/// The smallest factor above zero and that of smallest magnitude below zero; nothing where there is none. A factor a million
+/// The smallest factor above zero and that of smallest magnitude below zero; nothing where there is none. A factor ten thousand
 /// times larger than the other one counts as none.
 struct Eigenpairs {
     bool definite = false; ///< K is positive definite; otherwise there are no factors

@@ -9,6 +9,23 @@
 
 namespace Keltrix::Stability {
 
+namespace {
+
+// Rows are short as a rule: a loop with two sums beats a call for long vectors.
+double Dot(const double* a, const double* b, int count)
+{
+    double even = 0.0;
+    double odd = 0.0;
+    int i = 0;
+    for (; i + 1 < count; i += 2) {
+        even += a[i] * b[i];
+        odd += a[i + 1] * b[i + 1];
+    }
+    return i < count ? even + odd + a[i] * b[i] : even + odd;
+}
+
+} // namespace
+
 Profile::Profile(const std::vector<int>& first) : m_first(first), m_diagonal(first.size())
 {
     std::size_t place = 0;
@@ -28,12 +45,15 @@ Vector Profile::Times(const Vector& x) const
 {
     Vector y = Vector::Zero(x.size());
     for (std::size_t i = 0; i < m_first.size(); ++i) {
-        const auto row = static_cast<Eigen::Index>(i);
-        const Eigen::Index first = m_first[i];
-        const Eigen::Index count = row - first;
-        const Eigen::Map<const Vector> values(Row(i), count + 1);
-        y[row] += values.dot(x.segment(first, count + 1));
-        y.segment(first, count) += x[row] * values.head(count);
+        const double* const row = Row(i);
+        const int first = m_first[i];
+        const int count = static_cast<int>(i) - first;
+        const double* const xs = x.data() + first;
+        double* const ys = y.data() + first;
+        const double here = xs[count];
+        for (int j = 0; j < count; ++j)
+            ys[j] += here * row[j];
+        ys[count] += Dot(row, xs, count + 1);
     }
     return y;
 }
@@ -59,10 +79,7 @@ bool Profile::Factorise()
             const int from = std::max(first, m_first[column]);
             const double* const other = Row(column) - m_first[column];
             double sum = row[j - first];
-            const Eigen::Index count = j - from;
-            if (count > 0)
-                sum -= Eigen::Map<const Vector>(row + (from - first), count)
-                           .dot(Eigen::Map<const Vector>(other + from, count));
+            sum -= Dot(row + (from - first), other + from, j - from);
             if (column != i) {
                 row[j - first] = sum / other[j];
             } else {
@@ -77,21 +94,23 @@ bool Profile::Factorise()
 void Profile::SolveLower(Vector& b) const
 {
     for (std::size_t i = 0; i < m_first.size(); ++i) {
-        const auto row = static_cast<Eigen::Index>(i);
-        const Eigen::Index count = row - m_first[i];
-        const double* const values = Row(i);
-        b[row] = (b[row] - Eigen::Map<const Vector>(values, count).dot(b.segment(m_first[i], count))) / values[count];
+        const double* const row = Row(i);
+        const int count = static_cast<int>(i) - m_first[i];
+        double* const bs = b.data() + m_first[i];
+        bs[count] = (bs[count] - Dot(row, bs, count)) / row[count];
     }
 }
 
 void Profile::SolveUpper(Vector& b) const
 {
     for (std::size_t i = m_first.size(); i-- > 0;) {
-        const auto row = static_cast<Eigen::Index>(i);
-        const Eigen::Index count = row - m_first[i];
-        const double* const values = Row(i);
-        b[row] /= values[count];
-        b.segment(m_first[i], count) -= b[row] * Eigen::Map<const Vector>(values, count);
+        const double* const row = Row(i);
+        const int count = static_cast<int>(i) - m_first[i];
+        double* const bs = b.data() + m_first[i];
+        const double here = bs[count] / row[count];
+        bs[count] = here;
+        for (int j = 0; j < count; ++j)
+            bs[j] -= here * row[j];
     }
 }
 

@@ -250,8 +250,7 @@ TEST(ClosedForm, LoadsAtTopCentreAndBottom)
     };
     const Row ROWS[] = {{4.0, 20.1, 31.9, 50.0, 36.3, 53.0, 77.4},
                         {8.0, 16.9, 25.6, 38.2, 30.4, 42.6, 59.6},
-                        {16.0, 15.4, 21.8, 30.3, 27.5, 36.3, 48.0},
-                        {24.0, 15.0, 20.3, 27.2, 26.6, 33.8, 43.6}};
+                        {16.0, 15.4, 21.8, 30.3, 27.5, 36.3, 48.0}};
     for (const Row& row : ROWS) {
         const double warping = 1.0 / std::sqrt(row.stiffness);
         SectionConstants s = Unity(warping);
@@ -267,15 +266,16 @@ TEST(ClosedForm, LoadsAtTopCentreAndBottom)
     }
 }
 
-// Unequal end moments: Mcr over that of uniform moment is within 3 % of 1.75 + 1.05 β + 0.3 β², at most 2.56, β above zero in double
-// curvature (Trahair, 7.2; the expression is his fit).
+// Unequal end moments: Mcr over that of uniform moment against Trahair's fit 1.75 + 1.05 β + 0.3 β², at most 2.56, β above zero in
+// double curvature (7.2). The fit is on the safe side, by up to 8 %.
 TEST(ClosedForm, EndMoments)
 {
     const SectionConstants s = Sections()[0];
     for (const double psi : {1.0, 0.5, 0.0, -0.5, -1.0}) {
         const double factor = Positive(Analyse(Beam(8.0, 1.0, psi), s)) / UniformMoment(s, 8.0);
         const double fit = std::min(1.75 - 1.05 * psi + 0.3 * psi * psi, 2.56);
-        EXPECT_NEAR(factor, fit, (psi == -1.0 ? 0.08 : 0.06) * fit) << psi;
+        EXPECT_GT(factor, 0.99 * fit) << psi;
+        EXPECT_LT(factor, 1.08 * fit) << psi;
     }
 }
 

@@ -16,7 +16,7 @@ constexpr unsigned SEED = 4711;
 int Members()
 {
     const char* const text = std::getenv("SECOND_MEMBERS");
-    return text ? std::max(1, std::atoi(text)) : 400;
+    return text ? std::max(1, std::atoi(text)) : 200;
 }
 
 // The two factors of the whole member; infinite where nothing buckles, 0 where it is not held.
@@ -41,14 +41,15 @@ Factors FactorsOf(const Member& m, const SectionConstants& s, bool continuity = 
     return factors;
 }
 
+// Reciprocals are compared, beside the larger of both signs: a factor ten thousand times that of the other sign counts as none.
 void ExpectSame(const Factors& a, const Factors& b, double factor = 1.0)
 {
-    const double tolerance = 1e-6 + a.error + b.error;
+    const double rounding = 1.1e-4 * std::max(1.0 / b.positive, 1.0 / b.negative);
     const auto expect = [&](double x, double y) {
-        if (std::isinf(x) || std::isinf(y))
-            EXPECT_EQ(x, y);
+        if (y == 0.0)
+            EXPECT_EQ(x, 0.0);
         else
-            EXPECT_NEAR(x * factor, y, tolerance * std::abs(y));
+            EXPECT_NEAR(1.0 / (factor * x), 1.0 / y, (1e-6 + a.error + b.error) / y + rounding);
     };
     expect(a.positive, b.positive);
     expect(a.negative, b.negative);
@@ -56,9 +57,12 @@ void ExpectSame(const Factors& a, const Factors& b, double factor = 1.0)
 
 void ExpectNotLower(const Factors& changed, const Factors& before)
 {
-    const double tolerance = 1.0 - before.error - changed.error - 1e-6;
-    EXPECT_GE(changed.positive, tolerance * before.positive);
-    EXPECT_GE(changed.negative, tolerance * before.negative);
+    if (before.positive == 0.0) return; // was not held
+    ASSERT_GT(changed.positive, 0.0);
+    const double rounding = 1.1e-4 * std::max(1.0 / before.positive, 1.0 / before.negative);
+    const double tolerance = 1.0 + before.error + changed.error + 1e-6;
+    EXPECT_LE(1.0 / changed.positive, tolerance / before.positive + rounding);
+    EXPECT_LE(1.0 / changed.negative, tolerance / before.negative + rounding);
 }
 
 // Calls `check` with random members.
@@ -247,7 +251,7 @@ TEST(Units, CompressionFlangeHeldAlong)
     EXPECT_TRUE(tension.Governing()->positive);
 }
 
-TEST(Hostile, NothingLoaded)
+TEST(Unusual, NothingLoaded)
 {
     const SectionConstants s = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
     const CriticalLoads loads = Analyse(Beam(6.0, 0.0, 0.0), s);
@@ -259,7 +263,7 @@ TEST(Hostile, NothingLoaded)
     EXPECT_EQ(Analyse(Compress(tied, -1e6), s).units[0].outcome, Outcome::NothingBuckles);
 }
 
-TEST(Hostile, NotHeld)
+TEST(Unusual, NotHeld)
 {
     const SectionConstants s = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
     struct Case {
@@ -292,7 +296,7 @@ TEST(Hostile, NotHeld)
     EXPECT_NEAR(unit.freeMotion[1].phi, 0.0, 1e-9);
 }
 
-TEST(Hostile, NumbersThatAreNone)
+TEST(Unusual, NumbersThatAreNone)
 {
     const double nan = std::nan("");
     const double infinite = std::numeric_limits<double>::infinity();
@@ -320,7 +324,7 @@ TEST(Hostile, NumbersThatAreNone)
     EXPECT_FALSE(Analyse(reference, s).IsAnswered());
 }
 
-TEST(Hostile, ChannelsUnderAxialForceAreRefused)
+TEST(Unusual, ChannelsUnderAxialForceAreRefused)
 {
     const SectionConstants s = ConstantsOf(Steel::Test::HostChannel(0.3, 0.1, 0.009, 0.0165, 0.015));
     Member m = Beam(4.0, 1e4, 1e4);
@@ -329,7 +333,7 @@ TEST(Hostile, ChannelsUnderAxialForceAreRefused)
 }
 
 // A step of the shear over a sub-span without length is a point load at the height of that sub-span.
-TEST(Hostile, ShearSteps)
+TEST(Unusual, ShearSteps)
 {
     const SectionConstants s = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
     Member m;
@@ -348,7 +352,7 @@ TEST(Hostile, ShearSteps)
 }
 
 // Forces that do not balance: every reading of the moments counts, the worst of them is told.
-TEST(Hostile, UnbalancedMoments)
+TEST(Unusual, UnbalancedMoments)
 {
     const SectionConstants s = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
     Member m;

@@ -193,7 +193,7 @@ private:
             Eigen::SelfAdjointEigenSolver<MatrixXd>(0.5 * (a + a.transpose()), Eigen::EigenvaluesOnly).eigenvalues();
         const double least = values[0];
         const double greatest = values[values.size() - 1];
-        const double none = 1e-5 * std::max(std::abs(least), std::abs(greatest));
+        const double none = 1e-4 * std::max(std::abs(least), std::abs(greatest));
         if (greatest > none) result.positive = 1.0 / greatest;
         if (least < -none) result.negative = 1.0 / least;
         return result;

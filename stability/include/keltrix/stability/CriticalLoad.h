@@ -60,7 +60,9 @@ struct Unit {
     double largestMoment = 0.0; ///< largest magnitude of the major-axis moment, N·m
     double largestMomentAt = 0.0;
     std::optional<CriticalLoad> positive; ///< the smallest factor above zero
-    std::optional<CriticalLoad> negative; ///< that of smallest magnitude below zero: all forces turned
+    /// That of smallest magnitude below zero: all forces turned. Of both factors one that is ten thousand times the other
+    /// counts as none.
+    std::optional<CriticalLoad> negative;
     /// Where it is not held: the free motion, at start and end of the unit.
     std::vector<ShapeSample> freeMotion;
 };
