@@ -47,10 +47,12 @@ public:
             pairs.definite = true;
             return pairs;
         }
-        if (!m_factor.Factorise()) return pairs;
+        if (!m_factor.IsFinite() || !m_pencil.work.IsFinite() || !m_factor.Factorise()) return pairs;
         pairs.definite = true;
         if (m_pencil.work.IsZero()) return pairs;
         Iterate(start);
+        pairs.definite = std::isfinite(m_ritz.front()) && std::isfinite(m_ritz.back());
+        if (!pairs.definite) return pairs;
         const double largest = std::max(std::abs(m_ritz.front()), std::abs(m_ritz.back()));
         if (m_ritz.back() > largest / NO_FACTOR) pairs.positive = PairAt(m_ritz.size() - 1);
         if (m_ritz.front() < -largest / NO_FACTOR) pairs.negative = PairAt(0);
@@ -162,7 +164,7 @@ private:
         if (sought == 0.0 || !std::isfinite(sought) || IsDefiniteAt(sought)) return;
         double low = 0.0;
         double high = sought;
-        while (std::abs(high - low) > 1e-12 * std::abs(high)) {
+        for (int halving = 0; halving < 200 && std::abs(high - low) > 1e-12 * std::abs(high); ++halving) {
             const double middle = 0.5 * (low + high);
             (IsDefiniteAt(middle) ? low : high) = middle;
         }

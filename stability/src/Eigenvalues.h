@@ -16,7 +16,7 @@ struct Eigenpair {
 /// The smallest factor above zero and that of smallest magnitude below zero; nothing where there is none. A factor ten thousand
 /// times larger than the other one counts as none.
 struct Eigenpairs {
-    bool definite = false; ///< K is positive definite; otherwise there are no factors
+    bool definite = false; ///< K is positive definite and all numbers are finite; otherwise there are no factors
     std::optional<Eigenpair> positive;
     std::optional<Eigenpair> negative;
 };

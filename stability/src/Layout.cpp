@@ -56,7 +56,11 @@ bool IsReference(const CRestraint& restraint)
     return reference == Data::SHR_CENTRE || reference == Data::TOP_FLANGE || reference == Data::BOT_FLANGE;
 }
 
-bool IsFinite(const Vec3<double>& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
+// Largest force (N), moment (N·m), length (m): products of such numbers stay finite.
+constexpr double LARGEST_NUMBER = 1e30;
+
+bool IsUsable(double value) { return std::abs(value) <= LARGEST_NUMBER; }
+bool IsUsable(const Vec3<double>& v) { return IsUsable(v.x) && IsUsable(v.y) && IsUsable(v.z); }
 
 CString At(const wchar_t* what, std::size_t index, const wchar_t* where)
 {
@@ -221,9 +225,9 @@ CString ReasonAgainstNumbers(const MemberInput& in)
 {
     for (std::size_t k = 0; k < in.points.size(); ++k) {
         const CRestraint restraint = in.points[k].GetRestraint();
-        if (!std::isfinite(in.points[k].GetPos())) return At(L"the position", k, L"point") + L" is not a finite number";
-        if (!std::isfinite(restraint.LoadHeight()))
-            return At(L"the load height", k, L"point") + L" is not a finite number";
+        if (!IsUsable(in.points[k].GetPos())) return At(L"the position", k, L"point") + L" is not a number below 1e30";
+        if (!IsUsable(restraint.LoadHeight()))
+            return At(L"the load height", k, L"point") + L" is not a number below 1e30";
         if (!IsReference(restraint))
             return At(L"what the load height", k, L"point") + L" is measured from is not known";
         if (k > 0 && in.points[k].GetPos() < in.points[k - 1].GetPos())
@@ -231,11 +235,11 @@ CString ReasonAgainstNumbers(const MemberInput& in)
     }
     for (std::size_t k = 0; k < in.subSpans.size(); ++k) {
         const CSubSpan& s = in.subSpans[k];
-        if (!IsFinite(s.GetForcesLeft()) || !IsFinite(s.GetForcesRight()) || !IsFinite(s.GetMomentsLeft()) ||
-            !IsFinite(s.GetMomentsRight()))
-            return At(L"a force or moment", k, L"sub-span") + L" is not a finite number";
-        if (!std::isfinite(s.GetRestraint().LoadHeight()))
-            return At(L"the load height", k, L"sub-span") + L" is not a finite number";
+        if (!IsUsable(s.GetForcesLeft()) || !IsUsable(s.GetForcesRight()) || !IsUsable(s.GetMomentsLeft()) ||
+            !IsUsable(s.GetMomentsRight()))
+            return At(L"a force or moment", k, L"sub-span") + L" is not a number below 1e30";
+        if (!IsUsable(s.GetRestraint().LoadHeight()))
+            return At(L"the load height", k, L"sub-span") + L" is not a number below 1e30";
         if (!IsReference(s.GetRestraint()))
             return At(L"what the load height", k, L"sub-span") + L" is measured from is not known";
     }

@@ -41,6 +41,11 @@ bool Profile::IsZero() const
     return std::all_of(m_values.begin(), m_values.end(), [](double value) { return value == 0.0; });
 }
 
+bool Profile::IsFinite() const
+{
+    return std::all_of(m_values.begin(), m_values.end(), [](double value) { return std::isfinite(value); });
+}
+
 Vector Profile::Times(const Vector& x) const
 {
     Vector y = Vector::Zero(x.size());

@@ -25,6 +25,7 @@ public:
         m_values[m_diagonal[static_cast<std::size_t>(row)] - static_cast<std::size_t>(row - column)] += value;
     }
     bool IsZero() const;
+    bool IsFinite() const;
     Vector Times(const Vector& x) const;
     /// This matrix less a multiple of another one of the same profile.
     Profile Less(double factor, const Profile& other) const;

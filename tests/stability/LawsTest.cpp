@@ -301,7 +301,7 @@ TEST(Unusual, NumbersThatAreNone)
     const double nan = std::nan("");
     const double infinite = std::numeric_limits<double>::infinity();
     const SectionConstants s = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
-    for (const double bad : {nan, infinite, -infinite}) {
+    for (const double bad : {nan, infinite, -infinite, 1e308, -1e31}) {
         Member m = Beam(6.0, 1.0, 1.0);
         m.points[1].SetPos(bad);
         EXPECT_FALSE(Analyse(m, s).IsAnswered());
@@ -311,12 +311,18 @@ TEST(Unusual, NumbersThatAreNone)
         EXPECT_FALSE(Analyse(Compress(m, bad), s).IsAnswered());
         SectionConstants t = s;
         t.betaZ = bad;
-        EXPECT_FALSE(Analyse(Beam(6.0, 1.0, 1.0), t).IsAnswered());
+        EXPECT_EQ(Analyse(Beam(6.0, 1.0, 1.0), t).IsAnswered(), std::isfinite(bad));
     }
     EXPECT_FALSE(Analyse(Member(), s).IsAnswered());
     EXPECT_FALSE(Analyse(Beam(0.0, 1.0, 1.0), s).IsAnswered());
-    EXPECT_FALSE(Analyse(Beam(6.0, 1e308, -1e308), s).IsAnswered() &&
-                 FactorsOf(Beam(6.0, 1e308, -1e308), s).positive < 0.0);
+    SectionConstants huge = s;
+    huge.E = huge.Iz = 1e300;
+    EXPECT_EQ(Analyse(Beam(6.0, 1.0, 1.0), huge).units[0].outcome, Outcome::NotHeld) << "not a number is no answer";
+    // Large, small and short, but numbers.
+    const double exact = UniformMoment(s, 6.0);
+    EXPECT_NEAR(FactorsOf(Beam(6.0, 1e25, 1e25), s).positive, exact / 1e25, 1e-6 * exact / 1e25);
+    EXPECT_NEAR(FactorsOf(Beam(6.0, 1e-25, 1e-25), s).positive, exact * 1e25, 1e-6 * exact * 1e25);
+    EXPECT_GT(FactorsOf(Beam(1e-6, 1.0, 1.0), s).positive, 1e6);
     Member reference = Beam(6.0, 1.0, 1.0);
     auto r = reference.points[1].GetRestraint();
     r.SetRefLoadHeight(static_cast<Data::LoadPos>(7));
