@@ -11,7 +11,6 @@ namespace Keltrix::Stability {
 using Data::CRestraint;
 using Design::MomentRange;
 using Design::Parabola;
-using Steel::CMemberPoint;
 using Steel::CSubSpan;
 
 namespace {
