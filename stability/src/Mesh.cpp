@@ -104,9 +104,11 @@ std::vector<double> Between(double from, double to, double target, double reach,
     for (int i = 1; i * step < h * (1.0 - 1e-9); ++i)
         places.push_back(from + i * step);
     if (reach > 0.0) {
-        for (double d = reach; d < 0.5 * step; d *= 3.0) {
-            if (gradeLeft) places.push_back(from + d);
-            if (gradeRight) places.push_back(to - d);
+        double distance = reach;
+        while (distance < 0.5 * step) {
+            if (gradeLeft) places.push_back(from + distance);
+            if (gradeRight) places.push_back(to - distance);
+            distance *= 3.0;
         }
         std::sort(places.begin(), places.end());
         places.erase(std::unique(places.begin(), places.end()), places.end());
