@@ -15,6 +15,8 @@ constexpr double MOST_ELEMENTS = 400.0;
 constexpr double MOST_REQUIRED = 500.0;
 constexpr double MOST_OTHERS = 200.0;
 constexpr double WARPING_FREE = 1e-4;
+// Share of the unit below which an element would spoil the digits of the others.
+constexpr double SHORTEST = 5e-4;
 
 // Stations that get nodes: those where something is held, where what is held along the member changes, and the ends. Others are
 // left out where they come too thickly. Restraints that do so for themselves are left out, which lowers the critical load.
@@ -32,11 +34,10 @@ public:
         std::vector<std::size_t> chosen{0};
         for (std::size_t i = 1; i < last; ++i) {
             const bool required = IsRequired(i);
-            const double most = required ? MOST_REQUIRED : MOST_OTHERS;
+            const double least = m_length / (!crowded ? 1.0 / SHORTEST : required ? MOST_REQUIRED : MOST_OTHERS);
             const double x = m_unit.stations[i].x;
-            const bool room = x - m_unit.stations[chosen.back()].x >= m_length / most &&
-                              (!required || m_unit.stations[last].x - x >= m_length / most);
-            if (!crowded || room)
+            const bool room = x - m_unit.stations[chosen.back()].x >= least && m_unit.stations[last].x - x >= least;
+            if (room)
                 chosen.push_back(i);
             else if (required)
                 m_mesh.restraintsLeftOut = true;
@@ -105,7 +106,7 @@ std::vector<double> Between(double from, double to, double target, double reach,
         places.push_back(from + i * step);
     if (reach > 0.0) {
         double distance = reach;
-        while (distance < 0.5 * step) {
+        while (distance < 0.4 * step) {
             if (gradeLeft) places.push_back(from + distance);
             if (gradeRight) places.push_back(to - distance);
             distance *= 3.0;
