@@ -357,6 +357,23 @@ TEST(Unusual, ShearSteps)
     ExpectSame(FactorsOf(m, s), FactorsOf(CentrallyLoaded(6.0, 0.2), s));
 }
 
+// Points that lie close together, down to a hundred-millionth of the length, do not spoil the digits.
+TEST(Unusual, PointsCloseTogether)
+{
+    const SectionConstants s = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
+    const double exact = UniformMoment(s, 6.0);
+    for (const double gap : {1e-8, 1e-6, 1e-4, 1e-3, 1e-2}) {
+        for (const double share : {0.3, 1.0}) {
+            Member m = DesignTest::Divided(Beam(6.0, 1.0, 1.0), 0, share - gap);
+            if (share < 1.0) m = DesignTest::Divided(m, 1, gap / (1.0 - share + gap));
+            EXPECT_NEAR(FactorsOf(m, s).positive, exact, 2e-6 * exact) << gap << " " << share;
+            // A second restraint beside the end one can only help.
+            AddBits(m, 1, static_cast<int>(Steel::CRestraint::MINOR_SHEAR));
+            EXPECT_GT(FactorsOf(m, s).positive, exact * (1.0 - 2e-6)) << gap << " " << share;
+        }
+    }
+}
+
 // Forces that do not balance: every reading of the moments counts, the worst of them is told.
 TEST(Unusual, UnbalancedMoments)
 {
