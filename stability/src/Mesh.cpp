@@ -106,7 +106,7 @@ std::vector<double> Between(double from, double to, double target, double reach,
         places.push_back(from + i * step);
     if (reach > 0.0) {
         double distance = reach;
-        while (distance < 0.4 * step) {
+        while (distance < 0.49 * step) {
             if (gradeLeft) places.push_back(from + distance);
             if (gradeRight) places.push_back(to - distance);
             distance *= 3.0;
