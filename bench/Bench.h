@@ -60,6 +60,7 @@ void RegisterEffectiveLengths();
 void RegisterSections();
 void RegisterSpans();
 void RegisterResults();
+void RegisterStability();
 void RegisterChecks();
 void RegisterBatches();
 

@@ -97,6 +97,9 @@ int main(int argc, char** argv)
         RegisterSections();
         RegisterSpans();
         RegisterResults();
+#ifdef KELTRIX_BENCH_STABILITY
+        RegisterStability();
+#endif
 #ifdef KELTRIX_BENCH_EXAMPLES
         RegisterChecks();
 #endif

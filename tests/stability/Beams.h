@@ -1,0 +1,123 @@
+#pragma once
+
+// Members for the tests of critical loads. Moments are given sagging above zero, as textbooks have them; the library's
+// major-axis moment is below zero where a beam sags.
+
+#include <cmath>
+#include <functional>
+#include <numbers>
+#include <vector>
+
+#include "design/RandomMember.h"
+#include "keltrix/stability/CriticalLoad.h"
+#include "keltrix/steel/SectionShapes.h"
+#include "support/ConcreteSections.h"
+
+namespace StabilityTest {
+
+using namespace Keltrix;
+using DesignTest::AddPoint;
+using DesignTest::AddSubSpan;
+using DesignTest::Member;
+using DesignTest::Restraint;
+using Stability::CriticalLoads;
+using Stability::Options;
+using Stability::Outcome;
+using Stability::SectionConstants;
+using Stability::Unit;
+
+inline constexpr double PI = std::numbers::pi;
+
+inline Design::MomentDiagram MajorOf(const Member& m) { return {m.points, m.subSpans, Design::Bending::Major}; }
+
+inline CriticalLoads Analyse(const Member& m, const SectionConstants& s, bool continuity = false)
+{
+    Options options;
+    options.continuity = continuity;
+    return FindCriticalLoads(m.points, m.subSpans, MajorOf(m), s, options);
+}
+
+/// Adds a sub-span by its sagging end moments and a uniform load downwards, N/m; the shears are those of equilibrium.
+inline void AddSpan(Member& m, double length, double left, double right, double load = 0.0,
+                    const wchar_t* along = L"Free", const wchar_t* end = L"Free")
+{
+    // Myy = -M and dMyy/dx = Fz.
+    const double mean = -(right - left) / length;
+    AddSubSpan(m, mean - 0.5 * load * length, mean + 0.5 * load * length, -left, -right, along);
+    AddPoint(m, m.points.back().GetPos() + length, end);
+}
+
+/// Constant compression (above zero) in every sub-span.
+inline Member& Compress(Member& m, double force)
+{
+    for (auto& s : m.subSpans) {
+        auto left = s.GetForcesLeft();
+        auto right = s.GetForcesRight();
+        left.x = right.x = -force;
+        s.SetForcesAll(left, right);
+    }
+    return m;
+}
+
+/// Load height of a point, m above the shear centre.
+inline void SetHeight(Member& m, std::size_t point, double height)
+{
+    auto r = m.points[point].GetRestraint();
+    r.SetLoadHeight(height);
+    m.points[point].SetRestraint(r);
+}
+inline void SetHeightAlong(Member& m, std::size_t subSpan, double height)
+{
+    auto r = m.subSpans[subSpan].GetRestraint();
+    r.SetLoadHeight(height);
+    m.subSpans[subSpan].SetRestraint(r);
+}
+
+/// One span between forks, bent by end moments.
+inline Member Beam(double length, double left, double right, const wchar_t* ends = L"Pinned")
+{
+    Member m;
+    AddPoint(m, 0.0, ends);
+    AddSpan(m, length, left, right, 0.0, L"Free", ends);
+    return m;
+}
+
+/// One span between forks with a uniform load that makes the moment 1 N·m at mid-span.
+inline Member UniformlyLoaded(double length, double height = 0.0, const wchar_t* ends = L"Pinned",
+                              const wchar_t* along = L"Free")
+{
+    Member m;
+    AddPoint(m, 0.0, ends);
+    AddSpan(m, length, 0.0, 0.0, 8.0 / (length * length), along, ends);
+    SetHeightAlong(m, 0, height);
+    return m;
+}
+
+/// One span between forks with a load at the middle that makes the moment 1 N·m there.
+inline Member CentrallyLoaded(double length, double height = 0.0, const wchar_t* ends = L"Pinned")
+{
+    Member m;
+    AddPoint(m, 0.0, ends);
+    AddSpan(m, 0.5 * length, 0.0, 1.0);
+    AddSpan(m, 0.5 * length, 1.0, 0.0, 0.0, L"Free", ends);
+    SetHeight(m, 1, height);
+    return m;
+}
+
+inline SectionConstants ConstantsOf(const CSection& section, double E = 210e9, double G = 210e9 / 2.6)
+{
+    CString reason;
+    return Stability::MakeSectionConstants(section, E, G, &reason).value();
+}
+
+/// Mcr of a span between forks under uniform moment that sags (sign 1) or hogs (sign -1): Trahair, Flexural-Torsional Buckling
+/// of Structures (1993), chapter 7.
+inline double UniformMoment(const SectionConstants& s, double length, double sign = 1.0)
+{
+    const double Pz = PI * PI * s.E * s.Iz / (length * length);
+    const double torsion = s.G * s.It + PI * PI * s.E * s.Iw / (length * length);
+    const double shift = -sign * s.betaZ * Pz / 2.0;
+    return shift + std::sqrt(shift * shift + Pz * torsion);
+}
+
+} // namespace StabilityTest

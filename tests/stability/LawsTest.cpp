@@ -1,0 +1,430 @@
+// Laws over random members, and members that are anything but ordinary.
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <limits>
+
+#include "stability/RandomBuckling.h"
+
+namespace StabilityTest {
+
+namespace {
+
+constexpr unsigned SEED = 4711;
+
+int Members()
+{
+    const char* const text = std::getenv("SECOND_MEMBERS");
+    return text ? std::max(1, std::atoi(text)) : 200;
+}
+
+// The two factors of the whole member; infinite where nothing buckles, 0 where it is not held.
+struct Factors {
+    double positive = std::numeric_limits<double>::infinity();
+    double negative = std::numeric_limits<double>::infinity();
+    double error = 0.0;
+};
+
+Factors FactorsOf(const Member& m, const SectionConstants& s, bool continuity = true)
+{
+    const CriticalLoads loads = Analyse(m, s, continuity);
+    EXPECT_TRUE(loads.IsAnswered()) << loads.reason.GetString();
+    Factors factors;
+    for (const Unit& unit : loads.units) {
+        if (unit.outcome == Outcome::NotHeld) return {0.0, 0.0, 0.0};
+        if (unit.positive && unit.positive->lambda < factors.positive) factors.positive = unit.positive->lambda;
+        if (unit.negative && -unit.negative->lambda < factors.negative) factors.negative = -unit.negative->lambda;
+        for (const auto* load : {&unit.positive, &unit.negative})
+            if (*load) factors.error = std::max(factors.error, (*load)->error);
+    }
+    return factors;
+}
+
+// Reciprocals are compared, beside the larger of both signs: a factor ten thousand times that of the other sign counts as none.
+void ExpectSame(const Factors& a, const Factors& b, double factor = 1.0)
+{
+    const double rounding = 1.1e-4 * std::max(1.0 / b.positive, 1.0 / b.negative);
+    const auto expect = [&](double x, double y) {
+        if (y == 0.0)
+            EXPECT_EQ(x, 0.0);
+        else
+            EXPECT_NEAR(1.0 / (factor * x), 1.0 / y, (1e-6 + a.error + b.error) / y + rounding);
+    };
+    expect(a.positive, b.positive);
+    expect(a.negative, b.negative);
+}
+
+void ExpectNotLower(const Factors& changed, const Factors& before)
+{
+    if (before.positive == 0.0) return; // was not held
+    ASSERT_GT(changed.positive, 0.0);
+    const double rounding = 1.1e-4 * std::max(1.0 / before.positive, 1.0 / before.negative);
+    const double tolerance = 1.0 + before.error + changed.error + 1e-6;
+    EXPECT_LE(1.0 / changed.positive, tolerance / before.positive + rounding);
+    EXPECT_LE(1.0 / changed.negative, tolerance / before.negative + rounding);
+}
+
+// Calls `check` with random members.
+template <class Check>
+void ForRandomMembers(Check check)
+{
+    Generator generator(SEED);
+    std::mt19937 random(SEED);
+    for (int i = 0; i < Members(); ++i) {
+        const Pair pair = generator.Make();
+        SCOPED_TRACE("seed " + std::to_string(SEED) + ", member " + std::to_string(i) + ": " + pair.text);
+        check(pair, random);
+    }
+}
+
+void AddBits(Member& m, std::size_t point, int bits)
+{
+    auto r = m.points[point].GetRestraint();
+    r.Add(bits);
+    m.points[point].SetRestraint(r);
+}
+
+// Upside down: heights, flanges and moments change their signs.
+Member UpsideDown(const Member& m)
+{
+    const auto turned = [](const Steel::CRestraint& r) {
+        using R = Steel::CRestraint;
+        Steel::CRestraint t;
+        const auto move = [&](unsigned from, unsigned to) {
+            if (r.IsRestrained(from, false)) t.Add(static_cast<int>(to));
+        };
+        move(R::FLANGE1_LATERAL, R::FLANGE2_LATERAL);
+        move(R::FLANGE2_LATERAL, R::FLANGE1_LATERAL);
+        move(R::FLANGE1_WARPING, R::FLANGE2_WARPING);
+        move(R::FLANGE2_WARPING, R::FLANGE1_WARPING);
+        for (const unsigned bit : {R::TORSION, R::MINOR_SHEAR, R::MINOR_ROTATION})
+            move(bit, bit);
+        t.SetLoadHeight(-r.LoadHeight());
+        return t;
+    };
+    Member u = m;
+    for (auto& p : u.points)
+        p.SetRestraint(turned(p.GetRestraint()));
+    for (auto& s : u.subSpans) {
+        s.SetRestraint(turned(s.GetRestraint()));
+        const auto flip = [](Vec3<double> v) { return Vec3<double>(v.x, v.y, -v.z); };
+        const auto moment = [](Vec3<double> v) { return Vec3<double>(v.x, -v.y, v.z); };
+        s.SetForcesAll(flip(s.GetForcesLeft()), flip(s.GetForcesRight()));
+        s.SetMomentsAll(moment(s.GetMomentsLeft()), moment(s.GetMomentsRight()));
+    }
+    return u;
+}
+
+Member Scaled(const Member& m, double factor)
+{
+    Member r = m;
+    const auto times = [&](const Vec3<double>& v) { return Vec3<double>(v.x * factor, v.y * factor, v.z * factor); };
+    for (auto& s : r.subSpans) {
+        s.SetForcesAll(times(s.GetForcesLeft()), times(s.GetForcesRight()));
+        s.SetMomentsAll(times(s.GetMomentsLeft()), times(s.GetMomentsRight()));
+    }
+    return r;
+}
+
+} // namespace
+
+TEST(RandomLaws, ARestraintNeverLowersTheFactor)
+{
+    ForRandomMembers([](const Pair& pair, std::mt19937& random) {
+        using R = Steel::CRestraint;
+        const Factors before = FactorsOf(pair.member, pair.second.section);
+        for (const unsigned bit : {R::FLANGE1_LATERAL, R::FLANGE2_LATERAL, R::TORSION, R::MINOR_SHEAR,
+                                   R::MINOR_ROTATION, R::FLANGE1_WARPING}) {
+            Member m = pair.member;
+            AddBits(m, random() % m.points.size(), static_cast<int>(bit));
+            ExpectNotLower(FactorsOf(m, pair.second.section), before);
+        }
+    });
+}
+
+TEST(RandomLaws, StifferIsNeverLower)
+{
+    ForRandomMembers([](const Pair& pair, std::mt19937&) {
+        const Factors before = FactorsOf(pair.member, pair.second.section);
+        for (int which = 0; which < 3; ++which) {
+            SectionConstants s = pair.second.section;
+            // The polar radius, which is of the loads, stays.
+            if (which == 0) s.Iy -= 0.2 * s.Iz;
+            (which == 0 ? s.Iz : which == 1 ? s.Iw : s.It) *= 1.2;
+            ExpectNotLower(FactorsOf(pair.member, s), before);
+        }
+    });
+}
+
+TEST(RandomLaws, MirroredMembersAndMembersUpsideDown)
+{
+    ForRandomMembers([](const Pair& pair, std::mt19937&) {
+        SectionConstants s = pair.second.section;
+        const Factors before = FactorsOf(pair.member, s);
+        ExpectSame(FactorsOf(DesignTest::Mirrored(pair.member), s), before);
+        ExpectSame(FactorsOf(DesignTest::Mirrored(pair.member), s, false), FactorsOf(pair.member, s, false));
+        s.flange = {-s.flange[1], -s.flange[0]};
+        s.zc = -s.zc;
+        s.betaZ = -s.betaZ;
+        ExpectSame(FactorsOf(UpsideDown(pair.member), s), before);
+    });
+}
+
+TEST(RandomLaws, DivisionChangesNothing)
+{
+    ForRandomMembers([](const Pair& pair, std::mt19937& random) {
+        const double share = std::uniform_real_distribution<double>(0.05, 0.95)(random);
+        const Member m = DesignTest::Divided(pair.member, random() % pair.member.subSpans.size(), share);
+        ExpectSame(FactorsOf(m, pair.second.section), FactorsOf(pair.member, pair.second.section));
+        ExpectSame(FactorsOf(m, pair.second.section, false), FactorsOf(pair.member, pair.second.section, false));
+    });
+}
+
+TEST(RandomLaws, ScalingTheForcesScalesTheFactor)
+{
+    ForRandomMembers([](const Pair& pair, std::mt19937&) {
+        const Factors before = FactorsOf(pair.member, pair.second.section);
+        ExpectSame(FactorsOf(Scaled(pair.member, 1e-3), pair.second.section), before, 1e-3);
+        const Factors turned = FactorsOf(Scaled(pair.member, -1.0), pair.second.section);
+        ExpectSame({turned.negative, turned.positive, turned.error}, before);
+    });
+}
+
+// Each unit is what its own length is by itself.
+TEST(Units, AreAnalysedByThemselves)
+{
+    const SectionConstants s = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
+    Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddSpan(m, 5.0, 0.0, 2.0, 0.0, L"Free", L"F12L TR");
+    AddSpan(m, 4.0, 2.0, 1.0, 0.0, L"Free", L"Pinned");
+    const CriticalLoads loads = Analyse(m, s);
+    ASSERT_EQ(loads.units.size(), 2u);
+    EXPECT_EQ(loads.units[0].end, 5.0);
+    EXPECT_NEAR(loads.units[0].positive->lambda, FactorsOf(Beam(5.0, 0.0, 2.0), s).positive, 1e-9);
+    EXPECT_NEAR(loads.units[1].positive->lambda, FactorsOf(Beam(4.0, 2.0, 1.0), s).positive, 1e-9);
+    EXPECT_EQ(loads.governing, 0);
+    EXPECT_FALSE(loads.units[0].continuous);
+    const CriticalLoads whole = Analyse(m, s, true);
+    ASSERT_EQ(whole.units.size(), 1u);
+    EXPECT_TRUE(whole.units[0].continuous && whole.continuity);
+}
+
+// An overhang is held by the span behind it; a fixed root holds it by itself.
+TEST(Units, Overhangs)
+{
+    const SectionConstants s = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
+    Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddSpan(m, 6.0, 0.0, -1.0, 0.0, L"Free", L"Pinned");
+    AddSpan(m, 2.0, -1.0, 0.0);
+    CriticalLoads loads = Analyse(m, s);
+    ASSERT_EQ(loads.units.size(), 1u);
+    EXPECT_TRUE(loads.units[0].continuous);
+    EXPECT_EQ(loads.units[0].outcome, Outcome::Buckles);
+    AddBits(m, 1, static_cast<int>(Steel::CRestraint::MINOR_ROTATION));
+    loads = Analyse(m, s);
+    ASSERT_EQ(loads.units.size(), 2u);
+    EXPECT_EQ(loads.units[1].start, 6.0);
+    EXPECT_EQ(loads.units[1].outcome, Outcome::Buckles);
+}
+
+// The flange that is compressed is held all along: on both sides of the contraflexure nothing is left to buckle but by twist.
+TEST(Units, CompressionFlangeHeldAlong)
+{
+    const SectionConstants s = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
+    const auto along = [&](const wchar_t* held) {
+        Member m;
+        AddPoint(m, 0.0, L"Pinned");
+        AddSpan(m, 8.0, 1.0, -1.0, 0.0, held, L"Pinned");
+        return Analyse(m, s);
+    };
+    const CriticalLoads compression = along(L"FCL");
+    ASSERT_EQ(compression.units.size(), 2u);
+    EXPECT_NEAR(compression.units[0].end, 4.0, 1e-9);
+    for (const Unit& unit : compression.units)
+        EXPECT_FALSE(unit.positive);
+    EXPECT_EQ(compression.governing, -1);
+    const CriticalLoads tension = along(L"FTL");
+    ASSERT_NE(tension.governing, -1);
+    EXPECT_TRUE(tension.Governing()->positive);
+}
+
+TEST(Unusual, NothingLoaded)
+{
+    const SectionConstants s = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
+    const CriticalLoads loads = Analyse(Beam(6.0, 0.0, 0.0), s);
+    ASSERT_EQ(loads.units.size(), 1u);
+    EXPECT_EQ(loads.units[0].outcome, Outcome::NothingBuckles);
+    EXPECT_FALSE(loads.units[0].positive || loads.units[0].negative);
+    EXPECT_EQ(loads.Governing(), nullptr);
+    Member tied = Beam(6.0, 0.0, 0.0);
+    EXPECT_EQ(Analyse(Compress(tied, -1e6), s).units[0].outcome, Outcome::NothingBuckles);
+}
+
+TEST(Unusual, NotHeld)
+{
+    const SectionConstants s = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
+    struct Case {
+        const wchar_t* left;
+        const wchar_t* right;
+        bool held;
+    };
+    for (const Case& c : {Case{L"Free", L"Free", false}, Case{L"Pinned", L"Free", false}, Case{L"MINV", L"MINV", false},
+                          Case{L"TR MINR", L"TR", false}, Case{L"F1L", L"F2L", false}, Case{L"MINRV TR", L"Free", true},
+                          Case{L"Pinned", L"F1L", true}}) {
+        Member m;
+        AddPoint(m, 0.0, c.left);
+        AddSpan(m, 5.0, 1.0, 1.0, 0.0, L"Free", c.right);
+        const CriticalLoads loads = Analyse(m, s, true);
+        ASSERT_EQ(loads.units.size(), 1u);
+        const Unit& unit = loads.units[0];
+        EXPECT_EQ(unit.outcome != Outcome::NotHeld, c.held) << c.left << " " << c.right;
+        EXPECT_EQ(unit.freeMotion.size(), c.held ? 0u : 2u);
+        if (!c.held) {
+            EXPECT_EQ(loads.governing, 0);
+            EXPECT_FALSE(unit.positive);
+        }
+    }
+    Member swings;
+    AddPoint(swings, 0.0, L"Pinned");
+    AddSpan(swings, 5.0, 1.0, 1.0);
+    const Unit unit = Analyse(swings, s).units[0];
+    EXPECT_NEAR(unit.freeMotion[0].v, 0.0, 1e-9);
+    EXPECT_NEAR(unit.freeMotion[1].v, 1.0, 1e-9);
+    EXPECT_NEAR(unit.freeMotion[1].phi, 0.0, 1e-9);
+}
+
+TEST(Unusual, NumbersThatAreNone)
+{
+    const double nan = std::nan("");
+    const double infinite = std::numeric_limits<double>::infinity();
+    const SectionConstants s = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
+    for (const double bad : {nan, infinite, -infinite, 1e308, -1e31}) {
+        Member m = Beam(6.0, 1.0, 1.0);
+        m.points[1].SetPos(bad);
+        EXPECT_FALSE(Analyse(m, s).IsAnswered());
+        EXPECT_FALSE(Analyse(Beam(6.0, bad, 1.0), s).IsAnswered());
+        EXPECT_FALSE(Analyse(CentrallyLoaded(6.0, bad), s).IsAnswered());
+        m = Beam(6.0, 1.0, 1.0);
+        EXPECT_FALSE(Analyse(Compress(m, bad), s).IsAnswered());
+        SectionConstants t = s;
+        t.betaZ = bad;
+        EXPECT_EQ(Analyse(Beam(6.0, 1.0, 1.0), t).IsAnswered(), std::isfinite(bad));
+    }
+    EXPECT_FALSE(Analyse(Member(), s).IsAnswered());
+    EXPECT_FALSE(Analyse(Beam(0.0, 1.0, 1.0), s).IsAnswered());
+    SectionConstants huge = s;
+    huge.E = huge.Iz = 1e300;
+    EXPECT_EQ(Analyse(Beam(6.0, 1.0, 1.0), huge).units[0].outcome, Outcome::NotHeld) << "not a number is no answer";
+    // Large, small and short, but numbers.
+    const double exact = UniformMoment(s, 6.0);
+    EXPECT_NEAR(FactorsOf(Beam(6.0, 1e25, 1e25), s).positive, exact / 1e25, 1e-6 * exact / 1e25);
+    EXPECT_NEAR(FactorsOf(Beam(6.0, 1e-25, 1e-25), s).positive, exact * 1e25, 1e-6 * exact * 1e25);
+    EXPECT_GT(FactorsOf(Beam(1e-6, 1.0, 1.0), s).positive, 1e6);
+    Member reference = Beam(6.0, 1.0, 1.0);
+    auto r = reference.points[1].GetRestraint();
+    r.SetRefLoadHeight(static_cast<Data::LoadPos>(7));
+    reference.points[1].SetRestraint(r);
+    EXPECT_FALSE(Analyse(reference, s).IsAnswered());
+}
+
+TEST(Unusual, ChannelsUnderAxialForceAreRefused)
+{
+    const SectionConstants s = ConstantsOf(Steel::Test::HostChannel(0.3, 0.1, 0.009, 0.0165, 0.015));
+    Member m = Beam(4.0, 1e4, 1e4);
+    EXPECT_TRUE(Analyse(m, s).IsAnswered());
+    EXPECT_FALSE(Analyse(Compress(m, 1e4), s).IsAnswered());
+}
+
+// A step of the shear over a sub-span without length is a point load at the height of that sub-span.
+TEST(Unusual, ShearSteps)
+{
+    const SectionConstants s = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
+    Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddSpan(m, 3.0, 0.0, 1.0);
+    const double shear = m.subSpans[0].GetForcesRight().z;
+    AddSubSpan(m, shear, -shear, -1.0, -1.0);
+    AddPoint(m, 3.0, L"Free");
+    AddSpan(m, 3.0, 1.0, 0.0, 0.0, L"Free", L"Pinned");
+    SetHeightAlong(m, 1, 0.2);
+    ExpectSame(FactorsOf(m, s), FactorsOf(CentrallyLoaded(6.0, 0.2), s));
+    // Shorter than a billionth of the length it has none, either.
+    for (std::size_t i : {2u, 3u})
+        m.points[i].SetPos(m.points[i].GetPos() + 1e-9);
+    ExpectSame(FactorsOf(m, s), FactorsOf(CentrallyLoaded(6.0, 0.2), s));
+}
+
+// Points that lie close together, down to a hundred-millionth of the length, do not spoil the digits.
+TEST(Unusual, PointsCloseTogether)
+{
+    const SectionConstants s = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
+    const double exact = UniformMoment(s, 6.0);
+    for (const double gap : {1e-8, 1e-6, 1e-4, 1e-3, 1e-2}) {
+        for (const double share : {0.3, 1.0}) {
+            Member m = DesignTest::Divided(Beam(6.0, 1.0, 1.0), 0, share - gap);
+            if (share < 1.0) m = DesignTest::Divided(m, 1, gap / (1.0 - share + gap));
+            EXPECT_NEAR(FactorsOf(m, s).positive, exact, 2e-6 * exact) << gap << " " << share;
+            // A second restraint beside the end one can only help.
+            AddBits(m, 1, static_cast<int>(Steel::CRestraint::MINOR_SHEAR));
+            EXPECT_GT(FactorsOf(m, s).positive, exact * (1.0 - 2e-6)) << gap << " " << share;
+        }
+    }
+}
+
+// Forces that do not balance: every reading of the moments counts, the worst of them is told.
+TEST(Unusual, UnbalancedMoments)
+{
+    const SectionConstants s = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
+    Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddSubSpan(m, 0.0, 0.0, -1e3, -2e3);
+    AddPoint(m, 6.0, L"Pinned");
+    const CriticalLoads loads = Analyse(m, s);
+    ASSERT_EQ(loads.units.size(), 1u);
+    EXPECT_FALSE(loads.units[0].balanced);
+    const double worst = UniformMoment(s, 6.0) / 2e3;
+    EXPECT_NEAR(loads.units[0].positive->lambda, worst, 1e-6 * worst);
+}
+
+// A member of 20,000 sub-spans is answered, and is what it is in one piece.
+TEST(Hostile, TwentyThousandSubSpans)
+{
+    const SectionConstants s = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
+    constexpr int COUNT = 20000;
+    const auto build = [&](auto held) {
+        Member m;
+        AddPoint(m, 0.0, L"Pinned");
+        for (int i = 0; i < COUNT; ++i) {
+            const double a = 8.0 * i / COUNT;
+            const double b = 8.0 * (i + 1) / COUNT;
+            const auto [along, point] = held(i);
+            AddSpan(m, b - a, a * (8.0 - a), b * (8.0 - b), 2.0, along, i + 1 == COUNT ? L"Pinned" : point);
+        }
+        return m;
+    };
+    using Texts = std::pair<const wchar_t*, const wchar_t*>;
+    const auto start = std::chrono::steady_clock::now();
+    const Factors plain = FactorsOf(build([](int) { return Texts{L"Free", L"Free"}; }), s);
+    const Factors one = FactorsOf(UniformlyLoaded(8.0), s);
+    EXPECT_NEAR(plain.positive * 16.0, one.positive, 1e-4 * one.positive);
+    const auto none = std::numeric_limits<double>::infinity();
+    const auto ask = [&](auto held) {
+        const CriticalLoads loads = Analyse(build(held), s, true);
+        EXPECT_TRUE(loads.IsAnswered());
+        const Unit* const unit = loads.Governing();
+        return unit && unit->positive ? unit->positive->lambda : none;
+    };
+    EXPECT_EQ(ask([](int) { return Texts{L"F1L", L"Free"}; }), none);
+    EXPECT_GT(ask([](int) { return Texts{L"Free", L"F1L"}; }), plain.positive);
+    EXPECT_GE(ask([](int i) { return Texts{i % 2 ? L"F1W" : L"F2W", L"Free"}; }), plain.positive * 0.999);
+    EXPECT_GE(ask([](int i) { return Texts{L"F1W", i % 3 ? L"Free" : L"MINR"}; }), plain.positive * 0.999);
+    EXPECT_GE(ask([](int i) { return Texts{i % 2 ? L"F1L" : L"Free", L"TR"}; }), plain.positive * 0.999);
+    (void)Analyse(build([](int) { return Texts{L"Free", L"Pinned"}; }), s);
+    std::printf("seven members of 20,000 sub-spans: %.2f s\n",
+                std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+}
+
+} // namespace StabilityTest
