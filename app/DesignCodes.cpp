@@ -88,6 +88,7 @@ void AddDesignCode(const Design::DesignCode& code, const std::string& from)
 std::string ListOfCodes()
 {
     std::vector<std::string> names;
+    names.reserve(Codes().size());
     for (const Design::DesignCode* code : Codes())
         names.push_back(IdOf(*code));
     return Alternatives(names);
@@ -115,6 +116,7 @@ std::size_t AnnexNamed(const Design::DesignCode& code, const std::string& name)
 std::string ListOf(const std::vector<Design::Term>& terms)
 {
     std::vector<std::string> names;
+    names.reserve(terms.size());
     for (const Design::Term& term : terms)
         names.push_back(Utf8(std::wstring_view(term.name)));
     return Alternatives(names);

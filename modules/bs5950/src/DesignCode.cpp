@@ -9,7 +9,6 @@ namespace {
 
 using Design::CapacityCurve;
 using Design::CapacityTable;
-using Design::CodeOption;
 using Design::CodeSettings;
 using Design::OptionKind;
 
