@@ -441,6 +441,53 @@ TEST(ColumnByHand, InSimpleConstruction)
     EXPECT_STREQ(loaded.member.Interactions()[0].clause, L"4.8.3.3.1");
 }
 
+// 4.7.7 is for storeys of columns: without compression, with a free end, a given length, or anything that bends the column between its
+// levels, the option changes no utilisation.
+TEST(ColumnByHand, InSimpleConstructionNeedsAStoreyInCompression)
+{
+    Case column;
+    column.section = L"UB 457x152x52";
+    column.points = {{0.0, L"Pinned"}, {4.0, L"Pinned"}};
+    EndMoments(column, 4.0, 80e3, 80e3, -100e3);
+    const auto with = [](const Case& given, bool option, bool lengths = false) {
+        Checked c(given);
+        DesignOptions options;
+        options.simpleColumn = option;
+        c.member.SetOptions(options);
+        if (lengths) {
+            c.member.SetLengthOverride(true);
+            c.member.SetLyy(8.0);
+            c.member.SetLzz(8.0);
+            c.member.SetLlt(8.0);
+        }
+        c.Check();
+        return LargestInteraction(c);
+    };
+    EXPECT_LT(with(column, true), 0.7 * with(column, false)); // it is for this one
+    EXPECT_EQ(with(column, true, true), with(column, false, true));
+
+    Case cantilever = column;
+    cantilever.points = {{0.0, L"Fixed"}, {4.0, L"Free"}};
+    EXPECT_EQ(with(cantilever, true), with(cantilever, false));
+
+    Case beam = column;
+    EndMoments(beam, 4.0, 80e3, 80e3);
+    EXPECT_EQ(with(beam, true), with(beam, false));
+    EndMoments(beam, 4.0, 80e3, 80e3, 100e3);
+    EXPECT_EQ(with(beam, true), with(beam, false));
+
+    Case bracket = column; // 130 kNm at mid-height
+    bracket.points = {{0.0, L"Pinned"}, {3.0, L"Free"}, {6.0, L"Pinned"}};
+    bracket.force = [](double) { return Vector(-160e3, 0, 130e3 / 6.0); };
+    bracket.moment = [](double x) { return Vector(0, x < 3.0 ? -130e3 * x / 6.0 : 130e3 - 130e3 * x / 6.0, 0); };
+    EXPECT_EQ(with(bracket, true), with(bracket, false));
+
+    Case blown = column; // 3 kN/m across
+    blown.force = [](double x) { return Vector(-100e3, 3e3 * (x - 2.0), 0); };
+    blown.moment = [](double x) { return Vector(0, 80e3, 1.5e3 * x * (4.0 - x)); };
+    EXPECT_EQ(with(blown, true), with(blown, false));
+}
+
 // Under tension the check is under the moment alone (4.8.2.1): the same as without it, class and modulus included.
 TEST(TensionByHand, LeavesTheLateralTorsionalCheckAsItIsUnderTheMomentAlone)
 {

@@ -117,3 +117,16 @@ TEST(UnequalFlanges, ResistanceMirrors)
                 EXPECT_NEAR(MbUnder(a, m, LE, flange1) / MbUnder(b, m, LE, !flange1), 1.0, 1e-9);
     }
 }
+
+// 4.2.5.3: Sv is S of the section less that of what remains without the shear area. Rolled GI 500x200x210x10x16x16: tD = 5000 mm²,
+// outstands of 190 and 200 by 16 remain: 3040 (484 - 8 + 0.4) + 100 (0.16 + 243.36) mm³ = 1472.6 cm³ of Sx = 2134.4, Sv = 661.8. The web of a
+// welded one has 468 mm: the flanges of 200 and 210 remain. Equal flanges: tD²/4 = 625.0.
+TEST(UnequalFlanges, ShearModulusIsThatOfTheShearArea)
+{
+    const SectionProperties rolled = PropertiesOf(L"GI 500x200x210x10x16x16", SEC_ROLLED);
+    EXPECT_NEAR(rolled.Sx * 1e6, 2134.4, 0.5);
+    EXPECT_NEAR(rolled.Svx * 1e6, 661.8, 0.5);
+    EXPECT_NEAR(PropertiesOf(L"GI 500x200x200.001x10x16x16", SEC_ROLLED).Svx * 1e6, 625.0, 0.1);
+    EXPECT_NEAR(PropertiesOf(L"I 500x200x10x16", SEC_ROLLED).Svx * 1e6, 625.0, 0.1);
+    EXPECT_NEAR(PropertiesOf(L"GI 500x200x200.001x10x16x16", SEC_WELDED).Svx * 1e6, 547.6, 0.1); // 10 · 468²/4
+}

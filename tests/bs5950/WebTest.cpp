@@ -394,3 +394,34 @@ TEST(ThinWebs, LeaveTheAxialForceToTheFlangesToo)
     EXPECT_NEAR(c.member.Positions().front().combined, 0.9156, 0.001);
     EXPECT_NE(c.Verbose().find("F/Pf"), std::string::npos);
 }
+
+// UB 457x152x52 S275, b1 = 100 mm: k = 10.9 + 10.2 = 21.1, Pbw = (100 + 5 · 21.1) 7.6 · 0.275 = 429.5 kN. 440 kN within 50 mm press on it as one
+// load does, whether they are one point load, two, or spread: 440/429.5 = 1.024. Over 300 mm they are spread.
+TEST(WebBearing, OfLoadsThatLieCloseTogether)
+{
+    const auto utilisation = [](double a, double b, bool points) { // from a to b, along it or half at each
+        Case given;
+        given.section = L"UB 457x152x52";
+        given.along = L"Top flange lateral";
+        given.points = {{0.0, L"Pinned"}, {a, L"Free"}, {b, L"Free"}, {6.0, L"Pinned"}};
+        const double middle = points ? 0.0 : 440e3 / (b - a);
+        given.force = [=](double x) {
+            return Vector(0, 0, x < a ? -220e3 : x < b ? middle * (x - 0.5 * (a + b)) : 220e3);
+        };
+        given.moment = [=](double x) {
+            const double inside = std::clamp(x - a, 0.0, b - a);
+            const double spread = points ? 0.0 : -220e3 * inside + 0.5 * middle * inside * inside;
+            return Vector(0, x <= b ? -220e3 * std::min(x, a) + spread : -220e3 * (6.0 - x), 0);
+        };
+        Checked c(given);
+        DesignOptions options;
+        options.stiffBearing = 0.1;
+        c.member.SetOptions(options);
+        c.Check();
+        return c.Entry(Rule::WebBearing).utilisation;
+    };
+    EXPECT_NEAR(utilisation(2.975, 3.025, false), 1.024, 0.001);
+    EXPECT_NEAR(utilisation(2.9995, 3.0005, false), 1.024, 0.001);
+    EXPECT_NEAR(utilisation(2.975, 3.025, true), 1.024, 0.001);
+    EXPECT_LT(utilisation(2.85, 3.15, false), 0.9); // the supports
+}

@@ -72,10 +72,11 @@ double EccentricTension(const Section& s, const Properties& p, double py, double
     return py * std::max(0.0, Ae - 0.5 * (p.A - connected));
 }
 
-/// Plastic modulus of two flanges without their web.
+/// Plastic modulus of two flanges without their web, which is as deep as the section where it is rolled.
 double PlasticOfFlanges(const Section& s)
 {
-    const double A1 = s.B * s.T, A2 = s.B2 * s.T2, hs = s.D - 0.5 * (s.T + s.T2);
+    const double web = s.make == Make::Welded ? 0.0 : s.t;
+    const double A1 = (s.B - web) * s.T, A2 = (s.B2 - web) * s.T2, hs = s.D - 0.5 * (s.T + s.T2);
     const double small = std::min(A1, A2), big = std::max(A1, A2), Tbig = A1 >= A2 ? s.T : s.T2;
     // Equal-area axis in the larger flange, at e from its outer face.
     const double e = 0.5 * (small + big) / big * Tbig, far = Tbig - e;

@@ -99,12 +99,12 @@ void CSteelMemberBS5950::AssumeFactors()
     const bool all = std::all_of(m_spans.begin(), m_spans.end(), [this](const SpanResult& span) {
         return span.mode != BucklingMode::LateralTorsional || IsSimpleColumn(span);
     });
-    Assume(
-        L"column in simple construction",
-        all ? L"as the options say: the moments are the nominal ones of 4.7.7, m = 1.0 and λLT = 0.5 L/ry"
-            : L"the options say so, but 4.7.7 is not used where loads act between the ends, nor for angles, channels "
-              L"and tees",
-        std::nan(""));
+    Assume(L"column in simple construction",
+           all ? L"as the options say: the moments are the nominal ones of 4.7.7, m = 1.0 and λLT = 0.5 L/ry"
+               : L"the options say so, but 4.7.7 is used only for I, H and hollow sections in compression between "
+                 L"levels that "
+                 L"are held in both directions, under end moments alone and without given effective lengths",
+           std::nan(""));
 }
 
 void CSteelMemberBS5950::RunBuckling()

@@ -15,6 +15,7 @@ namespace Keltrix::BS5950 {
 using Design::EndKind;
 using Design::Flange;
 using Design::FLANGES;
+using Design::MomentDiagram;
 using Design::Stretch;
 using Design::StretchEnd;
 using Steel::CCodeShare;
@@ -45,7 +46,7 @@ bool BelongsToBoth(const SpanResult& span) { return span.flange[0] && span.flang
 // Given effective lengths leave one stretch, the whole member, for both flanges.
 std::vector<Stretch> CSteelMemberBS5950::LateralStretches(bool turned) const
 {
-    const Design::MomentDiagram& moments = MomentsX(turned);
+    const MomentDiagram& moments = MomentsX(turned);
     if (!LengthOverride()) return Design::FindStretches(MemberPoints(), SubSpans(), moments);
     const int last = static_cast<int>(MemberPoints().size()) - 1;
     const auto end = [&](int point) {
@@ -154,24 +155,55 @@ void CSteelMemberBS5950::SetLateralLength(SpanResult& span)
     }
 }
 
-// Clause 4.7.7 is for I, H and hollow sections under nominal moments at the floors, without loads in between.
-bool CSteelMemberBS5950::IsSimpleColumn(const SpanResult& span) const
+namespace {
+
+// Whether the moments of all sub-spans between two places lie on one straight line: nothing bends the length but its ends.
+bool IsStraight(const MomentDiagram& moments, double from, double to, double least)
 {
-    if (!m_options.simpleColumn) return false;
-    const Shape shape = m_section.Properties().shape;
-    const LoadPattern pattern = span.momentX.pattern;
-    return shape != Shape::Angle && shape != Shape::Channel && shape != Shape::Tee && span.momentX.balanced &&
-           (pattern == LoadPattern::EndMoments || pattern == LoadPattern::None);
+    const MomentDiagram::Range range = moments.Covering(from, to);
+    const double left = moments.RightOf(from).least;
+    const double slope = (moments.LeftOf(to).least - left) / (to - from);
+    for (int k = range.first; k < range.last; ++k) {
+        const MomentDiagram::Piece& piece = moments.At(k);
+        if (!moments.IsBalanced(k)) return false;
+        for (const double s : {0.0, 0.5, 1.0}) {
+            const double line = left + slope * (piece.start + s * piece.length - from);
+            if (std::abs(moments.Curves(k).front().At(s) - line) > least) return false;
+        }
+    }
+    return true;
 }
 
-// Positions at which a column in simple construction is held in both directions, and the ends of the member.
+} // namespace
+
+// Clause 4.7.7 is for I, H and hollow sections in compression between floors, under nominal moments at the floors alone. An effective length
+// that is given says that the column is held in another way.
+bool CSteelMemberBS5950::IsSimpleColumn(const SpanResult& span) const
+{
+    if (!m_options.simpleColumn || LengthOverride()) return false;
+    const Shape shape = m_section.Properties().shape;
+    if (shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee) return false;
+    const auto above = std::lower_bound(m_levels.begin(), m_levels.end(), span.end);
+    const auto below = std::upper_bound(m_levels.begin(), m_levels.end(), span.start);
+    if (above == m_levels.end() || below == m_levels.begin()) return false;
+    const double from = *(below - 1);
+    const double to = *above;
+    const MomentDiagram::Range storey = m_major.Covering(from, to);
+    const bool compressed =
+        std::all_of(SubSpans().begin() + storey.first, SubSpans().begin() + storey.last,
+                    [](const Steel::CSubSpan& s) { return s.GetForcesLeft().x < 0.0 && s.GetForcesRight().x < 0.0; });
+    const double leastX = std::max(LeastMomentX(), LEAST_SHARE * m_major.Largest());
+    const double leastY = std::max(LeastMomentY(), LEAST_SHARE * m_minor.Largest());
+    return compressed && IsStraight(m_major, from, to, leastX) && IsStraight(m_minor, from, to, leastY);
+}
+
+// Positions at which a column in simple construction is held in both directions.
 void CSteelMemberBS5950::FindLevels()
 {
     m_levels.clear();
     if (!m_options.simpleColumn) return;
-    const int last = static_cast<int>(MemberPoints().size()) - 1;
-    for (int i = 0; i <= last; ++i)
-        if (i == 0 || i == last || (PointHeld(BucklingMode::Major, i) && PointHeld(BucklingMode::Minor, i)))
+    for (int i = 0; i < static_cast<int>(MemberPoints().size()); ++i)
+        if (PointHeld(BucklingMode::Major, i) && PointHeld(BucklingMode::Minor, i))
             m_levels.push_back(MemberPoints()[static_cast<std::size_t>(i)].GetPos());
 }
 

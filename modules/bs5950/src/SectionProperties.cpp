@@ -141,13 +141,15 @@ void SetElementWidths(SectionProperties& s)
     }
 }
 
-// Plastic modulus about x-x of the two flanges alone: the plastic neutral axis lies in the larger flange, y0 from its
+// Plastic modulus about x-x of what is left without the shear area of two flanges and a web: both flanges of a welded section, their
+// outstands of a rolled one, whose shear area has the whole depth. The plastic neutral axis lies in the larger flange, y0 from its
 // inner face.
 double FlangesPlasticModulus(const SectionProperties& s)
 {
-    const bool firstSmaller = s.B * s.T <= s.B2 * s.T2;
-    const double smaller = firstSmaller ? s.B * s.T : s.B2 * s.T2;
-    const double B = firstSmaller ? s.B2 : s.B;
+    const double web = s.IsWelded() ? 0.0 : s.t;
+    const bool firstSmaller = (s.B - web) * s.T <= (s.B2 - web) * s.T2;
+    const double smaller = firstSmaller ? (s.B - web) * s.T : (s.B2 - web) * s.T2;
+    const double B = (firstSmaller ? s.B2 : s.B) - web;
     const double T = firstSmaller ? s.T2 : s.T;
     const double y0 = 0.5 * (B * T - smaller) / B;
     return smaller * (s.hs - 0.5 * T + y0) + 0.5 * B * (y0 * y0 + (T - y0) * (T - y0));

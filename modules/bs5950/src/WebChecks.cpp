@@ -156,6 +156,28 @@ double CSteelMemberBS5950::PointLoad(int point) const
     return (last ? 0.0 : SubSpans()[static_cast<std::size_t>(point)].GetForcesLeft().z) - before;
 }
 
+// Length of web that a stiff bearing reaches at the root of the flange, b1 + 5k of 4.5.2.1.
+double CSteelMemberBS5950::SpreadOfBearing() const
+{
+    const SectionProperties& s = m_section.Properties();
+    return m_options.stiffBearing + 5.0 * (std::max(s.T, s.T2) + (s.IsWelded() ? 0.0 : s.r));
+}
+
+// What presses at a member point together with all that follows within a length, and lies upon the same part of the web: other
+// points, and loads along sub-spans that end there. The point's own load where that is more.
+double CSteelMemberBS5950::LoadWithin(int point, double length) const
+{
+    const double x = MemberPoints()[static_cast<std::size_t>(point)].GetPos();
+    double largest = PointLoad(point);
+    double sum = largest;
+    for (std::size_t k = static_cast<std::size_t>(point); k < SubSpans().size(); ++k) {
+        if (MemberPoints()[k + 1].GetPos() - x > length) break;
+        sum += SubSpans()[k].GetForcesRight().z - SubSpans()[k].GetForcesLeft().z + PointLoad(static_cast<int>(k) + 1);
+        if (std::abs(sum) > std::abs(largest)) largest = sum;
+    }
+    return largest;
+}
+
 // Whether the flange that a load presses on is held laterally at a member point, by the point or along a neighbouring sub-span.
 bool CSteelMemberBS5950::IsPressedFlangeHeld(int point, bool first) const
 {
@@ -182,8 +204,9 @@ void CSteelMemberBS5950::FindWebLoads()
         largest = std::max({largest, std::abs(sub.GetForcesLeft().z), std::abs(sub.GetForcesRight().z)});
     const double start = MemberPoints().front().GetPos();
     const double end = MemberPoints().back().GetPos();
+    const double spread = SpreadOfBearing();
     for (int i = 0; i <= static_cast<int>(SubSpans().size()); ++i) {
-        const double force = PointLoad(i);
+        const double force = LoadWithin(i, spread);
         if (!(std::abs(force) > 1e-6 * largest)) continue;
         WebLoadResult r;
         r.point = i;
@@ -233,11 +256,13 @@ void CSteelMemberBS5950::RecordWebLoads()
         m_webLoads.clear();
         return;
     }
-    Assume(L"stiff bearing",
-           L"the given length at every support and concentrated load; at an end of the member it begins there; a "
-           L"flange that "
-           L"is held laterally does not turn against the web (4.5.3.1)",
-           m_options.stiffBearing);
+    Assume(
+        L"stiff bearing",
+        L"the given length at every support and concentrated load, with what follows within b1 + 5k of it; at an end "
+        L"of "
+        L"the member it begins there; a flange that is held laterally does not turn against the web (4.5.3.1). Loads "
+        L"along longer sub-spans are taken to be spread",
+        m_options.stiffBearing);
 }
 
 void CSteelMemberBS5950::RecordWebLoad(Rule rule)

@@ -1,2 +1,4 @@
 // A module that gives no design code.
-extern "C" __attribute__((visibility("default"))) const void* keltrix_design_code() { return nullptr; }
+#include "keltrix/design/DesignCode.h"
+
+extern "C" KELTRIX_MODULE_EXPORT const Keltrix::Design::CodeModule* keltrix_design_code() { return nullptr; }

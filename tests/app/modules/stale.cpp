@@ -1,12 +1,8 @@
 // Built for an interface of another time: nothing but the version may be read of it.
-namespace {
-struct Module {
-    int interfaceVersion;
-    const void* code;
-};
-} // namespace
-extern "C" __attribute__((visibility("default"))) const void* keltrix_design_code()
+#include "keltrix/design/DesignCode.h"
+
+extern "C" KELTRIX_MODULE_EXPORT const Keltrix::Design::CodeModule* keltrix_design_code()
 {
-    static const Module module{0, reinterpret_cast<const void*>(1)};
+    static const Keltrix::Design::CodeModule module{0, reinterpret_cast<const Keltrix::Design::DesignCode*>(1)};
     return &module;
 }
