@@ -469,6 +469,9 @@ TEST(ColumnByHand, InSimpleConstructionNeedsAStoreyInCompression)
     Case cantilever = column;
     cantilever.points = {{0.0, L"Fixed"}, {4.0, L"Free"}};
     EXPECT_EQ(with(cantilever, true), with(cantilever, false));
+    // Under 40 kN and 150 kNm, LE = 4.4 m: 40/184.7 + 150/120.4 = 1.462.
+    EndMoments(cantilever, 4.0, 150e3, 150e3, -40e3);
+    EXPECT_NEAR(with(cantilever, true), 1.462, 0.002);
 
     Case beam = column;
     EndMoments(beam, 4.0, 80e3, 80e3);

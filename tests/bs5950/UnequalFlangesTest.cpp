@@ -130,3 +130,20 @@ TEST(UnequalFlanges, ShearModulusIsThatOfTheShearArea)
     EXPECT_NEAR(PropertiesOf(L"I 500x200x10x16", SEC_ROLLED).Svx * 1e6, 625.0, 0.1);
     EXPECT_NEAR(PropertiesOf(L"GI 500x200x200.001x10x16x16", SEC_WELDED).Svx * 1e6, 547.6, 0.1); // 10 · 468²/4
 }
+
+// The same section under 708 kN and 498.4 kNm: Pv = 0.6 · 0.275 · 5000 = 825 kN, ρ = (2 · 708/825 - 1)² = 0.5132, Mc = 0.275 (2134.4 - 0.5132 ·
+// 661.8) = 493.6 kNm: 1.010.
+TEST(UnequalFlanges, MomentCapacityOfARolledSectionInHighShear)
+{
+    Case given;
+    given.section = L"GI 500x200x210x10x16x16";
+    given.type = SEC_ROLLED;
+    given.plasElas = 1.5;
+    given.points = {{0.0, L"Pinned"}, {1.0, L"Pinned"}};
+    given.force = [](double) { return Vector(0, 0, -708e3); };
+    given.moment = [](double x) { return Vector(0, -498.4e3 + 708e3 * (1.0 - x), 0); };
+    Checked c(given);
+    EXPECT_FALSE(c.Check());
+    EXPECT_NEAR(c.Entry(Rule::MomentMajor).resistance / 1e3, 493.6, 0.3);
+    EXPECT_NEAR(c.Entry(Rule::MomentMajor).utilisation, 1.010, 0.001);
+}

@@ -110,6 +110,48 @@ inline SectionConstants ConstantsOf(const CSection& section, double E = 210e9, d
     return Stability::MakeSectionConstants(section, E, G, &reason).value();
 }
 
+/// UB 457x191x82 with rounded constants, for calculations by hand.
+inline SectionConstants RoundedUB()
+{
+    SectionConstants s;
+    s.E = 210e9;
+    s.G = 81e9;
+    s.A = 10400e-6;
+    s.Iy = 371e-6;
+    s.Iz = 18.7e-6;
+    s.It = 692e-9;
+    s.Iw = 0.922e-6;
+    s.flange = {0.222, -0.222};
+    return s;
+}
+
+/// Two spans of 9.75 m, 10 kN at the middle of each: support moment 3 P L/16, span moment 5 P L/32.
+inline Member TwoSpans()
+{
+    const double PL = 10e3 * 9.75;
+    Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddSpan(m, 4.875, 0.0, 5.0 / 32.0 * PL);
+    AddSpan(m, 4.875, 5.0 / 32.0 * PL, -3.0 / 16.0 * PL, 0.0, L"Free", L"Pinned");
+    AddSpan(m, 4.875, -3.0 / 16.0 * PL, 5.0 / 32.0 * PL);
+    AddSpan(m, 4.875, 5.0 / 32.0 * PL, 0.0, 0.0, L"Free", L"Pinned");
+    return m;
+}
+
+/// 18 m between forks, 3 kN/m at the shear centre, something held at a share of the length.
+inline Member HeldAt(double share, const wchar_t* held)
+{
+    const double L = 18.0;
+    const double q = 3e3;
+    const double a = share * L;
+    const double moment = 0.5 * q * a * (L - a);
+    Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddSpan(m, a, 0.0, moment, q, L"Free", held);
+    AddSpan(m, L - a, moment, 0.0, q, L"Free", L"Pinned");
+    return m;
+}
+
 /// Mcr of a span between forks under uniform moment that sags (sign 1) or hogs (sign -1): Trahair, Flexural-Torsional Buckling
 /// of Structures (1993), chapter 7.
 inline double UniformMoment(const SectionConstants& s, double length, double sign = 1.0)

@@ -68,16 +68,7 @@ SectionConstants Unity(double warping)
 // UB 457x191x82 over 6 m: E 210000, G 81000 N/mm², Iz 18.7e6 mm⁴, It 692000 mm⁴, Iw 0.922e12 mm⁶ give 342.775 kN·m.
 TEST(ClosedForm, UniformMomentByHand)
 {
-    SectionConstants s;
-    s.E = 210e9;
-    s.G = 81e9;
-    s.A = 10400e-6;
-    s.Iy = 371e-6;
-    s.Iz = 18.7e-6;
-    s.It = 692e-9;
-    s.Iw = 0.922e-6;
-    s.flange = {0.222, -0.222};
-    const CriticalLoads loads = Analyse(Beam(6.0, 1e3, 1e3), s);
+    const CriticalLoads loads = Analyse(Beam(6.0, 1e3, 1e3), RoundedUB());
     EXPECT_NEAR(Positive(loads), 342.775, 0.0005);
     EXPECT_NEAR(Negative(loads), -342.775, 0.0005);
     EXPECT_NEAR(loads.Governing()->positive->Mcr, 342.775e3, 0.5);
@@ -318,13 +309,20 @@ TEST(SectionConstants, UnequalFlangesByHand)
 
 TEST(SectionConstants, Refusals)
 {
-    CString reason;
-    EXPECT_FALSE(
-        Stability::MakeSectionConstants(Steel::Test::HostAngle(0.1, 0.1, 0.01, 0.012, 0.006), 210e9, 81e9, &reason));
-    EXPECT_FALSE(reason.IsEmpty());
-    EXPECT_FALSE(Stability::MakeSectionConstants(HostI(0.4, 0.18, 0.0086, 0.0135, 0.021), 0.0, 81e9, nullptr));
-    EXPECT_FALSE(Stability::MakeSectionConstants(CSection(), 210e9, 81e9, nullptr));
-    EXPECT_FALSE(Stability::MakeSectionConstants(HostI(0.4, -0.18, 0.0086, 0.0135, 0.021), 210e9, 81e9, nullptr));
+    const auto refusal = [](const CSection& section, double E) {
+        CString reason;
+        EXPECT_FALSE(Stability::MakeSectionConstants(section, E, 81e9, &reason));
+        EXPECT_FALSE(Stability::MakeSectionConstants(section, E, 81e9, nullptr));
+        return *reason.ToUtf8();
+    };
+    const CSection beam = HostI(0.4, 0.18, 0.0086, 0.0135, 0.021);
+    EXPECT_EQ(
+        refusal(Steel::Test::HostAngle(0.1, 0.1, 0.01, 0.012, 0.006), 210e9),
+        "the principal axes of an angle are inclined to its legs: major-axis moments bend it about both, which elastic "
+        "critical loads of plane bending do not cover");
+    EXPECT_EQ(refusal(beam, 0.0), "Young's modulus and shear modulus must be above zero");
+    EXPECT_EQ(refusal(CSection(), 210e9), "the shape of the section is not known");
+    EXPECT_EQ(refusal(HostI(0.4, -0.18, 0.0086, 0.0135, 0.021), 210e9), "the dimensions are not those of a section");
 }
 
 } // namespace StabilityTest

@@ -230,8 +230,9 @@ void CSteelMemberBS5950::Text::LateralSlenderness(const SpanResult& span)
     const CString lambda = m_fmt.NoDim(lt.lambda);
     const CString lambdaLT = m_fmt.NoDim(lt.lambdaLT);
     if (m_member.IsSimpleColumn(span)) {
-        Line(L"λ = L/ry = %s/%s = %s, λLT = 0.5 λ = 0.5 * %s = %s <i>cl. 4.7.7</i>",
-             m_fmt.Length(m_member.SimpleColumnLength(span)), Small(s.ry), lambda, lambda, lambdaLT);
+        const auto [from, to] = m_member.StoreyOf(span);
+        Line(L"λ = L/ry = %s/%s = %s, λLT = 0.5 λ = 0.5 * %s = %s <i>cl. 4.7.7</i>", m_fmt.Length(to - from),
+             Small(s.ry), lambda, lambda, lambdaLT);
         return;
     }
     const wchar_t* const axis = s.shape == Shape::Angle ? L"v" : L"y";

@@ -176,6 +176,15 @@ bool IsStraight(const MomentDiagram& moments, double from, double to, double lea
 
 } // namespace
 
+// The levels around a stretch; 0 and 0 where it does not lie between two.
+std::pair<double, double> CSteelMemberBS5950::StoreyOf(const SpanResult& span) const
+{
+    const auto above = std::lower_bound(m_levels.begin(), m_levels.end(), span.end);
+    const auto below = std::upper_bound(m_levels.begin(), m_levels.end(), span.start);
+    if (above == m_levels.end() || below == m_levels.begin()) return {0.0, 0.0};
+    return {*(below - 1), *above};
+}
+
 // Clause 4.7.7 is for I, H and hollow sections in compression between floors, under nominal moments at the floors alone. An effective length
 // that is given says that the column is held in another way.
 bool CSteelMemberBS5950::IsSimpleColumn(const SpanResult& span) const
@@ -183,11 +192,8 @@ bool CSteelMemberBS5950::IsSimpleColumn(const SpanResult& span) const
     if (!m_options.simpleColumn || LengthOverride()) return false;
     const Shape shape = m_section.Properties().shape;
     if (shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee) return false;
-    const auto above = std::lower_bound(m_levels.begin(), m_levels.end(), span.end);
-    const auto below = std::upper_bound(m_levels.begin(), m_levels.end(), span.start);
-    if (above == m_levels.end() || below == m_levels.begin()) return false;
-    const double from = *(below - 1);
-    const double to = *above;
+    const auto [from, to] = StoreyOf(span);
+    if (!(from < to)) return false;
     const MomentDiagram::Range storey = m_major.Covering(from, to);
     const bool compressed =
         std::all_of(SubSpans().begin() + storey.first, SubSpans().begin() + storey.last,
@@ -207,14 +213,6 @@ void CSteelMemberBS5950::FindLevels()
             m_levels.push_back(MemberPoints()[static_cast<std::size_t>(i)].GetPos());
 }
 
-// Clause 4.7.7: distance between the levels around a stretch.
-double CSteelMemberBS5950::SimpleColumnLength(const SpanResult& span) const
-{
-    const auto above = std::lower_bound(m_levels.begin(), m_levels.end(), span.end);
-    const auto below = std::upper_bound(m_levels.begin(), m_levels.end(), span.start);
-    return *above - *(below - 1);
-}
-
 // The smallest Mb of the flanges that are compressed, each with the class of the places where its moment compresses it.
 void CSteelMemberBS5950::SetBendingResistance(SpanResult& span) const
 {
@@ -232,7 +230,8 @@ void CSteelMemberBS5950::SetBendingResistance(SpanResult& span) const
         SlendernessLT lt = LateralTorsionalSlenderness(s, LE, BetaW(s, c), flange1);
         double resistance = BucklingResistanceMoment(s, m, c, LE, flange1);
         if (span.applied && IsSimpleColumn(span)) {
-            lt.lambda = SimpleColumnLength(span) / s.ry;
+            const auto [from, to] = StoreyOf(span);
+            lt.lambda = (to - from) / s.ry;
             lt.lambdaLT = 0.5 * lt.lambda;
             lt.source = L"4.7.7";
             resistance = BendingStrength(lt.lambdaLT, c.pyMomentX, s.IsWelded(), m.E) * c.Wx;

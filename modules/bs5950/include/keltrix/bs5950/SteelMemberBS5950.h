@@ -331,7 +331,7 @@ private:
     void SetLateralFactor(SpanResult& span);
     bool IsSimpleColumn(const SpanResult& span) const;
     void FindLevels();
-    double SimpleColumnLength(const SpanResult& span) const;
+    std::pair<double, double> StoreyOf(const SpanResult& span) const;
     void CheckInteractions(bool turned);
     void CheckInteractionsOf(Design::Flange flange, bool turned);
     bool CheckInteraction(int major, int minor, int lateral);
