@@ -125,14 +125,6 @@ CLI::Validator Between(double least, double most)
             range};
 }
 
-// The place of a value's name, counted from 1; 0 where it is none.
-std::size_t PlaceOf(const std::vector<Keltrix::Design::Term>& values, const std::string& name)
-{
-    for (std::size_t i = 0; i < values.size(); ++i)
-        if (Keltrix::CString(values[i].name) == Wide(name)) return i + 1;
-    return 0;
-}
-
 CLI::Validator OneOf(const std::vector<Keltrix::Design::Term>& values)
 {
     return {[&values](const std::string& text) {

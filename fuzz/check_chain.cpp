@@ -13,6 +13,7 @@
 #include "keltrix/bs5950/SteelMemberBS5950.h"
 #include "report/HtmlReader.h"
 #include "report/HtmlReport.h"
+#include "text/Json.h"
 #include "text/Text.h"
 
 using namespace Keltrix;

@@ -1,6 +1,7 @@
 #include "commands/CheckFindings.h"
 
-#include "report/MemberSheet.h"
+#include "report/MemberReport.h"
+#include "text/Json.h"
 #include "text/Markup.h"
 #include "text/Text.h"
 
@@ -9,32 +10,6 @@ namespace Keltrix::App {
 namespace {
 
 std::string UtilText(double utilisation) { return Utf8(CDesFormat().Util(utilisation)); }
-
-// One line in front of each report: what an engineer asks first.
-std::string Verdict(const CheckedMember& checked)
-{
-    return "<h4>" + AsText(checked.title) + "</h4>\n" + checked.Section() + " in " + checked.Grade() + ": <b>" +
-           StatusMarkup(checked.Status(), checked.warnings) + "</b>, utilisation <b>" +
-           UtilText(checked.result->UtilOverAll()) + "</b>, governed by " + checked.Governing() + "\n" +
-           WarningMarkup(checked.warnings);
-}
-
-// The words of the flags stand above it, where the report ends.
-std::string FlagMeanings(const Steel::CMemberResult& result)
-{
-    std::string text;
-    for (const std::string& sentence : FlagSentences(result.GetFlags()))
-        text += '\t' + sentence + '\n';
-    return text.empty() ? text : "<h4>Meaning of the flags:</h4>\n" + text;
-}
-
-std::string ReportText(const CheckedMember& checked, const std::string& kind)
-{
-    const Steel::CMemberResult& result = *checked.result;
-    if (kind == "verbose") return Utf8(result.GetVerbose()) + Utf8(result.GetSummary());
-    if (kind == "summary") return Utf8(result.GetSummary());
-    return Utf8(result.GetBrief()) + Utf8(result.GetSummary());
-}
 
 // Files and titles, which may be long, stand last.
 std::string TableRow(const CheckedMember& checked)
@@ -70,7 +45,7 @@ std::string TextOf(const CheckedMember& checked, const CheckOptions& options)
         return JsonLine(options.report == "table" ? HeadlineJson(checked) : JsonOf(checked));
     default:
         if (options.report == "table") return TableRow(checked);
-        return RenderMarkup(Verdict(checked) + ReportText(checked, options.report) +
+        return RenderMarkup(ReportMarkup(checked, options.report) +
                                 (options.rendering.kind == Rendering::Raw ? "" : FlagMeanings(*checked.result)),
                             options.rendering);
     }

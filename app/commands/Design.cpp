@@ -6,6 +6,7 @@
 #include "sections/SectionCatalogue.h"
 #include "stream/EachMember.h"
 #include "text/Fields.h"
+#include "text/Json.h"
 #include "text/Markup.h"
 #include "text/Text.h"
 

@@ -8,32 +8,6 @@
 
 namespace Keltrix::App {
 
-namespace {
-
-// The note that further defects were not listed is about none.
-bool IsListed(const Defect& defect) { return !defect.got.empty() || !defect.expected.empty(); }
-
-std::vector<std::string> ErrorsOf(const MemberFile& file, std::size_t i)
-{
-    std::vector<std::string> errors;
-    for (const Defect& defect : file.Check().DefectsOf(i))
-        if (defect.severity == Severity::Error && IsListed(defect)) errors.push_back(defect.Text(file.Name()));
-    return errors;
-}
-
-// The errors of a member after so many defects that its own were not listed.
-std::vector<std::string> UnlistedErrorsOf(const MemberFile& file, std::size_t i, const ReadingOptions& reading)
-{
-    std::vector<std::string> errors;
-    const MemberText& member = file.Member(i);
-    for (const Defect& defect : CheckMemberFile(CString(member.text), reading, member.firstLine, true).defects) {
-        if (defect.severity == Severity::Error) errors.push_back(defect.Text(file.Name()));
-    }
-    return errors;
-}
-
-} // namespace
-
 MemberLoop::MemberLoop(const Console& console, const ReadingOptions& reading, UseMember use,
                        std::function<void(const Refusal&)> refused) :
     m_console(console),
@@ -102,9 +76,9 @@ void MemberLoop::UseOne(const MemberFile& file, std::size_t i)
         return Refusal{file.Name(), member.firstLine, Utf8(member.title), std::move(reasons), file.WarningsOf(i)};
     };
     if (member.hasErrors) {
-        std::vector<std::string> errors = ErrorsOf(file, i);
+        std::vector<std::string> errors = file.ErrorsOf(i);
         if (!errors.empty()) return Leave(refusal(std::move(errors)));
-        return Refuse(refusal(UnlistedErrorsOf(file, i, m_reading)));
+        return Refuse(refusal(file.UnlistedErrorsOf(i)));
     }
     try {
         m_worst = Worse(m_worst, m_use(file, i));

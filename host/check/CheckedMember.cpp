@@ -7,6 +7,7 @@
 
 #include "keltrix/design/MomentDiagram.h"
 #include "text/BadInput.h"
+#include "text/Json.h"
 #include "text/Text.h"
 
 namespace Keltrix::Host {

@@ -8,7 +8,7 @@
 #include "check/DesignCodes.h"
 #include "keltrix/design/MomentDiagram.h"
 #include "memberfile/MemberFile.h"
-#include "text/Json.h"
+#include "text/JsonFwd.h"
 
 namespace Keltrix::Host {
 

@@ -1,6 +1,8 @@
 #include "check/DesignCodes.h"
 
 #include <algorithm>
+#include <charconv>
+#include <system_error>
 
 #include "text/BadInput.h"
 #include "text/Text.h"
@@ -50,6 +52,27 @@ bool IsWord(std::wstring_view text)
     return !text.empty() && text.front() != L'-' && std::all_of(text.begin(), text.end(), [](wchar_t c) {
         return (c >= L'a' && c <= L'z') || (c >= L'0' && c <= L'9') || c == L'-';
     });
+}
+
+// A value as CodeSettings has it. Throws BadInput for one that means nothing.
+double OptionValue(const Design::CodeOption& option, const std::string& text)
+{
+    const std::string got =
+        "option " + Utf8(std::wstring_view(option.name)) + ": got \"" + PrintableLine(text) + "\", expected ";
+    if (option.kind == Design::OptionKind::Flag) {
+        if (!text.empty()) throw BadInput(got + "no value: it is a flag");
+        return 1.0;
+    }
+    if (option.kind == Design::OptionKind::Choice) {
+        const std::size_t place = PlaceOf(option.values, text);
+        if (place == 0) throw BadInput(got + ListOf(option.values));
+        return static_cast<double>(place);
+    }
+    double length = 0.0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), length);
+    if (error != std::errc() || end != text.data() + text.size() || !(length >= option.least && length <= option.most))
+        throw BadInput(got + "a length in m, " + Shortest(option.least) + " to " + Shortest(option.most));
+    return length;
 }
 
 const char* FaultOf(const Design::CodeOption& option)
@@ -120,6 +143,31 @@ std::string ListOf(const std::vector<Design::Term>& terms)
     for (const Design::Term& term : terms)
         names.push_back(Utf8(std::wstring_view(term.name)));
     return Alternatives(names);
+}
+
+std::size_t PlaceOf(const std::vector<Design::Term>& values, const std::string& name)
+{
+    for (std::size_t i = 0; i < values.size(); ++i)
+        if (CString(values[i].name) == Wide(name)) return i + 1;
+    return 0;
+}
+
+void SetOption(const Design::DesignCode& code, const std::string& name, const std::string& value,
+               Design::CodeSettings& settings)
+{
+    const std::vector<Design::CodeOption>& options = code.Description().options;
+    const auto option = std::find_if(options.begin(), options.end(),
+                                     [&](const Design::CodeOption& one) { return CString(one.name) == Wide(name); });
+    if (option == options.end()) {
+        std::vector<std::string> names;
+        names.reserve(options.size());
+        for (const Design::CodeOption& one : options)
+            names.push_back(Utf8(std::wstring_view(one.name)));
+        throw BadInput("option \"" + PrintableLine(name) + "\" of " + IdOf(code) + ": expected " +
+                       (names.empty() ? "none" : Alternatives(names)));
+    }
+    settings.options.resize(options.size(), 0.0);
+    settings.options[static_cast<std::size_t>(option - options.begin())] = OptionValue(*option, value);
 }
 
 CodeChoice DefaultCode()

@@ -32,6 +32,14 @@ struct CodeChoice {
     Design::CodeSettings settings;
 };
 
+/// The place of a value's name among the values of a choice, counted from 1; 0 where it is none.
+std::size_t PlaceOf(const std::vector<Design::Term>& values, const std::string& name);
+
+/// Sets an option of a code from its name and value in words: a flag has an empty value, a length is in m. Throws BadInput for a name
+/// that the code does not have, and for a value that means nothing.
+void SetOption(const Design::DesignCode& code, const std::string& name, const std::string& value,
+               Design::CodeSettings& settings);
+
 /// The default code as it is. Throws BadInput where the process has none.
 CodeChoice DefaultCode();
 

@@ -20,12 +20,15 @@ SourceText Decode(const std::string& name, const MemberPiece& piece)
     return DecodeText(name, piece.bytes, piece.start);
 }
 
+// The note that further defects were not listed is about none.
+bool IsListed(const Defect& defect) { return !defect.got.empty() || !defect.expected.empty(); }
+
 } // namespace
 
 MemberFile::MemberFile(SourceText source, const ReadingOptions& options, LineNumber firstLine, bool isAfterEnd,
                        bool isWhole) :
     m_name(std::move(source.name)),
-    m_text(std::make_unique<const CString>(std::move(source.text))),
+    m_text(std::make_unique<const CString>(std::move(source.text))), m_reading(options),
     m_check(CheckMemberFile(*m_text, options, firstLine, isAfterEnd)), m_isWhole(isWhole)
 {}
 
@@ -40,6 +43,23 @@ MemberFile::MemberFile(SourceText source, const ReadingOptions& options) :
 std::string MemberFile::NameOf(std::size_t i) const
 {
     return m_isWhole && MemberCount() == 1 ? m_name : m_name + ':' + std::to_string(Member(i).firstLine);
+}
+
+std::vector<std::string> MemberFile::ErrorsOf(std::size_t i) const
+{
+    std::vector<std::string> errors;
+    for (const Defect& defect : m_check.DefectsOf(i))
+        if (defect.severity == Severity::Error && IsListed(defect)) errors.push_back(defect.Text(m_name));
+    return errors;
+}
+
+std::vector<std::string> MemberFile::UnlistedErrorsOf(std::size_t i) const
+{
+    std::vector<std::string> errors;
+    const MemberText& member = Member(i);
+    for (const Defect& defect : CheckMemberFile(CString(member.text), m_reading, member.firstLine, true).defects)
+        if (defect.severity == Severity::Error) errors.push_back(defect.Text(m_name));
+    return errors;
 }
 
 std::vector<MemberWarning> MemberFile::WarningsOf(std::size_t i) const

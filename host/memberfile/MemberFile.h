@@ -36,6 +36,10 @@ public:
     /// "floor.csv" where a file on disk holds one member, else "floor.csv:21", with the line at which member i starts.
     std::string NameOf(std::size_t i) const;
 
+    /// The messages of member i's errors among the defects of the check.
+    std::vector<std::string> ErrorsOf(std::size_t i) const;
+    /// The messages of the errors of a member that was read after so many defects that its own are not listed.
+    std::vector<std::string> UnlistedErrorsOf(std::size_t i) const;
     /// The warnings and notes of member i.
     std::vector<MemberWarning> WarningsOf(std::size_t i) const;
 
@@ -54,6 +58,7 @@ private:
 
     std::string m_name;
     std::unique_ptr<const CString> m_text; // the check's views point into it
+    ReadingOptions m_reading;
     FileCheck m_check;
     bool m_isWhole;
 };

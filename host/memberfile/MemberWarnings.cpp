@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "text/Json.h"
 #include "text/Markup.h"
 
 namespace Keltrix::Host {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "memberfile/MemberCheck.h"
-#include "text/Json.h"
+#include "text/JsonFwd.h"
 
 namespace Keltrix::Host {
 

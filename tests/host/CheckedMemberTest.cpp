@@ -7,6 +7,7 @@
 #include "check/CheckedMember.h"
 #include "design/RandomMember.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
+#include "text/Json.h"
 #include "text/Text.h"
 
 namespace Keltrix::Host {
