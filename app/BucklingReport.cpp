@@ -245,6 +245,12 @@ double Between(const std::vector<ShapeSample>& shape, std::size_t left, double x
     return linear + s * (1.0 - s) * ((1.0 - s) * first - s * second);
 }
 
+std::string FactorText(const BucklingUnit& unit, const std::optional<Stability::CriticalLoad>& load)
+{
+    if (unit.found.outcome == Outcome::NotHeld) return UnitTable::NOT_HELD;
+    return load ? Figures(load->lambda, 4) : "none";
+}
+
 } // namespace
 
 ShapeSample ShapeAt(const std::vector<ShapeSample>& shape, double x)
@@ -265,6 +271,41 @@ ShapeSample ShapeAt(const std::vector<ShapeSample>& shape, double x)
 const char* FlangeName(std::size_t flange) { return flange == 0 ? "flange 1 (top)" : "flange 2 (bottom)"; }
 
 std::string ErrorText(double relativeError) { return Rounded(100.0 * relativeError, 2) + " %"; }
+
+UnitTable MakeUnitTable(const BucklingReport& report)
+{
+    const CDesFormat format;
+    const auto hasAny = [&](double BucklingUnit::*force) {
+        return std::any_of(report.units.begin(), report.units.end(),
+                           [&](const BucklingUnit& unit) { return unit.*force != 0.0; });
+    };
+    const bool hasMoment = hasAny(&BucklingUnit::moment);
+    const bool hasCompression = hasAny(&BucklingUnit::compression);
+    UnitTable table{{"From", "To", "λcr", "Error"}, {}};
+    if (hasMoment) table.head.insert(table.head.end(), {"Largest moment", "At", "Mcr"});
+    if (hasCompression) table.head.insert(table.head.end(), {"Compression", "Ncr"});
+    table.head.emplace_back("λ reversed");
+    for (const BucklingUnit& unit : report.units) {
+        const Stability::Unit& found = unit.found;
+        std::vector<std::string> row{Utf8(format.Length(found.start)), Utf8(format.Length(found.end)),
+                                     FactorText(unit, found.positive),
+                                     found.positive ? ErrorText(found.positive->error) : "-"};
+        const auto add = [&](double value, const CString& text) { row.push_back(value == 0.0 ? "-" : Utf8(text)); };
+        if (hasMoment) {
+            const double Mcr = found.positive ? found.positive->Mcr : 0.0;
+            add(unit.moment, format.Moment(std::fabs(unit.moment)) + (unit.moment < 0.0 ? L" sagging" : L" hogging"));
+            add(unit.moment, format.Length(found.largestMomentAt));
+            add(Mcr, format.Moment(Mcr));
+        }
+        if (hasCompression) {
+            add(unit.compression, format.Force(unit.compression));
+            add(unit.Ncr, format.Force(unit.Ncr));
+        }
+        row.push_back(FactorText(unit, found.negative));
+        table.rows.push_back(std::move(row));
+    }
+    return table;
+}
 
 std::string VerdictSentence(const BucklingReport& report)
 {

@@ -69,4 +69,13 @@ std::string VerdictSentence(const BucklingReport& report);
 /// "0.012 %".
 std::string ErrorText(double relativeError);
 
+/// The units in words and numbers, a row for each. Columns of forces that no unit has are left out.
+struct UnitTable {
+    static constexpr const char* NOT_HELD = "not held"; ///< in place of a factor
+
+    std::vector<std::string> head;
+    std::vector<std::vector<std::string>> rows;
+};
+UnitTable MakeUnitTable(const BucklingReport& report);
+
 } // namespace Keltrix::App

@@ -36,7 +36,7 @@ public:
                                  : "each unit between sections held against lateral movement and twist by itself") +
             "\n";
         m_text += Verdict();
-        UnitTable();
+        Units();
         for (const std::string& remark : m_report.remarks)
             m_text += remark + "\n";
         if (const BucklingUnit* const unit = m_report.Governing()) Shape(*unit);
@@ -52,47 +52,21 @@ private:
 
     std::string Length(double metres) const { return Utf8(m_format.Length(metres)); }
 
-    bool HasAny(double BucklingUnit::*force) const
-    {
-        return std::any_of(m_report.units.begin(), m_report.units.end(),
-                           [&](const BucklingUnit& unit) { return unit.*force != 0.0; });
-    }
-
-    // Columns of forces that no unit has are left out.
-    void UnitTable()
+    void Units()
     {
         if (m_report.units.empty()) return;
-        const bool hasMoment = HasAny(&BucklingUnit::moment);
-        const bool hasCompression = HasAny(&BucklingUnit::compression);
-        m_text += "<h5>Units</h5>\n<table>Unit\tFrom\tTo\tλcr\tError" +
-                  std::string(hasMoment ? "\tLargest moment\tAt\tMcr" : "") +
-                  (hasCompression ? "\tCompression\tNcr" : "") + "\tλ reversed\n";
-        for (std::size_t i = 0; i < m_report.units.size(); ++i) {
-            const BucklingUnit& unit = m_report.units[i];
-            m_text += std::to_string(i + 1) + '\t' + Length(unit.found.start) + '\t' + Length(unit.found.end) + '\t' +
-                      FactorText(unit, unit.found.positive) + '\t' +
-                      (unit.found.positive ? ErrorText(unit.found.positive->error) : "-");
-            if (hasMoment) m_text += MomentCells(unit);
-            if (hasCompression) m_text += '\t' + Force(unit.compression) + '\t' + Force(unit.Ncr);
-            m_text += '\t' + FactorText(unit, unit.found.negative) + '\n';
+        const UnitTable table = MakeUnitTable(m_report);
+        m_text += "<h5>Units</h5>\n<table>Unit";
+        for (const std::string& name : table.head)
+            m_text += '\t' + name;
+        m_text += '\n';
+        for (std::size_t i = 0; i < table.rows.size(); ++i) {
+            m_text += std::to_string(i + 1);
+            for (const std::string& cell : table.rows[i])
+                m_text += '\t' + (cell == UnitTable::NOT_HELD ? "<red>" + cell + "</red>" : cell);
+            m_text += '\n';
         }
         m_text += "</table>\n";
-    }
-
-    static std::string FactorText(const BucklingUnit& unit, const std::optional<Stability::CriticalLoad>& load)
-    {
-        if (unit.found.outcome == Outcome::NotHeld) return "<red>not held</red>";
-        return load ? Figures(load->lambda, 4) : "none";
-    }
-
-    std::string Force(double value) const { return value == 0.0 ? "-" : Utf8(m_format.Force(value)); }
-
-    std::string MomentCells(const BucklingUnit& unit) const
-    {
-        if (unit.moment == 0.0) return "\t-\t-\t-";
-        const double Mcr = unit.found.positive ? unit.found.positive->Mcr : 0.0;
-        return '\t' + Utf8(m_format.Moment(std::fabs(unit.moment))) + (unit.moment < 0.0 ? " sagging" : " hogging") +
-               '\t' + Length(unit.found.largestMomentAt) + '\t' + (Mcr == 0.0 ? "-" : Utf8(m_format.Moment(Mcr)));
     }
 
     // The unit in plan, seen from above, down the lines: flanges 1 and 2, the shear centre where neither stands.

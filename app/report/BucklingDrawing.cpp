@@ -236,8 +236,9 @@ private:
             between.LineTo(m_axis.X(samples[i].x), PlanY(samples[i].flange[1]));
         m_svg.Path("fill", between.Close());
         m_svg.Path("centre", Curve(samples, [](const ShapeSample& s) { return s.v; }));
-        m_svg.Path("flange two", Curve(samples, flange(1)));
         m_svg.Path("flange one", Curve(samples, flange(0)));
+        // Broken, so that the other shows where both are together.
+        m_svg.Path("flange two", Curve(samples, flange(1)));
     }
 
     void DrawAlong(std::size_t k)

@@ -1,7 +1,5 @@
 #include "report/BucklingSheet.h"
 
-#include <cmath>
-
 #include "Html.h"
 #include "Text.h"
 #include "report/MemberSheet.h"
@@ -15,8 +13,6 @@ namespace Keltrix::App {
 #ifdef KSTEEL_WITH_STABILITY
 
 namespace {
-
-using Stability::Outcome;
 
 BucklingReport ReportOf(const CheckedMember& checked)
 {
@@ -36,42 +32,29 @@ std::string VerdictHtml(const BucklingReport& report)
     return html;
 }
 
-std::string Cell(const std::string& text) { return "<td class=\"n\">" + Sentence(text) + "</td>"; }
-
-std::string UnitRow(const BucklingReport& report, std::size_t i)
+std::string RowHtml(const std::vector<std::string>& row, bool governs)
 {
-    const CDesFormat format;
-    const BucklingUnit& unit = report.units[i];
-    const Stability::Unit& found = unit.found;
-    const bool isFree = found.outcome == Outcome::NotHeld;
-    const auto text = [](double value, const CString& shown) { return value == 0.0 ? std::string("-") : Utf8(shown); };
-    const std::string free = "<td class=\"n\"><span class=\"red\">not held</span></td>";
-    const std::string sense = unit.moment < 0.0 ? " sagging" : unit.moment > 0.0 ? " hogging" : "";
-    const double Mcr = found.positive ? found.positive->Mcr : 0.0;
-    return std::string(static_cast<int>(i) == report.governing ? "<tr class=\"governs\">" : "<tr>") +
-           Cell(Rounded(found.start, 5) + " m") + Cell(Rounded(found.end, 5) + " m") +
-           (isFree ? free : Cell(found.positive ? Figures(found.positive->lambda, 4) : "none")) +
-           Cell(text(unit.moment, format.Moment(std::fabs(unit.moment))) + sense) +
-           Cell(unit.moment == 0.0 ? "-" : Rounded(found.largestMomentAt, 5) + " m") +
-           Cell(text(Mcr, format.Moment(Mcr))) + Cell(text(unit.compression, format.Force(unit.compression))) +
-           Cell(text(unit.Ncr, format.Force(unit.Ncr))) +
-           (isFree ? free : Cell(found.negative ? Figures(found.negative->lambda, 4) : "none")) + "</tr>\n";
+    std::string html = governs ? "<tr class=\"governs\">" : "<tr>";
+    for (const std::string& cell : row)
+        html += "<td class=\"n\">" +
+                (cell == UnitTable::NOT_HELD ? "<span class=\"red\">" + cell + "</span>" : Sentence(cell)) + "</td>";
+    return html + "</tr>\n";
 }
 
-std::string UnitTable(const BucklingReport& report)
+std::string UnitsHtml(const BucklingReport& report)
 {
     constexpr std::size_t most = 12;
+    const UnitTable table = MakeUnitTable(report);
     std::string html =
         "<table class=\"wide small\">\n<caption class=\"skip\">Units that buckle by themselves</caption>\n"
         "<thead><tr>";
-    for (const char* name : {"From", "To", "λ<sub>cr</sub>", "Largest moment", "At", "M<sub>cr</sub>", "Compression",
-                             "N<sub>cr</sub>", "λ, all forces turned"})
-        html += "<th scope=\"col\" class=\"n\">" + std::string(name) + "</th>";
+    for (const std::string& name : table.head)
+        html += "<th scope=\"col\" class=\"n\">" + name + "</th>";
     html += "</tr></thead>\n<tbody>\n";
     std::size_t shown = 0;
     for (std::size_t i = 0; i < report.units.size(); ++i) {
         if (shown >= most && static_cast<int>(i) != report.governing) continue;
-        html += UnitRow(report, i);
+        html += RowHtml(table.rows[i], static_cast<int>(i) == report.governing);
         ++shown;
     }
     html += "</tbody></table>\n";
@@ -91,11 +74,12 @@ std::string BucklingHtml(const std::string& id, const CheckedMember& checked, co
     if (!report.refusal.empty()) return html;
     html += "<figure>" + BucklingSvg(id + "-buckling", report, layout, axis, checked.member->GetKeltrixSec()) +
             "</figure>\n";
-    if (!report.units.empty()) html += UnitTable(report);
+    if (!report.units.empty()) html += UnitsHtml(report);
     html += "<p class=\"muted\">Factor on all forces at which the perfect elastic member buckles sideways, E = " +
             Sentence(Rounded(report.moduli.E / 1e9, 4) + " kN/mm²") +
             ", G = " + Sentence(Rounded(report.moduli.G / 1e9, 4) + " kN/mm²") +
-            "; each length between sections held against lateral movement and twist by itself. No check above uses it.";
+            "; each length between sections held against lateral movement and twist by itself. For information: the "
+            "checks name what they use.";
     for (const std::string& remark : report.remarks)
         html += ' ' + Sentence(remark);
     return html + "</p>\n";
