@@ -136,6 +136,17 @@ std::vector<std::string> RemarksOn(const BucklingReport& report, const std::vect
     return remarks;
 }
 
+// Of units that mirror each other the first one, whatever the rounding of their factors.
+int FirstOfEqual(const std::vector<BucklingUnit>& units, int governing)
+{
+    if (governing < 0 || !units[static_cast<std::size_t>(governing)].found.positive) return governing;
+    const double most = units[static_cast<std::size_t>(governing)].found.positive->lambda * (1.0 + 1e-9);
+    const auto first = std::find_if(units.begin(), units.end(), [&](const BucklingUnit& unit) {
+        return unit.found.positive && unit.found.positive->lambda <= most;
+    });
+    return static_cast<int>(first - units.begin());
+}
+
 template <class Factor>
 const Stability::CriticalLoad* Smallest(const std::vector<BucklingUnit>& units, Factor factor)
 {
@@ -202,7 +213,7 @@ BucklingReport MakeBucklingReport(Steel::CSteelMemberGen& member, const Moduli& 
     }
     for (Stability::Unit& unit : loads.units)
         report.units.push_back(MakeUnit(std::move(unit), points, subSpans, major));
-    report.governing = loads.governing;
+    report.governing = FirstOfEqual(report.units, loads.governing);
     report.remarks = RemarksOn(report, points, subSpans, section->offWebPlane);
     return report;
 }
@@ -270,7 +281,12 @@ ShapeSample ShapeAt(const std::vector<ShapeSample>& shape, double x)
 
 const char* FlangeName(std::size_t flange) { return flange == 0 ? "flange 1 (top)" : "flange 2 (bottom)"; }
 
-std::string ErrorText(double relativeError) { return Rounded(100.0 * relativeError, 2) + " %"; }
+std::string ErrorText(double relativeError)
+{
+    const double percent = std::max(100.0 * relativeError, 1e-3);
+    const double decade = std::pow(10.0, std::floor(std::log10(percent) + 1e-9));
+    return Rounded(std::ceil(percent / decade - 1e-9) * decade, 1) + " %";
+}
 
 UnitTable MakeUnitTable(const BucklingReport& report)
 {

@@ -36,7 +36,8 @@ struct BucklingReport {
     Moduli moduli;
     bool continuity = false;
     std::vector<BucklingUnit> units; ///< from left to right
-    int governing = -1; ///< the unit that is not held, or that of the smallest factor; -1 where nothing buckles
+    int governing =
+        -1; ///< the unit that is not held, or the first of those of the smallest factor; -1 where nothing buckles
     /// What takes no part of that which the member has, and what else the number stands on; sentences.
     std::vector<std::string> remarks;
 
@@ -66,7 +67,7 @@ const char* FlangeName(std::size_t flange);
 
 /// The verdict in a sentence without a full stop: "λcr = 1.924, Mcr = 681 kNm at 4.5 m; buckles from 0 m to 9 m".
 std::string VerdictSentence(const BucklingReport& report);
-/// "0.012 %".
+/// In percent, rounded up to one figure and to 0.001 % at least: "0.02 %".
 std::string ErrorText(double relativeError);
 
 /// The units in words and numbers, a row for each. Columns of forces that no unit has are left out.

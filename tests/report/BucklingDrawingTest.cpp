@@ -185,13 +185,9 @@ TEST(BucklingDrawing, SectionsMoveAndTwistAsThePlanHasThem)
         const auto moved = drawing.svg.OfClass("use", "buckled");
         ASSERT_EQ(ghosts.size(), 7u);
         ASSERT_EQ(moved.size(), 7u);
-        const auto outline = PlacesOf(drawing.svg.Named("path").at(0)->attributes.count("id")
-                                          ? drawing.svg.Named("path").at(0)->attributes.at("d")
-                                          : [&] {
-                                                for (const HtmlElement* path : drawing.svg.Named("path"))
-                                                    if (path->attributes.count("id")) return path->attributes.at("d");
-                                                return std::string();
-                                            }());
+        std::vector<Place> outline;
+        for (const HtmlElement* path : drawing.svg.Named("path"))
+            if (path->attributes.count("id") > 0) outline = PlacesOf(path->attributes.at("d"));
         double high = 0.0, low = 0.0;
         for (const Place& place : outline) {
             high = std::min(high, place.y);
@@ -242,8 +238,9 @@ TEST(BucklingDrawing, SaysWhereNothingBucklesAndDrawsAFreeMotion)
 
 TEST(BucklingDrawing, EveryLookHasARuleInTheStyle)
 {
+    const Drawing drawing(Decked());
     for (const std::string& style : {DrawingStyle(), ReportStyle()}) {
-        for (const HtmlElement& element : Drawing(Decked()).svg.Elements()) {
+        for (const HtmlElement& element : drawing.svg.Elements()) {
             const auto cls = element.attributes.find("class");
             if (cls == element.attributes.end() || element.name == "svg") continue;
             std::istringstream words(cls->second);
