@@ -12,14 +12,15 @@
 
 #include <CLI/CLI.hpp>
 
-#include "CodeModule.h"
-#include "DesignCodes.h"
-#include "Output.h"
-#include "SectionCatalogue.h"
-#include "TerminalWidth.h"
-#include "Text.h"
+#include "check/DesignCodes.h"
 #include "commands/CodeCommands.h"
 #include "commands/Commands.h"
+#include "io/CodeModule.h"
+#include "io/Input.h"
+#include "io/Output.h"
+#include "io/TerminalWidth.h"
+#include "sections/SectionCatalogue.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -279,7 +280,7 @@ void AddSpans(CLI::App& app, Commands& commands, Shared& shared, SpansOptions& o
     Finish(command, commands, shared, options, ShowSpans);
 }
 
-#ifdef KSTEEL_WITH_STABILITY
+#ifdef KELTRIX_HOST_WITH_STABILITY
 void AddBuckling(CLI::App& app, Commands& commands, Shared& shared, BucklingOptions& options)
 {
     CLI::App* const command =
@@ -428,7 +429,7 @@ ExitCode AnswerUnparsed(const CLI::App& app, const CLI::ParseError& error, const
         isKnown = isKnown || command->get_name() == firstWord;
     }
     if (isKnown) throw BadUsage(error.what());
-#ifndef KSTEEL_WITH_STABILITY
+#ifndef KELTRIX_HOST_WITH_STABILITY
     if (firstWord == "buckling") throw BadUsage("buckling: this ksteel was built without Eigen, which it needs");
 #endif
     throw BadUsage("unknown command \"" + PrintableLine(firstWord) + "\", expected one of " + names);
@@ -492,7 +493,7 @@ ExitCode Run(int argc, char** argv, Messages& messages)
     AddSection(app, commands, shared, section);
     AddSections(app, commands, shared, sections);
     AddSpans(app, commands, shared, spans);
-#ifdef KSTEEL_WITH_STABILITY
+#ifdef KELTRIX_HOST_WITH_STABILITY
     BucklingOptions buckling;
     AddBuckling(app, commands, shared, buckling);
 #endif
@@ -517,7 +518,7 @@ ExitCode Run(int argc, char** argv, Messages& messages)
                     [&](std::string_view message) { messages.Put(message); },
                     {}};
     if (TerminalShowsProgress()) console.progress = PutProgress;
-    if (!shared.catalogue.empty()) AddCatalogueFile(shared.catalogue, std::cin);
+    if (!shared.catalogue.empty()) AddCatalogue(shared.catalogue, ReadBytes(shared.catalogue, std::cin));
     return commands.at(app.get_subcommands().front())(console);
 }
 

@@ -2,15 +2,15 @@
 #include <cmath>
 #include <optional>
 
-#include "BucklingReport.h"
-#include "CodelessMember.h"
-#include "Json.h"
-#include "Markup.h"
-#include "Output.h"
-#include "Text.h"
+#include "check/BucklingReport.h"
 #include "commands/Commands.h"
-#include "commands/EachMember.h"
+#include "io/Output.h"
+#include "memberfile/CodelessMember.h"
 #include "report/BucklingDrawing.h"
+#include "stream/EachMember.h"
+#include "text/Json.h"
+#include "text/Markup.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 

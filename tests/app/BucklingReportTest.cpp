@@ -1,4 +1,4 @@
-#include "BucklingReport.h"
+#include "check/BucklingReport.h"
 
 #include <cmath>
 #include <random>
@@ -8,9 +8,9 @@
 
 #include "AppSupport.h"
 #include "BucklingSupport.h"
-#include "DesignCodes.h"
-#include "Json.h"
-#include "Text.h"
+#include "check/DesignCodes.h"
+#include "text/Json.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 namespace {
@@ -194,11 +194,13 @@ TEST(BucklingReport, WhatTakesNoPartIsTold)
 {
     Member m = Beam(6.0, 100e3, 100e3);
     m.subSpans[0].SetMomentsAll({50.0, -100e3, 2e3}, {50.0, -100e3, 2e3});
-    m.points[0].SetRestraint(DesignTest::Restraint(L"F12L TR F1WP"));
+    m.points[0].SetRestraint(DesignTest::Restraint(L"F12L TR F1P"));
     EXPECT_THAT(ReportOf(m, UB).remarks,
                 ElementsAre("The moments about the minor axis take no part.", "The torsion takes no part.",
                             "Partial restraints and restraint by friction hold nothing here."));
-    m.points[0].SetRestraint(DesignTest::Restraint(L"F12L TR F1WP F1W"));
+    auto whole = m.points[0].GetRestraint();
+    whole.Add(static_cast<int>(Steel::CRestraint::FLANGE1_WARPING));
+    m.points[0].SetRestraint(whole);
     EXPECT_EQ(ReportOf(m, UB).remarks.size(), 2u) << "what is held wholly as well";
     Member unbalanced = Beam(6.0, 100e3, 100e3);
     unbalanced.subSpans[0].SetMomentsRight({0.0, -50e3, 0.0});
@@ -297,7 +299,7 @@ TEST(BucklingShape, OfAForkBeamIsASine)
 {
     const BucklingReport report = ReportOf(Beam(6.0, 100e3, 100e3), UB);
     for (double x = 0.0; x <= 6.0; x += 0.1)
-        EXPECT_NEAR(ShapeAt(ShownShape(report.Governing()->found), x).flange[0], std::sin(PI * x / 6.0), 2e-4) << x;
+        EXPECT_NEAR(ShapeAt(ShownShape(report.Governing()->found), x).flange[0], std::sin(PI * x / 6.0), 1e-3) << x;
 }
 
 // --- The command ---

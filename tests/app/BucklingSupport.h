@@ -6,8 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include "BucklingReport.h"
-#include "CodelessMember.h"
+#include "app/AppSupport.h"
+#include "check/BucklingReport.h"
+#include "memberfile/CodelessMember.h"
 #include "stability/Beams.h"
 
 namespace Keltrix::App::Trial {

@@ -5,8 +5,9 @@
 
 #include <cmath>
 
-#include "Json.h"
 #include "app/AppSupport.h"
+#include "io/Failure.h"
+#include "text/Json.h"
 
 namespace Keltrix::App {
 namespace {
@@ -154,7 +155,7 @@ TEST_P(Schema, HoldsForTheOutput)
     EXPECT_EQ(Validator(schema).Check(output), "") << row.arguments;
 }
 
-#ifdef KSTEEL_WITH_STABILITY
+#ifdef KELTRIX_HOST_WITH_STABILITY
 INSTANTIATE_TEST_SUITE_P(
     Buckling, Schema,
     ::testing::Values(OutputRow{"buckling", "buckling --format json examples/*.csv", 1},
