@@ -206,13 +206,15 @@ private:
 
     using Side = std::function<double(const ShapeSample&)>;
 
+    // As many as the shape has, so that no wave is lost, within what a drawing can show.
     std::vector<ShapeSample> Samples() const
     {
-        constexpr int chords = 96;
+        const std::size_t chords = std::clamp<std::size_t>(ShownShape(m_unit->found).size(), 48, 400);
         std::vector<ShapeSample> samples;
-        for (int i = 0; i <= chords; ++i)
-            samples.push_back(
-                At(m_unit->found.start + (m_unit->found.end - m_unit->found.start) * i / static_cast<double>(chords)));
+        samples.reserve(chords + 1);
+        for (std::size_t i = 0; i <= chords; ++i)
+            samples.push_back(At(m_unit->found.start + (m_unit->found.end - m_unit->found.start) *
+                                                           static_cast<double>(i) / static_cast<double>(chords)));
         return samples;
     }
 

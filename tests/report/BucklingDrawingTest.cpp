@@ -97,20 +97,20 @@ TEST(BucklingDrawing, TheCurvesInPlanAreTheShape)
     const auto top = CurveOf(drawing, "flange one");
     const auto bottom = CurveOf(drawing, "flange two");
     const auto centre = CurveOf(drawing, "centre");
-    ASSERT_EQ(top.size(), 97u);
+    ASSERT_GE(top.size(), 49u);
     ASSERT_EQ(bottom.size(), top.size());
     double unit = 0.0; // mm for a displacement of 1
     for (std::size_t i = 0; i < top.size(); ++i)
         unit = std::max({unit, base - top[i].y, base - bottom[i].y});
     EXPECT_GT(unit, 8.0) << "large enough to be seen";
     for (std::size_t i = 0; i < top.size(); ++i) {
-        const double x = 9.0 * static_cast<double>(i) / 96.0;
+        const double x = 9.0 * static_cast<double>(i) / static_cast<double>(top.size() - 1);
         EXPECT_NEAR(top[i].x, drawing.axis.X(x), 0.006);
         EXPECT_NEAR((base - top[i].y) / unit, ShapeAt(shape, x).flange[0], 2e-3) << x;
         EXPECT_NEAR((base - bottom[i].y) / unit, ShapeAt(shape, x).flange[1], 2e-3) << x;
         EXPECT_NEAR((base - centre[i].y) / unit, ShapeAt(shape, x).v, 2e-3) << x;
     }
-    for (std::size_t i = 0; i <= 64; ++i)
+    for (std::size_t i = 0; 3 * i <= 2 * (top.size() - 1); ++i)
         EXPECT_NEAR(top[i].y, base, 0.006) << "the deck keeps the flange straight";
 }
 
