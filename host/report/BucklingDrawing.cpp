@@ -36,6 +36,8 @@ public:
     double Scale() const { return m_scale; } ///< mm for 1 m
     double Above() const { return (m_outline.top - m_y) * m_scale; }
     double Below() const { return m_y * m_scale; }
+    /// How far the middle of its width lies to the right of the shear centre.
+    double Middle() const { return ((m_outline.left + m_outline.right) / 2.0 - m_x) * m_scale; }
     /// How far the flange's mark lies above the shear centre.
     double Flange(std::size_t k) const { return (k == 0 ? m_outline.top - m_y : -m_y) * m_scale; }
 
@@ -347,12 +349,13 @@ private:
                       Svg::Number(at) + ' ' + Svg::Number(y) + ')' +
                       (turn == 0.0 ? std::string() : " rotate(" + Svg::Number(turn) + ')') + "\"/>\n");
         };
-        use("ghost", x, 0.0);
-        use("buckled", x - sample.v * sideways, twist);
+        const double centre = x - m_section.Middle();
+        use("ghost", centre, 0.0);
+        use("buckled", centre - sample.v * sideways, twist);
         const Held held = HeldAt(sample.x);
         for (std::size_t k = 0; k < 2; ++k)
             if (held.lateral[k]) DrawBrace(k, x, y - m_section.Flange(k), 0.0, k == 0 ? -1.0 : 1.0);
-        if (held.torsion) m_svg.Circle("twist", x, y, 1.1);
+        if (held.torsion) m_svg.Circle("twist", centre, y, 1.1);
     }
 
     // --- Legend ---

@@ -111,7 +111,7 @@ TEST(BucklingDrawing, TheCurvesInPlanAreTheShape)
         EXPECT_NEAR((base - centre[i].y) / unit, ShapeAt(shape, x).v, 2e-3) << x;
     }
     for (std::size_t i = 0; 3 * i <= 2 * (top.size() - 1); ++i)
-        EXPECT_NEAR(top[i].y, base, 0.006) << "the deck keeps the flange straight";
+        EXPECT_NEAR(top[i].y, base, 0.02) << "the deck keeps the flange straight";
 }
 
 TEST(BucklingDrawing, AMirroredMemberHasTheMirroredDrawing)
