@@ -218,6 +218,31 @@ TEST(BucklingDrawing, SectionsMoveAndTwistAsThePlanHasThem)
     }
 }
 
+// The shear centre of a channel lies outside of its web; the marks stand at the flanges all the same.
+TEST(BucklingDrawing, MarksOfAChannelStandAtItsFlanges)
+{
+    const Drawing drawing(StabilityTest::UniformlyLoaded(6.0), L"PFC 200x90x30");
+    std::vector<Place> outline;
+    for (const HtmlElement* path : drawing.svg.Named("path"))
+        if (path->attributes.count("id") > 0) outline = PlacesOf(path->attributes.at("d"));
+    double left = 1e9, right = -1e9, top = 1e9;
+    for (const Place& place : outline) {
+        left = std::min(left, place.x);
+        right = std::max(right, place.x);
+        top = std::min(top, place.y);
+    }
+    EXPECT_GT(left, 0.0) << "all of the section lies on one side of its shear centre";
+    const Transform ghost = TransformOf(*drawing.svg.OfClass("use", "ghost").at(0));
+    int marks = 0;
+    for (const HtmlElement* mark : drawing.svg.OfClass("path", "brace")) {
+        const Place tip = PlacesOf(mark->attributes.at("d"))[0];
+        if (std::fabs(tip.y - (ghost.y + top)) > 0.02 || std::fabs(tip.x - drawing.axis.X(0.0)) > 1.0) continue;
+        ++marks;
+        EXPECT_NEAR(tip.x, ghost.x + (left + right) / 2.0, 0.02);
+    }
+    EXPECT_EQ(marks, 1);
+}
+
 TEST(BucklingDrawing, SaysWhereNothingBucklesAndDrawsAFreeMotion)
 {
     Member tie = StabilityTest::Beam(6.0, 0.0, 0.0);
