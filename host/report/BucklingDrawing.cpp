@@ -6,6 +6,7 @@
 #include <functional>
 #include <numbers>
 
+#include "keltrix/design/MomentDiagram.h"
 #include "report/Join.h"
 #include "report/MemberDrawing.h"
 #include "report/Style.h"
@@ -113,7 +114,8 @@ public:
     BucklingPicture(std::string id, const BucklingReport& report, const DrawnLayout& layout, const MemberAxis& axis,
                     const CSection& section) :
         m_report(report),
-        m_layout(layout), m_axis(axis), m_unit(report.Governing()), m_section(section), m_id(std::move(id)),
+        m_layout(layout), m_axis(axis), m_unit(report.Governing()),
+        m_moments(layout.points, layout.subSpans, Design::Bending::Major), m_section(section), m_id(std::move(id)),
         m_svg(m_id, Title(), Description())
     {
         FindReach();
@@ -245,12 +247,36 @@ private:
         m_svg.Path("flange two", Curve(samples, flange(1)));
     }
 
+    // What holds at a share of a sub-span; the moment there tells the compression flange.
+    Held HeldAlong(std::size_t k, double share) const
+    {
+        const Steel::CSubSpan& subSpan = m_layout.subSpans[k];
+        const Design::MomentRange moment = m_moments.InSubSpan(static_cast<int>(k), share);
+        CRestraint restraint = subSpan.GetRestraint();
+        restraint.SetForcesAndMoments(subSpan.GetForcesLeft(), {0.0, moment.Worst(), 0.0},
+                                      moment.least * moment.greatest > 0.0);
+        return Held(restraint);
+    }
+
+    // In parts between contraflexures: what holds the compression flange changes sides there.
     void DrawAlong(std::size_t k)
     {
-        const double x1 = m_axis.X(m_layout.points[k].GetPos()) + 2.0;
-        const double x2 = m_axis.X(m_layout.points[k + 1].GetPos()) - 2.0;
+        std::vector<double> shares{0.0};
+        for (const double zero : m_moments.Curves(static_cast<int>(k)).front().Zeros())
+            if (m_moments.IsBalanced(static_cast<int>(k)) && zero > shares.back()) shares.push_back(zero);
+        shares.push_back(1.0);
+        for (std::size_t i = 0; i + 1 < shares.size(); ++i)
+            DrawPart(k, shares[i], shares[i + 1]);
+    }
+
+    void DrawPart(std::size_t k, double from, double to)
+    {
+        const double start = m_axis.X(m_layout.points[k].GetPos());
+        const double length = m_axis.X(m_layout.points[k + 1].GetPos()) - start;
+        const double x1 = start + from * length + 2.0;
+        const double x2 = start + to * length - 2.0;
         if (x2 <= x1) return;
-        const Held held(RestraintOfSubSpan(m_layout.subSpans[k]));
+        const Held held = HeldAlong(k, 0.5 * (from + to));
         for (std::size_t flange = 0; flange < 2; ++flange) {
             if (!held.lateral[flange]) continue;
             const double y = m_base + (flange == 0 ? -1.2 : 1.2);
@@ -306,9 +332,12 @@ private:
         };
         for (std::size_t i = 0; i < m_layout.points.size(); ++i)
             if (std::fabs(m_layout.points[i].GetPos() - x) <= near) add(Held(RestraintOfPoint(m_layout, i)));
-        for (std::size_t k = 0; k < m_layout.SubSpanCount(); ++k)
-            if (m_layout.points[k].GetPos() - near <= x && x <= m_layout.points[k + 1].GetPos() + near)
-                add(Held(RestraintOfSubSpan(m_layout.subSpans[k])));
+        for (std::size_t k = 0; k < m_layout.SubSpanCount(); ++k) {
+            const double start = m_layout.points[k].GetPos();
+            const double length = m_layout.points[k + 1].GetPos() - start;
+            if (length > 0.0 && start - near <= x && x <= start + length + near)
+                add(HeldAlong(k, std::clamp((x - start) / length, 0.0, 1.0)));
+        }
         return held;
     }
 
@@ -400,6 +429,7 @@ private:
     const DrawnLayout& m_layout;
     const MemberAxis& m_axis;
     const BucklingUnit* const m_unit;
+    const Design::MomentDiagram m_moments;
     const DrawnSection m_section;
     const std::string m_id;
     Svg m_svg;

@@ -106,7 +106,7 @@ svg .flange.two { stroke-dasharray: 2.2 0.9; }
 svg .centre { fill: none; stroke: var(--ink); stroke-width: 0.2; }
 svg .leader { fill: none; stroke: var(--muted); stroke-width: 0.15; }
 svg .brace { fill: var(--page); stroke: var(--link); stroke-width: 0.35; stroke-linejoin: round; }
-svg .brace.two, svg .along.two { stroke: var(--warn); }
+svg .brace.two, svg .along.two, svg .along.twisted { stroke: var(--warn); }
 svg .fill { fill: var(--fill); }
 svg .curve { fill: none; stroke: var(--link); stroke-width: 0.35; stroke-linejoin: round; }
 svg .unsure { stroke: var(--warn); stroke-dasharray: 1.6 0.9; }

@@ -218,6 +218,24 @@ TEST(BucklingDrawing, SectionsMoveAndTwistAsThePlanHasThem)
     }
 }
 
+TEST(BucklingDrawing, WhatHoldsTheCompressionFlangeChangesSidesAtTheContraflexure)
+{
+    // Sags from 0 to 4 m and hogs from there to 6 m: linear from 100 to -50 kN·m.
+    Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddSpan(m, 6.0, 100e3, -50e3, 0.0, L"FCL", L"Pinned");
+    const Drawing drawing(m);
+    const auto lineFrom = [&](const char* cls) {
+        const auto lines = drawing.svg.OfClass("line", cls);
+        EXPECT_GE(lines.size(), 1u) << cls;
+        return lines.empty() ? Place{} : Place{NumberOf(*lines[0], "x1"), NumberOf(*lines[0], "x2")};
+    };
+    EXPECT_NEAR(lineFrom("along").x, drawing.axis.X(0.0) + 2.0, 0.02);
+    EXPECT_NEAR(lineFrom("along").y, drawing.axis.X(4.0) - 2.0, 0.02);
+    EXPECT_NEAR(lineFrom("along two").x, drawing.axis.X(4.0) + 2.0, 0.02);
+    EXPECT_NEAR(lineFrom("along two").y, drawing.axis.X(6.0) - 2.0, 0.02);
+}
+
 // The shear centre of a channel lies outside of its web; the marks stand at the flanges all the same.
 TEST(BucklingDrawing, MarksOfAChannelStandAtItsFlanges)
 {
