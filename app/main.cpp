@@ -272,6 +272,22 @@ void AddSpans(CLI::App& app, Commands& commands, Shared& shared, SpansOptions& o
     Finish(command, commands, shared, options, ShowSpans);
 }
 
+#ifdef KELTRIX_HOST_WITH_STABILITY
+void AddBuckling(CLI::App& app, Commands& commands, Shared& shared, BucklingOptions& options)
+{
+    CLI::App* const command =
+        app.add_subcommand("buckling", "Elastic critical loads of members as they are held and loaded");
+    AddFiles(*command, options.files);
+    AddReading(*command, options);
+    command->add_flag("--continuity", options.continuity,
+                      "The whole member at once, not each unit between held sections by itself");
+    AddCode(*command, shared, CodeNeed::WhenThere, options.code, "Design code, which gives the moduli");
+    command->add_option("--svg", options.svgFile,
+                        "Draw the buckled shape of one member into this SVG file (- is standard output)");
+    Finish(command, commands, shared, options, ShowBuckling);
+}
+#endif
+
 void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& options)
 {
     CLI::App* const command = app.add_subcommand("check", "Check members to a design code");
@@ -405,6 +421,9 @@ ExitCode AnswerUnparsed(const CLI::App& app, const CLI::ParseError& error, const
         isKnown = isKnown || command->get_name() == firstWord;
     }
     if (isKnown) throw BadUsage(error.what());
+#ifndef KELTRIX_HOST_WITH_STABILITY
+    if (firstWord == "buckling") throw BadUsage("buckling: this ksteel was built without Eigen, which it needs");
+#endif
     throw BadUsage("unknown command \"" + PrintableLine(firstWord) + "\", expected one of " + names);
 }
 
@@ -466,6 +485,10 @@ ExitCode Run(int argc, char** argv, Messages& messages)
     AddSection(app, commands, shared, section);
     AddSections(app, commands, shared, sections);
     AddSpans(app, commands, shared, spans);
+#ifdef KELTRIX_HOST_WITH_STABILITY
+    BucklingOptions buckling;
+    AddBuckling(app, commands, shared, buckling);
+#endif
     CheckOptions check;
     ReportOptions report;
     DesignOptions design;

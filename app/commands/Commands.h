@@ -62,4 +62,17 @@ struct SpansOptions {
 /// The spans of every member of the files.
 ExitCode ShowSpans(const SpansOptions& options, const Console& console);
 
+struct BucklingOptions {
+    std::vector<std::string> files;
+    ReadingOptions reading;
+    CodeChoice code;         ///< gives the moduli; without one those of the grade or of steel
+    bool continuity = false; ///< the whole member at once
+    std::string svgFile;     ///< empty: none
+    Format format = Format::TABLE;
+    Rendering rendering = Rendering::Plain;
+};
+/// The elastic critical load of every member of the files; EXIT_MEMBER_FAILS where one is not held, buckles under the forces given
+/// or less, or cannot be analysed. Not part of a program without the stability library.
+ExitCode ShowBuckling(const BucklingOptions& options, const Console& console);
+
 } // namespace Keltrix::App

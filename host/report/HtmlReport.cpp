@@ -93,7 +93,7 @@ std::string HtmlReport::Head() const
         "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
         "<meta name=\"generator\" content=\"ksteel " +
         EscapedHtml(m_block.version) + "\">\n<title>" + EscapedHtml(title) + "</title>\n<style>" +
-        std::string(REPORT_STYLE) + "@page {\n" + MarginBox("top-left", CssString(reference)) +
+        ReportStyle() + "@page {\n" + MarginBox("top-left", CssString(reference)) +
         MarginBox("bottom-left", CssString("ksteel " + m_block.version + ". " + UNITS)) +
         MarginBox("bottom-center", CssString(signature)) +
         MarginBox("bottom-right", "\"Page \" counter(page) \" of \" counter(pages)") + "}\n";

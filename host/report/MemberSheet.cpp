@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "check/ReportKey.h"
+#include "report/BucklingSheet.h"
 #include "report/Diagrams.h"
 #include "report/Join.h"
 #include "report/MemberDrawing.h"
@@ -576,7 +577,9 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
     if (block.isBrief)
         return "<div class=\"brief\">\n" + html + Part(id, "member", "Member", drawing + FewPoints(layout)) + actions +
                Part(id, "steel", "Section", SectionLine(checked)) +
-               Part(id, "checks", "Checks", CheckTable(findings, true) + IdleTable(findings, true)) + flags +
+               Part(id, "checks", "Checks",
+                    CheckTable(findings, true) + IdleTable(findings, true) + BucklingLine(checked)) +
+               flags +
                calculation("Calculation, governing position and span", CalculationHtml(findings, true),
                            checked.result->GetVerbose()) +
                "</div>\n";
@@ -588,6 +591,7 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
         Part(id, "checks", "Checks",
              (chart.empty() ? "<p>No check has a utilisation above zero.</p>\n" : "<figure>" + chart + "</figure>\n") +
                  CheckTable(findings, false) + IdleTable(findings, false));
+    html += Part(id, "critical", "Elastic critical load", BucklingHtml(id, checked, layout, axis));
     return html + flags + calculation("Calculation", CalculationHtml(findings, false), checked.result->GetVerbose()) +
            RenderHtml(ReadMarkup(ReportKey()));
 }

@@ -2,8 +2,10 @@
 
 namespace Keltrix::Host {
 
+namespace {
+
 // Colours are variables of two palettes; every text colour keeps a contrast of 4.5 or more to the page (tested).
-const std::string_view REPORT_STYLE = R"css(
+constexpr std::string_view PALETTES = R"css(
 :root {
   color-scheme: light dark;
   --page: #ffffff; --panel: #f3f5f7; --ink: #18212b; --muted: #4d5a67; --rule: #c4ccd4;
@@ -17,7 +19,9 @@ const std::string_view REPORT_STYLE = R"css(
     --steel: #3a4754; --bar: #5d7f9f; --bar-governs: #86b8f2; --bar-fails: #ff938a; --fill: #22364b;
   }
 }
-* { box-sizing: border-box; }
+)css";
+
+constexpr std::string_view TEXTS = R"css(* { box-sizing: border-box; }
 body { margin: 0 auto; padding: 8mm 6mm; max-width: 202mm; background: var(--page); color: var(--ink);
   font: 10pt/1.4 "Liberation Sans", Arial, Helvetica, "DejaVu Sans", sans-serif; }
 a { color: var(--link); }
@@ -60,15 +64,17 @@ caption { text-align: left; }
 .orange { color: var(--warn); }
 .blue { color: var(--link); }
 .muted, .small td { color: var(--muted); }
-tr.governs td { font-weight: bold; background: var(--panel); }
-tr.governs td:first-child { box-shadow: inset 1mm 0 var(--bar-governs); }
+tr.governs td, tr.critical td { font-weight: bold; background: var(--panel); }
+tr.governs td:first-child, tr.critical td:first-child { box-shadow: inset 1mm 0 var(--bar-governs); }
 .meter { display: inline-block; width: 16mm; height: 2.6mm; margin-right: 2mm; background: var(--panel);
   border: 0.2mm solid var(--rule); }
 .meter span { display: block; height: 100%; background: var(--bar-governs); }
 .meter .over { background: var(--bar-fails); }
 figure { margin: 2mm 0; break-inside: avoid; }
 .split { display: flex; flex-wrap: wrap; gap: 4mm; align-items: flex-start; break-inside: avoid; }
-svg { display: block; max-width: 100%; height: auto; color: var(--ink); }
+)css";
+
+constexpr std::string_view DRAWINGS = R"css(svg { display: block; max-width: 100%; height: auto; color: var(--ink); }
 svg text { font-family: inherit; font-size: 2.8px; fill: var(--ink); }
 svg .note { font-size: 2.6px; fill: var(--muted); }
 svg .value, svg .strong, svg .name, svg .point { font-weight: bold; }
@@ -91,6 +97,16 @@ svg .along { stroke: var(--link); stroke-width: 1; stroke-dasharray: 0.01 1.9; s
 svg .warp { fill: var(--link); }
 svg .twist { fill: none; stroke: var(--warn); stroke-width: 0.45; }
 svg .load { fill: none; stroke: var(--fail); stroke-width: 0.4; }
+svg .ghost { fill: none; stroke: var(--muted); stroke-width: 0.2; stroke-dasharray: 1 0.7; }
+svg .buckled { fill: var(--steel); stroke: var(--ink); stroke-width: 0.2; fill-rule: evenodd; }
+svg .flange { fill: none; stroke-width: 0.55; stroke-linejoin: round; }
+svg .one { stroke: var(--link); }
+svg .two { stroke: var(--warn); }
+svg .flange.two { stroke-dasharray: 2.2 0.9; }
+svg .centre { fill: none; stroke: var(--ink); stroke-width: 0.2; }
+svg .leader { fill: none; stroke: var(--muted); stroke-width: 0.15; }
+svg .brace { fill: var(--page); stroke: var(--link); stroke-width: 0.35; stroke-linejoin: round; }
+svg .brace.two, svg .along.two, svg .along.twisted { stroke: var(--warn); }
 svg .fill { fill: var(--fill); }
 svg .curve { fill: none; stroke: var(--link); stroke-width: 0.35; stroke-linejoin: round; }
 svg .unsure { stroke: var(--warn); stroke-dasharray: 1.6 0.9; }
@@ -106,7 +122,9 @@ svg .section .axis { stroke-width: 0.6px; stroke-dasharray: 9 2 2 2; }
 svg .section .plastic { stroke: var(--warn); stroke-width: 0.6px; stroke-dasharray: 4 3; }
 svg .section .principal { stroke: var(--link); stroke-width: 0.6px; }
 svg .section .centroid { fill: var(--ink); stroke: none; }
-details { border-bottom: 0.2mm solid var(--rule); padding: 1mm 0; }
+)css";
+
+constexpr std::string_view FOLDS_AND_PAPER = R"css(details { border-bottom: 0.2mm solid var(--rule); padding: 1mm 0; }
 summary { cursor: pointer; break-after: avoid; }
 summary h5 { display: inline; }
 .result { float: right; font-variant-numeric: tabular-nums; }
@@ -128,7 +146,7 @@ footer { margin-top: 10mm; color: var(--muted); font-size: 8.5pt; }
   .signatures { display: table; }
   .signatures th { width: auto; }
   .signatures td:last-child { width: auto; white-space: nowrap; }
-  svg.member, svg.diagram, svg.chart { width: 640px; max-width: none; }
+  svg.member, svg.diagram, svg.chart, svg.buckling { width: 640px; max-width: none; }
   .block:not(.signatures), .block:not(.signatures) tbody { display: block; }
   .block:not(.signatures) tr { display: grid; grid-template-columns: 25mm minmax(0, 1fr); }
   .block:not(.signatures) td[colspan] { display: none; }
@@ -164,8 +182,27 @@ footer { margin-top: 10mm; color: var(--muted); font-size: 8.5pt; }
   .brief .calculation h4 { break-after: avoid; }
   .brief details { padding: 0.4mm 0; }
   thead { display: table-header-group; }
-  .bar, .fill, .steel, .meter, .meter span, .verdict, tr.governs td { print-color-adjust: exact; -webkit-print-color-adjust: exact; }
+  .bar, .fill, .steel, .buckled, .meter, .meter span, .verdict, tr.governs td, tr.critical td { print-color-adjust: exact; -webkit-print-color-adjust: exact; }
 }
 )css";
+
+// Of a drawing that stands by itself.
+constexpr std::string_view FRAME =
+    R"css(svg { background: var(--page); font: 10pt "Liberation Sans", Arial, Helvetica, "DejaVu Sans", sans-serif; }
+)css";
+
+std::string Joined(std::initializer_list<std::string_view> parts)
+{
+    std::string text;
+    for (const std::string_view part : parts)
+        text += part;
+    return text;
+}
+
+} // namespace
+
+std::string ReportStyle() { return Joined({PALETTES, TEXTS, DRAWINGS, FOLDS_AND_PAPER}); }
+
+std::string DrawingStyle() { return Joined({PALETTES, FRAME, DRAWINGS}); }
 
 } // namespace Keltrix::Host

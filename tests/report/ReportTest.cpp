@@ -456,7 +456,7 @@ TEST(ReportStyle, TextKeepsAContrastOf4Point5InBothPalettes)
 {
     EXPECT_NEAR(Contrast("#000000", "#ffffff"), 21.0, 1e-9);
     EXPECT_NEAR(Contrast("#777777", "#ffffff"), 4.48, 0.005); // known to be just short
-    const std::string style(REPORT_STYLE);
+    const std::string style = ReportStyle();
     const std::size_t dark = style.find("prefers-color-scheme: dark");
     ASSERT_NE(dark, std::string::npos);
     for (const std::size_t start : {std::size_t(0), dark}) {

@@ -155,6 +155,14 @@ TEST_P(Schema, HoldsForTheOutput)
     EXPECT_EQ(Validator(schema).Check(output), "") << row.arguments;
 }
 
+#ifdef KELTRIX_HOST_WITH_STABILITY
+INSTANTIATE_TEST_SUITE_P(
+    Buckling, Schema,
+    ::testing::Values(OutputRow{"buckling", "buckling --format json examples/*.csv", 1},
+                      OutputRow{"buckling", "buckling --format json --continuity examples/continuous_beam.csv", 0},
+                      OutputRow{"buckling", "buckling --format json - < tests/report/not_held.csv", 1}));
+#endif
+
 INSTANTIATE_TEST_SUITE_P(
     Output, Schema,
     ::testing::Values(OutputRow{"check", "check --format json examples/*.csv", 0},
