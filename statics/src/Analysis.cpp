@@ -143,6 +143,8 @@ double SolveAxial(const PlaneLoads& loads, const std::vector<double>& breaks, st
         force -= along(j);
         pieces[j].right = force;
     }
+    for (std::size_t j = 0; j < pieces.size(); ++j)
+        pieces[j].bow = 0.5 * (loads.right[j] - loads.left[j]) * (breaks[j + 1] - breaks[j]);
     const double fromLeft = force;
     force = 0.0;
     for (std::size_t j = pieces.size(); j-- > hold;) {
@@ -237,6 +239,7 @@ void Response::Add(double factor, const Response& other)
     for (std::size_t i = 0; i < axial.size(); ++i) {
         axial[i].left += factor * other.axial[i].left;
         axial[i].right += factor * other.axial[i].right;
+        axial[i].bow += factor * other.axial[i].bow;
     }
     for (std::size_t i = 0; i < reactions.size(); ++i) {
         Reaction& r = reactions[i];
@@ -286,6 +289,15 @@ void Analysis::Prepare()
         if (load.shape != LoadShape::Distributed) load.to = load.from;
         load.to = std::min(load.to, m_beam.length);
         m_hasMinor = m_hasMinor || load.direction == Direction::Minor;
+    }
+    for (const Restraint& r : m_beam.restraints) {
+        const bool major = !r.holds.IsFree(CRestraint::MAJOR_SHEAR | CRestraint::MAJOR_ROTATION, true);
+        const bool minor = !r.holds.IsFree(CRestraint::MINOR_SHEAR | CRestraint::MINOR_ROTATION, true);
+        if (!major && !(minor && m_hasMinor)) continue;
+        CString note;
+        note.Format(L"the restraint from %s to %s carries no loads: supports alone do", format.Length(r.from),
+                    format.Length(r.to));
+        m_notes.push_back(note);
     }
     if (m_beam.supports.empty()) return;
     const auto before = [](const Support& a, const Support& b) { return a.at < b.at; };

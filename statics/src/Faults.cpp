@@ -78,9 +78,17 @@ private:
     {
         const Support& s = m_beam.supports[i];
         if (!IsInside(s.at)) Say(Part::Support, i, L"support at %s m: a place of the member is expected", s.at);
+        FindOfHold(Part::Support, i, s.holds);
         for (const double stiffness : {s.vertical, s.rotation, s.lateral, s.lateralRotation})
             if (!(std::isfinite(stiffness) && stiffness >= 0.0))
                 Say(Part::Support, i, L"stiffness %s: 0 (no spring) or a value above zero is expected", stiffness);
+    }
+
+    // Load heights come from the loads.
+    void FindOfHold(Part part, std::size_t i, const CRestraint& holds)
+    {
+        if (holds.LoadHeight() != 0.0 || holds.RefLoadHeight() != Steel::SHR_CENTRE)
+            Say(part, i, L"load height %s m of a restraint: give it with the load", holds.LoadHeight());
     }
 
     void FindOfHinge(std::size_t i)
@@ -108,6 +116,7 @@ private:
     void FindOfRestraint(std::size_t i)
     {
         const Restraint& r = m_beam.restraints[i];
+        FindOfHold(Part::Restraint, i, r.holds);
         if (!IsInside(r.from))
             Say(Part::Restraint, i, L"restraint from %s m: a place of the member is expected", r.from);
         if (!IsInside(r.to)) Say(Part::Restraint, i, L"restraint to %s m: a place of the member is expected", r.to);

@@ -59,7 +59,7 @@ struct Restraint {
 };
 
 /// Kinds of actions, as combinations tell them apart.
-enum class ActionKind { Permanent, Imposed, Snow, SnowAbove1000m, Wind, Temperature };
+enum class ActionKind { Permanent, Imposed, Snow, SnowAbove1000m, Wind };
 /// Categories of imposed loads, EN 1990 Table A1.1: A dwellings, B offices, C congregation, D shopping, E storage, F vehicles to 30 kN, G vehicles
 /// to 160 kN, H roofs.
 enum class Category { None, A, B, C, D, E, F, G, H };

@@ -89,10 +89,14 @@ private:
     double m_EI = 1.0;
 };
 
-/// Axial force at the ends of a piece, tension above zero; N.
+/// Axial force along a piece, tension above zero; N.
 struct AxialPiece {
     double left = 0.0;
     double right = 0.0;
+    double bow = 0.0; ///< half the change of the axial load along the piece
+
+    /// At a share of the piece's length, 0 to 1.
+    double At(double s) const { return (1.0 - s) * left + s * right + bow * s * (1.0 - s); }
 };
 
 } // namespace Keltrix::Statics
