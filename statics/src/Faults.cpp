@@ -32,7 +32,7 @@ public:
             FindOfRestraint(i);
         for (std::size_t i = 0; i < m_beam.cases.size(); ++i)
             if (m_beam.cases[i].bySpan && m_beam.cases[i].kind == ActionKind::Permanent)
-                Say(Part::Case, i, L"a permanent action acts on all spans, not span by span", 0.0);
+                Say(Part::Case, i, L"a permanent action acts on all spans, not span by span");
         for (std::size_t i = 0; i < m_beam.loads.size(); ++i)
             FindOfLoad(i);
         FindCloseNodes();
@@ -47,6 +47,7 @@ private:
         made.Format(text, m_format.NoDim(number));
         m_faults.push_back({part, index, made});
     }
+    void Say(Part part, std::size_t index, const wchar_t* text) { m_faults.push_back({part, index, text}); }
     bool IsInside(double x) const
     {
         const double tolerance = SAME_PLACE * m_beam.length;
