@@ -35,18 +35,6 @@ Largest LargestOf(const Line& line, double length)
     return {std::abs(line.Moments(0.0, length).Worst().value), std::abs(line.Shears(0.0, length).Worst().value)};
 }
 
-// Equal parts into which a piece is divided.
-int PartsOf(const Piece& piece, const Largest& largest)
-{
-    const double change = std::abs(piece.loadRight - piece.loadLeft);
-    const double h = piece.length;
-    if (change == 0.0) return 1;
-    const double byMoment = std::cbrt(PARABOLA_ERROR * change * h * h / (ALLOWED * largest.moment));
-    const double byShear = std::sqrt(change * h / 12.0 / (ALLOWED * largest.shear));
-    const double parts = std::ceil(std::max(byMoment, byShear));
-    return parts < MOST_PARTS ? std::max(1, static_cast<int>(parts)) : MOST_PARTS;
-}
-
 // End forces of a sub-span in one plane, textbook signs.
 struct Ends {
     double shearLeft = 0.0;
@@ -56,29 +44,55 @@ struct Ends {
     bool meanLoad = false; ///< the shears are those of the mean load
 };
 
-Ends EndsOf(const Line& line, std::size_t piece, double from, double to, const Largest& largest)
+// Between two places of a piece. Under a load that changes, shears that do not belong to the moments become those of the mean load.
+Ends EndsOf(const Piece& p, double from, double to)
 {
-    Ends ends;
-    if (line.IsEmpty()) return ends;
-    const Piece& p = line.Pieces()[piece];
-    ends = {p.ShearAt(from), p.ShearAt(to), p.MomentAt(from), p.MomentAt(to)};
+    Ends ends{p.ShearAt(from), p.ShearAt(to), p.MomentAt(from), p.MomentAt(to)};
+    if (p.loadLeft == p.loadRight) return ends;
     const double h = to - from;
     const double change = ends.momentRight - ends.momentLeft;
     const double scale = std::max({std::abs(ends.momentLeft), std::abs(ends.momentRight),
                                    (std::abs(ends.shearLeft) + std::abs(ends.shearRight)) * h / 8.0});
     const double byShears = 0.5 * (ends.shearLeft + ends.shearRight) * h;
-    if (p.loadLeft != p.loadRight && std::abs(change - byShears) > BALANCE * scale) {
-        const double half = 0.5 * (ends.shearLeft - ends.shearRight);
-        ends.shearLeft = change / h + half;
-        ends.shearRight = change / h - half;
-        ends.meanLoad = true;
-    }
-    // A zero that rounding has left of larger numbers is zero. It has no sign.
+    if (std::abs(change - byShears) <= BALANCE * scale) return ends;
+    const double half = 0.5 * (ends.shearLeft - ends.shearRight);
+    ends.shearLeft = change / h + half;
+    ends.shearRight = change / h - half;
+    ends.meanLoad = true;
+    return ends;
+}
+
+// Zeros that rounding has left of larger numbers. A zero has no sign.
+void Clean(const Largest& largest, Ends& ends)
+{
     for (double* const shear : {&ends.shearLeft, &ends.shearRight})
         if (std::abs(*shear) <= NOTHING * largest.shear) *shear = 0.0;
     for (double* const moment : {&ends.momentLeft, &ends.momentRight})
         if (std::abs(*moment) <= NOTHING * largest.moment) *moment = 0.0;
-    return ends;
+}
+
+int Whole(double parts) { return parts < MOST_PARTS ? std::max(1, static_cast<int>(std::ceil(parts))) : MOST_PARTS; }
+
+bool HasMeanLoad(const Piece& piece, int parts)
+{
+    const double h = piece.length / parts;
+    for (int k = 0; k < parts; ++k)
+        if (EndsOf(piece, k * h, (k + 1) * h).meanLoad) return true;
+    return false;
+}
+
+// Equal parts into which a piece is divided: for the sake of the moments, then until shears and moments belong together everywhere. Where they
+// never do, for the sake of the shears of mean loads.
+int PartsOf(const Piece& piece, const Largest& largest)
+{
+    const double change = std::abs(piece.loadRight - piece.loadLeft);
+    const double h = piece.length;
+    if (change == 0.0) return 1;
+    int parts = Whole(std::cbrt(PARABOLA_ERROR * change * h * h / (ALLOWED * largest.moment)));
+    const int byShears = Whole(std::sqrt(change * h / 12.0 / (ALLOWED * largest.shear)));
+    while (parts < byShears && HasMeanLoad(piece, parts))
+        ++parts;
+    return parts;
 }
 
 double Minus(double value) { return 0.0 - value; }
@@ -192,6 +206,14 @@ private:
         NoteDivision(meanLoads, member);
     }
 
+    static Ends EndsOf(const Line& line, std::size_t piece, double from, double to, const Largest& largest)
+    {
+        if (line.IsEmpty()) return {};
+        Ends ends = Statics::EndsOf(line.Pieces()[piece], from, to);
+        Clean(largest, ends);
+        return ends;
+    }
+
     void NoteDivision(int meanLoads, GeneratedMember& member) const
     {
         int divided = 0;
@@ -202,10 +224,10 @@ private:
         }
         if (divided == 0 && meanLoads == 0) return;
         CString note;
-        note.Format(L"%i lengths under loads that change along them are divided into up to %i parts: the parabola "
+        note.Format(L"%i %s under loads that change along them divided into up to %i parts: the parabola "
                     L"between two points "
                     L"errs by less than 0.1 %% of the largest moment",
-                    divided, most);
+                    divided, divided == 1 ? L"length" : L"lengths", most);
         if (meanLoads > 0) {
             CString more;
             more.Format(L"; %i of the parts have the shears of their mean load, within 0.1 %% of the largest shear",
