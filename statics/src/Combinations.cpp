@@ -27,10 +27,13 @@ public:
                 Add(rule, signs);
         Combinations combinations;
         for (std::size_t i = 0; i < m_made.size(); ++i) {
-            if (IsDominated(i))
+            if (IsDominated(i)) {
                 ++combinations.dropped;
-            else
-                combinations.list.push_back(std::move(m_made[i].combination));
+                continue;
+            }
+            Combination& kept = m_made[i].combination;
+            kept.name += L": " + NameOf(kept);
+            combinations.list.push_back(std::move(kept));
         }
         Note(rules, combinations);
         return combinations;
@@ -41,6 +44,7 @@ private:
         Combination combination;
         std::vector<double> factors; ///< of the units
         std::vector<double> forces;
+        std::size_t largest = 0; ///< place of the largest force
         bool dropped = false;
     };
 
@@ -79,7 +83,7 @@ private:
             else
                 AddVariable(term, signs, made.combination);
         }
-        made.combination.name = rule.name + L": " + NameOf(made.combination);
+        made.combination.name = rule.name;
         Measure(made);
         m_made.push_back(std::move(made));
     }
@@ -202,6 +206,9 @@ private:
             for (std::size_t i = 0; i < made.forces.size(); ++i)
                 made.forces[i] += made.factors[u] * m_forces[u][i];
         }
+        const auto smaller = [](double a, double b) { return std::abs(a) < std::abs(b); };
+        const auto largest = std::max_element(made.forces.begin(), made.forces.end(), smaller);
+        made.largest = static_cast<std::size_t>(largest - made.forces.begin());
     }
 
     bool IsDominated(std::size_t i)
@@ -220,13 +227,9 @@ private:
         if (a.combination.state != b.combination.state) return false;
         for (std::size_t u = 0; u < a.factors.size(); ++u)
             if (b.factors[u] != 0.0 && a.factors[u] == 0.0) return false;
-        double product = 0.0;
-        double square = 0.0;
-        for (std::size_t i = 0; i < a.forces.size(); ++i) {
-            product += a.forces[i] * b.forces[i];
-            square += a.forces[i] * a.forces[i];
-        }
-        const double k = square > 0.0 ? product / square : 0.0;
+        // The factor that its largest force would have.
+        const double largest = a.forces.empty() ? 0.0 : a.forces[a.largest];
+        const double k = largest != 0.0 ? b.forces[a.largest] / largest : 0.0;
         if (!(k >= 0.0 && k <= 1.0 + SAME)) return false;
         for (std::size_t i = 0; i < a.forces.size(); ++i)
             if (std::abs(b.forces[i] - k * a.forces[i]) > SAME) return false;
