@@ -404,6 +404,7 @@ void Analysis::Solve()
 
 Response Analysis::Of(const std::vector<Term>& terms) const
 {
+    if (!IsAnswered()) return {};
     Response sum = Zero();
     for (const Term& term : terms)
         for (const Unit& unit : m_units)

@@ -22,10 +22,15 @@ public:
 
     Combinations Expand(const std::vector<CombinationRule>& rules)
     {
-        for (const CombinationRule& rule : rules)
+        Combinations combinations;
+        for (const CombinationRule& rule : rules) {
+            if (!HasItsCases(rule)) {
+                combinations.notes.push_back(rule.name + L": left out, because it names a case that the beam has not");
+                continue;
+            }
             for (const Signs& signs : SignsFor(rule))
                 Add(rule, signs);
-        Combinations combinations;
+        }
         for (std::size_t i = 0; i < m_made.size(); ++i) {
             if (IsDominated(i)) {
                 ++combinations.dropped;
@@ -49,6 +54,11 @@ private:
     };
 
     static bool HasChoice(const RuleTerm& term) { return term.unfavourable != term.favourable; }
+    bool HasItsCases(const CombinationRule& rule) const
+    {
+        return std::all_of(rule.terms.begin(), rule.terms.end(),
+                           [&](const RuleTerm& term) { return term.caseIndex < m_beam.cases.size(); });
+    }
     bool IsPermanent(const RuleTerm& term) const { return m_beam.cases[term.caseIndex].kind == ActionKind::Permanent; }
 
     // Signs with 0 where a rule has no choice.
@@ -239,8 +249,9 @@ private:
     void Note(const std::vector<CombinationRule>& rules, Combinations& combinations) const
     {
         const bool choice = std::any_of(rules.begin(), rules.end(), [&](const CombinationRule& rule) {
-            return std::any_of(rule.terms.begin(), rule.terms.end(),
-                               [&](const RuleTerm& term) { return IsPermanent(term) && HasChoice(term); });
+            return HasItsCases(rule) && std::any_of(rule.terms.begin(), rule.terms.end(), [&](const RuleTerm& term) {
+                       return IsPermanent(term) && HasChoice(term);
+                   });
         });
         if (choice)
             combinations.notes.push_back(

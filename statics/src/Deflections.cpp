@@ -12,7 +12,8 @@ std::vector<Term> TermsOf(const Combination& combination, const DeflectionLimit&
     if (limit.counted == Counted::Total) return combination.terms;
     std::vector<Term> terms;
     for (const Term& term : combination.terms)
-        if (beam.cases[term.caseIndex].kind != ActionKind::Permanent) terms.push_back(term);
+        if (term.caseIndex < beam.cases.size() && beam.cases[term.caseIndex].kind != ActionKind::Permanent)
+            terms.push_back(term);
     return terms;
 }
 
@@ -55,6 +56,7 @@ std::vector<DeflectionCheck> CheckDeflections(const Analysis& analysis, const st
 {
     const std::vector<Span>& spans = analysis.Spans();
     std::vector<DeflectionCheck> checks;
+    if (!analysis.IsAnswered()) return checks;
     for (std::size_t l = 0; l < limits.size(); ++l) {
         const DeflectionLimit& limit = limits[l];
         const std::size_t first = checks.size();

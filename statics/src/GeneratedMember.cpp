@@ -247,7 +247,8 @@ private:
             if (!bySpan || term.spans.empty()) return true;
             for (std::size_t i = 0; i < m_analysis.Spans().size(); ++i) {
                 const Span& span = m_analysis.Spans()[i];
-                if (term.spans[i] && from >= span.from - 1e-9 * m_beam.length && to <= span.to + 1e-9 * m_beam.length)
+                if (term.ActsOn(static_cast<int>(i)) && from >= span.from - 1e-9 * m_beam.length &&
+                    to <= span.to + 1e-9 * m_beam.length)
                     return true;
             }
         }

@@ -376,7 +376,21 @@ TEST(OwnTables, FactorsByCaseAndFavourableOnesOfVariableLoads)
                                             "own: 1.2 Dead + 1.5 Imposed on span 2 + 0.5 Imposed on span 1"));
 }
 
-// The smaller load acts higher: it stays, although its forces are a share of the others'.
+TEST(OwnTables, ARuleWithoutItsCasesIsLeftOutAndToldOf)
+{
+    const Analysis analysis(FloorBeam({8.0}));
+    CombinationRule rule;
+    rule.name = L"own";
+    rule.terms = {{0, 1.2, 1.2, L"client"}, {7, 1.5, 0.0, L"client"}};
+    const Combinations c = Expand(analysis, {rule});
+    EXPECT_TRUE(c.list.empty());
+    ASSERT_FALSE(c.notes.empty());
+    EXPECT_EQ(*c.notes[0].ToUtf8(), "own: left out, because it names a case that the beam has not");
+    // A term's list of spans may be short.
+    EXPECT_EQ(analysis.Of({{1, 1.0, {false}}}).major.Moment(4.0, Side::Left), 0.0);
+}
+
+// The smaller load stays, although its forces are a share of the other's: what comes with it, such as its height, does not.
 TEST(MinimalSets, ALoadThatTheOtherHasNotStays)
 {
     Beam beam = Continuous({6.0});

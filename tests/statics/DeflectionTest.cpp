@@ -75,6 +75,16 @@ TEST(Deflections, WithoutACombinationNothingIsChecked)
     EXPECT_TRUE(std::isnan(checks[0].utilisation));
 }
 
+TEST(Deflections, WithoutAnAnswerNothingIsChecked)
+{
+    const Analysis analysis(Single(9.0, PINNED, 0));
+    Combination all;
+    all.state = LimitState::Serviceability;
+    all.terms = {{0, 1.0, {}}};
+    EXPECT_FALSE(analysis.Spans().empty());
+    EXPECT_TRUE(CheckDeflections(analysis, {all}, DeflectionLimitsOf(Basis::BS5950, true)).empty());
+}
+
 // A span of 6 m with an overhang of 2 m, 10 kN at its tip: P a² (L + a)/3EI down there; the span rises by P a L²/(9√3 EI). With the span loaded alone, the tip
 // rises by W L³ a/24EI.
 TEST(Deflections, OverhangsFromTheirSupportsAndSpansFromTheirChords)

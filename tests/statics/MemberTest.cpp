@@ -317,6 +317,8 @@ TEST(Members, OfABeamWithoutAnAnswerThereAreNone)
 {
     const Analysis analysis(Single(6.0, PINNED, 0));
     EXPECT_TRUE(MakeMembers(analysis, {Combination()}).empty());
+    EXPECT_TRUE(analysis.OfCase(0).major.IsEmpty());
+    EXPECT_TRUE(Analysis(Plain(NAN)).OfCase(0).reactions.empty());
     EXPECT_TRUE(Expand(analysis, {CombinationRule()}).list.empty());
 }
 

@@ -56,7 +56,13 @@ struct Term {
     double factor = 0.0;
     std::vector<bool> spans;
 
-    bool ActsOn(int span) const { return span < 0 || spans.empty() || spans[static_cast<std::size_t>(span)]; }
+    /// A span beyond the list is not loaded. Every term acts on what has no span of its own (-1).
+    bool ActsOn(int span) const
+    {
+        if (span < 0 || spans.empty()) return true;
+        const auto place = static_cast<std::size_t>(span);
+        return place < spans.size() && spans[place];
+    }
 };
 
 /// A motion that nothing resists: displacement at places of the member, linear in between; the largest is 1 m.
@@ -91,6 +97,7 @@ public:
     const std::vector<Span>& Spans() const { return m_spans; }
     const std::vector<Unit>& Units() const { return m_units; }
 
+    /// Without an answer both are empty.
     Response OfCase(std::size_t caseIndex) const { return Of({{caseIndex, 1.0, {}}}); }
     /// Sum of the cases with their factors, on the spans given. Cases that are not by span act as a whole.
     Response Of(const std::vector<Term>& terms) const;

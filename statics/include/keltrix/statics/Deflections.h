@@ -46,7 +46,7 @@ struct DeflectionCheck {
 
 /// Deflections against limits, for each limit each span to which it applies. Deflections upwards count like those downwards. `camber` is the
 /// rise of each span at its middle before any load, m, a parabola between its supports; spans beyond the list, and overhangs,
-/// have none.
+/// have none. Of a beam without an answer nothing is checked.
 KELTRIX_STATICS_API std::vector<DeflectionCheck> CheckDeflections(const Analysis& analysis,
                                                                   const std::vector<Combination>& combinations,
                                                                   const std::vector<DeflectionLimit>& limits,
