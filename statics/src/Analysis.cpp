@@ -156,6 +156,46 @@ double SolveAxial(const PlaneLoads& loads, const std::vector<double>& breaks, st
     return fromLeft - force - loads.force[hold];
 }
 
+void AddSelfWeight(Beam& beam, std::vector<CString>& notes)
+{
+    const CDesFormat format;
+    const auto first = std::find_if(beam.cases.begin(), beam.cases.end(),
+                                    [](const Case& c) { return c.kind == ActionKind::Permanent; });
+    const auto index = static_cast<std::size_t>(first - beam.cases.begin());
+    if (first == beam.cases.end()) {
+        Case made;
+        made.name = L"Self weight";
+        beam.cases.push_back(made);
+    }
+    beam.loads.push_back(UniformLoad(index, beam.section.mass * GRAVITY));
+    CString note;
+    note.Format(L"self weight of %s kg/m, %s for each metre, acts in the case %s", format.NoDim(beam.section.mass),
+                format.Force(beam.section.mass * GRAVITY), beam.cases[index].name);
+    notes.push_back(note);
+}
+
+// Holds that carry no loads, although one could think so.
+void NoteHolds(const Beam& beam, bool hasMinor, std::vector<CString>& notes)
+{
+    const CDesFormat format;
+    CString note;
+    for (const Restraint& r : beam.restraints) {
+        const bool major = !r.holds.IsFree(CRestraint::MAJOR_SHEAR | CRestraint::MAJOR_ROTATION, true);
+        const bool minor = !r.holds.IsFree(CRestraint::MINOR_SHEAR | CRestraint::MINOR_ROTATION, true);
+        if (!major && !(minor && hasMinor)) continue;
+        note.Format(L"the restraint from %s to %s carries no loads: supports alone do", format.Length(r.from),
+                    format.Length(r.to));
+        notes.push_back(note);
+    }
+    for (const Support& s : beam.supports) {
+        if (s.rotation > 0.0 || s.holds.IsRestrained(CRestraint::MAJOR_ROTATION, true)) continue;
+        if (!s.holds.IsRestrained(CRestraint::MAJOR_ROTATION_PART, false)) continue;
+        note.Format(L"the partial hold of rotation at %s has no stiffness: forces are those of a hinged support",
+                    format.Length(s.at));
+        notes.push_back(note);
+    }
+}
+
 // A unit's response from its loads. `zero` is a response without forces, with its breaks and reactions.
 Response Respond(const UnitLoads& loads, const Plane& major, const Plane* minor, const Response& zero,
                  const std::vector<double>& breaks, std::size_t axialHold)
@@ -268,49 +308,16 @@ Analysis::Analysis(Beam beam) : m_beam(std::move(beam))
 // The beam as it is analysed.
 void Analysis::Prepare()
 {
-    const CDesFormat format;
-    if (m_beam.selfWeight) {
-        const auto first = std::find_if(m_beam.cases.begin(), m_beam.cases.end(),
-                                        [](const Case& c) { return c.kind == ActionKind::Permanent; });
-        const auto index = static_cast<std::size_t>(first - m_beam.cases.begin());
-        if (first == m_beam.cases.end()) {
-            Case made;
-            made.name = L"Self weight";
-            m_beam.cases.push_back(made);
-        }
-        m_beam.loads.push_back(UniformLoad(index, m_beam.section.mass * GRAVITY));
-        CString note;
-        note.Format(L"self weight of %s kg/m, %s for each metre, acts in the case %s",
-                    format.NoDim(m_beam.section.mass), format.Force(m_beam.section.mass * GRAVITY),
-                    m_beam.cases[index].name);
-        m_notes.push_back(note);
-    }
+    if (m_beam.selfWeight) AddSelfWeight(m_beam, m_notes);
     for (Load& load : m_beam.loads) {
         if (load.shape != LoadShape::Distributed) load.to = load.from;
         load.to = std::min(load.to, m_beam.length);
         m_hasMinor = m_hasMinor || load.direction == Direction::Minor;
     }
-    for (const Restraint& r : m_beam.restraints) {
-        const bool major = !r.holds.IsFree(CRestraint::MAJOR_SHEAR | CRestraint::MAJOR_ROTATION, true);
-        const bool minor = !r.holds.IsFree(CRestraint::MINOR_SHEAR | CRestraint::MINOR_ROTATION, true);
-        if (!major && !(minor && m_hasMinor)) continue;
-        CString note;
-        note.Format(L"the restraint from %s to %s carries no loads: supports alone do", format.Length(r.from),
-                    format.Length(r.to));
-        m_notes.push_back(note);
-    }
-    if (m_beam.supports.empty()) return;
     const auto before = [](const Support& a, const Support& b) { return a.at < b.at; };
     std::stable_sort(m_beam.supports.begin(), m_beam.supports.end(), before);
-    if (!m_beam.axiallyHeldAt) m_beam.axiallyHeldAt = m_beam.supports.front().at;
-    for (const Support& s : m_beam.supports)
-        if (s.rotation == 0.0 && s.holds.IsRestrained(CRestraint::MAJOR_ROTATION_PART, false) &&
-            !s.holds.IsRestrained(CRestraint::MAJOR_ROTATION, true)) {
-            CString note;
-            note.Format(L"the partial hold of rotation at %s has no stiffness: forces are those of a hinged support",
-                        format.Length(s.at));
-            m_notes.push_back(note);
-        }
+    if (!m_beam.axiallyHeldAt && !m_beam.supports.empty()) m_beam.axiallyHeldAt = m_beam.supports.front().at;
+    NoteHolds(m_beam, m_hasMinor, m_notes);
 }
 
 void Analysis::FindBreaks()

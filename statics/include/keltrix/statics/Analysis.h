@@ -71,9 +71,10 @@ struct FreeMotion {
     std::vector<std::array<double, 2>> samples; ///< place, displacement
 };
 
-/// First-order statics of a beam by direct stiffness (Euler-Bernoulli: no shear deformation, no effect of axial force on bending). Supports, hinges and ends are the
-/// nodes; end forces of the lengths in between come from the loads exactly. Each such length is in equilibrium by construction; rounding enters
-/// the compatibility alone. Axial forces are those of one axial hold.
+/// First-order statics of a beam by direct stiffness (Euler-Bernoulli: no shear deformation, no effect of axial force
+/// on bending). Supports, hinges and ends are the nodes; end forces of the lengths in between come from the loads
+/// exactly. Each such length is in equilibrium by construction; rounding enters the compatibility alone. Axial forces
+/// are those of one axial hold.
 ///
 /// A beam with faults or with a motion that nothing holds is not answered, and has a reason.
 class KELTRIX_STATICS_API Analysis {

@@ -9,11 +9,12 @@
 #include "keltrix/statics/Export.h"
 #include "keltrix/steel/MemberLayout.h"
 
-/// Beams and columns as an engineer knows them: spans, supports, restraints, and loads by case. SI units: m, N, N·m, kg, radians.
+/// Beams and columns as an engineer knows them: spans, supports, restraints, and loads by case. SI units: m, N, N·m,
+/// kg, radians.
 ///
-/// x runs along the member from its left (or lower) end, z up across it, y to the left of somebody who looks along x. A load is
-/// above zero downwards (against z), along y, or along x; a moment is above zero about y, which is clockwise with x to the right
-/// and z up, or about z.
+/// x runs along the member from its left (or lower) end, z up across it, y to the left of somebody who looks along x. A
+/// load is above zero downwards (against z), along y, or along x; a moment is above zero about y, which is clockwise
+/// with x to the right and z up, or about z.
 namespace Keltrix::Statics {
 
 /// Standard acceleration of fall that turns masses into loads, m/s².
@@ -30,10 +31,11 @@ struct Section {
     double bottomFlange = std::numeric_limits<double>::quiet_NaN();
 };
 
-/// A place that is held. The restraint says how: MAJOR_SHEAR against moving up and down, MAJOR_ROTATION against rotation about the
-/// major axis; MINOR_SHEAR and MINOR_ROTATION likewise for loads across. All bits go to the member's point as they are, and
-/// count for loads as their closure does. A stiffness above zero takes the place of the rigid hold; partial rotational bits without one hold no
-/// rotation. Several supports at one place count together, the larger stiffness of each kind.
+/// A place that is held. The restraint says how: MAJOR_SHEAR against moving up and down, MAJOR_ROTATION against
+/// rotation about the major axis; MINOR_SHEAR and MINOR_ROTATION likewise for loads across. All bits go to the member's
+/// point as they are, and count for loads as their closure does. A stiffness above zero takes the place of the rigid
+/// hold; partial rotational bits without one hold no rotation. Several supports at one place count together, the larger
+/// stiffness of each kind.
 struct Support {
     double at = 0.0;
     Steel::CRestraint holds = Steel::CRestraint(Steel::CRestraint::PINNED, Steel::SHR_CENTRE, 0.0);
@@ -58,10 +60,10 @@ struct Restraint {
     Steel::CRestraint holds;
 };
 
-/// Kinds of actions, as combinations tell them apart.
+/// Kinds of actions, as combinations distinguish them.
 enum class ActionKind { Permanent, Imposed, Snow, SnowAbove1000m, Wind };
-/// Categories of imposed loads, EN 1990 Table A1.1: A dwellings, B offices, C congregation, D shopping, E storage, F vehicles to 30 kN, G vehicles
-/// to 160 kN, H roofs.
+/// Categories of imposed loads, EN 1990 Table A1.1: A dwellings, B offices, C congregation, D shopping, E storage, F
+/// vehicles to 30 kN, G vehicles to 160 kN, H roofs.
 enum class Category { None, A, B, C, D, E, F, G, H };
 
 /// Loads that come and go together.
@@ -102,12 +104,14 @@ KELTRIX_STATICS_API Load PointLoad(std::size_t caseIndex, double force, double a
 KELTRIX_STATICS_API Load MomentLoad(std::size_t caseIndex, double moment, double at,
                                     Direction direction = Direction::Major);
 
-/// Reaction of a beam on a column, downwards, with an eccentricity in the plane of bending: a force straight down and a moment, clockwise (about z) for an
-/// eccentricity above zero.
+/// Reaction of a beam on a column, downwards, with an eccentricity in the plane of bending: a force straight down and a
+/// moment. An eccentricity above zero is against z, to the right of a column whose x goes up, and the moment then
+/// clockwise; in the minor plane it is along y, and the moment about z.
 KELTRIX_STATICS_API std::vector<Load> EccentricReaction(std::size_t caseIndex, double reaction, double at,
                                                         double eccentricity, Direction plane = Direction::Major);
-/// Nominal eccentricity of the reaction of a simply supported beam from the column's centre line, m: 100 mm from the face of the column
-/// (BS 5950-1:2000, 4.7.7). `faceDistance` is half the depth, or for a connection to the web half the web's thickness.
+/// Nominal eccentricity of the reaction of a simply supported beam from the column's centre line, m: 100 mm from the
+/// face of the column (BS 5950-1:2000, 4.7.7). `faceDistance` is half the depth, or for a connection to the web half
+/// the web's thickness.
 KELTRIX_STATICS_API double NominalEccentricity(double faceDistance);
 
 /// A straight prismatic member in one line with its loads.
@@ -120,7 +124,8 @@ struct Beam {
     std::vector<Restraint> restraints;
     std::vector<Case> cases;
     std::vector<Load> loads;
-    /// The weight of the section acts in the first permanent case, or in a case "Self weight" of its own where there is none.
+    /// The weight of the section acts in the first permanent case, or in a case "Self weight" of its own where there is
+    /// none.
     bool selfWeight = true;
     /// The place that takes axial loads; without one the first support.
     std::optional<double> axiallyHeldAt;
@@ -133,16 +138,18 @@ KELTRIX_STATICS_API void SetSpans(Beam& beam, const std::vector<double>& spans,
 /// The part of a beam that a fault is in.
 enum class Part { Beam, Section, Support, Hinge, Restraint, Case, Load };
 
-/// What is wrong with a beam: the part, its place in the beam's vector, and a sentence with what was found and what is expected.
+/// What is wrong with a beam: the part, its place in the beam's vector, and a sentence with what was found and what is
+/// expected.
 struct Fault {
     Part part = Part::Beam;
     std::size_t index = 0;
     CString text;
 };
 
-/// Everything that keeps a beam from being analysed, except motions that nothing holds: numbers that are not finite, places
-/// outside the member, loads of cases that do not exist, hinges at ends, at each other or at held rotations, moments at hinges, torsion, load heights from
-/// unknown flanges, places so close together (below 1e-4 of the length) that no stiffness lies between them. Empty for a sound beam.
+/// Everything that keeps a beam from being analysed, except motions that nothing holds: numbers that are not finite,
+/// places outside the member, loads of cases that do not exist, hinges at ends, at each other or at held rotations,
+/// moments at hinges, torsion, load heights from unknown flanges, places so close together (below 1e-4 of the length)
+/// that no stiffness lies between them. Empty for a sound beam.
 KELTRIX_STATICS_API std::vector<Fault> FindFaults(const Beam& beam);
 
 } // namespace Keltrix::Statics

@@ -62,9 +62,10 @@ KELTRIX_STATICS_API Psi PsiOf(Basis basis, ActionKind kind, Category category);
 
 /// The rules of a standard for the cases of a beam, ultimate first, then serviceability.
 ///
-/// All permanent cases come from one source and share one factor (EN 1990 Table A1.2(B), note 3). Imposed cases act together; those of one
-/// category are one action, which leads or accompanies as a whole. Snow cases are alternatives to each other, as are wind cases. With imposed loads of
-/// category H neither snow nor wind acts (EN 1991-1-1, 3.3.2(1)).
+/// All permanent cases come from one source and share one factor (EN 1990 Table A1.2(B), note 3). Imposed cases act
+/// together; those of one category are one action, which leads or accompanies as a whole. Snow cases are alternatives
+/// to each other, as are wind cases. With imposed loads of category H neither snow nor wind acts (EN 1991-1-1,
+/// 3.3.2(1)).
 KELTRIX_STATICS_API std::vector<CombinationRule> MakeRules(const Beam& beam, const RuleOptions& options);
 
 struct Combinations {
@@ -73,15 +74,16 @@ struct Combinations {
     std::vector<CString> notes;
 };
 
-/// Combinations that follow from rules: each variable case (each span of a case that acts by span) acts or does not, and
-/// the permanent cases have one of their two factors.
+/// Combinations that follow from rules: each variable case (each span of a case that acts by span) acts or does not,
+/// and the permanent cases have one of their two factors.
 ///
-/// Found are those that give the largest or the smallest moment, shear, axial force, reaction or deflection from the chord of a span anywhere: the
-/// envelope over them is that over all subsets of spans. Everything at once, and the permanent loads alone, are always among them. For checks that depend on more than
-/// these (interaction, the shape of a diagram) subsets that are not among them can govern.
+/// Found are those that give the largest or the smallest moment, shear, axial force, reaction or deflection from the
+/// chord of a span anywhere: the envelope over them is that over all subsets of spans. Everything at once, and the
+/// permanent loads alone, are always among them. For checks that depend on more than these (interaction, the shape of a
+/// diagram) subsets that are not among them can govern.
 ///
-/// Left out are combinations whose forces are those of another one of the same limit state, times a factor of at most 1, with no load that
-/// the other one has not.
+/// Left out are combinations whose forces are those of another one of the same limit state, times a factor of at most
+/// 1, with no load that the other one has not.
 KELTRIX_STATICS_API Combinations Expand(const Analysis& analysis, const std::vector<CombinationRule>& rules);
 
 } // namespace Keltrix::Statics

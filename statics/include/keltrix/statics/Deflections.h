@@ -27,8 +27,9 @@ struct DeflectionLimit {
     bool minor = false;         ///< deflection across the web
 };
 
-/// Limits that a standard gives for beams: BS 5950-1:2000 Table 8, UK National Annex to EN 1993-1-1, NA.2.23, both for variable loads alone: span/360 with a
-/// brittle finish and span/200 otherwise, length/180 of cantilevers. EN 1993-1-1, 7.2.1 gives none.
+/// Limits that a standard gives for beams: BS 5950-1:2000 Table 8, UK National Annex to EN 1993-1-1, NA.2.23, both for
+/// variable loads alone: span/360 with a brittle finish and span/200 otherwise, length/180 of cantilevers. EN 1993-1-1,
+/// 7.2.1 gives none.
 KELTRIX_STATICS_API std::vector<DeflectionLimit> DeflectionLimitsOf(Basis basis, bool brittleFinish);
 
 /// A limit on a span, with the combination in which the deflection is largest.
@@ -44,9 +45,9 @@ struct DeflectionCheck {
     bool IsEvaluated() const { return combination >= 0; }
 };
 
-/// Deflections against limits, for each limit each span to which it applies. Deflections upwards count like those downwards. `camber` is the
-/// rise of each span at its middle before any load, m, a parabola between its supports; spans beyond the list, and overhangs,
-/// have none. Of a beam without an answer nothing is checked.
+/// Deflections against limits, for each limit each span to which it applies. Deflections upwards count like those
+/// downwards. `camber` is the rise of each span at its middle before any load, m, a parabola between its supports;
+/// spans beyond the list, and overhangs, have none. Of a beam without an answer nothing is checked.
 KELTRIX_STATICS_API std::vector<DeflectionCheck> CheckDeflections(const Analysis& analysis,
                                                                   const std::vector<Combination>& combinations,
                                                                   const std::vector<DeflectionLimit>& limits,

@@ -7,8 +7,8 @@
 
 namespace Keltrix::Statics {
 
-/// A length without any change of load, by its state at the left end. With t from the left end and the load q linear from loadLeft to
-/// loadRight: shear' = -q, moment' = shear, EI deflection'' = -moment. Moments sag above zero.
+/// A length without any change of load, by its state at the left end. With t from the left end and the load q linear
+/// from loadLeft to loadRight: shear' = -q, moment' = shear, EI deflection'' = -moment. Moments sag above zero.
 struct Piece {
     double start = 0.0;
     double length = 0.0;
@@ -43,8 +43,8 @@ struct Extremes {
 /// Side of a place where a quantity may jump.
 enum class Side { Left, Right };
 
-/// A straight reference with a parabola on it, from which deflections count: the values at two places and the rise of the parabola above
-/// the straight line at the middle (zero at both places).
+/// A straight reference with a parabola on it, from which deflections count: the values at two places and the rise of
+/// the parabola above the straight line at the middle (zero at both places).
 struct Reference {
     double from = 0.0;
     double to = 0.0;
@@ -55,8 +55,8 @@ struct Reference {
     KELTRIX_STATICS_API double At(double x) const;
 };
 
-/// Shears, moments and deflections of a member in one plane, exact between breaks: polynomials of second, third and fifth degree. Extremes come from
-/// the zeros of the derivatives. A line without pieces is zero everywhere.
+/// Shears, moments and deflections of a member in one plane, exact between breaks: polynomials of second, third and
+/// fifth degree. Extremes come from the zeros of the derivatives. A line without pieces is zero everywhere.
 class KELTRIX_STATICS_API Line {
 public:
     Line() = default;
