@@ -258,6 +258,19 @@ TEST(ClosedForms, Springs)
     }
 }
 
+// Several holds at one place: the stiffer spring, and a rigid hold beside a spring.
+TEST(ClosedForms, HoldsAtOnePlace)
+{
+    Beam beam = Continuous({8.0, 8.0});
+    beam.supports[1].vertical = 2e6;
+    const double stiff = With(beam, {UniformLoad(0, W)}).reactions[1].vertical;
+    beam.supports.push_back(beam.supports[1]);
+    beam.supports.back().vertical = 1e5;
+    ExpectClose(With(beam, {UniformLoad(0, W)}).reactions[1].vertical, stiff);
+    beam.supports.back().vertical = 0.0;
+    ExpectClose(With(beam, {UniformLoad(0, W)}).reactions[1].vertical, 1.25 * W * L);
+}
+
 // A rafter at 30°: 0.866 of its weight bends it, half of it goes along it to the lower end.
 TEST(ClosedForms, Inclined)
 {

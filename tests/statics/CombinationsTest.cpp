@@ -390,6 +390,27 @@ TEST(OwnTables, ARuleWithoutItsCasesIsLeftOutAndToldOf)
     EXPECT_EQ(analysis.Of({{1, 1.0, {false}}}).major.Moment(4.0, Side::Left), 0.0);
 }
 
+// A load by span is divided at the supports, and a force on a support is there once.
+TEST(Units, AddUpToTheirCase)
+{
+    Beam beam = FloorBeam({8.0, 8.0});
+    beam.length = 18.0;
+    beam.loads = {PointLoad(1, 50e3, 8.0), PointLoad(1, 20e3, 16.0), TrapezoidalLoad(1, 2.0, 3e3, 18.0, 19e3)};
+    const Analysis analysis(beam);
+    ASSERT_EQ(analysis.Units().size(), 3U);
+    Beam whole = beam;
+    whole.cases[1].bySpan = false;
+    const Response sum = analysis.OfCase(1);
+    const Response once = Analysis(whole).OfCase(1);
+    double total = 0.0;
+    for (std::size_t i = 0; i < once.reactions.size(); ++i) {
+        ExpectClose(sum.reactions[i].vertical, once.reactions[i].vertical);
+        total += sum.reactions[i].vertical;
+    }
+    ExpectClose(total, 50e3 + 20e3 + 11e3 * 16.0);
+    ExpectClose(sum.major.Moment(8.0, Side::Left), once.major.Moment(8.0, Side::Left));
+}
+
 // The smaller load stays, although its forces are a share of the other's: what comes with it, such as its height, does not.
 TEST(MinimalSets, ALoadThatTheOtherHasNotStays)
 {

@@ -109,6 +109,27 @@ TEST(Deflections, OverhangsFromTheirSupportsAndSpansFromTheirChords)
     ExpectClose(Check(beam, Basis::BS5950, DeflectionLimitsOf(Basis::BS5950, false))[0].deflection, -up, 1e-9);
 }
 
+// The same seen from its other end, on springs: the tip on the left is measured from its own support, and no camber counts for it.
+TEST(Deflections, AnOverhangOnTheLeft)
+{
+    Beam beam = Plain(8.0);
+    beam.supports = {Held(2.0, PINNED), Held(8.0, PINNED)};
+    beam.supports[0].vertical = beam.supports[1].vertical = 1e6;
+    beam.loads = {PointLoad(0, 10e3, 0.0)};
+    const Analysis analysis(beam);
+    const Combination all{L"all", L"", LimitState::Serviceability, {{0, 1.0, {}}}, {}};
+    DeflectionLimit limit;
+    limit.spanRatio = 200.0;
+    limit.overhangRatio = 180.0;
+    const auto checks = CheckDeflections(analysis, {all}, {limit}, {0.5, 0.0});
+    ASSERT_EQ(checks.size(), 2U);
+    // Reactions of 10 x 8/6 and -10 x 2/6 kN sink by 13.33 mm and rise by 3.33 mm: the tip goes down by a third of the difference more.
+    const double sinks = 10e3 * 8.0 / 6.0 / 1e6;
+    const double rises = 10e3 * 2.0 / 6.0 / 1e6;
+    ExpectClose(checks[0].deflection, 10e3 * 4.0 * 8.0 / (3.0 * EI) + (sinks + rises) / 3.0, 1e-10);
+    ExpectClose(checks[1].deflection, -10e3 * 2.0 * 36.0 / (9.0 * std::sqrt(3.0) * EI), 1e-10);
+}
+
 TEST(Deflections, AcrossTheWeb)
 {
     Beam beam = Single(6.0, PINNED, PINNED);
