@@ -77,9 +77,6 @@ std::vector<Node> NodesOf(const Beam& beam, const std::vector<double>& breaks, b
     for (std::size_t i = 0; i < breaks.size(); ++i) {
         if (!used[i]) continue;
         at[i].place = i;
-        // A rigid hold beside a spring at the same place holds.
-        if (at[i].held) at[i].spring = 0.0;
-        if (at[i].rotationHeld) at[i].rotationSpring = 0.0;
         const bool end = i == 0 || i + 1 == breaks.size();
         if (end || at[i].Supports() || at[i].HoldsRotation() || at[i].hinge) nodes.push_back(at[i]);
     }
