@@ -12,14 +12,15 @@
 
 #include <CLI/CLI.hpp>
 
-#include "CodeModule.h"
-#include "DesignCodes.h"
-#include "Output.h"
-#include "SectionCatalogue.h"
-#include "TerminalWidth.h"
-#include "Text.h"
+#include "check/DesignCodes.h"
 #include "commands/CodeCommands.h"
 #include "commands/Commands.h"
+#include "io/CodeModule.h"
+#include "io/Input.h"
+#include "io/Output.h"
+#include "io/TerminalWidth.h"
+#include "sections/SectionCatalogue.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -494,7 +495,7 @@ ExitCode Run(int argc, char** argv, Messages& messages)
                     [&](std::string_view message) { messages.Put(message); },
                     {}};
     if (TerminalShowsProgress()) console.progress = PutProgress;
-    if (!shared.catalogue.empty()) AddCatalogueFile(shared.catalogue, std::cin);
+    if (!shared.catalogue.empty()) AddCatalogue(shared.catalogue, ReadBytes(shared.catalogue, std::cin));
     return commands.at(app.get_subcommands().front())(console);
 }
 

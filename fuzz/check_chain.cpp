@@ -7,13 +7,13 @@
 #include <string>
 #include <vector>
 
-#include "Failure.h"
 #include "Fuzz.h"
-#include "Text.h"
 #include "commands/CheckFindings.h"
+#include "io/Failure.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
 #include "report/HtmlReader.h"
 #include "report/HtmlReport.h"
+#include "text/Text.h"
 
 using namespace Keltrix;
 using namespace Keltrix::App;
@@ -21,7 +21,7 @@ using namespace Keltrix::App;
 namespace {
 
 // The member as the standard's own class.
-const Keltrix::BS5950::CSteelMemberBS5950& StandardOf(const Keltrix::App::CheckedMember& checked)
+const Keltrix::BS5950::CSteelMemberBS5950& StandardOf(const Keltrix::Host::CheckedMember& checked)
 {
     return dynamic_cast<const Keltrix::BS5950::CSteelMemberBS5950&>(*checked.coded);
 }

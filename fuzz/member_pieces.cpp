@@ -7,8 +7,9 @@
 
 #include <sstream>
 
-#include "Failure.h"
 #include "Fuzz.h"
+#include "io/Failure.h"
+#include "io/Input.h"
 #include "keltrix/platform/KxUtil.h"
 
 using namespace Keltrix;
@@ -22,7 +23,7 @@ std::optional<Trial::PieceFindings> OfWhole(std::string_view bytes)
     std::istringstream in{std::string(bytes)};
     Trial::PieceFindings findings;
     try {
-        findings.Add(MemberFile::Read("-", in));
+        findings.Add(MemberFile(ReadText("-", in)));
     } catch (const BadInput&) {
         return std::nullopt;
     }

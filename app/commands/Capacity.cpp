@@ -2,10 +2,10 @@
 #include <charconv>
 #include <cmath>
 
-#include "Json.h"
-#include "SectionCatalogue.h"
-#include "Text.h"
 #include "commands/CodeCommands.h"
+#include "sections/SectionCatalogue.h"
+#include "text/Json.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 

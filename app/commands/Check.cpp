@@ -1,10 +1,10 @@
 #include <algorithm>
 
-#include "Progress.h"
-#include "ReportKey.h"
-#include "Workers.h"
+#include "check/ReportKey.h"
 #include "commands/CheckFindings.h"
 #include "commands/CheckJobs.h"
+#include "io/Progress.h"
+#include "stream/Workers.h"
 
 namespace Keltrix::App {
 

@@ -1,8 +1,8 @@
 #include "commands/CheckFindings.h"
 
-#include "Markup.h"
-#include "Text.h"
 #include "report/MemberSheet.h"
+#include "text/Markup.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 

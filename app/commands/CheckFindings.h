@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-#include "CheckedMember.h"
+#include "check/CheckedMember.h"
 #include "commands/CodeCommands.h"
-#include "commands/EachMember.h"
+#include "stream/EachMember.h"
 
 namespace Keltrix::App {
 

@@ -6,7 +6,8 @@
 #include <memory>
 #include <type_traits>
 
-#include "Workers.h"
+#include "stream/MemberPieceReader.h"
+#include "stream/Workers.h"
 
 namespace Keltrix::App {
 

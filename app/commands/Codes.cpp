@@ -1,7 +1,7 @@
-#include "Json.h"
-#include "Markup.h"
-#include "Text.h"
 #include "commands/CodeCommands.h"
+#include "text/Json.h"
+#include "text/Markup.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 

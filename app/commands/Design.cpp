@@ -1,13 +1,13 @@
 #include <algorithm>
 #include <cmath>
 
-#include "CheckedMember.h"
-#include "Fields.h"
-#include "Markup.h"
-#include "SectionCatalogue.h"
-#include "Text.h"
+#include "check/CheckedMember.h"
 #include "commands/CodeCommands.h"
-#include "commands/EachMember.h"
+#include "sections/SectionCatalogue.h"
+#include "stream/EachMember.h"
+#include "text/Fields.h"
+#include "text/Markup.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 

@@ -1,13 +1,14 @@
-#include "Output.h"
 #include "commands/CodeCommands.h"
-#include "commands/EachMember.h"
+#include "io/Output.h"
+#include "io/TemporarySheets.h"
 #include "report/HtmlReport.h"
+#include "stream/EachMember.h"
 
 namespace Keltrix::App {
 
 ExitCode Report(const ReportOptions& options, const Console& console)
 {
-    HtmlReport report(options.block);
+    HtmlReport report(options.block, std::make_unique<TemporarySheets>());
     // The messages about the files are part of the record.
     Console noting = console;
     noting.err = [&](std::string_view message) {

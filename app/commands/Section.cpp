@@ -1,10 +1,10 @@
-#include "Json.h"
-#include "Output.h"
-#include "SectionCatalogue.h"
-#include "SectionSvg.h"
-#include "SectionValues.h"
-#include "Text.h"
 #include "commands/Commands.h"
+#include "io/Output.h"
+#include "sections/SectionCatalogue.h"
+#include "sections/SectionSvg.h"
+#include "sections/SectionValues.h"
+#include "text/Json.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 

@@ -1,12 +1,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "Fields.h"
-#include "Json.h"
-#include "SectionCatalogue.h"
-#include "SectionShapes.h"
-#include "Text.h"
 #include "commands/Commands.h"
+#include "sections/SectionCatalogue.h"
+#include "sections/SectionShapes.h"
+#include "text/Fields.h"
+#include "text/Json.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 

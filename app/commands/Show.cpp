@@ -1,8 +1,9 @@
-#include "CodelessMember.h"
-#include "Markup.h"
-#include "ReportKey.h"
-#include "Text.h"
-#include "commands/EachMember.h"
+#include "check/ReportKey.h"
+#include "commands/Commands.h"
+#include "memberfile/CodelessMember.h"
+#include "stream/EachMember.h"
+#include "text/Markup.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 

@@ -1,10 +1,11 @@
 #include <cmath>
 
-#include "Json.h"
-#include "Markup.h"
-#include "SpanReport.h"
-#include "Text.h"
-#include "commands/EachMember.h"
+#include "check/SpanReport.h"
+#include "commands/Commands.h"
+#include "stream/EachMember.h"
+#include "text/Json.h"
+#include "text/Markup.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 

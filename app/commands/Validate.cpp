@@ -1,8 +1,9 @@
-#include "CheckedMember.h"
-#include "Json.h"
-#include "MemberFile.h"
-#include "Text.h"
+#include "check/CheckedMember.h"
 #include "commands/Commands.h"
+#include "io/Input.h"
+#include "memberfile/MemberFile.h"
+#include "text/Json.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 
@@ -78,7 +79,7 @@ ExitCode Validate(const ValidateOptions& options, const Console& console)
     Json files = Json::array();
     for (const std::string& path : options.files) {
         try {
-            MemberFile file = MemberFile::Read(path, console.in, options.reading);
+            MemberFile file(ReadText(path, console.in), options.reading);
             if (options.code.code) AddCodeDefects(file, options.code);
             if (file.Check().Errors() > 0) worst = EXIT_BAD_INPUT;
             if (options.format == Format::JSON)

@@ -11,6 +11,8 @@
 
 #include <gtest/gtest.h>
 
+#include "io/Failure.h"
+
 namespace Keltrix::App::Trial {
 
 /// A member of three points that every reader takes, for tests to spoil. Line numbers in tests count from its TITLE.

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "AppSupport.h"
-#include "Json.h"
+#include "text/Json.h"
 
 namespace Keltrix::App {
 namespace {

@@ -16,7 +16,7 @@ using Trial::RunKsteel;
 using Trial::TestDirectory;
 
 const std::vector<std::string> FILE_COMMANDS = {"show", "validate", "spans"
-#ifdef KSTEEL_WITH_BS5950
+#ifdef KELTRIX_HOST_WITH_BS5950
                                                 ,
                                                 "check", "design --family UB"
 #endif

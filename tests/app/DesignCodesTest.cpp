@@ -4,9 +4,9 @@
 #include <gtest/gtest.h>
 
 #include "AppSupport.h"
-#include "DesignCodes.h"
-#include "Failure.h"
-#include "Json.h"
+#include "check/DesignCodes.h"
+#include "io/Failure.h"
+#include "text/Json.h"
 
 namespace Keltrix::App {
 namespace {

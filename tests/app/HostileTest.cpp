@@ -13,8 +13,8 @@
 #include <unistd.h>
 
 #include "AppSupport.h"
-#include "Failure.h"
-#include "Output.h"
+#include "io/Failure.h"
+#include "io/Output.h"
 
 namespace Keltrix::App {
 namespace {

@@ -1,13 +1,13 @@
-#include "Input.h"
+#include "io/Input.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "AppSupport.h"
-#include "Failure.h"
-#include "Json.h"
-#include "Output.h"
-#include "Text.h"
+#include "io/Failure.h"
+#include "io/Output.h"
+#include "text/Json.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 namespace {

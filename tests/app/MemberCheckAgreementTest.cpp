@@ -7,9 +7,9 @@
 #include <gtest/gtest.h>
 
 #include "AppSupport.h"
-#include "CodelessMember.h"
-#include "MemberCheck.h"
-#include "Text.h"
+#include "memberfile/CodelessMember.h"
+#include "memberfile/MemberCheck.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 namespace {

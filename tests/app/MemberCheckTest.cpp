@@ -1,10 +1,10 @@
-#include "MemberCheck.h"
+#include "memberfile/MemberCheck.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "AppSupport.h"
-#include "Text.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 namespace {

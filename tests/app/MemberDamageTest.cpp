@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 
 #include "AppSupport.h"
-#include "CheckedMember.h"
-#include "Failure.h"
+#include "check/CheckedMember.h"
+#include "io/Failure.h"
 
 namespace Keltrix::App {
 namespace {

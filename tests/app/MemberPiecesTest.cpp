@@ -1,13 +1,14 @@
 // Cutting a file into pieces: where it cuts, and that the pieces hold the same members with the same faults as the whole.
 
-#include "MemberPieces.h"
+#include "memberfile/MemberPieces.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "AppSupport.h"
-#include "Failure.h"
 #include "PieceFindings.h"
+#include "io/Failure.h"
+#include "stream/MemberPieceReader.h"
 
 namespace Keltrix::App {
 namespace {
@@ -185,7 +186,7 @@ std::size_t ExpectPiecesLikeTheWhole(const std::string& text)
 {
     std::istringstream in(text);
     Trial::PieceFindings whole;
-    whole.Add(MemberFile::Read("-", in));
+    whole.Add(MemberFile(ReadText("-", in)));
     Trial::PieceFindings pieced;
     const std::vector<MemberPiece> pieces = CutInPieces(text);
     for (const MemberPiece& piece : pieces)

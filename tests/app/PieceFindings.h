@@ -4,9 +4,10 @@
 #include <string_view>
 #include <vector>
 
-#include "MemberFile.h"
-#include "MemberPieces.h"
-#include "Text.h"
+#include "io/Failure.h"
+#include "memberfile/MemberFile.h"
+#include "memberfile/MemberPieces.h"
+#include "text/Text.h"
 
 namespace Keltrix::App::Trial {
 

@@ -5,14 +5,14 @@
 #include <gtest/gtest.h>
 
 #include "AppSupport.h"
-#include "Failure.h"
-#include "MemberCheck.h"
-#include "SectionCatalogue.h"
-#include "SectionOutline.h"
-#include "SectionShapes.h"
-#include "SectionSvg.h"
-#include "SectionValues.h"
-#include "Text.h"
+#include "io/Failure.h"
+#include "memberfile/MemberCheck.h"
+#include "sections/SectionCatalogue.h"
+#include "sections/SectionOutline.h"
+#include "sections/SectionShapes.h"
+#include "sections/SectionSvg.h"
+#include "sections/SectionValues.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 namespace {

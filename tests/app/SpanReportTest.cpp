@@ -1,4 +1,4 @@
-#include "SpanReport.h"
+#include "check/SpanReport.h"
 
 #include <cmath>
 #include <map>
@@ -9,9 +9,9 @@
 #include <gtest/gtest.h>
 
 #include "AppSupport.h"
-#include "Text.h"
 #include "design/RandomMember.h"
-#ifdef KSTEEL_WITH_BS5950
+#include "text/Text.h"
+#ifdef KELTRIX_HOST_WITH_BS5950
 #include "keltrix/bs5950/SteelMemberBS5950.h"
 #endif
 
@@ -276,7 +276,7 @@ TEST(SpanReport, LengthsAreThoseOfTheCompressedFlangesStretches)
     EXPECT_DOUBLE_EQ(MakeSpanReports(*member, Split::LateralTorsional, {}).at(1).lt.at(0).length, 0.85 * 6.0);
 }
 
-#ifdef KSTEEL_WITH_BS5950
+#ifdef KELTRIX_HOST_WITH_BS5950
 // One rule, stated by spans and by check: for random members every effective length of the one is one of the other.
 TEST(SpanReport, LengthsAreThoseOfTheCheck)
 {

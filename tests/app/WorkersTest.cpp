@@ -1,6 +1,6 @@
 // Worker processes: order, waiting, and workers that end.
 
-#include "Workers.h"
+#include "stream/Workers.h"
 
 #include <csignal>
 #include <set>
@@ -16,7 +16,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "Failure.h"
+#include "io/Failure.h"
 
 namespace Keltrix::App {
 namespace {

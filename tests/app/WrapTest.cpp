@@ -1,4 +1,4 @@
-#include "Wrap.h"
+#include "text/Wrap.h"
 
 #include <algorithm>
 #include <random>
@@ -6,8 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "AppSupport.h"
-#include "Render.h"
-#include "Text.h"
+#include "text/Render.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 namespace {

@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "HtmlReader.h"
+#include "io/Failure.h"
 #include "report/Diagrams.h"
 #include "report/MemberDrawing.h"
 #include "report/SectionSheet.h"

@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <random>
 
-#include "Html.h"
 #include "HtmlReader.h"
-#include "Render.h"
-#include "Text.h"
+#include "io/Failure.h"
+#include "text/Html.h"
+#include "text/Render.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 namespace {

@@ -4,10 +4,10 @@
 #include <regex>
 
 #include "HtmlReader.h"
-#include "Json.h"
 #include "app/AppSupport.h"
 #include "commands/CodeCommands.h"
 #include "report/Style.h"
+#include "text/Json.h"
 
 namespace Keltrix::App {
 namespace {

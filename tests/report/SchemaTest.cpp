@@ -5,8 +5,9 @@
 
 #include <cmath>
 
-#include "Json.h"
 #include "app/AppSupport.h"
+#include "io/Failure.h"
+#include "text/Json.h"
 
 namespace Keltrix::App {
 namespace {

@@ -5,18 +5,19 @@
 #include <random>
 #include <sstream>
 
-#include "CheckedMember.h"
-#include "Html.h"
 #include "HtmlReader.h"
-#include "Text.h"
+#include "check/CheckedMember.h"
+#include "io/Failure.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
 #include "report/MemberSheet.h"
+#include "text/Html.h"
+#include "text/Text.h"
 
 namespace Keltrix::App {
 namespace {
 
 // The member as the standard's own class.
-const Keltrix::BS5950::CSteelMemberBS5950& StandardOf(const Keltrix::App::CheckedMember& checked)
+const Keltrix::BS5950::CSteelMemberBS5950& StandardOf(const Keltrix::Host::CheckedMember& checked)
 {
     return dynamic_cast<const Keltrix::BS5950::CSteelMemberBS5950&>(*checked.coded);
 }

@@ -1,0 +1,439 @@
+#include "check/CheckedMember.h"
+
+#include <algorithm>
+#include <cmath>
+#include <tuple>
+#include <utility>
+
+#include "keltrix/design/MomentDiagram.h"
+#include "text/BadInput.h"
+#include "text/Text.h"
+
+namespace Keltrix::Host {
+
+namespace {
+
+using Design::LocalFinding;
+using Design::RuleFinding;
+using Steel::CMemberResult;
+using Steel::SubspanEffectiveLengthData;
+
+struct FlagWord {
+    int flag;
+    const char* word;
+};
+
+// In the order and the words of the summary report.
+constexpr FlagWord FLAG_WORDS[] = {
+    {CMemberResult::NOTIFY, "NOTIFY"},
+    {CMemberResult::WARNING, "WARNING"},
+    {CMemberResult::FAIL, "FAIL"},
+    {CMemberResult::NOT_CHECKED, "NOT CHECKED"},
+    {CMemberResult::FAIL_LOCAL, "FAIL LOCAL"},
+    {CMemberResult::FAIL_BUCKLE, "FAIL BUCKLE"},
+    {CMemberResult::FAIL_BUCKLE_LAT_TORS, "FAIL BUCKLE LAT_TORS"},
+    {CMemberResult::FAIL_BUCKLE_AXIAL_MAJOR, "FAIL BUCKLE AXIAL MAJOR"},
+    {CMemberResult::FAIL_BUCKLE_AXIAL_MINOR, "FAIL BUCKLE AXIAL MINOR"},
+    {CMemberResult::FAIL_BUCKLE_AXIAL_TORSION, "FAIL BUCKLE AXIAL TORSION"},
+    {CMemberResult::FAIL_BUCKLE_AXIAL_FLEXURAL_TORSION, "FAIL BUCKLE AXIAL FLEXURAL TORSION"},
+    {CMemberResult::FAIL_LOCAL_AXIAL, "FAIL LOCAL AXIAL"},
+    {CMemberResult::FAIL_LOCAL_BENDING_MAJOR, "FAIL LOCAL BENDING MAJOR"},
+    {CMemberResult::FAIL_LOCAL_BENDING_MINOR, "FAIL LOCAL BENDING MINOR"},
+    {CMemberResult::FAIL_LOCAL_SHEAR_MAJOR, "FAIL LOCAL SHEAR MAJOR"},
+    {CMemberResult::FAIL_LOCAL_SHEAR_MINOR, "FAIL LOCAL SHEAR MINOR"},
+    {CMemberResult::FAIL_LOCAL_TORSION, "FAIL LOCAL TORSION"},
+    {CMemberResult::INFO_LOCAL_SLENDER, "INFO LOCAL SLENDER"},
+    {CMemberResult::INFO_LOCAL_SLENDER_WEB, "INFO LOCAL SLENDER WEB"},
+    {CMemberResult::INFO_LOCAL_SLENDER_FLANGE, "INFO LOCAL SLENDER FLANGE"},
+    {CMemberResult::INFO_MEMBER_SLENDER, "INFO MEMBER SLENDER"},
+};
+
+std::string Wording(const wchar_t* text) { return Utf8(std::wstring_view(text)); }
+
+Json OrNull(double value) { return std::isnan(value) ? Json() : Json(value); }
+
+Json EntryJson(const RuleFinding& entry)
+{
+    return JsonObject("rule", Wording(entry.name), "clause", Wording(entry.clause), "status",
+                      Wording(Design::StatusName(entry.status)), "reason", Wording(entry.reason), "start", entry.start,
+                      "end", entry.end, "utilisation", entry.utilisation, "symbol", Wording(entry.symbol), "resistance",
+                      entry.resistance, "governing", entry.governing);
+}
+
+const char* PlaceName(Design::Place place)
+{
+    switch (place) {
+    case Design::Place::LeftEnd:
+        return "left end";
+    case Design::Place::RightEnd:
+        return "right end";
+    default:
+        return "inside";
+    }
+}
+
+Json LocalUtilisations(const CheckedMember& checked)
+{
+    Json list = Json::array();
+    for (const LocalFinding& f : checked.findings.positions) {
+        list.push_back(JsonObject("position", f.x, "sub_span", f.subSpan + 1, "place", PlaceName(f.place), "combined",
+                                  f.combined, "axial", f.axial, "moment_major", f.momentMajor, "moment_minor",
+                                  f.momentMinor, "shear_major", f.shearMajor, "shear_minor", f.shearMinor, "torsion",
+                                  f.hasTorsion ? Json() : Json(0.0)));
+    }
+    return list;
+}
+
+Json MomentsJson(const Design::Extremes& extremes)
+{
+    return JsonObject("greatest", extremes.greatest, "greatest_position", extremes.greatestAt, "least", extremes.least,
+                      "least_position", extremes.leastAt);
+}
+
+Json BucklingUtilisations(const CMemberResult& result)
+{
+    return JsonObject("combined", result.UtilBucklingCombined(), "lateral_torsional", result.UtilBucklingLT(),
+                      "axial_major", result.UtilBucklingAxialMajor(), "axial_minor", result.UtilBucklingAxialMinor(),
+                      "axial_torsion", result.UtilBucklingAxialTorsion(), "axial_flexural_torsion",
+                      result.UtilBucklingAxialFlexuralTorsion());
+}
+
+Json LengthsJson(const std::map<int, SubspanEffectiveLengthData::Entry>& entries)
+{
+    Json list = Json::array();
+    for (const auto& [key, entry] : entries) {
+        list.push_back(JsonObject("start", entry.GetStartPosition(), "end", entry.GetEndPosition(), "effective_length",
+                                  entry.GetEffectiveLength(), "radius_of_gyration", entry.GetRadiusOfGyration(),
+                                  "slenderness", entry.GetSlendernessRatio()));
+    }
+    return list;
+}
+
+Json ResistancesJson(const Design::MemberFindings& findings)
+{
+    Json json = Json::object();
+    auto& members = json.get_ref<Json::object_t&>(); // no search for each symbol
+    members.reserve(findings.resistances.size() + 1);
+    for (const Design::Resistance& resistance : findings.resistances)
+        members.emplace_back(Wording(resistance.symbol), OrNull(resistance.value));
+    Json list = Json::array();
+    for (const Design::SpanFinding& span : findings.spans) {
+        if (span.isCombination) continue;
+        list.push_back(JsonObject("start", span.start, "end", span.end, Wording(span.resistance.symbol).c_str(),
+                                  OrNull(span.resistance.value)));
+    }
+    members.emplace_back("spans", std::move(list));
+    return json;
+}
+
+} // namespace
+
+std::string CheckedMember::Section() const { return Utf8(member->GetKeltrixSec().Component(0).Description(true)); }
+
+std::string CheckedMember::Grade() const { return Utf8(member->GetGrade().Name()); }
+
+std::string StatusText(bool passed, bool failed)
+{
+    if (failed) return "fail";
+    return passed ? "pass" : "not checked";
+}
+
+std::string CheckedMember::Status() const { return StatusText(passed, failed); }
+
+std::vector<MemberWarning> CheckedMember::CheckWarnings() const
+{
+    return {warnings.begin() + static_cast<std::ptrdiff_t>(fileWarnings), warnings.end()};
+}
+
+std::string CheckedMember::Governing() const
+{
+    const RuleFinding* const entry = findings.Governing();
+    return entry ? DescribeEntry(*entry) : "nothing";
+}
+
+namespace {
+
+Design::Extremes MomentsOf(Steel::CSteelMemberGen& member, Design::Bending bending)
+{
+    const std::vector<Steel::CMemberPoint> points = member.GetMemberPointVec();
+    const Design::MomentDiagram diagram(points, member.GetSubSpanVec(), bending);
+    return diagram.Between(points.front().GetPos(), points.back().GetPos());
+}
+
+void NoteLargeUtilisation(CheckedMember& checked)
+{
+    constexpr double most = 100.0;
+    const double overall = checked.result->UtilOverAll();
+    if (!(overall > most) || std::isinf(overall)) return; // infinite where a table has no row
+    checked.warnings.push_back({"large-utilisation", Severity::Note, checked.file, checked.line,
+                                "utilisation " + Rounded(overall, 4) + ": are positions in mm, or moments in N·mm?"});
+}
+
+} // namespace
+
+void SetGradeOf(const MemberFile& file, std::size_t i, const Design::DesignCode& code, Steel::CSteelMemberGen& member,
+                const CSteelGrade& grade)
+{
+    if (member.SetGrade(grade)) return;
+    if (!code.HasGrade(grade.Name()))
+        throw file.Refusal(i, "GRADE", "code-grade", Quote(grade.Name().View()), ListOf(code.Description().grades));
+    throw file.Refusal(i, "GRADE", "code-grade", Utf8(code.GradeRefusal(grade)), {});
+}
+
+namespace {
+
+// The keyword of the line that a refusal is about.
+const char* KeywordOf(Design::Subject subject)
+{
+    switch (subject) {
+    case Design::Subject::Section:
+        return "SECTION";
+    case Design::Subject::Grade:
+        return "GRADE";
+    case Design::Subject::NetToGross:
+        return "NET_TO_GROSS";
+    case Design::Subject::PlasticToElastic:
+        return "ALLOWABLE_PLASTIC/ELASTIC_RATIO";
+    case Design::Subject::MomentFactor:
+        return "EQUIVALENT_UNIFORM_MOMENT_FACTOR";
+    default:
+        return "TITLE";
+    }
+}
+
+} // namespace
+
+void RequireAccepted(const MemberFile& file, std::size_t i, const Design::MemberFindings& findings)
+{
+    const Design::Refusal& refusal = findings.refusal;
+    if (refusal.subject == Design::Subject::None) return;
+    throw file.Refusal(i, KeywordOf(refusal.subject), "code", Wording(refusal.reason), {});
+}
+
+CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoice& choice, bool withText)
+{
+    CheckedMember checked;
+    checked.file = file.Name();
+    checked.line = file.Member(i).firstLine;
+    checked.name = file.NameOf(i);
+    checked.code = choice.code ? choice.code : DefaultCode().code;
+    checked.coded = checked.code->NewMember(choice.settings);
+    checked.member = &checked.coded->Member();
+    checked.result = std::make_unique<CMemberResult>();
+    const CSteelGrade grade = file.ReadInto(i, *checked.member);
+    checked.title = Utf8(checked.member->GetTitle());
+    SetGradeOf(file, i, *checked.code, *checked.member, grade);
+    if (!withText) checked.result->EnableText(false);
+    checked.member->SetResult(checked.result.get());
+    const bool passed = checked.member->Check();
+    checked.findings = checked.coded->Findings();
+    RequireAccepted(file, i, checked.findings);
+    // What the check returns and what it found have to agree before a member passes.
+    checked.passed = passed && checked.findings.status == Design::Status::Passed;
+    checked.failed = checked.result->HasFailed() || checked.findings.HasFailed();
+    checked.momentMajor = MomentsOf(*checked.member, Design::Bending::Major);
+    checked.momentMinor = MomentsOf(*checked.member, Design::Bending::Minor);
+    checked.warnings = file.WarningsOf(i);
+    checked.fileWarnings = checked.warnings.size();
+    NoteLargeUtilisation(checked);
+    return checked;
+}
+
+namespace {
+
+// What makes a member, without its load case, part by part in words.
+class Identity {
+public:
+    explicit Identity(const CheckedMember& checked)
+    {
+        Steel::CSteelMemberGen& member = *checked.member;
+        const CSection section = member.GetKeltrixSec();
+        const CSecComp& component = section.Component(0);
+        Add("section", checked.Section());
+        Add("section type", Utf8(SecTypeString(component.Type())));
+        Add("grade", GradeText(*checked.code, member.GetGrade()));
+        Add("net to gross ratio", Shortest(component.NetGross()));
+        Add("allowable plastic to elastic ratio", Shortest(component.PlasElas()));
+        Add("shear lag factor", Shortest(component.Beta()));
+        Add("effective lengths", OverrideText(member));
+        Add("equivalent uniform moment factor",
+            checked.findings.momentFactor ? Shortest(*checked.findings.momentFactor) : "as computed");
+        const auto& points = member.GetMemberPointVec();
+        const auto& subSpans = member.GetSubSpanVec();
+        Add("number of points", std::to_string(points.size()));
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const std::string point = "point " + std::to_string(i + 1);
+            Add(point + " at", Shortest(points[i].GetPos()) + " m");
+            Add("restraint of " + point, RestraintText(points[i].GetRestraint()));
+        }
+        for (std::size_t k = 0; k < subSpans.size(); ++k)
+            Add("restraint of sub-span " + std::to_string(k + 1), RestraintText(subSpans[k].GetRestraint()));
+    }
+
+    std::string DifferenceTo(const Identity& other) const
+    {
+        for (std::size_t i = 0; i < std::min(m_parts.size(), other.m_parts.size()); ++i) {
+            const auto& [name, value] = m_parts[i];
+            if (value != other.m_parts[i].second) return name + ' ' + other.m_parts[i].second + ", not " + value;
+        }
+        return {};
+    }
+
+private:
+    void Add(std::string name, std::string value) { m_parts.emplace_back(std::move(name), std::move(value)); }
+
+    static std::string GradeText(const Design::DesignCode& code, const CSteelGrade& grade)
+    {
+        std::string text = Utf8(grade.Name());
+        if (!code.IsUserGrade(grade)) return text;
+        for (const double value : {grade.GetUserPy(), grade.GetUserPu(), grade.GetUserE(), grade.GetMatFactor()})
+            text += ' ' + Shortest(value);
+        return text;
+    }
+
+    static std::string OverrideText(const Steel::CSteelMemberGen& member)
+    {
+        if (!member.LengthOverride()) return "by the restraints";
+        return Shortest(member.Lyy()) + " m, " + Shortest(member.Lzz()) + " m and " + Shortest(member.Llt()) + " m";
+    }
+
+    // The load height is the load's.
+    static std::string RestraintText(Steel::CRestraint restraint)
+    {
+        restraint.SetLoadHeight(0.0);
+        return Utf8(restraint.UserDescription());
+    }
+
+    std::vector<std::pair<std::string, std::string>> m_parts;
+};
+
+// The position of a finding among those of a member; a new one where it has none yet.
+LocalFinding& Placed(std::vector<LocalFinding>& list, const LocalFinding& finding)
+{
+    const auto order = [](const LocalFinding& f) { return std::make_tuple(f.subSpan, f.x, static_cast<int>(f.place)); };
+    const auto at = std::lower_bound(list.begin(), list.end(), finding,
+                                     [&](const auto& a, const auto& b) { return order(a) < order(b); });
+    if (at != list.end() && order(*at) == order(finding)) return *at;
+    return *list.insert(at, finding);
+}
+
+void Merge(std::vector<LocalFinding>& list, const std::vector<LocalFinding>& others)
+{
+    for (const LocalFinding& other : others) {
+        LocalFinding& here = Placed(list, other);
+        for (double LocalFinding::*value :
+             {&LocalFinding::combined, &LocalFinding::axial, &LocalFinding::momentMajor, &LocalFinding::momentMinor,
+              &LocalFinding::shearMajor, &LocalFinding::shearMinor}) {
+            // Not-a-number is the worst of all.
+            if (!(other.*value <= here.*value)) here.*value = other.*value;
+        }
+        here.hasTorsion = here.hasTorsion || other.hasTorsion;
+    }
+}
+
+void Merge(Design::Extremes& extremes, const Design::Extremes& other, bool isFirst)
+{
+    if (isFirst || !(other.greatest <= extremes.greatest)) {
+        extremes.greatest = other.greatest;
+        extremes.greatestAt = other.greatestAt;
+    }
+    if (isFirst || !(other.least >= extremes.least)) {
+        extremes.least = other.least;
+        extremes.leastAt = other.leastAt;
+    }
+}
+
+} // namespace
+
+std::string DifferenceOf(const CheckedMember& member, const CheckedMember& other)
+{
+    return Identity(member).DifferenceTo(Identity(other));
+}
+
+CheckedMember Envelope(std::vector<CheckedMember> cases)
+{
+    const auto worst = std::max_element(cases.begin(), cases.end(), [](const CheckedMember& a, const CheckedMember& b) {
+        return a.result->UtilOverAll() < b.result->UtilOverAll();
+    });
+    CMemberResult merged = *cases.front().result;
+    CheckedMember all;
+    all.passed = true;
+    for (std::size_t i = 0; i < cases.size(); ++i) {
+        if (i > 0) merged += *cases[i].result;
+        all.passed = all.passed && cases[i].passed;
+        all.failed = all.failed || cases[i].failed;
+        all.warnings.insert(all.warnings.end(), cases[i].warnings.begin(), cases[i].warnings.end());
+        Merge(all.findings.positions, cases[i].findings.positions);
+        Merge(all.momentMajor, cases[i].momentMajor, i == 0);
+        Merge(all.momentMinor, cases[i].momentMinor, i == 0);
+    }
+    CheckedMember envelope = std::move(*worst);
+    *envelope.result = std::move(merged);
+    envelope.passed = all.passed;
+    envelope.failed = all.failed || envelope.result->HasFailed();
+    envelope.warnings = std::move(all.warnings);
+    envelope.findings.positions = std::move(all.findings.positions);
+    envelope.momentMajor = all.momentMajor;
+    envelope.momentMinor = all.momentMinor;
+    return envelope;
+}
+
+std::vector<std::string> FlagWords(int flags)
+{
+    std::vector<std::string> words;
+    for (const FlagWord& known : FLAG_WORDS) {
+        if (flags & known.flag) words.emplace_back(known.word);
+    }
+    return words;
+}
+
+std::string DescribeRule(const RuleFinding& entry) { return Wording(entry.name) + " (" + Wording(entry.clause) + ")"; }
+
+std::string DescribePlace(const RuleFinding& entry)
+{
+    if (std::isnan(entry.start)) return {};
+    if (entry.start == entry.end) return "at " + Rounded(entry.start, 5) + " m";
+    return Rounded(entry.start, 5) + " m to " + Rounded(entry.end, 5) + " m";
+}
+
+std::string DescribeEntry(const RuleFinding& entry)
+{
+    const std::string place = DescribePlace(entry);
+    if (place.empty()) return DescribeRule(entry);
+    return DescribeRule(entry) + (entry.start == entry.end ? " " : ", ") + place;
+}
+
+Json HeadlineJson(const CheckedMember& checked)
+{
+    const RuleFinding* const governing = checked.findings.Governing();
+    return JsonObject("file", checked.file, "line", checked.line, "title", checked.title, "section", checked.Section(),
+                      "grade", checked.Grade(), "status", checked.Status(), "overall", checked.result->UtilOverAll(),
+                      "governing", governing ? EntryJson(*governing) : Json(), "warnings",
+                      WarningsJson(checked.warnings), "flags", FlagWords(checked.result->GetFlags()), "class",
+                      checked.member->SectionClass(), "design_strength", checked.findings.designStrength.value);
+}
+
+Json JsonOf(const CheckedMember& checked)
+{
+    const SubspanEffectiveLengthData lengths = checked.member->GetEffectiveLengths();
+    Json checks = Json::array();
+    for (const RuleFinding& entry : checked.findings.rules)
+        checks.push_back(EntryJson(entry));
+    Json assumptions = Json::array();
+    for (const Design::Assumption& assumption : checked.findings.assumptions)
+        assumptions.push_back(JsonObject("name", Wording(assumption.name), "text", Wording(assumption.text), "value",
+                                         OrNull(assumption.value)));
+    Json json = HeadlineJson(checked);
+    json["moments"] = JsonObject("major", MomentsJson(checked.momentMajor), "minor", MomentsJson(checked.momentMinor));
+    json["utilisation"] =
+        JsonObject("local", LocalUtilisations(checked), "buckling", BucklingUtilisations(*checked.result));
+    json["effective_lengths"] = JsonObject("major", LengthsJson(lengths.GetMajorAxisEntries()), "minor",
+                                           LengthsJson(lengths.GetMinorAxisEntries()), "lateral_torsional",
+                                           LengthsJson(lengths.GetLateralTorsionalEntries()));
+    json["resistances"] = ResistancesJson(checked.findings);
+    json["checks"] = std::move(checks);
+    json["assumptions"] = std::move(assumptions);
+    return json;
+}
+
+} // namespace Keltrix::Host

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "check/DesignCodes.h"
+#include "keltrix/design/MomentDiagram.h"
+#include "memberfile/MemberFile.h"
+#include "text/Json.h"
+
+namespace Keltrix::Host {
+
+/// A member with the findings of its check. The member holds the address of the result, so neither moves.
+struct CheckedMember {
+    std::string file;
+    LineNumber line = 1; ///< of its TITLE line
+    std::string name;    ///< how messages call it
+    std::string title;
+    const Design::DesignCode* code = nullptr;
+    std::unique_ptr<Design::CodeMember> coded; ///< owns the member
+    Steel::CSteelMemberGen* member = nullptr;
+    std::unique_ptr<Steel::CMemberResult> result;
+    /// What the check found. The positions of an envelope have the largest values of its load cases.
+    Design::MemberFindings findings;
+    /// What reading found, and what looks wrong in the findings of the check.
+    std::vector<MemberWarning> warnings;
+    std::size_t fileWarnings = 0; ///< how many of them reading found; they come first
+    /// The largest and the smallest moment along the member, those between points too; of all load cases in an envelope.
+    Design::Extremes momentMajor, momentMinor;
+    bool passed = false; ///< every rule that applies was evaluated, and none failed
+    bool failed = false;
+
+    std::string Section() const;
+    std::string Grade() const;
+    /// "pass", "fail", or "not checked" where nothing could be checked; only the first passes.
+    std::string Status() const;
+    /// The warnings that the check added to those of the file.
+    std::vector<MemberWarning> CheckWarnings() const;
+    /// DescribeEntry of the governing entry; "nothing" without one.
+    std::string Governing() const;
+};
+
+/// Gives a member, read from place i of a file, its grade. Throws BadMember with the reason of the design code.
+void SetGradeOf(const MemberFile& file, std::size_t i, const Design::DesignCode& code, Steel::CSteelMemberGen& member,
+                const CSteelGrade& grade);
+
+/// Throws BadMember where the last check of a member, read from place i of a file, evaluated nothing because the code takes
+/// none of its values as given, with the reason of the code and the line that it speaks of.
+void RequireAccepted(const MemberFile& file, std::size_t i, const Design::MemberFindings& findings);
+
+/// Reads member i of a file and checks it. Without `withText` the result holds no text, which saves most of the time.
+/// Throws BadMember where the design code rejects the section, the grade or a factor.
+CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoice& choice, bool withText);
+
+/// What distinguishes two members: "section UB 406x178x60, not UB 457x191x67". Points, restraints, the division into
+/// sub-spans, section, type, grade and factors make a member; forces, moments, load heights and the title belong to a load
+/// case. Empty where both are load cases of one member.
+std::string DifferenceOf(const CheckedMember& member, const CheckedMember& other);
+
+/// Load cases of one member merged into one: utilisations, flags and texts as the result record merges them, local
+/// findings and warnings of all cases, the worst status. Rules, resistances and effective lengths are those of the case
+/// with the largest utilisation.
+CheckedMember Envelope(std::vector<CheckedMember> cases);
+
+/// "fail" where a check failed, else "pass" where every rule that applies was evaluated, else "not checked".
+std::string StatusText(bool passed, bool failed);
+
+/// The words of the flags of a result.
+std::vector<std::string> FlagWords(int flags);
+
+/// Rule and clause of a finding: "moment capacity, major axis (4.2.5)".
+std::string DescribeRule(const Design::RuleFinding& entry);
+/// Its place: "at 3 m", "0 m to 3 m", or empty where it is of the member as a whole.
+std::string DescribePlace(const Design::RuleFinding& entry);
+/// Both: "lateral-torsional buckling (4.3.6), 0 m to 3 m".
+std::string DescribeEntry(const Design::RuleFinding& entry);
+
+/// What an engineer asks first: the member, its status, utilisation and what governs.
+Json HeadlineJson(const CheckedMember& checked);
+
+/// The findings in full, the headline first.
+Json JsonOf(const CheckedMember& checked);
+
+} // namespace Keltrix::Host

@@ -1,0 +1,131 @@
+#include "check/DesignCodes.h"
+
+#include <algorithm>
+
+#include "text/BadInput.h"
+#include "text/Text.h"
+#ifdef KELTRIX_HOST_WITH_BS5950
+#include "keltrix/bs5950/DesignCode.h"
+#endif
+
+namespace Keltrix::Host {
+
+namespace {
+
+std::vector<const Design::DesignCode*>& Codes()
+{
+    // The design codes that are built in, the default first. No other source of the program names one.
+    static std::vector<const Design::DesignCode*> codes{
+#ifdef KELTRIX_HOST_WITH_BS5950
+        &BS5950::Code(),
+#endif
+    };
+    return codes;
+}
+
+std::string IdOf(const Design::DesignCode& code) { return Utf8(std::wstring_view(code.Description().id)); }
+
+bool IsCalled(const wchar_t* name, const std::string& wanted)
+{
+    return CString(name).CompareNoCase(Wide(wanted).GetString()) == 0;
+}
+
+// "a", "a or b", "a, b or c".
+std::string Alternatives(const std::vector<std::string>& names)
+{
+    std::string text;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        text += (i == 0 ? "" : i + 1 < names.size() ? ", " : " or ") + names[i];
+    return text;
+}
+
+void RequireAny()
+{
+    if (Codes().empty()) throw BadInput("no design code is built in; --module FILE loads one");
+}
+
+// One word of small letters, digits and hyphens.
+bool IsWord(std::wstring_view text)
+{
+    return !text.empty() && text.front() != L'-' && std::all_of(text.begin(), text.end(), [](wchar_t c) {
+        return (c >= L'a' && c <= L'z') || (c >= L'0' && c <= L'9') || c == L'-';
+    });
+}
+
+const char* FaultOf(const Design::CodeOption& option)
+{
+    if (!IsWord(option.name)) return "an option's name is no word of small letters, digits and hyphens";
+    if (option.kind == Design::OptionKind::Choice && option.values.empty()) return "an option to choose has no values";
+    if (option.kind == Design::OptionKind::Length && !(option.least < option.most)) return "a length has no range";
+    return nullptr;
+}
+
+// What keeps a description from being used; null where nothing does.
+const char* FaultOf(const Design::CodeDescription& description)
+{
+    if (!IsWord(description.id)) return "its id is no word of small letters, digits and hyphens";
+    if (std::wstring_view(description.title).empty()) return "it has no title";
+    if (description.grades.empty()) return "it has no grades";
+    for (const Design::CodeOption& option : description.options)
+        if (const char* const fault = FaultOf(option)) return fault;
+    return nullptr;
+}
+
+} // namespace
+
+const std::vector<const Design::DesignCode*>& DesignCodes() { return Codes(); }
+
+void AddDesignCode(const Design::DesignCode& code, const std::string& from)
+{
+    if (const char* const fault = FaultOf(code.Description()))
+        throw BadInput(from + ": the design code cannot be used: " + fault);
+    for (const Design::DesignCode* known : Codes())
+        if (IsCalled(known->Description().id, IdOf(code)))
+            throw BadInput(from + ": there is a design code " + IdOf(code) + " already");
+    Codes().push_back(&code);
+}
+
+std::string ListOfCodes()
+{
+    std::vector<std::string> names;
+    names.reserve(Codes().size());
+    for (const Design::DesignCode* code : Codes())
+        names.push_back(IdOf(*code));
+    return Alternatives(names);
+}
+
+const Design::DesignCode& DesignCodeNamed(const std::string& name)
+{
+    for (const Design::DesignCode* code : Codes())
+        if (IsCalled(code->Description().id, name)) return *code;
+    RequireAny();
+    throw BadInput("--code: got \"" + PrintableLine(name) + "\", expected " + ListOfCodes());
+}
+
+std::size_t AnnexNamed(const Design::DesignCode& code, const std::string& name)
+{
+    const std::vector<Design::Term>& annexes = code.Description().annexes;
+    for (std::size_t i = 0; i < annexes.size(); ++i)
+        if (IsCalled(annexes[i].name, name)) return i;
+    throw BadInput("--annex: got \"" + PrintableLine(name) + "\", expected " +
+                   (annexes.empty()
+                        ? "none: " + Utf8(std::wstring_view(code.Description().title)) + " has no national annexes"
+                        : ListOf(annexes)));
+}
+
+std::string ListOf(const std::vector<Design::Term>& terms)
+{
+    std::vector<std::string> names;
+    names.reserve(terms.size());
+    for (const Design::Term& term : terms)
+        names.push_back(Utf8(std::wstring_view(term.name)));
+    return Alternatives(names);
+}
+
+CodeChoice DefaultCode()
+{
+    RequireAny();
+    return {Codes().front(), {}};
+}
+
+} // namespace Keltrix::Host

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "keltrix/design/DesignCode.h"
+
+namespace Keltrix::Host {
+
+/// The design codes of this process: those built in, the default first, then those that modules brought.
+const std::vector<const Design::DesignCode*>& DesignCodes();
+
+/// Adds the code of a module; `from` is what messages call the module. Throws BadInput where what the code says of itself cannot be
+/// used, or another code has its name.
+void AddDesignCode(const Design::DesignCode& code, const std::string& from);
+
+/// Their ids in a sentence: "a, b or c"; empty without any.
+std::string ListOfCodes();
+
+/// The code of an id, letter case aside. Throws BadInput, with the names of all, for any other name.
+const Design::DesignCode& DesignCodeNamed(const std::string& name);
+
+/// The place of a national annex of a code, letter case aside. Throws BadInput, with the names of all, for any other name.
+std::size_t AnnexNamed(const Design::DesignCode& code, const std::string& name);
+
+/// "S275, S355 or S460": names of terms in a sentence.
+std::string ListOf(const std::vector<Design::Term>& terms);
+
+/// A design code with what is said about members beyond their files.
+struct CodeChoice {
+    const Design::DesignCode* code = nullptr;
+    Design::CodeSettings settings;
+};
+
+/// The default code as it is. Throws BadInput where the process has none.
+CodeChoice DefaultCode();
+
+} // namespace Keltrix::Host
