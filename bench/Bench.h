@@ -61,6 +61,7 @@ void RegisterSections();
 void RegisterSpans();
 void RegisterResults();
 void RegisterStability();
+void RegisterStatics();
 void RegisterChecks();
 void RegisterBatches();
 

@@ -100,6 +100,9 @@ int main(int argc, char** argv)
 #ifdef KELTRIX_BENCH_STABILITY
         RegisterStability();
 #endif
+#ifdef KELTRIX_BENCH_STATICS
+        RegisterStatics();
+#endif
 #ifdef KELTRIX_BENCH_EXAMPLES
         RegisterChecks();
 #endif

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <vector>
+
+#include "keltrix/platform/CString.h"
+#include "keltrix/statics/Analysis.h"
+#include "keltrix/statics/Export.h"
+
+namespace Keltrix::Statics {
+
+/// What a combination is for. BS 5950-1 has one of serviceability alone; EN 1990 has three.
+enum class LimitState { Ultimate, Serviceability, Characteristic, Frequent, QuasiPermanent };
+
+/// Cases that act together, with their factors and the spans on which they act.
+struct Combination {
+    CString name;   ///< "1.4 Dead + 1.6 Imposed on spans 1, 3"
+    CString clause; ///< where the rule stands: "EN 1990 6.4.3.2 (6.10b)"
+    LimitState state = LimitState::Ultimate;
+    std::vector<Term> terms;
+    std::vector<CString> sources; ///< of each term's factor
+};
+
+/// A case in a rule: its factor where it is unfavourable and where it is favourable.
+struct RuleTerm {
+    std::size_t caseIndex = 0;
+    double unfavourable = 0.0;
+    double favourable = 0.0;
+    CString source;
+};
+
+/// Cases that act together, before it is known what is favourable. An own table of factors is a list of these.
+struct CombinationRule {
+    CString name;
+    CString clause;
+    LimitState state = LimitState::Ultimate;
+    std::vector<RuleTerm> terms;
+};
+
+/// Combination values of a variable action.
+struct Psi {
+    double psi0 = 1.0;
+    double psi1 = 1.0;
+    double psi2 = 1.0;
+};
+
+enum class Basis {
+    BS5950,  ///< BS 5950-1:2000, Table 2 and 2.5.1
+    EN1990,  ///< EN 1990:2002+A1, Annex A1 with recommended values
+    EN1990UK ///< with the values of the UK National Annex
+};
+
+/// Expressions of EN 1990, 6.4.3.2.
+enum class Expression { E610, E610ab };
+
+struct RuleOptions {
+    Basis basis = Basis::BS5950;
+    Expression expression = Expression::E610;
+};
+
+/// Table A1.1 of EN 1990 or of its UK National Annex. Of an imposed load without a category all are 1.
+KELTRIX_STATICS_API Psi PsiOf(Basis basis, ActionKind kind, Category category);
+
+/// The rules of a standard for the cases of a beam, ultimate first, then serviceability.
+///
+/// All permanent cases come from one source and share one factor (EN 1990 Table A1.2(B), note 3). Imposed cases act
+/// together; those of one category are one action, which leads or accompanies as a whole. Snow cases are alternatives
+/// to each other, as are wind cases. With imposed loads of category H neither snow nor wind acts (EN 1991-1-1,
+/// 3.3.2(1)).
+KELTRIX_STATICS_API std::vector<CombinationRule> MakeRules(const Beam& beam, const RuleOptions& options);
+
+struct Combinations {
+    std::vector<Combination> list;
+    std::size_t dropped = 0; ///< combinations that were left out because another one of the list is never less severe
+    std::vector<CString> notes;
+};
+
+/// Combinations that follow from rules: each variable case (each span of a case that acts by span) acts or does not,
+/// and the permanent cases have one of their two factors.
+///
+/// Found are those that give the largest or the smallest moment, shear, axial force, reaction or deflection from the
+/// chord of a span anywhere: the envelope over them is that over all subsets of spans. Everything at once, and the
+/// permanent loads alone, are always among them. For checks that depend on more than these (interaction, the shape of a
+/// diagram) subsets that are not among them can govern.
+///
+/// Left out are combinations whose forces are those of another one of the same limit state, times a factor of at most
+/// 1, with no load that the other one has not.
+KELTRIX_STATICS_API Combinations Expand(const Analysis& analysis, const std::vector<CombinationRule>& rules);
+
+} // namespace Keltrix::Statics
