@@ -119,17 +119,6 @@ void Profile::SolveUpper(Vector& b) const
     }
 }
 
-Vector Profile::UpperTimes(const Vector& x) const
-{
-    Vector y = Vector::Zero(x.size());
-    for (std::size_t i = 0; i < m_first.size(); ++i) {
-        const auto row = static_cast<Eigen::Index>(i);
-        const Eigen::Index count = row - m_first[i];
-        y.segment(m_first[i], count + 1) += x[row] * Eigen::Map<const Vector>(Row(i), count + 1);
-    }
-    return y;
-}
-
 namespace {
 
 // Order of an element's displacements.

@@ -35,8 +35,6 @@ public:
     /// Of the factor L: L x = b and Lᵀ x = b, in place.
     void SolveLower(Vector& b) const;
     void SolveUpper(Vector& b) const;
-    /// Lᵀ x.
-    Vector UpperTimes(const Vector& x) const;
 
 private:
     auto Row(std::size_t i) { return m_values.data() + m_diagonal[i] - (i - static_cast<std::size_t>(m_first[i])); }
