@@ -157,7 +157,7 @@ private:
 
 class Finder {
 public:
-    explicit Finder(const Pencil& pencil) : m_pencil(pencil) {}
+    explicit Finder(const Pencil& pencil) : m_pencil(pencil), m_mirrored(pencil.IsMirrored()) {}
 
     /// From the factors of a coarser mesh; nothing where they mislead. K is definite where it is less a multiple of S of either sign.
     std::optional<Eigenpairs> Refine(const Eigenpairs& guess) const
@@ -165,6 +165,11 @@ public:
         if (!guess.positive && !guess.negative) return std::nullopt;
         Eigenpairs pairs;
         pairs.definite = true;
+        if (m_mirrored) {
+            if (!guess.positive || !(pairs.positive = Refined(*guess.positive))) return std::nullopt;
+            pairs.negative = Mirrored(*pairs.positive);
+            return pairs;
+        }
         if (guess.positive && !(pairs.positive = Refined(*guess.positive))) return std::nullopt;
         if (guess.negative && !(pairs.negative = Refined(*guess.negative))) return std::nullopt;
         const double least =
@@ -197,6 +202,10 @@ public:
         if (m_least < -largest / NO_FACTOR) pairs.negative = PairAt(m_least, -1.0);
         const double bound = largest > 0.0 ? NO_FACTOR / largest : 0.0;
         Prove(pairs.positive, bound);
+        if (m_mirrored && pairs.positive) {
+            pairs.negative = Mirrored(*pairs.positive);
+            return pairs;
+        }
         Prove(pairs.negative, -bound);
         return pairs;
     }
@@ -209,6 +218,14 @@ private:
         x = m_pencil.work.Times(x);
         m_factor.SolveLower(x);
         return x;
+    }
+
+    Eigenpair Mirrored(const Eigenpair& pair) const
+    {
+        Eigenpair other{-pair.lambda, pair.vector};
+        for (std::size_t i = 0; i < m_pencil.twist.size(); ++i)
+            if (m_pencil.twist[i]) other.vector[static_cast<Eigen::Index>(i)] *= -1.0;
+        return other;
     }
 
     // Inverse iteration with a shift just below the guess, and the proof that no factor lies below what it finds.
@@ -296,8 +313,8 @@ private:
     {
         const double least = m_least;
         const double greatest = m_greatest;
-        m_least = m_matrix.Extreme(-1.0);
         m_greatest = m_matrix.Extreme(1.0);
+        m_least = m_mirrored ? -m_greatest : m_matrix.Extreme(-1.0);
         if (!std::exchange(m_looked, true)) return false;
         const double largest = std::max(std::abs(m_least), std::abs(m_greatest));
         const auto good = [&](double value, double was) {
@@ -340,6 +357,7 @@ private:
     }
 
     const Pencil& m_pencil;
+    bool m_mirrored; // both ends of the spectrum are one
     Profile m_factor;
     Eigen::MatrixXd m_basis;
     mutable Vector m_share;

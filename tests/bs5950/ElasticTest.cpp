@@ -312,6 +312,25 @@ TEST(ElasticLateral, WarnsWhereTheTablesServeInstead)
     expectTables(e, f, L"effective length is given");
 }
 
+// A factor that the user gives does not lower what Mcr holds already; a larger one counts.
+TEST(ElasticLateral, AGivenFactorBelowOneIsNotUsed)
+{
+    Case given;
+    EndMoments(given, 6.0, -100e3, 0.0);
+    Checked plain(given, false), low(given, false), high(given, false);
+    for (Checked* c : {&plain, &low, &high})
+        c->member.SetOptions(Elastic());
+    low.member.SetEquivalentUniformMomentFactor(0.5);
+    high.member.SetEquivalentUniformMomentFactor(1.2);
+    plain.Check();
+    low.Check();
+    high.Check();
+    const double utilisation = plain.Entry(Rule::LateralTorsional).utilisation;
+    EXPECT_EQ(low.Entry(Rule::LateralTorsional).utilisation, utilisation);
+    EXPECT_TRUE(low.Assumes(L"mLT beside an elastic critical moment"));
+    EXPECT_NEAR(high.Entry(Rule::LateralTorsional).utilisation, 1.2 * utilisation, 1e-12);
+}
+
 // In the elastic way the ledger shows the tables' figure of every length beside the check.
 TEST(ElasticLateral, TheTablesStandBesideIt)
 {

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "Eigenvalues.h"
-#include "Layout.h"
 #include "stability/Beams.h"
+#include "stability/src/Eigenvalues.h"
+#include "stability/src/Layout.h"
 
 namespace StabilityTest {
 

@@ -271,6 +271,9 @@ double CSteelMemberBS5950::LateralFactor(const SpanResult& span) const
 void CSteelMemberBS5950::SetLateralFactor(SpanResult& span)
 {
     span.m = LateralFactor(span);
+    if (span.applied && span.elastic && EquivalentUniformMomentFactor().value_or(1.0) < 1.0)
+        Assume(L"mLT beside an elastic critical moment",
+               L"1.0 in place of a smaller factor given by the user: the shape of the moments is part of Mcr", 1.0);
     const bool uniform = (span.destabilising || span.cantilever) && !span.elastic;
     if (span.applied && uniform && EquivalentUniformMomentFactor().value_or(1.0) < 1.0)
         Assume(L"mLT under destabilising loads", L"1.0 in place of a smaller factor given by the user (4.3.6.6)", 1.0);

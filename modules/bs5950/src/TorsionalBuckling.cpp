@@ -58,9 +58,11 @@ void CSteelMemberBS5950::AddStrutInformation(std::vector<LedgerEntry>& entries) 
     const std::vector<Steel::CSubSpan> axial = AxialAlone(SubSpans());
     const Design::MomentDiagram none(MemberPoints(), axial, Design::Bending::Major);
     for (const Stability::Unit& unit : Stability::FindCriticalLoads(MemberPoints(), axial, none, *constants).units) {
+        const double tolerance = 1e-9 * Length();
         double compression = 0.0;
         for (std::size_t k = 0; k < axial.size(); ++k) {
-            const bool inside = MemberPoints()[k].GetPos() >= unit.start && MemberPoints()[k + 1].GetPos() <= unit.end;
+            const bool inside = MemberPoints()[k].GetPos() >= unit.start - tolerance &&
+                                MemberPoints()[k + 1].GetPos() <= unit.end + tolerance;
             if (inside)
                 compression = std::max({compression, -axial[k].GetForcesLeft().x, -axial[k].GetForcesRight().x});
         }
