@@ -28,6 +28,8 @@ const wchar_t* StatusName(CheckStatus status)
         return L"not applicable";
     case CheckStatus::OutOfScope:
         return L"outside the input";
+    case CheckStatus::Information:
+        return L"information";
     case CheckStatus::NotEvaluated:
         break;
     }
@@ -67,7 +69,8 @@ const RuleFinding* MemberFindings::Worst(int rule) const
 {
     const RuleFinding* worst = nullptr;
     for (const RuleFinding& f : rules)
-        if (f.rule == rule && (!worst || f.utilisation > worst->utilisation)) worst = &f;
+        if (f.rule == rule && f.status != CheckStatus::Information && (!worst || f.utilisation > worst->utilisation))
+            worst = &f;
     return worst;
 }
 

@@ -57,8 +57,8 @@ Json EntryJson(const RuleFinding& entry)
 {
     return JsonObject("rule", Wording(entry.name), "clause", Wording(entry.clause), "status",
                       Wording(Design::StatusName(entry.status)), "reason", Wording(entry.reason), "start", entry.start,
-                      "end", entry.end, "utilisation", entry.utilisation, "symbol", Wording(entry.symbol), "resistance",
-                      entry.resistance, "governing", entry.governing);
+                      "end", entry.end, "utilisation", entry.utilisation, "slenderness", OrNull(entry.slenderness),
+                      "symbol", Wording(entry.symbol), "resistance", entry.resistance, "governing", entry.governing);
 }
 
 const char* PlaceName(Design::Place place)

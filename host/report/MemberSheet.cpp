@@ -326,6 +326,22 @@ std::string IdleTable(const Design::MemberFindings& findings, bool isBrief)
            "</tbody></table>\n" + outside + "</div>\n";
 }
 
+// Figures beside the rules.
+std::string InformationTable(const Design::MemberFindings& findings)
+{
+    std::string rows;
+    for (const RuleFinding& entry : findings.rules) {
+        if (entry.status != Design::CheckStatus::Information) continue;
+        rows += "<tr><td>" + Wording(entry.name) + "</td><td>" + Wording(entry.clause) + "</td><td>" +
+                PlaceText(entry) + "</td><td class=\"n\">" + UtilText(entry.utilisation) + "</td><td class=\"n\">" +
+                ResistanceText(entry) + "</td><td>" + Wording(entry.reason) + "</td></tr>\n";
+    }
+    if (rows.empty()) return {};
+    return TableHead("For information, no checks", {"For information", "Basis", "Where"}, {"Utilisation", "Resistance"},
+                     {"What it is"}) +
+           rows + "</tbody></table>\n";
+}
+
 std::string ListHtml(const std::vector<std::string>& sentences, const char* none)
 {
     if (sentences.empty()) return "<p>" + std::string(none) + "</p>\n";
@@ -590,7 +606,7 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
     html +=
         Part(id, "checks", "Checks",
              (chart.empty() ? "<p>No check has a utilisation above zero.</p>\n" : "<figure>" + chart + "</figure>\n") +
-                 CheckTable(findings, false) + IdleTable(findings, false));
+                 CheckTable(findings, false) + InformationTable(findings) + IdleTable(findings, false));
     html += Part(id, "critical", "Elastic critical load", BucklingHtml(id, checked, layout, axis));
     return html + flags + calculation("Calculation", CalculationHtml(findings, false), checked.result->GetVerbose()) +
            RenderHtml(ReadMarkup(ReportKey()));

@@ -25,7 +25,7 @@ std::vector<const RuleFinding*> EvaluatedRules(const Design::MemberFindings& fin
     for (const int rule : numbers) {
         const RuleFinding* const finding = findings.Worst(rule);
         // Not-a-number counts as evaluated: it fails.
-        if (!(finding->utilisation <= 0.0)) rules.push_back(finding);
+        if (finding && !(finding->utilisation <= 0.0)) rules.push_back(finding);
     }
     return rules;
 }

@@ -80,12 +80,9 @@ struct Solved {
     Eigenpairs pairs;
 };
 
-// The vectors of the coarser mesh on the halved one, added up.
-Vector Prolonged(const Solved& coarse, const Freedoms& fine)
+// A vector of the coarser mesh on the halved one.
+Vector Prolonged(const Solved& coarse, const Vector& vector, const Freedoms& fine)
 {
-    Vector sum = Vector::Zero(coarse.freedoms.Count());
-    if (coarse.pairs.positive) sum += coarse.pairs.positive->vector;
-    if (coarse.pairs.negative) sum += coarse.pairs.negative->vector;
     Vector start = Vector::Zero(fine.Count());
     const auto set = [&](std::size_t node, Freedoms::Which which, double value) {
         if (const int free = fine.FreeIndex(node, which); free >= 0) start[free] = value;
@@ -98,7 +95,7 @@ Vector Prolonged(const Solved& coarse, const Freedoms& fine)
     };
     for (std::size_t i = 0; i < coarse.mesh.nodes.size(); ++i) {
         const auto at = [&](std::size_t node, Freedoms::Which which) {
-            return coarse.freedoms.Value(sum, node, which);
+            return coarse.freedoms.Value(vector, node, which);
         };
         for (const auto which :
              {Freedoms::PHI, Freedoms::PHI_SLOPE_LEFT, Freedoms::PHI_SLOPE_RIGHT, Freedoms::V, Freedoms::V_SLOPE})
@@ -114,11 +111,19 @@ Vector Prolonged(const Solved& coarse, const Freedoms& fine)
     return start;
 }
 
+Eigenpairs Prolonged(const Solved& coarse, const Freedoms& fine)
+{
+    Eigenpairs guess = coarse.pairs;
+    for (std::optional<Eigenpair>* const pair : {&guess.positive, &guess.negative})
+        if (*pair) (*pair)->vector = Prolonged(coarse, (*pair)->vector, fine);
+    return guess;
+}
+
 Solved Solve(Mesh mesh, const Layout& unit, const SectionConstants& section, bool warpingFree, const Solved* coarser)
 {
     Freedoms freedoms(mesh, section, warpingFree);
     const Pencil pencil = Assemble(mesh, unit, section, warpingFree, freedoms);
-    Eigenpairs pairs = FindEigenpairs(pencil, coarser ? Prolonged(*coarser, freedoms) : Vector());
+    Eigenpairs pairs = FindEigenpairs(pencil, coarser ? Prolonged(*coarser, freedoms) : Eigenpairs());
     return {std::move(mesh), std::move(freedoms), std::move(pairs)};
 }
 

@@ -21,8 +21,9 @@ struct Eigenpairs {
     std::optional<Eigenpair> negative;
 };
 
-/// `start` is a first guess of the vectors; where it is empty a fixed one is taken. That no factor is missed is proved for each end by a
-/// factorisation of K - λ S, which is positive definite only below the smallest factor.
-Eigenpairs FindEigenpairs(const Pencil& pencil, const Vector& start);
+/// `guess` are the factors of a coarser mesh with their vectors on this one; without any, or where they mislead, the factors are found from
+/// scratch. That no factor is missed is proved for each end by a factorisation of K - λ S, which is positive definite only below
+/// the smallest factor.
+Eigenpairs FindEigenpairs(const Pencil& pencil, const Eigenpairs& guess);
 
 } // namespace Keltrix::Stability

@@ -96,7 +96,9 @@ private:
 };
 
 // Places between two nodes: even ones, and where warping dies away within less than they are apart, some that come closer and
-// closer to a node at which something disturbs the twist.
+// closer to a node at which something disturbs the twist, at one, three, nine ... reaches from it. They stay within the half of the step that is
+// theirs, so that those from both ends do not cross. A reach above half a step gets no place of its own: the halved mesh has an
+// element of one reach there, over which a cubic follows the exponential within 0.3 %, and the error estimate shows what is left.
 std::vector<double> Between(double from, double to, double target, double reach, bool gradeLeft, bool gradeRight)
 {
     const double h = to - from;

@@ -41,6 +41,17 @@ bool Profile::IsZero() const
     return std::all_of(m_values.begin(), m_values.end(), [](double value) { return value == 0.0; });
 }
 
+bool Profile::IsZeroWhere(bool between, const std::vector<char>& marked) const
+{
+    for (std::size_t i = 0; i < m_first.size(); ++i) {
+        const double* const row = Row(i);
+        const auto first = static_cast<std::size_t>(m_first[i]);
+        for (std::size_t j = first; j <= i; ++j)
+            if ((marked[i] != marked[j]) == between && row[j - first] != 0.0) return false;
+    }
+    return true;
+}
+
 bool Profile::IsFinite() const
 {
     return std::all_of(m_values.begin(), m_values.end(), [](double value) { return std::isfinite(value); });
@@ -117,17 +128,6 @@ void Profile::SolveUpper(Vector& b) const
         for (int j = 0; j < count; ++j)
             bs[j] -= here * row[j];
     }
-}
-
-Vector Profile::UpperTimes(const Vector& x) const
-{
-    Vector y = Vector::Zero(x.size());
-    for (std::size_t i = 0; i < m_first.size(); ++i) {
-        const auto row = static_cast<Eigen::Index>(i);
-        const Eigen::Index count = row - m_first[i];
-        y.segment(m_first[i], count + 1) += x[row] * Eigen::Map<const Vector>(Row(i), count + 1);
-    }
-    return y;
 }
 
 namespace {
@@ -244,7 +244,11 @@ public:
                     first[static_cast<std::size_t>(term.index)] =
                         std::min(first[static_cast<std::size_t>(term.index)], least);
         }
-        Pencil pencil{Profile(first), Profile(first)};
+        Pencil pencil{Profile(first), Profile(first), std::vector<char>(first.size(), 0)};
+        for (std::size_t node = 0; node < m_mesh.nodes.size(); ++node)
+            for (const auto which : {Freedoms::PHI, Freedoms::PHI_SLOPE_LEFT, Freedoms::PHI_SLOPE_RIGHT})
+                if (const int free = m_freedoms.FreeIndex(node, which); free >= 0)
+                    pencil.twist[static_cast<std::size_t>(free)] = 1;
         for (std::size_t e = 0; e < m_mesh.elements.size(); ++e)
             AddElement(e, pencil);
         return pencil;

@@ -25,6 +25,8 @@ public:
         m_values[m_diagonal[static_cast<std::size_t>(row)] - static_cast<std::size_t>(row - column)] += value;
     }
     bool IsZero() const;
+    /// Whether every entry between a displacement that is marked and one that is not is zero (`between`), or every other one.
+    bool IsZeroWhere(bool between, const std::vector<char>& marked) const;
     bool IsFinite() const;
     Vector Times(const Vector& x) const;
     /// This matrix less a multiple of another one of the same profile.
@@ -35,8 +37,6 @@ public:
     /// Of the factor L: L x = b and Lᵀ x = b, in place.
     void SolveLower(Vector& b) const;
     void SolveUpper(Vector& b) const;
-    /// Lᵀ x.
-    Vector UpperTimes(const Vector& x) const;
 
 private:
     auto Row(std::size_t i) { return m_values.data() + m_diagonal[i] - (i - static_cast<std::size_t>(m_first[i])); }
@@ -54,6 +54,11 @@ private:
 struct Pencil {
     Profile stiffness;
     Profile work;
+    /// Displacements that are twists, not lateral ones. Where K does not couple the two and S nothing else, changing the sign of the twists
+    /// turns every factor into that of the other sign: the section is doubly symmetric and loaded at its centre.
+    std::vector<char> twist;
+
+    bool IsMirrored() const { return stiffness.IsZeroWhere(true, twist) && work.IsZeroWhere(false, twist); }
 };
 
 Pencil Assemble(const Mesh& mesh, const Layout& unit, const SectionConstants& section, bool warpingFree,

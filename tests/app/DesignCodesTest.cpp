@@ -113,7 +113,7 @@ TEST(CodesCommand, SaysWhatEachCodeIs)
     EXPECT_EQ(code["id"], "bs5950");
     EXPECT_EQ(code["default"], true);
     EXPECT_TRUE(code["annexes"].empty());
-    ASSERT_EQ(code["options"].size(), 6u);
+    ASSERT_EQ(code["options"].size(), 7u);
     // Each option is one of check, and each is in the table.
     const std::string help = RunKsteel("check --help").out;
     for (const Json& option : code["options"]) {

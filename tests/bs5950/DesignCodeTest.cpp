@@ -165,6 +165,9 @@ TEST(DesignCode, OptionsReachTheMember)
     EXPECT_EQ(options(L"connection", 0.0).connection, Connection::NotGiven);
     EXPECT_EQ(options(L"connection", 1.0).connection, Connection::OneBolt);
     EXPECT_EQ(options(L"connection", 2.0).connection, Connection::TwoBoltsMore);
+    EXPECT_EQ(options(L"ltb", 0.0).lateral, LateralMethod::Tables);
+    EXPECT_EQ(options(L"ltb", 1.0).lateral, LateralMethod::Tables);
+    EXPECT_EQ(options(L"ltb", 2.0).lateral, LateralMethod::Elastic);
     EXPECT_EQ(std::wstring(Description().options[OptionNamed(L"connection")].values[0].name), L"bolt");
     EXPECT_TRUE(options(L"moments-hold-eccentricity", 1.0).momentsHoldEccentricity);
     EXPECT_TRUE(options(L"simple-column", 1.0).simpleColumn);

@@ -50,6 +50,7 @@ DesignTest::Member InEveryManner(std::mt19937& random, CSteelMemberBS5950& membe
     options.simpleColumn = one(5);
     if (one(3)) options.stiffBearing = 0.075;
     if (one(4)) options.stiffenerSpacing = 0.9;
+    if (one(3)) options.lateral = LateralMethod::Elastic;
     member.SetOptions(options);
     if (one(6)) member.SetEquivalentUniformMomentFactor(0.35 + 0.1 * static_cast<double>(random() % 7));
     member.SetLengthOverride(one(8));

@@ -21,6 +21,7 @@ TEST(Findings, StatusesOfRulesHaveTheirWords)
     EXPECT_EQ(std::wstring(Design::StatusName(CheckStatus::NotApplicable)), L"not applicable");
     EXPECT_EQ(std::wstring(Design::StatusName(CheckStatus::NotEvaluated)), L"not evaluated");
     EXPECT_EQ(std::wstring(Design::StatusName(CheckStatus::OutOfScope)), L"outside the input");
+    EXPECT_EQ(std::wstring(Design::StatusName(CheckStatus::Information)), L"information");
 }
 
 TEST(Findings, AQuantityHasItsUnit)

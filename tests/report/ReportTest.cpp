@@ -333,7 +333,8 @@ TEST(Report, BarsAreAsLongAsTheirUtilisation)
     std::vector<double> expected;
     for (const Json& entry : member.at("checks")) {
         const double u = entry.at("utilisation").get<double>();
-        if (u > 0.0) expected.push_back(u);
+        // What stands there for information is no check and has no bar.
+        if (u > 0.0 && entry.at("status") != "information") expected.push_back(u);
     }
     std::vector<double> drawn;
     double unit = 0.0;

@@ -137,7 +137,9 @@ void CSteelMemberBS5950::RunBuckling()
     m_ledger.MarkGoverning();
     if (!Result()) return;
     WriteBucklingUtilisations();
-    if (text) Text(*this).Summary();
+    if (!text) return;
+    Text(*this).ElasticOffers();
+    Text(*this).Summary();
 }
 
 bool CSteelMemberBS5950::CheckBuckling()

@@ -8,6 +8,7 @@
 namespace Keltrix::BS5950 {
 
 using Steel::CCodeShare;
+using Steel::CMemberResult;
 using Steel::CResultIndent;
 
 namespace {
@@ -275,6 +276,10 @@ void CSteelMemberBS5950::Text::Lateral(const SpanResult& span)
                                                       : L"effective length given as zero");
         return;
     }
+    if (span.elastic) {
+        ElasticLateral(span);
+        return;
+    }
     LateralLength(span);
     LateralSlenderness(span);
     const bool angle = s.shape == Shape::Angle;
@@ -289,6 +294,72 @@ void CSteelMemberBS5950::Text::Lateral(const SpanResult& span)
     LateralFactor(span);
     Line(L"mLT M%s/%s = %s * %s/%s = %s", angle ? L"u" : L"x", Mb, m_fmt.NoDim(span.m), m_fmt.Moment(span.effect),
          m_fmt.Moment(span.resistance), Verdict(span.utilisation, false));
+}
+
+// From the critical factor to Mb.
+void CSteelMemberBS5950::Text::ElasticResistance(const SpanResult& span)
+{
+    const SectionProperties& s = m_member.Properties();
+    const ElasticUnit& e = *span.elastic;
+    const wchar_t* const p = span.py < m_member.Steel().py ? L"pyr" : L"py";
+    const CString py = m_fmt.Stress(span.py);
+    const CString E = m_fmt.Stress(m_member.Steel().E);
+    Line(L"elastic analysis of this length as it is held and loaded, load heights included, under the moments alone; E "
+         L"= "
+         L"%s, G = E/2.6 = %s/2.6 = %s <i>cl. 3.1.3</i>",
+         E, E, m_fmt.Stress(m_member.Steel().E / 2.6));
+    switch (e.outcome) {
+    case Stability::Outcome::NotHeld:
+        Line(L"not held: the restraints leave this length free to move sideways or to twist; pb = 0");
+        break;
+    case Stability::Outcome::NothingBuckles:
+        Line(L"nothing buckles under these moments, however large they are: pb = %s", p);
+        break;
+    case Stability::Outcome::Buckles: {
+        const CString Mcr = m_fmt.Moment(e.Mcr);
+        const CString Mp = m_fmt.Moment(span.modulus * span.py);
+        Line(L"Mcr = λcr Mmax/(1 + error) = %s * %s/(1 + %s) = %s", m_fmt.NoDim(e.lambda),
+             m_fmt.Moment(e.largestMoment), m_fmt.NoDim(e.error), Mcr);
+        Line(L"Mp = βW Sx %s = %s * %s * %s = %s <i>cl. 4.3.6.9</i>", p, m_fmt.NoDim(span.lt.betaW), Volume(s.Sx), py,
+             Mp);
+        Line(L"λLT = (π² E/%s)^0.5 (Mp/Mcr)^0.5 = (9.87 * %s/%s)^0.5 * (%s/%s)^0.5 = %s <i>Annex B.2</i>", p, E, py, Mp,
+             Mcr, m_fmt.NoDim(span.lt.lambdaLT));
+        Line(L"for %s = %s: λL0 = %s, pb = %s <i>Annex B.2</i>", p, py,
+             m_fmt.NoDim(LimitingSlendernessLT(span.py, m_member.Steel().E)), m_fmt.Stress(span.strength));
+        break;
+    }
+    }
+    Line(L"Mb = pb W = %s * %s = %s <i>cl. 4.3.6.4</i>, class %i", m_fmt.Stress(span.strength), Volume(span.modulus),
+         m_fmt.Moment(span.resistance), span.cls);
+}
+
+void CSteelMemberBS5950::Text::ElasticLateral(const SpanResult& span)
+{
+    ElasticResistance(span);
+    if (m_member.EquivalentUniformMomentFactor())
+        Line(L"mLT = %s, given by the user, at least 1", m_fmt.NoDim(span.m));
+    else
+        Line(L"mLT = 1: the shape of the moments is part of Mcr");
+    if (span.elastic->outcome == Stability::Outcome::NotHeld) m_member.m_parts.back().second.isMarked = true;
+    Line(L"mLT Mx/Mb = %s * %s/%s = %s", m_fmt.NoDim(span.m), m_fmt.Moment(span.effect), m_fmt.Moment(span.resistance),
+         Verdict(span.utilisation, false));
+    const SpanResult tables = m_member.WorstByTables(span);
+    if (!tables.applied) return;
+    Line(L"beside it, by Tables 13, 14 and 18, for information; %s to %s; LE = %s; mLT Mx/Mb = %s * %s/%s = %s",
+         m_fmt.Length(tables.start), m_fmt.Length(tables.end), m_fmt.Length(tables.LE), m_fmt.NoDim(tables.m),
+         m_fmt.Moment(tables.effect), m_fmt.Moment(tables.resistance), m_fmt.Util(tables.utilisation));
+}
+
+void CSteelMemberBS5950::Text::ElasticOffers()
+{
+    for (const SpanResult& span : m_member.OfferedUnits()) {
+        SpanTitle(L"For information, lateral-torsional buckling by the elastic critical moment", span);
+        const CResultIndent indent(&m_result);
+        ElasticResistance(span);
+        Line(L"mLT Mx/Mb = %s * %s/%s = %s, for information: option ltb checks so", m_fmt.NoDim(span.m),
+             m_fmt.Moment(span.effect), m_fmt.Moment(span.resistance),
+             m_fmt.Util(CMemberResult::InfinitiseNANs(span.utilisation)));
+    }
 }
 
 void CSteelMemberBS5950::Text::Interaction(const InteractionResult& r)

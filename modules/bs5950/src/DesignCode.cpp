@@ -13,9 +13,10 @@ using Design::CodeSettings;
 using Design::OptionKind;
 
 // Places in the list of options.
-enum Option : std::size_t { EXACT, CONNECTION, MOMENTS_HOLD_ECCENTRICITY, SIMPLE_COLUMN, BEARING, STIFFENERS };
+enum Option : std::size_t { EXACT, CONNECTION, MOMENTS_HOLD_ECCENTRICITY, SIMPLE_COLUMN, BEARING, STIFFENERS, LTB };
 // Places in the list of values, counted from 1.
 enum ConnectionValue : std::size_t { ONE_BOLT = 1, TWO_BOLTS_MORE };
+enum LateralValue : std::size_t { BY_TABLES = 1, ELASTIC };
 
 Design::CodeDescription MakeDescription()
 {
@@ -35,7 +36,12 @@ Design::CodeDescription MakeDescription()
          {}},
         {OptionKind::Flag, L"simple-column", L"Column in simple construction, nominal moments (4.7.7)", {}},
         {OptionKind::Length, L"bearing", L"Stiff bearing length at supports and loads, m (4.5)", {}, 0.001, 1.0},
-        {OptionKind::Length, L"stiffeners", L"Distance of transverse web stiffeners, m (4.4.5)", {}, 0.01, 100.0}};
+        {OptionKind::Length, L"stiffeners", L"Distance of transverse web stiffeners, m (4.4.5)", {}, 0.01, 100.0},
+        {OptionKind::Choice,
+         L"ltb",
+         L"Lateral-torsional buckling by Tables 13, 14 and 18, or by elastic critical moments (Annex B)",
+         {{L"tables", L"effective lengths and moment factors of the standard's tables"},
+          {L"elastic", L"elastic critical moment of the member as it is held and loaded"}}}};
     d.grades = {{L"S275", L"Table 9"},
                 {L"S355", L"Table 9"},
                 {L"S460", L"Table 9"},
@@ -63,6 +69,7 @@ DesignOptions OptionsOf(const CodeSettings& settings)
     options.simpleColumn = settings.Flag(SIMPLE_COLUMN);
     options.stiffBearing = settings.Length(BEARING);
     options.stiffenerSpacing = settings.Length(STIFFENERS);
+    if (settings.Choice(LTB) == ELASTIC) options.lateral = LateralMethod::Elastic;
     return options;
 }
 

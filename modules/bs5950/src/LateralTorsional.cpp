@@ -109,7 +109,12 @@ SpanResult CSteelMemberBS5950::LateralSpan(const Stretch& stretch, bool turned) 
 
 void CSteelMemberBS5950::FindLateralSpans(bool turned)
 {
-    for (const Stretch& stretch : LateralStretches(turned)) {
+    const std::vector<Stretch> stretches = LateralStretches(turned);
+    if (!m_units.empty()) {
+        FindElasticSpans(stretches, MemberPoints().front().GetPos(), MemberPoints().back().GetPos());
+        return;
+    }
+    for (const Stretch& stretch : stretches) {
         m_spans.push_back(LateralSpan(stretch, turned));
         if (LengthOverride()) SetOverride(m_spans.back(), Llt());
     }
@@ -129,11 +134,15 @@ void CSteelMemberBS5950::SetLateralLength(SpanResult& span)
     if (!span.cantilever && (IsUnsupportedEnd(span.from) || IsUnsupportedEnd(span.to)))
         Assume(L"vertical support", L"an end without major axis shear restraint is taken as supported, not as a tip",
                std::nan(""));
+    FindLateralLength(span, CCodeShare(Result()));
+}
+
+void CSteelMemberBS5950::FindLateralLength(SpanResult& span, const CCodeShare& rules) const
+{
     Stretch stretch;
     stretch.cantilever = span.cantilever;
     stretch.left = span.from;
     stretch.right = span.to;
-    const CCodeShare rules(Result());
     for (const Flange f : FLANGES) {
         if (!span.compressed[Index(f)]) continue;
         const Design::LateralLength length = Design::FindLateralLength(
@@ -248,33 +257,52 @@ void CSteelMemberBS5950::SetBendingResistance(SpanResult& span) const
     }
 }
 
-// mLT. Table 18 reads the whole diagram; it serves a flange where the largest moment of either sign compresses it.
+// mLT. Table 18 reads the whole diagram; it serves a flange where the largest moment of either sign compresses it. The elastic
+// critical moment has the shape of the moments in it.
+double CSteelMemberBS5950::LateralFactor(const SpanResult& span) const
+{
+    if (span.elastic) return Factor(1.0, 1.0);
+    const bool uniform = span.destabilising || span.cantilever; // 4.3.6.6
+    const bool largest = BelongsToBoth(span) || span.effect >= span.momentX.Mmax * (1.0 - EQUAL);
+    const double computed = largest ? span.momentX.factor : 1.0;
+    return Factor(computed, uniform || !span.momentX.balanced || IsSimpleColumn(span) ? 1.0 : 0.0);
+}
+
 void CSteelMemberBS5950::SetLateralFactor(SpanResult& span)
 {
-    const bool uniform = span.destabilising || span.cantilever; // 4.3.6.6
+    span.m = LateralFactor(span);
+    if (span.applied && span.elastic && EquivalentUniformMomentFactor().value_or(1.0) < 1.0)
+        Assume(L"mLT beside an elastic critical moment",
+               L"1.0 in place of a smaller factor given by the user: the shape of the moments is part of Mcr", 1.0);
+    const bool uniform = (span.destabilising || span.cantilever) && !span.elastic;
     if (span.applied && uniform && EquivalentUniformMomentFactor().value_or(1.0) < 1.0)
         Assume(L"mLT under destabilising loads", L"1.0 in place of a smaller factor given by the user (4.3.6.6)", 1.0);
     if (span.applied && uniform && !EquivalentUniformMomentFactor())
         Assume(L"mLT", L"1.0 for a destabilising load or a cantilever (4.3.6.6)", 1.0);
-    const bool largest = BelongsToBoth(span) || span.effect >= span.momentX.Mmax * (1.0 - EQUAL);
-    const double computed = largest ? span.momentX.factor : 1.0;
-    span.m = Factor(computed, uniform || !span.momentX.balanced || IsSimpleColumn(span) ? 1.0 : 0.0);
+}
+
+bool CSteelMemberBS5950::IsLateralApplied(const SpanResult& span) const
+{
+    return span.sense != CCodeShare::LT_COMP_NONE && !span.continuous && CanBuckleLaterally(m_section.Properties()) &&
+           !(span.overridden && span.LE == 0.0);
 }
 
 void CSteelMemberBS5950::CheckLateral(SpanResult& span)
 {
     const bool text = Result() && Result()->TextEnabled();
     span.Mx = span.effect;
-    span.applied = span.sense != CCodeShare::LT_COMP_NONE && !span.continuous &&
-                   CanBuckleLaterally(m_section.Properties()) && !(span.overridden && span.LE == 0.0);
+    span.applied = IsLateralApplied(span);
     if (text) Text(*this).LateralTitle(span);
-    if (span.applied) {
+    if (span.applied && !span.elastic) {
         const Steel::CResultIndent indent(Result());
         SetLateralLength(span);
     } else if (span.continuous)
         span.lengthRule = L"flange held along its length (4.2.2)";
     span.slenderness = span.LE / span.radius;
-    SetBendingResistance(span);
+    if (span.elastic)
+        SetElasticResistance(span);
+    else
+        SetBendingResistance(span);
     SetLateralFactor(span);
     if (span.applied) span.utilisation = Ratio(span.m * span.effect, span.resistance);
     RecordLateral(span);
@@ -292,6 +320,13 @@ void CSteelMemberBS5950::RecordLateral(const SpanResult& span)
         e.utilisation = CMemberResult::InfinitiseNANs(span.utilisation);
         e.status = e.utilisation > 1.0 ? CheckStatus::Failed : CheckStatus::Passed;
         if (!(span.LE < INF)) e.reason = L"no effective length: no row of Table 13 or 14 applies to an end of the span";
+        if (span.elastic) {
+            const bool held = span.elastic->outcome != Stability::Outcome::NotHeld;
+            e.clause = L"Annex B.2, elastic Mcr";
+            e.slenderness = span.lt.lambdaLT;
+            e.reason = held ? L"by the elastic critical moment"
+                            : L"not held: the restraints leave the length free to move sideways or to twist";
+        }
     } else {
         e.status = CheckStatus::NotApplicable;
         e.reason = span.continuous ? L"the flange is held along the span (4.2.2)"

@@ -80,7 +80,10 @@ void CSteelMemberBS5950::Text::LedgerTable()
 {
     Line(L"<h4>Ledger of checks:</h4>");
     CString rows = L"<table><align left>Clause\tRule\tStatus\tWhere\tUtilisation\tResistance\n";
-    for (const LedgerEntry& e : m_member.m_ledger.Entries()) {
+    std::vector<LedgerEntry> entries = m_member.m_ledger.Entries();
+    for (const LedgerEntry& e : m_member.Information())
+        entries.push_back(e);
+    for (const LedgerEntry& e : entries) {
         CString where;
         if (e.position >= 0)
             where.Format(L"position %i at %s", e.position + 1, m_fmt.Length(e.start));
@@ -92,7 +95,8 @@ void CSteelMemberBS5950::Text::LedgerTable()
                               e.quantity == Quantity::Force    ? m_fmt.Force(e.resistance)
                               : e.quantity == Quantity::Moment ? m_fmt.Moment(e.resistance)
                                                                : m_fmt.Stress(e.resistance));
-        const bool done = e.status == CheckStatus::Passed || e.status == CheckStatus::Failed;
+        const bool done =
+            e.status == CheckStatus::Passed || e.status == CheckStatus::Failed || e.status == CheckStatus::Information;
         const CString name = e.governing ? CString(L"<b>") + RuleName(e.rule) + L" (governs)</b>" : RuleName(e.rule);
         const CString status = e.status == CheckStatus::Failed ? CString(L"<red>failed</red>") : StatusName(e.status);
         rows.AppendFormat(L"%s\t%s\t%s%s%s\t%s\t%s\t%s\n", e.clause, name, status, *e.reason ? L": " : L"", e.reason,

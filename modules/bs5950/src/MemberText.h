@@ -21,6 +21,8 @@ public:
     void LateralTitle(const SpanResult& span);
     void Lateral(const SpanResult& span);
     void Interaction(const InteractionResult& r);
+    /// Elastic critical moments beside checks by the tables.
+    void ElasticOffers();
     /// Assumptions, rules not evaluated and the ledger.
     void Summary();
 
@@ -49,6 +51,8 @@ private:
     void CompressionResistanceLines(const SpanResult& span);
     void LateralLength(const SpanResult& span);
     void LateralSlenderness(const SpanResult& span);
+    void ElasticLateral(const SpanResult& span);
+    void ElasticResistance(const SpanResult& span);
     void MomentTerms(const InteractionResult& r);
     void SimplifiedInteraction(const InteractionResult& r);
     void ExactInteraction(const InteractionResult& r);

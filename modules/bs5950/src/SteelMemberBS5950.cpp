@@ -82,6 +82,8 @@ void CSteelMemberBS5950::DropFindings()
     m_webLoads.clear();
     m_spans.clear();
     m_interactions.clear();
+    m_units.clear();
+    m_elasticReason = CString();
     m_parts.clear();
     m_refusal = {};
     m_class = 0;
@@ -175,6 +177,7 @@ bool CSteelMemberBS5950::Prepare()
         return false;
     }
     MakeDiagrams();
+    FindElasticUnits();
     CollectPositions();
     if (Result()) {
         Result()->IniDynaArray(2 * static_cast<int>(SubSpans().size()) + 2);
@@ -224,8 +227,11 @@ void CSteelMemberBS5950::RecordOutside()
     outside(Rule::Connections, L"connections are not part of the input");
     outside(Rule::WebOpenings, L"the section is taken without openings; holes count by the net area alone");
     absent(Rule::CompoundStruts, L"the member is one section, not laced, battened or back to back");
-    absent(Rule::TensionFlange,
-           L"an alternative that is not used: each compressed flange is checked between the sections that hold it");
+    absent(
+        Rule::TensionFlange,
+        m_options.lateral == LateralMethod::Elastic
+            ? L"an alternative that is not used: the elastic critical moment has restraints of the tension flange in it"
+            : L"an alternative that is not used: each compressed flange is checked between the sections that hold it");
     const bool angle = m_section.Properties().shape == Shape::Angle;
     absent(Rule::AngleInteraction, angle ? L"not used: angles are judged about their principal axes by 4.3.8 and "
                                            L"4.8.3.3.1, all terms with the worse sign"
@@ -311,6 +317,7 @@ void CSteelMemberBS5950::RecordWarnings()
             fmt.NoDim(factor));
         m_warnings.push_back({Design::WarningKind::LowMomentFactor, text, -1, std::nan(""), std::nan("")});
     }
+    RecordElasticWarnings();
     if (m_warnings.empty() || !Result()) return;
     Result()->AddFlags(CMemberResult::WARNING);
     if (Result()->TextEnabled()) Text(*this).Warnings();
@@ -386,7 +393,8 @@ Design::RuleFinding FindingOf(const LedgerEntry& e)
             e.resistance,
             e.symbol,
             e.quantity,
-            e.governing};
+            e.governing,
+            e.slenderness};
 }
 
 Design::LocalFinding FindingOf(const PositionResult& p)
@@ -420,6 +428,8 @@ Design::MemberFindings CSteelMemberBS5950::Findings() const
     findings.rules.reserve(m_ledger.Entries().size());
     for (const LedgerEntry& entry : m_ledger.Entries())
         findings.rules.push_back(FindingOf(entry));
+    for (const LedgerEntry& entry : Information())
+        findings.rules.push_back(FindingOf(entry));
     findings.assumptions = m_assumptions;
     findings.warnings = m_warnings;
     findings.positions.reserve(m_positions.size());
@@ -449,7 +459,7 @@ Steel::SubspanEffectiveLengthData CSteelMemberBS5950::GetEffectiveLengths() cons
     for (const SpanResult& s : m_spans) {
         const bool unchecked = s.mode == BucklingMode::LateralTorsional && s.flange[0] != s.flange[1] &&
                                !s.compressed[0] && !s.compressed[1];
-        if (s.turned || unchecked) continue;
+        if (s.turned || unchecked || s.elastic) continue;
         std::map<int, Entry>& map = maps[static_cast<int>(s.mode)];
         map.emplace(static_cast<int>(map.size()),
                     Entry(static_cast<std::size_t>(s.left), static_cast<std::size_t>(s.right - 1), s.start, s.end, s.LE,

@@ -21,9 +21,9 @@ KELTRIX_DESIGN_API const wchar_t* StatusName(Status status);
 
 /// What became of one rule. NotEvaluated: the rule applies, or may apply, and was not evaluated, so that the member cannot pass.
 /// OutOfScope: the rule is about what the input does not hold, such as the frame around the member; it is reported and does
-/// not keep a member from passing.
-enum class CheckStatus { Passed, Failed, NotApplicable, NotEvaluated, OutOfScope };
-/// "passed", "failed", "not applicable", "not evaluated", "outside the input"
+/// not keep a member from passing. Information: a figure beside the rules, which neither passes nor fails, whatever its utilisation.
+enum class CheckStatus { Passed, Failed, NotApplicable, NotEvaluated, OutOfScope, Information };
+/// "passed", "failed", "not applicable", "not evaluated", "outside the input", "information"
 KELTRIX_DESIGN_API const wchar_t* StatusName(CheckStatus status);
 
 /// What a resistance is: a force in N, a moment in N·m, a stress in Pa or none.
@@ -41,11 +41,13 @@ struct RuleFinding {
     double start =
         std::numeric_limits<double>::quiet_NaN(); ///< position or start of the span; of the whole member without
     double end = std::numeric_limits<double>::quiet_NaN();
-    double utilisation = 0.0; ///< 0 where nothing was evaluated
+    double utilisation = 0.0; ///< 0 where nothing was evaluated; of information what it would be
     double resistance = std::numeric_limits<double>::quiet_NaN();
     const wchar_t* symbol = L""; ///< of the resistance: "Mcx"
     Quantity quantity = Quantity::None;
     bool governing = false; ///< the largest utilisation of the whole member
+    double slenderness =
+        std::numeric_limits<double>::quiet_NaN(); ///< with which the resistance was found, where it is given
 
     bool WasEvaluated() const { return status == CheckStatus::Passed || status == CheckStatus::Failed; }
 };
@@ -64,6 +66,7 @@ KELTRIX_DESIGN_API CString AssumptionText(const Assumption& assumption, const CD
 
 enum class WarningKind {
     UnbalancedForces, ///< the end moments of a sub-span do not belong to its shears
+    OtherMethod,      ///< a method that the options ask for cannot be used, and another one stands in
     LowMomentFactor   ///< an equivalent uniform moment factor was given that lies below any of the standard's tables
 };
 
@@ -143,7 +146,7 @@ struct MemberFindings {
 
     /// The finding that governs, or null.
     KELTRIX_DESIGN_API const RuleFinding* Governing() const;
-    /// The finding of the largest utilisation of a rule (its first where all are zero), or null.
+    /// The finding of the largest utilisation of a rule (its first where all are zero), or null. Information does not count.
     KELTRIX_DESIGN_API const RuleFinding* Worst(int rule) const;
     KELTRIX_DESIGN_API bool HasFailed() const;
 };

@@ -11,6 +11,12 @@ enum class Connection {
     TwoBoltsMore, ///< two or more bolts in line along the member, or welds of that length
 };
 
+/// How lateral-torsional buckling about the major axis is checked.
+enum class LateralMethod {
+    Tables, ///< effective lengths of Tables 13 and 14, mLT of Table 18
+    Elastic ///< elastic critical moment of the member as it is held and loaded, strength by Annex B
+};
+
 /// What an engineer says about a member beyond the input file. Each option that departs from its default is named among the
 /// assumptions of the check.
 struct DesignOptions {
@@ -23,6 +29,7 @@ struct DesignOptions {
     double stiffBearing = 0.0;
     /// Distance between intermediate transverse stiffeners of the web, m; 0 where there are none. Clause 4.4.5.
     double stiffenerSpacing = 0.0;
+    LateralMethod lateral = LateralMethod::Tables;
 };
 
 } // namespace Keltrix::BS5950

@@ -79,7 +79,8 @@ struct LedgerEntry {
     double resistance = std::numeric_limits<double>::quiet_NaN();
     const wchar_t* symbol = L""; ///< of the resistance: "Mcx"
     Quantity quantity = Quantity::None;
-    bool governing = false; ///< the largest utilisation of the whole ledger
+    bool governing = false;                                        ///< the largest utilisation of the whole ledger
+    double slenderness = std::numeric_limits<double>::quiet_NaN(); ///< λLT or λ, of information and of elastic checks
 };
 
 /// The ledger of checks of a member: one entry for every rule, several where it was applied span by span.

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <limits>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -14,6 +15,7 @@
 #include "keltrix/design/Findings.h"
 #include "keltrix/design/MomentDiagram.h"
 #include "keltrix/design/Stretches.h"
+#include "keltrix/stability/CriticalLoad.h"
 #include "keltrix/steel/SteelMember.h"
 
 namespace Keltrix::BS5950 {
@@ -105,8 +107,23 @@ struct MomentShape {
     double factor = 1.0;  ///< mLT of Table 18 or m of Table 26; 1.0 where not balanced
 };
 
+/// A length of the member that buckles by itself under the major-axis moments alone (Stability::Unit), and its elastic critical
+/// moment.
+struct ElasticUnit {
+    double start = 0.0; ///< m
+    double end = 0.0;
+    Stability::Outcome outcome = Stability::Outcome::NothingBuckles;
+    double lambda = 0.0;        ///< smallest factor above zero of the moments as given; infinite where nothing buckles
+    double error = 0.0;         ///< estimated relative error of the factor
+    double largestMoment = 0.0; ///< largest magnitude, N·m
+    /// lambda times the largest moment, less the estimated error. 0 where the length is not held, infinite where nothing buckles.
+    double Mcr = 0.0;
+    const wchar_t* refusal = nullptr; ///< why the critical moment cannot be used; null where it can
+};
+
 /// One span of a buckling check: what it reaches from and to, and what was found. A span of lateral-torsional buckling is a
-/// stretch of one flange, or of both where both have the same ends (Design::FindStretches); its ends need not be member points.
+/// stretch of one flange, or of both where both have the same ends (Design::FindStretches); its ends need not be member points. With the
+/// option LateralMethod::Elastic it is a length that buckles by itself, for both flanges.
 struct SpanResult {
     BucklingMode mode = BucklingMode::Major;
     int left = 0, right = 0; ///< places of the member points at or outside the ends
@@ -121,7 +138,7 @@ struct SpanResult {
     const wchar_t* startReason = L"";
     const wchar_t* endReason = L"";
 
-    double LE = 0.0; ///< effective length; infinite where no row of a table applies
+    double LE = 0.0; ///< effective length; infinite where no row of a table applies; 0 of an elastic check
     const wchar_t* lengthRule = L"";
     double lengthFactor = 0.0;     ///< of Table 22; 0 where the rule has none
     double tipMoment = 0.0;        ///< moment at the tip of a cantilever; from 1 N·m on it lengthens LE (4.3.5.4)
@@ -154,6 +171,7 @@ struct SpanResult {
     double Aeff = 0.0;
     double py = 0.0; ///< design strength of the class: py, or pyr of clause 3.6.5
     SlendernessLT lt;
+    std::optional<ElasticUnit> elastic; ///< of lateral-torsional buckling that is checked elastically
 };
 
 /// Resistances of the governing positions by their symbols; not-a-number where a rule was not applied.
@@ -253,6 +271,10 @@ public:
     const std::vector<WebLoadResult>& WebLoads() const { return m_webLoads; }
     const std::vector<SpanResult>& Spans() const { return m_spans; }
     const std::vector<InteractionResult>& Interactions() const { return m_interactions; }
+    /// Figures beside the rules, as entries of status Information: lateral-torsional buckling by the method that was not used, and
+    /// the elastic critical load of a strut. With LateralMethod::Tables the elastic figures are given where a stretch has no effective length, where
+    /// the other flange is held along it, and for cantilevers. Calculated at each call; empty before a check.
+    std::vector<LedgerEntry> Information() const;
     ResistanceSummary Resistances() const;
 
 protected:
@@ -323,12 +345,31 @@ private:
     void SetStrutSlenderness(SpanResult& span) const;
     void SetCompressionResistance(SpanResult& span) const;
     void FindLateralSpans(bool turned);
+    struct ElasticAnalysis;
+    ElasticAnalysis AnalyseElastically() const;
+    void FindElasticUnits();
+    bool CanUseElastic() const;
+    const wchar_t* ElasticRefusal(const std::vector<Design::Stretch>& stretches) const;
+    void FindElasticSpans(const std::vector<Design::Stretch>& stretches, double from, double to);
+    SpanResult ElasticSpan(double from, double to, const ElasticUnit* unit) const;
+    void SetElasticResistance(SpanResult& span) const;
+    bool OffersElastic(const SpanResult& span) const;
+    SpanResult WorstByTables(const SpanResult& span) const;
+    std::vector<SpanResult> OfferedUnits() const;
+    LedgerEntry InformationEntry(const SpanResult& span, const wchar_t* reason) const;
+    void AddLateralInformation(std::vector<LedgerEntry>& entries) const;
+    void RecordElasticWarnings();
+    double CheckedFlexuralLoad(double from, double to) const;
+    void AddStrutInformation(std::vector<LedgerEntry>& entries) const;
     std::vector<Design::Stretch> LateralStretches(bool turned) const;
     SpanResult LateralSpan(const Design::Stretch& stretch, bool turned) const;
     void CheckLateral(SpanResult& span);
     void SetLateralLength(SpanResult& span);
+    void FindLateralLength(SpanResult& span, const Steel::CCodeShare& rules) const;
     void SetBendingResistance(SpanResult& span) const;
     void SetLateralFactor(SpanResult& span);
+    double LateralFactor(const SpanResult& span) const;
+    bool IsLateralApplied(const SpanResult& span) const;
     bool IsSimpleColumn(const SpanResult& span) const;
     void FindLevels();
     std::pair<double, double> StoreyOf(const SpanResult& span) const;
@@ -370,6 +411,8 @@ private:
     Design::MomentDiagram m_major;
     Design::MomentDiagram m_minor;
     std::vector<Design::MomentDiagram> m_principal; ///< angle: Mu and Mv, then those of the angle turned the other way
+    std::vector<ElasticUnit> m_units;               ///< where the option asks for elastic checks
+    CString m_elasticReason;                        ///< why there are none
     Ledger m_ledger;
     std::vector<Assumption> m_assumptions;
     std::vector<Design::Warning> m_warnings;

@@ -1,0 +1,366 @@
+// Lateral-torsional buckling by elastic critical moments: the lengths that buckle by themselves, λLT from Mcr, Annex B.2.
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+#include "BucklingEntry.h"
+#include "SpanClass.h"
+#include "keltrix/stability/SectionConstants.h"
+#include "keltrix/steel/CodeShare.h"
+
+namespace Keltrix::BS5950 {
+
+using Design::EndKind;
+using Design::Stretch;
+using Stability::Outcome;
+using Steel::CMemberResult;
+
+namespace {
+
+constexpr double INF = std::numeric_limits<double>::infinity();
+// Poisson's ratio, 3.1.3.
+constexpr double POISSON = 0.30;
+// Largest estimated relative error of a critical moment that is used.
+constexpr double LARGEST_ERROR = 0.01;
+// Share of the member's length within which two positions are one.
+constexpr double SAME_PLACE = 1e-9;
+
+const wchar_t* RefusalOf(const Stability::Unit& unit)
+{
+    if (unit.outcome == Outcome::NotHeld) return nullptr; // whatever the moments
+    if (!unit.balanced) return L"the forces of a sub-span do not balance";
+    if (unit.restraintsLeftOut) return L"its restraints follow each other more closely than the analysis can take";
+    if (unit.positive && !(unit.positive->error <= LARGEST_ERROR))
+        return L"the estimated error of the analysis is above 1 %";
+    return nullptr;
+}
+
+ElasticUnit ElasticUnitOf(const Stability::Unit& unit)
+{
+    ElasticUnit e;
+    e.start = unit.start;
+    e.end = unit.end;
+    e.outcome = unit.outcome;
+    e.largestMoment = unit.largestMoment;
+    e.refusal = RefusalOf(unit);
+    e.lambda = e.Mcr = INF;
+    if (unit.positive) {
+        e.lambda = unit.positive->lambda;
+        e.error = unit.positive->error;
+        e.Mcr = e.lambda * e.largestMoment / (1.0 + e.error);
+    }
+    if (e.outcome == Outcome::NotHeld) e.lambda = e.Mcr = 0.0;
+    return e;
+}
+
+bool Overlaps(double from, double to, double otherFrom, double otherTo, double tolerance)
+{
+    return std::min(to, otherTo) - std::max(from, otherFrom) > tolerance;
+}
+
+} // namespace
+
+struct CSteelMemberBS5950::ElasticAnalysis {
+    std::vector<ElasticUnit> units;
+    CString reason; ///< why there are none
+};
+
+// The bending moments alone: axial forces take part by the interaction of 4.8.3.3.
+CSteelMemberBS5950::ElasticAnalysis CSteelMemberBS5950::AnalyseElastically() const
+{
+    ElasticAnalysis analysis;
+    const double E = m_section.Steel().E;
+    const auto constants =
+        Stability::MakeSectionConstants(GetKeltrixSec(), E, E / (2.0 * (1.0 + POISSON)), &analysis.reason);
+    if (!constants) return analysis;
+    std::vector<Steel::CSubSpan> bent = SubSpans();
+    for (Steel::CSubSpan& sub : bent) {
+        Vec3<double> left = sub.GetForcesLeft();
+        Vec3<double> right = sub.GetForcesRight();
+        left.x = right.x = 0.0;
+        sub.SetForcesAll(left, right);
+    }
+    const Stability::CriticalLoads loads = Stability::FindCriticalLoads(MemberPoints(), bent, m_major, *constants);
+    analysis.reason = loads.reason;
+    for (const Stability::Unit& unit : loads.units)
+        analysis.units.push_back(ElasticUnitOf(unit));
+    return analysis;
+}
+
+bool CSteelMemberBS5950::CanUseElastic() const
+{
+    return m_options.lateral == LateralMethod::Elastic && CanBuckleLaterally(m_section.Properties()) &&
+           m_major.Largest() > LeastMomentX();
+}
+
+void CSteelMemberBS5950::FindElasticUnits()
+{
+    m_units.clear();
+    m_elasticReason = CString();
+    if (!CanUseElastic()) return;
+    if (LengthOverride()) {
+        m_elasticReason = L"the effective length is given";
+        return;
+    }
+    ElasticAnalysis analysis = AnalyseElastically();
+    m_units = std::move(analysis.units);
+    m_elasticReason = analysis.reason;
+    if (!m_elasticReason.IsEmpty()) return;
+    Assume(
+        L"lateral-torsional buckling",
+        L"by elastic critical moments, as the options say; partial restraints and restraint by friction hold nothing, "
+        L"what lies beyond the ends of a length is neglected",
+        std::nan(""));
+}
+
+// What was asked for and is not done, where nobody can miss it.
+void CSteelMemberBS5950::RecordElasticWarnings()
+{
+    const CDesFormat fmt = Result() ? Result()->DesFormat() : CDesFormat();
+    const auto warn = [&](const CString& where, const CString& reason, double start, double end) {
+        CString text;
+        text.Format(L"lateral-torsional buckling%s is checked by Tables 13, 14 and 18 and not by the elastic critical "
+                    L"moment that the options ask for: %s",
+                    where, reason);
+        m_warnings.push_back({Design::WarningKind::OtherMethod, text, -1, start, end});
+    };
+    if (!m_elasticReason.IsEmpty()) warn(CString(), m_elasticReason, std::nan(""), std::nan(""));
+    for (const ElasticUnit& unit : m_units) {
+        if (!unit.refusal) continue;
+        CString where;
+        where.Format(L" between %s and %s", fmt.Length(unit.start), fmt.Length(unit.end));
+        warn(where, unit.refusal, unit.start, unit.end);
+    }
+}
+
+// A span of an elastic check: a unit, or between units a length that is held all along.
+SpanResult CSteelMemberBS5950::ElasticSpan(double from, double to, const ElasticUnit* unit) const
+{
+    const auto& points = MemberPoints();
+    const int last = static_cast<int>(points.size()) - 1;
+    const double tolerance = SAME_PLACE * Length();
+    const auto end = [&](double x, bool isLeft) {
+        Design::StretchEnd e;
+        e.x = x;
+        e.kind = EndKind::ContinuousEdge;
+        for (int i = 0; i <= last; ++i)
+            if (std::abs(points[static_cast<std::size_t>(i)].GetPos() - x) <= tolerance && (isLeft || e.point < 0))
+                e.point = i;
+        if (e.point < 0) return e;
+        e.kind = EndKind::HeldPoint;
+        if (e.point == 0 || e.point == last)
+            e.kind = Design::IsTip(points, e.point) ? EndKind::Tip : EndKind::MemberEnd;
+        e.restraint = Design::Resolved(PointRestraint(e.point), 0);
+        return e;
+    };
+    Stretch stretch;
+    stretch.flange = {true, true};
+    stretch.held = !unit;
+    stretch.left = end(from, true);
+    stretch.right = end(to, false);
+    stretch.cantilever = stretch.left.kind == EndKind::Tip || stretch.right.kind == EndKind::Tip;
+    stretch.moments = m_major.Between(from, to);
+    SpanResult span = LateralSpan(stretch, false);
+    const auto reason = [](EndKind kind) {
+        switch (kind) {
+        case EndKind::HeldPoint:
+        case EndKind::ContinuousEdge:
+            return L"held laterally and against twist";
+        case EndKind::Tip:
+            return Design::EndKindText(EndKind::Tip);
+        case EndKind::MemberEnd:
+            break;
+        }
+        return L"end of the member, as its restraint holds it";
+    };
+    span.startReason = reason(span.from.kind);
+    span.endReason = reason(span.to.kind);
+    if (unit) span.elastic = *unit;
+    return span;
+}
+
+// Why a part of the member is checked by the tables although the options ask for elastic checks; null where it is not.
+const wchar_t* CSteelMemberBS5950::ElasticRefusal(const std::vector<Stretch>& stretches) const
+{
+    for (const Stretch& stretch : stretches)
+        if (IsSimpleColumn(LateralSpan(stretch, false))) return L"column in simple construction (4.7.7)";
+    for (const ElasticUnit& unit : m_units)
+        for (const Stretch& stretch : stretches)
+            if (unit.refusal && Overlaps(unit.start, unit.end, stretch.left.x, stretch.right.x, SAME_PLACE * Length()))
+                return unit.refusal;
+    return nullptr;
+}
+
+// Parts of the member between places at which neither a unit nor a stretch goes on are checked in one way each: all units of a part
+// elastically or all of its stretches by the tables.
+void CSteelMemberBS5950::FindElasticSpans(const std::vector<Stretch>& stretches, double from, double to)
+{
+    const double tolerance = SAME_PLACE * Length();
+    std::vector<double> cuts{from, to};
+    for (const ElasticUnit& unit : m_units)
+        for (const double x : {unit.start, unit.end}) {
+            const bool inside = std::any_of(stretches.begin(), stretches.end(), [&](const Stretch& s) {
+                return s.left.x < x - tolerance && s.right.x > x + tolerance;
+            });
+            if (!inside) cuts.push_back(x);
+        }
+    std::sort(cuts.begin(), cuts.end());
+    for (std::size_t i = 0; i + 1 < cuts.size(); ++i) {
+        const double a = cuts[i];
+        const double b = cuts[i + 1];
+        if (!(b - a > tolerance)) continue;
+        std::vector<Stretch> part;
+        std::copy_if(stretches.begin(), stretches.end(), std::back_inserter(part),
+                     [&](const Stretch& s) { return Overlaps(a, b, s.left.x, s.right.x, tolerance); });
+        if (ElasticRefusal(part)) {
+            for (const Stretch& stretch : part)
+                m_spans.push_back(LateralSpan(stretch, false));
+            continue;
+        }
+        double x = a;
+        for (const ElasticUnit& unit : m_units) {
+            if (!Overlaps(a, b, unit.start, unit.end, tolerance)) continue;
+            if (unit.start - x > tolerance) m_spans.push_back(ElasticSpan(x, unit.start, nullptr));
+            m_spans.push_back(ElasticSpan(unit.start, unit.end, &unit));
+            x = unit.end;
+        }
+        if (b - x > tolerance) m_spans.push_back(ElasticSpan(x, b, nullptr));
+    }
+}
+
+// Annex B.2: pb for λLT = (π² E/py)^0.5 (Mp/Mcr)^0.5 with Mp = βW Sx py, the smallest Mb of the flanges that are compressed, each with
+// the class of the places where its moment compresses it. All of them are compared with the largest moment of the unit.
+void CSteelMemberBS5950::SetElasticResistance(SpanResult& span) const
+{
+    const SectionProperties& s = m_section.Properties();
+    const Material& m = m_section.Steel();
+    const SpanClass classes(s, m, SubSpans(), m_major, m_minor);
+    bool first = true;
+    for (std::size_t f = 0; f < 2; ++f) {
+        if (!span.compressed[f]) continue;
+        const WorstClass worst =
+            classes.Worst(span.start, span.end, f == 0 ? SpanClass::Part::Flange1 : SpanClass::Part::Flange2);
+        const Classification& c = worst.bending;
+        SlendernessLT lt;
+        lt.betaW = BetaW(s, c);
+        const double Mp = c.Wx * c.pyMomentX;
+        lt.lambdaLT =
+            std::sqrt(std::numbers::pi * std::numbers::pi * m.E / c.pyMomentX) * std::sqrt(Mp / span.elastic->Mcr);
+        lt.source = L"Annex B.2, elastic Mcr";
+        const double resistance = BendingStrength(lt.lambdaLT, c.pyMomentX, s.IsWelded(), m.E) * c.Wx;
+        if (!first && !(resistance < span.resistance)) continue;
+        first = false;
+        span.resisting = static_cast<int>(f);
+        span.cls = worst.cls;
+        span.modulus = c.Wx;
+        span.py = c.pyMomentX;
+        span.lt = lt;
+        span.resistance = resistance;
+        span.strength = resistance / c.Wx;
+    }
+}
+
+// --- Figures beside the rules ---
+
+// Where the tables give nothing, or are far on the safe side: no row, the other flange held along the stretch (Annex G), cantilevers.
+bool CSteelMemberBS5950::OffersElastic(const SpanResult& span) const
+{
+    const bool isMode = span.mode == BucklingMode::LateralTorsional && span.applied && !span.turned;
+    if (!isMode || span.elastic || span.overridden || m_options.lateral != LateralMethod::Tables ||
+        m_section.Properties().shape == Shape::Angle || IsSimpleColumn(span))
+        return false;
+    if (!(span.LE < INF) || span.cantilever) return true;
+    if (span.flange[0] == span.flange[1]) return false;
+    const std::size_t other = span.flange[0] ? 1 : 0;
+    const double tolerance = SAME_PLACE * Length();
+    return std::any_of(m_spans.begin(), m_spans.end(), [&](const SpanResult& s) {
+        return s.mode == BucklingMode::LateralTorsional && s.flange[other] && !s.turned &&
+               Overlaps(s.start, s.end, span.start, span.end, tolerance) &&
+               (s.continuous || s.start > span.start + tolerance || s.end < span.end - tolerance);
+    });
+}
+
+// Of the stretches that an elastically checked length has in common with the tables' way, the one of the largest utilisation; without
+// effect where the tables check none.
+SpanResult CSteelMemberBS5950::WorstByTables(const SpanResult& span) const
+{
+    SpanResult worst;
+    for (const Stretch& stretch : LateralStretches(false)) {
+        if (!Overlaps(stretch.left.x, stretch.right.x, span.start, span.end, SAME_PLACE * Length())) continue;
+        SpanResult s = LateralSpan(stretch, false);
+        s.applied = IsLateralApplied(s);
+        if (!s.applied) continue;
+        FindLateralLength(s, Steel::CCodeShare(nullptr));
+        SetBendingResistance(s);
+        s.m = LateralFactor(s);
+        s.utilisation = CMemberResult::InfinitiseNANs(Ratio(s.m * s.effect, s.resistance));
+        if (!worst.applied || s.utilisation > worst.utilisation) worst = s;
+    }
+    return worst;
+}
+
+LedgerEntry CSteelMemberBS5950::InformationEntry(const SpanResult& span, const wchar_t* reason) const
+{
+    LedgerEntry e = SpanEntry(Rule::LateralTorsional, span);
+    e.clause = span.elastic ? L"Annex B.2, elastic Mcr" : L"4.3.6";
+    e.status = CheckStatus::Information;
+    e.reason = reason;
+    e.utilisation = CMemberResult::InfinitiseNANs(span.utilisation);
+    e.resistance = span.resistance;
+    e.symbol = L"Mb";
+    e.quantity = Quantity::Moment;
+    e.slenderness = span.lt.lambdaLT;
+    return e;
+}
+
+void CSteelMemberBS5950::AddLateralInformation(std::vector<LedgerEntry>& entries) const
+{
+    for (const SpanResult& span : m_spans) {
+        if (!span.elastic || !span.applied) continue;
+        const SpanResult tables = WorstByTables(span);
+        if (tables.applied)
+            entries.push_back(InformationEntry(tables, L"by Tables 13, 14 and 18, the way that is not used here"));
+    }
+    for (const SpanResult& unit : OfferedUnits()) {
+        const bool held = unit.elastic->outcome != Outcome::NotHeld;
+        entries.push_back(InformationEntry(
+            unit, held ? L"by the elastic critical moment, which the option ltb takes; the check above is by the tables"
+                       : L"by the elastic critical moment: not held, the restraints leave the length free to move"));
+    }
+}
+
+// The elastic figures that are offered beside the tables, one for each unit.
+std::vector<SpanResult> CSteelMemberBS5950::OfferedUnits() const
+{
+    std::vector<SpanResult> offered;
+    const auto wanted = [&](const ElasticUnit& unit) {
+        return !unit.refusal && std::any_of(m_spans.begin(), m_spans.end(), [&](const SpanResult& s) {
+            return OffersElastic(s) && Overlaps(s.start, s.end, unit.start, unit.end, SAME_PLACE * Length());
+        });
+    };
+    if (std::none_of(m_spans.begin(), m_spans.end(), [this](const SpanResult& s) { return OffersElastic(s); }))
+        return offered;
+    for (const ElasticUnit& unit : AnalyseElastically().units) {
+        if (!wanted(unit)) continue;
+        SpanResult span = ElasticSpan(unit.start, unit.end, &unit);
+        span.applied = IsLateralApplied(span);
+        if (!span.applied) continue;
+        SetElasticResistance(span);
+        span.m = LateralFactor(span);
+        span.utilisation = Ratio(span.m * span.effect, span.resistance);
+        offered.push_back(span);
+    }
+    return offered;
+}
+
+std::vector<LedgerEntry> CSteelMemberBS5950::Information() const
+{
+    std::vector<LedgerEntry> entries;
+    AddLateralInformation(entries);
+    AddStrutInformation(entries);
+    return entries;
+}
+
+} // namespace Keltrix::BS5950

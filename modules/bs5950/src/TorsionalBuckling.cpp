@@ -1,0 +1,92 @@
+// Elastic critical loads of struts, for information: torsional, flexural-torsional and minor-axis flexural buckling as the member is
+// held. The standard checks flexure alone.
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+#include "BucklingEntry.h"
+#include "keltrix/stability/SectionConstants.h"
+
+namespace Keltrix::BS5950 {
+
+using Stability::Outcome;
+using Steel::CMemberResult;
+
+namespace {
+
+// Relative difference up to which a critical load counts as that of flexure.
+constexpr double EQUAL = 1e-3;
+
+// The member under its axial forces alone.
+std::vector<Steel::CSubSpan> AxialAlone(std::vector<Steel::CSubSpan> subSpans)
+{
+    for (Steel::CSubSpan& sub : subSpans) {
+        sub.SetForcesAll({sub.GetForcesLeft().x, 0.0, 0.0}, {sub.GetForcesRight().x, 0.0, 0.0});
+        sub.SetMomentsAll({0.0, 0.0, 0.0}, {0.0, 0.0, 0.0});
+    }
+    return subSpans;
+}
+
+} // namespace
+
+// The smallest critical load of the slendernesses with which compression is checked somewhere in a length.
+double CSteelMemberBS5950::CheckedFlexuralLoad(double from, double to) const
+{
+    const double EA = m_section.Steel().E * m_section.Properties().A;
+    double least = std::numeric_limits<double>::infinity();
+    for (const SpanResult& span : m_spans) {
+        const bool checked = span.mode != BucklingMode::LateralTorsional && span.applied && span.slenderness > 0.0;
+        if (!checked || !(span.start < to && from < span.end)) continue;
+        least = std::min(least, std::numbers::pi * std::numbers::pi * EA / (span.slenderness * span.slenderness));
+    }
+    return least;
+}
+
+void CSteelMemberBS5950::AddStrutInformation(std::vector<LedgerEntry>& entries) const
+{
+    const auto isStrut = [](const SpanResult& span) {
+        return span.mode != BucklingMode::LateralTorsional && span.applied;
+    };
+    const Shape shape = m_section.Properties().shape;
+    const bool covered = shape != Shape::Angle && shape != Shape::Channel; // the shear centre lies in the web plane
+    if (!covered || std::none_of(m_spans.begin(), m_spans.end(), isStrut)) return;
+    const double E = m_section.Steel().E;
+    const auto constants = Stability::MakeSectionConstants(GetKeltrixSec(), E, E / 2.6, nullptr);
+    if (!constants) return;
+    const std::vector<Steel::CSubSpan> axial = AxialAlone(SubSpans());
+    const Design::MomentDiagram none(MemberPoints(), axial, Design::Bending::Major);
+    for (const Stability::Unit& unit : Stability::FindCriticalLoads(MemberPoints(), axial, none, *constants).units) {
+        const double tolerance = 1e-9 * Length();
+        double compression = 0.0;
+        for (std::size_t k = 0; k < axial.size(); ++k) {
+            const bool inside = MemberPoints()[k].GetPos() >= unit.start - tolerance &&
+                                MemberPoints()[k + 1].GetPos() <= unit.end + tolerance;
+            if (inside)
+                compression = std::max({compression, -axial[k].GetForcesLeft().x, -axial[k].GetForcesRight().x});
+        }
+        if (!(compression > 0.0) || unit.outcome == Outcome::NothingBuckles) continue;
+        LedgerEntry e;
+        e.rule = Rule::TorsionalBuckling;
+        e.clause = L"elastic Ncr";
+        e.status = CheckStatus::Information;
+        e.start = unit.start;
+        e.end = unit.end;
+        e.symbol = L"Ncr";
+        e.quantity = Quantity::Force;
+        e.resistance = unit.positive ? unit.positive->lambda * compression / (1.0 + unit.positive->error) : 0.0;
+        e.utilisation = CMemberResult::InfinitiseNANs(compression / e.resistance);
+        e.slenderness = std::numbers::pi * std::sqrt(E * m_section.Properties().A / e.resistance);
+        const bool lower = e.resistance < CheckedFlexuralLoad(unit.start, unit.end) * (1.0 - EQUAL);
+        e.reason =
+            unit.outcome == Outcome::NotHeld
+                ? L"not held: the restraints leave the length free to move sideways or to twist"
+            : lower ? L"BELOW the critical load of the effective lengths that are checked: twist, or how the member is "
+                      L"held, lowers the load at which it buckles, and no rule of the standard checks that"
+                    : L"not below the critical load of the effective lengths that are checked";
+        entries.push_back(e);
+    }
+}
+
+} // namespace Keltrix::BS5950
