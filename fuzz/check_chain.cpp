@@ -160,7 +160,9 @@ void RequireJson(const CheckedMember& checked)
                     "JSON has the figures of a position");
         RequireSame(local[i]["shear_minor"], p.shearMinor, "JSON has the figures of a position");
     }
-    const auto& entries = StandardOf(checked).Checks().Entries();
+    std::vector<BS5950::LedgerEntry> entries = StandardOf(checked).Checks().Entries();
+    const std::vector<BS5950::LedgerEntry> information = StandardOf(checked).Information();
+    entries.insert(entries.end(), information.begin(), information.end());
     Require(json["checks"].size() == entries.size(), "JSON has every entry");
     for (std::size_t i = 0; i < entries.size(); ++i)
         RequireSame(json["checks"][i]["utilisation"], entries[i].utilisation, "JSON has the figures of an entry");
