@@ -92,8 +92,8 @@ std::string HtmlReport::Head() const
         "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src 'unsafe-inline'\">\n"
         "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
         "<meta name=\"generator\" content=\"ksteel " +
-        EscapedHtml(m_block.version) + "\">\n<title>" + EscapedHtml(title) + "</title>\n<style>" +
-        ReportStyle() + "@page {\n" + MarginBox("top-left", CssString(reference)) +
+        EscapedHtml(m_block.version) + "\">\n<title>" + EscapedHtml(title) + "</title>\n<style>" + ReportStyle() +
+        "@page {\n" + MarginBox("top-left", CssString(reference)) +
         MarginBox("bottom-left", CssString("ksteel " + m_block.version + ". " + UNITS)) +
         MarginBox("bottom-center", CssString(signature)) +
         MarginBox("bottom-right", "\"Page \" counter(page) \" of \" counter(pages)") + "}\n";
