@@ -90,6 +90,9 @@ BucklingUnit MakeUnit(Stability::Unit found, const std::vector<Steel::CMemberPoi
 
 // --- Remarks ---
 
+// A jump of the moment that rounding of the input does not explain.
+bool HasJump(const BucklingUnit& unit) { return unit.found.largestJump > 1e-3 * unit.found.largestMoment; }
+
 bool HoldsInPart(const CRestraint& restraint)
 {
     constexpr unsigned int parts = CRestraint::FLANGE1_WARPING_PART | CRestraint::FLANGE2_WARPING_PART |
@@ -131,6 +134,10 @@ std::vector<std::string> RemarksOn(const BucklingReport& report, const std::vect
         "Partial restraints and restraint by friction hold nothing here.");
     add(anyUnit([](const BucklingUnit& unit) { return !unit.found.balanced; }),
         "The forces of a sub-span do not balance: the smallest factor of four readings of the moment counts.");
+    add(anyUnit(HasJump),
+        "The moment jumps at a section that is free to twist. It is taken as a pair of flange forces that keep their "
+        "directions; applied "
+        "in another way, as by two vertical forces, it can make the member buckle at a third of the factor.");
     add(anyUnit([](const BucklingUnit& unit) { return unit.found.restraintsLeftOut; }),
         "Restraints follow each other too closely for all to be counted: the factor is at most that with all of them.");
     return remarks;
@@ -185,7 +192,7 @@ const Stability::CriticalLoad* BucklingReport::CriticalReversed() const
 
 bool BucklingReport::IsStable() const
 {
-    if (!refusal.empty() || !IsHeld()) return false;
+    if (!refusal.empty() || !IsHeld() || std::any_of(units.begin(), units.end(), HasJump)) return false;
     const Stability::CriticalLoad* const load = Critical();
     return !load || load->lambda * (1.0 - load->error) > 1.0;
 }
@@ -336,7 +343,8 @@ std::string VerdictSentence(const BucklingReport& report)
     if (load.Mcr > 0.0)
         text += ", Mcr = " + Utf8(format.Moment(load.Mcr)) + " at " + Metres(unit->found.largestMomentAt);
     if (unit->Ncr > 0.0) text += ", Ncr = " + Utf8(format.Force(unit->Ncr));
-    return text + (report.IsStable() ? "; buckles " : "; buckles under the forces given or less, ") + place;
+    const bool isReached = !(load.lambda * (1.0 - load.error) > 1.0);
+    return text + (isReached ? "; buckles under the forces given or less, " : "; buckles ") + place;
 }
 
 } // namespace Keltrix::Host

@@ -170,6 +170,19 @@ void NoteLargeUtilisation(CheckedMember& checked)
                                 "utilisation " + Rounded(overall, 4) + ": are positions in mm, or moments in N·mm?"});
 }
 
+// What the design code warns of. Forces that do not balance are warnings of the file already. Throws BadMember where every warning
+// is an error.
+void TakeWarnings(const MemberFile& file, std::size_t i, CheckedMember& checked)
+{
+    for (const Design::Warning& warning : checked.findings.warnings) {
+        const char* code = "other-method";
+        if (warning.kind == Design::WarningKind::UnbalancedForces) continue;
+        if (warning.kind == Design::WarningKind::LowMomentFactor) code = "low-moment-factor";
+        if (file.IsStrict()) throw file.Refusal(i, "TITLE", code, Utf8(warning.text), {});
+        checked.warnings.push_back({code, Severity::Warning, checked.file, checked.line, Utf8(warning.text)});
+    }
+}
+
 } // namespace
 
 void SetGradeOf(const MemberFile& file, std::size_t i, const Design::DesignCode& code, Steel::CSteelMemberGen& member,
@@ -236,6 +249,7 @@ CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoic
     checked.momentMinor = MomentsOf(*checked.member, Design::Bending::Minor);
     checked.warnings = file.WarningsOf(i);
     checked.fileWarnings = checked.warnings.size();
+    TakeWarnings(file, i, checked);
     NoteLargeUtilisation(checked);
     return checked;
 }

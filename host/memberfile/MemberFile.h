@@ -33,6 +33,8 @@ public:
     void Add(Defect defect);
     std::size_t MemberCount() const { return m_check.members.size(); }
     const MemberText& Member(std::size_t i) const { return m_check.members[i]; }
+    /// Whether every warning is an error.
+    bool IsStrict() const { return m_reading.isStrict; }
     /// "floor.csv" where a file on disk holds one member, else "floor.csv:21", with the line at which member i starts.
     std::string NameOf(std::size_t i) const;
 

@@ -276,6 +276,7 @@ private:
         const Design::Extremes extremes = m_in.major.Between(unit.start, unit.end);
         unit.largestMoment = extremes.Magnitude();
         unit.largestMomentAt = -extremes.least > extremes.greatest ? extremes.leastAt : extremes.greatestAt;
+        FindJump(from, to, unit);
         for (int reading = 0; reading < (unit.balanced ? 1 : READINGS); ++reading) {
             const Layout part = Part(m_layouts[static_cast<std::size_t>(reading)], from, to);
             const RigidMotion motion = LeastHeldMotion(part, m_in.section, IsWarpingFree(part));
@@ -286,6 +287,20 @@ private:
         }
         if (unit.positive && unit.outcome != Outcome::NotHeld) unit.outcome = Outcome::Buckles;
         return unit;
+    }
+
+    // At a section that is held against twist a jump of the moment does no work.
+    void FindJump(std::size_t from, std::size_t to, Unit& unit) const
+    {
+        for (std::size_t i = from + 1; i < to; ++i) {
+            const Station& station = Whole().stations[i];
+            const unsigned held =
+                station.holds.value | Whole().pieces[i - 1].along.value | Whole().pieces[i].along.value;
+            const double jump = std::abs(Whole().pieces[i].moment.At(0.0) - Whole().pieces[i - 1].moment.At(1.0));
+            if ((held & TWIST) || !(jump > unit.largestJump)) continue;
+            unit.largestJump = jump;
+            unit.largestJumpAt = station.x;
+        }
     }
 
     void SetFree(const RigidMotion& motion, Unit& unit) const

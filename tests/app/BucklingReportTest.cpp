@@ -50,6 +50,33 @@ TEST(BucklingReport, AForkBeamUnderUniformMomentHasTheMomentOfTheHandCalculation
     EXPECT_THAT(report.remarks, IsEmpty());
 }
 
+TEST(BucklingReport, ACoupleInsideAUnitIsToldAndNotKnownToBeStable)
+{
+    Member m = Beam(10.0, 0.0, 0.0);
+    m.points.insert(m.points.begin() + 1, m.points[0]);
+    m.points[1].SetPos(5.0);
+    m.points[1].SetRestraint(Steel::CRestraint());
+    m.points[1].Set1Index(2);
+    m.points[2].Set1Index(3);
+    m.subSpans.assign(2, m.subSpans[0]);
+    m.subSpans[1].Set1Index(2);
+    const Vec3<double> none(0, 0, 0), shear(0, 0, -52e2);
+    for (Steel::CSubSpan& s : m.subSpans)
+        s.SetForcesAll(shear, shear);
+    m.subSpans[0].SetMomentsAll(none, {0, -26e3, 0});
+    m.subSpans[1].SetMomentsAll({0, 26e3, 0}, none);
+    const BucklingReport report = ReportOf(m, UB);
+    ASSERT_EQ(report.units.size(), 1u);
+    EXPECT_DOUBLE_EQ(report.units[0].found.largestJump, 52e3);
+    EXPECT_DOUBLE_EQ(report.units[0].found.largestJumpAt, 5.0);
+    ASSERT_TRUE(report.Critical());
+    EXPECT_GT(report.Critical()->lambda, 10.0);
+    EXPECT_FALSE(report.IsStable());
+    ASSERT_EQ(report.remarks.size(), 1u);
+    EXPECT_THAT(report.remarks[0], HasSubstr("The moment jumps"));
+    EXPECT_EQ(VerdictSentence(report).find("under the forces given"), std::string::npos);
+}
+
 TEST(BucklingReport, AStrutHasTheForceOfEuler)
 {
     // A UC 203x203x46 buckles by flexure first: Ncr = π² 205e9 1550e-8/25 = 1254 kN with the published Iz = 1550 cm⁴.

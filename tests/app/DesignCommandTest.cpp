@@ -368,6 +368,34 @@ TEST(Rejected, MembersHaveTheSameMessageInCheckValidateDesignAndReport)
 }
 
 // Warnings reach everything that says something of the member.
+TEST(Warnings, OfTheDesignCodeStandInEveryOutput)
+{
+    const TestDirectory directory;
+    std::string text = OneSubSpan("0,0,-60000,0,0,60000,0,0,0,0,0,0");
+    const std::string none = "EFFECTIVE_LENGTH_OVERRIDES,NO";
+    text.replace(text.find(none), none.size(), "EFFECTIVE_LENGTH_OVERRIDES,YES,6,6,1");
+    const std::string file = directory.Write("a.csv", text);
+    const std::string said =
+        "is checked by Tables 13, 14 and 18 and not by the elastic critical moment that the options ask for: "
+        "the effective length is given";
+    const std::string options = " --ltb elastic '" + file + "'";
+    for (const char* command : {"check", "check --report summary", "check --report table --format jsonl", "report -o -",
+                                "check --format json"}) {
+        const Trial::RunResult result = RunKsteel(command + options);
+        EXPECT_EQ(result.code, 0) << command;
+        EXPECT_THAT(result.err, HasSubstr("a.csv:1: warning: lateral-torsional buckling " + said)) << command;
+        EXPECT_THAT(result.out, HasSubstr(said)) << command;
+    }
+    EXPECT_THAT(RunKsteel("check --report table" + options).out, HasSubstr("pass, 1 warning"));
+    const json output = json::parse(RunKsteel("check --format json" + options).out)[0];
+    ASSERT_EQ(output["warnings"].size(), 1u);
+    EXPECT_EQ(output["warnings"][0]["code"], "other-method");
+    const Trial::RunResult strict = RunKsteel("check --strict" + options);
+    EXPECT_EQ(strict.code, 2);
+    EXPECT_THAT(strict.err, HasSubstr(said));
+    EXPECT_EQ(RunKsteel("check '" + file + "'").err, "") << "nothing to warn of without the option";
+}
+
 TEST(Warnings, OfUnbalancedForcesStandInEveryOutput)
 {
     const TestDirectory directory;

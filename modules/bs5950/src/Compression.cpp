@@ -367,11 +367,6 @@ void CSteelMemberBS5950::RecordStrutConnections()
         }
     }
     m_ledger.Add(e);
-    e.rule = Rule::TorsionalBuckling;
-    e.clause = RuleClause(e.rule);
-    e.status = CheckStatus::NotApplicable;
-    e.reason = L"the standard has no separate rule; Table 11 and clause 4.7.10 limit what torsion can take away";
-    m_ledger.Add(e);
 }
 
 } // namespace Keltrix::BS5950

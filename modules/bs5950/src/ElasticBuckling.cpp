@@ -24,12 +24,17 @@ constexpr double INF = std::numeric_limits<double>::infinity();
 constexpr double POISSON = 0.30;
 // Largest estimated relative error of a critical moment that is used.
 constexpr double LARGEST_ERROR = 0.01;
+// Largest jump of the moment inside a length, as a share of its largest moment, that rounding of the input explains.
+constexpr double LARGEST_JUMP = 1e-3;
 // Share of the member's length within which two positions are one.
 constexpr double SAME_PLACE = 1e-9;
 
 const wchar_t* RefusalOf(const Stability::Unit& unit)
 {
     if (unit.outcome == Outcome::NotHeld) return nullptr; // whatever the moments
+    if (unit.largestJump > LARGEST_JUMP * unit.largestMoment)
+        return L"the moment jumps inside it at a section that is free to twist, and how the couple is applied is not "
+               L"part of the input";
     if (!unit.balanced) return L"the forces of a sub-span do not balance";
     if (unit.restraintsLeftOut) return L"its restraints follow each other more closely than the analysis can take";
     if (unit.positive && !(unit.positive->error <= LARGEST_ERROR))
@@ -91,8 +96,7 @@ CSteelMemberBS5950::ElasticAnalysis CSteelMemberBS5950::AnalyseElastically() con
 
 bool CSteelMemberBS5950::CanUseElastic() const
 {
-    return m_options.lateral == LateralMethod::Elastic && CanBuckleLaterally(m_section.Properties()) &&
-           m_major.Largest() > LeastMomentX();
+    return m_options.lateral == LateralMethod::Elastic && m_major.Largest() > LeastMomentX();
 }
 
 void CSteelMemberBS5950::FindElasticUnits()
@@ -107,12 +111,18 @@ void CSteelMemberBS5950::FindElasticUnits()
     ElasticAnalysis analysis = AnalyseElastically();
     m_units = std::move(analysis.units);
     m_elasticReason = analysis.reason;
-    if (!m_elasticReason.IsEmpty()) return;
+    if (!UsesElastic()) return;
     Assume(
         L"lateral-torsional buckling",
         L"by elastic critical moments, as the options say; partial restraints and restraint by friction hold nothing, "
         L"what lies beyond the ends of a length is neglected",
         std::nan(""));
+}
+
+// Whether some length of the member is checked elastically.
+bool CSteelMemberBS5950::UsesElastic() const
+{
+    return std::any_of(m_units.begin(), m_units.end(), [](const ElasticUnit& unit) { return !unit.refusal; });
 }
 
 // What was asked for and is not done, where nobody can miss it.
@@ -359,7 +369,7 @@ std::vector<LedgerEntry> CSteelMemberBS5950::Information() const
 {
     std::vector<LedgerEntry> entries;
     AddLateralInformation(entries);
-    AddStrutInformation(entries);
+    entries.insert(entries.end(), m_struts.begin(), m_struts.end());
     return entries;
 }
 

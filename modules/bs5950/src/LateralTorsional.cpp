@@ -110,7 +110,7 @@ SpanResult CSteelMemberBS5950::LateralSpan(const Stretch& stretch, bool turned) 
 void CSteelMemberBS5950::FindLateralSpans(bool turned)
 {
     const std::vector<Stretch> stretches = LateralStretches(turned);
-    if (!m_units.empty()) {
+    if (!m_units.empty() && !turned) {
         FindElasticSpans(stretches, MemberPoints().front().GetPos(), MemberPoints().back().GetPos());
         return;
     }
@@ -283,7 +283,9 @@ void CSteelMemberBS5950::SetLateralFactor(SpanResult& span)
 
 bool CSteelMemberBS5950::IsLateralApplied(const SpanResult& span) const
 {
-    return span.sense != CCodeShare::LT_COMP_NONE && !span.continuous && CanBuckleLaterally(m_section.Properties()) &&
+    // An elastic critical moment finds any section that is not held, and loads far above one that is.
+    const bool canBuckle = span.elastic || CanBuckleLaterally(m_section.Properties());
+    return span.sense != CCodeShare::LT_COMP_NONE && !span.continuous && canBuckle &&
            !(span.overridden && span.LE == 0.0);
 }
 

@@ -84,6 +84,7 @@ void CSteelMemberBS5950::DropFindings()
     m_interactions.clear();
     m_units.clear();
     m_elasticReason = CString();
+    m_struts.clear();
     m_parts.clear();
     m_refusal = {};
     m_class = 0;
@@ -229,7 +230,7 @@ void CSteelMemberBS5950::RecordOutside()
     absent(Rule::CompoundStruts, L"the member is one section, not laced, battened or back to back");
     absent(
         Rule::TensionFlange,
-        m_options.lateral == LateralMethod::Elastic
+        UsesElastic()
             ? L"an alternative that is not used: the elastic critical moment has restraints of the tension flange in it"
             : L"an alternative that is not used: each compressed flange is checked between the sections that hold it");
     const bool angle = m_section.Properties().shape == Shape::Angle;

@@ -44,17 +44,18 @@ double CSteelMemberBS5950::CheckedFlexuralLoad(double from, double to) const
     return least;
 }
 
-void CSteelMemberBS5950::AddStrutInformation(std::vector<LedgerEntry>& entries) const
+std::vector<LedgerEntry> CSteelMemberBS5950::StrutInformation() const
 {
+    std::vector<LedgerEntry> entries;
     const auto isStrut = [](const SpanResult& span) {
         return span.mode != BucklingMode::LateralTorsional && span.applied;
     };
     const Shape shape = m_section.Properties().shape;
     const bool covered = shape != Shape::Angle && shape != Shape::Channel; // the shear centre lies in the web plane
-    if (!covered || std::none_of(m_spans.begin(), m_spans.end(), isStrut)) return;
+    if (!covered || std::none_of(m_spans.begin(), m_spans.end(), isStrut)) return entries;
     const double E = m_section.Steel().E;
     const auto constants = Stability::MakeSectionConstants(GetKeltrixSec(), E, E / 2.6, nullptr);
-    if (!constants) return;
+    if (!constants) return entries;
     const std::vector<Steel::CSubSpan> axial = AxialAlone(SubSpans());
     const Design::MomentDiagram none(MemberPoints(), axial, Design::Bending::Major);
     for (const Stability::Unit& unit : Stability::FindCriticalLoads(MemberPoints(), axial, none, *constants).units) {
@@ -87,6 +88,34 @@ void CSteelMemberBS5950::AddStrutInformation(std::vector<LedgerEntry>& entries) 
                     : L"not below the critical load of the effective lengths that are checked";
         entries.push_back(e);
     }
+    return entries;
+}
+
+// No rule of the standard compares a strut with its torsional critical load, which Table 11 and 4.7.10 keep away in common sections.
+// Where the strut is not held, or its force reaches the elastic critical load, it stands by none.
+void CSteelMemberBS5950::RecordTorsionalBuckling()
+{
+    m_struts = StrutInformation();
+    LedgerEntry e;
+    e.rule = Rule::TorsionalBuckling;
+    e.clause = RuleClause(e.rule);
+    e.status = CheckStatus::NotApplicable;
+    e.reason = L"the standard has no separate rule; Table 11 and clause 4.7.10 limit what torsion can take away";
+    const auto worst =
+        std::max_element(m_struts.begin(), m_struts.end(),
+                         [](const LedgerEntry& a, const LedgerEntry& b) { return a.utilisation < b.utilisation; });
+    if (worst != m_struts.end() && !(worst->utilisation < 1.0)) {
+        e.status = CheckStatus::NotEvaluated;
+        if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
+        e.start = worst->start;
+        e.end = worst->end;
+        e.reason = worst->resistance > 0.0 ? L"the compression reaches the elastic critical load of the member as it "
+                                             L"is held, and the standard has "
+                                             L"no rule for it"
+                                           : L"the restraints leave the strut free to move sideways or to twist, and "
+                                             L"the standard has no rule for it";
+    }
+    m_ledger.Add(e);
 }
 
 } // namespace Keltrix::BS5950

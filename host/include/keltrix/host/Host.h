@@ -19,7 +19,8 @@ struct CheckedMember;
 struct Settings {
     std::string code;  ///< id of the design code, letter case aside; empty: the first that is built in
     std::string annex; ///< its national annex; empty: the first
-    /// Options of the design code by name, with their values in words or m: {"buckling-curve", "b"}. A flag has an empty value.
+    /// Options of the design code by name, with their values in words or m: {"ltb", "elastic"}. A flag has an empty value. Of an option
+    /// given twice the last value counts.
     std::vector<std::pair<std::string, std::string>> options;
     bool allowGaps = false; ///< numbers need not start at 1 or follow one another, nor positions start at 0
     bool isStrict = false;  ///< every warning is an error

@@ -58,6 +58,11 @@ struct Unit {
     /// most that with all of them.
     bool restraintsLeftOut = false;
     double largestMoment = 0.0; ///< largest magnitude of the major-axis moment, N·m
+    /// Largest jump of the moment inside the unit at a section that is free to twist, N·m, and its place. It is taken as a pair of forces at the
+    /// flanges that keep their directions. A couple that is applied otherwise, as by two vertical forces, can make the unit buckle at a
+    /// third of the factor.
+    double largestJump = 0.0;
+    double largestJumpAt = 0.0;
     double largestMomentAt = 0.0;
     std::optional<CriticalLoad> positive; ///< the smallest factor above zero
     /// That of smallest magnitude below zero: all forces turned. Of both factors one that is ten thousand times the other

@@ -349,6 +349,7 @@ private:
     ElasticAnalysis AnalyseElastically() const;
     void FindElasticUnits();
     bool CanUseElastic() const;
+    bool UsesElastic() const;
     const wchar_t* ElasticRefusal(const std::vector<Design::Stretch>& stretches) const;
     void FindElasticSpans(const std::vector<Design::Stretch>& stretches, double from, double to);
     SpanResult ElasticSpan(double from, double to, const ElasticUnit* unit) const;
@@ -360,7 +361,8 @@ private:
     void AddLateralInformation(std::vector<LedgerEntry>& entries) const;
     void RecordElasticWarnings();
     double CheckedFlexuralLoad(double from, double to) const;
-    void AddStrutInformation(std::vector<LedgerEntry>& entries) const;
+    std::vector<LedgerEntry> StrutInformation() const;
+    void RecordTorsionalBuckling();
     std::vector<Design::Stretch> LateralStretches(bool turned) const;
     SpanResult LateralSpan(const Design::Stretch& stretch, bool turned) const;
     void CheckLateral(SpanResult& span);
@@ -413,6 +415,7 @@ private:
     std::vector<Design::MomentDiagram> m_principal; ///< angle: Mu and Mv, then those of the angle turned the other way
     std::vector<ElasticUnit> m_units;               ///< where the option asks for elastic checks
     CString m_elasticReason;                        ///< why there are none
+    std::vector<LedgerEntry> m_struts;              ///< elastic critical loads of lengths in compression
     Ledger m_ledger;
     std::vector<Assumption> m_assumptions;
     std::vector<Design::Warning> m_warnings;
