@@ -1,5 +1,7 @@
 // Deflections against limits, with the numbers of a calculation by hand.
 
+#include <stdexcept>
+
 #include "keltrix/statics/Deflections.h"
 #include "statics/Beams.h"
 
@@ -72,7 +74,9 @@ TEST(Deflections, WithoutACombinationNothingIsChecked)
     const auto checks = Check(FloorBeam(), Basis::BS5950, {limit});
     ASSERT_EQ(checks.size(), 1U);
     EXPECT_FALSE(checks[0].IsEvaluated());
-    EXPECT_TRUE(std::isnan(checks[0].utilisation));
+    EXPECT_EQ(checks[0].utilisation, INFINITY);
+    EXPECT_FALSE(checks[0].IsPassed());
+    EXPECT_GE(checks[0].reason.Find(L"no combination of the limit state"), 0);
 }
 
 TEST(Deflections, WithoutAnAnswerNothingIsChecked)
@@ -169,6 +173,34 @@ TEST(Deflections, TheRiseUnderPermanentLoadsAloneCounts)
     const auto checks = Check(FloorBeam(), Basis::BS5950, {limit}, {0.045});
     EXPECT_NEAR(checks[0].deflection, DEAD - 0.045, 1e-9);
     EXPECT_NEAR(checks[0].deflection, -0.02059, 5e-6);
+}
+
+TEST(Deflections, RatiosAndCambersThatAreNoneAreNotAPass)
+{
+    DeflectionLimit limit;
+    for (const double ratio : {static_cast<double>(NAN), -250.0, static_cast<double>(INFINITY)}) {
+        limit.spanRatio = ratio;
+        const auto checks = Check(FloorBeam(), Basis::BS5950, {limit});
+        ASSERT_EQ(checks.size(), 1U) << ratio;
+        EXPECT_FALSE(checks[0].IsEvaluated() && checks[0].utilisation <= 1.0);
+        EXPECT_TRUE(checks[0].utilisation > 1.0);
+        EXPECT_GE(checks[0].reason.Find(L"of the limit: 0 (no limit) or a number above zero"), 0);
+    }
+    limit.spanRatio = 100.0;
+    EXPECT_TRUE(Check(FloorBeam(), Basis::BS5950, {limit}, {0.0})[0].IsPassed());
+    const auto checks = Check(FloorBeam(), Basis::BS5950, {limit}, {NAN});
+    EXPECT_FALSE(checks[0].IsPassed());
+    EXPECT_EQ(*checks[0].reason.ToUtf8(), "the camber of the span is not a number");
+    limit.counted = static_cast<Counted>(7);
+    EXPECT_FALSE(Check(FloorBeam(), Basis::BS5950, {limit})[0].IsPassed());
+    EXPECT_THROW(DeflectionLimitsOf(static_cast<Basis>(7), true), std::invalid_argument);
+}
+
+TEST(Deflections, CombinationsOfUnknownCasesAreRefused)
+{
+    const Analysis analysis(FloorBeam());
+    const Combination unknown{L"all", L"", LimitState::Serviceability, {{7, 1.0, {}}}, {}};
+    EXPECT_THROW(CheckDeflections(analysis, {unknown}, DeflectionLimitsOf(Basis::BS5950, true)), std::invalid_argument);
 }
 
 } // namespace StaticsTest
