@@ -3,6 +3,7 @@
 // W is a load for each metre, P a force, C a clockwise moment. EI is that of Beams.h.
 
 #include <functional>
+#include <stdexcept>
 #include <string>
 
 #include "statics/Beams.h"
@@ -555,6 +556,28 @@ TEST(Faults, ForcesBeyondTheRangeOfNumbersAreRefused)
     EXPECT_TRUE(analysis.Units().empty());
     EXPECT_TRUE(analysis.OfCase(0).IsEmpty());
     EXPECT_FALSE(Analysis(Plain(1e200)).IsAnswered());
+}
+
+TEST(Faults, SpansAreLengths)
+{
+    for (const double span : {-2.0, 0.0, static_cast<double>(NAN), static_cast<double>(INFINITY)}) {
+        Beam beam = Continuous({3.0});
+        EXPECT_THROW(SetSpans(beam, {6.0, span, 5.0}), std::invalid_argument);
+        EXPECT_EQ(beam.length, 3.0);
+        EXPECT_EQ(beam.supports.size(), 2U);
+    }
+}
+
+// 4 kN along y at the tip of 3 m turns the member about z at the clamp by 12 kNm; the clamp gives as much against it.
+TEST(Reactions, SignOfTheLateralMoment)
+{
+    Beam beam = Single(3.0, ENCASTRE, 0);
+    beam.loads = {PointLoad(0, 4e3, 3.0, Direction::Minor)};
+    const Reaction r = Solved(beam).reactions[0];
+    ExpectClose(r.lateral, -4e3);
+    ExpectClose(r.lateralMoment, -12e3);
+    beam.loads = {MomentLoad(0, 5e3, 3.0, Direction::Minor)};
+    ExpectClose(Solved(beam).reactions[0].lateralMoment, -5e3);
 }
 
 } // namespace StaticsTest

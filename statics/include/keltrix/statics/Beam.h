@@ -132,6 +132,7 @@ struct Beam {
 };
 
 /// Supports with the same restraint at both ends of each span; the beam becomes as long as all spans together.
+/// Throws std::invalid_argument, and changes nothing, where a span is not a length above zero.
 KELTRIX_STATICS_API void SetSpans(Beam& beam, const std::vector<double>& spans,
                                   int restraint = Steel::CRestraint::PINNED);
 
