@@ -32,8 +32,7 @@ Beam ThreeSpans()
 // The first twenty combinations, so that each beam has as many.
 std::vector<Combination> Twenty(const Analysis& analysis)
 {
-    std::vector<Combination> list =
-        Expand(analysis, MakeRules(analysis.GetBeam(), {Basis::EN1990UK, Expression::E610ab})).list;
+    std::vector<Combination> list = Expand(analysis, MakeRules(analysis, {Basis::EN1990UK, Expression::E610ab})).list;
     if (list.size() < 20) throw std::logic_error("the benchmark's beam has fewer than 20 combinations");
     list.resize(20);
     return list;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <stdexcept>
 
 #include "Plane.h"
 
@@ -244,6 +245,26 @@ UnitLoads Collect(const Beam& beam, std::size_t caseIndex, const std::vector<dou
     return loads;
 }
 
+bool IsFinite(const Line& line)
+{
+    return std::all_of(line.Pieces().begin(), line.Pieces().end(), [&](const Piece& p) {
+        return std::isfinite(p.loadLeft) && std::isfinite(p.loadRight) && std::isfinite(p.shear) &&
+               std::isfinite(p.slope) && std::isfinite(p.deflection) && std::isfinite(p.ShearAt(p.length)) &&
+               std::isfinite(p.MomentAt(p.length)) && std::isfinite(p.DeflectionAt(p.length, line.EI()));
+    });
+}
+
+bool IsFinite(const Response& response)
+{
+    return IsFinite(response.major) && IsFinite(response.minor) &&
+           std::all_of(response.axial.begin(), response.axial.end(),
+                       [](const AxialPiece& a) { return std::isfinite(a.left) && std::isfinite(a.right + a.bow); }) &&
+           std::all_of(response.reactions.begin(), response.reactions.end(), [](const Reaction& r) {
+               return std::isfinite(r.vertical) && std::isfinite(r.moment) && std::isfinite(r.lateral) &&
+                      std::isfinite(r.lateralMoment) && std::isfinite(r.axial);
+           });
+}
+
 CString MotionText(const FreeMotion& motion)
 {
     const CDesFormat format;
@@ -269,8 +290,18 @@ CString MotionText(const FreeMotion& motion)
 
 } // namespace
 
+bool Response::IsEmpty() const { return major.IsEmpty() && minor.IsEmpty() && axial.empty() && reactions.empty(); }
+
 void Response::Add(double factor, const Response& other)
 {
+    if (!std::isfinite(factor)) throw std::invalid_argument("a factor that is not a number");
+    if (other.IsEmpty()) return;
+    if (IsEmpty()) {
+        axial.resize(other.axial.size());
+        for (const Reaction& r : other.reactions)
+            reactions.push_back({r.at});
+    } else if (!IsOfTheAnalysisOf(other))
+        throw std::invalid_argument("responses of different beams do not add");
     major.Add(factor, other.major);
     minor.Add(factor, other.minor);
     for (std::size_t i = 0; i < axial.size(); ++i) {
@@ -287,6 +318,13 @@ void Response::Add(double factor, const Response& other)
         r.lateralMoment += factor * o.lateralMoment;
         r.axial += factor * o.axial;
     }
+}
+
+bool Response::IsOfTheAnalysisOf(const Response& other) const
+{
+    return major.HasBreaksOf(other.major) && minor.HasBreaksOf(other.minor) && axial.size() == other.axial.size() &&
+           std::equal(reactions.begin(), reactions.end(), other.reactions.begin(), other.reactions.end(),
+                      [](const Reaction& a, const Reaction& b) { return a.at == b.at; });
 }
 
 Analysis::Analysis(Beam beam) : m_beam(std::move(beam))
@@ -395,6 +433,9 @@ void Analysis::Solve()
         const UnitLoads loads = Collect(m_beam, caseIndex, m_breaks, from, to);
         if (!loads.major.any && !loads.minor.any && !loads.axial.any) return;
         m_units.push_back({caseIndex, span, Respond(loads, major, minor ? &*minor : nullptr, zero, m_breaks, hold)});
+        if (IsFinite(m_units.back().response) || !IsAnswered()) return;
+        m_reason.Format(L"the forces or deflections of the case %s are beyond the range of numbers",
+                        m_beam.cases[caseIndex].name);
     };
     for (std::size_t c = 0; c < m_beam.cases.size(); ++c) {
         if (!m_beam.cases[c].bySpan) {
@@ -404,16 +445,22 @@ void Analysis::Solve()
         for (std::size_t i = 0; i < m_spans.size(); ++i)
             add(c, static_cast<int>(i), m_spans[i].from, m_spans[i].to);
     }
+    if (!IsAnswered()) m_units.clear();
 }
 
 Response Analysis::Of(const std::vector<Term>& terms) const
 {
     if (!IsAnswered()) return {};
+    for (const Term& term : terms) {
+        if (term.caseIndex >= m_beam.cases.size()) throw std::invalid_argument("a case that the beam has not");
+        if (!std::isfinite(term.factor)) throw std::invalid_argument("a factor that is not a number");
+    }
     Response sum = Zero();
     for (const Term& term : terms)
         for (const Unit& unit : m_units)
             if (unit.caseIndex == term.caseIndex && term.factor != 0.0 && term.ActsOn(unit.span))
                 sum.Add(term.factor, unit.response);
+    if (!IsFinite(sum)) throw std::overflow_error("forces or deflections beyond the range of numbers");
     return sum;
 }
 

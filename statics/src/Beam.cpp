@@ -1,5 +1,9 @@
 #include "keltrix/statics/Beam.h"
 
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+
 namespace Keltrix::Statics {
 
 Load UniformLoad(std::size_t caseIndex, double load, double from, double to, Direction direction)
@@ -49,6 +53,8 @@ double NominalEccentricity(double faceDistance) { return faceDistance + 0.1; }
 
 void SetSpans(Beam& beam, const std::vector<double>& spans, int restraint)
 {
+    if (!std::all_of(spans.begin(), spans.end(), [](double span) { return std::isfinite(span) && span > 0.0; }))
+        throw std::invalid_argument("a span that is not a length above zero");
     Support support;
     support.holds = Steel::CRestraint(restraint, Steel::SHR_CENTRE, 0.0);
     beam.length = 0.0;

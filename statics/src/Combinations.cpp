@@ -9,36 +9,36 @@ namespace Keltrix::Statics {
 
 namespace {
 
-constexpr double SAME = 1e-11;
+// Share by which rounding may part two products of the same factors.
+constexpr double SAME = 1e-12;
+
+bool IsLimitState(LimitState state) { return state >= LimitState::Ultimate && state <= LimitState::QuasiPermanent; }
 
 class Expander {
 public:
     explicit Expander(const Analysis& analysis) :
         m_analysis(analysis), m_beam(analysis.GetBeam()), m_variable(VariableUnits(analysis)),
         m_signs(FindSigns(analysis, m_variable))
-    {
-        MeasureUnits();
-    }
+    {}
 
     Combinations Expand(const std::vector<CombinationRule>& rules)
     {
         Combinations combinations;
         for (const CombinationRule& rule : rules) {
-            if (!HasItsCases(rule)) {
-                combinations.notes.push_back(rule.name + L": left out, because it names a case that the beam has not");
+            if (const wchar_t* const fault = FaultOf(rule)) {
+                combinations.notes.push_back(rule.name + L": left out, because it " + fault);
                 continue;
             }
             for (const Signs& signs : SignsFor(rule))
                 Add(rule, signs);
         }
         for (std::size_t i = 0; i < m_made.size(); ++i) {
-            if (IsDominated(i)) {
+            if (IsNeedless(i)) {
                 ++combinations.dropped;
                 continue;
             }
-            Combination& kept = m_made[i].combination;
-            kept.name += L": " + NameOf(kept);
-            combinations.list.push_back(std::move(kept));
+            combinations.list.push_back(m_made[i].combination);
+            combinations.list.back().name += L": " + NameOf(combinations.list.back());
         }
         Note(rules, combinations);
         return combinations;
@@ -48,16 +48,19 @@ private:
     struct Made {
         Combination combination;
         std::vector<double> factors; ///< of the units
-        std::vector<double> forces;
-        std::size_t largest = 0; ///< place of the largest force
-        bool dropped = false;
     };
 
     static bool HasChoice(const RuleTerm& term) { return term.unfavourable != term.favourable; }
-    bool HasItsCases(const CombinationRule& rule) const
+    // What is wrong with a rule, or null.
+    const wchar_t* FaultOf(const CombinationRule& rule) const
     {
-        return std::all_of(rule.terms.begin(), rule.terms.end(),
-                           [&](const RuleTerm& term) { return term.caseIndex < m_beam.cases.size(); });
+        if (!IsLimitState(rule.state)) return L"is for no limit state";
+        for (const RuleTerm& term : rule.terms) {
+            if (term.caseIndex >= m_beam.cases.size()) return L"names a case that the beam has not";
+            if (!std::isfinite(term.unfavourable) || !std::isfinite(term.favourable))
+                return L"has a factor that is not a number";
+        }
+        return nullptr;
     }
     bool IsPermanent(const RuleTerm& term) const { return m_beam.cases[term.caseIndex].kind == ActionKind::Permanent; }
 
@@ -154,117 +157,67 @@ private:
         return name.IsEmpty() ? CString(L"no loads") : name;
     }
 
-    // Numbers that say all forces of each unit, in shares of the largest of their kind.
-    void MeasureUnits()
-    {
-        std::vector<double> scale;
-        for (const Unit& unit : m_analysis.Units()) {
-            std::vector<double> forces;
-            const auto take = [&](std::size_t kind, double value) {
-                if (scale.size() <= kind) scale.resize(kind + 1, 0.0);
-                scale[kind] = std::max(scale[kind], std::abs(value));
-                forces.push_back(value);
-            };
-            std::size_t kind = 0;
-            for (const Line* const line : {&unit.response.major, &unit.response.minor}) {
-                for (const Piece& p : line->Pieces()) {
-                    take(kind, p.moment);
-                    take(kind + 1, p.shear);
-                    take(kind + 2, p.loadLeft);
-                    take(kind + 2, p.loadRight);
-                }
-                kind += 3;
-            }
-            for (const AxialPiece& a : unit.response.axial) {
-                take(kind, a.left);
-                take(kind, a.right);
-            }
-            m_forces.push_back(std::move(forces));
-        }
-        for (std::vector<double>& forces : m_forces)
-            Scale(forces, scale);
-    }
-
-    void Scale(std::vector<double>& forces, const std::vector<double>& scale) const
-    {
-        std::size_t i = 0;
-        const auto divide = [&](std::size_t kind) {
-            if (scale[kind] > 0.0) forces[i] /= scale[kind];
-            ++i;
-        };
-        const Response& response = m_analysis.Units().front().response;
-        std::size_t kind = 0;
-        for (const Line* const line : {&response.major, &response.minor}) {
-            for (std::size_t p = 0; p < line->Pieces().size(); ++p)
-                for (const std::size_t offset : {0U, 1U, 2U, 2U})
-                    divide(kind + offset);
-            kind += 3;
-        }
-        while (i < forces.size())
-            divide(kind);
-    }
-
     void Measure(Made& made) const
     {
         const std::vector<Unit>& units = m_analysis.Units();
         made.factors.assign(units.size(), 0.0);
-        made.forces.assign(m_forces.empty() ? 0 : m_forces.front().size(), 0.0);
-        for (std::size_t u = 0; u < units.size(); ++u) {
+        for (std::size_t u = 0; u < units.size(); ++u)
             for (const Term& term : made.combination.terms)
                 if (term.caseIndex == units[u].caseIndex && term.ActsOn(units[u].span)) made.factors[u] += term.factor;
-            if (made.factors[u] == 0.0) continue;
-            for (std::size_t i = 0; i < made.forces.size(); ++i)
-                made.forces[i] += made.factors[u] * m_forces[u][i];
-        }
-        const auto smaller = [](double a, double b) { return std::abs(a) < std::abs(b); };
-        const auto largest = std::max_element(made.forces.begin(), made.forces.end(), smaller);
-        made.largest = static_cast<std::size_t>(largest - made.forces.begin());
     }
 
-    bool IsDominated(std::size_t i)
+    // Whether nothing acts, or an earlier combination of the limit state has the same factors, unit by unit. A share of another one is not
+    // needless: it can have the least reaction, and the larger deflection where permanent loads or a camber are taken off.
+    bool IsNeedless(std::size_t i) const
     {
-        for (std::size_t j = 0; j < m_made.size(); ++j) {
-            if (j == i || m_made[j].dropped || !Dominates(m_made[j], m_made[i])) continue;
-            m_made[i].dropped = true;
+        const Made& made = m_made[i];
+        if (std::all_of(made.factors.begin(), made.factors.end(), [](double factor) { return factor == 0.0; }))
             return true;
-        }
-        return false;
-    }
-
-    // Whether b has the forces of a, times a factor of at most 1, and no load that a has not.
-    static bool Dominates(const Made& a, const Made& b)
-    {
-        if (a.combination.state != b.combination.state) return false;
-        for (std::size_t u = 0; u < a.factors.size(); ++u)
-            if (b.factors[u] != 0.0 && a.factors[u] == 0.0) return false;
-        // The factor that its largest force would have.
-        const double largest = a.forces.empty() ? 0.0 : a.forces[a.largest];
-        const double k = largest != 0.0 ? b.forces[a.largest] / largest : 0.0;
-        if (!(k >= 0.0 && k <= 1.0 + SAME)) return false;
-        for (std::size_t i = 0; i < a.forces.size(); ++i)
-            if (std::abs(b.forces[i] - k * a.forces[i]) > SAME) return false;
-        return true;
+        const auto same = [](double a, double b) {
+            return std::abs(a - b) <= SAME * std::max(std::abs(a), std::abs(b));
+        };
+        return std::any_of(m_made.begin(), m_made.begin() + static_cast<std::ptrdiff_t>(i), [&](const Made& other) {
+            return other.combination.state == made.combination.state &&
+                   std::equal(made.factors.begin(), made.factors.end(), other.factors.begin(), same);
+        });
     }
 
     void Note(const std::vector<CombinationRule>& rules, Combinations& combinations) const
     {
         const bool choice = std::any_of(rules.begin(), rules.end(), [&](const CombinationRule& rule) {
-            return HasItsCases(rule) && std::any_of(rule.terms.begin(), rule.terms.end(), [&](const RuleTerm& term) {
-                       return IsPermanent(term) && HasChoice(term);
-                   });
+            return !FaultOf(rule) && std::any_of(rule.terms.begin(), rule.terms.end(), [&](const RuleTerm& term) {
+                return IsPermanent(term) && HasChoice(term);
+            });
         });
         if (choice)
             combinations.notes.push_back(
                 L"permanent loads come from one source: all of them have one factor, on all spans");
         if (std::any_of(m_variable.begin(), m_variable.end(), [](const Unit* unit) { return unit->span >= 0; }))
             combinations.notes.push_back(L"patterns load whole spans");
+        NoteMissing(rules, combinations);
+    }
+
+    // Cases whose loads no rule counts, such as a self weight that rules made for another beam do not know.
+    void NoteMissing(const std::vector<CombinationRule>& rules, Combinations& combinations) const
+    {
+        std::vector<bool> missing(m_beam.cases.size(), false);
+        for (const Unit& unit : m_analysis.Units())
+            missing[unit.caseIndex] = true;
+        for (const CombinationRule& rule : rules) {
+            if (FaultOf(rule)) continue;
+            for (const RuleTerm& term : rule.terms)
+                if (term.unfavourable != 0.0 || term.favourable != 0.0) missing[term.caseIndex] = false;
+        }
+        for (std::size_t c = 0; c < missing.size(); ++c)
+            if (missing[c])
+                combinations.notes.push_back(L"the loads of the case " + m_beam.cases[c].name +
+                                             L" act in no combination: no rule counts them");
     }
 
     const Analysis& m_analysis;
     const Beam& m_beam;
     std::vector<const Unit*> m_variable;
     std::vector<Signs> m_signs;
-    std::vector<std::vector<double>> m_forces; // of each unit
     std::vector<Made> m_made;
 };
 
@@ -272,7 +225,11 @@ private:
 
 Combinations Expand(const Analysis& analysis, const std::vector<CombinationRule>& rules)
 {
-    if (!analysis.IsAnswered()) return {};
+    if (!analysis.IsAnswered()) {
+        Combinations none;
+        none.notes.push_back(L"no combinations, because the beam is not answered: " + analysis.Reason());
+        return none;
+    }
     return Expander(analysis).Expand(rules);
 }
 

@@ -1,6 +1,7 @@
 #include "keltrix/statics/Deflections.h"
 
 #include <cmath>
+#include <stdexcept>
 
 namespace Keltrix::Statics {
 
@@ -12,21 +13,64 @@ std::vector<Term> TermsOf(const Combination& combination, const DeflectionLimit&
     if (limit.counted == Counted::Total) return combination.terms;
     std::vector<Term> terms;
     for (const Term& term : combination.terms)
-        if (term.caseIndex < beam.cases.size() && beam.cases[term.caseIndex].kind != ActionKind::Permanent)
+        // An unknown case stays, for the analysis to refuse.
+        if (term.caseIndex >= beam.cases.size() || beam.cases[term.caseIndex].kind != ActionKind::Permanent)
             terms.push_back(term);
     return terms;
 }
 
-double AllowedOf(const DeflectionLimit& limit, const Span& span)
+bool CountsCamber(const DeflectionLimit& limit) { return limit.counted == Counted::Total && !limit.minor; }
+
+// The checks of a limit before any combination: one for each span to which it applies, with what keeps it from being evaluated.
+std::vector<DeflectionCheck> ChecksOf(const DeflectionLimit& limit, std::size_t index, const std::vector<Span>& spans,
+                                      const std::vector<double>& camber)
 {
-    const double ratio = span.IsOverhang() ? limit.overhangRatio : limit.spanRatio;
-    return ratio > 0.0 ? span.Length() / ratio : 0.0;
+    std::vector<DeflectionCheck> checks;
+    for (std::size_t s = 0; s < spans.size(); ++s) {
+        const double ratio = spans[s].IsOverhang() ? limit.overhangRatio : limit.spanRatio;
+        if (ratio == 0.0) continue;
+        DeflectionCheck check;
+        check.limit = index;
+        check.span = s;
+        check.allowed = spans[s].Length() / ratio;
+        if (!(std::isfinite(ratio) && ratio > 0.0)) {
+            check.allowed = std::numeric_limits<double>::quiet_NaN();
+            check.reason.Format(L"the ratio %s of the limit: 0 (no limit) or a number above zero is expected",
+                                CDesFormat().NoDim(ratio));
+        } else if (limit.counted != Counted::Total && limit.counted != Counted::Variable)
+            check.reason = L"the limit counts neither the variable loads nor all";
+        else if (CountsCamber(limit) && s < camber.size() && !std::isfinite(camber[s]))
+            check.reason = L"the camber of the span is not a number";
+        checks.push_back(check);
+    }
+    return checks;
+}
+
+// Takes a deflection in a combination into a check, if it is the largest so far.
+void Take(const Extreme& worst, std::size_t combination, DeflectionCheck& check)
+{
+    if (!check.reason.IsEmpty()) return;
+    if (!std::isfinite(worst.value)) {
+        const DeflectionCheck found = check;
+        check = DeflectionCheck();
+        check.limit = found.limit;
+        check.span = found.span;
+        check.allowed = found.allowed;
+        check.reason = L"the deflection is beyond the range of numbers";
+        return;
+    }
+    if (check.IsEvaluated() && !(std::abs(worst.value) > std::abs(check.deflection))) return;
+    check.combination = static_cast<int>(combination);
+    check.deflection = worst.value;
+    check.at = worst.at;
+    check.utilisation = std::abs(worst.value) / check.allowed;
 }
 
 } // namespace
 
 std::vector<DeflectionLimit> DeflectionLimitsOf(Basis basis, bool brittleFinish)
 {
+    if (basis < Basis::BS5950 || basis > Basis::EN1990UK) throw std::invalid_argument("no basis of limits");
     if (basis == Basis::EN1990) return {};
     const bool uk = basis == Basis::EN1990UK;
     DeflectionLimit limit;
@@ -59,30 +103,22 @@ std::vector<DeflectionCheck> CheckDeflections(const Analysis& analysis, const st
     if (!analysis.IsAnswered()) return checks;
     for (std::size_t l = 0; l < limits.size(); ++l) {
         const DeflectionLimit& limit = limits[l];
-        const std::size_t first = checks.size();
-        for (std::size_t s = 0; s < spans.size(); ++s)
-            if (AllowedOf(limit, spans[s]) > 0.0) {
-                checks.emplace_back();
-                checks.back().limit = l;
-                checks.back().span = s;
-                checks.back().allowed = AllowedOf(limit, spans[s]);
-            }
+        std::vector<DeflectionCheck> ofLimit = ChecksOf(limit, l, spans, camber);
         for (std::size_t c = 0; c < combinations.size(); ++c) {
             if (combinations[c].state != limit.state) continue;
             const Response response = analysis.Of(TermsOf(combinations[c], limit, analysis.GetBeam()));
-            for (std::size_t i = first; i < checks.size(); ++i) {
-                DeflectionCheck& check = checks[i];
-                const bool counts = limit.counted == Counted::Total && !limit.minor && check.span < camber.size();
-                const Extreme worst = SpanDeflections(limit.minor ? response.minor : response.major, spans[check.span],
-                                                      counts ? camber[check.span] : 0.0)
-                                          .Worst();
-                if (check.IsEvaluated() && !(std::abs(worst.value) > std::abs(check.deflection))) continue;
-                check.combination = static_cast<int>(c);
-                check.deflection = worst.value;
-                check.at = worst.at;
-                check.utilisation = std::abs(worst.value) / check.allowed;
+            for (DeflectionCheck& check : ofLimit) {
+                const bool counts = CountsCamber(limit) && check.span < camber.size();
+                Take(SpanDeflections(limit.minor ? response.minor : response.major, spans[check.span],
+                                     counts ? camber[check.span] : 0.0)
+                         .Worst(),
+                     c, check);
             }
         }
+        for (DeflectionCheck& check : ofLimit)
+            if (!check.IsEvaluated() && check.reason.IsEmpty())
+                check.reason = L"there is no combination of the limit state of this limit";
+        checks.insert(checks.end(), ofLimit.begin(), ofLimit.end());
     }
     return checks;
 }

@@ -12,6 +12,18 @@ using Steel::CRestraint;
 // Nodes closer than this share of the length are refused: no stiffness of use lies between them.
 constexpr double CLOSEST = 1e-4;
 constexpr double SAME_PLACE = 1e-9;
+// Springs below this share of EI/L³ (of EI/L for rotations) are refused: rounding of the member's own stiffness would be of their size.
+constexpr double SOFTEST = 1e-7;
+// Lengths in m between which squares and cubes of them are numbers.
+constexpr double SHORTEST = 1e-6;
+constexpr double LONGEST = 1e9;
+
+// Whether a value is one of an enumeration that begins with 0.
+template <class Enumeration>
+bool IsOneOf(Enumeration value, Enumeration last)
+{
+    return static_cast<int>(value) >= 0 && static_cast<int>(value) <= static_cast<int>(last);
+}
 
 class Finder {
 public:
@@ -23,6 +35,8 @@ public:
             Say(Part::Beam, 0, L"length %s: a length above zero is expected", m_beam.length);
             return std::move(m_faults);
         }
+        if (m_beam.length < SHORTEST || m_beam.length > LONGEST)
+            Say(Part::Beam, 0, L"length %s m: one from 1e-6 to 1e9 m is expected", m_beam.length);
         FindOfBeam();
         for (std::size_t i = 0; i < m_beam.supports.size(); ++i)
             FindOfSupport(i);
@@ -31,8 +45,7 @@ public:
         for (std::size_t i = 0; i < m_beam.restraints.size(); ++i)
             FindOfRestraint(i);
         for (std::size_t i = 0; i < m_beam.cases.size(); ++i)
-            if (m_beam.cases[i].bySpan && m_beam.cases[i].kind == ActionKind::Permanent)
-                Say(Part::Case, i, L"a permanent action acts on all spans, not span by span");
+            FindOfCase(i);
         for (std::size_t i = 0; i < m_beam.loads.size(); ++i)
             FindOfLoad(i);
         FindCloseNodes();
@@ -64,6 +77,8 @@ private:
         if (!(std::isfinite(s.Iy) && s.Iy > 0.0))
             Say(Part::Section, 0, L"second moment of area about the major axis %s m⁴: a value above zero is expected",
                 s.Iy);
+        FindOfStiffness(s.E * s.Iy, L"the major");
+        if (HasMinorLoads()) FindOfStiffness(s.E * s.Iz, L"the minor");
         if (!(std::isfinite(s.mass) && s.mass >= 0.0)) Say(Part::Section, 0, L"mass %s kg/m: no mass", s.mass);
         if (m_beam.selfWeight && s.mass == 0.0)
             Say(Part::Section, 0,
@@ -75,6 +90,32 @@ private:
             Say(Part::Beam, 0, L"axial hold at %s m: a place of the member is expected", *held);
     }
 
+    bool HasMinorLoads() const
+    {
+        return std::any_of(m_beam.loads.begin(), m_beam.loads.end(),
+                           [](const Load& load) { return load.direction == Direction::Minor; });
+    }
+    void FindOfStiffness(double stiffness, const wchar_t* axis)
+    {
+        if (std::isnormal(stiffness)) return;
+        CString text;
+        text.Format(L"bending stiffness %s N·m² about %s axis: a product of E and I above zero that is a number is "
+                    L"expected",
+                    m_format.NoDim(stiffness), axis);
+        m_faults.push_back({Part::Section, 0, text});
+    }
+
+    void FindOfCase(std::size_t i)
+    {
+        const Case& c = m_beam.cases[i];
+        if (!IsOneOf(c.kind, ActionKind::Wind))
+            Say(Part::Case, i, L"kind of action %s: there is no such kind", static_cast<double>(c.kind));
+        if (!IsOneOf(c.category, Category::H))
+            Say(Part::Case, i, L"category %s: there is no such category", static_cast<double>(c.category));
+        if (c.bySpan && c.kind == ActionKind::Permanent)
+            Say(Part::Case, i, L"a permanent action acts on all spans, not span by span");
+    }
+
     void FindOfSupport(std::size_t i)
     {
         const Support& s = m_beam.supports[i];
@@ -83,6 +124,22 @@ private:
         for (const double stiffness : {s.vertical, s.rotation, s.lateral, s.lateralRotation})
             if (!(std::isfinite(stiffness) && stiffness >= 0.0))
                 Say(Part::Support, i, L"stiffness %s: 0 (no spring) or a value above zero is expected", stiffness);
+        const double L = m_beam.length;
+        const double major = m_beam.section.E * m_beam.section.Iy / L;
+        const double minor = HasMinorLoads() ? m_beam.section.E * m_beam.section.Iz / L : 0.0;
+        FindOfSpring(i, s.vertical, major / L / L);
+        FindOfSpring(i, s.rotation, major);
+        FindOfSpring(i, s.lateral, minor / L / L);
+        FindOfSpring(i, s.lateralRotation, minor);
+    }
+    // `scale` is the stiffness of the member for the same motion.
+    void FindOfSpring(std::size_t i, double stiffness, double scale)
+    {
+        if (!(stiffness > 0.0 && stiffness < SOFTEST * scale)) return;
+        CString text;
+        text.Format(L"stiffness %s: too soft beside the member to be computed with; give 0 (no spring) or at least %s",
+                    m_format.NoDim(stiffness), m_format.NoDim(SOFTEST * scale));
+        m_faults.push_back({Part::Support, i, text});
     }
 
     // Load heights come from the loads.
@@ -129,6 +186,10 @@ private:
     void FindOfLoad(std::size_t i)
     {
         const Load& load = m_beam.loads[i];
+        if (!IsOneOf(load.shape, LoadShape::Moment))
+            Say(Part::Load, i, L"shape %s: there is no such shape of loads", static_cast<double>(load.shape));
+        if (!IsOneOf(load.direction, Direction::Axial))
+            Say(Part::Load, i, L"direction %s: there is no such direction", static_cast<double>(load.direction));
         if (load.caseIndex >= m_beam.cases.size())
             Say(Part::Load, i, L"case %s: the beam has no such case", static_cast<double>(load.caseIndex));
         if (!std::isfinite(load.value)) Say(Part::Load, i, L"load %s: a number is expected", load.value);

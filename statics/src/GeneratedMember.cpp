@@ -116,6 +116,7 @@ public:
             Divide(m_responses.back());
         }
         PlacePoints();
+        NoteOfStatics();
     }
 
     GeneratedMember Make(std::size_t combination) const
@@ -123,6 +124,7 @@ public:
         GeneratedMember member;
         member.points = m_points;
         member.subSpans = m_subSpans;
+        member.notes = m_notes;
         SetForces(m_responses[combination], member);
         SetHeights(m_combinations[combination], member);
         return member;
@@ -135,6 +137,27 @@ private:
             const Largest largest = LargestOf(*line, m_beam.length);
             for (std::size_t j = 0; j < line->Pieces().size(); ++j)
                 m_parts[j] = std::max(m_parts[j], PartsOf(line->Pieces()[j], largest));
+        }
+    }
+
+    // What the forces know and the member cannot say.
+    void NoteOfStatics()
+    {
+        const CDesFormat format;
+        CString note;
+        for (const Support& s : m_beam.supports) {
+            if (!(s.vertical > 0.0 || s.rotation > 0.0 || s.lateral > 0.0 || s.lateralRotation > 0.0)) continue;
+            note.Format(
+                L"the springs at %s are in the forces alone: the member's point holds rigidly what the restraint "
+                L"of the support says",
+                format.Length(s.at));
+            m_notes.push_back(note);
+        }
+        for (const Hinge& hinge : m_beam.hinges) {
+            if (!hinge.major && !hinge.minor) continue;
+            note.Format(L"the hinge at %s is in the forces alone: the member is continuous there",
+                        format.Length(hinge.at));
+            m_notes.push_back(note);
         }
     }
 
@@ -336,6 +359,7 @@ private:
     std::vector<std::size_t> m_first; // point of each break; the sub-span after it has the same place
     std::vector<CMemberPoint> m_points;
     std::vector<CSubSpan> m_subSpans;
+    std::vector<CString> m_notes; // of all members
 };
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <stdexcept>
 
 #include "Polynomial.h"
 
@@ -26,6 +27,13 @@ Extremes ExtremesOf(const std::vector<Piece>& pieces, double from, double to, Of
 {
     Extremes extremes;
     if (pieces.empty()) return extremes;
+    if (std::isnan(from) || std::isnan(to)) {
+        const Extreme unknown{std::nan(""), std::nan("")};
+        return {unknown, unknown};
+    }
+    if (from > to) std::swap(from, to);
+    from = std::clamp(from, pieces.front().start, pieces.back().End());
+    to = std::clamp(to, pieces.front().start, pieces.back().End());
     const double tolerance = SAME_PLACE * pieces.back().End();
     bool any = false;
     for (const Piece& piece : pieces) {
@@ -127,10 +135,24 @@ Extremes Line::Deflections(double from, double to, const Reference& reference) c
     });
 }
 
+bool Line::HasBreaksOf(const Line& other) const
+{
+    return m_EI == other.m_EI &&
+           std::equal(m_pieces.begin(), m_pieces.end(), other.m_pieces.begin(), other.m_pieces.end(),
+                      [](const Piece& a, const Piece& b) { return a.start == b.start && a.length == b.length; });
+}
+
 void Line::Add(double factor, const Line& other)
 {
-    const std::size_t count = std::min(m_pieces.size(), other.m_pieces.size());
-    for (std::size_t i = 0; i < count; ++i) {
+    if (!std::isfinite(factor)) throw std::invalid_argument("a factor that is not a number");
+    if (other.IsEmpty()) return;
+    if (IsEmpty()) {
+        *this = other;
+        for (Piece& p : m_pieces)
+            p = {p.start, p.length, 0.0, 0.0, 0.0, 0.0, 0.0, 0.0};
+    } else if (!HasBreaksOf(other))
+        throw std::invalid_argument("lines of different members do not add");
+    for (std::size_t i = 0; i < m_pieces.size(); ++i) {
         Piece& p = m_pieces[i];
         const Piece& o = other.m_pieces[i];
         p.deflection += factor * o.deflection;

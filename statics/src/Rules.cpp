@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <stdexcept>
 
 #include "keltrix/statics/Combinations.h"
 
@@ -289,10 +290,16 @@ private:
     std::vector<CombinationRule> m_rules;
 };
 
+void RequireBasis(Basis basis)
+{
+    if (basis < Basis::BS5950 || basis > Basis::EN1990UK) throw std::invalid_argument("no basis of combinations");
+}
+
 } // namespace
 
 Psi PsiOf(Basis basis, ActionKind kind, Category category)
 {
+    RequireBasis(basis);
     if (basis == Basis::BS5950) return {};
     const bool uk = basis == Basis::EN1990UK;
     switch (kind) {
@@ -326,8 +333,13 @@ Psi PsiOf(Basis basis, ActionKind kind, Category category)
     return {};
 }
 
-std::vector<CombinationRule> MakeRules(const Beam& beam, const RuleOptions& options)
+std::vector<CombinationRule> MakeRules(const Analysis& analysis, const RuleOptions& options)
 {
+    RequireBasis(options.basis);
+    if (options.expression != Expression::E610 && options.expression != Expression::E610ab)
+        throw std::invalid_argument("no expression of EN 1990 6.4.3.2");
+    if (!analysis.IsAnswered()) return {};
+    const Beam& beam = analysis.GetBeam();
     if (options.basis == Basis::BS5950) return Rules5950(beam).Make();
     return RulesEN1990(beam, options).Make();
 }

@@ -3,6 +3,7 @@
 // W is a load for each metre, P a force, C a clockwise moment. EI is that of Beams.h.
 
 #include <functional>
+#include <stdexcept>
 #include <string>
 
 #include "statics/Beams.h"
@@ -475,6 +476,30 @@ TEST(Faults, EachIsNamed)
              b.loads = {PointLoad(0, 1.0, 1.0)};
              b.loads[0].reference = static_cast<Steel::LoadPos>(9);
          }},
+        {"length 1e+10 m: one from 1e-6 to 1e9 m is expected", Part::Beam, [](Beam& b) { b.length = 1e10; }},
+        {"bending stiffness 0 N·m² about the major axis", Part::Section,
+         [](Beam& b) { b.section.E = b.section.Iy = 1e-200; }},
+        {"bending stiffness inf N·m² about the minor axis", Part::Section,
+         [](Beam& b) {
+             b.section.E = b.section.Iz = 1e200;
+             b.loads = {UniformLoad(0, 1.0, 0.0, INFINITY, Direction::Minor)};
+         }},
+        // EI = 21 MN·m², 8 m: a ten-millionth of EI/L³ = 41.0 kN/m and of EI/L = 2.625 MNm.
+        {"too soft beside the member to be computed with; give 0 (no spring) or at least 0.004102", Part::Support,
+         [](Beam& b) { b.supports[1].vertical = 0.004; }},
+        {"too soft beside the member to be computed with; give 0 (no spring) or at least 0.2625", Part::Support,
+         [](Beam& b) { b.supports[1].rotation = 0.26; }},
+        {"kind of action 9: there is no such kind", Part::Case,
+         [](Beam& b) { b.cases[0].kind = static_cast<ActionKind>(9); }},
+        {"category -1: there is no such category", Part::Case,
+         [](Beam& b) { b.cases[0].category = static_cast<Category>(-1); }},
+        {"shape 3: there is no such shape", Part::Load,
+         [](Beam& b) {
+             b.loads = {UniformLoad(0, 1.0)};
+             b.loads[0].shape = static_cast<LoadShape>(3);
+         }},
+        {"direction 4: there is no such direction", Part::Load,
+         [](Beam& b) { b.loads = {UniformLoad(0, 1.0, 0.0, INFINITY, static_cast<Direction>(4))}; }},
         {"only a load across the major axis has one", Part::Load,
          [](Beam& b) {
              b.loads = {PointLoad(0, 1.0, 1.0, Direction::Axial)};
@@ -498,6 +523,61 @@ TEST(Faults, EachIsNamed)
         EXPECT_FALSE(analysis.IsAnswered());
         EXPECT_TRUE(analysis.Units().empty());
     }
+}
+
+// The softest spring that is taken, with the closest node to the pin: the beam turns about the pin, P/k at its end.
+TEST(Faults, TheSoftestSpringIsComputedWith)
+{
+    const double k = 1.001e-7 * EI / 216.0;
+    for (const double closest : {3.0, 6.1e-4}) {
+        Beam beam = Single(6.0, PINNED, PINNED);
+        beam.supports[1].vertical = k;
+        beam.hinges.clear();
+        beam.supports.push_back(Held(closest, PINNED));
+        beam.supports[2].vertical = k;
+        beam.loads = {PointLoad(0, 1.0, 6.0)};
+        const Response r = Solved(beam);
+        // About the pin: k w 6 + k w (c/6) c = 1 x 6.
+        const double w = 1.0 / (k * (1.0 + closest * closest / 36.0));
+        ExpectClose(r.major.Deflection(6.0), w, 1e-5);
+        ExpectClose(r.reactions[2].vertical, k * w, 1e-5);
+    }
+}
+
+TEST(Faults, ForcesBeyondTheRangeOfNumbersAreRefused)
+{
+    Beam beam = Single(1e9, PINNED, PINNED);
+    beam.cases[0].name = L"Huge";
+    beam.loads = {UniformLoad(0, 1e300)};
+    const Analysis analysis(beam);
+    EXPECT_FALSE(analysis.IsAnswered());
+    EXPECT_EQ(*analysis.Reason().ToUtf8(),
+              "the forces or deflections of the case Huge are beyond the range of numbers");
+    EXPECT_TRUE(analysis.Units().empty());
+    EXPECT_TRUE(analysis.OfCase(0).IsEmpty());
+    EXPECT_FALSE(Analysis(Plain(1e200)).IsAnswered());
+}
+
+TEST(Faults, SpansAreLengths)
+{
+    for (const double span : {-2.0, 0.0, static_cast<double>(NAN), static_cast<double>(INFINITY)}) {
+        Beam beam = Continuous({3.0});
+        EXPECT_THROW(SetSpans(beam, {6.0, span, 5.0}), std::invalid_argument);
+        EXPECT_EQ(beam.length, 3.0);
+        EXPECT_EQ(beam.supports.size(), 2U);
+    }
+}
+
+// 4 kN along y at the tip of 3 m turns the member about z at the clamp by 12 kNm; the clamp gives as much against it.
+TEST(Reactions, SignOfTheLateralMoment)
+{
+    Beam beam = Single(3.0, ENCASTRE, 0);
+    beam.loads = {PointLoad(0, 4e3, 3.0, Direction::Minor)};
+    const Reaction r = Solved(beam).reactions[0];
+    ExpectClose(r.lateral, -4e3);
+    ExpectClose(r.lateralMoment, -12e3);
+    beam.loads = {MomentLoad(0, 5e3, 3.0, Direction::Minor)};
+    ExpectClose(Solved(beam).reactions[0].lateralMoment, -5e3);
 }
 
 } // namespace StaticsTest

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "statics/RandomBeam.h"
 
@@ -42,7 +43,7 @@ Combinations CombinationsOf(const Beam& beam, const RuleOptions& options)
 {
     const Analysis analysis(beam);
     EXPECT_TRUE(analysis.IsAnswered());
-    return Expand(analysis, MakeRules(analysis.GetBeam(), options));
+    return Expand(analysis, MakeRules(analysis, options));
 }
 
 // "1.4 1.6 0": the unfavourable factors of a rule's cases.
@@ -50,7 +51,7 @@ std::vector<std::string> Factors(const Beam& beam, const RuleOptions& options, L
 {
     const CDesFormat format;
     std::vector<std::string> all;
-    for (const CombinationRule& rule : MakeRules(beam, options)) {
+    for (const CombinationRule& rule : MakeRules(Analysis(beam), options)) {
         if (rule.state != state) continue;
         CString text;
         for (std::size_t c = 0; c < beam.cases.size(); ++c) {
@@ -84,7 +85,7 @@ TEST(Rules5950, Table2)
                 ElementsAre("1.4 1.6 0 0", "1.2 1.2 1.2 0", "1.2 1.2 0 1.2", "1.4 0 1.4 0", "1.4 0 0 1.4"));
     EXPECT_THAT(Factors(beam, BS, LimitState::Serviceability),
                 ElementsAre("1 1 0 0", "1 0.8 0.8 0", "1 0.8 0 0.8", "1 0 1 0", "1 0 0 1"));
-    for (const CombinationRule& rule : MakeRules(beam, BS))
+    for (const CombinationRule& rule : MakeRules(Analysis(beam), BS))
         for (const RuleTerm& term : rule.terms) {
             EXPECT_FALSE(term.source.IsEmpty());
             EXPECT_EQ(term.favourable, term.caseIndex == 0 ? 1.0 : 0.0);
@@ -118,8 +119,8 @@ TEST(RulesEN1990, Expressions610aAnd610b)
                 ElementsAre("1.35 1.05 0.9", "1.147 1.5 0.9", "1.147 1.05 1.5"));
     EXPECT_THAT(Factors(beam, UK_AB, LimitState::Ultimate),
                 ElementsAre("1.35 1.05 0.75", "1.249 1.5 0.75", "1.249 1.05 1.5"));
-    EXPECT_DOUBLE_EQ(MakeRules(beam, EN_AB)[1].terms[0].unfavourable, 1.1475);
-    EXPECT_DOUBLE_EQ(MakeRules(beam, UK_AB)[1].terms[0].unfavourable, 1.24875);
+    EXPECT_DOUBLE_EQ(MakeRules(Analysis(beam), EN_AB)[1].terms[0].unfavourable, 1.1475);
+    EXPECT_DOUBLE_EQ(MakeRules(Analysis(beam), UK_AB)[1].terms[0].unfavourable, 1.24875);
 }
 
 TEST(RulesEN1990, ImposedLoadsOnRoofsWithoutSnowAndWind)
@@ -146,7 +147,7 @@ TEST(RulesEN1990, WithoutACategoryPsiIsOne)
     EXPECT_THAT(Factors(beam, EN, LimitState::QuasiPermanent), ElementsAre("1 1 0"));
     EXPECT_THAT(Factors(beam, EN, LimitState::Ultimate), ElementsAre("1.35 1.5 0.9", "1.35 1.5 1.5"));
     bool told = false;
-    for (const CombinationRule& rule : MakeRules(beam, EN))
+    for (const CombinationRule& rule : MakeRules(Analysis(beam), EN))
         for (const RuleTerm& term : rule.terms)
             told = told || term.source.Find(L"no category") >= 0;
     EXPECT_TRUE(told);
@@ -182,37 +183,50 @@ TEST(RulesEN1990, CombinationValues)
     }
 }
 
-// Both loads are uniform: everything is a share of the first.
+// Both loads are uniform: the forces of all are shares of the first one's. The last has the least reactions; the dead load alone is always there.
 TEST(MinimalSets, OneSpan)
 {
     const Combinations c = CombinationsOf(FloorBeam({6.0}), BS);
-    EXPECT_THAT(Names(c, LimitState::Ultimate), ElementsAre("dead and imposed: 1.4 Dead + 1.6 Imposed"));
-    EXPECT_THAT(Names(c, LimitState::Serviceability), ElementsAre("dead and imposed: 1 Dead + 1 Imposed"));
+    EXPECT_THAT(Names(c, LimitState::Ultimate),
+                UnorderedElementsAre("dead and imposed: 1.4 Dead + 1.6 Imposed", "dead and imposed: 1.4 Dead",
+                                     "dead and imposed: 1 Dead"));
+    EXPECT_THAT(Names(c, LimitState::Serviceability),
+                UnorderedElementsAre("dead and imposed: 1 Dead + 1 Imposed", "dead and imposed: 1 Dead"));
     EXPECT_EQ(*c.list[0].clause.ToUtf8(), "BS 5950-1 2.4.1.2, Table 2");
     ASSERT_EQ(c.list[0].sources.size(), 2U);
     EXPECT_EQ(*c.list[0].sources[1].ToUtf8(), "Table 2: imposed load 1.6");
-    EXPECT_GT(c.dropped, 0U);
 }
 
-// Dead loads alone, and 1.0 of them with both spans loaded, have the shape of the first and are smaller. With one span loaded, 1.0
-// of the dead load makes the least reaction at the far end.
+// With one span loaded, 1.0 of the dead load makes the least reaction at the far end; alone, the least at the middle.
 TEST(MinimalSets, TwoSpans)
 {
     const Combinations c = CombinationsOf(FloorBeam({8.0, 8.0}), BS);
     EXPECT_THAT(Names(c, LimitState::Ultimate),
-                UnorderedElementsAre("dead and imposed: 1.4 Dead + 1.6 Imposed",
+                UnorderedElementsAre("dead and imposed: 1.4 Dead + 1.6 Imposed", "dead and imposed: 1.4 Dead",
                                      "dead and imposed: 1.4 Dead + 1.6 Imposed on span 1",
                                      "dead and imposed: 1.4 Dead + 1.6 Imposed on span 2",
                                      "dead and imposed: 1 Dead + 1.6 Imposed on span 1",
-                                     "dead and imposed: 1 Dead + 1.6 Imposed on span 2"));
+                                     "dead and imposed: 1 Dead + 1.6 Imposed on span 2", "dead and imposed: 1 Dead"));
     EXPECT_THAT(Names(c, LimitState::Serviceability),
-                UnorderedElementsAre("dead and imposed: 1 Dead + 1 Imposed",
+                UnorderedElementsAre("dead and imposed: 1 Dead + 1 Imposed", "dead and imposed: 1 Dead",
                                      "dead and imposed: 1 Dead + 1 Imposed on span 1",
                                      "dead and imposed: 1 Dead + 1 Imposed on span 2"));
 }
 
+// Of two rules that give the same factors one is left; the name is that of the first.
+TEST(MinimalSets, TheSameFactorsOnce)
+{
+    Beam beam = FloorBeam({6.0});
+    beam.loads.push_back(UniformLoad(AddCase(beam, L"Wind", ActionKind::Wind), -5e3));
+    const Combinations c = CombinationsOf(beam, BS);
+    const std::vector<std::string> names = Names(c, LimitState::Ultimate);
+    EXPECT_THAT(names, testing::Contains("dead and imposed: 1.4 Dead"));
+    EXPECT_THAT(names, testing::Not(testing::Contains("dead and wind: 1.4 Dead")));
+    EXPECT_GT(c.dropped, 0U);
+}
+
 // Continuous beams of S spans: odd and even spans, at each inner support the two beside it and alternate ones beyond, the
-// complements of these, all, none. The last is a share of all.
+// complements of these, all, none.
 TEST(MinimalSets, KnownPatternsOfContinuousBeams)
 {
     for (std::size_t spans = 2; spans <= 7; ++spans) {
@@ -224,6 +238,7 @@ TEST(MinimalSets, KnownPatternsOfContinuousBeams)
             if (std::find(expected.begin(), expected.end(), pattern) == expected.end()) expected.push_back(pattern);
         };
         add(std::vector<bool>(spans, true));
+        add(std::vector<bool>(spans, false));
         for (const std::size_t parity : {0U, 1U}) {
             std::vector<bool> pattern(spans);
             for (std::size_t i = 0; i < spans; ++i)
@@ -241,9 +256,8 @@ TEST(MinimalSets, KnownPatternsOfContinuousBeams)
         std::vector<std::vector<bool>> found;
         for (const Combination& combination : c.list)
             if (combination.state == LimitState::Characteristic) {
-                const Term& imposed = combination.terms.back();
-                ASSERT_EQ(imposed.caseIndex, 1U);
-                found.push_back(imposed.spans);
+                const Term& last = combination.terms.back();
+                found.push_back(last.caseIndex == 1 ? last.spans : std::vector<bool>(spans, false));
             }
         EXPECT_THAT(found, testing::UnorderedElementsAreArray(expected)) << spans;
     }
@@ -345,13 +359,12 @@ TEST(RandomLaws, EnvelopeOfAllPatterns)
                 all.Take(sum);
             }
         Envelope found;
-        for (const Combination& c : Expand(analysis, MakeRules(beam, BS)).list)
+        for (const Combination& c : Expand(analysis, MakeRules(analysis, BS)).list)
             if (c.state == LimitState::Ultimate) found.Take(effects.Of(analysis.Of(c.terms)));
         ASSERT_EQ(found.least.size(), all.least.size());
-        // Left out are shares of others: their extremes lie between 0 and those of the list.
         for (std::size_t i = 0; i < all.least.size(); ++i) {
-            EXPECT_NEAR(std::max(0.0, found.greatest[i]), std::max(0.0, all.greatest[i]), 1e-8) << i;
-            EXPECT_NEAR(std::min(0.0, found.least[i]), std::min(0.0, all.least[i]), 1e-8) << i;
+            EXPECT_NEAR(found.greatest[i], all.greatest[i], 1e-8) << i;
+            EXPECT_NEAR(found.least[i], all.least[i], 1e-8) << i;
         }
     });
 }
@@ -367,11 +380,12 @@ TEST(OwnTables, FactorsByCaseAndFavourableOnesOfVariableLoads)
         names.push_back(*c.name.ToUtf8());
         const Response r = analysis.Of(c.terms);
         for (const Piece& p : r.major.Pieces()) {
-            const bool light = c.terms.back().factor == 0.5 && c.terms.back().spans[p.start < 7.9 ? 0 : 1];
+            const Term& last = c.terms.back();
+            const bool light = last.factor == 0.5 && (last.spans.empty() || last.spans[p.start < 7.9 ? 0 : 1]);
             EXPECT_NEAR(p.loadLeft, 12e3 + (light ? 10e3 : 30e3), 1e-6) << names.back();
         }
     }
-    EXPECT_THAT(names, UnorderedElementsAre("own: 1.2 Dead + 1.5 Imposed",
+    EXPECT_THAT(names, UnorderedElementsAre("own: 1.2 Dead + 1.5 Imposed", "own: 1.2 Dead + 0.5 Imposed",
                                             "own: 1.2 Dead + 1.5 Imposed on span 1 + 0.5 Imposed on span 2",
                                             "own: 1.2 Dead + 1.5 Imposed on span 2 + 0.5 Imposed on span 1"));
 }
@@ -420,6 +434,103 @@ TEST(MinimalSets, ALoadThatTheOtherHasNotStays)
                   UniformLoad(AddCase(beam, L"Right wind", ActionKind::Wind), 4e3)};
     const auto count = [&] { return Names(CombinationsOf(beam, BS), LimitState::Ultimate).size(); };
     EXPECT_EQ(count(), 2U);
+}
+
+// Dead 7.6 kN/m and imposed 20 kN/m on 6 m: reactions from 1.0 x 7.6 x 3 = 22.8 kN to (1.4 x 7.6 + 1.6 x 20) x 3 = 127.92 kN.
+TEST(MinimalSets, TheLeastReactionIsThatOfPermanentLoadsAlone)
+{
+    Beam beam = FloorBeam({6.0});
+    beam.loads[0] = UniformLoad(0, 7.6e3);
+    const Analysis analysis(beam);
+    double least = INFINITY;
+    double greatest = -INFINITY;
+    for (const Combination& c : CombinationsOf(beam, BS).list) {
+        if (c.state != LimitState::Ultimate) continue;
+        const double reaction = analysis.Of(c.terms).reactions[0].vertical;
+        least = std::min(least, reaction);
+        greatest = std::max(greatest, reaction);
+    }
+    EXPECT_NEAR(least, 22.8e3, 1e-6);
+    EXPECT_NEAR(greatest, 127.92e3, 1e-6);
+}
+
+// For every standard and limit state.
+TEST(MinimalSets, EverythingAndPermanentLoadsAloneStay)
+{
+    Beam beam = FloorBeam({6.0, 8.0});
+    AddCase(beam, L"Wind", ActionKind::Wind);
+    beam.loads.push_back(UniformLoad(2, -3e3));
+    for (const RuleOptions& options : {BS, EN, EN_AB, UK, UK_AB}) {
+        const Combinations c = CombinationsOf(beam, options);
+        std::vector<LimitState> states;
+        for (const Combination& combination : c.list)
+            if (std::find(states.begin(), states.end(), combination.state) == states.end())
+                states.push_back(combination.state);
+        for (const LimitState state : states) {
+            std::size_t permanent = 0;
+            std::size_t all = 0;
+            for (const Combination& combination : c.list) {
+                if (combination.state != state) continue;
+                std::vector<std::size_t> whole;
+                for (const Term& term : combination.terms)
+                    if (term.spans.empty()) whole.push_back(term.caseIndex);
+                permanent += whole == std::vector<std::size_t>{0} && combination.terms.size() == 1;
+                all += whole.size() == (state == LimitState::QuasiPermanent ? 2 : 3);
+            }
+            EXPECT_GE(permanent, 1U) << static_cast<int>(state);
+            EXPECT_GE(all, state == LimitState::Frequent ? 0U : 1U) << static_cast<int>(state);
+        }
+    }
+}
+
+// A self weight with a case of its own, of a beam that the user gave without one.
+TEST(SelfWeight, IsInTheRulesAndACaseWithoutARuleIsTold)
+{
+    Beam beam = Continuous({6.0});
+    beam.cases.clear();
+    beam.loads = {UniformLoad(AddCase(beam, L"Imposed", ActionKind::Imposed, Category::B), 20e3)};
+    beam.selfWeight = true;
+    beam.section.mass = 100.0;
+    const Analysis analysis(beam);
+    const Combinations c = Expand(analysis, MakeRules(analysis, BS));
+    EXPECT_THAT(Names(c, LimitState::Ultimate), testing::Contains("dead and imposed: 1.4 Self weight + 1.6 Imposed"));
+    for (const CString& note : c.notes)
+        EXPECT_LT(note.Find(L"act in no combination"), 0);
+    CombinationRule rule;
+    rule.name = L"own";
+    rule.terms = {{0, 1.6, 0.0, L"client"}, {1, 0.0, 0.0, L"client"}};
+    const Combinations own = Expand(analysis, {rule});
+    ASSERT_EQ(own.notes.size(), 1U);
+    EXPECT_EQ(*own.notes[0].ToUtf8(), "the loads of the case Self weight act in no combination: no rule counts them");
+    EXPECT_EQ(Expand(analysis, {}).notes.size(), 2U);
+}
+
+TEST(OwnTables, RulesThatSayNothingOfUseAreLeftOutAndToldOf)
+{
+    const Analysis analysis(FloorBeam({8.0}));
+    CombinationRule good;
+    good.name = L"own";
+    good.terms = {{0, 1.2, 1.2, L"client"}, {1, 1.5, 0.0, L"client"}};
+    CombinationRule notANumber = good;
+    notANumber.terms[1].unfavourable = NAN;
+    CombinationRule infinite = good;
+    infinite.terms[0].favourable = INFINITY;
+    CombinationRule noState = good;
+    noState.state = static_cast<LimitState>(17);
+    for (const CombinationRule& rule : {notANumber, infinite}) {
+        const Combinations c = Expand(analysis, {rule});
+        EXPECT_TRUE(c.list.empty());
+        ASSERT_EQ(c.notes.size(), 4U); // patterns, and the loads of both cases
+        EXPECT_EQ(*c.notes[0].ToUtf8(), "own: left out, because it has a factor that is not a number");
+    }
+    EXPECT_EQ(*Expand(analysis, {noState}).notes[0].ToUtf8(), "own: left out, because it is for no limit state");
+    EXPECT_EQ(Expand(analysis, {good}).list.size(), 2U);
+    EXPECT_THROW(MakeRules(analysis, {static_cast<Basis>(9), Expression::E610}), std::invalid_argument);
+    EXPECT_THROW(MakeRules(analysis, {Basis::EN1990, static_cast<Expression>(9)}), std::invalid_argument);
+    EXPECT_THROW(PsiOf(static_cast<Basis>(9), ActionKind::Wind, Category::None), std::invalid_argument);
+    const Analysis loose(Single(6.0, PINNED, 0));
+    EXPECT_TRUE(MakeRules(loose, BS).empty());
+    ASSERT_EQ(Expand(loose, {good}).notes.size(), 1U);
 }
 
 } // namespace StaticsTest

@@ -59,7 +59,7 @@ TEST(Documents, SampleAndItsFigures)
                   {L"Imposed", ActionKind::Imposed, Category::B, true}};
     beam.loads = {UniformLoad(0, 10e3), UniformLoad(1, 20e3)};
     const Analysis analysis(beam);
-    const Combinations combinations = Expand(analysis, MakeRules(analysis.GetBeam(), {Basis::BS5950, Expression::E610}));
+    const Combinations combinations = Expand(analysis, MakeRules(analysis, {Basis::BS5950, Expression::E610}));
     const std::vector<GeneratedMember> members = MakeMembers(analysis, combinations.list);
     // clang-format on
     const std::string code =

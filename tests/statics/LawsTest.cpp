@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <stdexcept>
 
 #include "keltrix/design/MomentDiagram.h"
 #include "statics/RandomBeam.h"
@@ -359,6 +360,77 @@ TEST(RandomLaws, ExtremesAgainstSamples)
         EXPECT_NEAR(line.Deflection(deflections.greatest.at) - chord.At(deflections.greatest.at),
                     deflections.greatest.value, rounding);
     });
+}
+
+// Sums may begin with nothing; responses of different beams do not add.
+TEST(Responses, AddUpFromNothing)
+{
+    Beam beam = Single(6.0, ENCASTRE, PINNED);
+    beam.loads = {UniformLoad(0, 10e3), PointLoad(0, 2e3, 6.0, Direction::Axial),
+                  UniformLoad(0, 1e3, 0.0, INFINITY, Direction::Minor)};
+    const Response one = Solved(beam);
+    Response sum;
+    sum.Add(1.4, one);
+    sum.Add(1.0, Response());
+    // q L²/8 at the clamp, both axes; 5/8 q L there.
+    ExpectClose(sum.major.Moment(0.0, Side::Right), -1.4 * 45e3);
+    ExpectClose(sum.minor.Moment(0.0, Side::Right), -1.4 * 4.5e3);
+    ExpectClose(sum.axial.front().left, 1.4 * 2e3);
+    ASSERT_EQ(sum.reactions.size(), 2U);
+    ExpectClose(sum.reactions[0].vertical, 1.4 * 37.5e3);
+    ExpectClose(sum.reactions[0].moment, -1.4 * 45e3);
+    ExpectClose(sum.major.Deflection(3.0), 1.4 * one.major.Deflection(3.0));
+    Line line;
+    line.Add(2.0, one.major);
+    ExpectClose(line.Moment(0.0, Side::Right), -90e3);
+}
+
+TEST(Responses, OfOtherBeamsAreRefusedAndChangeNothing)
+{
+    Beam beam = Single(6.0, PINNED, PINNED);
+    beam.loads = {UniformLoad(0, 10e3)};
+    const Response one = Solved(beam);
+    std::vector<Beam> others(5, beam);
+    others[0].loads.push_back(PointLoad(0, 1e3, 2.0));
+    others[1] = Single(7.0, PINNED, PINNED);
+    others[1].loads = beam.loads;
+    others[2].section.E = 205e9;
+    others[3].supports[1].at = 5.0;
+    others[3].hinges.clear();
+    others[4].loads.push_back(UniformLoad(0, 1e3, 0.0, INFINITY, Direction::Minor));
+    for (const Beam& other : others) {
+        Response sum = one;
+        EXPECT_THROW(sum.Add(1.0, Solved(other)), std::invalid_argument);
+        EXPECT_EQ(sum.major.Moment(3.0, Side::Left), one.major.Moment(3.0, Side::Left));
+    }
+    Response sum = one;
+    EXPECT_THROW(sum.Add(NAN, one), std::invalid_argument);
+    EXPECT_THROW(sum.Add(INFINITY, one), std::invalid_argument);
+}
+
+TEST(Responses, OfUnknownCasesAndFactorsAreRefused)
+{
+    Beam beam = Single(6.0, PINNED, PINNED);
+    beam.loads = {UniformLoad(0, 10e3)};
+    const Analysis analysis(beam);
+    EXPECT_THROW(analysis.OfCase(1), std::invalid_argument);
+    EXPECT_THROW(analysis.Of({{0, NAN, {}}}), std::invalid_argument);
+    EXPECT_THROW(analysis.Of({{0, INFINITY, {}}}), std::invalid_argument);
+    EXPECT_THROW(analysis.Of({{0, 1e305, {}}}), std::overflow_error);
+    EXPECT_NO_THROW(analysis.Of({{0, 0.0, {}}}));
+}
+
+// A stretch may be given from either end; beyond the member its end counts.
+TEST(Lines, StretchesFromRightToLeft)
+{
+    Beam beam = Single(6.0, PINNED, PINNED);
+    beam.loads = {UniformLoad(0, 10e3)};
+    const Line line = Solved(beam).major;
+    ExpectClose(line.Moments(5.0, 1.0).greatest.value, 45e3);
+    ExpectClose(line.Shears(8.0, 1.0).least.value, -30e3);
+    ExpectClose(line.Shears(7.0, 9.0).least.value, -30e3);
+    EXPECT_TRUE(std::isnan(line.Moments(NAN, 1.0).greatest.value));
+    EXPECT_TRUE(std::isnan(line.Moment(NAN, Side::Left)));
 }
 
 } // namespace StaticsTest

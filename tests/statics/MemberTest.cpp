@@ -322,4 +322,19 @@ TEST(Members, OfABeamWithoutAnAnswerThereAreNone)
     EXPECT_TRUE(Expand(analysis, {CombinationRule()}).list.empty());
 }
 
+// Of all combinations: what the member cannot say does not depend on them.
+TEST(Notes, SpringsAndHingesThatTheMemberHasNot)
+{
+    Beam beam = Continuous({6.0, 6.0});
+    beam.loads = {UniformLoad(0, 10e3)};
+    EXPECT_TRUE(MemberOf(beam).notes.empty());
+    beam.supports[1].vertical = 1e6;
+    beam.hinges = {{8.0, true, false}};
+    const GeneratedMember m = MemberOf(beam);
+    ASSERT_EQ(m.notes.size(), 2U);
+    EXPECT_EQ(*m.notes[0].ToUtf8(), "the springs at 6 m are in the forces alone: the member's point holds rigidly what "
+                                    "the restraint of the support says");
+    EXPECT_EQ(*m.notes[1].ToUtf8(), "the hinge at 8 m is in the forces alone: the member is continuous there");
+}
+
 } // namespace StaticsTest

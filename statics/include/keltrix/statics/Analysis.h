@@ -11,14 +11,14 @@
 
 namespace Keltrix::Statics {
 
-/// What a support gives to the member: upwards, clockwise (about y), along y, about z, along x.
+/// What a support gives to the member.
 struct Reaction {
     double at = 0.0;
-    double vertical = 0.0;
-    double moment = 0.0;
-    double lateral = 0.0;
-    double lateralMoment = 0.0;
-    double axial = 0.0;
+    double vertical = 0.0;      ///< N, upwards
+    double moment = 0.0;        ///< N·m, about y: clockwise with x to the right and z up
+    double lateral = 0.0;       ///< N, along y
+    double lateralMoment = 0.0; ///< N·m, about z: turns x towards y. Below zero at a left clamp under a load along y
+    double axial = 0.0;         ///< N, along x
 };
 
 /// The length between neighbouring vertical supports, or an overhang from the last of them to a free end.
@@ -39,18 +39,28 @@ struct Response {
     std::vector<AxialPiece> axial;
     std::vector<Reaction> reactions;
 
-    /// Adds a multiple of a response of the same analysis.
+    /// Whether there is nothing in it: a sum without its first part, or of a beam without an answer.
+    KELTRIX_STATICS_API bool IsEmpty() const;
+    /// Adds a multiple of a response of the same analysis. An empty response takes the multiple, and adds nothing.
+    /// Throws std::invalid_argument, and changes nothing, where breaks, reactions' places or stiffness differ or the
+    /// factor is not finite.
     KELTRIX_STATICS_API void Add(double factor, const Response& other);
+
+private:
+    bool IsOfTheAnalysisOf(const Response& other) const;
 };
 
-/// Loads of a case on one span, or of the whole case.
+/// Loads of a case on one span, or of the whole case. A point load over a support belongs to the span on its right, over a
+/// support at the right end of the member to the span on its left.
 struct Unit {
     std::size_t caseIndex = 0;
     int span = -1; ///< -1: the whole case
     Response response;
 };
 
-/// A case in a combination: its factor, and the spans on which it acts; an empty list is all of them.
+/// A case in a combination: its factor, and the spans on which it acts, by their index in Analysis::Spans(), from 0; an
+/// empty list is all of them. The list is of cases with Case::bySpan alone: other cases act as a whole whatever it
+/// says.
 struct Term {
     std::size_t caseIndex = 0;
     double factor = 0.0;
@@ -98,7 +108,8 @@ public:
     const std::vector<Span>& Spans() const { return m_spans; }
     const std::vector<Unit>& Units() const { return m_units; }
 
-    /// Without an answer both are empty.
+    /// Without an answer both are empty. Both throw std::invalid_argument where the beam has no such case or a factor is
+    /// not finite, and std::overflow_error where a sum is beyond the range of numbers.
     Response OfCase(std::size_t caseIndex) const { return Of({{caseIndex, 1.0, {}}}); }
     /// Sum of the cases with their factors, on the spans given. Cases that are not by span act as a whole.
     Response Of(const std::vector<Term>& terms) const;

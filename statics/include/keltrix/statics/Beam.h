@@ -25,7 +25,7 @@ struct Section {
     double E = 0.0;    ///< Young's modulus, N/m²
     double Iy = 0.0;   ///< second moment of area about the major axis, m⁴
     double Iz = 0.0;   ///< about the minor axis; needed where a load bends the beam about it
-    double mass = 0.0; ///< kg/m
+    double mass = 0.0; ///< kg/m. 0 is a fault while Beam::selfWeight is true
     /// Heights of the top and the bottom flange above the shear centre, m, for loads whose height counts from a flange.
     double topFlange = std::numeric_limits<double>::quiet_NaN();
     double bottomFlange = std::numeric_limits<double>::quiet_NaN();
@@ -35,7 +35,7 @@ struct Section {
 /// rotation about the major axis; MINOR_SHEAR and MINOR_ROTATION likewise for loads across. All bits go to the member's
 /// point as they are, and count for loads as their closure does. A stiffness above zero takes the place of the rigid
 /// hold; partial rotational bits without one hold no rotation. Several supports at one place count together, the larger
-/// stiffness of each kind.
+/// stiffness of each kind; a rigid hold of one of them outweighs the springs of the others.
 struct Support {
     double at = 0.0;
     Steel::CRestraint holds = Steel::CRestraint(Steel::CRestraint::PINNED, Steel::SHR_CENTRE, 0.0);
@@ -125,13 +125,14 @@ struct Beam {
     std::vector<Case> cases;
     std::vector<Load> loads;
     /// The weight of the section acts in the first permanent case, or in a case "Self weight" of its own where there is
-    /// none.
+    /// none. It needs a mass: without one set this to false.
     bool selfWeight = true;
     /// The place that takes axial loads; without one the first support.
     std::optional<double> axiallyHeldAt;
 };
 
 /// Supports with the same restraint at both ends of each span; the beam becomes as long as all spans together.
+/// Throws std::invalid_argument, and changes nothing, where a span is not a length above zero.
 KELTRIX_STATICS_API void SetSpans(Beam& beam, const std::vector<double>& spans,
                                   int restraint = Steel::CRestraint::PINNED);
 
@@ -148,8 +149,10 @@ struct Fault {
 
 /// Everything that keeps a beam from being analysed, except motions that nothing holds: numbers that are not finite,
 /// places outside the member, loads of cases that do not exist, hinges at ends, at each other or at held rotations,
-/// moments at hinges, torsion, load heights from unknown flanges, places so close together (below 1e-4 of the length)
-/// that no stiffness lies between them. Empty for a sound beam.
+/// moments at hinges, torsion, load heights from unknown flanges, values that an enumeration has not, lengths below 1e-6
+/// or above 1e9 m, places so close together (below 1e-4 of the length) that no stiffness lies between them, springs so
+/// soft (below 1e-7 EI/L³ of the whole length, 1e-7 EI/L for rotations) that they could not be computed with. Empty for a
+/// sound beam.
 KELTRIX_STATICS_API std::vector<Fault> FindFaults(const Beam& beam);
 
 } // namespace Keltrix::Statics

@@ -13,7 +13,9 @@ enum class LimitState { Ultimate, Serviceability, Characteristic, Frequent, Quas
 
 /// Cases that act together, with their factors and the spans on which they act.
 struct Combination {
-    CString name;   ///< "1.4 Dead + 1.6 Imposed on spans 1, 3"
+    /// "1.4 Dead + 1.6 Imposed on spans 1, 3". Spans count from 1 here, in the order of Analysis::Spans(), an overhang
+    /// on the left being the first; in Term::spans and DeflectionCheck::span the same one has the index 0.
+    CString name;
     CString clause; ///< where the rule stands: "EN 1990 6.4.3.2 (6.10b)"
     LimitState state = LimitState::Ultimate;
     std::vector<Term> terms;
@@ -57,20 +59,26 @@ struct RuleOptions {
     Expression expression = Expression::E610;
 };
 
-/// Table A1.1 of EN 1990 or of its UK National Annex. Of an imposed load without a category all are 1.
+/// Table A1.1 of EN 1990 or of its UK National Annex. Of an imposed load without a category, and of permanent actions,
+/// all are 1. BS 5950 has no combination values: for it all are 1 and mean nothing. Throws std::invalid_argument where
+/// the basis is none of those above.
 KELTRIX_STATICS_API Psi PsiOf(Basis basis, ActionKind kind, Category category);
 
-/// The rules of a standard for the cases of a beam, ultimate first, then serviceability.
+/// The rules of a standard for the cases of the beam as analysed, ultimate first, then serviceability: a self weight
+/// that has a case of its own is among them. Without an answer there are none. Throws std::invalid_argument where an
+/// option is none of those above.
 ///
 /// All permanent cases come from one source and share one factor (EN 1990 Table A1.2(B), note 3). Imposed cases act
 /// together; those of one category are one action, which leads or accompanies as a whole. Snow cases are alternatives
 /// to each other, as are wind cases. With imposed loads of category H neither snow nor wind acts (EN 1991-1-1,
 /// 3.3.2(1)).
-KELTRIX_STATICS_API std::vector<CombinationRule> MakeRules(const Beam& beam, const RuleOptions& options);
+KELTRIX_STATICS_API std::vector<CombinationRule> MakeRules(const Analysis& analysis, const RuleOptions& options);
 
 struct Combinations {
     std::vector<Combination> list;
-    std::size_t dropped = 0; ///< combinations that were left out because another one of the list is never less severe
+    /// How many were left out because another one has the same factors, or because nothing acts in them.
+    std::size_t dropped = 0;
+    /// What an engineer has to know: rules that were left out and why, cases whose loads no rule counts.
     std::vector<CString> notes;
 };
 
@@ -78,12 +86,13 @@ struct Combinations {
 /// and the permanent cases have one of their two factors.
 ///
 /// Found are those that give the largest or the smallest moment, shear, axial force, reaction or deflection from the
-/// chord of a span anywhere: the envelope over them is that over all subsets of spans. Everything at once, and the
-/// permanent loads alone, are always among them. For checks that depend on more than these (interaction, the shape of a
-/// diagram) subsets that are not among them can govern.
+/// chord of a span anywhere: the envelope over them, in both directions, is that over all subsets of spans. Everything
+/// at once, and the permanent loads alone, are always among them. For checks that depend on more than these
+/// (interaction, the shape of a diagram) subsets that are not among them can govern.
 ///
-/// Left out are combinations whose forces are those of another one of the same limit state, times a factor of at most
-/// 1, with no load that the other one has not.
+/// Left out are combinations with the factors of another one of the same limit state, unit by unit, and those in which
+/// nothing acts. Rules that name a case the beam has not, a factor that is not a number or no limit state are left out
+/// with a note; so is every case that has loads and is in no rule. Spans in names count from 1, overhangs included.
 KELTRIX_STATICS_API Combinations Expand(const Analysis& analysis, const std::vector<CombinationRule>& rules);
 
 } // namespace Keltrix::Statics

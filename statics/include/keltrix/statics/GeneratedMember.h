@@ -28,6 +28,10 @@ struct GeneratedMember {
 /// A point holds what the supports at it hold. A sub-span holds what all restraints along it hold. Of the loads that
 /// act in the combination, the highest one gives the load height of its point or sub-span, above the shear centre. The
 /// self weight acts at the shear centre.
+///
+/// Springs and hinges are in the forces alone: the point of a spring holds rigidly what its restraint says, and the member is
+/// continuous at a hinge. Notes say so. Throws what Analysis::Of throws where a combination names an unknown case or a factor
+/// that is not finite.
 KELTRIX_STATICS_API std::vector<GeneratedMember> MakeMembers(const Analysis& analysis,
                                                              const std::vector<Combination>& combinations);
 

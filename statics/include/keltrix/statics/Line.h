@@ -73,13 +73,19 @@ public:
     double Deflection(double x) const;
 
     /// Over a stretch of the member, the jumps at its inner places included; at its ends the side within the stretch.
+    /// The ends of the stretch may be in either order; one beyond the member counts as the member's end. Of a stretch
+    /// without length both sides of the place count. Of places that are not numbers the extremes are not either.
     Extremes Shears(double from, double to) const;
     Extremes Moments(double from, double to) const;
     Extremes Deflections(double from, double to) const { return Deflections(from, to, Reference()); }
     /// Of the deflection less the reference.
     Extremes Deflections(double from, double to, const Reference& reference) const;
 
-    /// Adds a multiple of a line with the same breaks.
+    /// Whether the other line has the same breaks and the same stiffness, as lines of one analysis and plane have.
+    bool HasBreaksOf(const Line& other) const;
+    /// Adds a multiple of a line with the same breaks and stiffness. A line without pieces takes the multiple, and adds
+    /// nothing. Throws std::invalid_argument, and changes nothing, where breaks or stiffness differ or the factor is
+    /// not finite.
     void Add(double factor, const Line& other);
 
 private:
