@@ -681,3 +681,28 @@ TEST(StrutInformation, AStrutAtItsCriticalLoadDoesNotPass)
     EXPECT_EQ(free.member.Status(), Design::Status::NotChecked);
     EXPECT_NE(std::wstring(free.Entry(Rule::TorsionalBuckling).reason).find(L"free to move"), std::wstring::npos);
 }
+
+// What passes is held, and under less than its critical load, whether the analysis or a closed form said so.
+TEST(RandomLaws, WhatPassesIsBelowItsCriticalLoad)
+{
+    constexpr unsigned SEED = 20261122;
+    std::mt19937 random(SEED);
+    int passed = 0;
+    int struts = 0;
+    for (int i = 0; i < 400; ++i) {
+        const SectionRow& row = SECTIONS[static_cast<std::size_t>(i) % std::size(SECTIONS)];
+        Subject subject(row, 1);
+        const DesignTest::Member full = RandomActions(random, subject.member.Properties(), subject.member.Steel());
+        const DesignTest::Member m = Scaled(full, 1.0, 0.4, 0.1, 0.1);
+        subject.member.SetMemberPointVec(m.points);
+        subject.member.SetSubSpanVec(m.subSpans);
+        if (!subject.member.Check()) continue;
+        ++passed;
+        for (const LedgerEntry& e : InformationOf(subject.member, Rule::TorsionalBuckling)) {
+            ++struts;
+            EXPECT_LT(e.utilisation, 1.0) << "seed " << SEED << ", member " << i;
+        }
+    }
+    EXPECT_GT(passed, 40) << "seed " << SEED;
+    EXPECT_GT(struts, 10) << "seed " << SEED;
+}

@@ -113,7 +113,6 @@ void CSteelMemberBS5950::RunBuckling()
     std::erase_if(m_parts, [](const auto& part) { return part.second.start < part.second.end; });
     m_spans.clear();
     m_interactions.clear();
-    m_struts.clear();
     const bool text = Result() && Result()->TextEnabled();
     if (Result()) Result()->SetCurSubSpan(2 * static_cast<int>(SubSpans().size()) + 1);
     if (text) Text(*this).BucklingTitle();

@@ -369,7 +369,8 @@ std::vector<LedgerEntry> CSteelMemberBS5950::Information() const
 {
     std::vector<LedgerEntry> entries;
     AddLateralInformation(entries);
-    entries.insert(entries.end(), m_struts.begin(), m_struts.end());
+    const std::vector<LedgerEntry> struts = StrutInformation();
+    entries.insert(entries.end(), struts.begin(), struts.end());
     return entries;
 }
 

@@ -84,7 +84,6 @@ void CSteelMemberBS5950::DropFindings()
     m_interactions.clear();
     m_units.clear();
     m_elasticReason = CString();
-    m_struts.clear();
     m_parts.clear();
     m_refusal = {};
     m_class = 0;

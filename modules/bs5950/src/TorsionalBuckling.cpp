@@ -91,20 +91,57 @@ std::vector<LedgerEntry> CSteelMemberBS5950::StrutInformation() const
     return entries;
 }
 
+// Whether closed forms show that no strut of the member reaches its elastic critical load, which saves the analysis: between sections
+// that hold it laterally and against twist a length has at least the critical load of one between forks without anything in between,
+// under the largest force all along (Timoshenko and Gere, Theory of Elastic Stability, 5.6).
+bool CSteelMemberBS5950::IsPlainlyStable() const
+{
+    constexpr double MARGIN = 0.9;
+    constexpr unsigned int FORK = Data::CRestraint::MINOR_SHEAR | Data::CRestraint::TORSION;
+    const auto isFork = [](const Steel::CMemberPoint& point) { return point.GetRestraint().IsRestrained(FORK, true); };
+    const auto& points = MemberPoints();
+    double compression = 0.0;
+    for (const Steel::CSubSpan& sub : SubSpans())
+        compression = std::max({compression, -sub.GetForcesLeft().x, -sub.GetForcesRight().x});
+    if (!(compression > 0.0)) return true;
+    if (!isFork(points.front()) || !isFork(points.back())) return false;
+    double longest = 0.0;
+    double held = points.front().GetPos();
+    for (const Steel::CMemberPoint& point : points) {
+        if (!isFork(point)) continue;
+        longest = std::max(longest, point.GetPos() - held);
+        held = point.GetPos();
+    }
+    const double E = m_section.Steel().E;
+    const auto s = Stability::MakeSectionConstants(GetKeltrixSec(), E, E / 2.6, nullptr);
+    if (!s) return false;
+    const double k2 = std::numbers::pi * std::numbers::pi / (longest * longest);
+    const double i2 = s->PolarRadius2();
+    const double Pz = s->E * s->Iz * k2;
+    const double Pt = (s->G * s->It + s->E * s->Iw * k2) / i2;
+    // The smaller root of (1 - zc²/i0²) N² - (Pz + Pt) N + Pz Pt = 0.
+    const double share = 1.0 - s->zc * s->zc / i2;
+    const double sum = Pz + Pt;
+    const double N = 2.0 * Pz * Pt / (sum + std::sqrt(std::max(0.0, sum * sum - 4.0 * share * Pz * Pt)));
+    return compression < MARGIN * N;
+}
+
 // No rule of the standard compares a strut with its torsional critical load, which Table 11 and 4.7.10 keep away in common sections.
 // Where the strut is not held, or its force reaches the elastic critical load, it stands by none.
 void CSteelMemberBS5950::RecordTorsionalBuckling()
 {
-    m_struts = StrutInformation();
+    const bool failed = m_ledger.HasFailed(Stage::Local) || m_ledger.HasFailed(Stage::Buckling);
+    const std::vector<LedgerEntry> struts =
+        failed || IsPlainlyStable() ? std::vector<LedgerEntry>() : StrutInformation();
     LedgerEntry e;
     e.rule = Rule::TorsionalBuckling;
     e.clause = RuleClause(e.rule);
     e.status = CheckStatus::NotApplicable;
     e.reason = L"the standard has no separate rule; Table 11 and clause 4.7.10 limit what torsion can take away";
-    const auto worst =
-        std::max_element(m_struts.begin(), m_struts.end(),
-                         [](const LedgerEntry& a, const LedgerEntry& b) { return a.utilisation < b.utilisation; });
-    if (worst != m_struts.end() && !(worst->utilisation < 1.0)) {
+    const auto worst = std::max_element(struts.begin(), struts.end(), [](const LedgerEntry& a, const LedgerEntry& b) {
+        return a.utilisation < b.utilisation;
+    });
+    if (worst != struts.end() && !(worst->utilisation < 1.0)) {
         e.status = CheckStatus::NotEvaluated;
         if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
         e.start = worst->start;

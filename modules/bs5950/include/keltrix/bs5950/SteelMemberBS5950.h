@@ -362,6 +362,7 @@ private:
     void RecordElasticWarnings();
     double CheckedFlexuralLoad(double from, double to) const;
     std::vector<LedgerEntry> StrutInformation() const;
+    bool IsPlainlyStable() const;
     void RecordTorsionalBuckling();
     std::vector<Design::Stretch> LateralStretches(bool turned) const;
     SpanResult LateralSpan(const Design::Stretch& stretch, bool turned) const;
@@ -415,7 +416,6 @@ private:
     std::vector<Design::MomentDiagram> m_principal; ///< angle: Mu and Mv, then those of the angle turned the other way
     std::vector<ElasticUnit> m_units;               ///< where the option asks for elastic checks
     CString m_elasticReason;                        ///< why there are none
-    std::vector<LedgerEntry> m_struts;              ///< elastic critical loads of lengths in compression
     Ledger m_ledger;
     std::vector<Assumption> m_assumptions;
     std::vector<Design::Warning> m_warnings;
