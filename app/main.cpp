@@ -94,7 +94,7 @@ void AddReading(CLI::App& command, Options& options)
 {
     command.add_flag("--strict", options.reading.isStrict, "Every warning is an error (exit code 2)");
     command.add_flag("--allow-gaps", options.reading.allowGaps,
-                     "Numbers need not start at 1 or follow one another, nor positions start at 0");
+                     "Numbers need not start at 1, nor positions at 0; those of sub-spans may leave some out");
 }
 
 /// More workers than this are a slip of the finger.

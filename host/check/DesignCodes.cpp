@@ -117,20 +117,20 @@ std::string ListOfCodes()
     return Alternatives(names);
 }
 
-const Design::DesignCode& DesignCodeNamed(const std::string& name)
+const Design::DesignCode& DesignCodeNamed(const std::string& name, const std::string& subject)
 {
     for (const Design::DesignCode* code : Codes())
         if (IsCalled(code->Description().id, name)) return *code;
     RequireAny();
-    throw BadInput("--code: got \"" + PrintableLine(name) + "\", expected " + ListOfCodes());
+    throw BadInput(subject + ": got \"" + PrintableLine(name) + "\", expected " + ListOfCodes());
 }
 
-std::size_t AnnexNamed(const Design::DesignCode& code, const std::string& name)
+std::size_t AnnexNamed(const Design::DesignCode& code, const std::string& name, const std::string& subject)
 {
     const std::vector<Design::Term>& annexes = code.Description().annexes;
     for (std::size_t i = 0; i < annexes.size(); ++i)
         if (IsCalled(annexes[i].name, name)) return i;
-    throw BadInput("--annex: got \"" + PrintableLine(name) + "\", expected " +
+    throw BadInput(subject + ": got \"" + PrintableLine(name) + "\", expected " +
                    (annexes.empty()
                         ? "none: " + Utf8(std::wstring_view(code.Description().title)) + " has no national annexes"
                         : ListOf(annexes)));

@@ -17,11 +17,12 @@ void AddDesignCode(const Design::DesignCode& code, const std::string& from);
 /// Their ids in a sentence: "a, b or c"; empty without any.
 std::string ListOfCodes();
 
-/// The code of an id, letter case aside. Throws BadInput, with the names of all, for any other name.
-const Design::DesignCode& DesignCodeNamed(const std::string& name);
+/// The code of an id, letter case aside. Throws BadInput, with the names of all, for any other name; `subject` is what the message
+/// calls the place of the name.
+const Design::DesignCode& DesignCodeNamed(const std::string& name, const std::string& subject = "--code");
 
-/// The place of a national annex of a code, letter case aside. Throws BadInput, with the names of all, for any other name.
-std::size_t AnnexNamed(const Design::DesignCode& code, const std::string& name);
+/// The place of a national annex of a code, letter case aside. Throws BadInput likewise.
+std::size_t AnnexNamed(const Design::DesignCode& code, const std::string& name, const std::string& subject = "--annex");
 
 /// "S275, S355 or S460": names of terms in a sentence.
 std::string ListOf(const std::vector<Design::Term>& terms);

@@ -22,7 +22,7 @@ const char* SeverityWord(Severity severity);
 
 /// How strictly a member file is read.
 struct ReadingOptions {
-    bool allowGaps = false; ///< numbers need not start at 1 or follow one another, nor positions start at 0
+    bool allowGaps = false; ///< numbers need not start at 1, nor positions at 0; those of sub-spans may leave some out
     bool isStrict = false;  ///< every warning is an error
 };
 

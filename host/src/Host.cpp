@@ -1,6 +1,7 @@
 #include "keltrix/host/Host.h"
 
 #include <algorithm>
+#include <set>
 #include <stdexcept>
 
 #include "check/CheckedMember.h"
@@ -21,10 +22,13 @@ namespace {
 CodeChoice ChoiceOf(const Settings& settings)
 {
     CodeChoice choice;
-    choice.code = settings.code.empty() ? DefaultCode().code : &DesignCodeNamed(settings.code);
-    if (!settings.annex.empty()) choice.settings.annex = AnnexNamed(*choice.code, settings.annex);
-    for (const auto& [name, value] : settings.options)
+    choice.code = settings.code.empty() ? DefaultCode().code : &DesignCodeNamed(settings.code, "design code");
+    if (!settings.annex.empty()) choice.settings.annex = AnnexNamed(*choice.code, settings.annex, "national annex");
+    std::set<std::string_view> given;
+    for (const auto& [name, value] : settings.options) {
         SetOption(*choice.code, name, value, choice.settings);
+        if (!given.insert(name).second) throw BadInput("option " + name + ": is given twice");
+    }
     return choice;
 }
 

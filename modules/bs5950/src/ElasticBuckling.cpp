@@ -240,36 +240,16 @@ void CSteelMemberBS5950::FindElasticSpans(const std::vector<Stretch>& stretches,
     }
 }
 
-// Annex B.2: pb for λLT = (π² E/py)^0.5 (Mp/Mcr)^0.5 with Mp = βW Sx py, the smallest Mb of the flanges that are compressed, each with
-// the class of the places where its moment compresses it. All of them are compared with the largest moment of the unit.
-void CSteelMemberBS5950::SetElasticResistance(SpanResult& span) const
+// Annex B.2: λLT = (π² E/py)^0.5 (Mp/Mcr)^0.5 with Mp = βW Sx py.
+SlendernessLT CSteelMemberBS5950::ElasticSlenderness(const SpanResult& span, const Classification& c) const
 {
-    const SectionProperties& s = m_section.Properties();
-    const Material& m = m_section.Steel();
-    const SpanClass classes(s, m, SubSpans(), m_major, m_minor);
-    bool first = true;
-    for (std::size_t f = 0; f < 2; ++f) {
-        if (!span.compressed[f]) continue;
-        const WorstClass worst =
-            classes.Worst(span.start, span.end, f == 0 ? SpanClass::Part::Flange1 : SpanClass::Part::Flange2);
-        const Classification& c = worst.bending;
-        SlendernessLT lt;
-        lt.betaW = BetaW(s, c);
-        const double Mp = c.Wx * c.pyMomentX;
-        lt.lambdaLT =
-            std::sqrt(std::numbers::pi * std::numbers::pi * m.E / c.pyMomentX) * std::sqrt(Mp / span.elastic->Mcr);
-        lt.source = L"Annex B.2, elastic Mcr";
-        const double resistance = BendingStrength(lt.lambdaLT, c.pyMomentX, s.IsWelded(), m.E) * c.Wx;
-        if (!first && !(resistance < span.resistance)) continue;
-        first = false;
-        span.resisting = static_cast<int>(f);
-        span.cls = worst.cls;
-        span.modulus = c.Wx;
-        span.py = c.pyMomentX;
-        span.lt = lt;
-        span.resistance = resistance;
-        span.strength = resistance / c.Wx;
-    }
+    SlendernessLT lt;
+    lt.betaW = BetaW(m_section.Properties(), c);
+    const double Mp = c.Wx * c.pyMomentX;
+    lt.lambdaLT = std::sqrt(std::numbers::pi * std::numbers::pi * m_section.Steel().E / c.pyMomentX) *
+                  std::sqrt(Mp / span.elastic->Mcr);
+    lt.source = L"Annex B.2, elastic Mcr";
+    return lt;
 }
 
 // --- Figures beside the rules ---
@@ -357,7 +337,7 @@ std::vector<SpanResult> CSteelMemberBS5950::OfferedUnits() const
         SpanResult span = ElasticSpan(unit.start, unit.end, &unit);
         span.applied = IsLateralApplied(span);
         if (!span.applied) continue;
-        SetElasticResistance(span);
+        SetBendingResistance(span);
         span.m = LateralFactor(span);
         span.utilisation = Ratio(span.m * span.effect, span.resistance);
         offered.push_back(span);

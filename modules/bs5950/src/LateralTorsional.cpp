@@ -222,7 +222,8 @@ void CSteelMemberBS5950::FindLevels()
             m_levels.push_back(MemberPoints()[static_cast<std::size_t>(i)].GetPos());
 }
 
-// The smallest Mb of the flanges that are compressed, each with the class of the places where its moment compresses it.
+// The smallest Mb of the flanges that are compressed, each with the class of the places where its moment compresses it. An elastic
+// critical moment is that of both flanges.
 void CSteelMemberBS5950::SetBendingResistance(SpanResult& span) const
 {
     const SectionProperties& s = m_section.Properties();
@@ -238,7 +239,10 @@ void CSteelMemberBS5950::SetBendingResistance(SpanResult& span) const
         const Classification& c = worst.bending;
         SlendernessLT lt = LateralTorsionalSlenderness(s, LE, BetaW(s, c), flange1);
         double resistance = BucklingResistanceMoment(s, m, c, LE, flange1);
-        if (span.applied && IsSimpleColumn(span)) {
+        if (span.elastic) {
+            lt = ElasticSlenderness(span, c);
+            resistance = BendingStrength(lt.lambdaLT, c.pyMomentX, s.IsWelded(), m.E) * c.Wx;
+        } else if (span.applied && IsSimpleColumn(span)) {
             const auto [from, to] = StoreyOf(span);
             lt.lambda = (to - from) / s.ry;
             lt.lambdaLT = 0.5 * lt.lambda;
@@ -301,10 +305,7 @@ void CSteelMemberBS5950::CheckLateral(SpanResult& span)
     } else if (span.continuous)
         span.lengthRule = L"flange held along its length (4.2.2)";
     span.slenderness = span.LE / span.radius;
-    if (span.elastic)
-        SetElasticResistance(span);
-    else
-        SetBendingResistance(span);
+    SetBendingResistance(span);
     SetLateralFactor(span);
     if (span.applied) span.utilisation = Ratio(span.m * span.effect, span.resistance);
     RecordLateral(span);

@@ -19,10 +19,10 @@ struct CheckedMember;
 struct Settings {
     std::string code;  ///< id of the design code, letter case aside; empty: the first that is built in
     std::string annex; ///< its national annex; empty: the first
-    /// Options of the design code by name, with their values in words or m: {"ltb", "elastic"}. A flag has an empty value. Of an option
-    /// given twice the last value counts.
+    /// Options of the design code by name, with their values in words or m: {"ltb", "elastic"}. A flag has an empty value. An
+    /// option stands once.
     std::vector<std::pair<std::string, std::string>> options;
-    bool allowGaps = false; ///< numbers need not start at 1 or follow one another, nor positions start at 0
+    bool allowGaps = false; ///< numbers need not start at 1, nor positions at 0; those of sub-spans may leave some out
     bool isStrict = false;  ///< every warning is an error
 };
 
@@ -59,7 +59,8 @@ struct Outcomes {
 };
 
 /// Reads the members of a text and checks each. `name` is how messages call the text. A text that cannot be read gives a diagnostic,
-/// never an exception. Throws BadInput (a std::runtime_error) for settings that mean nothing, such as an unknown design code.
+/// never an exception. Throws std::runtime_error for settings that mean nothing: a code, annex, option or value that there is not, with those that
+/// there are; an option given twice.
 Outcomes Check(std::string_view text, const std::string& name, const Settings& settings = {});
 
 /// The findings of a member as JSON, as `ksteel check --format json` writes them. Throws std::invalid_argument for a refused member.

@@ -353,7 +353,7 @@ private:
     const wchar_t* ElasticRefusal(const std::vector<Design::Stretch>& stretches) const;
     void FindElasticSpans(const std::vector<Design::Stretch>& stretches, double from, double to);
     SpanResult ElasticSpan(double from, double to, const ElasticUnit* unit) const;
-    void SetElasticResistance(SpanResult& span) const;
+    SlendernessLT ElasticSlenderness(const SpanResult& span, const Classification& c) const;
     bool OffersElastic(const SpanResult& span) const;
     SpanResult WorstByTables(const SpanResult& span) const;
     std::vector<SpanResult> OfferedUnits() const;
