@@ -156,3 +156,18 @@ TEST(CapacityAndCheck, TellTheSameOfTheFabrication)
             }
     });
 }
+
+// UC 152x152x23 S355: ε = (275/355)^0.5 = 0.880, b/T = 76.1/6.8 = 11.19 > 10ε = 8.80 and < 15ε = 13.2 (Table 11): class 3 about either
+// axis. In S275 b/T = 11.19 > 10 as well; UC 152x152x30: 76.45/9.4 = 8.13 is class 2 in S355 (9ε = 7.92) and class 1 in S275.
+TEST(SectionCapacity, ClassesOfBendingAloneAreThoseOfTable11)
+{
+    const auto capacity = [](const wchar_t* section, const wchar_t* grade) {
+        return SectionCapacity(CSection(CString(section)), GradeNamed(grade));
+    };
+    EXPECT_EQ(capacity(L"UC 152x152x23", L"S355").ClassMajorBending(), 3);
+    EXPECT_EQ(capacity(L"UC 152x152x23", L"S355").ClassMinorBending(), 3);
+    EXPECT_EQ(capacity(L"UC 152x152x30", L"S355").ClassMajorBending(), 2);
+    EXPECT_EQ(capacity(L"UC 152x152x30", L"S355").ClassMinorBending(), 2);
+    EXPECT_EQ(capacity(L"UC 152x152x30", L"S275").ClassMajorBending(), 1);
+    EXPECT_EQ(capacity(L"UC 152x152x30", L"S275").ClassMinorBending(), 1);
+}

@@ -369,6 +369,31 @@ TEST(StrutsByHand, ContinuityAtInnerPointsIsNotCountedAndNamed)
     Checked one(given);
     one.Check();
     EXPECT_FALSE(one.Assumes(L"continuity at inner points"));
+    // A support that holds the rotation counts, and nothing is left out.
+    given.points = {{0.0, L"Pinned"}, {3.0, L"Fixed"}, {6.0, L"Pinned"}};
+    Checked held(given);
+    held.Check();
+    EXPECT_FALSE(held.Assumes(L"continuity at inner points"));
+    for (const SpanResult& span : held.Spans(BucklingMode::Major))
+        EXPECT_LT(span.LE, 3.0);
+}
+
+// A moment up to a millionth of the elastic moment of its axis is none. UC 203x203x46 S275: Zx = 450 cm³, 123.75 Nm·10⁻³; Zy = 152 cm³,
+// 41.8 Nm·10⁻³.
+TEST(StrutsByHand, AMomentUpToAMillionthOfTheElasticOneIsNone)
+{
+    const auto terms = [](double mx, double my) {
+        Case given;
+        given.section = L"UC 203x203x46";
+        EndMoments(given, 6.0, mx, mx, -100 * kN, my, my);
+        Checked c(given);
+        c.Check();
+        return c.Spans(BucklingMode::Minor).front();
+    };
+    EXPECT_EQ(terms(0.1215, 0.0).Mx, 0.0);
+    EXPECT_EQ(terms(0.1260, 0.0).Mx, 0.1260);
+    EXPECT_EQ(terms(0.0, 0.0410).My, 0.0);
+    EXPECT_EQ(terms(0.0, 0.0426).My, 0.0426);
 }
 
 // 4.7.10.2: L 120x120x10 (rv 2.36 cm, ry 3.67 cm), two lengths of 1 m: 0.7*100/3.67 + 30 = 49.1 in each of them, wherever it

@@ -415,3 +415,67 @@ TEST(CheckLocal, NarrowsTheTextToTheCriticalPositionAndNotTheCheck)
     EXPECT_GT(all.Verbose().size(), 3 * critical.Verbose().size());
     EXPECT_NE(critical.Verbose().find("Position"), std::string::npos);
 }
+
+// The tension flange of a T bent about y-y is half its table: TEE 200x200x10x15 has A = 200*15 + 185*10 = 4850 mm² and a half table of
+// 100*15 = 1500 mm². With Ke = 1.2 holes up to 1500*(1 - 1/1.2) = 250 mm² do not count, 5.155 % of the area. Bent about x-x its stem
+// of 2000 mm² and its table of 3000 mm² may be the one: 2000/6 = 333.3 mm², 6.873 %.
+TEST(BoltHoles, OfATeeCountByTheSmallestPartInTension)
+{
+    const auto status = [](double netGross, double mx, double my) {
+        Case given;
+        given.section = L"TEE 200x200x10x15";
+        given.type = SEC_WELDED;
+        given.netGross = netGross;
+        EndMoments(given, 6.0, mx, mx, 0.0, my, my);
+        Checked c(given);
+        c.Check();
+        return c.Entry(Rule::BoltHoles).status;
+    };
+    EXPECT_EQ(status(1.0 - 0.0514, 0.0, 100.0), CheckStatus::NotApplicable);
+    EXPECT_EQ(status(1.0 - 0.0517, 0.0, 100.0), CheckStatus::NotEvaluated);
+    EXPECT_EQ(status(1.0 - 0.0686, 100.0, 0.0), CheckStatus::NotApplicable);
+    EXPECT_EQ(status(1.0 - 0.0689, 100.0, 0.0), CheckStatus::NotEvaluated);
+    EXPECT_EQ(status(1.0 - 0.0517, 100.0, 100.0), CheckStatus::NotEvaluated);
+}
+
+// The brief text has every position that fails, and where none does the worst alone.
+TEST(CheckLocal, ShowsAllPositionsThatFailAndElseTheWorst)
+{
+    const auto headings = [](double moment) {
+        Case given;
+        given.points = {{0.0, L"Pinned"}, {2.0, L"Free"}, {4.0, L"Free"}, {6.0, L"Pinned"}};
+        // Falls from the left end to none at the right one.
+        EndMoments(given, 6.0, moment, 0.0);
+        Checked c(given);
+        c.member.CheckLocal(false);
+        const std::string text = c.Verbose();
+        std::vector<std::string> found;
+        for (std::size_t at = text.find("<h5>Position"); at != std::string::npos;
+             at = text.find("<h5>Position", at + 1))
+            found.push_back(text.substr(at + 13, text.find(',', text.find(',', at) + 1) - at - 13));
+        return found;
+    };
+    // Mcx of UB 457x191x67 in S275 is 404 kNm: 100 kNm pass everywhere, and the left end of the first sub-span is the worst. Of 700 kNm there
+    // are 700 and 467 at both ends of the first sub-span, and 467 at the left end of the second.
+    EXPECT_EQ(headings(100e3).size(), 1U);
+    EXPECT_EQ(headings(100e3).front().substr(0, 2), "1:");
+    EXPECT_EQ(headings(700e3).size(), 3U);
+}
+
+// Of the calculation's parts those about positions come before those about spans, as the record's entries do.
+TEST(Parts, OfTheBucklingChecksAreTheLast)
+{
+    Case given;
+    given.points = {{0.0, L"Pinned"}, {2.0, L"Free"}, {4.0, L"Free"}, {6.0, L"Pinned"}};
+    Uniform(given, 6.0, 20e3, -50e3);
+    Checked c(given);
+    c.Check();
+    const std::vector<Design::CalculationPart> parts = c.member.Findings().parts;
+    std::size_t positions = 0;
+    while (positions < parts.size() && parts[positions].start == parts[positions].end)
+        ++positions;
+    EXPECT_GE(positions, 6U);
+    EXPECT_GT(parts.size(), positions);
+    for (std::size_t i = positions; i < parts.size(); ++i)
+        EXPECT_LT(parts[i].start, parts[i].end) << i;
+}

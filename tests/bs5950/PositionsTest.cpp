@@ -248,3 +248,25 @@ TEST(PositionLaws, NoPlaceOfAFineDivisionIsWorse)
         }
     }
 }
+
+// A parabola whose vertex lies within rounding of an end has its extreme at that end: there is no position between them. M = -q x (L - x)/2
+// over x from 0 to L/2 has its vertex at the right end; from 0 to 0.4 L it has none, and to 0.6 L one at 0.5 L.
+TEST(Positions, OfAnExtremeAtAnEndAreThoseOfTheEnds)
+{
+    const auto places = [](double share) {
+        const double L = 6.0, q = 20e3, x = share * L;
+        Checked c(OneSubSpan({x, Vector(0, 0, -0.5 * q * L), Vector(0, 0, q * (x - 0.5 * L)), Vector(0, 0, 0),
+                              Vector(0, -0.5 * q * x * (L - x), 0)}));
+        c.Check();
+        std::vector<double> at;
+        for (const PositionResult& p : c.member.Positions())
+            at.push_back(p.x);
+        return at;
+    };
+    EXPECT_EQ(places(0.4).size(), 2U);
+    EXPECT_EQ(places(0.5).size(), 2U);
+    EXPECT_EQ(places(0.5 + 1e-7).size(), 2U);
+    const std::vector<double> inside = places(0.6);
+    ASSERT_EQ(inside.size(), 3U);
+    EXPECT_NEAR(inside[1], 3.0, 1e-12);
+}
