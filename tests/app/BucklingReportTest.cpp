@@ -9,6 +9,7 @@
 #include "AppSupport.h"
 #include "BucklingSupport.h"
 #include "check/DesignCodes.h"
+#include "support/RandomCases.h"
 #include "text/Json.h"
 #include "text/Text.h"
 
@@ -118,7 +119,7 @@ TEST(BucklingReport, TellsWhatTheLibraryFindsOfRandomMembers)
     const unsigned int seed = 20261;
     std::mt19937 random(seed);
     int answered = 0;
-    for (int i = 0; i < 1000; ++i) {
+    for (int i = 0; i < TestSupport::RandomCases(1000); ++i) {
         const Member m = DesignTest::RandomMember(random);
         const bool continuity = i % 2 == 1;
         const BucklingReport report = ReportOf(m, UB, continuity);
@@ -141,7 +142,7 @@ TEST(BucklingReport, TellsWhatTheLibraryFindsOfRandomMembers)
             ASSERT_NEAR(unit.Ncr, found.positive->lambda * compression, 1e-9 * (1.0 + unit.Ncr));
         }
     }
-    EXPECT_GT(answered, 300);
+    EXPECT_GT(answered, TestSupport::RandomCases(300));
 }
 
 // --- Not held ---

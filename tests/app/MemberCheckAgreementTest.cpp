@@ -9,6 +9,7 @@
 #include "AppSupport.h"
 #include "memberfile/CodelessMember.h"
 #include "memberfile/MemberCheck.h"
+#include "support/RandomCases.h"
 #include "text/Text.h"
 
 namespace Keltrix::App {
@@ -168,7 +169,7 @@ TEST(MemberCheckAgreement, RandomChangesByTheThousand)
     std::mt19937 random(seed);
     const std::vector<std::string> good = LinesOf(GOOD_MEMBER);
     int accepted = 0;
-    constexpr int runs = 20000;
+    const int runs = TestSupport::RandomCases(20000);
     for (int run = 0; run < runs && !::testing::Test::HasFailure(); ++run) {
         std::vector<std::string> lines = good;
         for (unsigned n = 1 + random() % 3; n > 0 && !lines.empty(); --n) {

@@ -9,6 +9,7 @@
 #include "PieceFindings.h"
 #include "io/Failure.h"
 #include "stream/MemberPieceReader.h"
+#include "support/RandomCases.h"
 
 namespace Keltrix::App {
 namespace {
@@ -215,7 +216,7 @@ TEST(MemberPieces, RandomFilesHaveTheSameMembersAndFaultsAsAWhole)
     std::mt19937 random(20261121);
     const auto below = [&](std::size_t n) { return std::uniform_int_distribution<std::size_t>(0, n - 1)(random); };
     std::size_t pieces = 0;
-    constexpr std::size_t files = 8000;
+    const auto files = static_cast<std::size_t>(TestSupport::RandomCases(8000));
     for (std::size_t i = 0; i < files && !::testing::Test::HasFailure(); ++i) {
         std::vector<std::string> file;
         for (std::size_t k = below(3) + 1; k > 0; --k)

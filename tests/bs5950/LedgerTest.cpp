@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <fstream>
 #include <optional>
 #include <random>
@@ -453,20 +452,6 @@ TEST(Report, IsNotBuiltWithoutTextAndTheFindingsAreTheSame)
     EXPECT_EQ(silent.result.UtilOverAll(), written.result.UtilOverAll());
     EXPECT_EQ(silent.result.GetFlags(), written.result.GetFlags());
     EXPECT_EQ(silent.Verbose().find("Moment"), std::string::npos);
-
-    const auto best = [&](bool text) {
-        double least = 1e9;
-        for (int i = 0; i < 20; ++i) {
-            Checked c(given, text);
-            const auto start = std::chrono::steady_clock::now();
-            c.Check();
-            least = std::min(least, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
-        }
-        return least;
-    };
-    const double without = best(false);
-    const double with = best(true);
-    EXPECT_LT(without, with / 3.0) << "without text " << without * 1e6 << " µs, with " << with * 1e6 << " µs";
 }
 
 TEST(WithoutAResult, TheCheckRunsJustTheSame)

@@ -8,6 +8,9 @@
 
 #include "Members.h"
 #include "RandomActions.h"
+#include "support/RandomCases.h"
+
+using Keltrix::TestSupport::RandomCases;
 
 using namespace BS5950Test;
 
@@ -200,7 +203,7 @@ TEST(PositionLaws, DividingOrMirroringChangesNoLocalUtilisation)
 {
     constexpr unsigned SEED = 20260417;
     std::mt19937 random(SEED);
-    for (int i = 0; i < 6000; ++i) {
+    for (int i = 0; i < RandomCases(6000); ++i) {
         const SectionRow& row = SECTIONS[static_cast<std::size_t>(i) % std::size(SECTIONS)];
         Subject subject(row, i / 2 % 2 + 1);
         const Member m = RandomActions(random, subject.member.Properties(), subject.member.Steel());
@@ -223,7 +226,7 @@ TEST(PositionLaws, NoPlaceOfAFineDivisionIsWorse)
     constexpr unsigned SEED = 20260418;
     constexpr int PLACES = 160;
     std::mt19937 random(SEED);
-    for (int i = 0; i < 400; ++i) {
+    for (int i = 0; i < RandomCases(400); ++i) {
         const SectionRow& row = SECTIONS[static_cast<std::size_t>(i) % std::size(SECTIONS)];
         Subject subject(row, i / 2 % 2 + 1);
         Member m = RandomActions(random, subject.member.Properties(), subject.member.Steel());

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <limits>
 #include <map>
 #include <ostream>
@@ -15,6 +14,9 @@
 
 #include "Members.h"
 #include "design/RandomMember.h"
+#include "support/RandomCases.h"
+
+using Keltrix::TestSupport::RandomCases;
 
 namespace {
 
@@ -44,12 +46,6 @@ const SectionOf SECTIONS[] = {
     {L"L 150x150x10", L"S355", SEC_ROLLED},           {L"RHS 200x100x6.3", L"S355", SEC_ROLLED},
     {L"BOX 400x300x8x8", L"S355", SEC_WELDED},        {L"CHS 168.3x5", L"S355", SEC_ROLLED},
 };
-
-int Count()
-{
-    const char* const scale = std::getenv("KELTRIX_TEST_SCALE");
-    return MEMBERS_A_SHAPE * std::max(1, scale ? std::atoi(scale) : 1);
-}
 
 // What varies beside forces and restraints.
 struct Manner {
@@ -190,7 +186,7 @@ TEST_P(RandomMembers, AreTheSameHoweverTheyAreDivided)
     std::uniform_real_distribution<double> share(0.0, 1.0);
     Subject whole(GetParam());
     Subject divided(GetParam());
-    for (int i = 0; i < Count(); ++i) {
+    for (int i = 0; i < RandomCases(MEMBERS_A_SHAPE); ++i) {
         const Member m = Loaded(random);
         const Manner manner = RandomManner(random);
         Member d = m;
@@ -208,7 +204,7 @@ TEST_P(RandomMembers, AreTheSameTurnedEndForEnd)
     std::mt19937 random = Random();
     Subject one(GetParam());
     Subject other(GetParam());
-    for (int i = 0; i < Count(); ++i) {
+    for (int i = 0; i < RandomCases(MEMBERS_A_SHAPE); ++i) {
         const Member m = Loaded(random);
         const Manner manner = RandomManner(random);
         ASSERT_TRUE(Agree(Utilisations(one.Check(m, manner)), Utilisations(other.Check(Mirrored(m), manner))))
@@ -268,7 +264,7 @@ TEST_P(RandomMembers, LoseNoResistanceByARestraint)
     Subject before(GetParam());
     Subject after(GetParam());
     Manner manner;
-    for (int i = 0; i < Count(); ++i) {
+    for (int i = 0; i < RandomCases(MEMBERS_A_SHAPE); ++i) {
         const Member m = PlainlyHeld(random, Divided(Loaded(random), 0, 0.5));
         const Member more = WithOneMore(random, m);
         before.Check(m, manner);

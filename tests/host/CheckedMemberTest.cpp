@@ -7,6 +7,7 @@
 #include "check/CheckedMember.h"
 #include "design/RandomMember.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
+#include "support/RandomCases.h"
 #include "text/Json.h"
 #include "text/Text.h"
 
@@ -64,10 +65,10 @@ const char* NameOf(BS5950::Place place)
 
 TEST(CheckedMember, EveryRowOfTheJsonIsItsPosition)
 {
-    std::size_t inside = 0;
-    std::size_t twisted = 0;
-    for (unsigned seed = 1; seed <= 2000; ++seed) {
-        const MemberCase random = RandomCase(seed);
+    int inside = 0;
+    int twisted = 0;
+    for (int seed = 1; seed <= TestSupport::RandomCases(2000); ++seed) {
+        const MemberCase random = RandomCase(static_cast<unsigned>(seed));
         const MemberFile file = FileOf(random.text);
         ASSERT_EQ(file.Check().Errors(), 0u) << random.how << "\n" << random.text;
         const CheckedMember checked = CheckMember(file, 0, DefaultCode(), false);
@@ -91,15 +92,15 @@ TEST(CheckedMember, EveryRowOfTheJsonIsItsPosition)
             twisted += p.actions.Mt != 0.0 ? 1 : 0;
         }
     }
-    EXPECT_GT(inside, 500u) << "positions between points are what the rows were wrong of";
-    EXPECT_GT(twisted, 500u);
+    EXPECT_GT(inside, TestSupport::RandomCases(500)) << "positions between points are what the rows were wrong of";
+    EXPECT_GT(twisted, TestSupport::RandomCases(500));
 }
 
 // No part is above the overall utilisation, and what passes is not above 1.
 TEST(CheckedMember, TheWholeAgreesWithItsParts)
 {
-    for (unsigned seed = 1; seed <= 2000; ++seed) {
-        const MemberCase random = RandomCase(seed);
+    for (int seed = 1; seed <= TestSupport::RandomCases(2000); ++seed) {
+        const MemberCase random = RandomCase(static_cast<unsigned>(seed));
         const CheckedMember checked = CheckMember(FileOf(random.text), 0, DefaultCode(), false);
         double largest = std::fmax(checked.result->UtilBucklingCombined(), checked.result->UtilBucklingLT());
         for (const Design::LocalFinding& f : checked.findings.positions)

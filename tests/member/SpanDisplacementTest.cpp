@@ -2,6 +2,7 @@
 // and the sums done directly for every candidate, sub-span by sub-span, over random spans.
 
 #include "member/LayoutSupport.h"
+#include "support/RandomCases.h"
 
 #include <algorithm>
 #include <random>
@@ -329,7 +330,7 @@ TEST(SpanDisplacement, RandomSpansAgreeWithTheDirectSums)
     std::mt19937 random(seed);
     std::uniform_real_distribution<double> unit(0.0, 1.0);
     int notNumbers = 0;
-    for (int run = 0; run < 4000; ++run) {
+    for (int run = 0; run < Keltrix::TestSupport::RandomCases(4000); ++run) {
         const int n = 2 + static_cast<int>(random() % 30);
         const int before = static_cast<int>(random() % 3);
         std::vector<double> positions{run % 3 ? 50.0 * unit(random) : 0.0};
@@ -396,7 +397,7 @@ TEST(SpanDisplacement, RandomSpansAgreeWithTheDirectSums)
             }
         }
     }
-    EXPECT_GT(notNumbers, 50);
+    EXPECT_GT(notNumbers, Keltrix::TestSupport::RandomCases(50));
     EXPECT_LT(notNumbers, 4000);
 }
 

@@ -2,12 +2,14 @@
 
 // Random beams, and members of beams for the tests.
 
-#include <cstdlib>
 #include <random>
 #include <string>
 
 #include "keltrix/statics/GeneratedMember.h"
 #include "statics/Beams.h"
+#include "support/RandomCases.h"
+
+using Keltrix::TestSupport::RandomCases;
 
 namespace StaticsTest {
 
@@ -125,20 +127,13 @@ private:
 
 inline constexpr unsigned SEED = 20031;
 
-/// How many times as many random beams: KELTRIX_TEST_SCALE.
-inline int Scaled(int count)
-{
-    const char* const text = std::getenv("KELTRIX_TEST_SCALE");
-    return count * (text ? std::max(1, std::atoi(text)) : 1);
-}
-
 /// Calls `check` with the analysis of random beams; those that nothing holds are counted, not checked.
 template <class Check>
 void ForRandomBeams(int count, const BeamGenerator::Kinds& kinds, Check check)
 {
     BeamGenerator generator(SEED);
     int answered = 0;
-    for (int i = 0; i < Scaled(count); ++i) {
+    for (int i = 0; i < RandomCases(count); ++i) {
         const Beam beam = generator.Make(kinds);
         SCOPED_TRACE("seed " + std::to_string(SEED) + ", beam " + std::to_string(i));
         const Analysis analysis(beam);
@@ -150,7 +145,7 @@ void ForRandomBeams(int count, const BeamGenerator::Kinds& kinds, Check check)
         check(analysis, generator);
         if (testing::Test::HasFailure()) return;
     }
-    EXPECT_GT(answered, Scaled(count) * 3 / 4);
+    EXPECT_GT(answered, RandomCases(count) * 3 / 4);
 }
 
 } // namespace StaticsTest
