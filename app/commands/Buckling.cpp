@@ -39,7 +39,8 @@ private:
 
 Json EntryOf(const MemberFile& file, std::size_t i, CodelessMember& member, const BucklingReport& report)
 {
-    Json entry = {{"file", file.Name()},
+    Json entry = {{"schema", JSON_SCHEMA},
+                  {"file", file.Name()},
                   {"line", file.Member(i).firstLine},
                   {"title", Utf8(member.GetTitle())},
                   {"section", Utf8(member.GetKeltrixSec().Component(0).Description(true))},

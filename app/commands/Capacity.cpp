@@ -137,7 +137,8 @@ Json JsonOf(const Design::CapacityTable& table, const std::vector<double>& lengt
     const std::string note = Wording(table.fabricationNote);
     Json list = Json::array();
     for (std::size_t i = 0; i < lengths.size(); ++i) {
-        Json row{{"LE", lengths[i]},
+        Json row{{"schema", JSON_SCHEMA},
+                 {"LE", lengths[i]},
                  {"type", Wording(table.fabrication)},
                  {"type_note", note.empty() ? Json() : Json(note)}};
         for (const Design::Capacity& c : table.crossSection)

@@ -28,7 +28,8 @@ std::string TableRow(const CheckedMember& checked)
 // JSON line for a member or file that could not be checked.
 std::string RefusalLine(const Refusal& refusal)
 {
-    return JsonLine({{"file", refusal.file},
+    return JsonLine({{"schema", JSON_SCHEMA},
+                     {"file", refusal.file},
                      {"line", refusal.line > 0 ? Json(refusal.line) : Json()},
                      {"title", refusal.title},
                      {"status", "refused"},

@@ -97,9 +97,10 @@ Json JsonOf(const Design::CodeDescription& d, bool isDefault)
     Json options = Json::array();
     for (const Design::CodeOption& option : d.options)
         options.push_back(JsonOf(option));
-    return {{"id", Wording(d.id)},        {"title", Wording(d.title)},    {"edition", Wording(d.edition)},
-            {"default", isDefault},       {"scope", Wording(d.scope)},    {"families", JsonOf(d.families)},
-            {"grades", JsonOf(d.grades)}, {"annexes", JsonOf(d.annexes)}, {"options", std::move(options)}};
+    return {{"schema", JSON_SCHEMA},          {"id", Wording(d.id)},        {"title", Wording(d.title)},
+            {"edition", Wording(d.edition)},  {"default", isDefault},       {"scope", Wording(d.scope)},
+            {"families", JsonOf(d.families)}, {"grades", JsonOf(d.grades)}, {"annexes", JsonOf(d.annexes)},
+            {"options", std::move(options)}};
 }
 
 } // namespace

@@ -161,7 +161,8 @@ ExitCode Design(const DesignOptions& options, const Console& console)
             const std::string title = Utf8(file.Member(i).title);
             const std::vector<MemberWarning> warnings = file.WarningsOf(i);
             if (options.format == Format::JSON)
-                members.push_back({{"file", file.Name()},
+                members.push_back({{"schema", JSON_SCHEMA},
+                                   {"file", file.Name()},
                                    {"line", file.Member(i).firstLine},
                                    {"title", title},
                                    {"warnings", WarningsJson(warnings)},

@@ -52,7 +52,8 @@ Json JsonOf(const std::vector<SectionValue>& values)
 
 Json JsonOf(const NamedSection& section)
 {
-    return {{"name", section.name},
+    return {{"schema", JSON_SCHEMA},
+            {"name", section.name},
             {"family", section.entry ? Json(Utf8(section.entry->family)) : Json()},
             {"shape", ShapeName(section.section.Component(0).Shape())},
             {"type", Utf8(SecTypeString(section.section.Component(0).Type()))},

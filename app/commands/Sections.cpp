@@ -101,7 +101,8 @@ Json JsonOf(const std::vector<Row>& rows)
     Json list = Json::array();
     for (const Row& row : rows) {
         const CSectDB::Entry& entry = *row.entry;
-        list.push_back({{"name", row.name},
+        list.push_back({{"schema", JSON_SCHEMA},
+                        {"name", row.name},
                         {"family", row.family},
                         {"shape", ShapeName(entry.shape)},
                         {"mass_per_metre", entry.massPerMetre},

@@ -277,7 +277,8 @@ ExitCode ShowSpans(const SpansOptions& options, const Console& console)
             Json list = Json::array();
             for (const SpanReport& span : spans)
                 list.push_back(JsonOf(span));
-            members.push_back({{"file", file.Name()},
+            members.push_back({{"schema", JSON_SCHEMA},
+                               {"file", file.Name()},
                                {"line", file.Member(i).firstLine},
                                {"title", title},
                                {"split", options.split},

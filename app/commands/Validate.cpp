@@ -51,7 +51,8 @@ Json JsonOf(const MemberFile& file)
     Json defects = Json::array();
     for (const Defect& defect : check.defects)
         defects.push_back(JsonOf(defect));
-    return {{"file", file.Name()},
+    return {{"schema", JSON_SCHEMA},
+            {"file", file.Name()},
             {"members", file.MemberCount()},
             {"errors", check.Errors()},
             {"warnings", WarningsJson(WarningsOf(file))},
@@ -90,7 +91,7 @@ ExitCode Validate(const ValidateOptions& options, const Console& console)
             console.err(failure.what());
             worst = EXIT_BAD_INPUT;
             if (options.format == Format::JSON)
-                files.push_back({{"file", NameOfInput(path)}, {"error", failure.what()}});
+                files.push_back({{"schema", JSON_SCHEMA}, {"file", NameOfInput(path)}, {"error", failure.what()}});
         }
     }
     if (options.format == Format::JSON) console.out(JsonText(files));

@@ -51,6 +51,20 @@ constexpr FlagWord FLAG_WORDS[] = {
 
 std::string Wording(const wchar_t* text) { return Utf8(std::wstring_view(text)); }
 
+const char* QuantityWord(Design::Quantity quantity)
+{
+    switch (quantity) {
+    case Design::Quantity::Force:
+        return "force";
+    case Design::Quantity::Moment:
+        return "moment";
+    case Design::Quantity::Stress:
+        return "stress";
+    default:
+        return "";
+    }
+}
+
 Json OrNull(double value) { return std::isnan(value) ? Json() : Json(value); }
 
 Json EntryJson(const RuleFinding& entry)
@@ -58,7 +72,8 @@ Json EntryJson(const RuleFinding& entry)
     return JsonObject("rule", Wording(entry.name), "clause", Wording(entry.clause), "status",
                       Wording(Design::StatusName(entry.status)), "reason", Wording(entry.reason), "start", entry.start,
                       "end", entry.end, "utilisation", entry.utilisation, "slenderness", OrNull(entry.slenderness),
-                      "symbol", Wording(entry.symbol), "resistance", entry.resistance, "governing", entry.governing);
+                      "symbol", Wording(entry.symbol), "quantity", QuantityWord(entry.quantity), "resistance",
+                      entry.resistance, "governing", entry.governing);
 }
 
 const char* PlaceName(Design::Place place)
@@ -110,20 +125,32 @@ Json LengthsJson(const std::map<int, SubspanEffectiveLengthData::Entry>& entries
     return list;
 }
 
+Json ResistanceJson(const Design::Resistance& resistance, Json start, Json end)
+{
+    return JsonObject("symbol", Wording(resistance.symbol), "quantity", QuantityWord(resistance.quantity), "value",
+                      OrNull(resistance.value), "start", std::move(start), "end", std::move(end));
+}
+
+// `list` has all of them. A name for each symbol, and `spans`, are kept for compatibility until version 0.3.
 Json ResistancesJson(const Design::MemberFindings& findings)
 {
     Json json = Json::object();
     auto& members = json.get_ref<Json::object_t&>(); // no search for each symbol
-    members.reserve(findings.resistances.size() + 1);
-    for (const Design::Resistance& resistance : findings.resistances)
-        members.emplace_back(Wording(resistance.symbol), OrNull(resistance.value));
+    members.reserve(findings.resistances.size() + 2);
     Json list = Json::array();
+    for (const Design::Resistance& resistance : findings.resistances)
+        list.push_back(ResistanceJson(resistance, Json(), Json()));
+    Json spans = Json::array();
     for (const Design::SpanFinding& span : findings.spans) {
         if (span.isCombination) continue;
-        list.push_back(JsonObject("start", span.start, "end", span.end, Wording(span.resistance.symbol).c_str(),
-                                  OrNull(span.resistance.value)));
+        list.push_back(ResistanceJson(span.resistance, span.start, span.end));
+        spans.push_back(JsonObject("start", span.start, "end", span.end, Wording(span.resistance.symbol).c_str(),
+                                   OrNull(span.resistance.value)));
     }
-    members.emplace_back("spans", std::move(list));
+    members.emplace_back("list", std::move(list));
+    for (const Design::Resistance& resistance : findings.resistances)
+        members.emplace_back(Wording(resistance.symbol), OrNull(resistance.value));
+    members.emplace_back("spans", std::move(spans));
     return json;
 }
 
@@ -421,11 +448,12 @@ std::string DescribeEntry(const RuleFinding& entry)
 Json HeadlineJson(const CheckedMember& checked)
 {
     const RuleFinding* const governing = checked.findings.Governing();
-    return JsonObject("file", checked.file, "line", checked.line, "title", checked.title, "section", checked.Section(),
-                      "grade", checked.Grade(), "status", checked.Status(), "overall", checked.result->UtilOverAll(),
-                      "governing", governing ? EntryJson(*governing) : Json(), "warnings",
-                      WarningsJson(checked.warnings), "flags", FlagWords(checked.result->GetFlags()), "class",
-                      checked.member->SectionClass(), "design_strength", checked.findings.designStrength.value);
+    return JsonObject("schema", JSON_SCHEMA, "file", checked.file, "line", checked.line, "title", checked.title,
+                      "section", checked.Section(), "grade", checked.Grade(), "status", checked.Status(), "overall",
+                      checked.result->UtilOverAll(), "governing", governing ? EntryJson(*governing) : Json(),
+                      "warnings", WarningsJson(checked.warnings), "flags", FlagWords(checked.result->GetFlags()),
+                      "class", checked.member->SectionClass(), "design_strength",
+                      checked.findings.designStrength.value);
 }
 
 Json JsonOf(const CheckedMember& checked)

@@ -12,6 +12,10 @@ extern template class nlohmann::basic_json<nlohmann::ordered_map>;
 
 namespace Keltrix::Host {
 
+/// The first entry, "schema", of every object that an output consists of. It grows where a name goes or changes its meaning; names may be
+/// added at any time.
+inline constexpr int JSON_SCHEMA = 1;
+
 /// An object of names and their values: JsonObject("x", 1.5, "y", "text"). Names must differ. Does the same as an
 /// initialiser list, which makes and throws away an array for each pair: that took half of the time of a check with JSON.
 template <class... NamesAndValues>

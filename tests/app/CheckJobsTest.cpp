@@ -176,11 +176,11 @@ TEST(JsonLines, AsATableTheyHoldTheHeadline)
 {
     const auto full = json::parse(RunKsteel("check --format jsonl examples/column.csv").out);
     const auto headline = json::parse(RunKsteel("check --format jsonl --report table examples/column.csv").out);
-    EXPECT_EQ(headline.size(), 12u);
+    EXPECT_EQ(headline.size(), 13u);
     for (const auto& [name, value] : headline.items())
         EXPECT_EQ(value, full[name]) << name;
     for (const char* name :
-         {"file", "line", "title", "section", "grade", "status", "overall", "governing", "warnings", "flags"})
+         {"schema", "file", "line", "title", "section", "grade", "status", "overall", "governing", "warnings", "flags"})
         EXPECT_TRUE(headline.contains(name)) << name;
 }
 
@@ -204,8 +204,9 @@ TEST(JsonLines, WhatIsRefusedHasItsLineToo)
     for (const std::string& line : lines)
         found.push_back(json::parse(line));
 
-    EXPECT_EQ(lines[0], "{\"file\":\"missing.csv\",\"line\":null,\"title\":\"\",\"status\":\"refused\",\"errors\":["
-                        "\"missing.csv: no such file\"],\"warnings\":[]}");
+    EXPECT_EQ(lines[0],
+              "{\"schema\":1,\"file\":\"missing.csv\",\"line\":null,\"title\":\"\",\"status\":\"refused\",\"errors\":["
+              "\"missing.csv: no such file\"],\"warnings\":[]}");
     EXPECT_EQ(found[1]["status"], "pass");
     EXPECT_EQ(found[2]["status"], "refused");
     EXPECT_EQ(found[2]["line"], 19);
@@ -246,7 +247,7 @@ TEST(Streams, AMemberIsAnsweredWhileTheInputIsOpen)
                                   "echo \"$i $line\"; done; exec 4>&-; wait");
         const std::vector<std::string> lines = LinesOf(fed.out);
         ASSERT_EQ(lines.size(), 3u) << fed;
-        EXPECT_THAT(lines[2], StartsWith("3 {\"file\":\"standard input\",\"line\":37,"));
+        EXPECT_THAT(lines[2], StartsWith("3 {\"schema\":1,\"file\":\"standard input\",\"line\":37,"));
     }
 }
 

@@ -178,13 +178,26 @@ TEST(CheckCommand, TheJsonHasEveryMemberOfTheReport)
     for (const auto& [name, value] : member.items())
         names.insert(name);
     EXPECT_THAT(names, ElementsAre("assumptions", "checks", "class", "design_strength", "effective_lengths", "file",
-                                   "flags", "governing", "grade", "line", "moments", "overall", "resistances",
+                                   "flags", "governing", "grade", "line", "moments", "overall", "resistances", "schema",
                                    "section", "status", "title", "utilisation", "warnings"));
     EXPECT_EQ(member["status"], "pass");
     EXPECT_EQ(member["class"], 1);
     EXPECT_EQ(member["design_strength"], 275e6);
     EXPECT_EQ(member["overall"], member["governing"]["utilisation"]);
     EXPECT_EQ(member["resistances"]["Mcx"], member["governing"]["resistance"]);
+    EXPECT_EQ(member["governing"]["quantity"], "moment");
+    // The list has every resistance of the names beside it, and nothing else.
+    const json& listed = member["resistances"]["list"];
+    const json& spans = member["resistances"]["spans"];
+    ASSERT_EQ(listed.size(), 6 + spans.size());
+    for (std::size_t i = 0; i < listed.size(); ++i) {
+        const std::string symbol = listed[i]["symbol"];
+        const json& source = i < 6 ? member["resistances"] : spans[i - 6];
+        EXPECT_EQ(listed[i]["value"], source[symbol]) << symbol;
+        EXPECT_EQ(listed[i]["quantity"], symbol[0] == 'M' ? "moment" : "force") << symbol;
+        EXPECT_EQ(listed[i]["start"], i < 6 ? json() : source["start"]);
+        EXPECT_EQ(listed[i]["end"], i < 6 ? json() : source["end"]);
+    }
     // The largest of all local and buckling utilisations is the overall one.
     double largest = member["utilisation"]["buckling"]["combined"];
     for (const json& position : member["utilisation"]["local"])
