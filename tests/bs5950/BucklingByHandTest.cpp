@@ -530,3 +530,22 @@ TEST(ExactInteraction, TheClassBesideTheLargestMomentCounts)
     EXPECT_GT(majorRatio(0.0), 1.1 * 0.120);
     EXPECT_NEAR(majorRatio(0.0), majorRatio(50.0), 1e-3 * majorRatio(50.0));
 }
+
+// An end that nothing holds up, and that is no tip because its flange is held sideways, is taken as a support, and the check says so for
+// either end; for the inner point of a member it does not.
+TEST(LateralByHand, EndsWithoutVerticalSupportAreNamed)
+{
+    const auto assumes = [](const wchar_t* left, const wchar_t* middle, const wchar_t* right) {
+        Case given;
+        given.points = {{0.0, left}, {3.0, middle}, {6.0, right}};
+        EndMoments(given, 6.0, -50e3, -50e3);
+        Checked c(given);
+        c.Check();
+        return c.Assumes(L"vertical support");
+    };
+    const wchar_t* held = L"F12L TF";
+    EXPECT_FALSE(assumes(L"Pinned", L"Free", L"Pinned"));
+    EXPECT_TRUE(assumes(held, L"Free", L"Pinned"));
+    EXPECT_TRUE(assumes(L"Pinned", L"Free", held));
+    EXPECT_FALSE(assumes(L"Pinned", held, L"Pinned"));
+}

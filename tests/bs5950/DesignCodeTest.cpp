@@ -162,6 +162,10 @@ TEST(DesignCode, OptionsReachTheMember)
     const auto options = [](const std::wstring& name, double value) {
         return dynamic_cast<const CSteelMemberBS5950&>(*Code().NewMember(With(name, value))).Options();
     };
+    const auto range = [](const std::wstring& name) {
+        const Design::CodeOption& option = Description().options[OptionNamed(name)];
+        return std::make_pair(option.least, option.most);
+    };
     EXPECT_EQ(options(L"connection", 0.0).connection, Connection::NotGiven);
     EXPECT_EQ(options(L"connection", 1.0).connection, Connection::OneBolt);
     EXPECT_EQ(options(L"connection", 2.0).connection, Connection::TwoBoltsMore);
@@ -173,6 +177,9 @@ TEST(DesignCode, OptionsReachTheMember)
     EXPECT_TRUE(options(L"simple-column", 1.0).simpleColumn);
     EXPECT_FALSE(options(L"exact", 1.0).simpleColumn);
     EXPECT_EQ(options(L"bearing", 0.05).stiffBearing, 0.05);
+    // Lengths in m: what would be mm is out of range.
+    EXPECT_EQ(range(L"bearing"), std::make_pair(0.001, 1.0));
+    EXPECT_EQ(range(L"stiffeners"), std::make_pair(0.01, 100.0));
     EXPECT_EQ(options(L"stiffeners", 1.5).stiffenerSpacing, 1.5);
     EXPECT_EQ(Code().NewMember(With(L"exact", 1.0))->Member().DesOpt(), CSteelMemberBS5950::MORE_EXACT);
     EXPECT_EQ(Code().NewMember({})->Member().DesOpt(), CSteelMemberBS5950::SIMPLIFIED);

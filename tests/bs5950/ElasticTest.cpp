@@ -305,6 +305,25 @@ TEST(ElasticLateral, CantileverOutsideTheTables)
               std::string::npos);
 }
 
+// Of the calculation's parts those are marked in which something fails or was not checked: a length that is not held, and no other.
+TEST(ElasticLateral, MarksTheLengthsThatAreNotHeld)
+{
+    const auto marks = [](const wchar_t* right) {
+        Case given;
+        given.points = {{0.0, L"Pinned"}, {6.0, right}};
+        EndMoments(given, 6.0, -50e3, -50e3);
+        Checked c(given);
+        c.member.SetOptions(Elastic());
+        c.Check();
+        int marked = 0;
+        for (const Design::CalculationPart& part : c.member.Findings().parts)
+            marked += part.start < part.end && part.isMarked ? 1 : 0;
+        return marked;
+    };
+    EXPECT_EQ(marks(L"Pinned"), 0);
+    EXPECT_EQ(marks(L"MAJV"), 1);
+}
+
 // Where the elastic way is asked for and cannot be gone, the tables serve and a warning says so.
 TEST(ElasticLateral, WarnsWhereTheTablesServeInstead)
 {

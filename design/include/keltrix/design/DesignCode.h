@@ -48,6 +48,9 @@ struct CodeDescription {
     std::vector<Term> families; ///< the kinds of sections that it takes
     /// Effective lengths for lateral-torsional buckling are those of Tables 13 and 14 of BS 5950-1:2000 (FindLateralLength).
     bool lateralLengthsByTables = false;
+    /// Whose combinations of actions go with it, by their name in beam files: "bs5950", "en1990", "en1990-uk"; empty where a beam file has to
+    /// say so.
+    const wchar_t* combinations = L"";
     const wchar_t* scope = L""; ///< what is checked and what is not, in a sentence or two
 };
 
