@@ -85,7 +85,7 @@ void AddFormat(CLI::App& command, Shared& shared, const std::vector<std::string>
 
 void AddFiles(CLI::App& command, std::vector<std::string>& files)
 {
-    command.add_option("FILE", files, "Member files; - is standard input")->required();
+    command.add_option("FILE", files, "Member files or beam files; - is standard input")->required();
 }
 
 /// How strictly the member files are read.
@@ -298,6 +298,7 @@ void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& o
         ->check(CLI::IsMember({"brief", "verbose", "summary", "table"}))
         ->capture_default_str();
     command->add_flag("--envelope", options.envelope, "The files are load cases of one member");
+    command->add_flag("--combinations", options.combinations, "Each combination of a beam file as a member by itself");
     AddMemberOptions(*command, shared, options.code);
     command->add_option("--jobs", options.jobs, "Worker processes that share the members; 0 is one for each processor")
         ->check(CLI::Range(0, MOST_JOBS))
@@ -312,6 +313,7 @@ void AddReport(CLI::App& app, Commands& commands, Shared& shared, ReportOptions&
     AddCode(*command, shared, CodeNeed::Always, options.code, "Design code");
     AddReading(*command, options);
     command->add_option("-o,--output", options.output, "The HTML file; - is standard output")->required();
+    command->add_flag("--combinations", options.combinations, "Each combination of a beam file as a member by itself");
     command->add_flag("--brief", options.block.isBrief,
                       "Two pages for a member: the calculation of the governing position and span alone");
     const auto text = [&](const char* name, std::string& value, const char* meaning) {

@@ -59,10 +59,6 @@ struct BeamFile {
     bool HasErrors() const;
 };
 
-/// Whether a text is a beam file rather than a member file: its first line that is neither blank nor a comment begins with "[" or is
-/// "key = ". Every file whose name ends with .toml is one as well.
-bool IsBeamText(const std::string& name, std::string_view bytes);
-
 /// Reads a beam file. Everything that is wrong with it is among the defects, in one pass: syntax, unknown keys, types, ranges, and what
 /// Statics::FindFaults says of the beam. With errors the rest is what could be read. `code`, where there is one, judges grade and
 /// section and gives the modulus of elasticity; without one that is 205 kN/mm². Throws BadInput for bytes that are no text.

@@ -53,7 +53,7 @@ void HtmlReport::Add(const CheckedMember& checked)
     id += std::to_string(m_rows.size() + 1);
     m_sheets->Add(MemberSheet(checked, m_block, id));
     m_rows.push_back({id, checked.file, checked.title, checked.Section(), checked.Grade(), checked.Status(),
-                      CountText(checked.warnings), checked.Governing(), checked.result->UtilOverAll(), m_rows.size()});
+                      CountText(checked.warnings), checked.Governing(), checked.Utilisation(), m_rows.size()});
 }
 
 void HtmlReport::Write(const TextSink& put)

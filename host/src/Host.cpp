@@ -54,7 +54,7 @@ void CheckInto(Outcome& outcome, const MemberFile& file, std::size_t i, const Co
     try {
         auto checked = std::make_shared<CheckedMember>(CheckMember(file, i, choice, true));
         outcome.status = checked->Status();
-        outcome.utilisation = checked->result->UtilOverAll();
+        outcome.utilisation = checked->Utilisation();
         outcome.governing = checked->Governing();
         outcome.findings = checked->findings;
         for (const MemberWarning& warning : checked->CheckWarnings())
