@@ -138,6 +138,7 @@ public:
         m_report.loads = m_beam.loads;
         m_report.combinations = source.combinations.list;
         m_report.limits = source.limits;
+        m_report.checks = source.checks;
     }
 
     LoadReport Make()
@@ -147,7 +148,6 @@ public:
         AddSupports();
         for (std::size_t a = 0; a < ACTIONS; ++a)
             AddEnvelope(static_cast<Action>(a));
-        m_report.checks = CheckDeflections(m_analysis, m_report.combinations, m_source.limits, m_source.camber);
         AddShape();
         AddNotes();
         return std::move(m_report);

@@ -15,7 +15,8 @@ struct LoadedBeam {
     const Statics::Analysis& analysis;
     const Statics::Combinations& combinations;
     std::vector<Statics::DeflectionLimit> limits;
-    std::vector<double> camber; ///< as CheckDeflections takes it
+    std::vector<Statics::DeflectionCheck> checks; ///< what CheckDeflections found with them
+    std::vector<double> camber;                   ///< as it was given to it
     std::string title;
     std::string section;
     std::string grade;

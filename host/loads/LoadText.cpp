@@ -138,7 +138,7 @@ private:
             const Case& c = m_report.cases[i];
             std::vector<std::string> cells{UserText(c.name), NameOf(c.kind)};
             if (category) cells.emplace_back(NameOf(c.category));
-            cells.emplace_back(c.bySpan ? "span by span" : "as a whole");
+            cells.emplace_back(c.bySpan && m_report.spans.size() > 1 ? "span by span" : "as a whole");
             cells.push_back(Number(m_report.sums[i].down / 1e3));
             if (right) cells.push_back(Number(m_report.sums[i].right / 1e3));
             if (lateral) cells.push_back(Number(m_report.sums[i].lateral / 1e3));

@@ -344,7 +344,7 @@ private:
         const std::string kind = NameOf(c.kind);
         m_svg.Text("name", 0.5, m_y + 3.4, "start", Line(c.name));
         m_svg.Text("note", 0.5 + 2.1 * static_cast<double>(DisplayWidth(Line(c.name))) + 3.0, m_y + 3.4, "start",
-                   kind + (c.bySpan ? ", on any spans" : ""));
+                   kind + (c.bySpan && m_report.spans.size() > 1 ? ", on any spans" : ""));
         const double bandTop = bandLanes.Count() * (BAND + LABEL);
         const double over = others.empty() ? 0.0 : ARROW + labelLanes.Count() * LABEL;
         const double base = m_y + 6.5 + bandTop + over + DEPTH / 2.0 + 1.0;

@@ -254,7 +254,9 @@ TEST(LoadReport, WhatIsNotEvaluatedIsSaid)
     const Analysis analysis(FloorBeam());
     Combinations own;
     own.list.push_back({L"Quasi", L"", LimitState::QuasiPermanent, {{0, 1.0, {}}}, {L""}});
-    const LoadReport report = MakeLoadReport({analysis, own, DeflectionLimitsOf(Basis::BS5950, true), {}, "", "", ""});
+    const std::vector<DeflectionLimit> limits = DeflectionLimitsOf(Basis::BS5950, true);
+    const LoadReport report =
+        MakeLoadReport({analysis, own, limits, CheckDeflections(analysis, own.list, limits), {}, "", "", ""});
     const std::string text = TextOf(report);
     EXPECT_THAT(text, HasSubstr("not evaluated: there is no combination of the limit state of this limit"));
     EXPECT_THAT(text, HasSubstr("there is no ultimate combination"));
@@ -273,7 +275,7 @@ TEST(LoadReport, BeamsWithoutAnAnswerAreRefused)
     const Analysis analysis(Single(9.0, StaticsTest::PINNED, 0));
     ASSERT_FALSE(analysis.IsAnswered());
     const Combinations none;
-    EXPECT_THROW(MakeLoadReport({analysis, none, {}, {}, "", "", ""}), std::invalid_argument);
+    EXPECT_THROW(MakeLoadReport({analysis, none, {}, {}, {}, "", "", ""}), std::invalid_argument);
 }
 
 TEST(LoadText, SizesAndPlacesInWords)

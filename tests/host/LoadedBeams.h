@@ -20,7 +20,9 @@ struct Loaded {
     {}
     Loaded(Beam beam, const std::vector<DeflectionLimit>& limits, const std::vector<double>& camber) :
         analysis(std::move(beam)), combinations(Expand(analysis, MakeRules(analysis, {}))),
-        report(Host::MakeLoadReport({analysis, combinations, limits, camber, "Beam B12", "UB 457x191x67", "S275"}))
+        report(Host::MakeLoadReport({analysis, combinations, limits,
+                                     CheckDeflections(analysis, combinations.list, limits, camber), camber, "Beam B12",
+                                     "UB 457x191x67", "S275"}))
     {}
 
     std::string NameOf(int combination) const
