@@ -1,12 +1,12 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "check/CheckedBeam.h"
 #include "commands/BeamCommands.h"
 #include "io/Input.h"
 #include "io/Output.h"
 #include "loads/LoadText.h"
 #include "report/LoadDrawing.h"
+#include "report/LoadSheet.h"
 #include "stream/EachMember.h"
 #include "text/Json.h"
 #include "text/Text.h"
@@ -17,14 +17,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Letters, digits and "." of a name; everything else is a dash. Never more than fits a file name.
+// Letters, digits and decimal points of a name; everything else is a dash. Never more than fits a file name.
 std::string SafeName(const std::string& name)
 {
     constexpr std::size_t longest = 80;
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
     std::string safe;
     for (const char c : name) {
-        const bool isPlain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '.';
-        if (isPlain)
+        const bool isPoint = c == '.' && !safe.empty() && isDigit(safe.back());
+        if (isPoint || isDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'))
             safe += c;
         else if (!safe.empty() && safe.back() != '-')
             safe += '-';
@@ -93,13 +94,6 @@ private:
     std::vector<std::pair<std::string, std::string>> m_files;
 };
 
-LoadReport ReportOf(const Beam& beam)
-{
-    const BeamMembers& made = beam.made;
-    return MakeLoadReport({*made.analysis, made.combinations, made.limits, made.deflections, beam.file.camber,
-                           beam.file.title, beam.file.section, Utf8(beam.file.grade.Name())});
-}
-
 } // namespace
 
 ExitCode ShowLoads(const LoadsOptions& options, const Console& console)
@@ -111,7 +105,7 @@ ExitCode ShowLoads(const LoadsOptions& options, const Console& console)
     const bool hasText = options.svgFile != "-"; // else the drawing alone
     const bool isJson = options.format == Format::JSON;
     const auto showBeam = [&](const Beam& beam) {
-        const LoadReport report = ReportOf(beam);
+        const LoadReport report = LoadReportOf(beam);
         if (!options.svgFile.empty()) {
             if (++drawn > 1) throw BadUsage("--svg draws one beam, and the files hold more");
             svg = LoadSvgFile(beam.made.analysis->GetBeam(), report);

@@ -4,18 +4,18 @@
 #include "report/HtmlReport.h"
 #include "stream/EachMember.h"
 #ifdef KELTRIX_HOST_WITH_STATICS
-#include "check/CheckedBeam.h"
+#include "report/LoadSheet.h"
 #endif
 
 namespace Keltrix::App {
 
 namespace {
 
-ExitCode Added(HtmlReport& report, const Console& noting, const CheckedMember& checked)
+ExitCode Added(HtmlReport& report, const Console& noting, const CheckedMember& checked, const LoadPart& loads = {})
 {
     for (const MemberWarning& warning : checked.CheckWarnings())
         noting.err(warning.Message());
-    report.Add(checked);
+    report.Add(checked, loads);
     return checked.Status() == "pass" ? EXIT_FINE : EXIT_MEMBER_FAILS;
 }
 
@@ -26,7 +26,10 @@ BeamUse BeamUseOf([[maybe_unused]] const ReportOptions& options, [[maybe_unused]
     BeamUse use{options.code.code, {}};
 #ifdef KELTRIX_HOST_WITH_STATICS
     if (!options.combinations)
-        use.use = [&](const Beam& beam) { return Added(report, noting, CheckBeam(beam, options.code, true)); };
+        use.use = [&](const Beam& beam) {
+            return Added(report, noting, CheckBeam(beam, options.code, true),
+                         [&](const std::string& id, bool isBrief) { return LoadHtml(id, beam, isBrief); });
+        };
 #endif
     return use;
 }

@@ -50,7 +50,7 @@ class Table {
 public:
     Table(const std::string& heading, const std::vector<std::string>& head, const std::vector<std::string>& units)
     {
-        m_text = "<h5>" + heading + "</h5>\n<table>" + Row(head);
+        m_text = heading + "\n<table>" + Row(head);
         bool hasUnits = false;
         for (const std::string& unit : units)
             hasUnits = hasUnits || !unit.empty();
@@ -83,19 +83,32 @@ private:
 
 class LoadMarkupText {
 public:
-    explicit LoadMarkupText(const LoadReport& report) : m_report(report) {}
+    LoadMarkupText(const LoadReport& report, const char* heading) : m_report(report), m_heading(heading) {}
 
     std::string Text() const
     {
         std::string text = "<h4>" + AsText(PrintableLine(m_report.title)) + "</h4>\n" + Member() + Cases() + Loads() +
-                           Combinations() + ReactionsByCase() + ReactionRanges() + Envelopes() + Deflections();
-        if (!m_report.notes.empty()) text += "<h5>Notes</h5>\n";
+                           Combinations(m_report.combinations.size()) + Results();
+        if (!m_report.notes.empty()) text += Heading("Notes") + '\n';
         for (const std::string& note : m_report.notes)
             text += AsText(PrintableLine(note)) + '\n';
         return text;
     }
 
+    std::string Tables(bool isBrief) const
+    {
+        constexpr std::size_t most = 20;
+        return (isBrief ? std::string() : Cases() + Loads() + Combinations(most)) + Results();
+    }
+
 private:
+    std::string Heading(const char* text) const
+    {
+        return std::string("<") + m_heading + '>' + text + "</" + m_heading + '>';
+    }
+
+    std::string Results() const { return ReactionsByCase() + ReactionRanges() + Envelopes() + Deflections(); }
+
     std::string Member() const
     {
         std::string text = AsText(PrintableLine(m_report.section));
@@ -133,7 +146,7 @@ private:
         column("Down");
         if (right) column("To the right");
         if (lateral) column("Along y");
-        Table table("Load cases, sums of their loads", head, units);
+        Table table(Heading("Load cases, sums of their loads"), head, units);
         for (std::size_t i = 0; i < m_report.cases.size(); ++i) {
             const Case& c = m_report.cases[i];
             std::vector<std::string> cells{UserText(c.name), NameOf(c.kind)};
@@ -149,20 +162,50 @@ private:
 
     std::string Loads() const
     {
-        Table table("Loads", {"Case", "Load", "Where"}, {});
+        Table table(Heading("Loads"), {"Case", "Load", "Where"}, {});
         for (const Load& load : m_report.loads)
             table.Add({UserText(m_report.cases[load.caseIndex].name), SizeOf(load, m_report.IsLevel()), PlaceOf(load)});
         return table.Text();
     }
 
-    std::string Combinations() const
+    // Whether a combination has an extreme of an action or a reaction, or the largest deflection of a check.
+    std::vector<bool> Governing() const
     {
-        Table table("Combinations", {"No.", "Limit state", "Combination", "Clause"}, {});
-        for (std::size_t i = 0; i < m_report.combinations.size(); ++i) {
+        std::vector<bool> governs(m_report.combinations.size(), false);
+        const auto add = [&](int combination) {
+            if (combination >= 0) governs[static_cast<std::size_t>(combination)] = true;
+        };
+        const auto addRange = [&](const GovernedRange& range) {
+            add(range.greatest.combination);
+            add(range.least.combination);
+        };
+        for (const SupportReactions& support : m_report.supports)
+            for (const GovernedRange& range : support.range)
+                addRange(range);
+        for (const ActionEnvelope& envelope : m_report.envelopes)
+            for (const GovernedRange& range : envelope.spans)
+                addRange(range);
+        for (const DeflectionCheck& check : m_report.checks)
+            add(check.combination);
+        return governs;
+    }
+
+    // All of them, or where there are more than `most` those that govern something.
+    std::string Combinations(std::size_t most) const
+    {
+        const std::size_t count = m_report.combinations.size();
+        const std::vector<bool> shown = count > most ? Governing() : std::vector<bool>(count, true);
+        Table table(Heading("Combinations"), {"No.", "Limit state", "Clause", "Combination"}, {});
+        std::size_t left = 0;
+        for (std::size_t i = 0; i < count; ++i) {
             const Combination& one = m_report.combinations[i];
-            table.Add({std::to_string(i + 1), NameOf(one.state), UserText(one.name), UserText(one.clause)});
+            if (shown[i])
+                table.Add({std::to_string(i + 1), NameOf(one.state), UserText(one.clause), UserText(one.name)});
+            else
+                ++left;
         }
-        return table.Text();
+        if (left == 0) return table.Text();
+        return table.Text() + std::to_string(left) + " more combinations govern nothing below.\n";
     }
 
     std::vector<ReactionPart> Parts() const
@@ -186,7 +229,7 @@ private:
             head.push_back(name);
             units.emplace_back(ValueText(part, 1.0).substr(ValueText(part, 1.0).find(' ') + 1));
         }
-        Table table("Reactions by case, unfactored, each case on all spans", head, units);
+        Table table(Heading("Reactions by case, unfactored, each case on all spans"), head, units);
         for (const SupportReactions& support : m_report.supports) {
             for (std::size_t i = 0; i < m_report.cases.size(); ++i) {
                 std::vector<std::string> cells{Number(support.at), UserText(m_report.cases[i].name)};
@@ -209,7 +252,7 @@ private:
 
     std::string ReactionRanges() const
     {
-        Table table("Reactions over the ultimate combinations",
+        Table table(Heading("Reactions over the ultimate combinations"),
                     {"Support", "Reaction", "", "Value", "No.", "Combination"}, {});
         for (const SupportReactions& support : m_report.supports) {
             for (const ReactionPart part : Parts()) {
@@ -245,7 +288,7 @@ private:
 
     std::string Envelopes() const
     {
-        Table table("Envelopes over the ultimate combinations",
+        Table table(Heading("Envelopes over the ultimate combinations"),
                     {"Action", "", "Span", "Value", "At", "No.", "Combination"}, {});
         for (const ActionEnvelope& envelope : m_report.envelopes)
             for (std::size_t s = 0; s < envelope.spans.size(); ++s)
@@ -256,7 +299,7 @@ private:
     std::string Deflections() const
     {
         Table table(
-            "Deflections",
+            Heading("Deflections"),
             {"Limit", "Clause", "Span", "Deflection", "At", "Allowed", "Utilisation", "Result", "No.", "Combination"},
             {"", "", "", "mm", "m", "mm", "", "", "", ""});
         for (const DeflectionCheck& check : m_report.checks) {
@@ -278,6 +321,7 @@ private:
     }
 
     const LoadReport& m_report;
+    const char* m_heading;
 };
 
 // --- For programs ---
@@ -480,7 +524,9 @@ std::string ValueText(Action action, double value)
     return action == Action::Moment || action == Action::MinorMoment ? KiloNewtonMetres(value) : KiloNewtons(value);
 }
 
-std::string LoadMarkup(const LoadReport& report) { return LoadMarkupText(report).Text(); }
+std::string LoadMarkup(const LoadReport& report) { return LoadMarkupText(report, "h5").Text(); }
+
+std::string LoadTables(const LoadReport& report, bool isBrief) { return LoadMarkupText(report, "h4").Tables(isBrief); }
 
 Json JsonOf(const LoadReport& report)
 {

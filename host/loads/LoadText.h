@@ -11,6 +11,11 @@ namespace Keltrix::Host {
 /// deflections, notes.
 std::string LoadMarkup(const LoadReport& report);
 
+/// The tables of the report alone, under headings of the level "h4", for a calculation sheet. Where there are many
+/// combinations those that govern nothing are left out, which a line says. The short form has reactions, envelopes and
+/// deflections.
+std::string LoadTables(const LoadReport& report, bool isBrief);
+
 /// The report as data; docs/schema/loads.schema.json has every name.
 Json JsonOf(const LoadReport& report);
 

@@ -575,7 +575,8 @@ std::vector<std::string> FlagSentences(int flags)
     return sentences;
 }
 
-std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, const std::string& id)
+std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, const std::string& id,
+                        const LoadPart& loads)
 {
     const DrawnLayout layout{checked.member->GetMemberPointVec(), checked.member->GetSubSpanVec()};
     const CSection section = checked.member->GetKeltrixSec();
@@ -585,6 +586,7 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
 
     std::string html = "<h2 id=\"" + id + "-h\">" + Isolated(checked.title) + "</h2>\n" +
                        TitleBlockHtml(checked, block) + VerdictHtml(checked);
+    if (loads) html += Part(id, "beam", "Loads", loads(id + "-beam", block.isBrief));
     const std::string drawing = "<figure>" + MemberSvg(id + "-elevation", layout, axis, component) + "</figure>\n" +
                                 StandingHtml(layout, section);
     const std::string actions = Part(id, "actions", "Forces and moments", ActionsHtml(id, layout, axis));
