@@ -260,7 +260,9 @@ private:
                 if (!m_report.HasUltimate() || range.IsZero()) continue;
                 AddRow({Metres(support.at), NameOf(part), "greatest", ValueText(part, range.greatest.value)},
                        range.greatest.combination, table);
-                AddRow({Metres(support.at), NameOf(part), "least", ValueText(part, range.least.value)},
+                const bool lifts = part == ReactionPart::Vertical && range.least.value < 0.0;
+                AddRow({Metres(support.at), NameOf(part), lifts ? "least, <orange>uplift</orange>" : "least",
+                        ValueText(part, range.least.value)},
                        range.least.combination, table);
             }
         }

@@ -125,6 +125,17 @@ TEST(LoadReport, OverhangByHand)
         EXPECT_EQ(check.deflection, 0.0);
 }
 
+// 30 kN at the tip alone: 30 x 2.5/8 = 9.375 kN hold the left end down, 1.4 times that are 13.125 kN.
+TEST(LoadReport, UpliftIsSaid)
+{
+    Beam beam = Overhanging();
+    beam.loads.erase(beam.loads.begin());
+    const Loaded loaded(beam);
+    ExpectClose(loaded.report.supports[0].RangeOf(ReactionPart::Vertical).least.value, -13.125e3);
+    EXPECT_THAT(TextOf(loaded.report), HasSubstr("least, uplift  -13.125 kN"));
+    EXPECT_THAT(TextOf(Loaded(Overhanging()).report), Not(HasSubstr("uplift")));
+}
+
 // 25 + 6 x 3 = 43 kN; 25 x 3 + 6 x 3²/2 = 102 kNm hogging, which the wall gives anticlockwise.
 TEST(LoadReport, CantileverByHand)
 {
