@@ -123,29 +123,11 @@ private:
             return keys.Error(m_file.sectionLine, "section", Quote(Wide(*name).View()), "a section without a comma");
         try {
             const NamedSection section = FindSection(*name);
-            m_file.section = section.name;
-            TakeSection(section);
+            SetSectionOf(m_file, section, m_code);
             JudgeSection(section.section);
         } catch (const BadInput& failure) {
             Say(m_file.sectionLine, "section", failure.what());
         }
-    }
-
-    void TakeSection(const NamedSection& named)
-    {
-        const std::unique_ptr<Steel::CDesSectGeom> geometry = MakeGeometry(named.section);
-        Statics::Section& section = m_file.beam.section;
-        section.E = m_code ? m_code->ElasticModulus(m_file.grade) : STEEL_E;
-        section.Iy = geometry->Ixx();
-        section.Iz = geometry->Iyy();
-        section.mass = MassPerMetre(named);
-        const CSecComp& component = named.section.Component(0);
-        const std::string shape = ShapeName(component.Shape());
-        const bool isHalved = shape == "RHS" || shape == "CHS" || shape == "channel" ||
-                              (component.Shape() & CSecGeom::SHAPE_MASK) == CSecGeom::SHAPE_I;
-        if (!isHalved) return; // the shear centre is not at half the depth
-        section.topFlange = component.Dimension(0.0, CSecGeom::DEPTH) / 2.0;
-        section.bottomFlange = -section.topFlange;
     }
 
     void JudgeSection(const CSection& section)
@@ -307,6 +289,26 @@ bool BeamFile::HasErrors() const
 {
     return std::any_of(defects.begin(), defects.end(),
                        [](const Defect& defect) { return defect.severity == Severity::Error; });
+}
+
+void SetSectionOf(BeamFile& file, const NamedSection& named, const Design::DesignCode* code)
+{
+    const std::unique_ptr<Steel::CDesSectGeom> geometry = MakeGeometry(named.section);
+    file.section = named.name;
+    Statics::Section& section = file.beam.section;
+    section = Statics::Section();
+    const bool isOwn = !code && file.grade.GetUserE() > 0.0;
+    section.E = code ? code->ElasticModulus(file.grade) : isOwn ? file.grade.GetUserE() : STEEL_E;
+    section.Iy = geometry->Ixx();
+    section.Iz = geometry->Iyy();
+    section.mass = MassPerMetre(named);
+    const CSecComp& component = named.section.Component(0);
+    const std::string shape = ShapeName(component.Shape());
+    const bool isHalved = shape == "RHS" || shape == "CHS" || shape == "channel" ||
+                          (component.Shape() & CSecGeom::SHAPE_MASK) == CSecGeom::SHAPE_I;
+    if (!isHalved) return; // the shear centre is not at half the depth
+    section.topFlange = component.Dimension(0.0, CSecGeom::DEPTH) / 2.0;
+    section.bottomFlange = -section.topFlange;
 }
 
 BeamFile ReadBeamFile(const std::string& name, std::string_view bytes, const Design::DesignCode* code)

@@ -267,6 +267,11 @@ private:
         if (std::any_of(loads.begin(), loads.end(),
                         [](const auto& load) { return load.direction == Statics::Direction::Minor; }))
             Say(Severity::Note, m_file.deflection.line, "deflection", "that across the web is not checked");
+        if ((CSection(Wide(m_file.section)).Component(0).Shape() & CSecGeom::SHAPE_MASK) == CSecGeom::SHAPE_ANGLE &&
+            !deflections.empty())
+            Say(Severity::Warning, m_file.deflection.line, "deflection",
+                "of an angle about the axis of its leg alone: what it moves sideways, as it is not held, is not "
+                "counted");
         NoteOverhangs();
     }
 
@@ -280,6 +285,9 @@ private:
         if (!hasOverhang || !wishes.isAsked) return;
         if (wishes.cantilever == 0.0 && wishes.totalCantilever == 0.0)
             Say(Severity::Warning, wishes.line, "deflection", "no limit for the overhang; give cantilever = 180");
+        else if (wishes.total > 0.0 && wishes.totalCantilever == 0.0)
+            Say(Severity::Note, wishes.line, "deflection",
+                "no limit for the overhang under all loads; total-cantilever gives one");
     }
 
     const BeamFile& m_file;

@@ -200,7 +200,9 @@ void TomlKeys::Finish()
         const std::string name(key.str());
         if (std::any_of(m_asked.begin(), m_asked.end(), [&](const char* asked) { return name == asked; })) continue;
         const LineNumber line = std::max<LineNumber>(static_cast<LineNumber>(key.source().begin.line), 1);
-        Error(line, "", "unknown key " + Quote(Wide(name).View()), ListOf(m_asked), Suggestion(name, m_asked));
+        const std::string suggestion = Suggestion(name, m_asked);
+        Error(line, "", "unknown key " + Quote(Wide(name).View()), suggestion.empty() ? ListOf(m_asked) : std::string(),
+              suggestion);
     }
 }
 

@@ -14,7 +14,7 @@ using Design::CheckStatus;
 using Design::RuleFinding;
 
 // A rejection of what the members have from the beam file is one of the beam file.
-BadInput Translated(const Beam& beam, const BadMember& refusal)
+BadMember Translated(const Beam& beam, const BadMember& refusal)
 {
     Defect defect = refusal.defect;
     defect.field.clear();
@@ -26,7 +26,7 @@ BadInput Translated(const Beam& beam, const BadMember& refusal)
         defect.keyword = "grade";
         defect.line = beam.file.gradeLine;
     }
-    return BadInput(BeamMessage(defect, beam.file.name));
+    return {beam.file.name, std::move(defect)};
 }
 
 CheckedMember CheckCase(const Beam& beam, std::size_t i, const CodeChoice& choice, bool withText)
@@ -121,8 +121,21 @@ void AddDeflection(const Beam& beam, const Statics::DeflectionCheck& check, int 
         checked.serviceability = finding.utilisation;
 }
 
+// What a design code says of deflection, that a member file has no loads for it, is not true of a beam.
+void DropOutside(CheckedMember& checked)
+{
+    std::vector<RuleFinding>& rules = checked.findings.rules;
+    for (std::size_t i = rules.size(); i-- > 0;) {
+        if (rules[i].status != CheckStatus::OutOfScope || std::wstring_view(rules[i].name) != L"deflection") continue;
+        rules.erase(rules.begin() + static_cast<std::ptrdiff_t>(i));
+        checked.sources.erase(checked.sources.begin() + static_cast<std::ptrdiff_t>(i));
+    }
+}
+
 void AddDeflections(const Beam& beam, CheckedMember& checked)
 {
+    if (beam.made.deflections.empty()) return;
+    DropOutside(checked);
     std::vector<RuleFinding>& rules = checked.findings.rules;
     int rule = 0;
     for (const RuleFinding& known : rules)
@@ -144,14 +157,19 @@ void AddDeflections(const Beam& beam, CheckedMember& checked)
 Beam ReadBeam(const std::string& name, std::string_view bytes, const ReadingOptions& reading,
               const Design::DesignCode* code)
 {
-    Beam beam{ReadBeamFile(name, bytes, code), {}, {}, reading};
+    return MakeBeam(ReadBeamFile(name, bytes, code), reading, code);
+}
+
+Beam MakeBeam(BeamFile file, const ReadingOptions& reading, const Design::DesignCode* code)
+{
+    Beam beam{std::move(file), {}, {}, reading};
     beam.made = MembersOf(beam.file, code);
     if (reading.isStrict)
         for (Defect& defect : beam.made.defects)
             if (defect.severity == Severity::Warning) defect.severity = Severity::Error;
     if (beam.made.HasErrors()) return beam;
     for (const BeamMember& member : beam.made.members)
-        beam.members.emplace_back(SourceText{name + " (" + member.name + ')', Wide(member.text)}, reading);
+        beam.members.emplace_back(SourceText{beam.file.name + " (" + member.name + ')', Wide(member.text)}, reading);
     return beam;
 }
 

@@ -23,12 +23,15 @@ struct Beam {
 Beam ReadBeam(const std::string& name, std::string_view bytes, const ReadingOptions& reading,
               const Design::DesignCode* code);
 
+/// The same for a beam that was read already, such as one with another section.
+Beam MakeBeam(BeamFile file, const ReadingOptions& reading, const Design::DesignCode* code);
+
 /// The defects of a beam as the warnings of its sheet, the errors left out.
 std::vector<MemberWarning> WarningsOf(const Beam& beam);
 
 /// Checks all members of a beam as one: the envelope of its combinations with its deflections. Each warning of the members stands once,
 /// with the first combination that has it. With `withText` the text is that of the combination with the largest utilisation. Throws
-/// BadInput, with the place in the beam file, where the design code rejects what all members have.
+/// BadMember, with the place in the beam file, where the design code rejects what all members have.
 CheckedMember CheckBeam(const Beam& beam, const CodeChoice& choice, bool withText);
 
 } // namespace Keltrix::Host

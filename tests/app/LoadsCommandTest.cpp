@@ -170,6 +170,8 @@ TEST(NewCommand, WritesABeamThatIsReadBack)
     ASSERT_EQ(made.code, 0) << made.err;
     EXPECT_EQ(made.out, "");
     EXPECT_THAT(Trial::ReadWhole(file), HasSubstr("spans = [9, 8]"));
+    const auto validated = Trial::RunKsteel("validate --strict '" + file + "'");
+    EXPECT_EQ(validated.code, 0) << validated;
     const auto loads = Trial::RunKsteel("loads --strict --format json '" + file + "'");
     ASSERT_EQ(loads.code, 0) << loads.err;
     const Json beam = Json::parse(loads.out).at(0);
