@@ -98,7 +98,7 @@ public:
     std::string Tables(bool isBrief) const
     {
         constexpr std::size_t most = 20;
-        return (isBrief ? std::string() : Cases() + Loads() + Combinations(most)) + Results();
+        return isBrief ? ReactionsByCase() + ReactionRanges() : Cases() + Loads() + Combinations(most) + Results();
     }
 
 private:

@@ -12,8 +12,7 @@ namespace Keltrix::Host {
 std::string LoadMarkup(const LoadReport& report);
 
 /// The tables of the report alone, under headings of the level "h4", for a calculation sheet. Where there are many
-/// combinations those that govern nothing are left out, which a line says. The short form has reactions, envelopes and
-/// deflections.
+/// combinations those that govern nothing are left out, which a line says. The short form has the reactions alone.
 std::string LoadTables(const LoadReport& report, bool isBrief);
 
 /// The report as data; docs/schema/loads.schema.json has every name.

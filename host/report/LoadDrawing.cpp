@@ -84,13 +84,17 @@ public:
         m_y = DrawLegend(base + 22.0) + 3.0;
     }
 
-    void Cases()
+    static constexpr std::size_t MOST_CASES = 12;
+
+    static std::size_t CaseCount(const LoadReport& report) { return std::min(MOST_CASES, report.cases.size()); }
+
+    void Cases() { Cases(0, CaseCount(m_report)); }
+    void Cases(std::size_t first, std::size_t end)
     {
-        constexpr std::size_t most = 12;
-        for (std::size_t c = 0; c < std::min(most, m_report.cases.size()); ++c)
+        for (std::size_t c = first; c < end; ++c)
             DrawCase(c);
-        if (m_report.cases.size() <= most) return;
-        Note(std::to_string(m_report.cases.size() - most) + " more cases are in the tables alone.");
+        if (end == MOST_CASES && m_report.cases.size() > MOST_CASES)
+            Note(std::to_string(m_report.cases.size() - MOST_CASES) + " more cases are in the tables alone.");
     }
 
     void Envelopes()
@@ -697,6 +701,22 @@ std::string LoadsSvg(const std::string& id, const Beam& beam, const LoadReport& 
     picture.Elevation();
     picture.Cases();
     return picture.Finish();
+}
+
+std::vector<std::string> LoadsSvgs(const std::string& id, const Beam& beam, const LoadReport& report)
+{
+    constexpr std::size_t casesOfPage = 3;
+    const std::size_t count = LoadPicture::CaseCount(report);
+    std::vector<std::string> drawings;
+    for (std::size_t first = 0; first == 0 || first < count; first += casesOfPage) {
+        const std::string number = std::to_string(drawings.size() + 1);
+        LoadPicture picture(id + number, "Supports and loads, " + Metres(report.length) + ", part " + number,
+                            first == 0 ? LoadsDescription(report) : "Further cases.", beam, report);
+        if (first == 0) picture.Elevation();
+        picture.Cases(first, std::min(count, first + casesOfPage));
+        drawings.push_back(picture.Finish());
+    }
+    return drawings;
 }
 
 std::string EnvelopeSvg(const std::string& id, const Beam& beam, const LoadReport& report)

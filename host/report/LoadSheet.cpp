@@ -18,7 +18,9 @@ std::string LoadHtml(const std::string& id, const Beam& beam, bool isBrief)
 {
     const LoadReport report = LoadReportOf(beam);
     const Statics::Beam& analysed = beam.made.analysis->GetBeam();
-    std::string html = "<figure>" + LoadsSvg(id + "-loads", analysed, report) + "</figure>\n";
+    std::string html;
+    for (const std::string& drawing : LoadsSvgs(id + "-loads", analysed, report))
+        html += "<figure>" + drawing + "</figure>\n";
     const std::string envelopes = EnvelopeSvg(id + "-envelopes", analysed, report);
     if (!envelopes.empty()) html += "<figure>" + envelopes + "</figure>\n";
     return html + RenderHtml(ReadMarkup(LoadTables(report, isBrief)));

@@ -248,6 +248,31 @@ TEST(LoadDrawing, ManyCasesAndLoadsAreSaidAndNotDrawn)
     EXPECT_THAT(LoadsOf(Loaded(beam)).Texts("note"), Contains("3 more cases are in the tables alone."));
 }
 
+TEST(LoadDrawing, OnPaperEachCaseIsDrawnOnce)
+{
+    Beam beam = Single(10.0, StaticsTest::PINNED, StaticsTest::PINNED);
+    beam.cases.resize(7);
+    for (std::size_t c = 0; c < 7; ++c) {
+        beam.cases[c].name.Format(L"Case %s", CDesFormat().Int(static_cast<int>(c)));
+        beam.loads.push_back(PointLoad(c, 1e3 * (1.0 + static_cast<double>(c)), 5.0));
+    }
+    const Loaded loaded(beam);
+    std::vector<std::string> names;
+    std::vector<std::string> sizes;
+    const auto drawings = LoadsSvgs("a", loaded.analysis.GetBeam(), loaded.report);
+    ASSERT_EQ(drawings.size(), 3U);
+    for (const std::string& text : drawings) {
+        const Drawing drawing(text);
+        for (const std::string& name : drawing.Texts("name"))
+            names.push_back(name);
+        for (const std::string& size : drawing.Texts("value over"))
+            sizes.push_back(size);
+        EXPECT_LT(NumberOf(*drawing.svg.Named("svg").front(), "height"), 240.0) << "a page";
+    }
+    EXPECT_THAT(names, ElementsAre("Case 0", "Case 1", "Case 2", "Case 3", "Case 4", "Case 5", "Case 6"));
+    EXPECT_THAT(sizes, ElementsAre("1 kN", "2 kN", "3 kN", "4 kN", "5 kN", "6 kN", "7 kN"));
+}
+
 TEST(LoadDrawing, AFileOfItsOwnHasTitleAndStyle)
 {
     const Loaded floor(FloorBeam());

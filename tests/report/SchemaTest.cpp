@@ -167,6 +167,7 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Loads, Schema,
     ::testing::Values(OutputRow{"loads", "loads --format json tests/report/two_span.toml", 0},
+                      OutputRow{"loads", "loads --format json examples/*.toml", 0},
                       OutputRow{"loads", "loads --format json tests/report/inclined.toml", 0}));
 #endif
 
