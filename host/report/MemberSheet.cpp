@@ -189,6 +189,16 @@ std::string SubSpanTable(const DrawnLayout& layout)
     return html + "</tbody></table>\n";
 }
 
+// Forces, lengths and critical loads of an envelope are those of one combination.
+std::string ShownHtml(const CheckedMember& checked)
+{
+    if (checked.shownCombination.empty()) return {};
+    return "<p>Of the combination " + Isolated(checked.shownCombination) +
+           ", in which the largest utilisation of strength was found; so are effective lengths, resistances, the "
+           "elastic critical load and "
+           "the calculation below.</p>\n";
+}
+
 std::string ActionsHtml(const std::string& id, const DrawnLayout& layout, const MemberAxis& axis)
 {
     std::string html;
@@ -589,7 +599,8 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
     if (loads) html += Part(id, "beam", "Loads", loads(id + "-beam", block.isBrief));
     const std::string drawing = "<figure>" + MemberSvg(id + "-elevation", layout, axis, component) + "</figure>\n" +
                                 StandingHtml(layout, section);
-    const std::string actions = Part(id, "actions", "Forces and moments", ActionsHtml(id, layout, axis));
+    const std::string actions =
+        Part(id, "actions", "Forces and moments", ShownHtml(checked) + ActionsHtml(id, layout, axis));
     const std::vector<std::string> set = FlagSentences(checked.result->GetFlags());
     const std::vector<std::string> assumed = AssumptionSentences(findings);
     const std::string flags = Part(id, "flags", "Flags and assumptions",
@@ -598,12 +609,8 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
                                        : "<h4>Flags</h4>\n" + ListHtml(set, "No flag is set.") +
                                              "<h4>Assumptions</h4>\n" + ListHtml(assumed, "None."));
     const auto calculation = [&](const char* title, CalculationHtml form, const CString& report) {
-        const std::string of = checked.shownCombination.empty()
-                                   ? ""
-                                   : "<p>Of the combination " + Isolated(checked.shownCombination) +
-                                         ", as forces, moments and lengths above.</p>\n";
         return Part(id, "calculation", title,
-                    of + "<div class=\"calculation\">\n" + form.Of(ReadMarkup(Utf8(report))) + "</div>\n");
+                    "<div class=\"calculation\">\n" + form.Of(ReadMarkup(Utf8(report))) + "</div>\n");
     };
     if (block.isBrief)
         return "<div class=\"brief\">\n" + html + Part(id, "member", "Member", drawing + FewPoints(layout)) + actions +

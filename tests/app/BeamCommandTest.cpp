@@ -69,7 +69,7 @@ TEST(BeamCommand, FailsAndRefusesByItsExitCode)
     const std::string bad = directory.Write("bad.toml", BEAM + "[[load]]\ncase = \"Dead\"\nudl = inf\n");
     const RunResult refused = RunKsteel("check --format jsonl '" + bad + "'");
     EXPECT_EQ(refused.code, EXIT_BAD_INPUT);
-    EXPECT_THAT(refused.err, HasSubstr("bad.toml:19: error: load.udl: got inf, expected a load in kN/m"));
+    EXPECT_THAT(refused.err, HasSubstr("bad.toml:22: error: load.udl: got inf, expected a load in kN/m"));
     EXPECT_EQ(nlohmann::json::parse(refused.out)["status"], "refused");
     EXPECT_EQ(RunKsteel("validate '" + bad + "'").code, EXIT_BAD_INPUT);
     const RunResult mixed = RunKsteel("check --report table '" + bad + "' '" + directory.Write("good.toml", BEAM) + "'");
@@ -82,7 +82,7 @@ TEST(BeamCommand, DesignUpdatesTheSelfWeight)
     const TestDirectory directory;
     // 20 m under nothing but its own weight: lighter sections weigh less, and each must hold itself.
     const std::string text =
-        "section = \"UB 1016x305x487\"\ngrade = \"S275\"\nlength = 20\ncombinations = \"bs5950\"\n"
+        "section = \"UB 1016x305x494\"\ngrade = \"S275\"\nlength = 20\ncombinations = \"bs5950\"\n"
         "deflection = { total = 200 }\n[[restraint]]\nfrom = 0\nto = 20\nholds = \"Top flange lateral\"\n"
         "[[load]]\ncase = \"Dead\"\nkind = \"permanent\"\nudl = 0.1\n";
     const auto json = nlohmann::json::parse(
@@ -91,7 +91,7 @@ TEST(BeamCommand, DesignUpdatesTheSelfWeight)
     const std::string chosen = json[0]["chosen"];
     // What design chose, checked by itself, has the same utilisation.
     std::string again = text;
-    again.replace(again.find("UB 1016x305x487"), 15, chosen);
+    again.replace(again.find("UB 1016x305x494"), 15, chosen);
     const auto check =
         nlohmann::json::parse(RunKsteel("check --format json '" + directory.Write("chosen.toml", again) + "'").out);
     EXPECT_EQ(check[0]["overall"], json[0]["passing"][0]["overall"]);
