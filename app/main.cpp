@@ -13,6 +13,9 @@
 #include <CLI/CLI.hpp>
 
 #include "check/DesignCodes.h"
+#ifdef KELTRIX_HOST_WITH_STATICS
+#include "commands/BeamCommands.h"
+#endif
 #include "commands/CodeCommands.h"
 #include "commands/Commands.h"
 #include "io/CodeModule.h"
@@ -85,7 +88,7 @@ void AddFormat(CLI::App& command, Shared& shared, const std::vector<std::string>
 
 void AddFiles(CLI::App& command, std::vector<std::string>& files)
 {
-    command.add_option("FILE", files, "Member files; - is standard input")->required();
+    command.add_option("FILE", files, "Member files or beam files; - is standard input")->required();
 }
 
 /// How strictly the member files are read.
@@ -288,6 +291,50 @@ void AddBuckling(CLI::App& app, Commands& commands, Shared& shared, BucklingOpti
 }
 #endif
 
+#ifdef KELTRIX_HOST_WITH_STATICS
+void AddLoads(CLI::App& app, Commands& commands, Shared& shared, LoadsOptions& options)
+{
+    CLI::App* const command = app.add_subcommand("loads", "Loads, reactions, envelopes and deflections of a beam");
+    command->add_option("FILE", options.files, "Beam files; - is standard input")->required();
+    command->add_flag("--strict", options.reading.isStrict, "Every warning is an error (exit code 2)");
+    AddCode(*command, shared, CodeNeed::WhenThere, options.code,
+            "Design code that gives the modulus and, where the file does not, the combinations");
+    command->add_option("--svg", options.svgFile, "Draw loads and envelopes into this SVG file (- is standard output)");
+    command
+        ->add_option("-o,--output", options.folder,
+                     "Write a member file for each ultimate combination into this folder")
+        ->type_name("FOLDER");
+    command->add_flag("--force", options.force, "Replace member files that are there");
+    Finish(command, commands, shared, options, ShowLoads);
+}
+
+void AddNew(CLI::App& app, Commands& commands, Shared& shared, NewOptions& options)
+{
+    CLI::App* const command = app.add_subcommand("new", "A new beam file or member file with comments");
+    command->add_option("KIND", options.kind, "beam or member")->required()->check(CLI::IsMember({"beam", "member"}));
+    command->add_option("--title", options.title, "Title");
+    command->add_option("--section", options.section, "Designation or parametric description")->capture_default_str();
+    command->add_option("--grade", options.grade, "Steel grade")->capture_default_str();
+    command->add_option("--span", options.spans, "Length of a span in m, 9 unless given; again for the next one")
+        ->type_name("L")
+        ->allow_extra_args(false);
+    const auto list = [&](const char* name, std::vector<std::string>& values, const char* form, const char* meaning) {
+        command->add_option(name, values, meaning)->type_name(form)->allow_extra_args(false);
+    };
+    list("--udl", options.uniform, "CASE=Q[@A:B]", "Uniform load in kN/m: dead=12, or from 0 to 4 m snow=3@0:4");
+    list("--point", options.points, "CASE=P@A", "Point load in kN: imposed=45@3");
+    list("--moment", options.moments, "CASE=M@A", "Moment in kNm, clockwise: wind=20@3");
+    list("--restraint", options.restraints, "FLANGE@A[:B]",
+         "Flange (top, bottom, both) held laterally at a place or along a length: top@0:6");
+    command->add_option("--combinations", options.combinations, "Standard of the combinations")
+        ->check(CLI::IsMember({"bs5950", "en1990", "en1990-610ab", "en1990-uk", "en1990-uk-610ab"}));
+    AddCode(*command, shared, CodeNeed::WhenThere, options.code, "Design code that judges section and grade");
+    command->add_option("-o,--output", options.output, "The file; without it standard output")->type_name("FILE");
+    command->add_flag("--force", options.force, "Replace a file that is there");
+    Finish(command, commands, shared, options, New);
+}
+#endif
+
 void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& options)
 {
     CLI::App* const command = app.add_subcommand("check", "Check members to a design code");
@@ -298,6 +345,7 @@ void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& o
         ->check(CLI::IsMember({"brief", "verbose", "summary", "table"}))
         ->capture_default_str();
     command->add_flag("--envelope", options.envelope, "The files are load cases of one member");
+    command->add_flag("--combinations", options.combinations, "Each combination of a beam file as a member by itself");
     AddMemberOptions(*command, shared, options.code);
     command->add_option("--jobs", options.jobs, "Worker processes that share the members; 0 is one for each processor")
         ->check(CLI::Range(0, MOST_JOBS))
@@ -312,6 +360,7 @@ void AddReport(CLI::App& app, Commands& commands, Shared& shared, ReportOptions&
     AddCode(*command, shared, CodeNeed::Always, options.code, "Design code");
     AddReading(*command, options);
     command->add_option("-o,--output", options.output, "The HTML file; - is standard output")->required();
+    command->add_flag("--combinations", options.combinations, "Each combination of a beam file as a member by itself");
     command->add_flag("--brief", options.block.isBrief,
                       "Two pages for a member: the calculation of the governing position and span alone");
     const auto text = [&](const char* name, std::string& value, const char* meaning) {
@@ -424,6 +473,10 @@ ExitCode AnswerUnparsed(const CLI::App& app, const CLI::ParseError& error, const
 #ifndef KELTRIX_HOST_WITH_STABILITY
     if (firstWord == "buckling") throw BadUsage("buckling: this ksteel was built without Eigen, which it needs");
 #endif
+#ifndef KELTRIX_HOST_WITH_STATICS
+    if (firstWord == "loads" || firstWord == "new")
+        throw BadUsage(firstWord + ": this ksteel was built without Eigen, which it needs");
+#endif
     throw BadUsage("unknown command \"" + PrintableLine(firstWord) + "\", expected one of " + names);
 }
 
@@ -488,6 +541,12 @@ ExitCode Run(int argc, char** argv, Messages& messages)
 #ifdef KELTRIX_HOST_WITH_STABILITY
     BucklingOptions buckling;
     AddBuckling(app, commands, shared, buckling);
+#endif
+#ifdef KELTRIX_HOST_WITH_STATICS
+    LoadsOptions loads;
+    NewOptions fresh;
+    AddLoads(app, commands, shared, loads);
+    AddNew(app, commands, shared, fresh);
 #endif
     CheckOptions check;
     ReportOptions report;

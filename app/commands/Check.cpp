@@ -74,7 +74,12 @@ private:
     {
         std::stable_sort(m_rows.begin(), m_rows.end(),
                          [](const Row& a, const Row& b) { return a.utilisation > b.utilisation; });
-        std::string text = "<table>Utilisation\tStatus\tSection\tGrade\tClass\tGoverning\tAt\tFile\tMember\n";
+        const std::string head = "Utilisation\tStatus\tSection\tGrade\tClass\tGoverning\tAt\tFile\tMember";
+        const auto tabs = std::count(head.begin(), head.end(), '\t');
+        const bool hasBeams = std::any_of(m_rows.begin(), m_rows.end(), [&](const Row& row) {
+            return std::count(row.text.begin(), row.text.end(), '\t') > tabs;
+        });
+        std::string text = "<table>" + head + (hasBeams ? "\tCombination\n" : "\n");
         for (const Row& row : m_rows)
             text += row.text;
         return text + "</table>\n";
@@ -104,11 +109,12 @@ CheckedMember OneEnvelope(std::vector<CheckedMember> cases)
 ExitCode CheckEnvelope(const CheckOptions& options, const Console& console)
 {
     std::vector<CheckedMember> cases;
-    const ExitCode code =
-        ForEachMember(options.files, options.reading, console, [&](const MemberFile& file, std::size_t i) {
-            cases.push_back(CheckAsAsked(file, i, options, console));
-            return EXIT_FINE;
-        });
+    const ExitCode code = ForEachMember(options.files, options.reading, console,
+                                        [&](const MemberFile& file, std::size_t i) {
+                                            cases.push_back(CheckAsAsked(file, i, options, console));
+                                            return EXIT_FINE;
+                                        },
+                                        {options.code.code, {}});
     // A case that is missing would make the envelope look better than it is.
     if (code == EXIT_BAD_INPUT || cases.empty()) return code;
     CheckOutput output(options, console);

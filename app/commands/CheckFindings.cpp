@@ -4,12 +4,21 @@
 #include "text/Json.h"
 #include "text/Markup.h"
 #include "text/Text.h"
+#ifdef KELTRIX_HOST_WITH_STATICS
+#include "check/CheckedBeam.h"
+#endif
 
 namespace Keltrix::App {
 
 namespace {
 
 std::string UtilText(double utilisation) { return Utf8(CDesFormat().Util(utilisation)); }
+
+// A last column for beams.
+std::string Combination(const CheckedMember& checked, const Design::RuleFinding* governing)
+{
+    return checked.shownCombination.empty() ? "" : '\t' + AsText(checked.CombinationOf(governing));
+}
 
 // Files and titles, which may be long, stand last.
 std::string TableRow(const CheckedMember& checked)
@@ -19,10 +28,10 @@ std::string TableRow(const CheckedMember& checked)
     if (checked.Status() != "not checked" && checked.result->TestFlags(Steel::CMemberResult::NOT_CHECKED))
         status += ", <red>NOT CHECKED</red>";
     const Design::RuleFinding* const governing = checked.findings.Governing();
-    return UtilText(checked.result->UtilOverAll()) + '\t' + status + '\t' + checked.Section() + '\t' + checked.Grade() +
-           '\t' + std::to_string(checked.member->SectionClass()) + '\t' +
-           (governing ? DescribeRule(*governing) : "nothing") + '\t' + (governing ? DescribePlace(*governing) : "") +
-           '\t' + AsText(checked.name) + '\t' + AsText(checked.title) + '\n';
+    return UtilText(checked.Utilisation()) + '\t' + status + '\t' + checked.Section() + '\t' + checked.Grade() + '\t' +
+           std::to_string(checked.member->SectionClass()) + '\t' + (governing ? DescribeRule(*governing) : "nothing") +
+           '\t' + (governing ? DescribePlace(*governing) : "") + '\t' + AsText(checked.name) + '\t' +
+           AsText(checked.title) + Combination(checked, governing) + '\n';
 }
 
 // JSON line for a member or file that could not be checked.
@@ -58,7 +67,7 @@ ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, co
 {
     const ExitCode code = checked.Status() == "pass" ? EXIT_FINE : EXIT_MEMBER_FAILS;
     const std::string text = TextOf(checked, options);
-    sink({OutputPiece::Member, code, checked.result->UtilOverAll(), text});
+    sink({OutputPiece::Member, code, checked.Utilisation(), text});
     return code;
 }
 
@@ -69,6 +78,26 @@ CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOpt
     for (const MemberWarning& warning : checked.CheckWarnings())
         console.err(warning.Message());
     return checked;
+}
+
+#ifdef KELTRIX_HOST_WITH_STATICS
+CheckedMember CheckAsAsked(const Beam& beam, const CheckOptions& options, const Console& console)
+{
+    CheckedMember checked = CheckBeam(beam, options.code, options.format == Format::TABLE && options.report != "table");
+    for (const MemberWarning& warning : checked.CheckWarnings())
+        console.err(warning.Message());
+    return checked;
+}
+#else
+CheckedMember CheckAsAsked(const Beam&, const CheckOptions&, const Console&)
+{
+    throw BadInput("a beam file, and this ksteel was built without Eigen, which it needs");
+}
+#endif
+
+BeamUse BeamUseOf(const CheckOptions& options, std::function<ExitCode(const Beam&)> use)
+{
+    return {options.code.code, options.combinations ? nullptr : std::move(use)};
 }
 
 CheckLoop::CheckLoop(const CheckOptions& options, std::istream& standardInput, OutputPieceSink sink) :
@@ -86,7 +115,10 @@ CheckLoop::CheckLoop(const CheckOptions& options, std::istream& standardInput, O
         [this](const Refusal& refusal) {
             const std::string line = m_options.format == Format::JSON_LINES ? RefusalLine(refusal) : std::string();
             m_sink({OutputPiece::Refused, EXIT_BAD_INPUT, 0.0, line});
-        })
+        },
+        BeamUseOf(options, [this](const Beam& beam) {
+            return PutMember(CheckAsAsked(beam, m_options, m_console), m_options, m_sink);
+        }))
 {}
 
 } // namespace Keltrix::App

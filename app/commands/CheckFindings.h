@@ -32,6 +32,12 @@ ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, co
 /// BadInput as CheckMember does.
 CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOptions& options, const Console& console);
 
+/// The same for a beam: the envelope of its combinations.
+CheckedMember CheckAsAsked(const Beam& beam, const CheckOptions& options, const Console& console);
+
+/// What the options want to become of beams: `use`, or each combination by itself.
+BeamUse BeamUseOf(const CheckOptions& options, std::function<ExitCode(const Beam&)> use);
+
 /// Checks files and pieces of files, and hands over the findings as they come.
 class CheckLoop {
 public:

@@ -12,6 +12,7 @@ struct CheckOptions {
     ReadingOptions reading;
     std::string report = "brief"; ///< brief, verbose, summary or table
     bool envelope = false;        ///< the files are load cases of one member
+    bool combinations = false;    ///< each combination of a beam is a member by itself
     CodeChoice code;
     int jobs = 1; ///< worker processes; 0 is one for each processor
     Format format = Format::TABLE;
@@ -23,7 +24,8 @@ ExitCode Check(const CheckOptions& options, const Console& console);
 struct ReportOptions {
     std::vector<std::string> files;
     ReadingOptions reading;
-    std::string output; ///< "-" is standard output
+    std::string output;        ///< "-" is standard output
+    bool combinations = false; ///< each combination of a beam is a member by itself
     TitleBlock block;
     CodeChoice code;
 };

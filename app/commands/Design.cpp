@@ -1,6 +1,9 @@
 #include <algorithm>
 #include <cmath>
 
+#ifdef KELTRIX_HOST_WITH_STATICS
+#include "check/CheckedBeam.h"
+#endif
 #include "check/CheckedMember.h"
 #include "commands/CodeCommands.h"
 #include "sections/SectionCatalogue.h"
@@ -85,20 +88,15 @@ struct Choice {
     std::vector<Candidate> failing; ///< the heaviest ones that are lighter and fail, lightest first
 };
 
-Choice Choose(const MemberFile& file, std::size_t i, const DesignOptions& options)
+// The candidates of a family, lightest first, as far as they are wanted.
+template <class TryOne>
+Choice ChooseBy(const DesignOptions& options, const TryOne& tryOne)
 {
     constexpr std::size_t failingShown = 3;
-    const std::unique_ptr<Design::CodeMember> coded = options.code.code->NewMember(options.code.settings);
-    Steel::CSteelMemberGen& member = coded->Member();
-    const CSteelGrade grade = file.ReadInto(i, member);
-    SetGradeOf(file, i, *options.code.code, member, grade);
-    RequireUsableFactors(file, i, *coded);
-    const CSecComp own = member.GetKeltrixSec().Component(0);
-
     Choice choice;
     for (const CSectDB::Entry* entry : ByMass(options.family)) {
         if (choice.passing.size() >= static_cast<std::size_t>(options.count)) break;
-        Candidate candidate = Try(*coded, grade, own, *entry);
+        Candidate candidate = tryOne(*entry);
         if (candidate.status == "pass") {
             choice.passing.push_back(std::move(candidate));
         } else if (choice.passing.empty() && !std::isnan(candidate.utilisation)) {
@@ -108,6 +106,48 @@ Choice Choose(const MemberFile& file, std::size_t i, const DesignOptions& option
     }
     return choice;
 }
+
+Choice Choose(const MemberFile& file, std::size_t i, const DesignOptions& options)
+{
+    const std::unique_ptr<Design::CodeMember> coded = options.code.code->NewMember(options.code.settings);
+    Steel::CSteelMemberGen& member = coded->Member();
+    const CSteelGrade grade = file.ReadInto(i, member);
+    SetGradeOf(file, i, *options.code.code, member, grade);
+    RequireUsableFactors(file, i, *coded);
+    const CSecComp own = member.GetKeltrixSec().Component(0);
+    return ChooseBy(options, [&](const CSectDB::Entry& entry) { return Try(*coded, grade, own, entry); });
+}
+
+#ifdef KELTRIX_HOST_WITH_STATICS
+// A beam with another section: its own weight, its own stiffness in springs and deflections.
+Candidate Try(const Beam& own, const CSectDB::Entry& entry, const DesignOptions& options)
+{
+    Candidate candidate{&entry, Utf8(entry.designation), "not checked", std::nan(""),
+                        "the design code does not cover it"};
+    BeamFile file = own.file;
+    file.type = "UNDEF"; // as the catalogue has it
+    SetSectionOf(file, FindSection(candidate.name), options.code.code);
+    try {
+        const Beam beam = MakeBeam(std::move(file), options.reading, options.code.code);
+        if (beam.members.empty()) return candidate;
+        const CheckedMember checked = CheckBeam(beam, options.code, false);
+        candidate.status = checked.Status();
+        candidate.utilisation = checked.Utilisation();
+        candidate.governing = checked.Governing();
+        const std::string combination = checked.CombinationOf(checked.findings.Governing());
+        if (!combination.empty()) candidate.governing += ", in " + combination;
+    } catch (const BadInput&) {
+        // the section's grade or plates
+    }
+    return candidate;
+}
+
+// A reaction outside a column's face stays where the file has it.
+Choice Choose(const Beam& beam, const DesignOptions& options)
+{
+    return ChooseBy(options, [&](const CSectDB::Entry& entry) { return Try(beam, entry, options); });
+}
+#endif
 
 std::string RowText(const Candidate& candidate)
 {
@@ -155,24 +195,34 @@ ExitCode Design(const DesignOptions& options, const Console& console)
     if (options.count < 1) throw BadUsage("--count: got " + std::to_string(options.count) + ", expected 1 or more");
     ByMass(options.family);
     Json members = Json::array();
-    const ExitCode code =
-        ForEachMember({options.file}, options.reading, console, [&](const MemberFile& file, std::size_t i) {
-            const Choice choice = Choose(file, i, options);
-            const std::string title = Utf8(file.Member(i).title);
-            const std::vector<MemberWarning> warnings = file.WarningsOf(i);
-            if (options.format == Format::JSON)
-                members.push_back({{"schema", JSON_SCHEMA},
-                                   {"file", file.Name()},
-                                   {"line", file.Member(i).firstLine},
-                                   {"title", title},
-                                   {"warnings", WarningsJson(warnings)},
-                                   {"chosen", choice.passing.empty() ? Json() : Json(choice.passing.front().name)},
-                                   {"passing", ListOf(choice.passing)},
-                                   {"lighter_failing", ListOf(choice.failing)}});
-            else
-                console.out(RenderMarkup(Markup(title, choice, warnings), options.rendering));
-            return choice.passing.empty() ? EXIT_MEMBER_FAILS : EXIT_FINE;
-        });
+    const auto show = [&](const Choice& choice, const std::string& file, LineNumber line, const std::string& title,
+                          const std::vector<MemberWarning>& warnings) {
+        if (options.format == Format::JSON)
+            members.push_back({{"schema", JSON_SCHEMA},
+                               {"file", file},
+                               {"line", line},
+                               {"title", title},
+                               {"warnings", WarningsJson(warnings)},
+                               {"chosen", choice.passing.empty() ? Json() : Json(choice.passing.front().name)},
+                               {"passing", ListOf(choice.passing)},
+                               {"lighter_failing", ListOf(choice.failing)}});
+        else
+            console.out(RenderMarkup(Markup(title, choice, warnings), options.rendering));
+        return choice.passing.empty() ? EXIT_MEMBER_FAILS : EXIT_FINE;
+    };
+    BeamUse beams{options.code.code, {}};
+#ifdef KELTRIX_HOST_WITH_STATICS
+    beams.use = [&](const Beam& beam) {
+        return show(Choose(beam, options), beam.file.name, 1, beam.file.title, WarningsOf(beam));
+    };
+#endif
+    const ExitCode code = ForEachMember(
+        {options.file}, options.reading, console,
+        [&](const MemberFile& file, std::size_t i) {
+            return show(Choose(file, i, options), file.Name(), file.Member(i).firstLine, Utf8(file.Member(i).title),
+                        file.WarningsOf(i));
+        },
+        beams);
     if (options.format == Format::JSON) console.out(JsonText(members));
     return code;
 }

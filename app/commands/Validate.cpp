@@ -1,3 +1,9 @@
+#include <algorithm>
+
+#include "beamfile/BeamText.h"
+#ifdef KELTRIX_HOST_WITH_STATICS
+#include "check/CheckedBeam.h"
+#endif
 #include "check/CheckedMember.h"
 #include "commands/Commands.h"
 #include "io/Input.h"
@@ -72,6 +78,75 @@ void AddCodeDefects(MemberFile& file, const CodeChoice& choice)
     }
 }
 
+#ifdef KELTRIX_HOST_WITH_STATICS
+// A beam with what the design code, where one is asked for, rejects in its members.
+Beam ReadAndJudge(const std::string& name, const std::string& bytes, const ValidateOptions& options)
+{
+    const Design::DesignCode* code = options.code.code;
+    if (!code && !DesignCodes().empty()) code = DefaultCode().code;
+    Beam beam = ReadBeam(name, bytes, options.reading, code);
+    if (!options.code.code || beam.members.empty()) return beam;
+    try {
+        CheckBeam(beam, options.code, false);
+    } catch (const BadMember& refusal) {
+        beam.made.defects.push_back(refusal.defect);
+    }
+    return beam;
+}
+
+std::size_t Count(const Beam& beam, Severity severity)
+{
+    return static_cast<std::size_t>(std::count_if(beam.made.defects.begin(), beam.made.defects.end(),
+                                                  [&](const Defect& defect) { return defect.severity == severity; }));
+}
+
+std::string TextOf(const Beam& beam)
+{
+    std::string text;
+    for (const Defect& defect : beam.made.defects)
+        text += Printable(BeamMessage(defect, beam.file.name)) + '\n';
+    for (const MemberFile& member : beam.members)
+        for (const Defect& defect : member.Check().defects)
+            text += Printable(defect.Text(member.Name())) + '\n';
+    return text + beam.file.name + ": 1 beam, " + CountOf(beam.members.size(), "combination") + ", " +
+           CountOf(Count(beam, Severity::Error), "error") + ", " + CountOf(Count(beam, Severity::Warning), "warning") +
+           NotesText(Count(beam, Severity::Note)) + '\n';
+}
+
+Json JsonOf(const Beam& beam)
+{
+    Json defects = Json::array();
+    for (const Defect& defect : beam.made.defects)
+        defects.push_back(JsonOf(defect));
+    return {{"file", beam.file.name},
+            {"members", beam.members.size()},
+            {"errors", Count(beam, Severity::Error)},
+            {"warnings", WarningsJson(WarningsOf(beam))},
+            {"defects", std::move(defects)}};
+}
+
+// Whether the bytes were a beam, and what was said of it.
+bool ValidateBeam(const std::string& name, const std::string& bytes, const ValidateOptions& options,
+                  const Console& console, Json& files, ExitCode& worst)
+{
+    if (!IsBeamText(name, bytes)) return false;
+    const Beam beam = ReadAndJudge(name, bytes, options);
+    if (Count(beam, Severity::Error) > 0) worst = EXIT_BAD_INPUT;
+    if (options.format == Format::JSON)
+        files.push_back(JsonOf(beam));
+    else
+        console.out(TextOf(beam));
+    return true;
+}
+#else
+bool ValidateBeam(const std::string& name, const std::string& bytes, const ValidateOptions&, const Console&, Json&,
+                  ExitCode&)
+{
+    if (!IsBeamText(name, bytes)) return false;
+    throw BadInput(name + ": a beam file, and this ksteel was built without Eigen, which it needs");
+}
+#endif
+
 } // namespace
 
 ExitCode Validate(const ValidateOptions& options, const Console& console)
@@ -80,7 +155,9 @@ ExitCode Validate(const ValidateOptions& options, const Console& console)
     Json files = Json::array();
     for (const std::string& path : options.files) {
         try {
-            MemberFile file(ReadText(path, console.in), options.reading);
+            const std::string bytes = ReadBytes(path, console.in);
+            if (ValidateBeam(NameOfInput(path), bytes, options, console, files, worst)) continue;
+            MemberFile file(DecodeText(NameOfInput(path), bytes), options.reading);
             if (options.code.code) AddCodeDefects(file, options.code);
             if (file.Check().Errors() > 0) worst = EXIT_BAD_INPUT;
             if (options.format == Format::JSON)

@@ -2,16 +2,31 @@
 
 #include <new>
 
+#include "beamfile/BeamText.h"
+#include "check/DesignCodes.h"
 #include "stream/MemberPieceReader.h"
 #include "text/Sha256.h"
 #include "text/Text.h"
+#ifdef KELTRIX_HOST_WITH_STATICS
+#include "check/CheckedBeam.h"
+#endif
 
 namespace Keltrix::App {
 
+namespace {
+
+// A beam file is one piece: it has no END lines.
+bool IsBeam(const std::string& name, const MemberPiece& piece)
+{
+    return piece.start.bytes == 0 && !piece.isTooLarge && IsBeamText(name, piece.bytes);
+}
+
+} // namespace
+
 MemberLoop::MemberLoop(const Console& console, const ReadingOptions& reading, UseMember use,
-                       std::function<void(const Refusal&)> refused) :
+                       std::function<void(const Refusal&)> refused, BeamUse beams) :
     m_console(console),
-    m_reading(reading), m_use(std::move(use)), m_refused(std::move(refused))
+    m_reading(reading), m_use(std::move(use)), m_refused(std::move(refused)), m_beams(std::move(beams))
 {}
 
 void MemberLoop::Leave(const Refusal& refusal)
@@ -49,6 +64,7 @@ void MemberLoop::UseFile(const std::string& path)
 void MemberLoop::UsePiece(const std::string& name, const MemberPiece& piece)
 {
     try {
+        if (IsBeam(name, piece)) return UseBeam(name, piece);
         const MemberFile file(name, piece, m_reading);
         for (const Defect& defect : file.Check().defects)
             m_console.err(defect.Text(name));
@@ -59,6 +75,41 @@ void MemberLoop::UsePiece(const std::string& name, const MemberPiece& piece)
         Refuse({name, piece.FirstLine(), {}, {failure.what()}});
     }
 }
+
+#ifdef KELTRIX_HOST_WITH_STATICS
+void MemberLoop::UseBeam(const std::string& name, const MemberPiece& piece)
+{
+    const Design::DesignCode* code = m_beams.code;
+    if (!code && !DesignCodes().empty()) code = DefaultCode().code;
+    const Beam beam = ReadBeam(name, piece.bytes, m_reading, code);
+    std::vector<std::string> errors;
+    for (const Defect& defect : beam.made.defects) {
+        m_console.err(BeamMessage(defect, name));
+        if (defect.severity == Severity::Error) errors.push_back(BeamMessage(defect, name));
+    }
+    if (!errors.empty()) return Leave({name, 1, beam.file.title, std::move(errors), WarningsOf(beam)});
+    try {
+        if (m_beams.use) {
+            m_worst = Worse(m_worst, m_beams.use(beam));
+            return;
+        }
+    } catch (const BadInput& failure) {
+        return Refuse({name, 1, beam.file.title, {failure.what()}, WarningsOf(beam)});
+    } catch (const std::bad_alloc&) {
+        return Refuse({name, 1, beam.file.title, {name + ": not enough memory for this beam"}});
+    }
+    for (const MemberFile& member : beam.members) {
+        for (const Defect& defect : member.Check().defects)
+            m_console.err(defect.Text(member.Name()));
+        UseOne(member, 0);
+    }
+}
+#else
+void MemberLoop::UseBeam(const std::string& name, const MemberPiece&)
+{
+    Refuse({name, 0, {}, {name + ": a beam file, and this ksteel was built without Eigen, which it needs"}});
+}
+#endif
 
 // Errors between members are of none of them.
 void MemberLoop::RefuseStrayLines(const MemberFile& file)
@@ -90,9 +141,9 @@ void MemberLoop::UseOne(const MemberFile& file, std::size_t i)
 }
 
 ExitCode ForEachMember(const std::vector<std::string>& files, const ReadingOptions& reading, const Console& console,
-                       const UseMember& use)
+                       const UseMember& use, const BeamUse& beams)
 {
-    MemberLoop loop(console, reading, use);
+    MemberLoop loop(console, reading, use, {}, beams);
     for (const std::string& path : files)
         loop.UseFile(path);
     return loop.Worst();

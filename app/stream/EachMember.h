@@ -8,9 +8,24 @@
 #include "io/Failure.h"
 #include "memberfile/MemberFile.h"
 
+namespace Keltrix::Design {
+class DesignCode;
+}
+namespace Keltrix::Host {
+struct Beam;
+}
+
 namespace Keltrix::App {
 
 using UseMember = std::function<ExitCode(const MemberFile&, std::size_t)>;
+
+/// What becomes of beam files among the member files.
+struct BeamUse {
+    /// Gives the modulus of elasticity and the standard of the combinations; without one the default code does.
+    const Design::DesignCode* code = nullptr;
+    /// Called for each beam; without it the members of a beam's combinations are members by themselves.
+    std::function<ExitCode(const Beam&)> use = {};
+};
 
 /// A member, or a whole file, that cannot be used.
 struct Refusal {
@@ -21,14 +36,14 @@ struct Refusal {
     std::vector<MemberWarning> warnings = {};
 };
 
-/// Calls `use` for the members that reading accepts, one after another and in the memory of one. What is wrong with the
+/// Calls `use` for the members that reading accepts, one after another and in the memory of one, beam files included. What is wrong with the
 /// others, and what reading loses of these, goes to the console's errors; a file or member that cannot be used does not
 /// keep the others from it.
 class MemberLoop {
 public:
     /// `refused` is called for each member or file that cannot be used, after its messages.
     MemberLoop(const Console& console, const ReadingOptions& reading, UseMember use,
-               std::function<void(const Refusal&)> refused = {});
+               std::function<void(const Refusal&)> refused = {}, BeamUse beams = {});
 
     void UseFile(const std::string& path);
     void UsePiece(const std::string& name, const MemberPiece& piece);
@@ -39,6 +54,7 @@ public:
     ExitCode Worst() const { return m_worst; }
 
 private:
+    void UseBeam(const std::string& name, const MemberPiece& piece);
     void UseOne(const MemberFile& file, std::size_t i);
     void RefuseStrayLines(const MemberFile& file);
     void Leave(const Refusal& refusal);
@@ -47,11 +63,12 @@ private:
     const ReadingOptions m_reading;
     UseMember m_use;
     std::function<void(const Refusal&)> m_refused;
+    BeamUse m_beams;
     ExitCode m_worst = EXIT_FINE;
 };
 
 /// Uses every member of the files, in order, and returns the worst exit code of all.
 ExitCode ForEachMember(const std::vector<std::string>& files, const ReadingOptions& reading, const Console& console,
-                       const UseMember& use);
+                       const UseMember& use, const BeamUse& beams = {});
 
 } // namespace Keltrix::App

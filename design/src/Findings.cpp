@@ -45,6 +45,11 @@ CString QuantityText(Quantity quantity, double value, const CDesFormat& fmt)
         return fmt.Moment(value);
     case Quantity::Stress:
         return fmt.Stress(value);
+    case Quantity::Length: {
+        CString text;
+        text.Format(L"%.4g mm", value * 1e3);
+        return text;
+    }
     case Quantity::None:
         break;
     }

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <iterator>
+#include <limits>
+#include <map>
 #include <tuple>
 #include <utility>
 
@@ -60,6 +64,8 @@ const char* QuantityWord(Design::Quantity quantity)
         return "moment";
     case Design::Quantity::Stress:
         return "stress";
+    case Design::Quantity::Length:
+        return "length";
     default:
         return "";
     }
@@ -67,13 +73,18 @@ const char* QuantityWord(Design::Quantity quantity)
 
 Json OrNull(double value) { return std::isnan(value) ? Json() : Json(value); }
 
-Json EntryJson(const RuleFinding& entry)
+Json EntryJson(const CheckedMember& checked, const RuleFinding& entry)
 {
-    return JsonObject("rule", Wording(entry.name), "clause", Wording(entry.clause), "status",
-                      Wording(Design::StatusName(entry.status)), "reason", Wording(entry.reason), "start", entry.start,
-                      "end", entry.end, "utilisation", entry.utilisation, "slenderness", OrNull(entry.slenderness),
-                      "symbol", Wording(entry.symbol), "quantity", QuantityWord(entry.quantity), "resistance",
-                      entry.resistance, "governing", entry.governing);
+    Json json = JsonObject("rule", Wording(entry.name), "clause", Wording(entry.clause), "status",
+                           Wording(Design::StatusName(entry.status)), "reason", Wording(entry.reason), "start",
+                           entry.start, "end", entry.end, "utilisation", entry.utilisation, "slenderness",
+                           OrNull(entry.slenderness), "symbol", Wording(entry.symbol), "quantity",
+                           QuantityWord(entry.quantity), "resistance", entry.resistance, "governing", entry.governing);
+    if (checked.sources.empty()) return json;
+    const RuleSource& source = checked.sources[static_cast<std::size_t>(&entry - checked.findings.rules.data())];
+    json["combination"] = source.combination;
+    if (!std::isnan(source.demand)) json["demand"] = source.demand;
+    return json;
 }
 
 const char* PlaceName(Design::Place place)
@@ -159,6 +170,18 @@ Json ResistancesJson(const Design::MemberFindings& findings)
 std::string CheckedMember::Section() const { return Utf8(member->GetKeltrixSec().Component(0).Description(true)); }
 
 std::string CheckedMember::Grade() const { return Utf8(member->GetGrade().Name()); }
+
+double CheckedMember::Utilisation() const
+{
+    const double strength = result->UtilOverAll();
+    return std::isnan(strength) || serviceability <= strength ? strength : serviceability;
+}
+
+std::string CheckedMember::CombinationOf(const RuleFinding* entry) const
+{
+    if (!entry || sources.empty()) return {};
+    return sources[static_cast<std::size_t>(entry - findings.rules.data())].combination;
+}
 
 std::string StatusText(bool passed, bool failed)
 {
@@ -385,6 +408,96 @@ void Merge(Design::Extremes& extremes, const Design::Extremes& other, bool isFir
     }
 }
 
+// Whether a is worse than b; not-a-number is the worst of all.
+bool IsWorse(double a, double b) { return std::isnan(b) ? false : !(a <= b); }
+
+// The rules of several cases, each at each place with the case in which it is worst.
+class RuleMerger {
+public:
+    void Add(const std::vector<RuleFinding>& rules, const std::string& name)
+    {
+        for (const RuleFinding& rule : rules) {
+            const auto [at, isNew] = m_places.emplace(KeyOf(rule), m_merged.size());
+            if (isNew)
+                m_merged.push_back({rule, {name, std::numeric_limits<double>::quiet_NaN()}});
+            else if (IsWorseThan(rule, m_merged[at->second].rule))
+                m_merged[at->second] = {rule, {name, std::numeric_limits<double>::quiet_NaN()}};
+            if (rule.governing && (m_governing == NONE || IsWorse(rule.utilisation, m_most))) {
+                m_governing = at->second;
+                m_most = rule.utilisation;
+            }
+        }
+    }
+
+    void Finish(CheckedMember& envelope)
+    {
+        for (std::size_t i = 0; i < m_merged.size(); ++i)
+            m_merged[i].rule.governing = i == m_governing;
+        const auto isNeedless = [&](const Merged& one) {
+            return one.rule.status == Design::CheckStatus::NotApplicable && Applies(one.rule.rule);
+        };
+        std::vector<Merged> kept;
+        std::copy_if(m_merged.begin(), m_merged.end(), std::back_inserter(kept), std::not_fn(isNeedless));
+        std::stable_sort(kept.begin(), kept.end(),
+                         [](const Merged& a, const Merged& b) { return a.rule.rule < b.rule.rule; });
+        envelope.findings.rules.clear();
+        envelope.sources.clear();
+        for (const Merged& one : kept) {
+            envelope.findings.rules.push_back(one.rule);
+            envelope.sources.push_back(one.source);
+        }
+    }
+
+private:
+    struct Merged {
+        RuleFinding rule;
+        RuleSource source;
+    };
+    using Key = std::tuple<int, std::wstring, double, double, int, std::wstring>;
+    static constexpr std::size_t NONE = static_cast<std::size_t>(-1);
+
+    static Key KeyOf(const RuleFinding& rule)
+    {
+        const auto place = [](double x) { return std::isnan(x) ? std::numeric_limits<double>::lowest() : x; };
+        const int group = rule.WasEvaluated() ? -1 : static_cast<int>(rule.status);
+        // What was not evaluated for two reasons has two.
+        const bool isOpen = rule.status == Design::CheckStatus::NotEvaluated;
+        return {rule.rule, rule.clause, place(rule.start), place(rule.end), group, isOpen ? rule.reason : L""};
+    }
+
+    static bool IsWorseThan(const RuleFinding& a, const RuleFinding& b)
+    {
+        const bool fails = a.status == Design::CheckStatus::Failed;
+        if (fails != (b.status == Design::CheckStatus::Failed)) return fails;
+        return IsWorse(a.utilisation, b.utilisation);
+    }
+
+    // Whether a rule applies in one of the cases at least.
+    bool Applies(int rule) const
+    {
+        return std::any_of(m_merged.begin(), m_merged.end(), [&](const Merged& one) {
+            return one.rule.rule == rule && one.rule.status != Design::CheckStatus::NotApplicable;
+        });
+    }
+
+    std::map<Key, std::size_t> m_places;
+    std::vector<Merged> m_merged;
+    std::size_t m_governing = NONE;
+    double m_most = 0.0;
+};
+
+void Merge(std::vector<Design::Assumption>& list, const std::vector<Design::Assumption>& others)
+{
+    const auto same = [](double a, double b) { return a == b || (std::isnan(a) && std::isnan(b)); };
+    for (const Design::Assumption& other : others) {
+        const bool isKnown = std::any_of(list.begin(), list.end(), [&](const Design::Assumption& one) {
+            return CString(one.name) == CString(other.name) && CString(one.text) == CString(other.text) &&
+                   same(one.value, other.value) && same(one.start, other.start) && same(one.end, other.end);
+        });
+        if (!isKnown) list.push_back(other);
+    }
+}
+
 } // namespace
 
 std::string DifferenceOf(const CheckedMember& member, const CheckedMember& other)
@@ -399,12 +512,15 @@ CheckedMember Envelope(std::vector<CheckedMember> cases)
     });
     CMemberResult merged = *cases.front().result;
     CheckedMember all;
+    RuleMerger rules;
     all.passed = true;
     for (std::size_t i = 0; i < cases.size(); ++i) {
         if (i > 0) merged += *cases[i].result;
         all.passed = all.passed && cases[i].passed;
         all.failed = all.failed || cases[i].failed;
         all.warnings.insert(all.warnings.end(), cases[i].warnings.begin(), cases[i].warnings.end());
+        rules.Add(cases[i].findings.rules, cases[i].caseName.empty() ? cases[i].name : cases[i].caseName);
+        Merge(all.findings.assumptions, cases[i].findings.assumptions);
         Merge(all.findings.positions, cases[i].findings.positions);
         Merge(all.momentMajor, cases[i].momentMajor, i == 0);
         Merge(all.momentMinor, cases[i].momentMinor, i == 0);
@@ -415,6 +531,8 @@ CheckedMember Envelope(std::vector<CheckedMember> cases)
     envelope.failed = all.failed || envelope.result->HasFailed();
     envelope.warnings = std::move(all.warnings);
     envelope.findings.positions = std::move(all.findings.positions);
+    envelope.findings.assumptions = std::move(all.findings.assumptions);
+    rules.Finish(envelope);
     envelope.momentMajor = all.momentMajor;
     envelope.momentMinor = all.momentMinor;
     return envelope;
@@ -450,7 +568,7 @@ Json HeadlineJson(const CheckedMember& checked)
     const RuleFinding* const governing = checked.findings.Governing();
     return JsonObject("schema", JSON_SCHEMA, "file", checked.file, "line", checked.line, "title", checked.title,
                       "section", checked.Section(), "grade", checked.Grade(), "status", checked.Status(), "overall",
-                      checked.result->UtilOverAll(), "governing", governing ? EntryJson(*governing) : Json(),
+                      checked.Utilisation(), "governing", governing ? EntryJson(checked, *governing) : Json(),
                       "warnings", WarningsJson(checked.warnings), "flags", FlagWords(checked.result->GetFlags()),
                       "class", checked.member->SectionClass(), "design_strength",
                       checked.findings.designStrength.value);
@@ -461,7 +579,7 @@ Json JsonOf(const CheckedMember& checked)
     const SubspanEffectiveLengthData lengths = checked.member->GetEffectiveLengths();
     Json checks = Json::array();
     for (const RuleFinding& entry : checked.findings.rules)
-        checks.push_back(EntryJson(entry));
+        checks.push_back(EntryJson(checked, entry));
     Json assumptions = Json::array();
     for (const Design::Assumption& assumption : checked.findings.assumptions)
         assumptions.push_back(JsonObject("name", Wording(assumption.name), "text", Wording(assumption.text), "value",

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <deque>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,11 +14,19 @@
 
 namespace Keltrix::Host {
 
+/// What an envelope knows of a finding beyond the finding itself.
+struct RuleSource {
+    std::string combination; ///< the load case or combination that it comes from
+    /// What is compared with the resistance, where the resistance is a limit of deflection: m. Else not-a-number.
+    double demand = std::numeric_limits<double>::quiet_NaN();
+};
+
 /// A member with the findings of its check. The member holds the address of the result, so neither moves.
 struct CheckedMember {
     std::string file;
-    LineNumber line = 1; ///< of its TITLE line
-    std::string name;    ///< how messages call it
+    LineNumber line = 1;  ///< of its TITLE line
+    std::string name;     ///< how messages call it
+    std::string caseName; ///< how an envelope calls it; empty: as messages do
     std::string title;
     const Design::DesignCode* code = nullptr;
     std::unique_ptr<Design::CodeMember> coded; ///< owns the member
@@ -31,9 +41,23 @@ struct CheckedMember {
     Design::Extremes momentMajor, momentMinor;
     bool passed = false; ///< every rule that applies was evaluated, and none failed
     bool failed = false;
+    /// Of an envelope: where each of the findings' rules comes from, in their order. Empty for a single load case.
+    std::vector<RuleSource> sources;
+    /// Of a beam: the largest utilisation of a limit of deflection.
+    double serviceability = 0.0;
+    /// Of a beam: the record of the combination with the largest utilisation, whose text is shown; `result` has the values of all.
+    std::unique_ptr<Steel::CMemberResult> shown;
+    std::string shownCombination;
+    std::deque<CString> texts; ///< of findings that no design code made
 
     std::string Section() const;
     std::string Grade() const;
+    /// The largest utilisation of all that was checked; not-a-number is the largest of all.
+    double Utilisation() const;
+    /// The record whose text is the calculation.
+    const Steel::CMemberResult& ShownResult() const { return shown ? *shown : *result; }
+    /// The load case or combination of one of the findings' rules; empty where there is one case alone.
+    std::string CombinationOf(const Design::RuleFinding* entry) const;
     /// "pass", "fail", or "not checked" where nothing could be checked; only the first passes.
     std::string Status() const;
     /// The warnings that the check added to those of the file.
@@ -60,8 +84,9 @@ CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoic
 std::string DifferenceOf(const CheckedMember& member, const CheckedMember& other);
 
 /// Load cases of one member merged into one: utilisations, flags and texts as the result record merges them, local
-/// findings and warnings of all cases, the worst status. Rules, resistances and effective lengths are those of the case
-/// with the largest utilisation.
+/// findings, assumptions and warnings of all cases, the worst status. Each rule at each place is that of the case in which it is worst, with the
+/// case's name: not-a-number and a failure without a number are worse than any utilisation, and a rule that was not evaluated in one of the
+/// cases stays. Resistances and effective lengths are those of the case with the largest utilisation.
 CheckedMember Envelope(std::vector<CheckedMember> cases);
 
 /// "fail" where a check failed, else "pass" where every rule that applies was evaluated, else "not checked".

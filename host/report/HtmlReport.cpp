@@ -47,13 +47,13 @@ HtmlReport::HtmlReport(TitleBlock block, std::unique_ptr<SheetStore> sheets) :
     m_block(std::move(block)), m_sheets(std::move(sheets))
 {}
 
-void HtmlReport::Add(const CheckedMember& checked)
+void HtmlReport::Add(const CheckedMember& checked, const LoadPart& loads)
 {
     std::string id = "m";
     id += std::to_string(m_rows.size() + 1);
-    m_sheets->Add(MemberSheet(checked, m_block, id));
+    m_sheets->Add(MemberSheet(checked, m_block, id, loads));
     m_rows.push_back({id, checked.file, checked.title, checked.Section(), checked.Grade(), checked.Status(),
-                      CountText(checked.warnings), checked.Governing(), checked.result->UtilOverAll(), m_rows.size()});
+                      CountText(checked.warnings), checked.Governing(), checked.Utilisation(), m_rows.size()});
 }
 
 void HtmlReport::Write(const TextSink& put)

@@ -32,7 +32,8 @@ public:
     explicit HtmlReport(TitleBlock block);
     HtmlReport(TitleBlock block, std::unique_ptr<SheetStore> sheets);
 
-    void Add(const CheckedMember& checked);
+    /// `loads` makes the part about the loads of a beam, for its sheet.
+    void Add(const CheckedMember& checked, const LoadPart& loads = {});
     /// What was said about the files while they were read; it belongs to the report too.
     void AddRemark(std::string message) { m_remarks.push_back(std::move(message)); }
     /// A file that was read to its end, and the SHA-256 of its bytes.

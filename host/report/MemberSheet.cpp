@@ -107,8 +107,10 @@ std::string VerdictHtml(const CheckedMember& checked)
     std::string html = status == "pass" ? "<p class=\"verdict\">" : "<p class=\"verdict fails\">";
     html += StatusHtml(status) +
             (checked.warnings.empty() ? "" : ", <span class=\"orange\">" + CountText(checked.warnings) + "</span>") +
-            ", utilisation <b>" + UtilText(checked.result->UtilOverAll()) + "</b>, governed by " +
+            ", utilisation <b>" + UtilText(checked.Utilisation()) + "</b>, governed by " +
             EscapedHtml(WithUnitsKept(checked.Governing()));
+    const std::string combination = checked.CombinationOf(checked.findings.Governing());
+    if (!combination.empty()) html += ", in " + Isolated(combination);
     return html + ".</p>\n" + WarningsHtml(checked);
 }
 
@@ -187,6 +189,16 @@ std::string SubSpanTable(const DrawnLayout& layout)
     return html + "</tbody></table>\n";
 }
 
+// Forces, lengths and critical loads of an envelope are those of one combination.
+std::string ShownHtml(const CheckedMember& checked)
+{
+    if (checked.shownCombination.empty()) return {};
+    return "<p>Of the combination " + Isolated(checked.shownCombination) +
+           ", in which the largest utilisation of strength was found; so are effective lengths, resistances, the "
+           "elastic critical load and "
+           "the calculation below.</p>\n";
+}
+
 std::string ActionsHtml(const std::string& id, const DrawnLayout& layout, const MemberAxis& axis)
 {
     std::string html;
@@ -257,6 +269,7 @@ std::string SectionLine(const CheckedMember& checked)
 std::string ResistanceText(const RuleFinding& entry)
 {
     if (std::isnan(entry.resistance)) return {};
+    // A limit of deflection.
     const CString value = Design::QuantityText(entry.quantity, entry.resistance, CDesFormat());
     return Wording(entry.symbol) + " = " + EscapedHtml(Utf8(value));
 }
@@ -267,7 +280,7 @@ std::string PlaceText(const RuleFinding& entry)
     return entry.start == entry.end ? "at " + Metres(entry.start) : Metres(entry.start) + " to " + Metres(entry.end);
 }
 
-std::string CheckRow(const RuleFinding& entry)
+std::string CheckRow(const RuleFinding& entry, const CheckedMember& checked)
 {
     const bool fails = entry.status == Design::CheckStatus::Failed;
     std::string html = entry.governing ? "<tr class=\"governs\">" : "<tr>";
@@ -276,18 +289,22 @@ std::string CheckRow(const RuleFinding& entry)
             (entry.utilisation == 0.0 ? std::string() : UtilText(entry.utilisation)) + "</td><td class=\"n\">" +
             ResistanceText(entry) + "</td><td>" + StatusHtml(fails ? "fail" : "pass");
     if (entry.reason[0] != L'\0') html += ": " + Wording(entry.reason);
+    if (!checked.sources.empty()) html += "</td><td>" + Isolated(checked.CombinationOf(&entry));
     return html + "</td></tr>\n";
 }
 
 // In the short form with the largest utilisation of each rule, and every failure.
-std::string CheckTable(const Design::MemberFindings& findings, bool isBrief)
+std::string CheckTable(const CheckedMember& checked, bool isBrief)
 {
-    std::string html = TableHead("Checks that were evaluated", {"Check", "Clause", "Where"},
-                                 {"Utilisation", "Resistance"}, {"Result"});
+    const Design::MemberFindings& findings = checked.findings;
+    std::string html = checked.sources.empty() ? TableHead("Checks that were evaluated", {"Check", "Clause", "Where"},
+                                                           {"Utilisation", "Resistance"}, {"Result"})
+                                               : TableHead("Checks that were evaluated", {"Check", "Clause", "Where"},
+                                                           {"Utilisation", "Resistance"}, {"Result", "Combination"});
     for (const RuleFinding& entry : findings.rules) {
         const bool isShown =
             !isBrief || entry.status == Design::CheckStatus::Failed || &entry == findings.Worst(entry.rule);
-        if (entry.WasEvaluated() && isShown) html += CheckRow(entry);
+        if (entry.WasEvaluated() && isShown) html += CheckRow(entry, checked);
     }
     return html + "</tbody></table>\n";
 }
@@ -566,7 +583,8 @@ std::vector<std::string> FlagSentences(int flags)
     return sentences;
 }
 
-std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, const std::string& id)
+std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, const std::string& id,
+                        const LoadPart& loads)
 {
     const DrawnLayout layout{checked.member->GetMemberPointVec(), checked.member->GetSubSpanVec()};
     const CSection section = checked.member->GetKeltrixSec();
@@ -576,9 +594,11 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
 
     std::string html = "<h2 id=\"" + id + "-h\">" + Isolated(checked.title) + "</h2>\n" +
                        TitleBlockHtml(checked, block) + VerdictHtml(checked);
+    if (loads) html += Part(id, "beam", "Loads", loads(id + "-beam", block.isBrief));
     const std::string drawing = "<figure>" + MemberSvg(id + "-elevation", layout, axis, component) + "</figure>\n" +
                                 StandingHtml(layout, section);
-    const std::string actions = Part(id, "actions", "Forces and moments", ActionsHtml(id, layout, axis));
+    const std::string actions =
+        Part(id, "actions", "Forces and moments", ShownHtml(checked) + ActionsHtml(id, layout, axis));
     const std::vector<std::string> set = FlagSentences(checked.result->GetFlags());
     const std::vector<std::string> assumed = AssumptionSentences(findings);
     const std::string flags = Part(id, "flags", "Flags and assumptions",
@@ -594,10 +614,10 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
         return "<div class=\"brief\">\n" + html + Part(id, "member", "Member", drawing + FewPoints(layout)) + actions +
                Part(id, "steel", "Section", SectionLine(checked)) +
                Part(id, "checks", "Checks",
-                    CheckTable(findings, true) + IdleTable(findings, true) + BucklingLine(checked)) +
+                    CheckTable(checked, true) + IdleTable(findings, true) + BucklingLine(checked)) +
                flags +
                calculation("Calculation, governing position and span", CalculationHtml(findings, true),
-                           checked.result->GetVerbose()) +
+                           checked.ShownResult().GetVerbose()) +
                "</div>\n";
 
     html += Part(id, "member", "Member", drawing + PointTable(layout) + SubSpanTable(layout)) + actions;
@@ -606,9 +626,10 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
     html +=
         Part(id, "checks", "Checks",
              (chart.empty() ? "<p>No check has a utilisation above zero.</p>\n" : "<figure>" + chart + "</figure>\n") +
-                 CheckTable(findings, false) + InformationTable(findings) + IdleTable(findings, false));
+                 CheckTable(checked, false) + InformationTable(findings) + IdleTable(findings, false));
     html += Part(id, "critical", "Elastic critical load", BucklingHtml(id, checked, layout, axis));
-    return html + flags + calculation("Calculation", CalculationHtml(findings, false), checked.result->GetVerbose()) +
+    return html + flags +
+           calculation("Calculation", CalculationHtml(findings, false), checked.ShownResult().GetVerbose()) +
            RenderHtml(ReadMarkup(ReportKey()));
 }
 

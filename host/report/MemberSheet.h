@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "check/CheckedMember.h"
@@ -28,9 +29,13 @@ struct TitleBlock {
     bool isBrief = false; ///< the short form: the calculation of the governing position and span alone
 };
 
+/// Makes the part of a sheet about the loads that the forces follow from, with ids that start with `id`.
+using LoadPart = std::function<std::string(const std::string& id, bool isBrief)>;
+
 /// The calculation sheet of one member, the content of an article of HTML. All ids in it start with `id`; that of its heading
-/// is `id` and "-h".
-std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, const std::string& id);
+/// is `id` and "-h". Without `loads` the forces are those of the input.
+std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, const std::string& id,
+                        const LoadPart& loads = {});
 
 /// "LABEL: a sentence" for each flag of a result.
 std::vector<std::string> FlagSentences(int flags);

@@ -97,6 +97,9 @@ svg .along { stroke: var(--link); stroke-width: 1; stroke-dasharray: 0.01 1.9; s
 svg .warp { fill: var(--link); }
 svg .twist { fill: none; stroke: var(--warn); stroke-width: 0.45; }
 svg .load { fill: none; stroke: var(--fail); stroke-width: 0.4; }
+svg .head { fill: var(--fail); }
+svg .band { fill: var(--fail); fill-opacity: 0.1; stroke: var(--fail); stroke-width: 0.25; }
+svg .over { paint-order: stroke; stroke: var(--page); stroke-width: 0.9; stroke-linejoin: round; }
 svg .ghost { fill: none; stroke: var(--muted); stroke-width: 0.2; stroke-dasharray: 1 0.7; }
 svg .buckled { fill: var(--steel); stroke: var(--ink); stroke-width: 0.2; fill-rule: evenodd; }
 svg .flange { fill: none; stroke-width: 0.55; stroke-linejoin: round; }

@@ -4,6 +4,10 @@
 #include <set>
 #include <stdexcept>
 
+#include "beamfile/BeamText.h"
+#ifdef KELTRIX_HOST_WITH_STATICS
+#include "check/CheckedBeam.h"
+#endif
 #include "check/CheckedMember.h"
 #include "check/DesignCodes.h"
 #include "memberfile/MemberFile.h"
@@ -49,17 +53,22 @@ void Refuse(Outcome& outcome, std::vector<std::string> reasons)
         outcome.diagnostics.push_back({SeverityWord(Severity::Error), outcome.line, {}, std::move(reason)});
 }
 
+void TakeChecked(Outcome& outcome, CheckedMember member)
+{
+    auto checked = std::make_shared<CheckedMember>(std::move(member));
+    outcome.status = checked->Status();
+    outcome.utilisation = checked->Utilisation();
+    outcome.governing = checked->Governing();
+    outcome.findings = checked->findings;
+    for (const MemberWarning& warning : checked->CheckWarnings())
+        outcome.diagnostics.push_back(DiagnosticOf(warning));
+    outcome.checked = std::move(checked);
+}
+
 void CheckInto(Outcome& outcome, const MemberFile& file, std::size_t i, const CodeChoice& choice)
 {
     try {
-        auto checked = std::make_shared<CheckedMember>(CheckMember(file, i, choice, true));
-        outcome.status = checked->Status();
-        outcome.utilisation = checked->result->UtilOverAll();
-        outcome.governing = checked->Governing();
-        outcome.findings = checked->findings;
-        for (const MemberWarning& warning : checked->CheckWarnings())
-            outcome.diagnostics.push_back(DiagnosticOf(warning));
-        outcome.checked = std::move(checked);
+        TakeChecked(outcome, CheckMember(file, i, choice, true));
     } catch (const BadMember& refusal) {
         outcome.status = "refused";
         outcome.diagnostics.push_back(DiagnosticOf(refusal.defect, file.Name()));
@@ -84,6 +93,38 @@ Outcome OutcomeOf(const MemberFile& file, std::size_t i, const CodeChoice& choic
     return outcome;
 }
 
+#ifdef KELTRIX_HOST_WITH_STATICS
+// A beam is one member.
+Outcome OutcomeOfBeam(const std::string& name, std::string_view text, const ReadingOptions& reading,
+                      const CodeChoice& choice)
+{
+    const Beam beam = ReadBeam(name, text, reading, choice.code);
+    Outcome outcome;
+    outcome.line = 1;
+    outcome.title = beam.file.title;
+    for (const Defect& defect : beam.made.defects)
+        outcome.diagnostics.push_back(
+            {SeverityWord(defect.severity), defect.line, defect.code, BeamMessage(defect, name)});
+    try {
+        if (beam.members.empty())
+            outcome.status = "refused";
+        else
+            TakeChecked(outcome, CheckBeam(beam, choice, true));
+    } catch (const BadMember& refusal) {
+        outcome.status = "refused";
+        outcome.diagnostics.push_back(DiagnosticOf(refusal.defect, name));
+    } catch (const BadInput& refusal) {
+        Refuse(outcome, {refusal.what()});
+    }
+    return outcome;
+}
+#else
+Outcome OutcomeOfBeam(const std::string& name, std::string_view, const ReadingOptions&, const CodeChoice&)
+{
+    throw BadInput(name + ": a beam file, and this library was built without Eigen, which it needs");
+}
+#endif
+
 const CheckedMember& CheckedOf(const Outcome& outcome)
 {
     if (!outcome.checked) throw std::invalid_argument("the member was refused: it has no findings");
@@ -106,6 +147,10 @@ Outcomes Check(std::string_view text, const std::string& name, const Settings& s
     Outcomes outcomes;
     const std::string printable = PrintableLine(name);
     try {
+        if (IsBeamText(printable, text)) {
+            outcomes.members.push_back(OutcomeOfBeam(printable, text, {settings.allowGaps, settings.isStrict}, choice));
+            return outcomes;
+        }
         const MemberFile file(DecodeText(printable, text), {settings.allowGaps, settings.isStrict});
         for (const Defect& defect : file.Check().defects)
             if (defect.member == Defect::NO_MEMBER) outcomes.diagnostics.push_back(DiagnosticOf(defect, file.Name()));

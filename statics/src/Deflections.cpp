@@ -7,18 +7,6 @@ namespace Keltrix::Statics {
 
 namespace {
 
-// The terms of a combination that a limit counts.
-std::vector<Term> TermsOf(const Combination& combination, const DeflectionLimit& limit, const Beam& beam)
-{
-    if (limit.counted == Counted::Total) return combination.terms;
-    std::vector<Term> terms;
-    for (const Term& term : combination.terms)
-        // An unknown case stays, for the analysis to refuse.
-        if (term.caseIndex >= beam.cases.size() || beam.cases[term.caseIndex].kind != ActionKind::Permanent)
-            terms.push_back(term);
-    return terms;
-}
-
 bool CountsCamber(const DeflectionLimit& limit) { return limit.counted == Counted::Total && !limit.minor; }
 
 // The checks of a limit before any combination: one for each span to which it applies, with what keeps it from being evaluated.
@@ -83,6 +71,17 @@ std::vector<DeflectionLimit> DeflectionLimitsOf(Basis basis, bool brittleFinish)
     return {limit};
 }
 
+std::vector<Term> CountedTerms(const Beam& beam, const Combination& combination, const DeflectionLimit& limit)
+{
+    if (limit.counted == Counted::Total) return combination.terms;
+    std::vector<Term> terms;
+    for (const Term& term : combination.terms)
+        // An unknown case stays, for the analysis to refuse.
+        if (term.caseIndex >= beam.cases.size() || beam.cases[term.caseIndex].kind != ActionKind::Permanent)
+            terms.push_back(term);
+    return terms;
+}
+
 Extremes SpanDeflections(const Line& line, const Span& span, double camber)
 {
     Reference reference;
@@ -106,7 +105,7 @@ std::vector<DeflectionCheck> CheckDeflections(const Analysis& analysis, const st
         std::vector<DeflectionCheck> ofLimit = ChecksOf(limit, l, spans, camber);
         for (std::size_t c = 0; c < combinations.size(); ++c) {
             if (combinations[c].state != limit.state) continue;
-            const Response response = analysis.Of(TermsOf(combinations[c], limit, analysis.GetBeam()));
+            const Response response = analysis.Of(CountedTerms(analysis.GetBeam(), combinations[c], limit));
             for (DeflectionCheck& check : ofLimit) {
                 const bool counts = CountsCamber(limit) && check.span < camber.size();
                 Take(SpanDeflections(limit.minor ? response.minor : response.major, spans[check.span],

@@ -1,7 +1,7 @@
 # The plain `cmake -S . -B build` on a machine that has a compiler and nothing else.
 
 set(absent -DCMAKE_DISABLE_FIND_PACKAGE_GTest=ON -DCMAKE_DISABLE_FIND_PACKAGE_CLI11=ON
-  -DCMAKE_DISABLE_FIND_PACKAGE_nlohmann_json=ON -DCMAKE_DISABLE_FIND_PACKAGE_Eigen3=ON)
+  -DCMAKE_DISABLE_FIND_PACKAGE_nlohmann_json=ON -DCMAKE_DISABLE_FIND_PACKAGE_tomlplusplus=ON -DCMAKE_DISABLE_FIND_PACKAGE_Eigen3=ON)
 file(REMOVE_RECURSE "${WORK}")
 execute_process(COMMAND ${CMAKE_COMMAND} -S "${SOURCE}" -B "${WORK}" -G ${GENERATOR} "-DCMAKE_CXX_COMPILER=${CXX}" ${absent}
   RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE output)
@@ -9,7 +9,7 @@ if(NOT status EQUAL 0)
   message(FATAL_ERROR "configuring failed:\n${output}")
 endif()
 foreach(text IN ITEMS
-    "Left out, ksteel: CLI11, nlohmann_json not found (on Debian: apt-get install libcli11-dev nlohmann-json3-dev)"
+    "Left out, ksteel: CLI11, nlohmann_json, tomlplusplus not found (on Debian: apt-get install libcli11-dev nlohmann-json3-dev libtomlplusplus-dev)"
     "Left out, stability (elastic critical loads), statics (beams from loads) and bs5950, which is built on the former: Eigen3 not found (on Debian: apt-get install libeigen3-dev)"
     "Left out, most tests: GTest not found (on Debian: apt-get install libgtest-dev libgmock-dev)"
     "shared libraries: platform, steel, design\n")

@@ -154,6 +154,14 @@ INSTANTIATE_TEST_SUITE_P(
                       OutputRow{"buckling", "buckling --format json - < tests/report/not_held.csv", 1}));
 #endif
 
+#ifdef KELTRIX_HOST_WITH_STATICS
+INSTANTIATE_TEST_SUITE_P(
+    Loads, Schema,
+    ::testing::Values(OutputRow{"loads", "loads --format json tests/report/two_span.toml", 0},
+                      OutputRow{"loads", "loads --format json examples/*.toml", 0},
+                      OutputRow{"loads", "loads --format json tests/report/inclined.toml", 0}));
+#endif
+
 INSTANTIATE_TEST_SUITE_P(
     Output, Schema,
     ::testing::Values(OutputRow{"check", "check --format json examples/*.csv", 0},

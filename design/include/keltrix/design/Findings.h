@@ -26,9 +26,9 @@ enum class CheckStatus { Passed, Failed, NotApplicable, NotEvaluated, OutOfScope
 /// "passed", "failed", "not applicable", "not evaluated", "outside the input", "information"
 KELTRIX_DESIGN_API const wchar_t* StatusName(CheckStatus status);
 
-/// What a resistance is: a force in N, a moment in N·m, a stress in Pa or none.
-enum class Quantity { None, Force, Moment, Stress };
-/// Its text in the user's units: "275 N/mm²".
+/// What a resistance is: a force in N, a moment in N·m, a stress in Pa, a small length in m (a limit of deflection) or none.
+enum class Quantity { None, Force, Moment, Stress, Length };
+/// Its text in the user's units: "275 N/mm²"; of a length in mm.
 KELTRIX_DESIGN_API CString QuantityText(Quantity quantity, double value, const CDesFormat& fmt);
 
 /// What one rule gave at one place.

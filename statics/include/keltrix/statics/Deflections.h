@@ -61,6 +61,10 @@ KELTRIX_STATICS_API std::vector<DeflectionCheck> CheckDeflections(const Analysis
                                                                   const std::vector<DeflectionLimit>& limits,
                                                                   const std::vector<double>& camber = {});
 
+/// The terms of a combination whose deflections a limit counts: all, or those of variable cases alone.
+KELTRIX_STATICS_API std::vector<Term> CountedTerms(const Beam& beam, const Combination& combination,
+                                                   const DeflectionLimit& limit);
+
 /// Largest deflections of a span: from the chord between its supports, from the level of its support on an overhang.
 KELTRIX_STATICS_API Extremes SpanDeflections(const Line& line, const Span& span, double camber = 0.0);
 

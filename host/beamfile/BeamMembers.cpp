@@ -1,0 +1,349 @@
+#include "beamfile/BeamMembers.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <stdexcept>
+
+#include "beamfile/BeamReader.h"
+#include "text/Text.h"
+
+namespace Keltrix::Host {
+
+namespace {
+
+using Statics::Basis;
+using Statics::LimitState;
+using Steel::CRestraint;
+
+// Units (spans of cases) beyond which the search for patterns takes longer than anybody waits.
+constexpr std::size_t MOST_UNITS = 60;
+
+std::string Number(double value) { return value == 0.0 ? "0" : Shortest(value); }
+
+// In words where these mean exactly the same bits, else as the number of them.
+std::string RestraintWords(const CRestraint& restraint)
+{
+    const CRestraint bare(restraint.RestFlag(), Steel::SHR_CENTRE, 0.0);
+    if (bare.RestFlag() == 0) return "Free";
+    const CString words = bare.UserDescription();
+    CRestraint again;
+    if (again.SetDescription(words) && again.RestFlag() == bare.RestFlag()) return Utf8(words);
+    return std::to_string(static_cast<unsigned int>(bare.RestFlag()));
+}
+
+std::string WithoutCommas(std::string text)
+{
+    std::replace(text.begin(), text.end(), ',', ';');
+    return text;
+}
+
+std::string GradeLine(const CSteelGrade& grade)
+{
+    std::string line = "GRADE," + Utf8(grade.Name());
+    if (grade.GetUserPy() == 0.0) return line + '\n';
+    for (const double value : {grade.GetUserPy(), grade.GetUserPu(), grade.GetUserE(), grade.GetMatFactor()})
+        line += ',' + Number(value);
+    return line + '\n';
+}
+
+std::string SubSpanLine(std::size_t index, const Steel::CSubSpan& subSpan)
+{
+    std::string line = "SUBSPAN," + std::to_string(index);
+    for (const Vec3<double>& end :
+         {subSpan.GetForcesLeft(), subSpan.GetForcesRight(), subSpan.GetMomentsLeft(), subSpan.GetMomentsRight()})
+        line += ',' + Number(end.x) + ',' + Number(end.y) + ',' + Number(end.z);
+    return line + ',' + RestraintWords(subSpan.GetRestraint()) + ',' + Number(subSpan.GetRestraint().LoadHeight()) +
+           '\n';
+}
+
+bool StartsWith(const CString& text, const wchar_t* words)
+{
+    return text.View().substr(0, std::wstring_view(words).size()) == words;
+}
+bool Holds(const CString& text, const wchar_t* words) { return text.View().find(words) != std::wstring_view::npos; }
+
+class Maker {
+public:
+    Maker(const BeamFile& file, const Design::DesignCode* code) : m_file(file), m_code(code)
+    {
+        m_made.defects = file.defects;
+    }
+
+    BeamMembers Make()
+    {
+        if (m_file.HasErrors()) return std::move(m_made);
+        m_made.analysis = std::make_unique<Statics::Analysis>(m_file.beam);
+        if (!Analysis().IsAnswered()) {
+            Say(Severity::Error, m_file.supportsLine, "supports", Utf8(Analysis().Reason()));
+        } else if (Analysis().Units().size() > MOST_UNITS) {
+            Say(Severity::Error, m_file.combinationsLine, "pattern",
+                std::to_string(Analysis().Units().size()) +
+                    " spans with loads of their own, all cases together; at most " + std::to_string(MOST_UNITS) +
+                    " can be combined: give pattern = false, or fewer cases");
+        } else {
+            Combine();
+        }
+        if (m_made.HasErrors()) m_made.members.clear();
+        std::stable_sort(m_made.defects.begin(), m_made.defects.end(),
+                         [](const Defect& a, const Defect& b) { return a.line < b.line; });
+        return std::move(m_made);
+    }
+
+private:
+    const Statics::Analysis& Analysis() const { return *m_made.analysis; }
+
+    void Say(Severity severity, LineNumber line, const char* key, std::string text)
+    {
+        Defect defect;
+        defect.severity = severity;
+        defect.line = line;
+        defect.code = "beam";
+        defect.keyword = key;
+        defect.advice = std::move(text);
+        m_made.defects.push_back(std::move(defect));
+    }
+
+    void Combine()
+    {
+        for (const CString& note : Analysis().Notes())
+            Say(Severity::Note, 1, "statics", Utf8(note));
+        std::vector<Statics::CombinationRule> rules;
+        if (const std::optional<Statics::RuleOptions> standard = Standard()) rules = MakeRules(Analysis(), *standard);
+        rules.insert(rules.end(), m_file.own.begin(), m_file.own.end());
+        try {
+            m_made.combinations = Expand(Analysis(), rules);
+            if (m_made.combinations.list.size() > MOST_COMBINATIONS)
+                return Say(Severity::Error, m_file.combinationsLine, "combinations",
+                           std::to_string(m_made.combinations.list.size()) + " of them, at most " +
+                               std::to_string(MOST_COMBINATIONS) + ": give pattern = false, or fewer cases");
+            NoteCombinations();
+            MakeMembers();
+            CheckDeflections();
+        } catch (const std::overflow_error& failure) {
+            Say(Severity::Error, m_file.combinationsLine, "combinations", failure.what());
+        }
+    }
+
+    // Those that the design code goes with; null where it names none.
+    const CombinationStandard* StandardOfCode() const
+    {
+        return m_code ? StandardNamed(m_code->Description().combinations) : nullptr;
+    }
+
+    // Nothing where the file has combinations of its own alone, and where nobody says which.
+    std::optional<Statics::RuleOptions> Standard()
+    {
+        if (m_file.standard || !m_file.own.empty()) return m_file.standard;
+        const CombinationStandard* const standard = StandardOfCode();
+        if (!standard) {
+            Say(Severity::Error, m_file.combinationsLine, "combinations",
+                "got nothing, expected " + StandardWords() + ", or [[combination]]; the design code names none");
+            return std::nullopt;
+        }
+        Say(Severity::Note, m_file.combinationsLine, "combinations",
+            std::string("not given: those of ") + standard->title);
+        return standard->options;
+    }
+
+    void NoteCombinations()
+    {
+        for (const CString& note : m_made.combinations.notes) {
+            const bool isLoss = Holds(note, L"left out") || Holds(note, L"act in no combination");
+            Say(isLoss ? Severity::Warning : Severity::Note, m_file.combinationsLine, "combinations", Utf8(note));
+        }
+    }
+
+    void MakeMembers()
+    {
+        std::vector<Statics::Combination> ultimate;
+        std::vector<std::size_t> places;
+        for (std::size_t i = 0; i < m_made.combinations.list.size(); ++i) {
+            if (m_made.combinations.list[i].state != LimitState::Ultimate) continue;
+            ultimate.push_back(m_made.combinations.list[i]);
+            places.push_back(i);
+        }
+        if (ultimate.empty())
+            return Say(Severity::Error, m_file.combinationsLine, "combinations",
+                       "none of the ultimate limit state, so that there is nothing to check");
+        const std::vector<Statics::GeneratedMember> made = Statics::MakeMembers(Analysis(), ultimate);
+        for (std::size_t i = 0; i < made.size(); ++i) {
+            const std::string name = PrintableLine(Utf8(ultimate[i].name));
+            m_made.members.push_back({name, MemberTextOf(m_file, made[i], name), places[i]});
+            for (const CString& note : made[i].notes)
+                NoteMember(note, name);
+        }
+    }
+
+    // Once for each text, with the first combination that it is about. What the checks do not see of the beam is a warning.
+    void NoteMember(const CString& note, const std::string& combination)
+    {
+        const std::string text = Utf8(note);
+        const auto isKnown = [&](const Defect& defect) {
+            return defect.keyword == "members" && defect.advice.compare(0, text.size(), text) == 0;
+        };
+        if (std::any_of(m_made.defects.begin(), m_made.defects.end(), isKnown)) return;
+        const bool isHarmless = Holds(note, L"divided into up to") || StartsWith(note, L"where loads act at different");
+        const bool isOfAll = StartsWith(note, L"the springs") || StartsWith(note, L"the hinge");
+        Say(isHarmless && !Holds(note, L"at its limit") ? Severity::Note : Severity::Warning, m_file.supportsLine,
+            "members", isOfAll ? text : text + " (first in " + combination + ')');
+    }
+
+    // --- Deflections ---
+
+    // The standard of the limits; nothing where neither the file nor the design code names one.
+    std::optional<Basis> LimitBasis() const
+    {
+        if (m_file.standard) return m_file.standard->basis;
+        const CombinationStandard* const standard = StandardOfCode();
+        return standard ? std::optional(standard->options.basis) : std::nullopt;
+    }
+
+    bool IsColumn() const { return std::abs(m_file.beam.inclination) > std::numbers::pi / 3.0; }
+
+    void CheckDeflections()
+    {
+        const DeflectionWishes& wishes = m_file.deflection;
+        if (m_file.camber.size() > Analysis().Spans().size())
+            Say(Severity::Error, 1, "camber",
+                std::to_string(m_file.camber.size()) + " of them, and the beam has " +
+                    std::to_string(Analysis().Spans().size()) + " spans");
+        if (wishes.isOff) return Say(Severity::Note, wishes.line, "deflection", "not checked, as the file wants");
+        if (wishes.isAsked)
+            OwnLimits();
+        else
+            StandardLimits();
+        m_made.deflections =
+            Statics::CheckDeflections(Analysis(), m_made.combinations.list, m_made.limits, m_file.camber);
+        NoteDeflections();
+    }
+
+    bool HasState(LimitState state) const
+    {
+        const auto& list = m_made.combinations.list;
+        return std::any_of(list.begin(), list.end(), [&](const auto& one) { return one.state == state; });
+    }
+
+    // That with which limits of the file's own are checked.
+    LimitState ServiceState() const
+    {
+        for (const LimitState state :
+             {LimitState::Serviceability, LimitState::Characteristic, LimitState::Frequent, LimitState::QuasiPermanent})
+            if (HasState(state)) return state;
+        return LimitState::Serviceability;
+    }
+
+    void OwnLimits()
+    {
+        const DeflectionWishes& wishes = m_file.deflection;
+        const auto add = [&](const wchar_t* name, Statics::Counted counted, double span, double overhang) {
+            if (span == 0.0 && overhang == 0.0) return;
+            Statics::DeflectionLimit limit;
+            limit.name = name;
+            limit.clause = L"the beam file";
+            limit.counted = counted;
+            limit.state = ServiceState();
+            limit.spanRatio = span;
+            limit.overhangRatio = overhang;
+            m_made.limits.push_back(limit);
+        };
+        add(L"variable loads", Statics::Counted::Variable, wishes.imposed, wishes.cantilever);
+        add(L"all loads", Statics::Counted::Total, wishes.total, wishes.totalCantilever);
+    }
+
+    void StandardLimits()
+    {
+        const LineNumber line = m_file.deflection.line;
+        if (IsColumn())
+            return Say(Severity::Note, line, "deflection", "no limits of beams for a column; give your own");
+        const std::optional<Basis> basis = LimitBasis();
+        if (basis) m_made.limits = Statics::DeflectionLimitsOf(*basis, m_file.brittle.value_or(true));
+        if (m_made.limits.empty())
+            return Say(Severity::Warning, line, "deflection",
+                       std::string("not checked: ") +
+                           (basis ? "EN 1993-1-1 gives no limits" : "no standard is named that has limits") +
+                           "; give deflection = { imposed = 360, total = 250 }");
+        if (!m_file.brittle)
+            Say(Severity::Note, line, "deflection",
+                "not given: span/360 under variable loads, as with a brittle finish; brittle = false is span/200");
+    }
+
+    void NoteDeflections()
+    {
+        const auto& deflections = m_made.deflections;
+        const bool isMissing =
+            std::any_of(deflections.begin(), deflections.end(), [](const auto& check) { return !check.IsEvaluated(); });
+        if (isMissing)
+            Say(Severity::Warning, m_file.deflection.line, "deflection",
+                "not evaluated: " + Utf8(std::find_if(deflections.begin(), deflections.end(), [](const auto& check) {
+                                             return !check.IsEvaluated();
+                                         })->reason));
+        const auto& loads = m_file.beam.loads;
+        if (std::any_of(loads.begin(), loads.end(),
+                        [](const auto& load) { return load.direction == Statics::Direction::Minor; }))
+            Say(Severity::Note, m_file.deflection.line, "deflection", "that across the web is not checked");
+        if ((CSection(Wide(m_file.section)).Component(0).Shape() & CSecGeom::SHAPE_MASK) == CSecGeom::SHAPE_ANGLE &&
+            !deflections.empty())
+            Say(Severity::Warning, m_file.deflection.line, "deflection",
+                "of an angle about the axis of its leg alone: what it moves sideways, as it is not held, is not "
+                "counted");
+        NoteOverhangs();
+    }
+
+    // A limit of spans alone says nothing of an overhang.
+    void NoteOverhangs()
+    {
+        const auto& spans = Analysis().Spans();
+        const bool hasOverhang =
+            std::any_of(spans.begin(), spans.end(), [](const auto& span) { return span.IsOverhang(); });
+        const DeflectionWishes& wishes = m_file.deflection;
+        if (!hasOverhang || !wishes.isAsked) return;
+        if (wishes.cantilever == 0.0 && wishes.totalCantilever == 0.0)
+            Say(Severity::Warning, wishes.line, "deflection", "no limit for the overhang; give cantilever = 180");
+        else if (wishes.total > 0.0 && wishes.totalCantilever == 0.0)
+            Say(Severity::Note, wishes.line, "deflection",
+                "no limit for the overhang under all loads; total-cantilever gives one");
+    }
+
+    const BeamFile& m_file;
+    const Design::DesignCode* m_code;
+    BeamMembers m_made;
+};
+
+} // namespace
+
+bool BeamMembers::HasErrors() const
+{
+    return std::any_of(defects.begin(), defects.end(),
+                       [](const Defect& defect) { return defect.severity == Severity::Error; });
+}
+
+BeamMembers MembersOf(const BeamFile& file, const Design::DesignCode* code) { return Maker(file, code).Make(); }
+
+std::string MemberTextOf(const BeamFile& file, const Statics::GeneratedMember& member, const std::string& combination)
+{
+    std::string text = "TITLE," + WithoutCommas(file.title + ": " + combination) + '\n';
+    text += "SECTION," + file.section + ',' + file.type + '\n' + GradeLine(file.grade);
+    text += "NET_TO_GROSS," + Number(file.netToGross) + '\n';
+    text += "ALLOWABLE_PLASTIC/ELASTIC_RATIO," + Number(file.plasticToElastic) + '\n';
+    text += "SHEAR_LAG_FACTOR," + Number(file.shearLag) + '\n';
+    text += "HEADINGS,YES/NO,Leff Maj,Leff Min,Leff LT\nEFFECTIVE_LENGTH_OVERRIDES,";
+    text += file.effectiveLengths ? "YES" : "NO";
+    if (file.effectiveLengths)
+        for (const double length : *file.effectiveLengths)
+            text += ',' + Number(length);
+    text += '\n';
+    if (file.momentFactor) text += "EQUIVALENT_UNIFORM_MOMENT_FACTOR," + Number(*file.momentFactor) + '\n';
+    text += "HEADINGS,Index,Position,Restraint,Load height\n";
+    for (std::size_t i = 0; i < member.points.size(); ++i) {
+        const CRestraint restraint = member.points[i].GetRestraint();
+        text += "MEMBERPOINT," + std::to_string(i + 1) + ',' + Number(member.points[i].GetPos()) + ',' +
+                RestraintWords(restraint) + ',' + Number(restraint.LoadHeight()) + '\n';
+    }
+    text += "HEADINGS,Index,Fx-L,Fy-L,Fz-L,Fx-R,Fy-R,Fz-R,Mx-L,My-L,Mz-L,Mx-R,My-R,Mz-R,Restraint,Load height\n";
+    for (std::size_t i = 0; i < member.subSpans.size(); ++i)
+        text += SubSpanLine(i + 1, member.subSpans[i]);
+    return text + "END\n";
+}
+
+} // namespace Keltrix::Host

@@ -1,0 +1,220 @@
+#include "check/CheckedBeam.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "text/BadInput.h"
+#include "text/Text.h"
+
+namespace Keltrix::Host {
+
+namespace {
+
+using Design::CheckStatus;
+using Design::RuleFinding;
+
+// A rejection of what the members have from the beam file is one of the beam file.
+BadMember Translated(const Beam& beam, const BadMember& refusal)
+{
+    Defect defect = refusal.defect;
+    defect.field.clear();
+    defect.line = 1;
+    if (defect.keyword == "SECTION") {
+        defect.keyword = "section";
+        defect.line = beam.file.sectionLine;
+    } else if (defect.keyword == "GRADE") {
+        defect.keyword = "grade";
+        defect.line = beam.file.gradeLine;
+    }
+    return {beam.file.name, std::move(defect)};
+}
+
+CheckedMember CheckCase(const Beam& beam, std::size_t i, const CodeChoice& choice, bool withText)
+{
+    try {
+        CheckedMember checked = CheckMember(beam.members[i], 0, choice, withText);
+        checked.caseName = beam.made.members[i].name;
+        return checked;
+    } catch (const BadMember& refusal) {
+        throw Translated(beam, refusal);
+    }
+}
+
+// Each text once, with the combinations that have it.
+std::vector<MemberWarning> Gathered(const Beam& beam, const std::vector<CheckedMember>& cases)
+{
+    struct Found {
+        MemberWarning warning;
+        std::string first;
+        std::size_t more = 0;
+    };
+    std::vector<Found> found;
+    for (const CheckedMember& one : cases) {
+        for (const MemberWarning& warning : one.warnings) {
+            const auto at = std::find_if(found.begin(), found.end(), [&](const Found& known) {
+                return known.warning.text == warning.text && known.warning.code == warning.code;
+            });
+            if (at == found.end())
+                found.push_back({warning, one.caseName, 0});
+            else
+                at->more += at->first != one.caseName;
+        }
+    }
+    std::vector<MemberWarning> warnings;
+    for (Found& one : found) {
+        one.warning.file = beam.file.name;
+        one.warning.line = 1;
+        one.warning.text += " (in " + one.first;
+        if (one.more > 0) one.warning.text += " and " + std::to_string(one.more) + " more";
+        one.warning.text += ')';
+        warnings.push_back(std::move(one.warning));
+    }
+    return warnings;
+}
+
+// --- Deflections as findings ---
+
+std::string Millimetres(double metres) { return Rounded(metres * 1e3, 4) + " mm"; }
+
+RuleFinding FindingOf(const Beam& beam, const Statics::DeflectionCheck& check, int rule, CheckedMember& checked)
+{
+    const auto kept = [&](const CString& text) { return checked.texts.emplace_back(text).GetString(); };
+    const Statics::DeflectionLimit& limit = beam.made.limits[check.limit];
+    const Statics::Span& span = beam.made.analysis->Spans()[check.span];
+    RuleFinding finding;
+    finding.rule = rule;
+    finding.name = kept(L"deflection, " + limit.name);
+    finding.clause = kept(limit.clause);
+    finding.start = span.from;
+    finding.end = span.to;
+    finding.symbol = L"limit";
+    finding.quantity = Design::Quantity::Length;
+    finding.resistance = check.allowed;
+    if (!check.IsEvaluated()) {
+        finding.reason = kept(check.reason);
+        return finding;
+    }
+    finding.utilisation = check.utilisation;
+    finding.status = check.IsPassed() ? CheckStatus::Passed : CheckStatus::Failed;
+    const double ratio = span.IsOverhang() ? limit.overhangRatio : limit.spanRatio;
+    finding.reason =
+        kept(Wide(Millimetres(std::abs(check.deflection)) + (check.deflection < 0.0 ? " upwards" : "") + " at " +
+                  Rounded(check.at, 5) + " m, at most " + Millimetres(check.allowed) + ", L/" + Rounded(ratio, 6)));
+    return finding;
+}
+
+void AddDeflection(const Beam& beam, const Statics::DeflectionCheck& check, int rule, CheckedMember& checked)
+{
+    // Limits that nobody asked for are a warning where they cannot be checked.
+    if (!check.IsEvaluated() && !beam.file.deflection.isAsked) return;
+    RuleSource source;
+    if (check.IsEvaluated()) {
+        const auto place = static_cast<std::size_t>(check.combination);
+        source.combination = PrintableLine(Utf8(beam.made.combinations.list[place].name));
+        source.demand = std::abs(check.deflection);
+    }
+    checked.findings.rules.push_back(FindingOf(beam, check, rule, checked));
+    checked.sources.push_back(std::move(source));
+    const RuleFinding& finding = checked.findings.rules.back();
+    checked.passed = checked.passed && finding.status == CheckStatus::Passed;
+    checked.failed = checked.failed || finding.status == CheckStatus::Failed;
+    if (finding.WasEvaluated() && !(finding.utilisation <= checked.serviceability))
+        checked.serviceability = finding.utilisation;
+}
+
+// What a design code says of deflection, that a member file has no loads for it, is not true of a beam.
+void DropOutside(CheckedMember& checked)
+{
+    std::vector<RuleFinding>& rules = checked.findings.rules;
+    for (std::size_t i = rules.size(); i-- > 0;) {
+        if (rules[i].status != CheckStatus::OutOfScope || std::wstring_view(rules[i].name) != L"deflection") continue;
+        rules.erase(rules.begin() + static_cast<std::ptrdiff_t>(i));
+        checked.sources.erase(checked.sources.begin() + static_cast<std::ptrdiff_t>(i));
+    }
+}
+
+void AddDeflections(const Beam& beam, CheckedMember& checked)
+{
+    if (beam.made.deflections.empty()) return;
+    DropOutside(checked);
+    std::vector<RuleFinding>& rules = checked.findings.rules;
+    int rule = 0;
+    for (const RuleFinding& known : rules)
+        rule = std::max(rule, known.rule + 1);
+    const double strength = checked.result->UtilOverAll();
+    for (const Statics::DeflectionCheck& check : beam.made.deflections)
+        AddDeflection(beam, check, rule + static_cast<int>(check.limit), checked);
+    if (std::isnan(strength) || !(checked.serviceability > strength)) return;
+    for (RuleFinding& finding : rules)
+        finding.governing = false;
+    const auto worst = std::find_if(rules.begin(), rules.end(), [&](const RuleFinding& finding) {
+        return finding.rule >= rule && finding.utilisation == checked.serviceability;
+    });
+    if (worst != rules.end()) worst->governing = true;
+}
+
+} // namespace
+
+Beam ReadBeam(const std::string& name, std::string_view bytes, const ReadingOptions& reading,
+              const Design::DesignCode* code)
+{
+    return MakeBeam(ReadBeamFile(name, bytes, code), reading, code);
+}
+
+Beam MakeBeam(BeamFile file, const ReadingOptions& reading, const Design::DesignCode* code)
+{
+    Beam beam{std::move(file), {}, {}, reading};
+    beam.made = MembersOf(beam.file, code);
+    if (reading.isStrict)
+        for (Defect& defect : beam.made.defects)
+            if (defect.severity == Severity::Warning) defect.severity = Severity::Error;
+    if (beam.made.HasErrors()) return beam;
+    for (const BeamMember& member : beam.made.members)
+        beam.members.emplace_back(SourceText{beam.file.name + " (" + member.name + ')', Wide(member.text)}, reading);
+    return beam;
+}
+
+std::vector<MemberWarning> WarningsOf(const Beam& beam)
+{
+    std::vector<MemberWarning> warnings;
+    for (const Defect& defect : beam.made.defects)
+        if (defect.severity != Severity::Error) warnings.push_back(WarningOf(defect, beam.file.name));
+    return warnings;
+}
+
+CheckedMember CheckBeam(const Beam& beam, const CodeChoice& choice, bool withText)
+{
+    std::vector<CheckedMember> cases;
+    for (std::size_t i = 0; i < beam.members.size(); ++i) {
+        const std::vector<std::string> errors = beam.members[i].ErrorsOf(0);
+        if (!errors.empty()) throw BadInput(errors.front());
+        cases.push_back(CheckCase(beam, i, choice, false));
+    }
+    std::vector<MemberWarning> warnings = WarningsOf(beam);
+    const std::vector<MemberWarning> ofMembers = Gathered(beam, cases);
+    warnings.insert(warnings.end(), ofMembers.begin(), ofMembers.end());
+
+    CheckedMember checked = Envelope(std::move(cases));
+    checked.shownCombination = checked.caseName;
+    if (withText) {
+        const auto& members = beam.made.members;
+        const auto shown = std::find_if(members.begin(), members.end(),
+                                        [&](const BeamMember& one) { return one.name == checked.caseName; });
+        CheckedMember again = CheckCase(beam, static_cast<std::size_t>(shown - members.begin()), choice, true);
+        checked.shown = std::move(again.result);
+        checked.findings.parts = std::move(again.findings.parts);
+        checked.findings.warnings = std::move(again.findings.warnings);
+    }
+    checked.file = checked.name = beam.file.name;
+    checked.line = 1;
+    checked.title = beam.file.title;
+    checked.warnings = std::move(warnings);
+    checked.fileWarnings = beam.made.defects.size();
+    AddDeflections(beam, checked);
+    checked.findings.status = checked.failed   ? Design::Status::Failed
+                              : checked.passed ? Design::Status::Passed
+                                               : Design::Status::NotChecked;
+    return checked;
+}
+
+} // namespace Keltrix::Host

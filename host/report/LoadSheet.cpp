@@ -1,0 +1,29 @@
+#include "report/LoadSheet.h"
+
+#include "loads/LoadText.h"
+#include "report/LoadDrawing.h"
+#include "text/Render.h"
+#include "text/Text.h"
+
+namespace Keltrix::Host {
+
+LoadReport LoadReportOf(const Beam& beam)
+{
+    const BeamMembers& made = beam.made;
+    return MakeLoadReport({*made.analysis, made.combinations, made.limits, made.deflections, beam.file.camber,
+                           beam.file.title, beam.file.section, Utf8(beam.file.grade.Name())});
+}
+
+std::string LoadHtml(const std::string& id, const Beam& beam, bool isBrief)
+{
+    const LoadReport report = LoadReportOf(beam);
+    const Statics::Beam& analysed = beam.made.analysis->GetBeam();
+    std::string html;
+    for (const std::string& drawing : LoadsSvgs(id + "-loads", analysed, report))
+        html += "<figure>" + drawing + "</figure>\n";
+    const std::string envelopes = EnvelopeSvg(id + "-envelopes", analysed, report);
+    if (!envelopes.empty()) html += "<figure>" + envelopes + "</figure>\n";
+    return html + RenderHtml(ReadMarkup(LoadTables(report, isBrief)));
+}
+
+} // namespace Keltrix::Host

@@ -1,0 +1,111 @@
+// Beam files through the program: recognised, checked as one member, shown by combinations, refused.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "AppSupport.h"
+#include "text/Json.h"
+
+namespace Keltrix::App::Trial {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+const std::string BEAM = "title = \"Floor, level 2\"\nsection = \"UB 457x191x67\"\ngrade = \"S275\"\nlength = 6.0\n"
+                         "supports = \"pinned\"\ncombinations = \"bs5950\"\ndeflection = { imposed = 360 }\n"
+                         "[[restraint]]\nfrom = 0\nto = 6\nholds = \"Top flange lateral\"\n"
+                         "[[load]]\ncase = \"Dead\"\nkind = \"permanent\"\nudl = 12.0\n"
+                         "[[load]]\ncase = \"Imposed\"\nkind = \"imposed\"\nudl = 15.0\n";
+
+TEST(BeamCommand, ChecksABeamAsOneMember)
+{
+    const TestDirectory directory;
+    const std::string file = directory.Write("beam.toml", BEAM);
+    const RunResult table = RunKsteel("check --report table '" + file + "'");
+    EXPECT_EQ(table.code, EXIT_FINE) << table.err;
+    EXPECT_EQ(LinesOf(table.out).size(), 2u);
+    EXPECT_THAT(table.out, HasSubstr("Combination"));
+    EXPECT_THAT(table.out, HasSubstr("dead and imposed: 1.4 Dead + 1.6 Imposed"));
+    const auto json = nlohmann::json::parse(RunKsteel("check --format json '" + file + "'").out);
+    ASSERT_EQ(json.size(), 1u);
+    EXPECT_EQ(json[0]["title"], "Floor, level 2");
+    EXPECT_EQ(json[0]["governing"]["combination"], "dead and imposed: 1.4 Dead + 1.6 Imposed");
+}
+
+TEST(BeamCommand, ReadsABeamFromStandardInputAndInWorkers)
+{
+    const TestDirectory directory;
+    const std::string file = directory.Write("beam.txt", BEAM);
+    const std::string one = RunKsteel("check --report table '" + file + "'").out;
+    EXPECT_EQ(LinesOf(RunKsteel("check --report table - <'" + file + "'").out).size(), 2u);
+    EXPECT_EQ(RunKsteel("check --jobs 2 --report table '" + file + "'").out, one);
+}
+
+TEST(BeamCommand, ShowsEachCombinationByItself)
+{
+    const TestDirectory directory;
+    const std::string file = directory.Write("beam.toml", BEAM);
+    const auto json = nlohmann::json::parse(RunKsteel("check --combinations --format json '" + file + "'").out);
+    ASSERT_GE(json.size(), 2u);
+    EXPECT_THAT(json[0]["title"].get<std::string>(), HasSubstr("Floor; level 2: "));
+    EXPECT_FALSE(json[0]["governing"].contains("combination"));
+    double largest = 0.0;
+    for (const auto& member : json)
+        largest = std::max(largest, member["overall"].get<double>());
+    const auto whole = nlohmann::json::parse(RunKsteel("check --format json '" + file + "'").out);
+    EXPECT_EQ(whole[0]["overall"].get<double>(), largest);
+    EXPECT_EQ(nlohmann::json::parse(RunKsteel("spans --format json '" + file + "'").out).size(), json.size());
+    EXPECT_EQ(RunKsteel("report --combinations -o - '" + file + "'").code, EXIT_FINE);
+}
+
+TEST(BeamCommand, FailsAndRefusesByItsExitCode)
+{
+    const TestDirectory directory;
+    EXPECT_EQ(RunKsteel("check '" +
+                        directory.Write("long.toml", BEAM + "[[load]]\ncase = \"Dead\"\npoint = 300\nat = 3\n") + "'")
+                  .code,
+              EXIT_MEMBER_FAILS);
+    const std::string bad = directory.Write("bad.toml", BEAM + "[[load]]\ncase = \"Dead\"\nudl = inf\n");
+    const RunResult refused = RunKsteel("check --format jsonl '" + bad + "'");
+    EXPECT_EQ(refused.code, EXIT_BAD_INPUT);
+    EXPECT_THAT(refused.err, HasSubstr("bad.toml:22: error: load.udl: got inf, expected a load in kN/m"));
+    EXPECT_EQ(nlohmann::json::parse(refused.out)["status"], "refused");
+    EXPECT_EQ(RunKsteel("validate '" + bad + "'").code, EXIT_BAD_INPUT);
+    const RunResult mixed = RunKsteel("check --report table '" + bad + "' '" + directory.Write("good.toml", BEAM) + "'");
+    EXPECT_EQ(mixed.code, EXIT_BAD_INPUT);
+    EXPECT_THAT(mixed.out, HasSubstr("good.toml"));
+}
+
+TEST(BeamCommand, DesignUpdatesTheSelfWeight)
+{
+    const TestDirectory directory;
+    // 20 m under nothing but its own weight: lighter sections weigh less, and each must hold itself.
+    const std::string text =
+        "section = \"UB 1016x305x494\"\ngrade = \"S275\"\nlength = 20\ncombinations = \"bs5950\"\n"
+        "deflection = { total = 200 }\n[[restraint]]\nfrom = 0\nto = 20\nholds = \"Top flange lateral\"\n"
+        "[[load]]\ncase = \"Dead\"\nkind = \"permanent\"\nudl = 0.1\n";
+    const auto json = nlohmann::json::parse(
+        RunKsteel("design --family UB --count 1 --format json '" + directory.Write("beam.toml", text) + "'").out);
+    ASSERT_EQ(json.size(), 1u);
+    const std::string chosen = json[0]["chosen"];
+    // What design chose, checked by itself, has the same utilisation.
+    std::string again = text;
+    again.replace(again.find("UB 1016x305x494"), 15, chosen);
+    const auto check =
+        nlohmann::json::parse(RunKsteel("check --format json '" + directory.Write("chosen.toml", again) + "'").out);
+    EXPECT_EQ(check[0]["overall"], json[0]["passing"][0]["overall"]);
+    EXPECT_EQ(check[0]["status"], "pass");
+}
+
+TEST(BeamCommand, AMemberFileIsStillOne)
+{
+    const TestDirectory directory;
+    const RunResult outcome = RunKsteel("check --report table '" + directory.Write("member.csv", GOOD_MEMBER) + "'");
+    EXPECT_THAT(outcome.out, Not(HasSubstr("Combination")));
+    EXPECT_THAT(RunKsteel("check '" + directory.Write("member.toml", GOOD_MEMBER) + "'").err,
+                HasSubstr("member.toml:1: error: this is a member file"));
+}
+
+} // namespace
+} // namespace Keltrix::App::Trial

@@ -1,0 +1,278 @@
+// docs/beam-file.md and its schema against the reader: every sample is a beam, every key of the reader is in a sample and in the schema.
+
+#include <algorithm>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "beamfile/BeamSupport.h"
+#include "beamfile/Toml.h"
+#include "text/Json.h"
+
+namespace Keltrix::BeamTest {
+namespace {
+
+std::string FileText(const std::string& path)
+{
+    std::ifstream in(KELTRIX_SOURCE_DIR "/" + path, std::ios::binary);
+    EXPECT_TRUE(in) << path;
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+struct Sample {
+    int line;
+    std::string text;
+};
+
+std::vector<Sample> Samples()
+{
+    std::vector<Sample> samples;
+    std::istringstream in(FileText("docs/beam-file.md"));
+    std::string line;
+    bool isIn = false;
+    for (int number = 1; std::getline(in, line); ++number) {
+        if (line.rfind("```", 0) == 0) {
+            isIn = line == "```toml";
+            if (isIn) samples.push_back({number, {}});
+        } else if (isIn) {
+            samples.back().text += line + '\n';
+        }
+    }
+    return samples;
+}
+
+// A fragment with what it leaves out.
+std::string Completed(const std::string& sample)
+{
+    const auto has = [&](const std::string& start) {
+        return sample.rfind(start, 0) == 0 || sample.find('\n' + start) != std::string::npos;
+    };
+    std::string keys;
+    if (!has("section")) keys += "section = \"UB 457x191x67\"\n";
+    if (!has("grade")) keys += "grade = \"S275\"\n";
+    if (!has("length") && !has("spans")) keys += "length = 9.0\n";
+    return keys + sample + (has("[[load]]") ? "" : "[[load]]\nkind = \"imposed\"\nudl = 5.0\n");
+}
+
+// The keys that the reader knows in a table, as its message of an unknown one lists them.
+std::set<std::string> KnownKeys(const std::string& text)
+{
+    const std::string messages = Messages(text);
+    const std::string start = "unknown key \"zzz\", expected ";
+    const std::size_t at = messages.find(start);
+    EXPECT_NE(at, std::string::npos) << messages;
+    std::string list = messages.substr(at + start.size());
+    list = list.substr(0, list.find('\n'));
+    std::set<std::string> keys;
+    for (std::string word; !list.empty();) {
+        const std::size_t end = std::min(list.find(", "), list.find(" or "));
+        keys.insert(list.substr(0, end));
+        list = end == std::string::npos ? "" : list.substr(end + (list[end] == ',' ? 2 : 4));
+    }
+    return keys;
+}
+
+// By the name of the table; "" is the file itself.
+std::map<std::string, std::set<std::string>> AllKeys()
+{
+    return {{"", KnownKeys("zzz = 1\n")},
+            {"supports", KnownKeys("supports = [{ zzz = 1 }]\n")},
+            {"restraint", KnownKeys("[[restraint]]\nzzz = 1\n")},
+            {"case", KnownKeys("[[case]]\nzzz = 1\n")},
+            {"combination", KnownKeys("[[combination]]\nzzz = 1\n")},
+            {"deflection", KnownKeys("deflection = { zzz = 1 }\n")},
+            {"effective-lengths", KnownKeys("effective-lengths = { zzz = 1 }\n")},
+            {"grade", KnownKeys("grade = { zzz = 1 }\n")}};
+}
+
+// Those of a load depend on its shape.
+std::set<std::string> LoadKeys()
+{
+    std::set<std::string> keys;
+    for (const char* shape : {"udl = 1", "trapezoid = [1, 2]", "point = 1", "moment = 1", "axial = 1", "reaction = 1"})
+        keys.merge(KnownKeys("[[load]]\n" + std::string(shape) + "\nzzz = 1\n"));
+    return keys;
+}
+
+TEST(BeamDocs, EverySampleIsABeam)
+{
+    const std::vector<Sample> samples = Samples();
+    EXPECT_GE(samples.size(), 10u);
+    for (const Sample& sample : samples) {
+        const Beam beam = Read(Completed(sample.text));
+        EXPECT_FALSE(beam.made.HasErrors()) << "docs/beam-file.md:" << sample.line << '\n' << Messages(beam);
+    }
+}
+
+TEST(BeamDocs, EveryKeyIsInASample)
+{
+    std::string text;
+    for (const Sample& sample : Samples())
+        text += sample.text;
+    auto all = AllKeys();
+    all["load"] = LoadKeys();
+    for (const auto& [table, keys] : all) {
+        EXPECT_FALSE(keys.empty()) << table;
+        for (const std::string& key : keys) {
+            const bool isTable = text.find("[[" + key + "]]") != std::string::npos;
+            EXPECT_TRUE(isTable || text.find(key + " = ") != std::string::npos) << table << '.' << key;
+        }
+    }
+}
+
+// The properties of an object in the schema, through a reference, a list or a choice.
+std::set<std::string> Properties(const Json& schema, const Json& node)
+{
+    if (node.contains("$ref")) {
+        const std::string name = node["$ref"].get<std::string>();
+        return Properties(schema, schema["$defs"][name.substr(name.rfind('/') + 1)]);
+    }
+    if (node.contains("items")) return Properties(schema, node["items"]);
+    std::set<std::string> names;
+    if (node.contains("properties"))
+        for (const auto& [name, value] : node["properties"].items())
+            names.insert(name);
+    for (const char* choice : {"oneOf", "anyOf"})
+        if (node.contains(choice))
+            for (const Json& one : node[choice])
+                names.merge(Properties(schema, one));
+    return names;
+}
+
+Json JsonOf(const toml::node& node)
+{
+    if (const toml::table* const table = node.as_table()) {
+        Json json = Json::object();
+        for (const auto& [key, value] : *table)
+            json[std::string(key.str())] = JsonOf(value);
+        return json;
+    }
+    if (const toml::array* const list = node.as_array()) {
+        Json json = Json::array();
+        for (const toml::node& item : *list)
+            json.push_back(JsonOf(item));
+        return json;
+    }
+    if (const auto* const text = node.as_string()) return text->get();
+    if (const auto* const flag = node.as_boolean()) return flag->get();
+    return node.value<double>().value();
+}
+
+// The first departure of a value from the schema; empty where there is none. Words of a schema that are not known here are departures.
+class Validator {
+public:
+    explicit Validator(const Json& schema) : m_root(schema) {}
+
+    std::string Check(const Json& value) { return Check(value, m_root, "$"); }
+
+private:
+    std::string Check(const Json& value, const Json& schema, const std::string& at)
+    {
+        for (const auto& [word, rule] : schema.items()) {
+            const std::string fault = CheckWord(value, schema, word, rule, at);
+            if (!fault.empty()) return fault;
+        }
+        return {};
+    }
+
+    std::string CheckWord(const Json& value, const Json& schema, const std::string& word, const Json& rule,
+                          const std::string& at)
+    {
+        const std::set<std::string> silent = {"$schema", "$defs", "title", "description", "default"};
+        if (silent.count(word) != 0) return {};
+        const auto told = [&](bool isFine) { return isFine ? std::string() : at + ": " + word + ' ' + rule.dump(); };
+        if (word == "$ref") {
+            const std::string name = rule.get<std::string>();
+            return Check(value, m_root.at("$defs").at(name.substr(name.rfind('/') + 1)), at);
+        }
+        if (word == "type") return told(IsOfType(value, rule.get<std::string>()));
+        if (word == "enum") return told(std::find(rule.begin(), rule.end(), value) != rule.end());
+        if (word == "const") return told(value == rule);
+        if (word == "oneOf")
+            return told(std::count_if(rule.begin(), rule.end(),
+                                      [&](const Json& one) { return Check(value, one, at).empty(); }) == 1);
+        if (word == "minimum") return told(!value.is_number() || value >= rule);
+        if (word == "maximum") return told(!value.is_number() || value <= rule);
+        if (word == "exclusiveMinimum") return told(!value.is_number() || value > rule);
+        if (word == "minItems") return told(!value.is_array() || value.size() >= rule);
+        if (word == "maxItems") return told(!value.is_array() || value.size() <= rule);
+        if (word == "minProperties") return told(!value.is_object() || value.size() >= rule);
+        if (word == "minLength") return told(!value.is_string() || value.get<std::string>().size() >= rule);
+        if (word == "maxLength") return told(!value.is_string() || value.get<std::string>().size() <= rule);
+        if (word == "required")
+            return told(std::all_of(rule.begin(), rule.end(),
+                                    [&](const Json& name) { return value.contains(name.get<std::string>()); }));
+        return CheckParts(value, schema, word, rule, at);
+    }
+
+    std::string CheckParts(const Json& value, const Json& schema, const std::string& word, const Json& rule,
+                           const std::string& at)
+    {
+        std::string fault;
+        if (word == "items") {
+            for (std::size_t i = 0; value.is_array() && i < value.size() && fault.empty(); ++i)
+                fault = Check(value[i], rule, at + '[' + std::to_string(i) + ']');
+            return fault;
+        }
+        if (word != "properties" && word != "additionalProperties") return at + ": unknown word " + word;
+        const Json none = Json::object();
+        const Json& known = schema.contains("properties") ? schema["properties"] : none;
+        for (const auto& [name, one] : value.items()) {
+            if (word == "properties") {
+                if (known.contains(name)) fault = Check(one, known[name], at + '.' + name);
+            } else if (!known.contains(name)) {
+                fault = rule == false ? at + ": has " + name : Check(one, rule, at + '.' + name);
+            }
+            if (!fault.empty()) return fault;
+        }
+        return {};
+    }
+
+    static bool IsOfType(const Json& value, const std::string& type)
+    {
+        return (type == "number" && value.is_number()) || (type == "string" && value.is_string()) ||
+               (type == "boolean" && value.is_boolean()) || (type == "array" && value.is_array()) ||
+               (type == "object" && value.is_object());
+    }
+
+    const Json& m_root;
+};
+
+TEST(BeamDocs, TheSchemaTakesExamplesAndSamples)
+{
+    const Json schema = Json::parse(FileText("docs/beam-file.schema.json"));
+    std::vector<std::string> texts;
+    for (const char* name : {"floor_beam", "two_span", "rafter", "column", "chord", "brace"})
+        texts.push_back(FileText("examples/" + std::string(name) + ".toml"));
+    for (const Sample& sample : Samples())
+        texts.push_back(Completed(sample.text));
+    for (const std::string& text : texts)
+        EXPECT_EQ(Validator(schema).Check(JsonOf(toml::parse(text))), "") << text;
+    // It refuses what the reader refuses.
+    for (const char* wrong : {"lenght = 9\n", "length = -9\n", "load = { udl = \"12\" }\n", "camber = []\n",
+                              "supports = [{ hold = \"Pinned\" }]\n", "combinations = \"bs595\"\n"})
+        EXPECT_NE(
+            Validator(schema).Check(JsonOf(toml::parse("section = \"x\"\ngrade = \"S275\"\n" + std::string(wrong)))),
+            "")
+            << wrong;
+}
+
+TEST(BeamDocs, TheSchemaHasTheKeysOfTheReader)
+{
+    const Json schema = Json::parse(FileText("docs/beam-file.schema.json"));
+    auto all = AllKeys();
+    EXPECT_EQ(Properties(schema, schema), all[""]);
+    all.erase("");
+    all["load"] = LoadKeys();
+    for (const auto& [table, keys] : all)
+        EXPECT_EQ(Properties(schema, schema["properties"][table]), keys) << table;
+}
+
+} // namespace
+} // namespace Keltrix::BeamTest
