@@ -281,6 +281,16 @@ TEST(LoadReport, WhatIsNotEvaluatedIsSaid)
     EXPECT_EQ(report.shape.check, -1);
 }
 
+// Names are text: no mark-up is seen in them, and none of them ends a line or a cell.
+TEST(LoadReport, NamesAreText)
+{
+    Beam beam = FloorBeam();
+    beam.cases[0].name = L"<b>Dead</b>\t<table>\nload";
+    const std::string text = TextOf(Loaded(beam).report);
+    EXPECT_THAT(text, HasSubstr("<b>Dead</b> <table>[U+000A]load"));
+    EXPECT_EQ(text.find("\nload"), std::string::npos);
+}
+
 TEST(LoadReport, BeamsWithoutAnAnswerAreRefused)
 {
     const Analysis analysis(Single(9.0, StaticsTest::PINNED, 0));
