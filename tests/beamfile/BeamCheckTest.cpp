@@ -210,6 +210,19 @@ TEST(BeamCheck, TheDesignCodeRejectsTheSectionInItsLine)
                 HasSubstr("beam.toml:2: error: grade: got \"S276\", expected one of S275, S355, S460"));
 }
 
+// 60 kN at 0.1 + 0.1 m from a column of 5 m, at its middle: 1.4 x 12 = 16.8 kNm, half of it above and half below.
+TEST(BeamCheck, AMomentThatTheFileHasIsNoJumpToBeWarnedOf)
+{
+    const CheckedMember checked =
+        CheckBeam(Read("section = \"UC 203x203x46\"\ngrade = \"S275\"\nlength = 5\ncolumn = true\n[[load]]\n"
+                       "kind = \"permanent\"\nreaction = 60\nat = 2.5\nface = 0.1\n"),
+                  DefaultCode(), false);
+    EXPECT_NEAR(checked.momentMajor.greatest, 8.4e3, 1e-6);
+    EXPECT_NEAR(checked.momentMajor.least, -8.4e3, 1e-6);
+    for (const MemberWarning& warning : checked.warnings)
+        EXPECT_EQ(warning.severity, Severity::Note) << warning.Message();
+}
+
 TEST(BeamCheck, WhatTheMemberCannotSayIsAWarning)
 {
     const std::string text = "section = \"UB 457x191x67\"\ngrade = \"S275\"\nspans = [8, 8]\nhinges = [11]\n"
