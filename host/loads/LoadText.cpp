@@ -232,7 +232,12 @@ private:
             units.emplace_back(IsMomentPart(part) ? "kNm" : "kN");
         }
         Table table(Heading("Reactions by case, unfactored, each case on all spans"), head, units);
+        std::string idle;
         for (const SupportReactions& support : m_report.supports) {
+            if (support.IsIdle()) {
+                idle += (idle.empty() ? "" : ", ") + Metres(support.at);
+                continue;
+            }
             for (std::size_t i = 0; i < m_report.cases.size(); ++i) {
                 std::vector<std::string> cells{Number(support.at), UserText(m_report.cases[i].name)};
                 for (const ReactionPart part : parts)
@@ -240,7 +245,7 @@ private:
                 table.Add(cells);
             }
         }
-        return table.Text();
+        return table.Text() + (idle.empty() ? idle : "No reaction at what holds the member at " + idle + ".\n");
     }
 
     // Number and name of a combination, at the end of a row.
