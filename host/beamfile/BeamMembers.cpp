@@ -124,11 +124,27 @@ private:
         }
     }
 
+    static bool IsBritish(const Design::DesignCode& code)
+    {
+        return CString(code.Description().id).CompareNoCase(L"bs5950") == 0;
+    }
+
+    // Factors of one standard are balanced with the resistances of that standard.
+    void NoteForeignStandard(const Statics::RuleOptions& standard)
+    {
+        if (!m_code || IsBritish(*m_code) == (standard.basis == Basis::BS5950)) return;
+        Say(Severity::Warning, m_file.combinationsLine, "combinations",
+            std::string(standard.basis == Basis::BS5950 ? "factors of BS 5950-1" : "factors of EN 1990") +
+                " with the resistances of " + Utf8(std::wstring_view(m_code->Description().title)) +
+                ": loads and resistances are of different standards");
+    }
+
     // Nothing where the file has combinations of its own alone.
     std::optional<Statics::RuleOptions> Standard()
     {
+        if (m_file.standard) NoteForeignStandard(*m_file.standard);
         if (m_file.standard || !m_file.own.empty()) return m_file.standard;
-        const bool isBritish = !m_code || CString(m_code->Description().id).CompareNoCase(L"bs5950") == 0;
+        const bool isBritish = !m_code || IsBritish(*m_code);
         Say(Severity::Note, m_file.combinationsLine, "combinations",
             std::string("not given: those of ") +
                 (isBritish ? "BS 5950-1" : "EN 1990 with its recommended values, (6.10)"));
@@ -183,8 +199,7 @@ private:
     Basis LimitBasis() const
     {
         if (m_file.standard) return m_file.standard->basis;
-        return m_code && CString(m_code->Description().id).CompareNoCase(L"bs5950") != 0 ? Basis::EN1990
-                                                                                         : Basis::BS5950;
+        return m_code && !IsBritish(*m_code) ? Basis::EN1990 : Basis::BS5950;
     }
 
     bool IsColumn() const { return std::abs(m_file.beam.inclination) > std::numbers::pi / 3.0; }
