@@ -73,7 +73,7 @@ ExitCode ShowBuckling(const BucklingOptions& options, const Console& console)
                                      options.rendering));
         return report.IsStable() ? EXIT_FINE : EXIT_MEMBER_FAILS;
     };
-    const ExitCode code = ForEachMember(options.files, options.reading, console, showOne, {options.code.code, {}});
+    const ExitCode code = ForEachMember(options.files, options.reading, console, showOne, {options.code.code, {}, {}});
     drawing.Write(console);
     if (hasText && isJson) console.out(JsonText(members));
     return code;

@@ -109,17 +109,18 @@ CheckedMember OneEnvelope(std::vector<CheckedMember> cases)
 ExitCode CheckEnvelope(const CheckOptions& options, const Console& console)
 {
     std::vector<CheckedMember> cases;
-    const ExitCode code = ForEachMember(options.files, options.reading, console,
-                                        [&](const MemberFile& file, std::size_t i) {
-                                            cases.push_back(CheckAsAsked(file, i, options, console));
-                                            return EXIT_FINE;
-                                        },
-                                        {options.code.code, {}});
+    const ExitCode code =
+        ForEachMember(options.files, options.reading, console,
+                      [&](const MemberFile& file, std::size_t i) {
+                          cases.push_back(CheckAsAsked(file, i, options, console));
+                          return EXIT_FINE;
+                      },
+                      {options.code.code, {}, [&](ExitCode, const std::string& message) { console.err(message); }});
     // A case that is missing would make the envelope look better than it is.
     if (code == EXIT_BAD_INPUT || cases.empty()) return code;
     CheckOutput output(options, console);
     PutMember(OneEnvelope(std::move(cases)), options, [&](const OutputPiece& piece) { output.Put(piece); });
-    return output.Finish();
+    return Worse(code, output.Finish());
 }
 
 } // namespace

@@ -95,9 +95,11 @@ CheckedMember CheckAsAsked(const Beam&, const CheckOptions&, const Console&)
 }
 #endif
 
-BeamUse BeamUseOf(const CheckOptions& options, std::function<ExitCode(const Beam&)> use)
+BeamUse BeamUseOf(const CheckOptions& options, std::function<ExitCode(const Beam&)> use,
+                  std::function<void(ExitCode, const std::string&)> tell)
 {
-    return {options.code.code, options.combinations ? nullptr : std::move(use)};
+    if (options.combinations) return {options.code.code, {}, std::move(tell)};
+    return {options.code.code, std::move(use), {}};
 }
 
 CheckLoop::CheckLoop(const CheckOptions& options, std::istream& standardInput, OutputPieceSink sink) :
@@ -116,9 +118,12 @@ CheckLoop::CheckLoop(const CheckOptions& options, std::istream& standardInput, O
             const std::string line = m_options.format == Format::JSON_LINES ? RefusalLine(refusal) : std::string();
             m_sink({OutputPiece::Refused, EXIT_BAD_INPUT, 0.0, line});
         },
-        BeamUseOf(options, [this](const Beam& beam) {
-            return PutMember(CheckAsAsked(beam, m_options, m_console), m_options, m_sink);
-        }))
+        BeamUseOf(
+            options,
+            [this](const Beam& beam) { return PutMember(CheckAsAsked(beam, m_options, m_console), m_options, m_sink); },
+            [this](ExitCode code, const std::string& message) {
+                m_sink({OutputPiece::Message, code, 0.0, message});
+            }))
 {}
 
 } // namespace Keltrix::App

@@ -35,8 +35,9 @@ CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOpt
 /// The same for a beam: the envelope of its combinations.
 CheckedMember CheckAsAsked(const Beam& beam, const CheckOptions& options, const Console& console);
 
-/// What the options want to become of beams: `use`, or each combination by itself.
-BeamUse BeamUseOf(const CheckOptions& options, std::function<ExitCode(const Beam&)> use);
+/// What the options want to become of beams: `use`, or each combination by itself, with what `tell` takes of the deflections.
+BeamUse BeamUseOf(const CheckOptions& options, std::function<ExitCode(const Beam&)> use,
+                  std::function<void(ExitCode, const std::string&)> tell);
 
 /// Checks files and pieces of files, and hands over the findings as they come.
 class CheckLoop {

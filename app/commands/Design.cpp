@@ -210,7 +210,7 @@ ExitCode Design(const DesignOptions& options, const Console& console)
             console.out(RenderMarkup(Markup(title, choice, warnings), options.rendering));
         return choice.passing.empty() ? EXIT_MEMBER_FAILS : EXIT_FINE;
     };
-    BeamUse beams{options.code.code, {}};
+    BeamUse beams{options.code.code, {}, {}};
 #ifdef KELTRIX_HOST_WITH_STATICS
     beams.use = [&](const Beam& beam) {
         return show(Choose(beam, options), beam.file.name, 1, beam.file.title, WarningsOf(beam));

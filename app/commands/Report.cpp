@@ -23,7 +23,8 @@ ExitCode Added(HtmlReport& report, const Console& noting, const CheckedMember& c
 BeamUse BeamUseOf([[maybe_unused]] const ReportOptions& options, [[maybe_unused]] HtmlReport& report,
                   [[maybe_unused]] const Console& noting)
 {
-    BeamUse use{options.code.code, {}};
+    BeamUse use{options.code.code, {}, {}};
+    if (options.combinations) use.tellDeflections = [&](ExitCode, const std::string& message) { noting.err(message); };
 #ifdef KELTRIX_HOST_WITH_STATICS
     if (!options.combinations)
         use.use = [&](const Beam& beam) {

@@ -1,5 +1,6 @@
 #include "stream/EachMember.h"
 
+#include <algorithm>
 #include <new>
 
 #include "beamfile/BeamText.h"
@@ -77,6 +78,26 @@ void MemberLoop::UsePiece(const std::string& name, const MemberPiece& piece)
 }
 
 #ifdef KELTRIX_HOST_WITH_STATICS
+void MemberLoop::TellDeflections(const Beam& beam)
+{
+    const auto& checks = beam.made.deflections;
+    if (checks.empty()) return;
+    const auto worst = std::max_element(checks.begin(), checks.end(), [](const auto& a, const auto& b) {
+        return a.utilisation < b.utilisation; // infinite where nothing was checked
+    });
+    const bool counts = worst->IsEvaluated() || beam.file.deflection.isAsked;
+    const std::string result = !worst->IsEvaluated() ? "not evaluated"
+                               : worst->IsPassed()   ? "the limits are kept"
+                                                     : "fails";
+    const std::string utilisation =
+        worst->IsEvaluated() ? ", utilisation " + Utf8(CDesFormat().Util(worst->utilisation)) : std::string();
+    const ExitCode code = counts && !worst->IsPassed() ? EXIT_MEMBER_FAILS : EXIT_FINE;
+    m_worst = Worse(m_worst, code);
+    m_beams.tellDeflections(code, beam.file.name + ':' + std::to_string(beam.file.deflection.line) + ": " +
+                                      (worst->IsPassed() ? "note" : "warning") +
+                                      ": deflection: of the beam, in none of its members: " + result + utilisation);
+}
+
 void MemberLoop::UseBeam(const std::string& name, const MemberPiece& piece)
 {
     const Design::DesignCode* code = m_beams.code;
@@ -98,6 +119,7 @@ void MemberLoop::UseBeam(const std::string& name, const MemberPiece& piece)
     } catch (const std::bad_alloc&) {
         return Refuse({name, 1, beam.file.title, {name + ": not enough memory for this beam"}});
     }
+    if (m_beams.tellDeflections) TellDeflections(beam);
     for (const MemberFile& member : beam.members) {
         for (const Defect& defect : member.Check().defects)
             m_console.err(defect.Text(member.Name()));

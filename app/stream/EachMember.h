@@ -25,6 +25,9 @@ struct BeamUse {
     const Design::DesignCode* code = nullptr;
     /// Called for each beam; without it the members of a beam's combinations are members by themselves.
     std::function<ExitCode(const Beam&)> use = {};
+    /// Where the members are checked by themselves, in which the deflections of the beam have no place: takes a message of what came of
+    /// them, and the exit code, which is that of a member that fails where one is not allowed.
+    std::function<void(ExitCode, const std::string&)> tellDeflections = {};
 };
 
 /// A member, or a whole file, that cannot be used.
@@ -55,6 +58,7 @@ public:
 
 private:
     void UseBeam(const std::string& name, const MemberPiece& piece);
+    void TellDeflections(const Beam& beam);
     void UseOne(const MemberFile& file, std::size_t i);
     void RefuseStrayLines(const MemberFile& file);
     void Leave(const Refusal& refusal);

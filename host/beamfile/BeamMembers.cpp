@@ -131,9 +131,21 @@ private:
         return m_code ? StandardNamed(m_code->Description().combinations) : nullptr;
     }
 
+    // Factors of one standard are balanced with the resistances of that standard.
+    void NoteForeignStandard(const Statics::RuleOptions& standard)
+    {
+        const CombinationStandard* const own = StandardOfCode();
+        if (!own || (own->options.basis == Basis::BS5950) == (standard.basis == Basis::BS5950)) return;
+        Say(Severity::Warning, m_file.combinationsLine, "combinations",
+            std::string(standard.basis == Basis::BS5950 ? "factors of BS 5950-1" : "factors of EN 1990") +
+                " with the resistances of " + Utf8(std::wstring_view(m_code->Description().title)) +
+                ": loads and resistances are of different standards");
+    }
+
     // Nothing where the file has combinations of its own alone, and where nobody says which.
     std::optional<Statics::RuleOptions> Standard()
     {
+        if (m_file.standard) NoteForeignStandard(*m_file.standard);
         if (m_file.standard || !m_file.own.empty()) return m_file.standard;
         const CombinationStandard* const standard = StandardOfCode();
         if (!standard) {

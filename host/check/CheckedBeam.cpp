@@ -40,6 +40,15 @@ CheckedMember CheckCase(const Beam& beam, std::size_t i, const CodeChoice& choic
     }
 }
 
+// Whether a warning asks for the couple that the beam has: its members are in equilibrium by construction.
+bool IsOfCouple(const Beam& beam, const MemberWarning& warning)
+{
+    const auto& loads = beam.file.beam.loads;
+    return warning.code == "moment-jump" && std::any_of(loads.begin(), loads.end(), [](const Statics::Load& load) {
+               return load.shape == Statics::LoadShape::Moment;
+           });
+}
+
 // Each text once, with the combinations that have it.
 std::vector<MemberWarning> Gathered(const Beam& beam, const std::vector<CheckedMember>& cases)
 {
@@ -51,6 +60,7 @@ std::vector<MemberWarning> Gathered(const Beam& beam, const std::vector<CheckedM
     std::vector<Found> found;
     for (const CheckedMember& one : cases) {
         for (const MemberWarning& warning : one.warnings) {
+            if (IsOfCouple(beam, warning)) continue;
             const auto at = std::find_if(found.begin(), found.end(), [&](const Found& known) {
                 return known.warning.text == warning.text && known.warning.code == warning.code;
             });

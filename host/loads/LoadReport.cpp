@@ -377,6 +377,15 @@ double PartOf(const Reaction& reaction, ReactionPart part, double inclination)
     return 0.0;
 }
 
+bool SupportReactions::IsIdle() const
+{
+    const auto isZero = [](double value) { return value == 0.0; };
+    return std::all_of(range.begin(), range.end(), [](const GovernedRange& one) { return one.IsZero(); }) &&
+           std::all_of(ofCase.begin(), ofCase.end(), [&](const std::array<double, REACTION_PARTS>& parts) {
+               return std::all_of(parts.begin(), parts.end(), isZero);
+           });
+}
+
 bool LoadReport::HasUltimate() const
 {
     return std::any_of(combinations.begin(), combinations.end(),

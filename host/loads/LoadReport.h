@@ -61,6 +61,8 @@ struct SupportReactions {
 
     double OfCase(std::size_t i, ReactionPart part) const { return ofCase[i][static_cast<std::size_t>(part)]; }
     const GovernedRange& RangeOf(ReactionPart part) const { return range[static_cast<std::size_t>(part)]; }
+    /// Whether it gives nothing in any case or combination, as what holds a flange alone does.
+    bool IsIdle() const;
 };
 
 enum class Action { Moment, Shear, Axial, MinorMoment, MinorShear };

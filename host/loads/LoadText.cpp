@@ -17,6 +17,8 @@ constexpr ReactionPart ALL_PARTS[] = {ReactionPart::Vertical, ReactionPart::Hori
                                       ReactionPart::Lateral,  ReactionPart::LateralMoment, ReactionPart::Across,
                                       ReactionPart::Along};
 
+bool IsMomentPart(ReactionPart part) { return part == ReactionPart::Moment || part == ReactionPart::LateralMoment; }
+
 std::string Number(double value) { return Rounded(value + 0.0, 5); }
 
 std::string UserText(const CString& text) { return AsText(PrintableLine(Utf8(text))); }
@@ -227,10 +229,15 @@ private:
             std::string name = NameOf(part);
             name[0] = static_cast<char>(name[0] - 'a' + 'A');
             head.push_back(name);
-            units.emplace_back(ValueText(part, 1.0).substr(ValueText(part, 1.0).find(' ') + 1));
+            units.emplace_back(IsMomentPart(part) ? "kNm" : "kN");
         }
         Table table(Heading("Reactions by case, unfactored, each case on all spans"), head, units);
+        std::string idle;
         for (const SupportReactions& support : m_report.supports) {
+            if (support.IsIdle()) {
+                idle += (idle.empty() ? "" : ", ") + Metres(support.at);
+                continue;
+            }
             for (std::size_t i = 0; i < m_report.cases.size(); ++i) {
                 std::vector<std::string> cells{Number(support.at), UserText(m_report.cases[i].name)};
                 for (const ReactionPart part : parts)
@@ -238,7 +245,7 @@ private:
                 table.Add(cells);
             }
         }
-        return table.Text();
+        return table.Text() + (idle.empty() ? idle : "No reaction at what holds the member at " + idle + ".\n");
     }
 
     // Number and name of a combination, at the end of a row.
@@ -440,8 +447,6 @@ Json ArrayOf(const Items& items, One one)
     return array;
 }
 
-bool IsMomentPart(ReactionPart part) { return part == ReactionPart::Moment || part == ReactionPart::LateralMoment; }
-
 } // namespace
 
 std::string KiloNewtons(double newtons) { return Number(newtons / 1e3) + " kN"; }
@@ -466,16 +471,22 @@ std::string SizeOf(const Load& load, bool isLevel)
     return SenseOf(load, size + " to " + Number(std::fabs(load.valueTo) / 1e3) + " kN/m", isAbove, isLevel);
 }
 
-std::string PlaceOf(const Load& load)
+std::string HeightOf(const Load& load)
 {
-    std::string text =
-        load.shape == LoadShape::Distributed ? Metres(load.from) + " to " + Metres(load.to) : "at " + Metres(load.from);
-    if (load.reference == Steel::SHR_CENTRE && load.height == 0.0) return text;
+    if (load.reference == Steel::SHR_CENTRE && load.height == 0.0) return {};
     const char* const reference = load.reference == Steel::TOP_FLANGE   ? "the top flange"
                                   : load.reference == Steel::BOT_FLANGE ? "the bottom flange"
                                                                         : "the shear centre";
-    if (load.height == 0.0) return text + ", on " + reference;
-    return text + ", " + Metres(std::fabs(load.height)) + (load.height > 0.0 ? " above " : " below ") + reference;
+    if (load.height == 0.0) return std::string("on ") + reference;
+    return Metres(std::fabs(load.height)) + (load.height > 0.0 ? " above " : " below ") + reference;
+}
+
+std::string PlaceOf(const Load& load)
+{
+    const std::string text =
+        load.shape == LoadShape::Distributed ? Metres(load.from) + " to " + Metres(load.to) : "at " + Metres(load.from);
+    const std::string height = HeightOf(load);
+    return height.empty() ? text : text + ", " + height;
 }
 
 const char* NameOf(ReactionPart part)

@@ -27,6 +27,8 @@ std::string Metres(double metres);
 /// Size and sense of a load, without its place: "12 kN/m", "45 kN up", "20 kNm clockwise", "0 to 15 kN/m against y". Down goes
 /// without saying. On a member that is not level, loads across it say so.
 std::string SizeOf(const Statics::Load& load, bool isLevel);
+/// "on the top flange", "0.2 m above the top flange"; empty at the shear centre.
+std::string HeightOf(const Statics::Load& load);
 /// "at 3 m", "0 m to 6 m", "at 3 m, 0.2 m above the top flange". The shear centre goes without saying.
 std::string PlaceOf(const Statics::Load& load);
 

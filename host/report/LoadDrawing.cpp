@@ -336,6 +336,7 @@ private:
         for (const Load& load : m_report.loads) {
             if (load.caseIndex != index || ++count > most) continue;
             PlacedLoad placed{&load, SizeOf(load, m_report.IsLevel())};
+            if (const std::string height = HeightOf(load); !height.empty()) placed.label += ", " + height;
             const bool isBand = IsBand(load);
             const double half = TextWidth(placed.label) / 2.0;
             const double x = LabelX(load, half);

@@ -72,9 +72,27 @@ TEST(BeamCommand, FailsAndRefusesByItsExitCode)
     EXPECT_THAT(refused.err, HasSubstr("bad.toml:22: error: load.udl: got inf, expected a load in kN/m"));
     EXPECT_EQ(nlohmann::json::parse(refused.out)["status"], "refused");
     EXPECT_EQ(RunKsteel("validate '" + bad + "'").code, EXIT_BAD_INPUT);
-    const RunResult mixed = RunKsteel("check --report table '" + bad + "' '" + directory.Write("good.toml", BEAM) + "'");
+    const RunResult mixed =
+        RunKsteel("check --report table '" + bad + "' '" + directory.Write("good.toml", BEAM) + "'");
     EXPECT_EQ(mixed.code, EXIT_BAD_INPUT);
     EXPECT_THAT(mixed.out, HasSubstr("good.toml"));
+}
+
+// The deflections of a beam have no place among its members: they are told, and count.
+TEST(BeamCommand, DeflectionsCountWhereMembersAreShown)
+{
+    const TestDirectory directory;
+    std::string soft = BEAM;
+    soft.replace(soft.find("imposed = 360"), 13, "imposed = 3000");
+    const std::string file = directory.Write("soft.toml", soft);
+    for (const char* mode : {"--combinations", "--envelope"}) {
+        const RunResult outcome = RunKsteel("check --report table " + std::string(mode) + " '" + file + "'");
+        EXPECT_EQ(outcome.code, EXIT_MEMBER_FAILS) << mode;
+        EXPECT_THAT(outcome.err, HasSubstr("warning: deflection: of the beam, in none of its members: fails")) << mode;
+        EXPECT_THAT(outcome.out, Not(HasSubstr("fail"))) << mode;
+    }
+    EXPECT_EQ(RunKsteel("report --combinations -o - '" + file + "'").code, EXIT_MEMBER_FAILS);
+    EXPECT_EQ(RunKsteel("check --jobs 2 --combinations '" + file + "'").code, EXIT_MEMBER_FAILS);
 }
 
 TEST(BeamCommand, DesignUpdatesTheSelfWeight)

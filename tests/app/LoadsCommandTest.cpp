@@ -1,6 +1,8 @@
 // ksteel loads and ksteel new as their users meet them.
 
+#include <cmath>
 #include <filesystem>
+#include <map>
 #include <set>
 
 #include <gmock/gmock.h>
@@ -91,6 +93,39 @@ TEST(LoadsCommand, MemberFilesSayWhatTheBeamSays)
     for (const Json& member : members)
         worst = std::max(worst, member.at("overall").get<double>());
     EXPECT_DOUBLE_EQ(worst, beam.at("overall").get<double>());
+}
+
+// Rule by rule and place by place: the beam has the largest utilisation of its member files, and no rule that none of them has.
+TEST(LoadsCommand, ExamplesAreTheEnvelopesOfTheirMemberFiles)
+{
+    using Places = std::map<std::string, double>;
+    const auto add = [](const Json& member, Places& worst) {
+        for (const Json& entry : member.at("checks")) {
+            if (entry.at("rule") == "deflection") continue;
+            const std::string key =
+                entry.at("rule").dump() + entry.at("clause").dump() + entry.at("start").dump() + entry.at("end").dump();
+            const Json& utilisation = entry.at("utilisation");
+            const double value = utilisation.is_null() ? INFINITY : utilisation.get<double>();
+            const auto [place, isNew] = worst.emplace(key, value);
+            if (!isNew) place->second = std::max(place->second, value);
+        }
+    };
+    int files = 0;
+    for (const auto& example : std::filesystem::directory_iterator(KSTEEL_SOURCE_DIR "/examples")) {
+        if (example.path().extension() != ".toml") continue;
+        SCOPED_TRACE(example.path().string());
+        ++files;
+        const Trial::TestDirectory directory;
+        const std::string folder = directory.Path("members");
+        ASSERT_EQ(Trial::RunKsteel("loads '" + example.path().string() + "' -o '" + folder + "'").code, 0);
+        Places ofBeam;
+        Places ofMembers;
+        add(Json::parse(Trial::RunKsteel("check --format json '" + example.path().string() + "'").out).at(0), ofBeam);
+        for (const Json& member : Json::parse(Trial::RunShell("ksteel check --format json '" + folder + "'/*.csv").out))
+            add(member, ofMembers);
+        EXPECT_EQ(ofBeam, ofMembers);
+    }
+    EXPECT_GE(files, 6);
 }
 
 TEST(LoadsCommand, FilesThatAreThereStay)

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "beamfile/BeamSupport.h"
+#include "keltrix/host/Host.h"
 #include "report/HtmlReport.h"
 #include "report/MemberReport.h"
 #include "text/Json.h"
@@ -208,6 +209,55 @@ TEST(BeamCheck, TheDesignCodeRejectsTheSectionInItsLine)
                 HasSubstr("beam.toml:1: error: section: unknown section \"IPE 3000\"; nearest: "));
     EXPECT_THAT(Messages("section = \"UB 457x191x67\"\ngrade = \"S276\"\nlength = 6\n"),
                 HasSubstr("beam.toml:2: error: grade: got \"S276\", expected one of S275, S355, S460"));
+}
+
+// 60 kN at 0.1 + 0.1 m from a column of 5 m, at its middle: 1.4 x 12 = 16.8 kNm, half of it above and half below.
+TEST(BeamCheck, TheHostLibraryTakesABeamAsOneMember)
+{
+    const Outcomes outcomes = Host::Check(FloorBeam(), "beam.toml");
+    ASSERT_EQ(outcomes.members.size(), 1u);
+    EXPECT_TRUE(outcomes.Pass());
+    EXPECT_EQ(outcomes.members[0].title, "Floor beam B12");
+    EXPECT_THAT(FindingsJson(outcomes.members[0]),
+                HasSubstr("\"combination\": \"dead and imposed: 1.4 Dead + 1.6 Imposed\""));
+    EXPECT_THAT(Host::Report(outcomes.members[0]), HasSubstr("Envelope of the combinations"));
+    const Outcomes refused = Host::Check(FloorBeam("camber = nan\n"), "beam.toml");
+    ASSERT_EQ(refused.members.size(), 1u);
+    EXPECT_EQ(refused.members[0].status, "refused");
+    EXPECT_FALSE(refused.Pass());
+    EXPECT_THAT(refused.members[0].diagnostics.front().message, HasSubstr("beam.toml:6: error: camber: got nan"));
+}
+
+// 1.35 x 12.658 and 1.5 x 45: M = 17.089 x 81/8 = 173.0 kNm without imposed load. Table NA.2.23 limits variable loads as BS 5950 does;
+// EN 1993-1-1 itself gives no limits, and says so.
+TEST(BeamCheck, CombinationsAndLimitsOfTheEurocodes)
+{
+    const Beam british = Read(FloorBeam("combinations = \"en1990-uk\"\n"));
+    EXPECT_EQ(british.made.members[0].name, "6.10: 1.35 Dead + 1.5 Imposed");
+    EXPECT_THAT(Messages(british),
+                HasSubstr("warning: combinations: factors of EN 1990 with the resistances of BS 5950-1:2000"));
+    EXPECT_THAT(Messages(FloorBeam("combinations = \"bs5950\"\n")), Not(HasSubstr("warning")));
+    ASSERT_EQ(british.made.limits.size(), 1u);
+    EXPECT_EQ(british.made.limits[0].clause, CString(L"NA to BS EN 1993-1-1, NA.2.23"));
+    const CheckedMember checked = CheckBeam(british, DefaultCode(), false);
+    const RuleFinding* const deflection = Find(checked, "deflection, ");
+    ASSERT_TRUE(deflection);
+    EXPECT_NEAR(deflection->utilisation, 9.761 / 25.0, 1e-3);
+    const Beam other = Read(FloorBeam("combinations = \"en1990\"\n"));
+    EXPECT_THAT(Messages(other), HasSubstr("warning: deflection: not checked: EN 1993-1-1 gives no limits"));
+    EXPECT_TRUE(other.made.deflections.empty());
+}
+
+TEST(BeamCheck, AMomentThatTheFileHasIsNoJumpToBeWarnedOf)
+{
+    const CheckedMember checked =
+        CheckBeam(Read("section = \"UC 203x203x46\"\ngrade = \"S275\"\nlength = 5\ncolumn = true\n[[load]]\n"
+                       "kind = \"permanent\"\nreaction = 60\nat = 2.5\nface = 0.1\n"),
+                  DefaultCode(), false);
+    EXPECT_NEAR(checked.momentMajor.greatest, 8.4e3, 1e-6);
+    EXPECT_NEAR(checked.momentMajor.least, -8.4e3, 1e-6);
+    for (const MemberWarning& warning : checked.warnings)
+        EXPECT_EQ(warning.severity, Severity::Note) << warning.Message();
 }
 
 TEST(BeamCheck, WhatTheMemberCannotSayIsAWarning)

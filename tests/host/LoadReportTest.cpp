@@ -136,6 +136,19 @@ TEST(LoadReport, UpliftIsSaid)
     EXPECT_THAT(TextOf(Loaded(Overhanging()).report), Not(HasSubstr("uplift")));
 }
 
+// What holds a flange alone carries nothing, and is named in a line of its own.
+TEST(LoadReport, PlacesWithoutReactionsAreNamed)
+{
+    Beam beam = FloorBeam();
+    beam.supports.push_back(Held(3.0, Steel::CRestraint::FLANGE1_LATERAL));
+    beam.supports.push_back(Held(6.5, Steel::CRestraint::FLANGE1_LATERAL));
+    const Loaded loaded(beam);
+    const std::string text = TextOf(loaded.report);
+    EXPECT_THAT(text, HasSubstr("      9  Imposed        15\nNo reaction at what holds the member at 3 m, 6.5 m.\n"));
+    EXPECT_EQ(loaded.report.supports.size(), 4U) << "the data has all";
+    EXPECT_THAT(TextOf(Loaded(FloorBeam()).report), Not(HasSubstr("No reaction")));
+}
+
 // 25 + 6 x 3 = 43 kN; 25 x 3 + 6 x 3²/2 = 102 kNm hogging, which the wall gives anticlockwise.
 TEST(LoadReport, CantileverByHand)
 {
@@ -279,6 +292,16 @@ TEST(LoadReport, WhatIsNotEvaluatedIsSaid)
     EXPECT_TRUE(json.at("reactions").at(0).at("ultimate").is_null());
     EXPECT_TRUE(json.at("envelopes").empty());
     EXPECT_EQ(report.shape.check, -1);
+}
+
+// Names are text: no mark-up is seen in them, and none of them ends a line or a cell.
+TEST(LoadReport, NamesAreText)
+{
+    Beam beam = FloorBeam();
+    beam.cases[0].name = L"<b>Dead</b>\t<table>\nload";
+    const std::string text = TextOf(Loaded(beam).report);
+    EXPECT_THAT(text, HasSubstr("<b>Dead</b> <table>[U+000A]load"));
+    EXPECT_EQ(text.find("\nload"), std::string::npos);
 }
 
 TEST(LoadReport, BeamsWithoutAnAnswerAreRefused)

@@ -11,6 +11,7 @@
 
 #include "HtmlReader.h"
 #include "host/LoadedBeams.h"
+#include "statics/RandomBeam.h"
 
 namespace LoadsTest {
 namespace {
@@ -246,6 +247,53 @@ TEST(LoadDrawing, ManyCasesAndLoadsAreSaidAndNotDrawn)
     for (int i = 0; i < 14; ++i)
         beam.cases.push_back({L"<More> & more", ActionKind::Permanent, Category::None, false});
     EXPECT_THAT(LoadsOf(Loaded(beam)).Texts("note"), Contains("3 more cases are in the tables alone."));
+}
+
+TEST(LoadDrawing, LoadHeightsAreWritten)
+{
+    Beam beam = FloorBeam();
+    beam.section.topFlange = 0.2;
+    beam.loads[1].reference = Steel::TOP_FLANGE;
+    EXPECT_THAT(LoadsOf(Loaded(beam)).Texts("value over"), ElementsAre("12 kN/m", "45 kN, on the top flange"));
+}
+
+// Whatever the beam, the drawing is well-formed and every coordinate a number within the paper.
+TEST(LoadDrawing, RandomBeamsStayOnThePaper)
+{
+    const unsigned seed = 4711;
+    StaticsTest::BeamGenerator random(seed);
+    int drawn = 0;
+    for (int i = 0; i < 200; ++i) {
+        SCOPED_TRACE("seed " + std::to_string(seed) + ", beam " + std::to_string(i));
+        StaticsTest::BeamGenerator::Kinds kinds;
+        kinds.cases = 2;
+        Beam beam = random.Make(kinds);
+        beam.inclination = i % 2 == 0 ? 0.0 : random.Real(-1.57, 1.57);
+        beam.cases[1] = {L"<&> \"wind\"", ActionKind::Wind, Category::None, false};
+        if (!Analysis(beam).IsAnswered()) continue;
+        const Loaded loaded(beam);
+        for (const std::string& text : {LoadsSvg("a", loaded.analysis.GetBeam(), loaded.report),
+                                        EnvelopeSvg("b", loaded.analysis.GetBeam(), loaded.report)}) {
+            const Drawing drawing(text);
+            ++drawn;
+            EXPECT_EQ(text.find("nan"), std::string::npos);
+            EXPECT_EQ(text.find("inf"), std::string::npos);
+            const double height = NumberOf(*drawing.svg.Named("svg").front(), "height");
+            for (const HtmlElement* element : drawing.svg.Named("text")) {
+                EXPECT_GE(NumberOf(*element, "x"), 0.0);
+                EXPECT_LE(NumberOf(*element, "x"), 184.0);
+                EXPECT_GE(NumberOf(*element, "y"), 2.0) << element->text;
+                EXPECT_LE(NumberOf(*element, "y"), height) << element->text;
+            }
+            for (const char* cls : {"curve greatest", "curve least", "curve shape"})
+                for (const HtmlElement* curve : drawing.svg.OfClass("path", cls))
+                    for (const Place& place : PlacesOf(*curve)) {
+                        EXPECT_TRUE(place.x >= 12.9 && place.x <= 171.1) << place.x;
+                        EXPECT_TRUE(place.y >= 0.0 && place.y <= height) << place.y;
+                    }
+        }
+    }
+    EXPECT_GT(drawn, 250);
 }
 
 TEST(LoadDrawing, OnPaperEachCaseIsDrawnOnce)
