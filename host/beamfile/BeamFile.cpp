@@ -40,6 +40,41 @@ bool HasDeepKey(std::string_view line)
     return false;
 }
 
+// Whether a line begins with "[" or "[[" and no name follows: toml++ 3.3 takes for granted that one does.
+bool HasNamelessHeader(std::string_view line)
+{
+    std::size_t i = 0;
+    const auto isBlank = [](char c) {
+        return static_cast<unsigned char>(c) <= ' ' || static_cast<unsigned char>(c) >= 0x7f;
+    };
+    const auto skip = [&] {
+        while (i < line.size() && isBlank(line[i]))
+            ++i;
+    };
+    skip();
+    if (i == line.size() || line[i] != '[') return false;
+    ++i;
+    skip();
+    if (i < line.size() && line[i] == '[') ++i;
+    skip();
+    if (i == line.size()) return true;
+    const char c = line[i];
+    const bool isName = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
+                        c == '_' || c == '"' || c == '\'';
+    return !isName && c != ']';
+}
+
+// The line of a table without a name; 0 without one.
+LineNumber NamelessHeaderIn(std::string_view bytes)
+{
+    for (LineNumber number = 1; !bytes.empty(); ++number) {
+        const std::size_t end = std::min(bytes.find('\n'), bytes.size());
+        if (HasNamelessHeader(bytes.substr(0, end))) return number;
+        bytes.remove_prefix(std::min(end + 1, bytes.size()));
+    }
+    return 0;
+}
+
 // The line of a key that is too deep; 0 without one.
 LineNumber DeepKeyIn(std::string_view bytes)
 {
@@ -63,6 +98,8 @@ public:
             Say(1, {}, "this is a member file; a name that ends with .toml is for beam files");
         } else if (const LineNumber line = DeepKeyIn(bytes); line > 0) {
             Say(line, {}, "a key of more than " + std::to_string(MOST_DOTS) + " parts, which no beam file has");
+        } else if (const LineNumber nameless = NamelessHeaderIn(bytes); nameless > 0) {
+            Say(nameless, {}, "expected the name of a table after the bracket, as [[load]]");
         } else {
             Parse(bytes);
         }

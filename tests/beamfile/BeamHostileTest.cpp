@@ -117,6 +117,11 @@ TEST(BeamHostile, Bytes)
     Refused("title = \"\xFF\xFE\"\n");
     Refused("title = \"\xED\xA0\x80\"\n");
     Refused("\xFF\xFEt\0i\0");
+    for (const char* header :
+         {"[", "[[", "[ ", "[\n", "[=]\n", "[[,]]\n", "[ [ #\n", "[.]\n", "[]\n", "[[]]\n", "[[\xC3\xA9]]\n"}) {
+        Refused(header);
+        Refused(FloorBeam({}, header));
+    }
     Refused(FloorBeam("title = \"again\"\n"));
     Refused("title = \"open\n");
     // What would move a terminal's cursor does not get there.
