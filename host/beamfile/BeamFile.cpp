@@ -64,6 +64,24 @@ bool HasNamelessHeader(std::string_view line)
     return !isName && c != ']';
 }
 
+// What a line has that toml++ 3.3 does not read safely: characters beyond ASCII outside of quotes and comments. Texts in three quotes,
+// which no key needs, would leave open what is within quotes.
+const char* UnsafePart(std::string_view line)
+{
+    for (std::size_t i = 0; i < line.size();) {
+        const char c = line[i];
+        if (c == '#') return nullptr;
+        if (static_cast<unsigned char>(c) >= 0x80) return "a character beyond ASCII outside of quotes";
+        if (c != '"' && c != '\'') {
+            ++i;
+            continue;
+        }
+        if (line.substr(i, 3) == "\"\"\"" || line.substr(i, 3) == "'''") return "a text in three quotes";
+        i = AfterQuoted(line, i);
+    }
+    return nullptr;
+}
+
 // The line of a table without a name; 0 without one.
 LineNumber NamelessHeaderIn(std::string_view bytes)
 {
@@ -101,7 +119,7 @@ public:
         } else if (const LineNumber nameless = NamelessHeaderIn(bytes); nameless > 0) {
             Say(nameless, {}, "expected the name of a table after the bracket, as [[load]]");
         } else {
-            Parse(bytes);
+            ParseSafe(bytes);
         }
         std::stable_sort(m_file.defects.begin(), m_file.defects.end(),
                          [](const Defect& a, const Defect& b) { return a.line < b.line; });
@@ -117,6 +135,19 @@ private:
         defect.keyword = std::move(key);
         defect.advice = std::move(text);
         m_file.defects.push_back(std::move(defect));
+    }
+
+    void ParseSafe(std::string_view bytes)
+    {
+        std::string_view rest = bytes;
+        if (rest.substr(0, 3) == "\xEF\xBB\xBF") rest.remove_prefix(3);
+        for (LineNumber number = 1; !rest.empty(); ++number) {
+            const std::size_t end = std::min(rest.find('\n'), rest.size());
+            if (const char* const unsafe = UnsafePart(rest.substr(0, end)))
+                return Say(number, {}, std::string(unsafe) + ", which no beam file has");
+            rest.remove_prefix(std::min(end + 1, rest.size()));
+        }
+        Parse(bytes);
     }
 
     void Parse(std::string_view bytes)

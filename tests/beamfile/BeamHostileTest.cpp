@@ -122,6 +122,10 @@ TEST(BeamHostile, Bytes)
         Refused(header);
         Refused(FloorBeam({}, header));
     }
+    EXPECT_THAT(Refused(FloorBeam("\xC7\x87 = 1\n")), HasSubstr("beyond ASCII outside of quotes"));
+    EXPECT_THAT(Refused(FloorBeam("type = \"\"\"rolled\"\"\"\n")), HasSubstr("a text in three quotes"));
+    EXPECT_FALSE(
+        Read(FloorBeam("# \xC7\x87\n", "[[load]]\ncase = \"\xC7\x87\"\nkind = \"wind\"\nudl = 1\n")).made.HasErrors());
     Refused(FloorBeam("title = \"again\"\n"));
     Refused("title = \"open\n");
     // What would move a terminal's cursor does not get there.
