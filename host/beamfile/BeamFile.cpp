@@ -44,9 +44,7 @@ bool HasDeepKey(std::string_view line)
 bool HasNamelessHeader(std::string_view line)
 {
     std::size_t i = 0;
-    const auto isBlank = [](char c) {
-        return static_cast<unsigned char>(c) <= ' ' || static_cast<unsigned char>(c) >= 0x7f;
-    };
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
     const auto skip = [&] {
         while (i < line.size() && isBlank(line[i]))
             ++i;
@@ -72,6 +70,8 @@ const char* UnsafePart(std::string_view line)
         const char c = line[i];
         if (c == '#') return nullptr;
         if (static_cast<unsigned char>(c) >= 0x80) return "a character beyond ASCII outside of quotes";
+        const bool isEnd = c == '\r' && i + 1 == line.size();
+        if (static_cast<unsigned char>(c) < ' ' && c != '\t' && !isEnd) return "a control character";
         if (c != '"' && c != '\'') {
             ++i;
             continue;
