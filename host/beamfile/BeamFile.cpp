@@ -110,6 +110,7 @@ public:
 
     BeamFile Read(std::string_view bytes)
     {
+        if (bytes.substr(0, 3) == "\xEF\xBB\xBF") bytes.remove_prefix(3); // a byte order mark
         if (bytes.size() > LARGEST_BEAM_FILE) {
             Say(1, {}, "larger than " + std::to_string(LARGEST_BEAM_FILE >> 10) + " KiB, which no beam file is");
         } else if (FirstLineOfContent(bytes).substr(0, 5) == "TITLE") {
@@ -140,7 +141,6 @@ private:
     void ParseSafe(std::string_view bytes)
     {
         std::string_view rest = bytes;
-        if (rest.substr(0, 3) == "\xEF\xBB\xBF") rest.remove_prefix(3);
         for (LineNumber number = 1; !rest.empty(); ++number) {
             const std::size_t end = std::min(rest.find('\n'), rest.size());
             if (const char* const unsafe = UnsafePart(rest.substr(0, end)))

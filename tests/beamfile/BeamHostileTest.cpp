@@ -118,7 +118,7 @@ TEST(BeamHostile, Bytes)
     Refused("title = \"\xED\xA0\x80\"\n");
     Refused("\xFF\xFEt\0i\0");
     for (const char* header : {"[", "[[", "[ ", "[\n", "[=]\n", "[[,]]\n", "[ [ #\n", "[.]\n", "[\b[load]]\n",
-                               "\f[=]\n", "[]\n", "[[]]\n", "[[\xC3\xA9]]\n"}) {
+                               "\f[=]\n", "\xEF\xBB\xBF[=]\n", "[]\n", "[[]]\n", "[[\xC3\xA9]]\n"}) {
         Refused(header);
         Refused(FloorBeam({}, header));
     }
