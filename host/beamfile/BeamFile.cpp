@@ -158,7 +158,7 @@ private:
         } catch (const toml::parse_error& error) {
             const toml::source_position at = error.source().begin;
             Say(static_cast<LineNumber>(at.line), {},
-                "column " + std::to_string(at.column) + ": no TOML: " + Printable(error.description()));
+                "column " + std::to_string(at.column) + ": no TOML: " + PrintableLine(error.description()));
         }
     }
 
