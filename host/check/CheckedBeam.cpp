@@ -173,7 +173,7 @@ Beam ReadBeam(const std::string& name, std::string_view bytes, const ReadingOpti
 
 Beam MakeBeam(BeamFile file, const ReadingOptions& reading, const Design::DesignCode* code)
 {
-    Beam beam{std::move(file), {}, {}, reading};
+    Beam beam{std::move(file), {}, {}};
     beam.made = MembersOf(beam.file, code);
     if (reading.isStrict)
         for (Defect& defect : beam.made.defects)

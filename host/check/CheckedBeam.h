@@ -12,10 +12,6 @@ struct Beam {
     BeamFile file;
     BeamMembers made;
     std::vector<MemberFile> members; ///< one for each ultimate combination
-    ReadingOptions reading;
-
-    /// The name that messages give to the member of a combination: "floor.toml (1.4 Dead)".
-    const std::string& NameOf(std::size_t i) const { return members[i].Name(); }
 };
 
 /// Reads a beam and makes its members. What is wrong with it is among the defects of `made`; with errors there are no members. Where every

@@ -117,6 +117,15 @@ TEST(BeamHostile, Bytes)
     Refused("title = \"\xFF\xFE\"\n");
     Refused("title = \"\xED\xA0\x80\"\n");
     Refused("\xFF\xFEt\0i\0");
+    for (const char* header : {"[", "[[", "[ ", "[\n", "[=]\n", "[[,]]\n", "[ [ #\n", "[.]\n", "[\b[load]]\n",
+                               "\f[=]\n", "\xEF\xBB\xBF[=]\n", "[]\n", "[[]]\n", "[[\xC3\xA9]]\n"}) {
+        Refused(header);
+        Refused(FloorBeam({}, header));
+    }
+    EXPECT_THAT(Refused(FloorBeam("\xC7\x87 = 1\n")), HasSubstr("beyond ASCII outside of quotes"));
+    EXPECT_THAT(Refused(FloorBeam("type = \"\"\"rolled\"\"\"\n")), HasSubstr("a text in three quotes"));
+    EXPECT_FALSE(
+        Read(FloorBeam("# \xC7\x87\n", "[[load]]\ncase = \"\xC7\x87\"\nkind = \"wind\"\nudl = 1\n")).made.HasErrors());
     Refused(FloorBeam("title = \"again\"\n"));
     Refused("title = \"open\n");
     // What would move a terminal's cursor does not get there.
