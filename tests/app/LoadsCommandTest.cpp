@@ -101,7 +101,9 @@ TEST(LoadsCommand, ExamplesAreTheEnvelopesOfTheirMemberFiles)
     using Places = std::map<std::string, double>;
     const auto add = [](const Json& member, Places& worst) {
         for (const Json& entry : member.at("checks")) {
-            if (entry.at("rule") == "deflection") continue;
+            // Deflections are of the beam alone; a rule that applies in one combination is not listed for those in which it does not.
+            if (entry.at("rule").get<std::string>().rfind("deflection", 0) == 0) continue;
+            if (entry.at("status") == "not applicable") continue;
             const std::string key =
                 entry.at("rule").dump() + entry.at("clause").dump() + entry.at("start").dump() + entry.at("end").dump();
             const Json& utilisation = entry.at("utilisation");
