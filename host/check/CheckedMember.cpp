@@ -417,7 +417,7 @@ public:
     void Add(const std::vector<RuleFinding>& rules, const std::string& name)
     {
         for (const RuleFinding& rule : rules) {
-            const auto [at, isNew] = m_places.emplace(KeyOf(rule), m_merged.size());
+            const auto [at, isNew] = m_places.emplace(KeyOf(rule, rules), m_merged.size());
             if (isNew)
                 m_merged.push_back({rule, {name, std::numeric_limits<double>::quiet_NaN()}});
             else if (IsWorseThan(rule, m_merged[at->second].rule))
@@ -456,9 +456,17 @@ private:
     using Key = std::tuple<int, std::wstring, double, double, int, std::wstring>;
     static constexpr std::size_t NONE = static_cast<std::size_t>(-1);
 
-    static Key KeyOf(const RuleFinding& rule)
+    // A rule that is listed at its worst place alone, as those of cross-sections are, is one rule of the member: the place differs from
+    // case to case.
+    static Key KeyOf(const RuleFinding& rule, const std::vector<RuleFinding>& rules)
     {
-        const auto place = [](double x) { return std::isnan(x) ? std::numeric_limits<double>::lowest() : x; };
+        const bool isOfPosition =
+            rule.start == rule.end && std::count_if(rules.begin(), rules.end(), [&](const RuleFinding& other) {
+                                          return other.rule == rule.rule && other.WasEvaluated() == rule.WasEvaluated();
+                                      }) == 1;
+        const auto place = [&](double x) {
+            return isOfPosition || std::isnan(x) ? std::numeric_limits<double>::lowest() : x;
+        };
         const int group = rule.WasEvaluated() ? -1 : static_cast<int>(rule.status);
         // What was not evaluated for two reasons has two.
         const bool isOpen = rule.status == Design::CheckStatus::NotEvaluated;

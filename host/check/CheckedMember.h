@@ -84,7 +84,7 @@ CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoic
 std::string DifferenceOf(const CheckedMember& member, const CheckedMember& other);
 
 /// Load cases of one member merged into one: utilisations, flags and texts as the result record merges them, local
-/// findings, assumptions and warnings of all cases, the worst status. Each rule at each place is that of the case in which it is worst, with the
+/// findings, assumptions and warnings of all cases, the worst status. Each rule at each place is that of the case in which it is worst (a rule that is listed at its worst place alone: wherever that is), with the
 /// case's name: not-a-number and a failure without a number are worse than any utilisation, and a rule that was not evaluated in one of the
 /// cases stays. Resistances and effective lengths are those of the case with the largest utilisation.
 CheckedMember Envelope(std::vector<CheckedMember> cases);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <map>
 #include <random>
+#include <tuple>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -59,6 +60,13 @@ std::string RandomBeam(unsigned seed)
     return text;
 }
 
+// The stretch of a rule; of what is listed at its worst place alone, none.
+std::pair<double, double> PlaceOf(const RuleFinding& rule)
+{
+    if (std::isnan(rule.start) || rule.start == rule.end) return {-1.0, -1.0};
+    return {rule.start, rule.end};
+}
+
 TEST(BeamCheck, IsTheEnvelopeOfItsMembersReadFromTheirFiles)
 {
     for (unsigned seed = 1; seed <= 60; ++seed) {
@@ -69,7 +77,8 @@ TEST(BeamCheck, IsTheEnvelopeOfItsMembersReadFromTheirFiles)
         double largest = 0.0;
         bool passed = true;
         bool failed = false;
-        std::map<std::pair<int, std::pair<double, double>>, double> worst; // of rules at places
+        std::map<std::tuple<int, std::wstring, std::pair<double, double>>, double>
+            worst; // of rules and clauses at places
         for (std::size_t i = 0; i < beam.members.size(); ++i) {
             const CheckedMember alone = CheckAlone(beam, i);
             largest = std::max(largest, alone.result->UtilOverAll());
@@ -77,9 +86,7 @@ TEST(BeamCheck, IsTheEnvelopeOfItsMembersReadFromTheirFiles)
             failed = failed || alone.failed;
             for (const RuleFinding& rule : alone.findings.rules)
                 if (rule.WasEvaluated()) {
-                    double& known =
-                        worst[{rule.rule,
-                               {std::isnan(rule.start) ? -1.0 : rule.start, std::isnan(rule.end) ? -1.0 : rule.end}}];
+                    double& known = worst[{rule.rule, rule.clause, PlaceOf(rule)}];
                     known = std::max(known, rule.utilisation);
                 }
         }
@@ -87,8 +94,7 @@ TEST(BeamCheck, IsTheEnvelopeOfItsMembersReadFromTheirFiles)
         std::size_t found = 0;
         for (const RuleFinding& rule : checked.findings.rules) {
             if (!rule.WasEvaluated() || std::wstring_view(rule.symbol) == L"limit") continue;
-            const auto at = worst.find(
-                {rule.rule, {std::isnan(rule.start) ? -1.0 : rule.start, std::isnan(rule.end) ? -1.0 : rule.end}});
+            const auto at = worst.find({rule.rule, rule.clause, PlaceOf(rule)});
             ASSERT_NE(at, worst.end());
             EXPECT_EQ(rule.utilisation, at->second) << DescribeEntry(rule);
             ++found;

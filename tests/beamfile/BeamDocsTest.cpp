@@ -274,5 +274,15 @@ TEST(BeamDocs, TheSchemaHasTheKeysOfTheReader)
         EXPECT_EQ(Properties(schema, schema["properties"][table]), keys) << table;
 }
 
+// What the first screen shows is the file that its commands read.
+TEST(BeamDocs, TheReadmeShowsTheExample)
+{
+    const std::string readme = FileText("README.md");
+    const std::string example = FileText("examples/floor_beam.toml");
+    const std::string shown = example.substr(example.find('\n') + 1);
+    EXPECT_GT(shown.size(), 300U);
+    EXPECT_NE(readme.find("```toml\n" + shown + "```\n"), std::string::npos);
+}
+
 } // namespace
 } // namespace Keltrix::BeamTest
