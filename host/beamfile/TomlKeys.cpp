@@ -201,8 +201,8 @@ void TomlKeys::Finish()
         if (std::any_of(m_asked.begin(), m_asked.end(), [&](const char* asked) { return name == asked; })) continue;
         const LineNumber line = std::max<LineNumber>(static_cast<LineNumber>(key.source().begin.line), 1);
         const std::string suggestion = Suggestion(name, m_asked);
-        Error(line, "", "unknown key " + Quote(Wide(name).View()), suggestion.empty() ? InWords(m_asked) : std::string(),
-              suggestion);
+        Error(line, "", "unknown key " + Quote(Wide(name).View()),
+              suggestion.empty() ? InWords(m_asked) : std::string(), suggestion);
     }
 }
 

@@ -155,11 +155,10 @@ INSTANTIATE_TEST_SUITE_P(
 #endif
 
 #ifdef KELTRIX_HOST_WITH_STATICS
-INSTANTIATE_TEST_SUITE_P(
-    Loads, Schema,
-    ::testing::Values(OutputRow{"loads", "loads --format json tests/report/two_span.toml", 0},
-                      OutputRow{"loads", "loads --format json examples/*.toml", 0},
-                      OutputRow{"loads", "loads --format json tests/report/inclined.toml", 0}));
+INSTANTIATE_TEST_SUITE_P(Loads, Schema,
+                         ::testing::Values(OutputRow{"loads", "loads --format json tests/report/two_span.toml", 0},
+                                           OutputRow{"loads", "loads --format json examples/*.toml", 0},
+                                           OutputRow{"loads", "loads --format json tests/report/inclined.toml", 0}));
 #endif
 
 INSTANTIATE_TEST_SUITE_P(
