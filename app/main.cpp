@@ -287,7 +287,7 @@ void AddBuckling(CLI::App& app, Commands& commands, Shared& shared, BucklingOpti
     AddCode(*command, shared, CodeNeed::WhenThere, options.code, "Design code, which gives the moduli");
     command->add_option("--svg", options.svgFile,
                         "Draw the buckled shape of one member into this SVG file (- is standard output)");
-    Finish(command, commands, shared, options, ShowBuckling);
+    Finish(command, commands, shared, options, ShowBuckling, {"table", "json", "jsonl"});
 }
 #endif
 

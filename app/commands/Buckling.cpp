@@ -1,4 +1,5 @@
 #include "check/BucklingText.h"
+#include "commands/CheckFindings.h"
 #include "commands/Commands.h"
 #include "io/Output.h"
 #include "memberfile/CodelessMember.h"
@@ -65,7 +66,9 @@ ExitCode ShowBuckling(const BucklingOptions& options, const Console& console)
             MakeBucklingReport(member, ModuliOf(options.code.code, member.GetGrade()), options.continuity);
         const std::string title = Utf8(member.GetTitle());
         drawing.Add(report, member, title);
-        if (hasText && isJson)
+        if (hasText && options.format == Format::JSON_LINES)
+            console.out(JsonLine(EntryOf(file, i, member, report)));
+        else if (hasText && isJson)
             members.push_back(EntryOf(file, i, member, report));
         else if (hasText)
             console.out(RenderMarkup("<h4>" + AsText(title) + "</h4>\n" + WarningMarkup(file.WarningsOf(i)) +
@@ -73,10 +76,15 @@ ExitCode ShowBuckling(const BucklingOptions& options, const Console& console)
                                      options.rendering));
         return report.IsStable() ? EXIT_FINE : EXIT_MEMBER_FAILS;
     };
-    const ExitCode code = ForEachMember(options.files, options.reading, console, showOne, {options.code.code, {}, {}});
+    const auto refuse = [&](const Refusal& refusal) {
+        if (hasText && options.format == Format::JSON_LINES) console.out(RefusalLine(refusal));
+    };
+    MemberLoop loop(console, options.reading, showOne, refuse, {options.code.code, {}, {}});
+    for (const std::string& path : options.files)
+        loop.UseFile(path);
     drawing.Write(console);
     if (hasText && isJson) console.out(JsonText(members));
-    return code;
+    return loop.Worst();
 }
 
 } // namespace Keltrix::App

@@ -34,18 +34,6 @@ std::string TableRow(const CheckedMember& checked)
            AsText(checked.title) + Combination(checked, governing) + '\n';
 }
 
-// JSON line for a member or file that could not be checked.
-std::string RefusalLine(const Refusal& refusal)
-{
-    return JsonLine({{"schema", JSON_SCHEMA},
-                     {"file", refusal.file},
-                     {"line", refusal.line > 0 ? Json(refusal.line) : Json()},
-                     {"title", refusal.title},
-                     {"status", "refused"},
-                     {"errors", refusal.reasons},
-                     {"warnings", WarningsJson(refusal.warnings)}});
-}
-
 std::string TextOf(const CheckedMember& checked, const CheckOptions& options)
 {
     switch (options.format) {
@@ -62,6 +50,17 @@ std::string TextOf(const CheckedMember& checked, const CheckOptions& options)
 }
 
 } // namespace
+
+std::string RefusalLine(const Refusal& refusal)
+{
+    return JsonLine({{"schema", JSON_SCHEMA},
+                     {"file", refusal.file},
+                     {"line", refusal.line > 0 ? Json(refusal.line) : Json()},
+                     {"title", refusal.title},
+                     {"status", "refused"},
+                     {"errors", refusal.reasons},
+                     {"warnings", WarningsJson(refusal.warnings)}});
+}
 
 ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, const OutputPieceSink& sink)
 {

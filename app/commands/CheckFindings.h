@@ -25,6 +25,9 @@ struct OutputPiece {
 };
 using OutputPieceSink = std::function<void(const OutputPiece&)>;
 
+/// JSON line for a member or file that could not be used.
+std::string RefusalLine(const Refusal& refusal);
+
 /// Hands over what the output shows of a checked member, and returns its exit code.
 ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, const OutputPieceSink& sink);
 

@@ -405,6 +405,26 @@ TEST(BucklingCommand, JsonHoldsWhatTheReportHolds)
     EXPECT_THAT(members[1]["refusal"].get<std::string>(), HasSubstr("angle"));
 }
 
+// A line for each member, the same as in the array, and one for what is refused.
+TEST(BucklingCommand, JsonLinesAreTheEntriesOfTheArray)
+{
+    const auto array = Trial::RunKsteel("buckling --format json examples/column.csv examples/floor_beam.csv");
+    const auto lines =
+        Trial::RunKsteel("buckling --format jsonl examples/column.csv missing.csv examples/floor_beam.csv");
+    EXPECT_EQ(array.code, 0) << array;
+    EXPECT_EQ(lines.code, 2) << lines;
+    const Json members = Json::parse(array.out);
+    std::istringstream stream(lines.out);
+    std::vector<Json> found;
+    for (std::string line; std::getline(stream, line);)
+        found.push_back(Json::parse(line));
+    ASSERT_EQ(found.size(), 3u);
+    EXPECT_EQ(found[0], members[0]);
+    EXPECT_EQ(found[1]["status"], "refused");
+    EXPECT_EQ(found[1]["file"], "missing.csv");
+    EXPECT_EQ(found[2], members[1]);
+}
+
 TEST(BucklingCommand, TheDrawingIsOfOneMemberAndNeverTakesTheInputsPlace)
 {
     const Trial::TestDirectory directory;
