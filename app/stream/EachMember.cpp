@@ -122,7 +122,7 @@ void MemberLoop::UseBeam(const std::string& name, const MemberPiece& piece)
     if (m_beams.tellDeflections) TellDeflections(beam);
     for (const MemberFile& member : beam.members) {
         for (const Defect& defect : member.Check().defects)
-            m_console.err(defect.Text(member.Name()));
+            if (!IsOfTheBeam(defect.code)) m_console.err(defect.Text(member.Name())); // else it stands above
         UseOne(member, 0);
     }
 }

@@ -1,6 +1,7 @@
 #include "keltrix/design/LateralLength.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace Keltrix::Design {
 
@@ -64,16 +65,56 @@ void TakeTable14(const Stretch& stretch, Flange flange, const MomentDiagram& dia
 
 } // namespace
 
+namespace {
+
+double LargestShear(const std::vector<Steel::CSubSpan>& subSpans)
+{
+    double largest = 0.0;
+    for (const Steel::CSubSpan& s : subSpans)
+        largest = std::max({largest, std::abs(s.GetForcesLeft().z), std::abs(s.GetForcesRight().z)});
+    return largest;
+}
+
+// A load upwards below the shear centre turns the section further, as one downwards above it does. The load at a point is the jump of the
+// shear there, that along a sub-span its slope.
+class UpliftFromBelow {
+public:
+    explicit UpliftFromBelow(const std::vector<Steel::CSubSpan>& subSpans) :
+        m_subSpans(subSpans), m_least(1e-9 * LargestShear(subSpans))
+    {}
+
+    bool At(const CMemberPoint& point, std::size_t i) const
+    {
+        if (!(point.GetRestraint().LoadHeight() < 0.0) || IsVerticalSupport(point)) return false;
+        const double before = i > 0 && i <= m_subSpans.size() ? m_subSpans[i - 1].GetForcesRight().z : 0.0;
+        const double after = i < m_subSpans.size() ? m_subSpans[i].GetForcesLeft().z : 0.0;
+        return before - after > m_least;
+    }
+
+    bool Along(std::size_t i) const
+    {
+        const Steel::CSubSpan& s = m_subSpans[i];
+        return s.GetRestraint().LoadHeight() < 0.0 && s.GetForcesLeft().z - s.GetForcesRight().z > m_least;
+    }
+
+private:
+    const std::vector<Steel::CSubSpan>& m_subSpans;
+    double m_least;
+};
+
+} // namespace
+
 bool IsDestabilised(const Stretch& stretch, const std::vector<CMemberPoint>& points,
                     const std::vector<Steel::CSubSpan>& subSpans)
 {
+    const UpliftFromBelow uplift(subSpans);
     for (std::size_t i = 0; i < points.size(); ++i) {
         const double x = points[i].GetPos();
         if (x > stretch.right.x) break;
-        if (x >= stretch.left.x && points[i].GetRestraint().IsDestabilized()) return true;
+        if (x >= stretch.left.x && (points[i].GetRestraint().IsDestabilized() || uplift.At(points[i], i))) return true;
         const bool covers = i < subSpans.size() && i + 1 < points.size() && x < stretch.right.x &&
                             points[i + 1].GetPos() > stretch.left.x;
-        if (covers && subSpans[i].GetRestraint().IsDestabilized()) return true;
+        if (covers && (subSpans[i].GetRestraint().IsDestabilized() || uplift.Along(i))) return true;
     }
     return false;
 }

@@ -96,6 +96,8 @@ private:
                                   FACTOR.expected);
             term.unfavourable = keys.NumberOf((*pair)[0], name, FACTOR).value_or(0.0);
             term.favourable = keys.NumberOf((*pair)[1], name, FACTOR).value_or(0.0);
+            if (term.favourable > term.unfavourable)
+                keys.Error(TomlKeys::LineOf(node), name, "the larger factor second", FACTOR.expected);
         } else {
             term.unfavourable = keys.NumberOf(node, name, FACTOR).value_or(0.0);
             // Spans that a case may leave unloaded have nothing of it.

@@ -67,13 +67,14 @@ public:
     {
         for (const toml::table* table : m_keys.Tables("case", MOST_CASES))
             ReadCase(*table);
-        for (const toml::table* table : m_keys.Tables("load", MOST_PARTS))
+        const std::vector<const toml::table*> loads = m_keys.Tables("load", MOST_PARTS);
+        for (const toml::table* table : loads)
             ReadLoad(*table);
         AddSelfWeight();
         if (m_file.beam.cases.size() > MOST_CASES)
             m_keys.Error(m_keys.LineOf("load"), "load", std::to_string(m_file.beam.cases.size()) + " cases",
                          "at most " + std::to_string(MOST_CASES));
-        if (m_file.beam.loads.empty() && !m_keys.Has("load"))
+        if (loads.empty())
             m_keys.Say(m_file.beam.selfWeight ? Severity::Warning : Severity::Error, 1, "load",
                        m_file.beam.selfWeight ? "no loads: the self weight acts alone" : "no loads");
     }
@@ -269,6 +270,8 @@ private:
     {
         const toml::node* const node = keys.Find("height");
         if (!node) return;
+        if (keys.Has("moment"))
+            keys.Error(keys.LineOf("height"), "height", "the height of a moment", "none", "a moment has no height");
         double height = 0.0;
         Steel::LoadPos reference = Steel::SHR_CENTRE;
         if (node->is_string()) {

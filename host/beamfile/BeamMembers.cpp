@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <stdexcept>
 
@@ -118,6 +119,8 @@ private:
                            std::to_string(m_made.combinations.list.size()) + " of them, at most " +
                                std::to_string(MOST_COMBINATIONS) + ": give pattern = false, or fewer cases");
             NoteCombinations();
+            NoteAlternatives();
+            NoteLoads();
             MakeMembers();
             CheckDeflections();
         } catch (const std::overflow_error& failure) {
@@ -161,9 +164,55 @@ private:
     void NoteCombinations()
     {
         for (const CString& note : m_made.combinations.notes) {
-            const bool isLoss = Holds(note, L"left out") || Holds(note, L"act in no combination");
+            const bool isLoss = Holds(note, L"left out") || Holds(note, L"act in no ");
             Say(isLoss ? Severity::Warning : Severity::Note, m_file.combinationsLine, "combinations", Utf8(note));
         }
+    }
+
+    // Standards combine one wind with another one as little as one snow with another: parts of one action belong to one case.
+    void NoteAlternatives()
+    {
+        if (!m_file.own.empty() && !m_file.standard) return;
+        for (const bool wind : {true, false}) {
+            std::string names;
+            std::size_t count = 0;
+            for (const Statics::Case& one : m_file.beam.cases) {
+                const bool isWind = one.kind == Statics::ActionKind::Wind;
+                const bool isSnow =
+                    one.kind == Statics::ActionKind::Snow || one.kind == Statics::ActionKind::SnowAbove1000m;
+                if (wind ? !isWind : !isSnow) continue;
+                names += (count == 0 ? "" : ", ") + PrintableLine(Utf8(one.name));
+                ++count;
+            }
+            if (count > 1)
+                Say(Severity::Note, m_file.combinationsLine, "combinations",
+                    std::string(wind ? "wind" : "snow") + " cases are alternatives, which never act together: " +
+                        names + "; what acts together belongs to one case");
+        }
+    }
+
+    // Loads that do nothing where they act, or act in another direction than their kind has.
+    void NoteLoads()
+    {
+        const Statics::Beam& beam = m_file.beam;
+        const auto isWindDown = [&](const Statics::Load& load) {
+            return beam.cases[load.caseIndex].kind == Statics::ActionKind::Wind &&
+                   load.direction == Statics::Direction::Gravity && load.shape != Statics::LoadShape::Moment;
+        };
+        if (std::abs(beam.inclination) > 1e-3 && std::any_of(beam.loads.begin(), beam.loads.end(), isWindDown))
+            Say(Severity::Warning, m_file.supportsLine, "load",
+                "wind acts straight down on a member that is not level; major = true is across it");
+        const double held = beam.axiallyHeldAt.value_or(beam.supports.empty() ? 0.0 : beam.supports.front().at);
+        const auto isLost = [&](const Statics::Load& load) {
+            return load.direction == Statics::Direction::Axial && load.shape == Statics::LoadShape::Point &&
+                   std::abs(load.from - held) <= 1e-9 * beam.length;
+        };
+        if (std::any_of(beam.loads.begin(), beam.loads.end(), isLost))
+            Say(Severity::Warning, m_file.supportsLine, "load",
+                "an axial load acts at " + Rounded(held, 6) +
+                    " m, where the member is held along its axis: it goes into the support, and no force of it is in "
+                    "the member; "
+                    "axially-held-at names another place");
     }
 
     void MakeMembers()
@@ -225,8 +274,10 @@ private:
             OwnLimits();
         else
             StandardLimits();
+        AddMinorLimits();
         m_made.deflections =
             Statics::CheckDeflections(Analysis(), m_made.combinations.list, m_made.limits, m_file.camber);
+        AddUnevaluated();
         NoteDeflections();
     }
 
@@ -236,13 +287,18 @@ private:
         return std::any_of(list.begin(), list.end(), [&](const auto& one) { return one.state == state; });
     }
 
-    // That with which limits of the file's own are checked.
-    LimitState ServiceState() const
+    // Those with which limits of the file's own are checked: of a standard its rarest, of the file's own combinations all.
+    std::vector<LimitState> ServiceStates() const
     {
-        for (const LimitState state :
-             {LimitState::Serviceability, LimitState::Characteristic, LimitState::Frequent, LimitState::QuasiPermanent})
-            if (HasState(state)) return state;
-        return LimitState::Serviceability;
+        std::vector<LimitState> states;
+        for (const LimitState state : {LimitState::Serviceability, LimitState::Characteristic, LimitState::Frequent,
+                                       LimitState::QuasiPermanent}) {
+            const bool isOwn = std::any_of(m_file.own.begin(), m_file.own.end(),
+                                           [&](const Statics::CombinationRule& rule) { return rule.state == state; });
+            if (isOwn || (states.empty() && HasState(state))) states.push_back(state);
+        }
+        if (states.empty()) states.push_back(LimitState::Serviceability);
+        return states;
     }
 
     void OwnLimits()
@@ -254,13 +310,75 @@ private:
             limit.name = name;
             limit.clause = L"the beam file";
             limit.counted = counted;
-            limit.state = ServiceState();
             limit.spanRatio = span;
             limit.overhangRatio = overhang;
-            m_made.limits.push_back(limit);
+            for (const LimitState state : ServiceStates()) {
+                limit.state = state;
+                m_made.limits.push_back(limit);
+            }
         };
         add(L"variable loads", Statics::Counted::Variable, wishes.imposed, wishes.cantilever);
         add(L"all loads", Statics::Counted::Total, wishes.total, wishes.totalCantilever);
+    }
+
+    // Loads across the web have the same limits across it.
+    void AddMinorLimits()
+    {
+        const auto& loads = m_file.beam.loads;
+        const bool hasMinor = std::any_of(loads.begin(), loads.end(), [](const Statics::Load& load) {
+            return load.direction == Statics::Direction::Minor;
+        });
+        if (!hasMinor) return;
+        std::vector<Statics::DeflectionLimit> across = m_made.limits;
+        for (Statics::DeflectionLimit& limit : across) {
+            limit.minor = true;
+            limit.name += L", across the web";
+        }
+        m_made.limits.insert(m_made.limits.end(), across.begin(), across.end());
+    }
+
+    // What a limit of the file does not reach keeps the beam from passing: overhangs of a limit of spans alone, and spans beside supports that
+    // sink, for whose sinking there is no limit.
+    void AddUnevaluated()
+    {
+        const std::size_t evaluated = m_made.deflections.size();
+        for (std::size_t i = 0; i < m_made.limits.size(); ++i)
+            for (std::size_t k = 0; k < Analysis().Spans().size(); ++k) {
+                const Statics::Span& span = Analysis().Spans()[k];
+                const auto isChecked = [&](const Statics::DeflectionCheck& check) {
+                    return check.limit == i && check.span == k;
+                };
+                const auto begin = m_made.deflections.begin();
+                const auto end = begin + static_cast<std::ptrdiff_t>(evaluated);
+                const auto found = std::find_if(begin, end, isChecked);
+                if (found != end) {
+                    if (!IsSprung(span)) continue;
+                    Statics::DeflectionCheck sprung = *found;
+                    if (found->IsEvaluated() && !found->IsPassed()) continue; // fails as it is
+                    sprung.combination = -1;
+                    sprung.utilisation = std::numeric_limits<double>::infinity();
+                    sprung.reason = L"a support of the span is a spring, and its sinking is not in the deflection from "
+                                    L"the supports";
+                    *found = sprung;
+                    continue;
+                }
+                Statics::DeflectionCheck check;
+                check.limit = i;
+                check.span = k;
+                check.reason = span.IsOverhang()
+                                   ? L"there is no such limit for an overhang; give cantilever and total-cantilever"
+                                   : L"there is no such limit for a span";
+                m_made.deflections.push_back(check);
+            }
+    }
+
+    bool IsSprung(const Statics::Span& span) const
+    {
+        const auto& supports = m_file.beam.supports;
+        return std::any_of(supports.begin(), supports.end(), [&](const Statics::Support& support) {
+            const double near = 1e-9 * m_file.beam.length;
+            return support.vertical > 0.0 && support.at >= span.from - near && support.at <= span.to + near;
+        });
     }
 
     void StandardLimits()
@@ -290,31 +408,6 @@ private:
                 "not evaluated: " + Utf8(std::find_if(deflections.begin(), deflections.end(), [](const auto& check) {
                                              return !check.IsEvaluated();
                                          })->reason));
-        const auto& loads = m_file.beam.loads;
-        if (std::any_of(loads.begin(), loads.end(),
-                        [](const auto& load) { return load.direction == Statics::Direction::Minor; }))
-            Say(Severity::Note, m_file.deflection.line, "deflection", "that across the web is not checked");
-        if ((CSection(Wide(m_file.section)).Component(0).Shape() & CSecGeom::SHAPE_MASK) == CSecGeom::SHAPE_ANGLE &&
-            !deflections.empty())
-            Say(Severity::Warning, m_file.deflection.line, "deflection",
-                "of an angle about the axis of its leg alone: what it moves sideways, as it is not held, is not "
-                "counted");
-        NoteOverhangs();
-    }
-
-    // A limit of spans alone says nothing of an overhang.
-    void NoteOverhangs()
-    {
-        const auto& spans = Analysis().Spans();
-        const bool hasOverhang =
-            std::any_of(spans.begin(), spans.end(), [](const auto& span) { return span.IsOverhang(); });
-        const DeflectionWishes& wishes = m_file.deflection;
-        if (!hasOverhang || !wishes.isAsked) return;
-        if (wishes.cantilever == 0.0 && wishes.totalCantilever == 0.0)
-            Say(Severity::Warning, wishes.line, "deflection", "no limit for the overhang; give cantilever = 180");
-        else if (wishes.total > 0.0 && wishes.totalCantilever == 0.0)
-            Say(Severity::Note, wishes.line, "deflection",
-                "no limit for the overhang under all loads; total-cantilever gives one");
     }
 
     const BeamFile& m_file;

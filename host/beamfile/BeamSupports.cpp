@@ -154,22 +154,28 @@ private:
         if (keys.Has("at") == (keys.Has("from") || keys.Has("to")))
             keys.Error(keys.Line(), "", keys.Has("at") ? "at with from or to" : "no place", "at, or from and to");
         keys.Finish();
-        if (!hold) return;
+        if (!hold || IsCarrying(keys, *hold)) return;
         if (!places.empty()) return AddPlaces(keys, places, *hold);
         if (keys.Has("at")) return;
         m_file.beam.restraints.push_back({from.value_or(0.0), to.value_or(m_file.beam.length), *hold});
         m_lines.restraints.push_back(keys.Line());
     }
 
-    // What holds a place without carrying loads is a support without a vertical hold to the statics.
-    void AddPlaces(TomlKeys& keys, const std::vector<double>& places, const CRestraint& hold)
+    // Whether a hold would carry loads, which is an error at a place as along a length.
+    static bool IsCarrying(TomlKeys& keys, const CRestraint& hold)
     {
         constexpr unsigned int carrying =
             CRestraint::MAJOR_SHEAR | CRestraint::MAJOR_ROTATION | CRestraint::MAJOR_ROTATION_PART;
-        if (!hold.IsFree(carrying, true))
-            return keys.Error(keys.LineOf("holds"), "holds", "a hold that carries loads",
-                              "one that holds the member across alone, as \"Top flange lateral\"",
-                              "what holds up or against rotation belongs to supports");
+        if (hold.IsFree(carrying, true)) return false;
+        keys.Error(keys.LineOf("holds"), "holds", "a hold that carries loads",
+                   "one that holds the member across alone, as \"Top flange lateral\"",
+                   "what holds up or against rotation belongs to supports");
+        return true;
+    }
+
+    // What holds a place without carrying loads is a support without a vertical hold to the statics.
+    void AddPlaces(TomlKeys& keys, const std::vector<double>& places, const CRestraint& hold)
+    {
         for (const double at : places) {
             Support support;
             support.at = at;
@@ -191,6 +197,13 @@ private:
         beam.inclination = degrees * std::numbers::pi / 180.0;
         beam.selfWeight = m_keys.Flag("self-weight").value_or(true);
         beam.axiallyHeldAt = m_keys.Number("axially-held-at", PLACE);
+        if (!beam.axiallyHeldAt) return;
+        const auto isThere = [&](const Support& support) {
+            return std::abs(support.at - *beam.axiallyHeldAt) <= 1e-9 * beam.length;
+        };
+        if (std::none_of(beam.supports.begin(), beam.supports.end(), isThere))
+            m_keys.Error(m_keys.LineOf("axially-held-at"), "axially-held-at", Shortest(*beam.axiallyHeldAt) + " m",
+                         "the place of a support");
     }
 
     TomlKeys& m_keys;

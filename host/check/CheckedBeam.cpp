@@ -60,6 +60,7 @@ std::vector<MemberWarning> Gathered(const Beam& beam, const std::vector<CheckedM
     std::vector<Found> found;
     for (const CheckedMember& one : cases) {
         for (const MemberWarning& warning : one.warnings) {
+            if (IsOfTheBeam(warning.code) || warning.code == "small-forces") continue; // the file has kN
             if (IsOfCouple(beam, warning)) continue;
             const auto at = std::find_if(found.begin(), found.end(), [&](const Found& known) {
                 return known.warning.text == warning.text && known.warning.code == warning.code;
@@ -143,6 +144,45 @@ void DropOutside(CheckedMember& checked)
     }
 }
 
+bool IsCompressed(const Beam& beam)
+{
+    const std::vector<Statics::Combination>& list = beam.made.combinations.list;
+    return std::any_of(beam.made.members.begin(), beam.made.members.end(), [&](const BeamMember& member) {
+        const Statics::Response response = beam.made.analysis->Of(list[member.combination].terms);
+        return std::any_of(response.axial.begin(), response.axial.end(), [](const Statics::AxialPiece& piece) {
+            return piece.left < 0.0 || piece.right < 0.0 || piece.At(0.5) < 0.0;
+        });
+    });
+}
+
+// Checks of members know neither springs nor hinges: their points hold rigidly what the restraints say, and the member goes on at a hinge.
+// Where that would decide on buckling, nothing is known of it.
+void AddUnseenBuckling(const Beam& beam, CheckedMember& checked)
+{
+    const Statics::Beam& given = beam.file.beam;
+    const auto isLateral = [](const Statics::Support& one) { return one.lateral > 0.0 || one.lateralRotation > 0.0; };
+    const auto isSprung = [&](const Statics::Support& one) {
+        return isLateral(one) || one.vertical > 0.0 || one.rotation > 0.0;
+    };
+    const bool hasLateral = std::any_of(given.supports.begin(), given.supports.end(), isLateral);
+    const bool hasSpring = std::any_of(given.supports.begin(), given.supports.end(), isSprung);
+    const bool hasHinge = !given.hinges.empty();
+    if (!hasLateral && !((hasSpring || hasHinge) && IsCompressed(beam))) return;
+    RuleFinding finding;
+    for (const RuleFinding& known : checked.findings.rules)
+        finding.rule = std::max(finding.rule, known.rule + 1);
+    finding.name = L"buckling of a member with springs or hinges";
+    finding.clause = L"none";
+    finding.reason =
+        hasHinge && !hasSpring
+            ? L"the checks take the member as continuous at its hinges, which is not safe under compression"
+            : L"the checks take springs as rigid and the member as continuous at hinges, which is not safe for "
+              L"buckling";
+    checked.findings.rules.push_back(finding);
+    checked.sources.emplace_back();
+    checked.passed = false;
+}
+
 void AddDeflections(const Beam& beam, CheckedMember& checked)
 {
     if (beam.made.deflections.empty()) return;
@@ -165,10 +205,36 @@ void AddDeflections(const Beam& beam, CheckedMember& checked)
 
 } // namespace
 
+bool IsOfTheBeam(const std::string& code) { return code == "beam" || code == "beam-file"; }
+
 Beam ReadBeam(const std::string& name, std::string_view bytes, const ReadingOptions& reading,
               const Design::DesignCode* code)
 {
     return MakeBeam(ReadBeamFile(name, bytes, code), reading, code);
+}
+
+// What every member of the beam has to say by itself, too, where it is looked at alone: the warnings of the beam, and deflections that are
+// not kept.
+static std::vector<Defect> DefectsOfEach(const Beam& beam)
+{
+    std::vector<Defect> defects;
+    for (Defect defect : beam.made.defects) {
+        if (defect.severity == Severity::Error) continue;
+        defect.member = 0;
+        defect.line = 1;
+        defects.push_back(std::move(defect));
+    }
+    const auto& checks = beam.made.deflections;
+    if (std::all_of(checks.begin(), checks.end(), [](const auto& check) { return check.IsPassed(); })) return defects;
+    Defect defect;
+    defect.severity = Severity::Warning;
+    defect.line = 1;
+    defect.member = 0;
+    defect.code = "beam";
+    defect.keyword = "deflection";
+    defect.advice = "of the beam, in none of its members: fails, or is not evaluated";
+    defects.push_back(std::move(defect));
+    return defects;
 }
 
 Beam MakeBeam(BeamFile file, const ReadingOptions& reading, const Design::DesignCode* code)
@@ -179,8 +245,13 @@ Beam MakeBeam(BeamFile file, const ReadingOptions& reading, const Design::Design
         for (Defect& defect : beam.made.defects)
             if (defect.severity == Severity::Warning) defect.severity = Severity::Error;
     if (beam.made.HasErrors()) return beam;
-    for (const BeamMember& member : beam.made.members)
-        beam.members.emplace_back(SourceText{beam.file.name + " (" + member.name + ')', Wide(member.text)}, reading);
+    const std::vector<Defect> known = DefectsOfEach(beam);
+    for (const BeamMember& member : beam.made.members) {
+        MemberFile& added = beam.members.emplace_back(
+            SourceText{beam.file.name + " (" + member.name + ')', Wide(member.text)}, reading);
+        for (const Defect& defect : known)
+            added.Add(defect);
+    }
     return beam;
 }
 
@@ -220,6 +291,7 @@ CheckedMember CheckBeam(const Beam& beam, const CodeChoice& choice, bool withTex
     checked.title = beam.file.title;
     checked.warnings = std::move(warnings);
     checked.fileWarnings = beam.made.defects.size();
+    AddUnseenBuckling(beam, checked);
     AddDeflections(beam, checked);
     checked.findings.status = checked.failed   ? Design::Status::Failed
                               : checked.passed ? Design::Status::Passed

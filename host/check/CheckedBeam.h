@@ -22,6 +22,9 @@ Beam ReadBeam(const std::string& name, std::string_view bytes, const ReadingOpti
 /// The same for a beam that was read already, such as one with another section.
 Beam MakeBeam(BeamFile file, const ReadingOptions& reading, const Design::DesignCode* code);
 
+/// Whether the code of a warning is that of one of the beam, which each of its members has, too.
+bool IsOfTheBeam(const std::string& code);
+
 /// The defects of a beam as the warnings of its sheet, the errors left out.
 std::vector<MemberWarning> WarningsOf(const Beam& beam);
 

@@ -73,7 +73,7 @@ std::vector<MemberWarning> MemberFile::WarningsOf(std::size_t i) const
 
 void MemberFile::Add(Defect defect)
 {
-    m_check.members[defect.member].hasErrors = true;
+    if (defect.severity == Severity::Error) m_check.members[defect.member].hasErrors = true;
     const auto at = std::upper_bound(m_check.defects.begin(), m_check.defects.end(), defect,
                                      [](const Defect& a, const Defect& b) { return a.line < b.line; });
     m_check.defects.insert(at, std::move(defect));

@@ -29,7 +29,7 @@ public:
 
     const std::string& Name() const { return m_name; }
     const FileCheck& Check() const { return m_check; }
-    /// Adds an error that something else than reading found in a member.
+    /// Adds an error, a warning or a note that something else than reading found in a member.
     void Add(Defect defect);
     std::size_t MemberCount() const { return m_check.members.size(); }
     const MemberText& Member(std::size_t i) const { return m_check.members[i]; }

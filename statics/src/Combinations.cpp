@@ -197,21 +197,31 @@ private:
         NoteMissing(rules, combinations);
     }
 
-    // Cases whose loads no rule counts, such as a self weight that rules made for another beam do not know.
+    // Cases whose loads no rule counts, such as a self weight that rules made for another beam do not know: of the ultimate limit state, and of
+    // the others where there are any.
     void NoteMissing(const std::vector<CombinationRule>& rules, Combinations& combinations) const
+    {
+        const auto isUltimate = [](const CombinationRule& rule) { return rule.state == LimitState::Ultimate; };
+        NoteMissing(rules, true, L"ultimate combination", combinations);
+        if (!std::all_of(rules.begin(), rules.end(), isUltimate))
+            NoteMissing(rules, false, L"combination of serviceability", combinations);
+    }
+
+    void NoteMissing(const std::vector<CombinationRule>& rules, bool ultimate, const wchar_t* what,
+                     Combinations& combinations) const
     {
         std::vector<bool> missing(m_beam.cases.size(), false);
         for (const Unit& unit : m_analysis.Units())
             missing[unit.caseIndex] = true;
         for (const CombinationRule& rule : rules) {
-            if (FaultOf(rule)) continue;
+            if (FaultOf(rule) || (rule.state == LimitState::Ultimate) != ultimate) continue;
             for (const RuleTerm& term : rule.terms)
                 if (term.unfavourable != 0.0 || term.favourable != 0.0) missing[term.caseIndex] = false;
         }
         for (std::size_t c = 0; c < missing.size(); ++c)
             if (missing[c])
-                combinations.notes.push_back(L"the loads of the case " + m_beam.cases[c].name +
-                                             L" act in no combination: no rule counts them");
+                combinations.notes.push_back(L"the loads of the case " + m_beam.cases[c].name + L" act in no " + what +
+                                             L": no rule counts them");
     }
 
     const Analysis& m_analysis;

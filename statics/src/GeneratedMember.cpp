@@ -261,50 +261,94 @@ private:
         member.notes.push_back(note);
     }
 
-    // Whether a load acts in a combination in the span that has the place.
-    bool Acts(const Combination& combination, const Load& load, double from, double to) const
+    // The factor of a load in a combination in the span that has the place; 0 where it does not act.
+    double FactorOf(const Combination& combination, const Load& load, double from, double to) const
     {
         const bool bySpan = m_beam.cases[load.caseIndex].bySpan;
+        double factor = 0.0;
         for (const Term& term : combination.terms) {
-            if (term.caseIndex != load.caseIndex || term.factor == 0.0) continue;
-            if (!bySpan || term.spans.empty()) return true;
-            for (std::size_t i = 0; i < m_analysis.Spans().size(); ++i) {
+            if (term.caseIndex != load.caseIndex) continue;
+            bool acts = !bySpan || term.spans.empty();
+            for (std::size_t i = 0; !acts && i < m_analysis.Spans().size(); ++i) {
                 const Span& span = m_analysis.Spans()[i];
-                if (term.ActsOn(static_cast<int>(i)) && from >= span.from - 1e-9 * m_beam.length &&
-                    to <= span.to + 1e-9 * m_beam.length)
-                    return true;
+                acts = term.ActsOn(static_cast<int>(i)) && from >= span.from - 1e-9 * m_beam.length &&
+                       to <= span.to + 1e-9 * m_beam.length;
             }
+            if (acts) factor += term.factor;
         }
-        return false;
+        return factor;
     }
+
+    // What acts at a place, downwards above zero, and at which heights.
+    struct Acting {
+        double sum = 0.0;
+        double sumOfMagnitudes = 0.0;
+        double moment = 0.0; // of the loads about the shear centre once the section has turned, for each radian
+        double highestDown = -std::numeric_limits<double>::infinity();
+        double lowestUp = std::numeric_limits<double>::infinity();
+        double first = std::numeric_limits<double>::quiet_NaN();
+        bool differs = false;
+
+        void Add(double load, double height)
+        {
+            if (load == 0.0) return;
+            sum += load;
+            sumOfMagnitudes += std::abs(load);
+            moment += load * height;
+            if (load > 0.0)
+                highestDown = std::max(highestDown, height);
+            else
+                lowestUp = std::min(lowestUp, height);
+            differs = differs || (!std::isnan(first) && first != height);
+            if (std::isnan(first)) first = height;
+        }
+
+        // The height at which the sum of the loads turns the section at least as much as all of them do, and no less than any load of its
+        // sense would. Whole micrometres, because half a depth has more digits than a member file.
+        double Height() const
+        {
+            if (sumOfMagnitudes == 0.0) return NO_LOAD;
+            const double most = std::max(std::abs(highestDown > -1e300 ? highestDown : 0.0),
+                                         std::abs(lowestUp < 1e300 ? lowestUp : 0.0));
+            double height = std::max(highestDown, -lowestUp);
+            if (sum > 1e-9 * sumOfMagnitudes) height = std::max(moment / sum, highestDown);
+            if (sum < -1e-9 * sumOfMagnitudes) height = std::min(moment / sum, lowestUp);
+            return std::round(std::clamp(height, -10.0 * most, 10.0 * most) * 1e6) / 1e6;
+        }
+    };
 
     void SetHeights(const Combination& combination, GeneratedMember& member) const
     {
         const std::vector<double>& breaks = m_analysis.Breaks();
-        std::vector<double> at(breaks.size(), NO_LOAD);
-        std::vector<double> along(breaks.size() - 1, NO_LOAD);
-        bool differ = false;
-        const auto raise = [&](double& height, double by) {
-            differ = differ || (height != NO_LOAD && height != by);
-            height = std::max(height, by);
-        };
+        std::vector<Acting> at(breaks.size());
+        std::vector<Acting> along(breaks.size() - 1);
         for (const Load& load : m_beam.loads) {
             if (load.direction == Direction::Minor || load.direction == Direction::Axial ||
                 load.shape == LoadShape::Moment)
                 continue;
-            if (load.value == 0.0 && load.valueTo == 0.0) continue;
             const double height = HeightOf(load, m_beam.section);
             const std::size_t first = BreakAt(load.from);
             if (load.shape == LoadShape::Point) {
-                if (Acts(combination, load, load.from, load.from)) raise(at[first], height);
+                at[first].Add(FactorOf(combination, load, load.from, load.from) * load.value, height);
                 continue;
             }
-            for (std::size_t j = first; j < BreakAt(load.to); ++j)
-                if (Acts(combination, load, breaks[j], breaks[j + 1])) raise(along[j], height);
+            for (std::size_t j = first; j < BreakAt(load.to); ++j) {
+                const double s = (0.5 * (breaks[j] + breaks[j + 1]) - load.from) / (load.to - load.from);
+                along[j].Add(FactorOf(combination, load, breaks[j], breaks[j + 1]) *
+                                 (load.value + s * (load.valueTo - load.value)),
+                             height);
+            }
         }
-        Put(at, along, member);
-        if (differ)
-            member.notes.push_back(L"where loads act at different heights, the highest one counts for all of them");
+        const auto differs = [](const Acting& acting) { return acting.differs; };
+        if (std::any_of(at.begin(), at.end(), differs) || std::any_of(along.begin(), along.end(), differs))
+            member.notes.push_back(
+                L"where loads act at different heights, all of them count at the one that destabilises most");
+        std::vector<double> heights(at.size());
+        std::vector<double> heightsAlong(along.size());
+        std::transform(at.begin(), at.end(), heights.begin(), [](const Acting& acting) { return acting.Height(); });
+        std::transform(along.begin(), along.end(), heightsAlong.begin(),
+                       [](const Acting& acting) { return acting.Height(); });
+        Put(heights, heightsAlong, member);
     }
 
     void Put(const std::vector<double>& at, const std::vector<double>& along, GeneratedMember& member) const
@@ -321,34 +365,6 @@ private:
             for (int k = 0; k < m_parts[j]; ++k)
                 set(member.subSpans[m_first[j] + static_cast<std::size_t>(k)], along[j]);
         }
-        NoteUplift(member);
-    }
-
-    // A load upwards destabilises from below, which the sign of its height does not show.
-    void NoteUplift(GeneratedMember& member) const
-    {
-        const double largest = LargestShear(member);
-        bool found = false;
-        for (std::size_t i = 0; i < member.subSpans.size(); ++i) {
-            const CSubSpan& s = member.subSpans[i];
-            const double before = i > 0 ? member.subSpans[i - 1].GetForcesRight().z : 0.0;
-            const bool point = s.GetForcesLeft().z - before < -1e-9 * largest;
-            const bool along = s.GetForcesRight().z - s.GetForcesLeft().z < -1e-9 * largest;
-            found = found || (along && s.GetRestraint().LoadHeight() < 0.0) ||
-                    (point && member.points[i].GetRestraint().LoadHeight() < 0.0);
-        }
-        if (found)
-            member.notes.push_back(
-                L"loads act upwards from below the shear centre, which destabilises although the load height is "
-                L"below zero: rules that go by the sign of the height do not see it");
-    }
-
-    static double LargestShear(const GeneratedMember& member)
-    {
-        double largest = 0.0;
-        for (const CSubSpan& s : member.subSpans)
-            largest = std::max({largest, std::abs(s.GetForcesLeft().z), std::abs(s.GetForcesRight().z)});
-        return largest;
     }
 
     const Analysis& m_analysis;

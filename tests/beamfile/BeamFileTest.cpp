@@ -132,7 +132,7 @@ TEST(BeamFile, SelfWeightHasACaseWithoutPermanentLoads)
     // Left out of all combinations it is told as a warning.
     EXPECT_THAT(Messages(std::string(HEAD) + "length = 6\n[[load]]\nkind = \"imposed\"\nudl = 5\n"
                                              "[[combination]]\nname = \"A\"\nfactors = { imposed = 1.6 }\n"),
-                HasSubstr("warning: combinations: the loads of the case Self weight act in no combination"));
+                HasSubstr("warning: combinations: the loads of the case Self weight act in no ultimate combination"));
 }
 
 TEST(BeamFile, TitleOfAMemberHasNoComma)

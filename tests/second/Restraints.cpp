@@ -229,13 +229,25 @@ private:
         return supports >= 2 || (supports == 1 && fixed);
     }
 
+    /// A height above zero, or uplift from below: a jump of the shear downwards where nothing holds the point up, a shear that falls along.
     bool Destabilising(double a, double b) const
     {
-        for (const Point& p : m_b.member.points)
-            if (p.x >= a - m_tol && p.x <= b + m_tol && p.height > 0.0) return true;
-        for (std::size_t i = 0; i < m_b.member.subs.size(); ++i) {
-            const double from = std::max(a, m_b.member.points[i].x), to = std::min(b, m_b.member.points[i + 1].x);
-            if (to - from > m_tol && m_b.member.subs[i].height > 0.0) return true;
+        const std::vector<SubSpan>& subs = m_b.member.subs;
+        const std::vector<Point>& points = m_b.member.points;
+        double most = 0.0;
+        for (const SubSpan& s : subs)
+            most = std::max({most, std::abs(s.Fz[0]), std::abs(s.Fz[1])});
+        const double noise = 1e-9 * most;
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            if (points[i].x < a - m_tol || points[i].x > b + m_tol) continue;
+            if (points[i].height > 0.0) return true;
+            const double jump = (i < subs.size() ? subs[i].Fz[0] : 0.0) - (i > 0 ? subs[i - 1].Fz[1] : 0.0);
+            if (points[i].height < 0.0 && jump < -noise && !Has(points[i].bits, Bits::MAJOR_SHEAR)) return true;
+        }
+        for (std::size_t i = 0; i < subs.size(); ++i) {
+            const double from = std::max(a, points[i].x), to = std::min(b, points[i + 1].x);
+            const bool up = subs[i].Fz[1] - subs[i].Fz[0] < -noise;
+            if (to - from > m_tol && (subs[i].height > 0.0 || (subs[i].height < 0.0 && up))) return true;
         }
         return false;
     }

@@ -283,7 +283,7 @@ TEST(LoadHeights, TheHighestLoadThatActs)
     EXPECT_EQ(along(members[1], 2), 0.0);
     EXPECT_EQ(at(members[2], 1), 0.0);
     ASSERT_EQ(members[0].notes.size(), 1U);
-    EXPECT_GE(members[0].notes[0].Find(L"the highest one counts"), 0);
+    EXPECT_GE(members[0].notes[0].Find(L"destabilises most"), 0);
     EXPECT_TRUE(members[2].notes.empty());
     // The same points for all.
     for (const GeneratedMember& m : members)
@@ -291,16 +291,30 @@ TEST(LoadHeights, TheHighestLoadThatActs)
             EXPECT_EQ(m.points[i].GetPos(), members[0].points[i].GetPos());
 }
 
-TEST(LoadHeights, UpliftFromBelowIsTold)
+// Under uplift the lowest of the upward loads counts, and what acts downwards elsewhere does not take its height away: 5 kN upwards at
+// -0.2 m and 1 kN downwards at 0 turn the section as 4 kN upwards at -0.25 m.
+TEST(LoadHeights, OfUpliftAreTheLowest)
 {
     Beam beam = Single(6.0, PINNED, PINNED);
-    beam.loads = {PointLoad(0, -5e3, 3.0)};
+    beam.loads = {PointLoad(0, -5e3, 3.0), PointLoad(0, 1e3, 3.0)};
     beam.loads[0].height = -0.2;
-    const GeneratedMember m = MemberOf(beam);
-    ASSERT_EQ(m.notes.size(), 1U);
-    EXPECT_GE(m.notes[0].Find(L"act upwards from below"), 0);
+    const auto height = [&] { return MemberOf(beam).points[1].GetRestraint().LoadHeight(); };
+    EXPECT_DOUBLE_EQ(height(), -0.25);
+    beam.loads[1].height = -0.3; // below, and stabilising
+    EXPECT_DOUBLE_EQ(height(), -0.2);
+    beam.loads[1].value = 0.0;
+    EXPECT_DOUBLE_EQ(height(), -0.2);
     beam.loads[0].height = 0.2;
-    EXPECT_TRUE(MemberOf(beam).notes.empty());
+    EXPECT_DOUBLE_EQ(height(), 0.2);
+    // A sum downwards: 6 kN at 0.1 m, less 2 kN upwards at -0.2 m, as 4 kN at 0.25 m.
+    beam.loads = {PointLoad(0, 6e3, 3.0), PointLoad(0, -2e3, 3.0)};
+    beam.loads[0].height = 0.1;
+    beam.loads[1].height = -0.2;
+    EXPECT_DOUBLE_EQ(height(), 0.25);
+    // Half a depth in whole micrometres.
+    beam.loads = {PointLoad(0, 6e3, 3.0)};
+    beam.loads[0].height = 0.4533999999999 / 2.0;
+    EXPECT_DOUBLE_EQ(height(), 0.2267);
 }
 
 TEST(Notes, WhatWasReadIntoTheBeam)

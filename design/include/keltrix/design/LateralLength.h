@@ -25,8 +25,9 @@ struct LateralLength {
     std::array<bool, 2> nominalRefused{};
 };
 
-/// Whether a load acts above its reference anywhere in a stretch, its ends included: at a point of the member or along a
-/// sub-span. Linear in the number of points.
+/// Whether a load turns the section further where it buckles, anywhere in a stretch, its ends included: a load height above zero at a point of
+/// the member or along a sub-span, whatever acts there, or one below zero where the load acts upwards (the shear falls, by more than 1e-9 of the
+/// largest; not at vertical supports, where the jump is the reaction). Linear in the number of points.
 KELTRIX_DESIGN_API bool IsDestabilised(const Stretch& stretch, const std::vector<Steel::CMemberPoint>& points,
                                        const std::vector<Steel::CSubSpan>& subSpans);
 
