@@ -13,6 +13,7 @@
 #include "keltrix/host/Host.h"
 #include "report/HtmlReport.h"
 #include "report/MemberReport.h"
+#include "support/RandomCases.h"
 #include "text/Json.h"
 
 namespace Keltrix::BeamTest {
@@ -69,7 +70,7 @@ std::pair<double, double> PlaceOf(const RuleFinding& rule)
 
 TEST(BeamCheck, IsTheEnvelopeOfItsMembersReadFromTheirFiles)
 {
-    for (unsigned seed = 1; seed <= 60; ++seed) {
+    for (unsigned seed = 1; seed <= static_cast<unsigned>(TestSupport::RandomCases(60)); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         const Beam beam = Read(RandomBeam(seed));
         ASSERT_FALSE(beam.members.empty()) << Messages(beam);

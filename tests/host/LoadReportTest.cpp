@@ -8,6 +8,7 @@
 #include "host/LoadedBeams.h"
 #include "loads/LoadText.h"
 #include "statics/RandomBeam.h"
+#include "support/RandomCases.h"
 #include "text/Json.h"
 #include "text/Render.h"
 
@@ -186,7 +187,7 @@ TEST(LoadReport, ReactionsBalanceTheLoadsOfRandomBeams)
     const unsigned seed = 20240817;
     StaticsTest::BeamGenerator random(seed);
     int reported = 0;
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < TestSupport::RandomCases(300); ++i) {
         SCOPED_TRACE("seed " + std::to_string(seed) + ", beam " + std::to_string(i));
         StaticsTest::BeamGenerator::Kinds kinds;
         kinds.cases = 2;
