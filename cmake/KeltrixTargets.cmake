@@ -25,6 +25,11 @@ endfunction()
 function(keltrix_precompile target)
   if(KELTRIX_PRECOMPILE)
     target_precompile_headers(${target} PRIVATE ${ARGN})
+    # In a precompiled header g++ 12 no longer knows which code is the standard library's, and reports what it thinks of it after inlining.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      target_compile_options(${target} PRIVATE
+        -Wno-array-bounds -Wno-maybe-uninitialized -Wno-restrict -Wno-stringop-overflow -Wno-stringop-overread)
+    endif()
   endif()
 endfunction()
 
