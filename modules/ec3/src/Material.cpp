@@ -210,4 +210,19 @@ Material MakeMaterial(const CSteelGrade& grade, const Design::SectionProperties&
                         annex);
 }
 
+Strength MakeStrength(const Material& material, const Annex& annex)
+{
+    Strength s;
+    s.fy = material.fy;
+    s.fu = material.fu;
+    s.epsilon = material.Epsilon();
+    s.gammaM0 = annex.gammaM0;
+    s.gammaM1 = annex.gammaM1;
+    s.gammaM2 = annex.gammaM2;
+    s.eta = annex.eta;
+    s.E = material.E;
+    s.G = material.G;
+    return s;
+}
+
 } // namespace Keltrix::EC3

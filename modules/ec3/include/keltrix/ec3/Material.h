@@ -3,6 +3,7 @@
 #include "keltrix/design/SectionProperties.h"
 #include "keltrix/ec3/Annex.h"
 #include "keltrix/ec3/Export.h"
+#include "keltrix/ec3/Section.h"
 #include "keltrix/platform/KxData.h"
 
 namespace Keltrix::EC3 {
@@ -44,5 +45,8 @@ KELTRIX_EC3_API Material MakeMaterial(const CSteelGrade& grade, double thickest,
 /// The same for a section: by its thickest element.
 KELTRIX_EC3_API Material MakeMaterial(const CSteelGrade& grade, const Design::SectionProperties& section,
                                       const Annex& annex);
+
+/// Strengths, partial factors and national choices as the resistances of cross-sections take them.
+KELTRIX_EC3_API Strength MakeStrength(const Material& material, const Annex& annex);
 
 } // namespace Keltrix::EC3
