@@ -5,6 +5,7 @@
 #include <cmath>
 #include <optional>
 #include <stdexcept>
+#include <string>
 
 #include "keltrix/ec3/Section.h"
 #include "keltrix/platform/KxData.h"
@@ -36,6 +37,17 @@ inline Strength StrengthOf(double fy)
     m.fu = 1.3 * m.fy;
     m.epsilon = std::sqrt(235.0 / fy);
     return m;
+}
+
+/// EN 10025-2 in the steps of its table, as the UK National Annex has it: S275 and S355 up to 150 mm. Thickness in m.
+inline Strength RolledStrength(const std::string& grade, double thickness)
+{
+    constexpr double upTo[] = {0.016, 0.040, 0.063, 0.080, 0.100, 0.150};
+    constexpr double s275[] = {275, 265, 255, 245, 235, 225};
+    constexpr double s355[] = {355, 345, 335, 325, 315, 295};
+    for (int i = 0; i < 6; ++i)
+        if (thickness <= upTo[i] + 1e-9) return StrengthOf(grade == "S275" ? s275[i] : s355[i]);
+    throw std::runtime_error("no strength");
 }
 
 } // namespace EC3Test

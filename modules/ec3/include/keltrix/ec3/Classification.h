@@ -74,8 +74,10 @@ struct Classification {
 KELTRIX_EC3_API Classification Classify(const Section& section, const Strength& strength, const ClassActions& actions);
 
 /// EN 1993-1-5 4.4: effective section for uniform compression and for bending alone with either flange compressed (flanges first,
-/// then the web, one pass).
-KELTRIX_EC3_API EffectiveSection MakeEffective(const Section& section, const Strength& strength);
+/// then the web, one pass). Moduli are the smallest of the ways of bending that the actions name about an axis, or of both ways
+/// where they name none.
+KELTRIX_EC3_API EffectiveSection MakeEffective(const Section& section, const Strength& strength,
+                                               const ClassActions& actions = {});
 
 /// EN 1993-1-5 Table 4.1 and 4.2: buckling factor of an internal plate, and of an outstand with its tip (or its supported edge)
 /// under the larger compression, for ψ = σ2/σ1. Below the tables' range ψ counts as its end, which is safe.

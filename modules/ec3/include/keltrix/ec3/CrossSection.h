@@ -45,13 +45,16 @@ KELTRIX_EC3_API Resistance VcyRd(const Section& section, const Strength& strengt
 
 /// 6.2.8(3): ρ = (2 VEd/Vpl,Rd - 1)², where VEd is above half of Vpl,Rd; otherwise 0. 1 from Vpl,Rd on.
 KELTRIX_EC3_API double ShearReduction(double VEd, double VplRd);
-/// 6.2.8: moment resistance about y-y with ρ of Vz, and about z-z with ρ of Vy. I sections with equal flanges and rectangular hollow
-/// sections lose the plastic modulus of their webs (6.30); others fy by (1 - ρ) over the whole section, which is safe.
-KELTRIX_EC3_API Resistance MyVRd(const Section& section, const Strength& strength, const Classification& c, double rho);
-KELTRIX_EC3_API Resistance MzVRd(const Section& section, const Strength& strength, const Classification& c, double rho);
+/// 6.2.8: moment resistances with ρ of Vz and of Vy. I sections with equal flanges and rectangular hollow sections lose ρ of the
+/// plates along each force, of an I section with Vz alone as in (6.30); others, and class 4, lose the larger ρ over the whole
+/// section, which is safe.
+KELTRIX_EC3_API Resistance MyVRd(const Section& section, const Strength& strength, const Classification& c, double rhoZ,
+                                 double rhoY = 0.0);
+KELTRIX_EC3_API Resistance MzVRd(const Section& section, const Strength& strength, const Classification& c, double rhoZ,
+                                 double rhoY);
 
 /// 6.2.9.1(5): plastic moment resistance with an axial force of n = |NEd|/Npl,Rd, 0 to 1, without the neglect of small forces that (4)
-/// allows. I and H with equal flanges, rectangular and circular hollow sections in classes 1 and 2; others have no rule. With shear
+/// allows; 0 from n = 1 on. I and H with equal flanges, rectangular and circular hollow sections in classes 1 and 2; others have no rule. With shear
 /// (6.2.10) n, Npl and Mpl are those of a section that has lost ρ of the plates along the shear.
 KELTRIX_EC3_API Resistance MNyRd(const Section& section, const Strength& strength, const Classification& c, double NEd,
                                  double rhoZ = 0.0, double rhoY = 0.0);

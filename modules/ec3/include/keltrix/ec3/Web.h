@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "keltrix/ec3/CrossSection.h"
 #include "keltrix/ec3/Export.h"
 #include "keltrix/ec3/Section.h"
@@ -20,10 +22,16 @@ KELTRIX_EC3_API double WebSlenderness(const Section& section, const Strength& st
 KELTRIX_EC3_API double WebShearFactor(double slenderness, double eta, bool rigidEndPost);
 /// EN 1993-1-5 (5.2): contribution of the web.
 KELTRIX_EC3_API Resistance VbwRd(const Section& section, const Strength& strength, const WebPanel& panel = {});
-/// EN 1993-1-5 (5.1), (5.8): with the contribution of the flanges at a moment; at most η fy hw tw/(3^0.5 γM1). Panels with a alone.
-KELTRIX_EC3_API Resistance VbRd(const Section& section, const Strength& strength, const WebPanel& panel, double MEd);
-/// EN 1993-1-5 5.4(1): Mf,Rd of the flanges alone, the smaller of both.
-KELTRIX_EC3_API Resistance MfRd(const Section& section, const Strength& strength);
+/// EN 1993-1-5 5.4: Mf,Rd of the flanges alone, the smaller of both, less the share of an axial force.
+KELTRIX_EC3_API Resistance MfRd(const Section& section, const Strength& strength, double NEd = 0.0);
+/// EN 1993-1-5 (5.1), (5.8): web and flanges at a moment; at most η fy hw tw/(3^0.5 γM1). Nothing without a distance of stiffeners.
+KELTRIX_EC3_API Resistance VbRd(const Section& section, const Strength& strength, const WebPanel& panel, double MEd,
+                                double NEd = 0.0);
+/// EN 1993-1-5 7.1(1): left side of (7.1), η̄1 + (1 - Mf/Mpl)(2 η̄3 - 1)², where VEd is above half of Vbw,Rd and MEd not below Mf,Rd;
+/// otherwise 0, because there is nothing to check. Nothing where the shape has no such web.
+KELTRIX_EC3_API std::optional<double> ShearBucklingInteraction(const Section& section, const Strength& strength,
+                                                               const WebPanel& panel, double MEd, double VEd,
+                                                               double NEd = 0.0);
 
 /// A concentrated force on one flange, resisted by the web without a stiffener there.
 struct WebForce {
@@ -31,9 +39,10 @@ struct WebForce {
     bool atEnd = false; ///< type c: force near an unstiffened end; otherwise type a: through the flange between ends
     double c = 0.0;     ///< from the end of the member to the bearing, type c
     bool onFlange1 = true;
+    /// 6.3(1): ss counts up to hw. False compares with tables that were made without that limit.
+    bool limitToDepth = true;
 };
-/// EN 1993-1-5 6: FRd = χF ly tw fyw/γM1 of an unstiffened web. I and H sections and, by plate, channels are not covered: nothing for any
-/// shape other than I and unequal I.
+/// EN 1993-1-5 6: FRd = χF ly tw fyw/γM1 of an unstiffened web. m2 of (6.9) counts where λ̄F with it is above 0.5. Nothing for shapes other than I and unequal I.
 KELTRIX_EC3_API Resistance FRd(const Section& section, const Strength& strength, const WebForce& force);
 
 } // namespace Keltrix::EC3
