@@ -26,9 +26,7 @@ CrossSectionCheck::CrossSectionCheck(const Section& s, const Strength& m, const 
     bucklesInShear(NeedsShearBuckling(s, m)), m_noiseN(NOISE * s.A * m.fy), m_noiseMy(NOISE * s.Wely * m.fy),
     m_noiseMz(NOISE * s.Welz * m.fy)
 {
-    if (!bucklesInShear) return;
-    vbw = VbwRd(s, m);
-    mf = MfRd(s, m);
+    if (bucklesInShear) vbw = VbwRd(s, m);
 }
 
 Actions CrossSectionCheck::Significant(const Vec3<double>& force, double My, double Mz) const
@@ -43,20 +41,6 @@ Actions CrossSectionCheck::Significant(const Vec3<double>& force, double My, dou
     return a;
 }
 
-// EN 1993-1-5 (7.1): where the shear is above half of the web's resistance and the moment above that of the flanges.
-double CrossSectionCheck::ShearMoment(const Actions& a) const
-{
-    if (!bucklesInShear || !vbw || !mf || a.My == 0.0) return 0.0;
-    const double eta3 = Ratio(a.Vz, vbw);
-    if (eta3 <= 0.5) return 0.0;
-    const double Mpl = section.Wply * strength.fy / strength.gammaM0;
-    const double flanges = (section.b * section.tf + section.b2 * section.tf2) * strength.fy / strength.gammaM0;
-    const double Mf = *mf.value * std::max(0.0, 1.0 - std::abs(a.N) / flanges);
-    const double eta1 = std::abs(a.My) / Mpl;
-    if (eta1 <= Mf / Mpl) return 0.0;
-    return eta1 + (1.0 - Mf / Mpl) * (2.0 * eta3 - 1.0) * (2.0 * eta3 - 1.0);
-}
-
 void CrossSectionCheck::Evaluate(Position& p) const
 {
     const Actions& a = p.actions;
@@ -64,14 +48,22 @@ void CrossSectionCheck::Evaluate(Position& p) const
     p.compression = Ratio(a.Compression(), nc);
     p.major = Ratio(std::abs(a.My), mcy);
     p.minor = Ratio(std::abs(a.Mz), mcz);
-    p.shearMajor = Ratio(a.Vz, vcz);
-    p.shearMinor = Ratio(a.Vy, vcy);
-    p.shearBuckling = bucklesInShear ? Ratio(a.Vz, vbw) : 0.0;
-    p.shearMoment = ShearMoment(a);
-    if (a.Vz > HalfVz() && a.My != 0.0)
-        p.highMajor = Ratio(std::abs(a.My), MyVRd(section, strength, cls, ShearReduction(a.Vz, *vcz.value)));
-    if (a.Vy > HalfVy() && a.Mz != 0.0)
-        p.highMinor = Ratio(std::abs(a.Mz), MzVRd(section, strength, cls, ShearReduction(a.Vy, *vcy.value)));
+    // The shear of a tube is that of the resultant.
+    const bool tube = section.shape == Shape::CHS;
+    const double resultant = std::hypot(a.Vy, a.Vz);
+    p.shearMajor = a.Vz != 0.0 ? Ratio(tube ? resultant : a.Vz, vcz) : 0.0;
+    p.shearMinor = a.Vy != 0.0 ? Ratio(tube ? resultant : a.Vy, vcy) : 0.0;
+    if (bucklesInShear) {
+        p.shearBuckling = Ratio(a.Vz, vbw);
+        p.shearMoment =
+            ShearBucklingInteraction(section, strength, {}, std::abs(a.My), a.Vz, std::abs(a.N)).value_or(0.0);
+    }
+    p.rhoZ = ShearReduction(tube ? resultant : a.Vz, *vcz.value);
+    p.rhoY = tube ? p.rhoZ : ShearReduction(a.Vy, *vcy.value);
+    if (p.rhoZ > 0.0 || p.rhoY > 0.0) {
+        p.highMajor = Ratio(std::abs(a.My), MyVRd(section, strength, cls, p.rhoZ, p.rhoY));
+        p.highMinor = Ratio(std::abs(a.Mz), MzVRd(section, strength, cls, p.rhoZ, p.rhoY));
+    }
     if (!IsCombined(a)) return;
     const Interaction i = Interact(section, strength, cls, a);
     p.combined = i.reason ? 0.0 : i.utilisation;

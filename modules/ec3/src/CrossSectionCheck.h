@@ -24,7 +24,8 @@ struct Position {
     double shearMajor = 0.0;
     double shearMinor = 0.0;
     double shearBuckling = 0.0;
-    double highMajor = 0.0; ///< 6.2.8; 0 where the shear is not above half of the resistance
+    double rhoZ = 0.0, rhoY = 0.0; ///< 6.2.8(3)
+    double highMajor = 0.0;        ///< 6.2.8; 0 where the shear is not above half of the resistance
     double highMinor = 0.0;
     double shearMoment = 0.0; ///< EN 1993-1-5 7.1
     double combined = 0.0;
@@ -58,11 +59,9 @@ public:
     double netGross;
     Resistance npl, nt, nc, mcy, mcz, vcz, vcy;
     bool bucklesInShear;
-    Resistance vbw, mf;
+    Resistance vbw;
 
 private:
-    double ShearMoment(const Actions& a) const;
-
     double m_noiseN, m_noiseMy, m_noiseMz;
 };
 

@@ -283,11 +283,8 @@ void MemberCheck::RecordHighShear(bool major)
         return Add(FindingOf(rule, CheckStatus::NotApplicable,
                              L"nowhere a moment with a shear above half of the plastic resistance"));
     const Position& p = m_positions[static_cast<std::size_t>(worst)];
-    const double V = major ? p.actions.Vz : p.actions.Vy;
-    const double Vpl = *(major ? m_check->vcz : m_check->vcy).value;
-    const double rho = ShearReduction(V, Vpl);
-    const Resistance r =
-        major ? MyVRd(m_in.section, m_in.strength, m_class, rho) : MzVRd(m_in.section, m_in.strength, m_class, rho);
+    const Resistance r = major ? MyVRd(m_in.section, m_in.strength, m_class, p.rhoZ, p.rhoY)
+                               : MzVRd(m_in.section, m_in.strength, m_class, p.rhoZ, p.rhoY);
     RuleFinding f = FindingOf(rule, LocalStatus(Finite(p.*utilisation)));
     f.start = f.end = p.x;
     f.utilisation = Finite(p.*utilisation);
@@ -296,8 +293,10 @@ void MemberCheck::RecordHighShear(bool major)
     f.quantity = Quantity::Moment;
     AddResistance(f.symbol, f.quantity, f.resistance, p.x, p.x);
     if (m_in.withSteps) {
-        AddStep(f, L"ρ", Quantity::None, rho, L"6.2.8(3)", L"(2 * %s/%s - 1)²", m_in.format.Force(V),
-                m_in.format.Force(Vpl));
+        AddStep(f, L"ρz", Quantity::None, p.rhoZ, L"6.2.8(3)", L"(2 * %s/%s - 1)², 0 up to half",
+                m_in.format.Force(p.actions.Vz), m_in.format.Force(*m_check->vcz.value));
+        AddStep(f, L"ρy", Quantity::None, p.rhoY, L"6.2.8(3)", L"(2 * %s/%s - 1)², 0 up to half",
+                m_in.format.Force(p.actions.Vy), m_in.format.Force(*m_check->vcy.value));
         AddStep(f, major ? L"MyEd" : L"MzEd", Quantity::Moment, major ? p.actions.My : p.actions.Mz, L"", L"");
     }
     Add(f, p.Entry());
