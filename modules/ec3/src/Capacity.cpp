@@ -8,6 +8,13 @@
 
 namespace Keltrix::EC3 {
 
+namespace {
+
+// Members with an axial force and moments about both axes.
+ClassActions BothWays(double NEd) { return {NEd, true, true, true, true}; }
+
+} // namespace
+
 SectionCapacity::SectionCapacity(const CSection& section, const CSteelGrade& grade, const Annex& annex) :
     m_annex(&annex), m_refusal(SectionRefusal(section))
 {
@@ -25,7 +32,7 @@ SectionCapacity::SectionCapacity(const CSection& section, const CSteelGrade& gra
 std::optional<double> SectionCapacity::MNyRd(double n) const
 {
     const double N = n * NplRd().value_or(0.0);
-    const Classification c = Classify(m_section, m_strength, ClassActions::Major(N));
+    const Classification c = Classify(m_section, m_strength, BothWays(N));
     if (!IsValid() || !c.IsPlastic()) return std::nullopt;
     return EC3::MNyRd(m_section, m_strength, c, -N).value;
 }
@@ -33,7 +40,7 @@ std::optional<double> SectionCapacity::MNyRd(double n) const
 std::optional<double> SectionCapacity::MNzRd(double n) const
 {
     const double N = n * NplRd().value_or(0.0);
-    const Classification c = Classify(m_section, m_strength, ClassActions::Minor(N));
+    const Classification c = Classify(m_section, m_strength, BothWays(N));
     if (!IsValid() || !c.IsPlastic()) return std::nullopt;
     return EC3::MNzRd(m_section, m_strength, c, -N).value;
 }

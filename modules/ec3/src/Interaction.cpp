@@ -178,7 +178,7 @@ void MemberCheck::RecordCombination(const Combination& c, bool first)
         AddStep(f, L"Mz,Ed/Mz,Rd", Quantity::None, Term(c.Mz, c.MzRk / gamma), L"", L"%s/%s", m_in.format.Moment(c.Mz),
                 m_in.format.Moment(c.MzRk / gamma));
     }
-    Add(f, 2 * static_cast<int>(m_in.subSpans.size()) + 1);
+    Add(f);
 }
 
 void MemberCheck::CheckBuckling()

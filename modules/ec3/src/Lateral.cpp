@@ -305,11 +305,10 @@ void MemberCheck::RecordLateral(const LateralSpan& span)
     RuleFinding f = FindingOf(Rule::Lateral, CheckStatus::NotApplicable);
     f.start = span.start;
     f.end = span.end;
-    const int entry = 2 * static_cast<int>(m_in.subSpans.size()) + 1;
     const auto leave = [&](CheckStatus status, const wchar_t* reason) {
         f.status = status;
         f.reason = reason;
-        Add(f, entry);
+        Add(f);
     };
     if (!span.rule && span.M > 0.0) return leave(CheckStatus::NotApplicable, L"the section does not buckle laterally");
     if (!(span.M > 0.0)) return leave(CheckStatus::NotApplicable, L"no moment about the major axis");
@@ -351,7 +350,7 @@ void MemberCheck::RecordLateral(const LateralSpan& span)
         AddStep(f, L"Mb,Rd", Quantity::Moment, span.MbRd, L"(6.55)", L"χLT Wy fy/γM1");
         AddStep(f, L"MyEd", Quantity::Moment, span.M, L"", L"");
     }
-    Add(f, entry);
+    Add(f);
 }
 
 } // namespace Keltrix::EC3

@@ -78,7 +78,7 @@ void MemberCheck::RecordLocal(const LocalRule& rule)
         AddResistance(rule.symbol, rule.quantity, f.resistance, m_in.Start(), m_in.End());
         if (m_in.withSteps) AddResistanceSteps(f, rule, rule.effect(p));
     }
-    Add(f, p.Entry());
+    Add(f);
 }
 
 // The resistance with its numbers, and what is held against it.
@@ -177,7 +177,7 @@ void MemberCheck::RecordTorsion()
     RuleFinding f = FindingOf(Rule::Torsion, CheckStatus::NotEvaluated,
                               L"torsion is not covered here (6.2.7); check it by other means");
     f.start = f.end = worst->x;
-    Add(f, worst->Entry());
+    Add(f);
 }
 
 // EN 1993-1-5 5.1(2), 5.2, 5.3: the web alone, stiffened at supports only.
@@ -200,7 +200,7 @@ void MemberCheck::RecordShearBuckling()
     RuleFinding f = FindingOf(Rule::ShearBucklingMoment, LocalStatus(Finite(p.shearMoment)));
     f.start = f.end = p.x;
     f.utilisation = Finite(p.shearMoment);
-    Add(f, p.Entry());
+    Add(f);
 }
 
 void MemberCheck::AddCombinedSteps(RuleFinding& f, const Interaction& i, const Position& p) const
@@ -233,7 +233,7 @@ void MemberCheck::RecordCombined()
     const Interaction first = Interact(m_in.section, m_in.strength, m_class, any->actions);
     if (i.reason || first.reason) {
         f.reason = i.reason ? i.reason : first.reason;
-        return Add(f, p.Entry());
+        return Add(f);
     }
     f.utilisation = Finite(p.combined);
     f.status = LocalStatus(f.utilisation);
@@ -243,7 +243,7 @@ void MemberCheck::RecordCombined()
     AddResistance(L"MNyRd", Quantity::Moment, i.MyRd, p.x, p.x);
     AddResistance(L"MNzRd", Quantity::Moment, i.MzRd, p.x, p.x);
     if (m_in.withSteps) AddCombinedSteps(f, i, p);
-    Add(f, p.Entry());
+    Add(f);
 }
 
 void MemberCheck::CheckLocal()
@@ -299,7 +299,7 @@ void MemberCheck::RecordHighShear(bool major)
                 m_in.format.Force(p.actions.Vy), m_in.format.Force(*m_check->vcy.value));
         AddStep(f, major ? L"MyEd" : L"MzEd", Quantity::Moment, major ? p.actions.My : p.actions.Mz, L"", L"");
     }
-    Add(f, p.Entry());
+    Add(f);
 }
 
 } // namespace Keltrix::EC3

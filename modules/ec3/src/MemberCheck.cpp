@@ -93,16 +93,7 @@ void MemberCheck::WarnOfBalance()
     m_findings.warnings.push_back({Design::WarningKind::LowMomentFactor, text, -1, std::nan(""), std::nan("")});
 }
 
-void MemberCheck::Add(RuleFinding finding, int entry)
-{
-    m_findings.rules.push_back(std::move(finding));
-    m_entries.push_back(entry);
-}
-
-CString MemberCheck::Text(Quantity quantity, double value) const
-{
-    return Design::QuantityText(quantity, value, m_in.format);
-}
+void MemberCheck::Add(RuleFinding finding) { m_findings.rules.push_back(std::move(finding)); }
 
 void MemberCheck::AddResistance(const wchar_t* symbol, Quantity quantity, double value, double start, double end)
 {

@@ -111,8 +111,6 @@ public:
     const std::vector<Combination>& Combinations() const { return m_combinations; }
     Design::MemberFindings& Findings() { return m_findings; }
     const Design::MemberFindings& Findings() const { return m_findings; }
-    /// Entry of the result record that a finding's text belongs to, for each finding.
-    const std::vector<int>& Entries() const { return m_entries; }
 
 private:
     // General (MemberCheck.cpp).
@@ -121,8 +119,7 @@ private:
     void AssumeLoads(const Design::MomentDiagram& moments, const wchar_t* name, double sign);
     void WarnOfBalance();
     void RecordOutside();
-    void Add(Design::RuleFinding finding, int entry = 0);
-    CString Text(Design::Quantity quantity, double value) const;
+    void Add(Design::RuleFinding finding);
     template <class... Args>
     void AddStep(Design::RuleFinding& f, const wchar_t* symbol, Design::Quantity quantity, double value,
                  const wchar_t* clause, const wchar_t* formula, const Args&... args) const;
@@ -181,7 +178,6 @@ private:
     std::vector<LateralSpan> m_laterals;
     std::vector<Combination> m_combinations;
     Design::MemberFindings m_findings;
-    std::vector<int> m_entries;
 };
 
 template <class... Args>

@@ -26,8 +26,14 @@ public:
         for (const Design::Warning& warning : m_findings.warnings)
             Line(L"<red><b>WARNING:</b></red> %s", warning.text);
         const int last = 2 * static_cast<int>(m_check.Input().subSpans.size()) + 1;
-        for (int entry = 0; entry <= last; ++entry)
-            PrintEntry(entry, entry == last);
+        // Cross-section checks stand together at the position of the largest utilisation, which short reports show as well.
+        int worst = 1;
+        m_result.MaxUtilLocalCombined(&worst);
+        PrintStage(Stage::General, 0);
+        PrintStage(Stage::Local, worst);
+        m_result.SetCurSubSpan(last);
+        Line(L"<h4>Buckling checks:</h4>");
+        PrintStage(Stage::Buckling, last);
         m_result.SetCurSubSpan(last);
         Assumptions();
         Ledger();
@@ -43,17 +49,11 @@ private:
         m_result.AddOutputString(text);
     }
 
-    void PrintEntry(int entry, bool isBuckling)
+    void PrintStage(Stage stage, int entry)
     {
-        bool first = true;
-        for (std::size_t i = 0; i < m_findings.rules.size(); ++i) {
-            const RuleFinding& f = m_findings.rules[i];
-            if (m_check.Entries()[i] != entry || f.steps.empty()) continue;
-            m_result.SetCurSubSpan(entry);
-            if (first && isBuckling) Line(L"<h4>Buckling checks:</h4>");
-            first = false;
-            PrintRule(f);
-        }
+        m_result.SetCurSubSpan(entry);
+        for (const RuleFinding& f : m_findings.rules)
+            if (StageOf(f) == stage && !f.steps.empty()) PrintRule(f);
     }
 
     void PrintRule(const RuleFinding& f)

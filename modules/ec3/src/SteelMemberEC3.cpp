@@ -51,8 +51,10 @@ void CSteelMemberEC3::PrepareInput()
 
 bool CSteelMemberEC3::SetKeltrixSec(const CSection& section)
 {
-    if (SectionRefusal(section)) return false;
-    m_section = MakeSection(section, Result());
+    // A shape that the standard has and this module does not check is refused with its reason when it is checked.
+    const std::optional<Section> made = MakeSection(section, Result());
+    if (!made) return false;
+    m_section = made;
     m_keltrixSection = section;
     DropFindings();
     return true;
@@ -139,6 +141,7 @@ Design::Refusal CSteelMemberEC3::NumbersRefusal() const
 Design::Refusal CSteelMemberEC3::FindRefusal() const
 {
     if (!m_section) return {Subject::Section, L"the member has no section that this standard's module covers"};
+    if (const wchar_t* refusal = SectionRefusal(m_keltrixSection)) return {Subject::Section, refusal};
     if (!m_hasGrade) return {Subject::Grade, L"the member has no steel grade"};
     const Material material = MakeMaterial(m_grade, m_section->basis, *m_annex);
     if (!material.IsValid())

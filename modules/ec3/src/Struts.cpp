@@ -189,7 +189,7 @@ void MemberCheck::RecordStrut(const StrutSpan& span)
         AddStep(f, f.symbol, Quantity::Force, r.NbRd, L"(6.47)", L"χ A fy/γM1");
         AddStep(f, L"NEd", Quantity::Force, span.N, L"", L"");
     }
-    Add(f, 2 * static_cast<int>(m_in.subSpans.size()) + 1);
+    Add(f);
 }
 
 void MemberCheck::RecordNoTorsion()
