@@ -16,7 +16,7 @@ enum class PlateEdges { Internal, TipCompressed, RootCompressed };
 inline double PlateBucklingFactor(PlateEdges edges, double psi, double length)
 {
     constexpr int N = 9;
-    constexpr int POINTS = 400;
+    constexpr int POINTS = 160;
     constexpr double nu = 0.3;
     constexpr double pi = std::numbers::pi;
     const double p2 = pi * pi / (length * length);
@@ -48,7 +48,7 @@ inline double PlateBucklingFactor(PlateEdges edges, double psi, double length)
 inline double PlateBucklingFactor(PlateEdges edges, double psi)
 {
     double least = 1e30;
-    for (double length = 0.2; length < 40.0; length *= 1.03)
+    for (double length = 0.2; length < 40.0; length *= 1.05)
         least = std::min(least, PlateBucklingFactor(edges, psi, length));
     return least;
 }
