@@ -58,5 +58,6 @@ inline std::string SectionName(const PublishedRow& row) { return row.at("family"
 
 /// Leaves a test out that needs a table that is not there.
 #define SKIP_WITHOUT(rows)                                                                                             \
-    if ((rows).empty()) GTEST_SKIP() << "Left out: the published tables make this test possible "                      \
-                                        "(KELTRIX_REFERENCE_DIR)"
+    if ((rows).empty())                                                                                                \
+    GTEST_SKIP() << "Left out: the published tables make this test possible "                                          \
+                    "(KELTRIX_REFERENCE_DIR)"

@@ -97,15 +97,30 @@ Resistance VbRd(const Section& s, const Strength& m, const WebPanel& panel, doub
     return {std::min(*VbwRd(s, m, panel).value + flanges, most), clause, nullptr};
 }
 
+namespace {
+
+// Mpl,Rd of the whole section, whatever its class, with an axial force: by 6.2.9.1(5) for equal flanges, else in proportion.
+double PlasticMoment(const Section& s, const Strength& m, double NEd)
+{
+    const double n = std::min(1.0, std::abs(NEd) / (s.A * m.fy / m.gammaM0));
+    const double Mpl = s.Wply * m.fy / m.gammaM0;
+    if (s.shape != Shape::I) return (1.0 - n) * Mpl;
+    const double a = std::min(0.5, (s.A - 2.0 * s.b * s.tf) / s.A);
+    return std::min(1.0, (1.0 - n) / (1.0 - 0.5 * a)) * Mpl;
+}
+
+} // namespace
+
 std::optional<double> ShearBucklingInteraction(const Section& s, const Strength& m, const WebPanel& panel, double MEd,
                                                double VEd, double NEd)
 {
     const Resistance web = VbwRd(s, m, panel);
     if (!web) return std::nullopt;
     const double eta3 = std::abs(VEd) / *web.value;
-    const double Mf = *MfRd(s, m, NEd).value;
-    const double Mpl = s.Wply * m.fy / m.gammaM0;
-    if (eta3 <= 0.5 || std::abs(MEd) < Mf) return 0.0;
+    const double Mpl = PlasticMoment(s, m, NEd);
+    const double Mf = std::min(*MfRd(s, m, NEd).value, Mpl);
+    if (eta3 <= 0.5 || std::abs(MEd) < Mf || MEd == 0.0) return 0.0;
+    if (!(Mpl > 0.0)) return std::numeric_limits<double>::infinity();
     const double over = 2.0 * std::min(eta3, 1.0) - 1.0;
     return std::abs(MEd) / Mpl + (1.0 - Mf / Mpl) * over * over;
 }

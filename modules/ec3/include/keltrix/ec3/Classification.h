@@ -53,7 +53,7 @@ struct EffectiveSection {
 
 /// Class of a section for its actions, and the properties that all resistances take for it.
 struct Classification {
-    static constexpr int MAX_PLATES = 12;
+    static constexpr int MAX_PLATES = 6;
     std::array<PlateClass, MAX_PLATES> plates{}; ///< every plate in every way in which it is compressed
     int count = 0;
     int cls = 1;
