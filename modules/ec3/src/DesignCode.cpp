@@ -124,6 +124,8 @@ public:
             if (value) table.crossSection.push_back({{symbol, quantity, *value}, figures});
         };
         add(L"NplRd", Quantity::Force, c.NplRd(), 4);
+        add(L"NtRd", Quantity::Force, c.NplRd(), 4);
+        add(L"NcRd", Quantity::Force, EC3::NcRd(c.Section(), c.Strengths(), c.Compression()).value, 4);
         add(L"VczRd", Quantity::Force, c.VczRd(), 3);
         add(L"VcyRd", Quantity::Force, c.VcyRd(), 3);
         add(L"McyRd", Quantity::Moment, c.McyRd(), 3);
@@ -133,10 +135,11 @@ public:
             table.shares.push_back(i / 10.0);
         table.reduced = {CurveOf(L"MNyRd", Quantity::Moment, table.shares, [&](double n) { return c.MNyRd(n); }),
                          CurveOf(L"MNzRd", Quantity::Moment, table.shares, [&](double n) { return c.MNzRd(n); })};
-        table.buckling = {CurveOf(L"NbyRd", Quantity::Force, lengths, [&](double L) { return c.NbyRd(L); }),
-                          CurveOf(L"NbzRd", Quantity::Force, lengths, [&](double L) { return c.NbzRd(L); }),
-                          CurveOf(L"NbTRd", Quantity::Force, lengths, [&](double L) { return c.NbTRd(L); }),
-                          CurveOf(L"MbRd", Quantity::Moment, lengths, [&](double L) { return c.MbRd(L, 1.0); })};
+        table.buckling = {
+            CurveOf(L"NbyRd", Quantity::Force, lengths, [&](double L) { return c.NbyRd(L); }),
+            CurveOf(L"NbzRd", Quantity::Force, lengths, [&](double L) { return c.NbzRd(L); }),
+            CurveOf(L"NbTRd", Quantity::Force, lengths, [&](double L) { return c.NbTRd(L); }),
+            CurveOf(L"MbRd", Quantity::Moment, lengths, [&](double L) { return c.MbRd(L, settings.C1); })};
         return table;
     }
 

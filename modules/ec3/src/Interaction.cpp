@@ -71,12 +71,13 @@ MomentPattern PatternOf(const MomentDiagram& moments, double from, double to)
     return p;
 }
 
-// Table B.3; 1.0, its largest value, where the moments are not known.
-double MemberCheck::MomentFactor(const MomentDiagram& moments, double from, double to, double noise) const
+// Table B.3; 1.0, its largest value, where the moments are not known; not below 0.9 of a length that buckles by sway.
+double MemberCheck::MomentFactor(const MomentDiagram& moments, double from, double to, double noise, bool sway) const
 {
-    if (m_in.momentFactor) return std::max(0.4, *m_in.momentFactor);
+    const double least = sway ? 0.9 : 0.4;
+    if (m_in.momentFactor) return std::max(least, *m_in.momentFactor);
     if (!moments.IsBalanced(from, to) || !(moments.Between(from, to).Magnitude() > noise)) return 1.0;
-    return EquivalentMomentFactor(PatternOf(moments, from, to));
+    return std::max(least, EquivalentMomentFactor(PatternOf(moments, from, to)));
 }
 
 void MemberCheck::FindCombinations()
@@ -119,8 +120,10 @@ void MemberCheck::CheckCombination(Combination& c) const
     c.Ny = y.N;
     c.Nz = z.N;
     c.My = largest(m_major, from, to, m_check->NoiseMy());
-    c.Mz = largest(m_minor, std::min(from, z.start), std::max(to, z.end), m_check->NoiseMz());
-    if (z.held) c.Mz = largest(m_minor, from, to, m_check->NoiseMz());
+    if (!z.held)
+        c.Mz = largest(m_minor, std::min(from, z.start), std::max(to, z.end), m_check->NoiseMz());
+    else
+        c.Mz = largest(m_minor, from, to, m_check->NoiseMz());
     const double gamma = m_in.strength.gammaM1;
     const double fy = m_in.material.fy;
     c.MyRk = m_class.Wy * fy;
@@ -136,9 +139,9 @@ void MemberCheck::CheckCombination(Combination& c) const
     i.nz = c.Nz > 0.0 ? Term(c.Nz, z.strut.NbRd) : 0.0;
     i.lambdaY = y.open ? 0.0 : y.strut.slenderness;
     i.lambdaZ = z.open ? 0.0 : z.strut.slenderness;
-    i.Cmy = MomentFactor(m_major, y.start, y.end, m_check->NoiseMy());
-    i.Cmz = MomentFactor(m_minor, z.held ? from : z.start, z.held ? to : z.end, m_check->NoiseMz());
-    i.CmLT = MomentFactor(m_major, from, to, m_check->NoiseMy());
+    i.Cmy = MomentFactor(m_major, y.start, y.end, m_check->NoiseMy(), y.sway);
+    i.Cmz = MomentFactor(m_minor, from, to, m_check->NoiseMz(), z.sway);
+    i.CmLT = MomentFactor(m_major, from, to, m_check->NoiseMy(), false);
     c.k = AnnexB(i);
     const double My = Term(c.My, lateral.Chi() * c.MyRk / gamma);
     const double Mz = Term(c.Mz, c.MzRk / gamma);

@@ -237,11 +237,13 @@ void MemberCheck::RecordCombined()
     }
     f.utilisation = Finite(p.combined);
     f.status = LocalStatus(f.utilisation);
-    f.symbol = L"MNyRd";
-    f.quantity = Quantity::Moment;
-    f.resistance = i.MyRd;
-    AddResistance(L"MNyRd", Quantity::Moment, i.MyRd, p.x, p.x);
-    AddResistance(L"MNzRd", Quantity::Moment, i.MzRd, p.x, p.x);
+    if (m_class.IsPlastic()) {
+        f.symbol = L"MNyRd";
+        f.quantity = Quantity::Moment;
+        f.resistance = i.MyRd;
+        AddResistance(L"MNyRd", Quantity::Moment, i.MyRd, p.x, p.x);
+        AddResistance(L"MNzRd", Quantity::Moment, i.MzRd, p.x, p.x);
+    }
     if (m_in.withSteps) AddCombinedSteps(f, i, p);
     Add(f);
 }

@@ -45,6 +45,7 @@ struct StrutSpan {
     int left = 0, right = 0; ///< places of the member points
     double start = 0.0, end = 0.0;
     bool held = false;             ///< along its length
+    bool sway = false;             ///< its ends move against each other
     const wchar_t* open = nullptr; ///< why it has no buckling length; null where it has one
     const wchar_t* rule = L"";     ///< where the length comes from
     double Lcr = 0.0;
@@ -164,7 +165,7 @@ private:
     // Interaction (Interaction.cpp).
     void FindCombinations();
     void CheckCombination(Combination& c) const;
-    double MomentFactor(const Design::MomentDiagram& moments, double from, double to, double noise) const;
+    double MomentFactor(const Design::MomentDiagram& moments, double from, double to, double noise, bool sway) const;
     void RecordCombination(const Combination& c, bool first);
 
     MemberInput m_in;

@@ -95,6 +95,7 @@ void MemberCheck::SetLength(StrutSpan& span) const
     const int root = heldLeft ? span.left : span.right;
     if ((heldLeft || heldRight) && span.mode != BucklingMode::Torsion && restraint(root).IsRestrained(rotation, true)) {
         span.Lcr = 2.0 * L;
+        span.sway = true;
         span.rule = L"2.0 L, one end free and the other held in position and direction";
         return;
     }
@@ -113,6 +114,8 @@ void MemberCheck::FindStruts(BucklingMode mode)
             span.Lcr = std::max(span.Lcr, length(m_in.Llt));
             span.rule = L"the longer of the lengths given for the minor axis and for lateral-torsional buckling";
         }
+        // More than the member's length means that its ends move against each other.
+        span.sway = span.Lcr > m_in.Length() * (1.0 + 1e-9);
         m_struts.push_back(span);
         return;
     }
