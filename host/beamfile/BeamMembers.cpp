@@ -58,11 +58,7 @@ std::string SubSpanLine(std::size_t index, const Steel::CSubSpan& subSpan)
            '\n';
 }
 
-bool StartsWith(const CString& text, const wchar_t* words)
-{
-    return text.View().substr(0, std::wstring_view(words).size()) == words;
-}
-bool Holds(const CString& text, const wchar_t* words) { return text.View().find(words) != std::wstring_view::npos; }
+Severity SeverityOf(const Statics::Note& note) { return note.isUnsafe ? Severity::Warning : Severity::Note; }
 
 class Maker {
 public:
@@ -163,10 +159,8 @@ private:
 
     void NoteCombinations()
     {
-        for (const CString& note : m_made.combinations.notes) {
-            const bool isLoss = Holds(note, L"left out") || Holds(note, L"act in no ");
-            Say(isLoss ? Severity::Warning : Severity::Note, m_file.combinationsLine, "combinations", Utf8(note));
-        }
+        for (const Statics::Note& note : m_made.combinations.notes)
+            Say(SeverityOf(note), m_file.combinationsLine, "combinations", Utf8(note.text));
     }
 
     // Standards combine one wind with another one as little as one snow with another: parts of one action belong to one case.
@@ -231,23 +225,21 @@ private:
         for (std::size_t i = 0; i < made.size(); ++i) {
             const std::string name = PrintableLine(Utf8(ultimate[i].name));
             m_made.members.push_back({name, MemberTextOf(m_file, made[i], name), places[i]});
-            for (const CString& note : made[i].notes)
+            for (const Statics::Note& note : made[i].notes)
                 NoteMember(note, name);
         }
     }
 
     // Once for each text, with the first combination that it is about. What the checks do not see of the beam is a warning.
-    void NoteMember(const CString& note, const std::string& combination)
+    void NoteMember(const Statics::Note& note, const std::string& combination)
     {
-        const std::string text = Utf8(note);
+        const std::string text = Utf8(note.text);
         const auto isKnown = [&](const Defect& defect) {
             return defect.keyword == "members" && defect.advice.compare(0, text.size(), text) == 0;
         };
         if (std::any_of(m_made.defects.begin(), m_made.defects.end(), isKnown)) return;
-        const bool isHarmless = Holds(note, L"divided into up to") || StartsWith(note, L"where loads act at different");
-        const bool isOfAll = StartsWith(note, L"the springs") || StartsWith(note, L"the hinge");
-        Say(isHarmless && !Holds(note, L"at its limit") ? Severity::Note : Severity::Warning, m_file.supportsLine,
-            "members", isOfAll ? text : text + " (first in " + combination + ')');
+        Say(SeverityOf(note), m_file.supportsLine, "members",
+            note.isOfBeam ? text : text + " (first in " + combination + ')');
     }
 
     // --- Deflections ---
@@ -352,7 +344,7 @@ private:
                 const auto end = begin + static_cast<std::ptrdiff_t>(evaluated);
                 const auto found = std::find_if(begin, end, isChecked);
                 if (found != end) {
-                    if (!IsSprung(span)) continue;
+                    if (!IsSprung(span, m_made.limits[i].minor)) continue;
                     Statics::DeflectionCheck sprung = *found;
                     if (found->IsEvaluated() && !found->IsPassed()) continue; // fails as it is
                     sprung.combination = -1;
@@ -372,12 +364,14 @@ private:
             }
     }
 
-    bool IsSprung(const Statics::Span& span) const
+    // Whether a support of the span gives way in the plane of the limit.
+    bool IsSprung(const Statics::Span& span, bool isMinor) const
     {
         const auto& supports = m_file.beam.supports;
         return std::any_of(supports.begin(), supports.end(), [&](const Statics::Support& support) {
             const double near = 1e-9 * m_file.beam.length;
-            return support.vertical > 0.0 && support.at >= span.from - near && support.at <= span.to + near;
+            const double stiffness = isMinor ? support.lateral : support.vertical;
+            return stiffness > 0.0 && support.at >= span.from - near && support.at <= span.to + near;
         });
     }
 

@@ -37,8 +37,8 @@ struct BeamMembers {
 /// The most combinations that a beam may have, all limit states together.
 inline constexpr std::size_t MOST_COMBINATIONS = 1000;
 
-/// Analyses the beam and makes its members. Where the file does not say which standard combines its loads, it is BS 5950 with the code of
-/// that id or without a code, else EN 1990 with the recommended values. With errors there are no members.
+/// Analyses the beam and makes its members. Where the file does not say whose combinations it wants, they are those that the design code goes
+/// with; where that names none, and without a code, an error says so. With errors there are no members.
 BeamMembers MembersOf(const BeamFile& file, const Design::DesignCode* code);
 
 /// The member file of a beam under one combination. Numbers are in the fewest digits that say them exactly, so that what is read is what

@@ -337,8 +337,8 @@ private:
     {
         for (const CString& note : m_analysis.Notes())
             m_report.notes.push_back(Utf8(note));
-        for (const CString& note : m_source.combinations.notes)
-            m_report.notes.push_back(Utf8(note));
+        for (const Note& note : m_source.combinations.notes)
+            m_report.notes.push_back(Utf8(note.text));
         if (m_solved.empty())
             m_report.notes.push_back("there is no ultimate combination, and so no envelope of actions and reactions");
     }

@@ -26,7 +26,7 @@ public:
         Combinations combinations;
         for (const CombinationRule& rule : rules) {
             if (const wchar_t* const fault = FaultOf(rule)) {
-                combinations.notes.push_back(rule.name + L": left out, because it " + fault);
+                combinations.notes.push_back({rule.name + L": left out, because it " + fault, true});
                 continue;
             }
             for (const Signs& signs : SignsFor(rule))
@@ -191,9 +191,9 @@ private:
         });
         if (choice)
             combinations.notes.push_back(
-                L"permanent loads come from one source: all of them have one factor, on all spans");
+                {L"permanent loads come from one source: all of them have one factor, on all spans"});
         if (std::any_of(m_variable.begin(), m_variable.end(), [](const Unit* unit) { return unit->span >= 0; }))
-            combinations.notes.push_back(L"patterns load whole spans");
+            combinations.notes.push_back({L"patterns load whole spans"});
         NoteMissing(rules, combinations);
     }
 
@@ -220,8 +220,9 @@ private:
         }
         for (std::size_t c = 0; c < missing.size(); ++c)
             if (missing[c])
-                combinations.notes.push_back(L"the loads of the case " + m_beam.cases[c].name + L" act in no " + what +
-                                             L": no rule counts them");
+                combinations.notes.push_back({L"the loads of the case " + m_beam.cases[c].name + L" act in no " + what +
+                                                  L": no rule counts them",
+                                              true});
     }
 
     const Analysis& m_analysis;
@@ -237,7 +238,7 @@ Combinations Expand(const Analysis& analysis, const std::vector<CombinationRule>
 {
     if (!analysis.IsAnswered()) {
         Combinations none;
-        none.notes.push_back(L"no combinations, because the beam is not answered: " + analysis.Reason());
+        none.notes.push_back({L"no combinations, because the beam is not answered: " + analysis.Reason(), true});
         return none;
     }
     return Expander(analysis).Expand(rules);

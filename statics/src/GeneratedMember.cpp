@@ -151,13 +151,13 @@ private:
                 L"the springs at %s are in the forces alone: the member's point holds rigidly what the restraint "
                 L"of the support says",
                 format.Length(s.at));
-            m_notes.push_back(note);
+            m_notes.push_back({note, true});
         }
         for (const Hinge& hinge : m_beam.hinges) {
             if (!hinge.major && !hinge.minor) continue;
             note.Format(L"the hinge at %s is in the forces alone: the member is continuous there",
                         format.Length(hinge.at));
-            m_notes.push_back(note);
+            m_notes.push_back({note, true});
         }
     }
 
@@ -258,7 +258,7 @@ private:
             note += more;
         }
         if (most == MOST_PARTS) note += L"; the number of parts is at its limit, so that the error can be larger";
-        member.notes.push_back(note);
+        member.notes.push_back({note, most == MOST_PARTS, false});
     }
 
     // The factor of a load in a combination in the span that has the place; 0 where it does not act.
@@ -342,7 +342,8 @@ private:
         const auto differs = [](const Acting& acting) { return acting.differs; };
         if (std::any_of(at.begin(), at.end(), differs) || std::any_of(along.begin(), along.end(), differs))
             member.notes.push_back(
-                L"where loads act at different heights, all of them count at the one that destabilises most");
+                {L"where loads act at different heights, all of them count at the one that destabilises most", false,
+                 false});
         std::vector<double> heights(at.size());
         std::vector<double> heightsAlong(along.size());
         std::transform(at.begin(), at.end(), heights.begin(), [](const Acting& acting) { return acting.Height(); });
@@ -375,7 +376,7 @@ private:
     std::vector<std::size_t> m_first; // point of each break; the sub-span after it has the same place
     std::vector<CMemberPoint> m_points;
     std::vector<CSubSpan> m_subSpans;
-    std::vector<CString> m_notes; // of all members
+    std::vector<Note> m_notes; // of all members
 };
 
 } // namespace

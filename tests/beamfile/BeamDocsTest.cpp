@@ -11,6 +11,7 @@
 
 #include "beamfile/BeamSupport.h"
 #include "beamfile/Toml.h"
+#include "support/SchemaValidator.h"
 #include "text/Json.h"
 
 namespace Keltrix::BeamTest {
@@ -164,86 +165,6 @@ Json JsonOf(const toml::node& node)
     return node.value<double>().value();
 }
 
-// The first departure of a value from the schema; empty where there is none. Words of a schema that are not known here are departures.
-class Validator {
-public:
-    explicit Validator(const Json& schema) : m_root(schema) {}
-
-    std::string Check(const Json& value) { return Check(value, m_root, "$"); }
-
-private:
-    std::string Check(const Json& value, const Json& schema, const std::string& at)
-    {
-        for (const auto& [word, rule] : schema.items()) {
-            const std::string fault = CheckWord(value, schema, word, rule, at);
-            if (!fault.empty()) return fault;
-        }
-        return {};
-    }
-
-    std::string CheckWord(const Json& value, const Json& schema, const std::string& word, const Json& rule,
-                          const std::string& at)
-    {
-        const std::set<std::string> silent = {"$schema", "$defs", "title", "description", "default"};
-        if (silent.count(word) != 0) return {};
-        const auto told = [&](bool isFine) { return isFine ? std::string() : at + ": " + word + ' ' + rule.dump(); };
-        if (word == "$ref") {
-            const std::string name = rule.get<std::string>();
-            return Check(value, m_root.at("$defs").at(name.substr(name.rfind('/') + 1)), at);
-        }
-        if (word == "type") return told(IsOfType(value, rule.get<std::string>()));
-        if (word == "enum") return told(std::find(rule.begin(), rule.end(), value) != rule.end());
-        if (word == "const") return told(value == rule);
-        if (word == "oneOf")
-            return told(std::count_if(rule.begin(), rule.end(),
-                                      [&](const Json& one) { return Check(value, one, at).empty(); }) == 1);
-        if (word == "minimum") return told(!value.is_number() || value >= rule);
-        if (word == "maximum") return told(!value.is_number() || value <= rule);
-        if (word == "exclusiveMinimum") return told(!value.is_number() || value > rule);
-        if (word == "minItems") return told(!value.is_array() || value.size() >= rule);
-        if (word == "maxItems") return told(!value.is_array() || value.size() <= rule);
-        if (word == "minProperties") return told(!value.is_object() || value.size() >= rule);
-        if (word == "minLength") return told(!value.is_string() || value.get<std::string>().size() >= rule);
-        if (word == "maxLength") return told(!value.is_string() || value.get<std::string>().size() <= rule);
-        if (word == "required")
-            return told(std::all_of(rule.begin(), rule.end(),
-                                    [&](const Json& name) { return value.contains(name.get<std::string>()); }));
-        return CheckParts(value, schema, word, rule, at);
-    }
-
-    std::string CheckParts(const Json& value, const Json& schema, const std::string& word, const Json& rule,
-                           const std::string& at)
-    {
-        std::string fault;
-        if (word == "items") {
-            for (std::size_t i = 0; value.is_array() && i < value.size() && fault.empty(); ++i)
-                fault = Check(value[i], rule, at + '[' + std::to_string(i) + ']');
-            return fault;
-        }
-        if (word != "properties" && word != "additionalProperties") return at + ": unknown word " + word;
-        const Json none = Json::object();
-        const Json& known = schema.contains("properties") ? schema["properties"] : none;
-        for (const auto& [name, one] : value.items()) {
-            if (word == "properties") {
-                if (known.contains(name)) fault = Check(one, known[name], at + '.' + name);
-            } else if (!known.contains(name)) {
-                fault = rule == false ? at + ": has " + name : Check(one, rule, at + '.' + name);
-            }
-            if (!fault.empty()) return fault;
-        }
-        return {};
-    }
-
-    static bool IsOfType(const Json& value, const std::string& type)
-    {
-        return (type == "number" && value.is_number()) || (type == "string" && value.is_string()) ||
-               (type == "boolean" && value.is_boolean()) || (type == "array" && value.is_array()) ||
-               (type == "object" && value.is_object());
-    }
-
-    const Json& m_root;
-};
-
 TEST(BeamDocs, TheSchemaTakesExamplesAndSamples)
 {
     const Json schema = Json::parse(FileText("docs/beam-file.schema.json"));
@@ -253,13 +174,13 @@ TEST(BeamDocs, TheSchemaTakesExamplesAndSamples)
     for (const Sample& sample : Samples())
         texts.push_back(Completed(sample.text));
     for (const std::string& text : texts)
-        EXPECT_EQ(Validator(schema).Check(JsonOf(toml::parse(text))), "") << text;
+        EXPECT_EQ(TestSupport::SchemaValidator(schema).Check(JsonOf(toml::parse(text))), "") << text;
     // It refuses what the reader refuses.
     for (const char* wrong : {"lenght = 9\n", "length = -9\n", "load = { udl = \"12\" }\n", "camber = []\n",
                               "supports = [{ hold = \"Pinned\" }]\n", "combinations = \"bs595\"\n"})
-        EXPECT_NE(
-            Validator(schema).Check(JsonOf(toml::parse("section = \"x\"\ngrade = \"S275\"\n" + std::string(wrong)))),
-            "")
+        EXPECT_NE(TestSupport::SchemaValidator(schema).Check(
+                      JsonOf(toml::parse("section = \"x\"\ngrade = \"S275\"\n" + std::string(wrong)))),
+                  "")
             << wrong;
 }
 

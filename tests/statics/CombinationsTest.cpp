@@ -399,7 +399,7 @@ TEST(OwnTables, ARuleWithoutItsCasesIsLeftOutAndToldOf)
     const Combinations c = Expand(analysis, {rule});
     EXPECT_TRUE(c.list.empty());
     ASSERT_FALSE(c.notes.empty());
-    EXPECT_EQ(*c.notes[0].ToUtf8(), "own: left out, because it names a case that the beam has not");
+    EXPECT_EQ(*c.notes[0].text.ToUtf8(), "own: left out, because it names a case that the beam has not");
     // A term's list of spans may be short.
     EXPECT_EQ(analysis.Of({{1, 1.0, {false}}}).major.Moment(4.0, Side::Left), 0.0);
 }
@@ -494,15 +494,16 @@ TEST(SelfWeight, IsInTheRulesAndACaseWithoutARuleIsTold)
     const Analysis analysis(beam);
     const Combinations c = Expand(analysis, MakeRules(analysis, BS));
     EXPECT_THAT(Names(c, LimitState::Ultimate), testing::Contains("dead and imposed: 1.4 Self weight + 1.6 Imposed"));
-    for (const CString& note : c.notes)
-        EXPECT_LT(note.Find(L"act in no "), 0);
+    for (const Note& note : c.notes)
+        EXPECT_LT(note.text.Find(L"act in no "), 0);
     CombinationRule rule;
     rule.name = L"own";
     rule.terms = {{0, 1.6, 0.0, L"client"}, {1, 0.0, 0.0, L"client"}};
     const Combinations own = Expand(analysis, {rule});
     ASSERT_EQ(own.notes.size(), 1U);
-    EXPECT_EQ(*own.notes[0].ToUtf8(),
+    EXPECT_EQ(*own.notes[0].text.ToUtf8(),
               "the loads of the case Self weight act in no ultimate combination: no rule counts them");
+    EXPECT_TRUE(own.notes[0].isUnsafe);
     EXPECT_EQ(Expand(analysis, {}).notes.size(), 2U);
 }
 
@@ -522,9 +523,9 @@ TEST(OwnTables, RulesThatSayNothingOfUseAreLeftOutAndToldOf)
         const Combinations c = Expand(analysis, {rule});
         EXPECT_TRUE(c.list.empty());
         ASSERT_EQ(c.notes.size(), 4U); // patterns, and the loads of both cases
-        EXPECT_EQ(*c.notes[0].ToUtf8(), "own: left out, because it has a factor that is not a number");
+        EXPECT_EQ(*c.notes[0].text.ToUtf8(), "own: left out, because it has a factor that is not a number");
     }
-    EXPECT_EQ(*Expand(analysis, {noState}).notes[0].ToUtf8(), "own: left out, because it is for no limit state");
+    EXPECT_EQ(*Expand(analysis, {noState}).notes[0].text.ToUtf8(), "own: left out, because it is for no limit state");
     EXPECT_EQ(Expand(analysis, {good}).list.size(), 2U);
     EXPECT_THROW(MakeRules(analysis, {static_cast<Basis>(9), Expression::E610}), std::invalid_argument);
     EXPECT_THROW(MakeRules(analysis, {Basis::EN1990, static_cast<Expression>(9)}), std::invalid_argument);

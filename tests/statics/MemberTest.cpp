@@ -197,7 +197,7 @@ TEST(Trapezoids, AreDividedAndSaySo)
     const GeneratedMember m = MemberOf(beam);
     EXPECT_EQ(m.subSpans.size(), 11U);
     ASSERT_EQ(m.notes.size(), 1U);
-    EXPECT_EQ(*m.notes[0].ToUtf8(),
+    EXPECT_EQ(*m.notes[0].text.ToUtf8(),
               "1 length under loads that change along them divided into up to 11 parts: the parabola between "
               "two points errs by less than 0.1 % of the largest moment");
     const Design::MomentDiagram diagram(m.points, m.subSpans, Design::Bending::Major);
@@ -222,7 +222,7 @@ TEST(Trapezoids, TipsHaveTheirMeanLoad)
     for (std::size_t k = 0; k < m.subSpans.size(); ++k)
         EXPECT_TRUE(diagram.IsBalanced(static_cast<int>(k))) << k;
     ASSERT_EQ(m.notes.size(), 1U);
-    EXPECT_GE(m.notes[0].Find(L"have the shears of their mean load"), 0);
+    EXPECT_GE(m.notes[0].text.Find(L"have the shears of their mean load"), 0);
     // Exact where it matters: 30 x 6²/6 and 30 x 6/2.
     EXPECT_NEAR(m.subSpans.front().GetMomentsLeft().y, 180e3, 1e-6);
     EXPECT_NEAR(m.subSpans.front().GetForcesLeft().z, -90e3, 1e-6);
@@ -283,7 +283,8 @@ TEST(LoadHeights, TheHighestLoadThatActs)
     EXPECT_EQ(along(members[1], 2), 0.0);
     EXPECT_EQ(at(members[2], 1), 0.0);
     ASSERT_EQ(members[0].notes.size(), 1U);
-    EXPECT_GE(members[0].notes[0].Find(L"destabilises most"), 0);
+    EXPECT_GE(members[0].notes[0].text.Find(L"destabilises most"), 0);
+    EXPECT_FALSE(members[0].notes[0].isUnsafe || members[0].notes[0].isOfBeam);
     EXPECT_TRUE(members[2].notes.empty());
     // The same points for all.
     for (const GeneratedMember& m : members)
@@ -346,9 +347,11 @@ TEST(Notes, SpringsAndHingesThatTheMemberHasNot)
     beam.hinges = {{8.0, true, false}};
     const GeneratedMember m = MemberOf(beam);
     ASSERT_EQ(m.notes.size(), 2U);
-    EXPECT_EQ(*m.notes[0].ToUtf8(), "the springs at 6 m are in the forces alone: the member's point holds rigidly what "
-                                    "the restraint of the support says");
-    EXPECT_EQ(*m.notes[1].ToUtf8(), "the hinge at 8 m is in the forces alone: the member is continuous there");
+    EXPECT_TRUE(m.notes[0].isUnsafe && m.notes[0].isOfBeam);
+    EXPECT_EQ(*m.notes[0].text.ToUtf8(),
+              "the springs at 6 m are in the forces alone: the member's point holds rigidly what "
+              "the restraint of the support says");
+    EXPECT_EQ(*m.notes[1].text.ToUtf8(), "the hinge at 8 m is in the forces alone: the member is continuous there");
 }
 
 } // namespace StaticsTest

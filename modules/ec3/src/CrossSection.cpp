@@ -257,7 +257,9 @@ void InteractLinear(const Section& s, const Strength& m, const Classification& c
     r.My += a.Compression() * c.effective.eNy;
     r.Mz += a.Compression() * c.effective.eNz;
     r.n = Share(std::abs(a.N), r.NRd);
-    r.utilisation = r.n + Share(r.My, r.MyRd) + Share(r.Mz, r.MzRd);
+    const double y = Share(r.My, r.MyRd);
+    const double z = Share(r.Mz, r.MzRd);
+    r.utilisation = r.n + (s.shape == Shape::CHS ? std::hypot(y, z) : y + z); // a tube bends about their resultant
 }
 
 } // namespace

@@ -74,12 +74,20 @@ KELTRIX_STATICS_API Psi PsiOf(Basis basis, ActionKind kind, Category category);
 /// 3.3.2(1)).
 KELTRIX_STATICS_API std::vector<CombinationRule> MakeRules(const Analysis& analysis, const RuleOptions& options);
 
+/// What an engineer has to know of what was made of a beam.
+struct Note {
+    CString text; ///< a sentence
+    bool isUnsafe =
+        false; ///< something of the beam is left out of what follows, or may be more favourable there than it is
+    bool isOfBeam = true; ///< of the beam, whatever the combination; otherwise of what it stands with
+};
+
 struct Combinations {
     std::vector<Combination> list;
     /// How many were left out because another one has the same factors, or because nothing acts in them.
     std::size_t dropped = 0;
     /// What an engineer has to know: rules that were left out and why, cases whose loads no rule counts.
-    std::vector<CString> notes;
+    std::vector<Note> notes;
 };
 
 /// Combinations that follow from rules: each variable case (each span of a case that acts by span) acts or does not,

@@ -14,7 +14,7 @@ namespace Keltrix::Statics {
 struct GeneratedMember {
     std::vector<Steel::CMemberPoint> points;
     std::vector<Steel::CSubSpan> subSpans;
-    std::vector<CString> notes;
+    std::vector<Note> notes;
 };
 
 /// Members for combinations, one each, with the same points: at every support, hinge, restraint's end, load and change

@@ -82,7 +82,8 @@ struct Interaction {
     BiaxialExponents exponents;    ///< 1 and 1 of linear sums
 };
 /// 6.2.9 and 6.2.10: the largest of My/MN,y, Mz/MN,z and the left side of (6.41) in classes 1 and 2 where 6.2.9.1 has the shape; the
-/// linear sum (6.2) elsewhere, by stresses in class 3 (6.42) and with the shift eN in class 4 (6.44).
+/// linear sum (6.2) elsewhere, by stresses in class 3 (6.42) and with the shift eN in class 4 (6.44). Of a tube in class 3 the moments
+/// add as vectors.
 KELTRIX_EC3_API Interaction Interact(const Section& section, const Strength& strength, const Classification& c,
                                      const Actions& actions);
 
