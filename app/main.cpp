@@ -417,6 +417,12 @@ void AddCapacity(CLI::App& app, Commands& commands, Shared& shared, CapacityOpti
         ->add_option("--type", options.type,
                      "How the section is made; without it as the catalogue has it, welded for a parametric description")
         ->check(CLI::IsMember({"rolled", "welded", "formed"}));
+    if (shared.code && shared.code->Description().tablesTakeC1)
+        command
+            ->add_option("--C1", options.code.settings.C1,
+                         "Shape of the moments: critical moment over that under uniform moment, 1 to 5")
+            ->check(CLI::Range(1.0, 5.0))
+            ->capture_default_str();
     Finish(command, commands, shared, options, Capacity);
 }
 

@@ -9,6 +9,9 @@
 #ifdef KELTRIX_HOST_WITH_BS5950
 #include "keltrix/bs5950/DesignCode.h"
 #endif
+#ifdef KELTRIX_HOST_WITH_EC3
+#include "keltrix/ec3/DesignCode.h"
+#endif
 
 namespace Keltrix::Host {
 
@@ -20,6 +23,9 @@ std::vector<const Design::DesignCode*>& Codes()
     static std::vector<const Design::DesignCode*> codes{
 #ifdef KELTRIX_HOST_WITH_BS5950
         &BS5950::Code(),
+#endif
+#ifdef KELTRIX_HOST_WITH_EC3
+        &EC3::Code(),
 #endif
     };
     return codes;

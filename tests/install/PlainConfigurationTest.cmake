@@ -10,7 +10,7 @@ if(NOT status EQUAL 0)
 endif()
 foreach(text IN ITEMS
     "Left out, ksteel: CLI11, nlohmann_json, tomlplusplus not found (on Debian: apt-get install libcli11-dev nlohmann-json3-dev libtomlplusplus-dev)"
-    "Left out, stability (elastic critical loads), statics (beams from loads) and bs5950, which is built on the former: Eigen3 not found (on Debian: apt-get install libeigen3-dev)"
+    "Left out, stability (elastic critical loads), statics (beams from loads) and the design codes, which are built on the former: Eigen3 not found (on Debian: apt-get install libeigen3-dev)"
     "Left out, most tests: GTest not found (on Debian: apt-get install libgtest-dev libgmock-dev)"
     "shared libraries: platform, steel, design\n")
   string(FIND "${output}" "${text}" place)

@@ -8,6 +8,7 @@
 #include "MemberText.h"
 #include "MomentShape.h"
 #include "SpanClass.h"
+#include "keltrix/design/Segments.h"
 
 namespace Keltrix::BS5950 {
 
@@ -32,25 +33,6 @@ const wchar_t* HeldReason(BucklingMode mode)
 {
     return mode == BucklingMode::Major ? L"held in position against bending about x-x (major axis shear restraint)"
                                        : L"held in position against bending about y-y (minor axis shear restraint)";
-}
-
-// Where spans begin and end: at held points, and where a continuous restraint begins and ends. A run of sub-spans that
-// are held along their length is one span.
-template <class Point, class Sub>
-std::vector<std::pair<int, int>> Segments(int points, Point pointHeld, Sub subHeld)
-{
-    std::vector<std::pair<int, int>> segments;
-    int start = 0;
-    bool before = subHeld(0);
-    for (int i = 1; i < points; ++i) {
-        const bool end = i == points - 1;
-        const bool after = end ? before : subHeld(i);
-        if (!end && before == after && (before || !pointHeld(i))) continue;
-        segments.emplace_back(start, i);
-        start = i;
-        before = after;
-    }
-    return segments;
 }
 
 } // namespace
@@ -173,7 +155,7 @@ void CSteelMemberBS5950::FindFlexuralSpans(BucklingMode mode, bool turned)
         SetOverride(m_spans.back(), mode == BucklingMode::Major ? Lyy() : Lzz());
         return;
     }
-    for (const auto& [left, right] : Segments(
+    for (const auto& [left, right] : Design::Segments(
              points, [&](int i) { return PointHeld(mode, i); }, [&](int k) { return SubSpanHeld(mode, k); })) {
         SpanResult span = FlexuralSpan(mode, left, right, turned);
         SetReasons(span);
@@ -186,7 +168,7 @@ void CSteelMemberBS5950::FindFlexuralSpans(BucklingMode mode, bool turned)
 double CSteelMemberBS5950::LongestUnheld(BucklingMode mode) const
 {
     double longest = 0.0;
-    for (const auto& [left, right] : Segments(
+    for (const auto& [left, right] : Design::Segments(
              static_cast<int>(MemberPoints().size()), [&](int i) { return PointHeld(mode, i); },
              [&](int k) { return SubSpanHeld(mode, k); }))
         if (!SubSpanHeld(mode, left))

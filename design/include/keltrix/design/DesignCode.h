@@ -16,7 +16,7 @@ namespace Keltrix::Design {
 
 /// Raised with every change of what stands in this header, in Findings.h or in the classes of the steel library: a module that was
 /// compiled against another number is not loaded.
-inline constexpr int INTERFACE_VERSION = 2;
+inline constexpr int INTERFACE_VERSION = 3;
 
 /// A name and what it means: a value of an option, a grade, a family of sections, a national annex.
 struct Term {
@@ -51,6 +51,8 @@ struct CodeDescription {
     /// Whose combinations of actions go with it, by their name in beam files: "bs5950", "en1990", "en1990-uk"; empty where a beam file has to
     /// say so.
     const wchar_t* combinations = L"";
+    /// Capacity tables of lateral-torsional resistance are made with a factor C1 of the moment's shape (CodeSettings::C1).
+    bool tablesTakeC1 = false;
     const wchar_t* scope = L""; ///< what is checked and what is not, in a sentence or two
 };
 
@@ -60,6 +62,7 @@ struct CodeSettings {
     /// One value for each option of CodeDescription::options, in their order: 1 for a flag that is set, the place of the value of a
     /// choice counted from 1, a length in m; 0 where nothing is given. Options beyond the end are not given.
     std::vector<double> options;
+    double C1 = 1.0; ///< of capacity tables: elastic critical moment over that under uniform moment
 
     double Length(std::size_t option) const { return option < options.size() ? options[option] : 0.0; }
     bool Flag(std::size_t option) const { return Length(option) != 0.0; }

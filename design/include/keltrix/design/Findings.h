@@ -31,6 +31,15 @@ enum class Quantity { None, Force, Moment, Stress, Length };
 /// Its text in the user's units: "275 N/mm²"; of a length in mm.
 KELTRIX_DESIGN_API CString QuantityText(Quantity quantity, double value, const CDesFormat& fmt);
 
+/// One step of the calculation of a rule: symbol = formula = value.
+struct Step {
+    const wchar_t* symbol = L"";
+    Quantity quantity = Quantity::None;
+    double value = std::numeric_limits<double>::quiet_NaN(); ///< not-a-number: the formula says everything
+    CString formula;                                         ///< with its numbers, in the user's units; may be empty
+    const wchar_t* clause = L"";                             ///< may be empty
+};
+
 /// What one rule gave at one place.
 struct RuleFinding {
     int rule = 0; ///< the design code's own number of the rule, from 0 on in the order in which rules are shown
@@ -48,6 +57,7 @@ struct RuleFinding {
     bool governing = false; ///< the largest utilisation of the whole member
     double slenderness =
         std::numeric_limits<double>::quiet_NaN(); ///< with which the resistance was found, where it is given
+    std::vector<Step> steps = {};                 ///< empty where no text was asked for or the code does not give them
 
     bool WasEvaluated() const { return status == CheckStatus::Passed || status == CheckStatus::Failed; }
 };

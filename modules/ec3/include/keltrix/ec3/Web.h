@@ -1,0 +1,48 @@
+#pragma once
+
+#include <optional>
+
+#include "keltrix/ec3/CrossSection.h"
+#include "keltrix/ec3/Export.h"
+#include "keltrix/ec3/Section.h"
+
+namespace Keltrix::EC3 {
+
+/// Panel of a web between transverse stiffeners, EN 1993-1-5 5. Lengths in m.
+struct WebPanel {
+    double a = 0.0; ///< distance of the stiffeners; 0 where only the supports are stiffened
+    bool rigidEndPost = false;
+};
+
+/// EN 1993-1-5 5.1(2): whether hw/tw is above 72 ε/η (31 ε kτ^0.5/η with stiffeners), so that shear buckling is to be checked. False
+/// for shapes without a web between two flanges.
+KELTRIX_EC3_API bool NeedsShearBuckling(const Section& section, const Strength& strength, const WebPanel& panel = {});
+/// EN 1993-1-5 5.3: λ̄w and χw.
+KELTRIX_EC3_API double WebSlenderness(const Section& section, const Strength& strength, const WebPanel& panel = {});
+KELTRIX_EC3_API double WebShearFactor(double slenderness, double eta, bool rigidEndPost);
+/// EN 1993-1-5 (5.2): contribution of the web.
+KELTRIX_EC3_API Resistance VbwRd(const Section& section, const Strength& strength, const WebPanel& panel = {});
+/// EN 1993-1-5 5.4: Mf,Rd of the flanges alone, the smaller of both, less the share of an axial force.
+KELTRIX_EC3_API Resistance MfRd(const Section& section, const Strength& strength, double NEd = 0.0);
+/// EN 1993-1-5 (5.1), (5.8): web and flanges at a moment; at most η fy hw tw/(3^0.5 γM1). Nothing without a distance of stiffeners.
+KELTRIX_EC3_API Resistance VbRd(const Section& section, const Strength& strength, const WebPanel& panel, double MEd,
+                                double NEd = 0.0);
+/// EN 1993-1-5 7.1(1): left side of (7.1), η̄1 + (1 - Mf/Mpl)(2 η̄3 - 1)², where VEd is above half of Vbw,Rd and MEd not below Mf,Rd;
+/// otherwise 0, because there is nothing to check. Mf and Mpl are those with NEd (7.1(4)). Nothing where the shape has no such web.
+KELTRIX_EC3_API std::optional<double> ShearBucklingInteraction(const Section& section, const Strength& strength,
+                                                               const WebPanel& panel, double MEd, double VEd,
+                                                               double NEd = 0.0);
+
+/// A concentrated force on one flange, resisted by the web without a stiffener there.
+struct WebForce {
+    double ss = 0.0;    ///< stiff bearing length, m
+    bool atEnd = false; ///< type c: force near an unstiffened end; otherwise type a: through the flange between ends
+    double c = 0.0;     ///< from the end of the member to the bearing, type c
+    bool onFlange1 = true;
+    /// 6.3(1): ss counts up to hw. False compares with tables that were made without that limit.
+    bool limitToDepth = true;
+};
+/// EN 1993-1-5 6: FRd = χF ly tw fyw/γM1 of an unstiffened web. m2 of (6.9) counts where λ̄F with it is above 0.5. Nothing for shapes other than I and unequal I.
+KELTRIX_EC3_API Resistance FRd(const Section& section, const Strength& strength, const WebForce& force);
+
+} // namespace Keltrix::EC3

@@ -1,0 +1,164 @@
+#include "keltrix/ec3/DesignCode.h"
+
+#include "keltrix/ec3/Capacity.h"
+#include "keltrix/ec3/SteelMemberEC3.h"
+
+namespace Keltrix::EC3 {
+
+namespace {
+
+using Design::CapacityCurve;
+using Design::CapacityTable;
+using Design::CodeSettings;
+using Design::OptionKind;
+using Design::Quantity;
+
+// Places in the list of options.
+enum Option : std::size_t { MCR };
+// Places in the list of values, counted from 1.
+enum MomentValue : std::size_t { ELASTIC = 1, C1 };
+// Places in the list of annexes.
+enum AnnexPlace : std::size_t { UK, RECOMMENDED };
+
+const Annex& AnnexOf(const CodeSettings& settings)
+{
+    return settings.annex == RECOMMENDED ? RecommendedAnnex() : UkAnnex();
+}
+
+Design::CodeDescription MakeDescription()
+{
+    Design::CodeDescription d;
+    d.id = L"ec3";
+    d.title = L"EN 1993-1-1:2005+A1:2014";
+    d.edition = L"with EN 1993-1-5 for slender plates and webs";
+    d.options = {{OptionKind::Choice,
+                  L"mcr",
+                  L"Elastic critical moments (6.3.2): of the member as it is held and loaded, or by C1 between forks",
+                  {{L"elastic", L"elastic analysis of the member with its restraints and load heights"},
+                   {L"c1", L"closed form with k = kw = 1 and the tables' C1, loads at the shear centre"}}}};
+    d.annexes = {{L"uk", L"UK National Annex"}, {L"recommended", L"the values that the standard recommends"}};
+    d.grades = {{L"S275", L"EN 10025-2, EN 10210-1, EN 10219-1"},
+                {L"S355", L"EN 10025-2, EN 10210-1, EN 10219-1"},
+                {L"S235", L"EN 10025-2, EN 10210-1, EN 10219-1"},
+                {L"S420", L"EN 10025-3, EN 10025-4, EN 10210-1, EN 10219-1"},
+                {L"S460", L"EN 10025-3, EN 10025-4, EN 10210-1, EN 10219-1"},
+                {L"User_defined", L"with the strengths of the member file, up to 460 N/mm²"}};
+    d.families = {{L"I and H sections", L"rolled or welded, equal flanges"},
+                  {L"rectangular hollow sections", L"hot finished, cold formed or welded boxes"},
+                  {L"circular hollow sections", L"hot finished, cold formed or welded"}};
+    d.combinations = L"en1990-uk";
+    d.scope =
+        L"Cross-section and member buckling checks of prismatic doubly symmetric members under axial force, biaxial "
+        L"moment and shear; no torsion, connections, frames, concentrated loads on webs or serviceability limits";
+    return d;
+}
+
+const wchar_t* FabricationWord(Fabrication fabrication)
+{
+    switch (fabrication) {
+    case Fabrication::Rolled:
+        return L"rolled";
+    case Fabrication::Formed:
+        return L"formed";
+    case Fabrication::Welded:
+        break;
+    }
+    return L"welded";
+}
+
+template <class Value>
+CapacityCurve CurveOf(const wchar_t* symbol, Quantity quantity, const std::vector<double>& numbers, Value value)
+{
+    CapacityCurve curve{symbol, quantity, {}};
+    for (const double number : numbers)
+        curve.values.push_back(value(number));
+    return curve;
+}
+
+class CodeEC3 : public Design::DesignCode {
+public:
+    const Design::CodeDescription& Description() const override { return m_description; }
+
+    std::unique_ptr<Design::CodeMember> NewMember(const CodeSettings& settings) const override
+    {
+        auto member = std::make_unique<CSteelMemberEC3>();
+        member->SetAnnex(AnnexOf(settings));
+        DesignOptions options;
+        if (settings.Choice(MCR) == C1) options.mcr = CriticalMoment::C1;
+        member->SetOptions(options);
+        return member;
+    }
+
+    bool HasGrade(const CString& name) const override { return GradeFromName(name) != Grade::None; }
+    bool IsUserGrade(const CSteelGrade& grade) const override { return GradeFromName(grade.Name()) == Grade::User; }
+    CString GradeRefusal(const CSteelGrade& grade) const override
+    {
+        const wchar_t* const refusal = MaterialOf(grade).refusal;
+        return refusal ? refusal : L"";
+    }
+    CString SectionRefusal(const CSection& section) const override
+    {
+        const wchar_t* const refusal = EC3::SectionRefusal(section);
+        return refusal ? refusal : L"";
+    }
+    double ElasticModulus(const CSteelGrade& grade) const override { return MaterialOf(grade).E; }
+    double ShearModulus(const CSteelGrade& grade) const override { return MaterialOf(grade).G; }
+
+    CapacityTable Capacities(const CSection& section, const CSteelGrade& grade, const std::vector<double>& lengths,
+                             const CodeSettings& settings) const override
+    {
+        const SectionCapacity c(section, grade, AnnexOf(settings));
+        CapacityTable table;
+        if (!c.IsValid()) {
+            table.refusal = c.Refusal();
+            return table;
+        }
+        table.designStrength = {L"fy", Quantity::Stress, c.Steel().fy};
+        table.classes = {{L"in bending about y-y", c.MajorBending().cls},
+                         {L"about z-z", c.MinorBending().cls},
+                         {L"in compression", c.Compression().cls}};
+        table.fabrication = FabricationWord(c.Section().fabrication);
+        if (const wchar_t* const note = Design::FabricationNote(c.Section().basis)) table.fabricationNote = note;
+        const auto add = [&](const wchar_t* symbol, Quantity quantity, const std::optional<double>& value,
+                             int figures) {
+            if (value) table.crossSection.push_back({{symbol, quantity, *value}, figures});
+        };
+        add(L"NplRd", Quantity::Force, c.NplRd(), 4);
+        add(L"NtRd", Quantity::Force, c.NplRd(), 4);
+        add(L"NcRd", Quantity::Force, EC3::NcRd(c.Section(), c.Strengths(), c.Compression()).value, 4);
+        add(L"VczRd", Quantity::Force, c.VczRd(), 3);
+        add(L"VcyRd", Quantity::Force, c.VcyRd(), 3);
+        add(L"McyRd", Quantity::Moment, c.McyRd(), 3);
+        add(L"MczRd", Quantity::Moment, c.MczRd(), 3);
+        table.shareName = L"NEd/NplRd";
+        for (int i = 0; i <= 10; ++i)
+            table.shares.push_back(i / 10.0);
+        table.reduced = {CurveOf(L"MNyRd", Quantity::Moment, table.shares, [&](double n) { return c.MNyRd(n); }),
+                         CurveOf(L"MNzRd", Quantity::Moment, table.shares, [&](double n) { return c.MNzRd(n); })};
+        table.buckling = {
+            CurveOf(L"NbyRd", Quantity::Force, lengths, [&](double L) { return c.NbyRd(L); }),
+            CurveOf(L"NbzRd", Quantity::Force, lengths, [&](double L) { return c.NbzRd(L); }),
+            CurveOf(L"NbTRd", Quantity::Force, lengths, [&](double L) { return c.NbTRd(L); }),
+            CurveOf(L"MbRd", Quantity::Moment, lengths, [&](double L) { return c.MbRd(L, settings.C1); })};
+        return table;
+    }
+
+private:
+    // In a thickness that every grade is made in.
+    static Material MaterialOf(const CSteelGrade& grade)
+    {
+        return MakeMaterial(grade, 0.001, false, Fabrication::Rolled, UkAnnex());
+    }
+
+    const Design::CodeDescription m_description = MakeDescription();
+};
+
+} // namespace
+
+const Design::DesignCode& Code()
+{
+    static const CodeEC3 code;
+    return code;
+}
+
+} // namespace Keltrix::EC3

@@ -1,0 +1,356 @@
+// Lateral-torsional buckling, 6.3.2: lengths between forks, elastic critical moments, reduction.
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "MemberCheck.h"
+#include "keltrix/design/Stretches.h"
+#include "keltrix/stability/SectionConstants.h"
+
+namespace Keltrix::EC3 {
+
+using Design::CheckStatus;
+using Design::MomentDiagram;
+using Design::Quantity;
+using Design::RuleFinding;
+using Stability::Outcome;
+using Steel::CRestraint;
+
+namespace {
+
+constexpr double INF = std::numeric_limits<double>::infinity();
+// Largest estimated relative error of a critical moment that is used.
+constexpr double LARGEST_ERROR = 0.01;
+// Largest jump of the moment inside a length, as a share of its largest moment, that rounding of the input explains.
+constexpr double LARGEST_JUMP = 1e-3;
+constexpr unsigned int BY_MOMENT = CRestraint::COMP_FLANGE_LATERAL | CRestraint::TENS_FLANGE_LATERAL |
+                                   CRestraint::COMP_FLANGE_WARPING | CRestraint::TENS_FLANGE_WARPING;
+
+// Why a unit's critical load is not used; null where it is.
+const wchar_t* RefusalOf(const Stability::Unit& unit)
+{
+    if (unit.outcome == Outcome::NotHeld) return nullptr; // whatever the moments
+    if (unit.largestJump > LARGEST_JUMP * unit.largestMoment)
+        return L"the moment jumps inside it at a section that is free to twist, and how the couple is applied is not "
+               L"part of the input";
+    if (!unit.balanced) return L"the forces of a sub-span do not balance";
+    if (unit.restraintsLeftOut) return L"its restraints follow each other more closely than the analysis can take";
+    if (unit.positive && !(unit.positive->error <= LARGEST_ERROR))
+        return L"the estimated error of the elastic analysis is above 1 %";
+    return nullptr;
+}
+
+const Stability::Unit* FindUnit(const Stability::CriticalLoads& loads, double start, double end, double tolerance)
+{
+    for (const Stability::Unit& unit : loads.units)
+        if (std::abs(unit.start - start) <= tolerance && std::abs(unit.end - end) <= tolerance) return &unit;
+    return nullptr;
+}
+
+int SignOf(const Design::Extremes& moments)
+{
+    if (moments.least >= 0.0 && moments.greatest > 0.0) return 1;
+    return moments.greatest <= 0.0 && moments.least < 0.0 ? -1 : 0;
+}
+
+template <class Part>
+void MoveToShearCentre(Part& part)
+{
+    CRestraint r = part.GetRestraint();
+    r.SetLoadHeight(0.0);
+    r.SetRefLoadHeight(Steel::SHR_CENTRE);
+    part.SetRestraint(r);
+}
+
+} // namespace
+
+bool MemberCheck::HasLoadHeight(double from, double to) const
+{
+    const auto isOff = [](const CRestraint& r) {
+        return r.LoadHeight() != 0.0 || r.RefLoadHeight() != Steel::SHR_CENTRE;
+    };
+    const double tolerance = m_in.SamePlace();
+    for (const auto& p : m_in.points)
+        if (p.GetPos() >= from - tolerance && p.GetPos() <= to + tolerance && isOff(p.GetRestraint())) return true;
+    const auto range = m_major.Covering(from, to);
+    for (int k = range.first; k < range.last; ++k)
+        if (isOff(m_in.subSpans[static_cast<std::size_t>(k)].GetRestraint())) return true;
+    return false;
+}
+
+// The bending moments alone: axial forces take part by 6.3.3. A uniform moment in their place, N·m, keeps the restraints as the real
+// moments have them: those of the compression or the tension flange become those of a flange.
+Stability::CriticalLoads MemberCheck::Analyse(bool atShearCentre, double uniform) const
+{
+    std::vector<Steel::CMemberPoint> points = m_in.points;
+    std::vector<Steel::CSubSpan> subSpans = m_in.subSpans;
+    for (std::size_t k = 0; k < subSpans.size(); ++k) {
+        Steel::CSubSpan& sub = subSpans[k];
+        Vec3<double> left = sub.GetForcesLeft();
+        Vec3<double> right = sub.GetForcesRight();
+        left.x = right.x = 0.0;
+        if (uniform != 0.0) {
+            left.z = right.z = 0.0;
+            sub.SetMomentsAll({0.0, uniform, 0.0}, {0.0, uniform, 0.0});
+            const auto& piece = m_major.At(static_cast<int>(k));
+            sub.SetRestraint(Design::Resolved(sub.GetRestraint(), SignOf(m_major.Between(piece.start, piece.End()))));
+        }
+        sub.SetForcesAll(left, right);
+        if (atShearCentre) MoveToShearCentre(sub);
+    }
+    for (Steel::CMemberPoint& p : points) {
+        if (uniform != 0.0) {
+            const auto before = m_major.LeftOf(p.GetPos());
+            const auto after = m_major.RightOf(p.GetPos());
+            const Design::Extremes both{std::min(before.least, after.least), std::max(before.greatest, after.greatest)};
+            p.SetRestraint(Design::Resolved(p.GetRestraint(), SignOf(both)));
+        }
+        if (atShearCentre) MoveToShearCentre(p);
+    }
+    CString reason;
+    const auto constants =
+        Stability::MakeSectionConstants(m_in.keltrixSection, m_in.material.E, m_in.material.G, &reason);
+    if (!constants) {
+        Stability::CriticalLoads none;
+        none.reason = reason;
+        return none;
+    }
+    return Stability::FindCriticalLoads(points, subSpans, MomentDiagram(points, subSpans, Design::Bending::Major),
+                                        *constants);
+}
+
+void MemberCheck::FindLaterals()
+{
+    m_laterals.clear();
+    const std::optional<LateralRule> rule = LateralRuleOf(m_in.section.basis, *m_in.annex);
+    const Design::Extremes moments = m_major.Between(m_in.Start(), m_in.End());
+    if (!rule || !(moments.Magnitude() > m_check->NoiseMy())) {
+        LateralSpan whole;
+        whole.start = m_in.Start();
+        whole.end = m_in.End();
+        whole.held = true;
+        whole.M = rule ? 0.0 : moments.Magnitude();
+        m_laterals.push_back(whole);
+        return;
+    }
+    if (m_in.lengthOverride)
+        FindOverridden();
+    else
+        FindElastic();
+    for (LateralSpan& span : m_laterals) {
+        span.rule = rule;
+        CheckLateral(span);
+    }
+}
+
+// A given length stands for the whole member, with the closed form for a uniform moment.
+void MemberCheck::FindOverridden()
+{
+    LateralSpan span;
+    span.start = m_in.Start();
+    span.end = m_in.End();
+    span.M = m_major.Between(span.start, span.end).Magnitude();
+    const double L = m_in.Llt >= 0.0 ? m_in.Llt : -m_in.Llt * m_in.Length();
+    span.lambda = span.Mcr = INF;
+    span.C1Source = L"with a given length the moment counts as uniform";
+    if (HasLoadHeight(span.start, span.end))
+        span.open = L"the effective length is given, and the closed form of Mcr takes loads at the shear centre alone";
+    else if (L > 0.0) {
+        span.Mcr = ElasticMoment(m_in.section.basis, m_in.material.E, m_in.material.G, L, 1.0);
+        span.lambda = span.Mcr / span.M;
+    }
+    m_laterals.push_back(span);
+}
+
+void MemberCheck::FindElastic()
+{
+    const Stability::CriticalLoads loads = Analyse(false, 0.0);
+    const auto add = [this](double from, double to, bool held) {
+        LateralSpan span;
+        span.start = from;
+        span.end = to;
+        span.held = held;
+        const double M = m_major.Between(from, to).Magnitude();
+        span.M = M > m_check->NoiseMy() ? M : 0.0;
+        m_laterals.push_back(span);
+        return m_laterals.size() - 1;
+    };
+    if (!loads.IsAnswered()) {
+        m_laterals[add(m_in.Start(), m_in.End(), false)].open = L"the elastic analysis of the member gives no answer";
+        return;
+    }
+    const bool byTables = m_in.options.mcr == CriticalMoment::C1;
+    Stability::CriticalLoads centre, uniform;
+    const bool withC1 = !byTables && LateralRuleOf(m_in.section.basis, *m_in.annex)->isModified;
+    if (withC1) {
+        centre = HasLoadHeight(m_in.Start(), m_in.End()) ? Analyse(true, 0.0) : loads;
+        uniform = Analyse(true, 1000.0);
+    }
+    double x = m_in.Start();
+    for (const Stability::Unit& unit : loads.units) {
+        if (unit.start - x > m_in.SamePlace()) add(x, unit.start, true);
+        LateralSpan& span = m_laterals[add(unit.start, unit.end, false)];
+        SetElastic(span, unit);
+        if (byTables)
+            SetByTables(span);
+        else if (withC1)
+            SetC1(span, centre, uniform);
+        x = unit.end;
+    }
+    if (m_in.End() - x > m_in.SamePlace()) add(x, m_in.End(), true);
+}
+
+void MemberCheck::SetElastic(LateralSpan& span, const Stability::Unit& unit) const
+{
+    span.open = RefusalOf(unit);
+    span.lambda = span.Mcr = INF;
+    span.mechanism = unit.outcome == Outcome::NotHeld;
+    if (span.mechanism) span.lambda = span.Mcr = 0.0;
+    if (!unit.positive || span.mechanism) return;
+    span.lambda = unit.positive->lambda;
+    span.error = unit.positive->error;
+    span.Mcr = span.lambda * unit.largestMoment / (1.0 + span.error);
+}
+
+// C1: the critical moment with all loads at the shear centre over that under uniform moment of the same sense, by the same solver. 1 where one
+// of them is not found.
+void MemberCheck::SetC1(LateralSpan& span, const Stability::CriticalLoads& centre,
+                        const Stability::CriticalLoads& uniform) const
+{
+    span.C1Source = L"elastic Mcr with loads at the shear centre over that under uniform moment";
+    const auto range = m_major.Covering(span.start, span.end);
+    for (int k = range.first; k < range.last; ++k) {
+        const auto& piece = m_major.At(k);
+        const CRestraint r = m_in.subSpans[static_cast<std::size_t>(k)].GetRestraint();
+        if (!r.IsFree(BY_MOMENT, false) && SignOf(m_major.Between(piece.start, piece.End())) == 0) {
+            span.C1Source = L"a restraint along it changes its flange with the moment: taken as uniform";
+            return;
+        }
+    }
+    const auto* a = FindUnit(centre, span.start, span.end, m_in.SamePlace());
+    const auto* b = FindUnit(uniform, span.start, span.end, m_in.SamePlace());
+    const Design::Extremes moments = m_major.Between(span.start, span.end);
+    const auto& reference = !b ? std::optional<Stability::CriticalLoad>{}
+                            : std::abs(moments.greatest) >= std::abs(moments.least) ? b->positive
+                                                                                    : b->negative;
+    if (!a || !a->positive || !reference) {
+        span.C1Source = L"no critical load under uniform moment: taken as uniform";
+        return;
+    }
+    span.C1 = a->positive->lambda * a->largestMoment / (std::abs(reference->lambda) * b->largestMoment);
+}
+
+// k = kw = 1 between forks: C1 of end moments and of single loads on simple spans as handbooks have it, otherwise from the quarter points.
+void MemberCheck::SetByTables(LateralSpan& span) const
+{
+    const auto isFork = [&](double x) {
+        for (const auto& p : m_in.points)
+            if (std::abs(p.GetPos() - x) <= m_in.SamePlace())
+                return IsHeld(BucklingMode::Minor, p.GetRestraint()) && IsHeld(BucklingMode::Torsion, p.GetRestraint());
+        return true;
+    };
+    if (span.open || span.mechanism || !(span.M > 0.0)) return;
+    const bool startInside = span.start > m_in.Start() + m_in.SamePlace();
+    const bool endInside = span.end < m_in.End() - m_in.SamePlace();
+    if ((!startInside && !isFork(span.start)) || (!endInside && !isFork(span.end))) {
+        span.open = L"an end is no fork: the closed form of Mcr does not hold";
+        return;
+    }
+    if (HasLoadHeight(span.start, span.end)) {
+        span.open = L"a load acts off the shear centre, which the closed form with C1 alone does not take";
+        return;
+    }
+    const MomentPattern p = PatternOf(m_major, span.start, span.end);
+    const double L = span.end - span.start;
+    const auto magnitude = [&](double share) { return m_major.LeftOf(span.start + share * L).Magnitude(); };
+    const double ends = std::abs(p.left) >= std::abs(p.right) ? p.left : p.right;
+    const double other = ends == p.left ? p.right : p.left;
+    const double m2 = magnitude(0.25), m3 = magnitude(0.5), m4 = magnitude(0.75);
+    const double least = 1e-9 * span.M;
+    const bool simple = std::abs(ends) <= least && std::abs(m2 - m4) <= 1e-6 * span.M;
+    if (p.linear) {
+        const double c = 1.33 - 0.33 * other / ends;
+        span.C1 = c * c;
+        span.C1Source = L"end moments, (1.33 - 0.33 ψ)²";
+    } else if (simple && p.uniform && !p.point && std::abs(m2 - 0.75 * m3) <= 1e-6 * span.M) {
+        span.C1 = 1.127;
+        span.C1Source = L"uniform load on a simple span";
+    } else if (simple && !p.uniform && p.point && std::abs(m2 - 0.5 * m3) <= 1e-6 * span.M) {
+        span.C1 = 1.348;
+        span.C1Source = L"force at the middle of a simple span";
+    } else {
+        const double M2 = span.M * span.M;
+        span.C1 = std::sqrt(35.0 * M2 / (M2 + 9.0 * m2 * m2 + 16.0 * m3 * m3 + 9.0 * m4 * m4));
+        span.C1Source = L"from the moments at the quarter points";
+    }
+    span.error = 0.0;
+    span.Mcr = ElasticMoment(m_in.section.basis, m_in.material.E, m_in.material.G, L, span.C1);
+    span.lambda = span.Mcr / span.M;
+}
+
+void MemberCheck::CheckLateral(LateralSpan& span) const
+{
+    if (!span.open && !(m_class.Wy > 0.0)) span.open = m_class.effective.refusalY;
+    if (!span.IsApplied() || span.open) return;
+    const double MRk = m_class.Wy * m_in.material.fy;
+    const double slenderness = span.Mcr > 0.0 ? std::sqrt(MRk / span.Mcr) : INF;
+    span.reduction = ReduceLateral(*span.rule, slenderness, span.C1);
+    span.MbRd = span.Chi() * MRk / m_in.strength.gammaM1;
+    span.utilisation = span.MbRd > 0.0 ? span.M / span.MbRd : INF;
+}
+
+void MemberCheck::RecordLateral(const LateralSpan& span)
+{
+    RuleFinding f = FindingOf(Rule::Lateral, CheckStatus::NotApplicable);
+    f.start = span.start;
+    f.end = span.end;
+    const auto leave = [&](CheckStatus status, const wchar_t* reason) {
+        f.status = status;
+        f.reason = reason;
+        Add(f);
+    };
+    if (!span.rule && span.M > 0.0) return leave(CheckStatus::NotApplicable, L"the section does not buckle laterally");
+    if (!(span.M > 0.0)) return leave(CheckStatus::NotApplicable, L"no moment about the major axis");
+    if (span.held)
+        return leave(CheckStatus::NotApplicable, L"held against lateral movement and twist along its length");
+    if (span.open) return leave(CheckStatus::NotEvaluated, span.open);
+    f.symbol = L"MbRd";
+    f.quantity = Quantity::Moment;
+    f.resistance = span.MbRd;
+    f.slenderness = span.reduction.slenderness;
+    AddResistance(L"MbRd", Quantity::Moment, span.MbRd, span.start, span.end);
+    if (std::isinf(span.Mcr))
+        return leave(CheckStatus::NotApplicable, L"no elastic critical load: nothing buckles under these moments");
+    f.utilisation = Steel::CMemberResult::InfinitiseNANs(span.utilisation);
+    f.status = f.utilisation <= 1.0 ? CheckStatus::Passed : CheckStatus::Failed;
+    if (span.mechanism) return leave(CheckStatus::Failed, L"not held: the restraints leave it free to move or twist");
+    const LateralReduction& r = span.reduction;
+    AddResistance(L"Mcr", Quantity::Moment, span.Mcr, span.start, span.end);
+    AddResistance(L"lambdaLT", Quantity::None, r.slenderness, span.start, span.end);
+    AddResistance(L"chiLT", Quantity::None, r.chiMod, span.start, span.end);
+    AddResistance(L"C1", Quantity::None, span.C1, span.start, span.end);
+    AddResistance(L"f", Quantity::None, r.f, span.start, span.end);
+    if (m_in.withSteps) {
+        AddStep(f, L"Mcr", Quantity::Moment, span.Mcr, L"6.3.2.2(2)", L"λcr MEd less the estimated error: %s * %s",
+                m_in.format.NoDim(span.lambda), m_in.format.Moment(span.M));
+        AddStep(f, L"λLT", Quantity::None, r.slenderness, L"6.3.2.2(1)", L"(Wy fy/Mcr)^0.5 = (%s/%s)^0.5",
+                m_in.format.Moment(m_class.Wy * m_in.material.fy), m_in.format.Moment(span.Mcr));
+        AddStep(f, L"αLT", Quantity::None, ImperfectionFactor(span.rule->curve), span.rule->clause, L"curve %s",
+                CurveName(span.rule->curve));
+        AddStep(f, L"φLT", Quantity::None, r.phi, span.rule->clause, L"0.5(1 + αLT(λLT - %s) + %s λLT²)",
+                m_in.format.NoDim(span.rule->lambda0), m_in.format.NoDim(span.rule->beta));
+        AddStep(f, L"χLT", Quantity::None, r.chi, span.rule->clause, L"1/(φLT + (φLT² - β λLT²)^0.5), at most 1/λLT²");
+        if (span.rule->isModified) {
+            AddStep(f, L"C1", Quantity::None, span.C1, L"", L"%s", span.C1Source);
+            AddStep(f, L"kc", Quantity::None, r.kc, L"6.3.2.3(2)", L"1/C1^0.5");
+            AddStep(f, L"f", Quantity::None, r.f, L"6.3.2.3(2)", L"1 - 0.5(1 - kc)(1 - 2(λLT - 0.8)²)");
+            AddStep(f, L"χLT,mod", Quantity::None, r.chiMod, L"(6.58)", L"χLT/f");
+        }
+        AddStep(f, L"Mb,Rd", Quantity::Moment, span.MbRd, L"(6.55)", L"χLT Wy fy/γM1");
+        AddStep(f, L"MyEd", Quantity::Moment, span.M, L"", L"");
+    }
+    Add(f);
+}
+
+} // namespace Keltrix::EC3

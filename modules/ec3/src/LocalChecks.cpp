@@ -1,0 +1,307 @@
+// Resistance of cross-sections, 6.2: the entry of each rule is that of its largest utilisation along the member.
+
+#include <algorithm>
+#include <cmath>
+
+#include "MemberCheck.h"
+
+namespace Keltrix::EC3 {
+
+using Design::CheckStatus;
+using Design::Quantity;
+using Design::RuleFinding;
+
+namespace {
+
+// The result record counts exactly 1.0 as a failure of a cross-section.
+CheckStatus LocalStatus(double utilisation) { return utilisation < 1.0 ? CheckStatus::Passed : CheckStatus::Failed; }
+
+double Finite(double utilisation) { return Steel::CMemberResult::InfinitiseNANs(utilisation); }
+
+CString Area(double m2)
+{
+    CString text;
+    text.Format(L"%.4g cm²", m2 * 1e4);
+    return text;
+}
+
+CString Volume(double m3)
+{
+    CString text;
+    text.Format(L"%.5g cm³", m3 * 1e6);
+    return text;
+}
+
+} // namespace
+
+struct MemberCheck::LocalRule {
+    Rule rule;
+    double Position::*utilisation;
+    const Resistance* resistance;
+    const wchar_t* symbol;
+    Quantity quantity;
+    double (*effect)(const Position&);
+    const wchar_t* effectSymbol;
+    const wchar_t* absent; ///< why the rule does not apply where the effect is nowhere above zero
+};
+
+// Place of the largest value in the list of positions; -1 where none is above zero.
+int MemberCheck::Worst(double Position::*utilisation) const
+{
+    int worst = -1;
+    double largest = 0.0;
+    for (std::size_t i = 0; i < m_positions.size(); ++i) {
+        const double u = Finite(m_positions[i].*utilisation);
+        if (!(u > largest)) continue;
+        largest = u;
+        worst = static_cast<int>(i);
+    }
+    return worst;
+}
+
+void MemberCheck::RecordLocal(const LocalRule& rule)
+{
+    const auto acts = [&](const Position& p) { return !(rule.effect(p) <= 0.0); };
+    const auto acting = std::find_if(m_positions.begin(), m_positions.end(), acts);
+    if (acting == m_positions.end()) return Add(FindingOf(rule.rule, CheckStatus::NotApplicable, rule.absent));
+    RuleFinding f =
+        FindingOf(rule.rule, CheckStatus::NotEvaluated, rule.resistance->reason ? rule.resistance->reason : L"");
+    const int worst = Worst(rule.utilisation);
+    const Position& p = worst < 0 ? *acting : m_positions[static_cast<std::size_t>(worst)];
+    f.start = f.end = p.x;
+    if (*rule.resistance) {
+        f.utilisation = worst < 0 ? 0.0 : Finite(p.*rule.utilisation);
+        f.status = LocalStatus(f.utilisation);
+        f.resistance = *rule.resistance->value;
+        f.symbol = rule.symbol;
+        f.quantity = rule.quantity;
+        AddResistance(rule.symbol, rule.quantity, f.resistance, m_in.Start(), m_in.End());
+        if (m_in.withSteps) AddResistanceSteps(f, rule, rule.effect(p));
+    }
+    Add(f);
+}
+
+// The resistance with its numbers, and what is held against it.
+void MemberCheck::AddResistanceSteps(RuleFinding& f, const LocalRule& rule, double effect) const
+{
+    const Strength& m = m_in.strength;
+    const CString fy = m_in.format.Stress(m.fy);
+    CString formula;
+    switch (rule.rule) {
+    case Rule::Tension:
+        if (m_in.netGross == 1.0)
+            formula.Format(L"A fy/γM0 = %s * %s/%s", Area(m_in.section.A), fy, m_in.format.NoDim(m.gammaM0));
+        else
+            formula.Format(L"min(A fy/γM0, 0.9 Anet fu/γM2) = min(%s * %s/%s, 0.9 * %s * %s/%s)", Area(m_in.section.A),
+                           fy, m_in.format.NoDim(m.gammaM0), Area(m_in.netGross * m_in.section.A),
+                           m_in.format.Stress(m.fu), m_in.format.NoDim(m.gammaM2));
+        break;
+    case Rule::Compression:
+        formula.Format(L"A fy/γM0 = %s * %s/%s", Area(m_class.A), fy, m_in.format.NoDim(m.gammaM0));
+        break;
+    case Rule::BendingMajor:
+        formula.Format(L"%s fy/γM0 = %s * %s/%s", m_class.WyName, Volume(m_class.Wy), fy, m_in.format.NoDim(m.gammaM0));
+        break;
+    case Rule::BendingMinor:
+        formula.Format(L"%s fy/γM0 = %s * %s/%s", m_class.WzName, Volume(m_class.Wz), fy, m_in.format.NoDim(m.gammaM0));
+        break;
+    case Rule::ShearMajor:
+        formula.Format(L"Av fy/(3^0.5 γM0) = %s * %s/(3^0.5 * %s)", Area(ShearAreaZ(m_in.section, m.eta)), fy,
+                       m_in.format.NoDim(m.gammaM0));
+        break;
+    case Rule::ShearMinor:
+        formula.Format(L"Av fy/(3^0.5 γM0) = %s * %s/(3^0.5 * %s)", Area(ShearAreaY(m_in.section)), fy,
+                       m_in.format.NoDim(m.gammaM0));
+        break;
+    default:
+        break;
+    }
+    AddStep(f, rule.symbol, rule.quantity, f.resistance, rule.resistance->clause, L"%s", formula);
+    AddStep(f, rule.effectSymbol, rule.quantity, effect, L"", L"");
+}
+
+void MemberCheck::RecordClass()
+{
+    RuleFinding f = FindingOf(Rule::Classification, CheckStatus::Passed);
+    f.clause = L"5.5, Table 5.2";
+    if (m_in.withSteps) {
+        AddStep(f, L"ε", Quantity::None, m_in.strength.epsilon, L"Table 5.2", L"(235/%s)^0.5",
+                m_in.format.NoDim(m_in.material.fy * 1e-6));
+        AddStep(f, L"NEd", Quantity::Force, m_classActions.NEd, L"", L"largest compression along the member");
+        for (int i = 0; i < m_class.count; ++i) {
+            const PlateClass& p = m_class.plates[static_cast<std::size_t>(i)];
+            AddStep(f, p.plate.name, Quantity::None, std::nan(""), L"Table 5.2",
+                    L"%s, %s = %s; limits of classes 1 to 3 %s, %s, %s (α = %s, ψ = %s): class %i", p.row,
+                    p.plate.ratioName, m_in.format.NoDim(p.ratio), m_in.format.NoDim(p.limit[0]),
+                    m_in.format.NoDim(p.limit[1]), m_in.format.NoDim(p.limit[2]), m_in.format.NoDim(p.alpha),
+                    m_in.format.NoDim(p.psi), p.cls);
+        }
+        AddStep(f, L"class", Quantity::None, m_class.cls, L"5.5.2(6)", L"of the member");
+    }
+    Add(f);
+}
+
+// 6.2.5(4): the flange's net area, with all holes in it.
+void MemberCheck::RecordHoles()
+{
+    const auto absent = [this](const wchar_t* why) {
+        Add(FindingOf(Rule::HolesInFlange, CheckStatus::NotApplicable, why));
+    };
+    if (m_in.netGross == 1.0) return absent(L"the net area is the gross area");
+    const bool bent = std::any_of(m_positions.begin(), m_positions.end(),
+                                  [](const Position& p) { return p.actions.My != 0.0 || p.actions.Mz != 0.0; });
+    if (!bent) return absent(L"no moment");
+    const Section& s = m_in.section;
+    const double flange = std::min(s.b * s.tf, s.b2 * s.tf2);
+    const double net = flange - (1.0 - m_in.netGross) * s.A;
+    const Strength& m = m_in.strength;
+    if (s.HasTwoFlanges() && net * 0.9 * m.fu / m.gammaM2 >= flange * m.fy / m.gammaM0)
+        return absent(L"0.9 Af,net fu/γM2 is not below Af fy/γM0, all holes in one flange");
+    Add(FindingOf(Rule::HolesInFlange, CheckStatus::NotEvaluated,
+                  L"the net to gross ratio does not say which holes lie in the tension flange; with all of them there "
+                  L"they count"));
+}
+
+void MemberCheck::RecordTorsion()
+{
+    double torsion = 0.0, bending = 0.0;
+    const Position* worst = nullptr;
+    for (const Position& p : m_positions) {
+        bending = std::max({bending, std::abs(p.actions.My), std::abs(p.actions.Mz)});
+        if (!(std::abs(p.torsion) > torsion)) continue;
+        torsion = std::abs(p.torsion);
+        worst = &p;
+    }
+    if (!(torsion > std::max(1.0, 0.001 * bending)))
+        return Add(FindingOf(Rule::Torsion, CheckStatus::NotApplicable, L"no torsion beyond the tolerance"));
+    RuleFinding f = FindingOf(Rule::Torsion, CheckStatus::NotEvaluated,
+                              L"torsion is not covered here (6.2.7); check it by other means");
+    f.start = f.end = worst->x;
+    Add(f);
+}
+
+// EN 1993-1-5 5.1(2), 5.2, 5.3: the web alone, stiffened at supports only.
+void MemberCheck::RecordShearBuckling()
+{
+    const auto along = [](const Position& p) { return p.actions.Vz; };
+    if (!m_check->bucklesInShear) {
+        Add(FindingOf(Rule::ShearBuckling, CheckStatus::NotApplicable, L"hw/tw is not above 72 ε/η"));
+        Add(FindingOf(Rule::ShearBucklingMoment, CheckStatus::NotApplicable, L"the web does not buckle in shear"));
+        return;
+    }
+    RecordLocal({Rule::ShearBuckling, &Position::shearBuckling, &m_check->vbw, L"VbwRd", Quantity::Force, along,
+                 L"VzEd", L"no shear along the web"});
+    const int worst = Worst(&Position::shearMoment);
+    if (worst < 0)
+        return Add(
+            FindingOf(Rule::ShearBucklingMoment, CheckStatus::NotApplicable,
+                      L"nowhere shear above half of the web's resistance with a moment above that of the flanges"));
+    const Position& p = m_positions[static_cast<std::size_t>(worst)];
+    RuleFinding f = FindingOf(Rule::ShearBucklingMoment, LocalStatus(Finite(p.shearMoment)));
+    f.start = f.end = p.x;
+    f.utilisation = Finite(p.shearMoment);
+    Add(f);
+}
+
+void MemberCheck::AddCombinedSteps(RuleFinding& f, const Interaction& i, const Position& p) const
+{
+    AddStep(f, L"NEd", Quantity::Force, p.actions.N, L"", L"");
+    AddStep(f, L"n", Quantity::None, i.n, L"6.2.9.1(5)", L"|NEd|/Npl,Rd");
+    if (i.highShear) {
+        AddStep(f, L"ρz", Quantity::None, i.rhoZ, L"6.2.8(3)", L"(2 VzEd/Vpl,z,Rd - 1)²");
+        AddStep(f, L"ρy", Quantity::None, i.rhoY, L"6.2.8(3)", L"(2 VyEd/Vpl,y,Rd - 1)²");
+    }
+    AddStep(f, L"My,Rd", Quantity::Moment, i.MyRd, i.clause, L"My,Ed = %s", m_in.format.Moment(i.My));
+    AddStep(f, L"Mz,Rd", Quantity::Moment, i.MzRd, i.clause, L"Mz,Ed = %s", m_in.format.Moment(i.Mz));
+    AddStep(f, L"exponents", Quantity::None, std::nan(""), L"(6.41)", L"α = %s, β = %s",
+            m_in.format.NoDim(i.exponents.alpha), m_in.format.NoDim(i.exponents.beta));
+}
+
+void MemberCheck::RecordCombined()
+{
+    const auto combined = [](const Position& p) { return CrossSectionCheck::IsCombined(p.actions); };
+    const auto any = std::find_if(m_positions.begin(), m_positions.end(), combined);
+    if (any == m_positions.end())
+        return Add(FindingOf(Rule::Combined, CheckStatus::NotApplicable,
+                             L"nowhere more than one of axial force and both moments"));
+    const int worst = Worst(&Position::combined);
+    const Position& p = worst < 0 ? *any : m_positions[static_cast<std::size_t>(worst)];
+    const Interaction i = Interact(m_in.section, m_in.strength, m_class, p.actions);
+    RuleFinding f = FindingOf(Rule::Combined, CheckStatus::NotEvaluated);
+    f.start = f.end = p.x;
+    // A rule that is missing at one place is missing at all: it depends on section and class.
+    const Interaction first = Interact(m_in.section, m_in.strength, m_class, any->actions);
+    if (i.reason || first.reason) {
+        f.reason = i.reason ? i.reason : first.reason;
+        return Add(f);
+    }
+    f.utilisation = Finite(p.combined);
+    f.status = LocalStatus(f.utilisation);
+    if (m_class.IsPlastic()) {
+        f.symbol = L"MNyRd";
+        f.quantity = Quantity::Moment;
+        f.resistance = i.MyRd;
+        AddResistance(L"MNyRd", Quantity::Moment, i.MyRd, p.x, p.x);
+        AddResistance(L"MNzRd", Quantity::Moment, i.MzRd, p.x, p.x);
+    }
+    if (m_in.withSteps) AddCombinedSteps(f, i, p);
+    Add(f);
+}
+
+void MemberCheck::CheckLocal()
+{
+    RecordClass();
+    const CrossSectionCheck& c = *m_check;
+    if (c.npl) AddResistance(L"NplRd", Quantity::Force, *c.npl.value, m_in.Start(), m_in.End());
+    RecordLocal({Rule::Tension, &Position::tension, &c.nt, L"NtRd", Quantity::Force,
+                 [](const Position& p) { return p.actions.N; }, L"NEd", L"no tension"});
+    RecordLocal({Rule::Compression, &Position::compression, &c.nc, L"NcRd", Quantity::Force,
+                 [](const Position& p) { return -p.actions.N; }, L"NEd", L"no compression"});
+    RecordLocal({Rule::BendingMajor, &Position::major, &c.mcy, L"McyRd", Quantity::Moment,
+                 [](const Position& p) { return std::abs(p.actions.My); }, L"MyEd", L"no moment about the major axis"});
+    RecordLocal({Rule::BendingMinor, &Position::minor, &c.mcz, L"MczRd", Quantity::Moment,
+                 [](const Position& p) { return std::abs(p.actions.Mz); }, L"MzEd", L"no moment about the minor axis"});
+    RecordHoles();
+    RecordLocal({Rule::ShearMajor, &Position::shearMajor, &c.vcz, L"VczRd", Quantity::Force,
+                 [](const Position& p) { return p.actions.Vz; }, L"VzEd", L"no shear along the web"});
+    RecordLocal({Rule::ShearMinor, &Position::shearMinor, &c.vcy, L"VcyRd", Quantity::Force,
+                 [](const Position& p) { return p.actions.Vy; }, L"VyEd", L"no shear along the flanges"});
+    RecordShearBuckling();
+    RecordTorsion();
+    RecordHighShear(true);
+    RecordHighShear(false);
+    RecordCombined();
+    Add(FindingOf(Rule::ConcentratedLoads, CheckStatus::OutOfScope,
+                  L"the input has no stiff bearing lengths of loads and supports"));
+}
+
+// 6.2.8: where the shear is above half of the plastic resistance. Moments with an axial force are a matter of 6.2.10.
+void MemberCheck::RecordHighShear(bool major)
+{
+    const Rule rule = major ? Rule::BendingShearMajor : Rule::BendingShearMinor;
+    const auto utilisation = major ? &Position::highMajor : &Position::highMinor;
+    const int worst = Worst(utilisation);
+    if (worst < 0)
+        return Add(FindingOf(rule, CheckStatus::NotApplicable,
+                             L"nowhere a moment with a shear above half of the plastic resistance"));
+    const Position& p = m_positions[static_cast<std::size_t>(worst)];
+    const Resistance r = major ? MyVRd(m_in.section, m_in.strength, m_class, p.rhoZ, p.rhoY)
+                               : MzVRd(m_in.section, m_in.strength, m_class, p.rhoZ, p.rhoY);
+    RuleFinding f = FindingOf(rule, LocalStatus(Finite(p.*utilisation)));
+    f.start = f.end = p.x;
+    f.utilisation = Finite(p.*utilisation);
+    f.resistance = r.value.value_or(0.0);
+    f.symbol = major ? L"MyVRd" : L"MzVRd";
+    f.quantity = Quantity::Moment;
+    AddResistance(f.symbol, f.quantity, f.resistance, p.x, p.x);
+    if (m_in.withSteps) {
+        AddStep(f, L"ρz", Quantity::None, p.rhoZ, L"6.2.8(3)", L"(2 * %s/%s - 1)², 0 up to half",
+                m_in.format.Force(p.actions.Vz), m_in.format.Force(*m_check->vcz.value));
+        AddStep(f, L"ρy", Quantity::None, p.rhoY, L"6.2.8(3)", L"(2 * %s/%s - 1)², 0 up to half",
+                m_in.format.Force(p.actions.Vy), m_in.format.Force(*m_check->vcy.value));
+        AddStep(f, major ? L"MyEd" : L"MzEd", Quantity::Moment, major ? p.actions.My : p.actions.Mz, L"", L"");
+    }
+    Add(f);
+}
+
+} // namespace Keltrix::EC3

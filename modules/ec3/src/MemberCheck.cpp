@@ -1,0 +1,169 @@
+#include "MemberCheck.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Keltrix::EC3 {
+
+using Design::CheckStatus;
+using Design::MomentDiagram;
+using Design::Quantity;
+using Design::RuleFinding;
+
+MemberCheck::MemberCheck(MemberInput input) :
+    m_in(std::move(input)), m_major(m_in.points, m_in.subSpans, Design::Bending::Major),
+    m_minor(m_in.points, m_in.subSpans, Design::Bending::Minor), m_classActions(MakeClassActions())
+{
+    m_class = Classify(m_in.section, m_in.strength, m_classActions);
+    m_check.emplace(m_in.section, m_in.strength, m_class, m_in.netGross);
+    m_findings.designStrength = {L"fy", Quantity::Stress, m_in.material.fy};
+    m_findings.momentFactor = m_in.momentFactor;
+    for (std::size_t k = 0; k < m_in.subSpans.size(); ++k)
+        FindPositions(*m_check, m_major, m_minor, static_cast<int>(k), m_in.subSpans[k], m_positions);
+}
+
+// One class for the member: the largest compression (the smallest tension) along it, and the senses of its moments.
+ClassActions MemberCheck::MakeClassActions() const
+{
+    const Section& s = m_in.section;
+    const double fy = m_in.material.fy;
+    const double noiseY = 1e-6 * s.Wely * fy;
+    const double noiseZ = 1e-6 * s.Welz * fy;
+    ClassActions actions;
+    actions.NEd = -std::numeric_limits<double>::infinity();
+    for (const Steel::CSubSpan& sub : m_in.subSpans)
+        actions.NEd = std::max({actions.NEd, -sub.GetForcesLeft().x, -sub.GetForcesRight().x});
+    const Design::Extremes y = m_major.Between(m_in.Start(), m_in.End());
+    const Design::Extremes z = m_minor.Between(m_in.Start(), m_in.End());
+    actions.compressesTop = y.least < -noiseY;
+    actions.compressesBottom = y.greatest > noiseY;
+    // Which side a moment about z-z compresses does not matter for the shapes that are symmetrical about z-z.
+    actions.compressesBack = actions.compressesTips = z.least < -noiseZ || z.greatest > noiseZ;
+    return actions;
+}
+
+void MemberCheck::Assume(const wchar_t* name, const wchar_t* text, double value)
+{
+    m_findings.assumptions.push_back({name, text, value});
+}
+
+// The input gives no loads. Shears that differ over a sub-span are read as those of a uniform load, which fits a load of another
+// shape as well. Neighbours with the same load are named together, wherever the member is divided.
+void MemberCheck::AssumeLoads(const MomentDiagram& moments, const wchar_t* name, double sign)
+{
+    double largest = 0.0;
+    for (const auto& piece : moments.Pieces())
+        largest = std::max({largest, std::abs(piece.shearLeft), std::abs(piece.shearRight)});
+    constexpr double SAME = 1e-6;
+    Design::Assumption* before = nullptr;
+    for (const auto& piece : moments.Pieces()) {
+        if (!(piece.length > 0.0)) continue;
+        const double load = sign * (piece.shearRight - piece.shearLeft) / piece.length;
+        const bool loaded = std::abs(piece.shearRight - piece.shearLeft) > SAME * largest;
+        if (loaded && before && std::abs(load - before->value) <= SAME * std::abs(load)) {
+            before->end = piece.End();
+            continue;
+        }
+        before = nullptr;
+        if (!loaded) continue;
+        m_findings.assumptions.push_back(
+            {name,
+             L"shears that differ over a sub-span are read as a uniform load, though a load of another shape inside it "
+             L"has the same shears",
+             load, piece.start, piece.End(), true});
+        before = &m_findings.assumptions.back();
+    }
+}
+
+void MemberCheck::WarnOfBalance()
+{
+    for (int k = 0; k < static_cast<int>(m_in.subSpans.size()); ++k)
+        for (const auto bending : {Design::Bending::Major, Design::Bending::Minor}) {
+            const MomentDiagram& moments = bending == Design::Bending::Major ? m_major : m_minor;
+            const MomentDiagram::Piece& piece = moments.At(k);
+            if (piece.balance.balanced) continue;
+            m_findings.warnings.push_back({Design::WarningKind::UnbalancedForces,
+                                           Design::UnbalancedText(k + 1, bending, piece, m_in.format), k, piece.start,
+                                           piece.End()});
+        }
+    if (m_in.momentFactor.value_or(1.0) >= 0.4) return;
+    CString text;
+    text.Format(L"the equivalent uniform moment factor is given as %s; Table B.3 has none below 0.4, which is taken",
+                m_in.format.NoDim(*m_in.momentFactor));
+    m_findings.warnings.push_back({Design::WarningKind::LowMomentFactor, text, -1, std::nan(""), std::nan("")});
+}
+
+void MemberCheck::Add(RuleFinding finding) { m_findings.rules.push_back(std::move(finding)); }
+
+void MemberCheck::AddResistance(const wchar_t* symbol, Quantity quantity, double value, double start, double end)
+{
+    Design::SpanFinding span{start, end, {}};
+    span.resistance = {symbol, quantity, value};
+    m_findings.spans.push_back(span);
+}
+
+void MemberCheck::CheckGeneral()
+{
+    const Material& m = m_in.material;
+    RuleFinding strength = FindingOf(Rule::Strength, CheckStatus::Passed);
+    strength.resistance = m.fy;
+    strength.symbol = L"fy";
+    strength.quantity = Quantity::Stress;
+    Add(strength);
+    RecordOutside();
+    if (const wchar_t* note = Design::FabricationNote(m_in.section.basis)) Assume(L"fabrication", note);
+    if (m.fuAssumed) Assume(L"ultimate strength", L"the grade gives none: fu is taken as fy, for net sections", m.fu);
+    if (m.grade == Grade::User && m.E == ELASTIC_MODULUS)
+        Assume(L"modulus of elasticity", L"210 kN/mm² where the grade gives none (3.2.6)", ELASTIC_MODULUS);
+    if (m_in.momentFactor)
+        Assume(L"equivalent uniform moment factor",
+               L"given by the user in place of Cmy, Cmz and CmLT of Table B.3; C1 is as computed",
+               std::max(0.4, *m_in.momentFactor));
+    AssumeLoads(m_major, L"uniform load, major axis", 1.0);
+    AssumeLoads(m_minor, L"uniform load, minor axis", -1.0);
+    WarnOfBalance();
+}
+
+// What the input does not hold, and what its kind of member does not need.
+void MemberCheck::RecordOutside()
+{
+    const auto outside = [this](Rule rule, const wchar_t* why) { Add(FindingOf(rule, CheckStatus::OutOfScope, why)); };
+    outside(Rule::Frame, L"a matter of the frame: forces and moments are taken as given, with second-order effects and "
+                         L"imperfections of the frame in them");
+    Add(FindingOf(Rule::BuiltUp, CheckStatus::NotApplicable, L"the member is one section"));
+    if (m_in.material.grade != Grade::User)
+        Add(FindingOf(Rule::Ductility, CheckStatus::Passed, L"steels of the standard's list"));
+    else if (m_in.material.fuAssumed)
+        outside(Rule::Ductility, L"the user-defined grade gives no ultimate strength");
+    else if (m_in.material.fu >= 1.10 * m_in.material.fy)
+        Add(FindingOf(Rule::Ductility, CheckStatus::Passed, L"fu/fy is not below 1.10"));
+    else
+        Add(FindingOf(Rule::Ductility, CheckStatus::NotEvaluated,
+                      L"fu/fy of the user-defined grade is below 1.10: not a steel for this standard's plastic rules"));
+    outside(Rule::Deflection, L"a serviceability limit; the input holds factored actions");
+    outside(Rule::Vibration, L"a serviceability limit; the input holds no masses");
+    outside(Rule::Fatigue, L"the input holds one set of actions, no cycles");
+    outside(Rule::Fracture, L"the input has no quality of the steel at its thickness, temperature and details");
+    outside(Rule::Restraints, L"the strength and stiffness of what restrains the member are not part of the input");
+    outside(Rule::Connections, L"connections are not part of the input");
+    outside(Rule::Openings, L"the section is taken without openings; holes count by the net area alone");
+    outside(Rule::Robustness, L"a matter of the structure");
+}
+
+void MemberCheck::Finish()
+{
+    RuleFinding* best = nullptr;
+    bool failed = false, open = m_findings.rules.empty();
+    for (RuleFinding& f : m_findings.rules) {
+        failed = failed || f.status == CheckStatus::Failed;
+        open = open || f.status == CheckStatus::NotEvaluated;
+        if (f.utilisation > (best ? best->utilisation : 0.0)) best = &f;
+    }
+    if (best) best->governing = true;
+    m_findings.status = failed ? Design::Status::Failed : open ? Design::Status::NotChecked : Design::Status::Passed;
+    for (const Position& p : m_positions)
+        m_findings.positions.push_back({p.x, p.subSpan, p.place, p.combined, p.Axial(), p.Major(), p.Minor(),
+                                        std::max(p.shearMajor, p.shearBuckling), p.shearMinor, p.torsion != 0.0});
+}
+
+} // namespace Keltrix::EC3

@@ -1,0 +1,308 @@
+#include "keltrix/ec3/SteelMemberEC3.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "MemberCheck.h"
+#include "MemberText.h"
+
+namespace Keltrix::EC3 {
+
+using Design::CheckStatus;
+using Design::Subject;
+using Steel::CMemberResult;
+
+CSteelMemberEC3::~CSteelMemberEC3() = default;
+CSteelMemberEC3::CSteelMemberEC3(const CSteelMemberEC3&) = default;
+
+const wchar_t* SectionRefusal(const CSection& section)
+{
+    const std::optional<Section> s = MakeSection(section, nullptr);
+    if (!s)
+        return L"the section is not one that this standard's module covers; cold-formed open sections are for EN "
+               L"1993-1-3";
+    switch (s->shape) {
+    case Shape::I:
+    case Shape::RHS:
+    case Shape::CHS:
+        return nullptr;
+    case Shape::UnequalI:
+        return L"I sections with unequal flanges are not checked to EN 1993-1-1 yet";
+    case Shape::Channel:
+        return L"channels are not checked to EN 1993-1-1 yet";
+    case Shape::Tee:
+        return L"tees are not checked to EN 1993-1-1 yet";
+    case Shape::Angle:
+        break;
+    }
+    return L"angles are not checked to EN 1993-1-1 yet";
+}
+
+CString CSteelMemberEC3::DesOptName(int) { return CString(L"EN 1993-1-1:2005+A1:2014, ") + m_annex->title; }
+
+void CSteelMemberEC3::PrepareInput()
+{
+    m_section.reset();
+    m_keltrixSection = CSection();
+    m_grade = CSteelGrade();
+    m_hasGrade = false;
+    DropFindings();
+}
+
+bool CSteelMemberEC3::SetKeltrixSec(const CSection& section)
+{
+    // A shape that the standard has and this module does not check is refused with its reason when it is checked.
+    const std::optional<Section> made = MakeSection(section, Result());
+    if (!made) return false;
+    m_section = made;
+    m_keltrixSection = section;
+    DropFindings();
+    return true;
+}
+
+bool CSteelMemberEC3::SetGrade(const CSteelGrade& grade)
+{
+    const Grade which = GradeFromName(grade.Name());
+    if (which == Grade::None) return false;
+    if (which == Grade::User && !MakeMaterial(grade, 0.01, false, Fabrication::Rolled, *m_annex).IsValid())
+        return false;
+    m_grade = grade;
+    m_hasGrade = true;
+    DropFindings();
+    return true;
+}
+
+bool CSteelMemberEC3::SetMemberPointVec(const std::vector<Steel::CMemberPoint>& points)
+{
+    DropFindings();
+    return CSteelMemberGen::SetMemberPointVec(points);
+}
+
+bool CSteelMemberEC3::SetSubSpanVec(const std::vector<Steel::CSubSpan>& subSpans)
+{
+    DropFindings();
+    return CSteelMemberGen::SetSubSpanVec(subSpans);
+}
+
+void CSteelMemberEC3::SetAnnex(const Annex& annex)
+{
+    m_annex = &annex;
+    DropFindings();
+}
+
+void CSteelMemberEC3::SetOptions(const DesignOptions& options)
+{
+    m_options = options;
+    DropFindings();
+}
+
+void CSteelMemberEC3::DropFindings()
+{
+    m_findings = {};
+    m_lengthsMajor.clear();
+    m_lengthsMinor.clear();
+    m_class = 0;
+}
+
+namespace {
+
+bool IsFinite(const Vec3<double>& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
+
+bool IsFinite(const Steel::CSubSpan& s)
+{
+    return IsFinite(s.GetForcesLeft()) && IsFinite(s.GetForcesRight()) && IsFinite(s.GetMomentsLeft()) &&
+           IsFinite(s.GetMomentsRight());
+}
+
+} // namespace
+
+// Numbers that no check can be made with; Subject::None where all are finite.
+Design::Refusal CSteelMemberEC3::NumbersRefusal() const
+{
+    const auto height = [](const auto& part) { return std::isfinite(part.GetRestraint().LoadHeight()); };
+    const auto& points = MemberPoints();
+    const auto& subSpans = SubSpans();
+    if (!std::all_of(points.begin(), points.end(), [](const auto& p) { return std::isfinite(p.GetPos()); }))
+        return {Subject::Member, L"the position of a member point is not a finite number"};
+    if (!std::all_of(subSpans.begin(), subSpans.end(), [](const auto& s) { return IsFinite(s); }))
+        return {Subject::Member, L"a force or a moment is not a finite number"};
+    if (!std::all_of(points.begin(), points.end(), height) || !std::all_of(subSpans.begin(), subSpans.end(), height))
+        return {Subject::Member, L"a load height is not a finite number"};
+    const double factor = EquivalentUniformMomentFactor().value_or(1.0);
+    if (!(factor > 0.0 && std::isfinite(factor)))
+        return {Subject::MomentFactor,
+                L"the equivalent uniform moment factor that is given is not a finite number above 0"};
+    if (LengthOverride() && !(std::isfinite(Lyy()) && std::isfinite(Lzz()) && std::isfinite(Llt())))
+        return {Subject::Member, L"an effective length that is given is not a finite number"};
+    return {};
+}
+
+// Why nothing can be checked; Subject::None where everything is at hand.
+Design::Refusal CSteelMemberEC3::FindRefusal() const
+{
+    if (!m_section) return {Subject::Section, L"the member has no section that this standard's module covers"};
+    if (const wchar_t* refusal = SectionRefusal(m_keltrixSection)) return {Subject::Section, refusal};
+    if (!m_hasGrade) return {Subject::Grade, L"the member has no steel grade"};
+    const Material material = MakeMaterial(m_grade, m_section->basis, *m_annex);
+    if (!material.IsValid())
+        return {GradeFromName(m_grade.Name()) == Grade::User ? Subject::Grade : Subject::Section, material.refusal};
+    if (const Design::Refusal refusal = NumbersRefusal(); refusal.subject != Subject::None) return refusal;
+    if (!ValidateInputData()) return {Subject::Member, L"member points and sub-spans do not fit together"};
+    const double netGross = m_keltrixSection.Component(0).NetGross();
+    if (!(netGross > 0.0 && netGross <= 1.0))
+        return {Subject::NetToGross, L"the net to gross area ratio does not lie above 0 and up to 1"};
+    return {};
+}
+
+void CSteelMemberEC3::Refuse(const Design::Refusal& refusal)
+{
+    DropFindings();
+    m_findings.refusal = refusal;
+    for (int i = 0; i < static_cast<int>(Rule::COUNT); ++i)
+        m_findings.rules.push_back(FindingOf(static_cast<Rule>(i), CheckStatus::NotEvaluated, refusal.reason));
+    if (!Result()) return;
+    Result()->AddFlags(CMemberResult::NOT_CHECKED | CMemberResult::WARNING);
+    if (!Result()->TextEnabled()) return;
+    CString text;
+    text.Format(L"<red><b>Not checked:</b></red> %s\n", refusal.reason);
+    Result()->AddOutputString(text);
+}
+
+bool CSteelMemberEC3::Run(Part part)
+{
+    DropFindings();
+    if (Result()) Result()->SetCurSubSpan(0);
+    if (const Design::Refusal refusal = FindRefusal(); refusal.subject != Subject::None) {
+        Refuse(refusal);
+        return false;
+    }
+    MemberInput input;
+    input.points = MemberPoints();
+    input.subSpans = SubSpans();
+    input.keltrixSection = m_keltrixSection;
+    input.section = *m_section;
+    input.material = MakeMaterial(m_grade, m_section->basis, *m_annex);
+    input.annex = m_annex;
+    input.strength = MakeStrength(input.material, *m_annex);
+    input.options = m_options;
+    input.lengthOverride = LengthOverride();
+    input.Lyy = Lyy();
+    input.Lzz = Lzz();
+    input.Llt = Llt();
+    input.momentFactor = EquivalentUniformMomentFactor();
+    input.netGross = m_keltrixSection.Component(0).NetGross();
+    input.withSteps = CMemberResult::TextEnabled(Result());
+    if (Result()) input.format = Result()->DesFormat();
+    MemberCheck check(std::move(input));
+    m_class = check.Class().cls;
+    check.CheckGeneral();
+    if (part != Part::Buckling) check.CheckLocal();
+    if (part != Part::Local) check.CheckBuckling();
+    check.Finish();
+    KeepLengths(check);
+    if (Result()) Write(check);
+    m_findings = std::move(check.Findings());
+    return m_findings.status == Design::Status::Passed;
+}
+
+void CSteelMemberEC3::KeepLengths(const MemberCheck& check)
+{
+    for (const StrutSpan& s : check.Struts()) {
+        if (s.mode == BucklingMode::Torsion || s.open) continue;
+        auto& map = s.mode == BucklingMode::Major ? m_lengthsMajor : m_lengthsMinor;
+        map.emplace(static_cast<int>(map.size()),
+                    Steel::SubspanEffectiveLengthData::Entry(
+                        static_cast<std::size_t>(s.left), static_cast<std::size_t>(s.right - 1), s.start, s.end, s.Lcr,
+                        s.mode == BucklingMode::Major ? m_section->iy : m_section->iz));
+    }
+}
+
+void CSteelMemberEC3::SetLoads(const MemberCheck& check)
+{
+    int loads = 0;
+    for (const Position& p : check.Positions()) {
+        if (p.actions.N != 0.0) loads |= CMemberResult::LOAD_AXIAL;
+        if (p.actions.My != 0.0 || p.actions.Vz > 1.0) loads |= CMemberResult::LOAD_MAJOR;
+        if (p.actions.Mz != 0.0 || p.actions.Vy > 1.0) loads |= CMemberResult::LOAD_MINOR;
+        if (std::abs(p.torsion) > 1.0) loads |= CMemberResult::LOAD_TORSION;
+    }
+    Result()->SetLoadFlags(loads);
+}
+
+void CSteelMemberEC3::WriteUtilisations(const MemberCheck& check)
+{
+    CMemberResult& r = *Result();
+    bool hasLocal = false, hasBuckling = false;
+    for (const Design::RuleFinding& f : check.Findings().rules) {
+        hasLocal = hasLocal || StageOf(f) == Stage::Local;
+        hasBuckling = hasBuckling || StageOf(f) == Stage::Buckling;
+    }
+    if (hasLocal)
+        for (const Position& p : check.Positions()) {
+            r.SetCurSubSpan(p.Entry());
+            r.SetUtilLocalAxial(p.Axial());
+            r.SetUtilLocalMomMajor(p.Major());
+            r.SetUtilLocalMomMinor(p.Minor());
+            r.SetUtilLocalShearMajor(std::max(p.shearMajor, p.shearBuckling));
+            r.SetUtilLocalShearMinor(p.shearMinor);
+            r.SetUtilLocalCombined(p.combined);
+        }
+    if (!hasBuckling) return;
+    r.SetCurSubSpan(2 * static_cast<int>(SubSpans().size()) + 1);
+    for (const Design::RuleFinding& f : check.Findings().rules) {
+        if (!f.WasEvaluated()) continue;
+        switch (static_cast<Rule>(f.rule)) {
+        case Rule::FlexuralMajor:
+            r.SetUtilBucklingAxialMajor(f.utilisation);
+            break;
+        case Rule::FlexuralMinor:
+            r.SetUtilBucklingAxialMinor(f.utilisation);
+            break;
+        case Rule::Torsional:
+            r.SetUtilBucklingAxialTorsion(f.utilisation);
+            break;
+        case Rule::Lateral:
+            r.SetUtilBucklingLT(f.utilisation);
+            break;
+        case Rule::InteractionMajor:
+        case Rule::InteractionMinor:
+            r.SetUtilBucklingCombined(f.utilisation);
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+void CSteelMemberEC3::Write(MemberCheck& check)
+{
+    Result()->IniDynaArray(2 * static_cast<int>(SubSpans().size()) + 2);
+    SetLoads(check);
+    WriteUtilisations(check);
+    if (!check.Findings().warnings.empty()) Result()->AddFlags(CMemberResult::WARNING);
+    const auto& rules = check.Findings().rules;
+    if (std::any_of(rules.begin(), rules.end(), [](const auto& f) { return f.status == CheckStatus::NotEvaluated; }))
+        Result()->AddFlags(CMemberResult::NOT_CHECKED | CMemberResult::WARNING);
+    if (Result()->TextEnabled()) WriteText(check, *Result());
+    Result()->SetCurSubSpan(0);
+}
+
+bool CSteelMemberEC3::CheckLocal(bool) { return Run(Part::Local); }
+
+bool CSteelMemberEC3::CheckBuckling() { return Run(Part::Buckling); }
+
+bool CSteelMemberEC3::Check()
+{
+    if (CMemberResult::TextEnabled(Result())) {
+        Result()->SetCurSubSpan(0);
+        ReportInput(GetSectionText(Result()->DesFormat()));
+    }
+    return Run(Part::Both);
+}
+
+Steel::SubspanEffectiveLengthData CSteelMemberEC3::GetEffectiveLengths() const
+{
+    return {m_lengthsMajor, m_lengthsMinor, {}};
+}
+
+} // namespace Keltrix::EC3

@@ -1,0 +1,203 @@
+// Flexural and torsional buckling of members in compression, 6.3.1.
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "MemberCheck.h"
+#include "keltrix/design/Segments.h"
+
+namespace Keltrix::EC3 {
+
+using Design::CheckStatus;
+using Design::Quantity;
+using Design::RuleFinding;
+using Steel::CRestraint;
+
+namespace {
+
+const wchar_t* SymbolOf(BucklingMode mode, const wchar_t* y, const wchar_t* z, const wchar_t* T)
+{
+    return mode == BucklingMode::Major ? y : mode == BucklingMode::Minor ? z : T;
+}
+
+Rule RuleOf(BucklingMode mode)
+{
+    return mode == BucklingMode::Major   ? Rule::FlexuralMajor
+           : mode == BucklingMode::Minor ? Rule::FlexuralMinor
+                                         : Rule::Torsional;
+}
+
+constexpr wchar_t OPEN_END[] =
+    L"an end is not held, and no buckling length follows from the restraints: effective lengths have to be given";
+
+} // namespace
+
+bool MemberCheck::IsHeld(BucklingMode mode, const CRestraint& restraint) const
+{
+    switch (mode) {
+    case BucklingMode::Major:
+        return restraint.IsRestrained(CRestraint::MAJOR_SHEAR, false);
+    case BucklingMode::Minor:
+        return restraint.IsRestrained(CRestraint::MINOR_SHEAR, true);
+    case BucklingMode::Torsion:
+        break;
+    }
+    return restraint.IsRestrained(CRestraint::TORSION, true);
+}
+
+double MemberCheck::LargestCompression(double from, double to) const
+{
+    double largest = 0.0;
+    const auto range = m_major.Covering(from, to);
+    for (int k = range.first; k < range.last; ++k) {
+        const auto& piece = m_major.At(k);
+        const Steel::CSubSpan& sub = m_in.subSpans[static_cast<std::size_t>(k)];
+        const double left = -sub.GetForcesLeft().x;
+        const double right = -sub.GetForcesRight().x;
+        const auto at = [&](double x) {
+            return piece.length > 0.0 && left != right
+                       ? left + (right - left) * std::clamp((x - piece.start) / piece.length, 0.0, 1.0)
+                       : left;
+        };
+        largest = std::max({largest, at(from), at(to)});
+        if (!(piece.length > 0.0)) largest = std::max(largest, right);
+    }
+    return largest > m_check->NoiseN() ? largest : 0.0;
+}
+
+StrutSpan MemberCheck::MakeStrut(BucklingMode mode, int left, int right) const
+{
+    StrutSpan span;
+    span.mode = mode;
+    span.left = left;
+    span.right = right;
+    span.start = m_in.points[static_cast<std::size_t>(left)].GetPos();
+    span.end = m_in.points[static_cast<std::size_t>(right)].GetPos();
+    return span;
+}
+
+// 1.0 L between held ends. An end that is free beside one that is held in position and direction makes 2.0 L.
+void MemberCheck::SetLength(StrutSpan& span) const
+{
+    const int last = static_cast<int>(m_in.points.size()) - 1;
+    const auto restraint = [&](int point) { return m_in.points[static_cast<std::size_t>(point)].GetRestraint(); };
+    const bool heldLeft = span.left > 0 || IsHeld(span.mode, restraint(0));
+    const bool heldRight = span.right < last || IsHeld(span.mode, restraint(last));
+    const double L = span.end - span.start;
+    if (heldLeft && heldRight) {
+        span.Lcr = L;
+        span.rule = L"1.0 L between held sections";
+        return;
+    }
+    const unsigned int rotation =
+        span.mode == BucklingMode::Major ? CRestraint::MAJOR_ROTATION : CRestraint::MINOR_ROTATION;
+    const int root = heldLeft ? span.left : span.right;
+    if ((heldLeft || heldRight) && span.mode != BucklingMode::Torsion && restraint(root).IsRestrained(rotation, true)) {
+        span.Lcr = 2.0 * L;
+        span.sway = true;
+        span.rule = L"2.0 L, one end free and the other held in position and direction";
+        return;
+    }
+    span.open = OPEN_END;
+}
+
+void MemberCheck::FindStruts(BucklingMode mode)
+{
+    const int points = static_cast<int>(m_in.points.size());
+    if (m_in.lengthOverride) {
+        StrutSpan span = MakeStrut(mode, 0, points - 1);
+        const auto length = [&](double value) { return value >= 0.0 ? value : -value * m_in.Length(); };
+        span.rule = L"given by the user";
+        span.Lcr = length(mode == BucklingMode::Major ? m_in.Lyy : m_in.Lzz);
+        if (mode == BucklingMode::Torsion) {
+            span.Lcr = std::max(span.Lcr, length(m_in.Llt));
+            span.rule = L"the longer of the lengths given for the minor axis and for lateral-torsional buckling";
+        }
+        // More than the member's length means that its ends move against each other.
+        span.sway = span.Lcr > m_in.Length() * (1.0 + 1e-9);
+        m_struts.push_back(span);
+        return;
+    }
+    const auto pointHeld = [&](int i) { return IsHeld(mode, m_in.points[static_cast<std::size_t>(i)].GetRestraint()); };
+    const auto subHeld = [&](int k) { return IsHeld(mode, m_in.subSpans[static_cast<std::size_t>(k)].GetRestraint()); };
+    for (const auto& [left, right] : Design::Segments(points, pointHeld, subHeld)) {
+        StrutSpan span = MakeStrut(mode, left, right);
+        span.held = subHeld(left);
+        if (span.held)
+            span.rule = L"held along its length";
+        else
+            SetLength(span);
+        m_struts.push_back(span);
+    }
+}
+
+void MemberCheck::CheckStrut(StrutSpan& span) const
+{
+    const Section& s = m_in.section;
+    const Material& m = m_in.material;
+    span.N = LargestCompression(span.start, span.end);
+    if (!(m_class.A > 0.0) && !span.open) span.open = m_class.effective.refusalA;
+    if (span.open) return;
+    const AxisCurves curves = CompressionCurves(s.basis, m.grade);
+    const Curve curve = span.mode == BucklingMode::Major ? curves.y : curves.z;
+    double Ncr = std::numeric_limits<double>::infinity();
+    if (span.Lcr > 0.0)
+        Ncr = span.mode == BucklingMode::Torsion
+                  ? TorsionalNcr(s.basis, m.E, m.G, span.Lcr)
+                  : FlexuralNcr(m.E, span.mode == BucklingMode::Major ? s.Iy : s.Iz, span.Lcr);
+    span.strut = BuckleStrut(Ncr, m_class.A, m.fy, m_in.strength.gammaM1, curve);
+    span.utilisation = span.N / span.strut.NbRd;
+}
+
+void MemberCheck::RecordStrut(const StrutSpan& span)
+{
+    RuleFinding f = FindingOf(RuleOf(span.mode), CheckStatus::NotApplicable);
+    f.start = span.start;
+    f.end = span.end;
+    const StrutResistance& r = span.strut;
+    if (!span.open) {
+        f.symbol = SymbolOf(span.mode, L"NbyRd", L"NbzRd", L"NbTRd");
+        f.quantity = Quantity::Force;
+        f.resistance = r.NbRd;
+        f.slenderness = r.slenderness;
+        AddResistance(f.symbol, Quantity::Force, r.NbRd, span.start, span.end);
+        if (!span.held) {
+            AddResistance(SymbolOf(span.mode, L"NcrY", L"NcrZ", L"NcrT"), Quantity::Force, r.Ncr, span.start, span.end);
+            AddResistance(SymbolOf(span.mode, L"lambdaY", L"lambdaZ", L"lambdaT"), Quantity::None, r.slenderness,
+                          span.start, span.end);
+        }
+        AddResistance(SymbolOf(span.mode, L"chiY", L"chiZ", L"chiT"), Quantity::None, r.reduction.chi, span.start,
+                      span.end);
+    }
+    if (!span.IsApplied()) {
+        f.reason = L"no compression";
+    } else if (span.open) {
+        f.status = CheckStatus::NotEvaluated;
+        f.reason = span.open;
+    } else {
+        // The result record counts exactly 1.0 as a failure of axial buckling.
+        f.utilisation = Steel::CMemberResult::InfinitiseNANs(span.utilisation);
+        f.status = f.utilisation < 1.0 ? CheckStatus::Passed : CheckStatus::Failed;
+    }
+    if (m_in.withSteps && span.IsApplied() && !span.open) {
+        AddStep(f, L"Lcr", Quantity::None, std::nan(""), L"", L"%s: %s", m_in.format.Length(span.Lcr), span.rule);
+        AddStep(f, L"Ncr", Quantity::Force, r.Ncr, L"6.3.1.2", L"");
+        AddStep(f, L"λ", Quantity::None, r.slenderness, L"6.3.1.2", L"(A fy/Ncr)^0.5 = (%s/%s)^0.5",
+                m_in.format.Force(m_class.A * m_in.material.fy), m_in.format.Force(r.Ncr));
+        AddStep(f, L"α", Quantity::None, ImperfectionFactor(r.curve), L"Tables 6.1, 6.2", L"curve %s",
+                CurveName(r.curve));
+        AddStep(f, L"φ", Quantity::None, r.reduction.phi, L"6.3.1.2", L"0.5(1 + α(λ - 0.2) + λ²)");
+        AddStep(f, L"χ", Quantity::None, r.reduction.chi, L"(6.49)", L"1/(φ + (φ² - λ²)^0.5)");
+        AddStep(f, f.symbol, Quantity::Force, r.NbRd, L"(6.47)", L"χ A fy/γM1");
+        AddStep(f, L"NEd", Quantity::Force, span.N, L"", L"");
+    }
+    Add(f);
+}
+
+void MemberCheck::RecordNoTorsion()
+{
+    Add(FindingOf(Rule::Torsional, CheckStatus::NotApplicable, L"a hollow section does not buckle by twist"));
+}
+
+} // namespace Keltrix::EC3

@@ -1,0 +1,171 @@
+// EN 1993-1-5 5 (shear buckling) and 6 (concentrated forces on unstiffened webs).
+
+#include "keltrix/ec3/Web.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace Keltrix::EC3 {
+
+namespace {
+
+constexpr const wchar_t* NO_WEB = L"EN 1993-1-5 5 is for webs between two flanges";
+constexpr const wchar_t* NO_WEB_FORCE = L"EN 1993-1-5 6 is applied to webs of I and H sections alone";
+constexpr const wchar_t* NO_PANEL = L"the contribution of the flanges needs the distance of transverse stiffeners";
+
+bool HasPanels(const Section& s) { return s.HasTwoFlanges() || s.shape == Shape::RHS; }
+
+// Annex A.3(1), without longitudinal stiffeners.
+double ShearBucklingCoefficient(const Section& s, const WebPanel& panel)
+{
+    if (!(panel.a > 0.0)) return 5.34;
+    const double ratio = s.hw / panel.a;
+    return ratio <= 1.0 ? 5.34 + 4.0 * ratio * ratio : 4.0 + 5.34 * ratio * ratio;
+}
+
+// Width of a flange that counts, at most 15 ε tf on each side of a web; of half a box.
+double FlangeWidth(const Section& s, const Strength& m, bool first)
+{
+    const double b = first ? s.b : s.b2;
+    const double each = 15.0 * m.epsilon * (first ? s.tf : s.tf2);
+    if (s.shape == Shape::RHS) return std::min(b, 2.0 * (each + s.tw));
+    if (s.shape == Shape::Channel) return std::min(b, each + s.tw);
+    return std::min(b, 2.0 * each + s.tw);
+}
+
+bool FirstFlangeIsWeaker(const Section& s, const Strength& m)
+{
+    return FlangeWidth(s, m, true) * s.tf <= FlangeWidth(s, m, false) * s.tf2;
+}
+
+} // namespace
+
+bool NeedsShearBuckling(const Section& s, const Strength& m, const WebPanel& panel)
+{
+    if (!HasPanels(s)) return false;
+    const double limit = panel.a > 0.0 ? 31.0 * std::sqrt(ShearBucklingCoefficient(s, panel)) : 72.0;
+    return s.hw / s.tw > limit * m.epsilon / m.eta;
+}
+
+double WebSlenderness(const Section& s, const Strength& m, const WebPanel& panel)
+{
+    if (!(panel.a > 0.0)) return s.hw / (86.4 * s.tw * m.epsilon);
+    return s.hw / (37.4 * s.tw * m.epsilon * std::sqrt(ShearBucklingCoefficient(s, panel)));
+}
+
+double WebShearFactor(double slenderness, double eta, bool rigidEndPost)
+{
+    if (slenderness < 0.83 / eta) return eta;
+    if (slenderness < 1.08 || !rigidEndPost) return 0.83 / slenderness;
+    return 1.37 / (0.7 + slenderness);
+}
+
+Resistance VbwRd(const Section& s, const Strength& m, const WebPanel& panel)
+{
+    constexpr const wchar_t* clause = L"EN 1993-1-5 5.2(1)";
+    if (!HasPanels(s)) return {std::nullopt, clause, NO_WEB};
+    const double chi = WebShearFactor(WebSlenderness(s, m, panel), m.eta, panel.rigidEndPost);
+    return {chi * m.fy * s.webs * s.hw * s.tw / (std::sqrt(3.0) * m.gammaM1), clause, nullptr};
+}
+
+Resistance MfRd(const Section& s, const Strength& m, double NEd)
+{
+    constexpr const wchar_t* clause = L"EN 1993-1-5 5.4";
+    if (!HasPanels(s)) return {std::nullopt, clause, NO_WEB};
+    const double first = FlangeWidth(s, m, true) * s.tf;
+    const double second = FlangeWidth(s, m, false) * s.tf2;
+    const double lever = s.h - 0.5 * (s.tf + s.tf2);
+    const double axial = std::abs(NEd) / ((first + second) * m.fy / m.gammaM0);
+    return {std::max(0.0, 1.0 - axial) * std::min(first, second) * lever * m.fy / m.gammaM0, clause, nullptr};
+}
+
+Resistance VbRd(const Section& s, const Strength& m, const WebPanel& panel, double MEd, double NEd)
+{
+    constexpr const wchar_t* clause = L"EN 1993-1-5 5.2(1), 5.4";
+    if (!HasPanels(s)) return {std::nullopt, clause, NO_WEB};
+    if (!(panel.a > 0.0)) return {std::nullopt, clause, NO_PANEL};
+    const bool first = FirstFlangeIsWeaker(s, m);
+    const double bf = FlangeWidth(s, m, first);
+    const double tf = first ? s.tf : s.tf2;
+    const double web = s.webs * s.tw;
+    const double Mf = *MfRd(s, m, NEd).value;
+    const double ratio = Mf > 0.0 ? std::min(1.0, std::abs(MEd) / Mf) : 1.0;
+    const double c = panel.a * (0.25 + 1.6 * bf * tf * tf / (web * s.hw * s.hw));
+    const double flanges = bf * tf * tf * m.fy / (c * m.gammaM1) * (1.0 - ratio * ratio);
+    const double most = m.eta * m.fy * s.hw * web / (std::sqrt(3.0) * m.gammaM1);
+    return {std::min(*VbwRd(s, m, panel).value + flanges, most), clause, nullptr};
+}
+
+namespace {
+
+// Mpl,Rd of the whole section, whatever its class, with an axial force: by 6.2.9.1(5) for equal flanges, else in proportion.
+double PlasticMoment(const Section& s, const Strength& m, double NEd)
+{
+    const double n = std::min(1.0, std::abs(NEd) / (s.A * m.fy / m.gammaM0));
+    const double Mpl = s.Wply * m.fy / m.gammaM0;
+    if (s.shape != Shape::I) return (1.0 - n) * Mpl;
+    const double a = std::min(0.5, (s.A - 2.0 * s.b * s.tf) / s.A);
+    return std::min(1.0, (1.0 - n) / (1.0 - 0.5 * a)) * Mpl;
+}
+
+} // namespace
+
+std::optional<double> ShearBucklingInteraction(const Section& s, const Strength& m, const WebPanel& panel, double MEd,
+                                               double VEd, double NEd)
+{
+    const Resistance web = VbwRd(s, m, panel);
+    if (!web) return std::nullopt;
+    const double eta3 = std::abs(VEd) / *web.value;
+    const double Mpl = PlasticMoment(s, m, NEd);
+    const double Mf = std::min(*MfRd(s, m, NEd).value, Mpl);
+    if (eta3 <= 0.5 || std::abs(MEd) < Mf || MEd == 0.0) return 0.0;
+    if (!(Mpl > 0.0)) return std::numeric_limits<double>::infinity();
+    const double over = 2.0 * std::min(eta3, 1.0) - 1.0;
+    return std::abs(MEd) / Mpl + (1.0 - Mf / Mpl) * over * over;
+}
+
+namespace {
+
+// One web with the flange that is pressed.
+struct Loaded {
+    double bf, tf, tw, hw;
+    double ss;
+};
+
+double CriticalForce(const Loaded& w, const Strength& m, double kF)
+{
+    return 0.9 * kF * m.E * w.tw * w.tw * w.tw / w.hw;
+}
+
+// (6.10) to (6.12): effective loaded length.
+double LoadedLength(const Loaded& w, const Strength& m, const WebForce& force, double kF, double m2)
+{
+    const double m1 = w.bf / w.tw;
+    if (!force.atEnd) return w.ss + 2.0 * w.tf * (1.0 + std::sqrt(m1 + m2));
+    const double le = std::min(kF * m.E * w.tw * w.tw / (2.0 * m.fy * w.hw), w.ss + force.c);
+    const double ratio = le / w.tf;
+    return std::min({w.ss + 2.0 * w.tf * (1.0 + std::sqrt(m1 + m2)),
+                     le + w.tf * std::sqrt(0.5 * m1 + ratio * ratio + m2), le + w.tf * std::sqrt(m1 + m2)});
+}
+
+} // namespace
+
+Resistance FRd(const Section& s, const Strength& m, const WebForce& force)
+{
+    constexpr const wchar_t* clause = L"EN 1993-1-5 6.2";
+    if (s.shape != Shape::I && s.shape != Shape::UnequalI) return {std::nullopt, clause, NO_WEB_FORCE};
+    const bool first = force.onFlange1;
+    const Loaded w{first ? s.b : s.b2, first ? s.tf : s.tf2, s.tw, s.hw,
+                   force.limitToDepth ? std::min(force.ss, s.hw) : force.ss};
+    const double kF = force.atEnd ? std::min(6.0, 2.0 + 6.0 * (w.ss + force.c) / w.hw) : 6.0;
+    const double Fcr = CriticalForce(w, m, kF);
+    const auto slenderness = [&](double ly) { return std::sqrt(ly * w.tw * m.fy / Fcr); };
+    // m2 counts where λ̄F with it is above 0.5.
+    double ly = LoadedLength(w, m, force, kF, 0.02 * (w.hw / w.tf) * (w.hw / w.tf));
+    if (slenderness(ly) <= 0.5) ly = LoadedLength(w, m, force, kF, 0.0);
+    const double chi = std::min(1.0, 0.5 / slenderness(ly));
+    return {chi * ly * w.tw * m.fy / m.gammaM1, clause, nullptr};
+}
+
+} // namespace Keltrix::EC3

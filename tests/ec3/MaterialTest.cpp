@@ -1,0 +1,98 @@
+// Strengths of the product standards and of Table 3.1.
+
+#include <gtest/gtest.h>
+
+#include "keltrix/ec3/Material.h"
+
+using namespace Keltrix;
+using namespace Keltrix::EC3;
+using Design::Fabrication;
+
+namespace {
+
+CSteelGrade GradeNamed(const wchar_t* name) { return {CString(name), 0.0, 0.0, 0.0, 1.0}; }
+
+struct Strength {
+    const wchar_t* grade;
+    double mm;
+    bool hollow;
+    Fabrication fabrication;
+    double fy; // N/mm²; 0: refused
+    double fu;
+};
+
+void Expect(const std::vector<Strength>& figures, const Annex& annex)
+{
+    for (const Strength& f : figures) {
+        SCOPED_TRACE(testing::Message() << CString(f.grade).ToUtf8().value_or("") << " " << f.mm << " mm");
+        const Material m = MakeMaterial(GradeNamed(f.grade), f.mm / 1000.0, f.hollow, f.fabrication, annex);
+        EXPECT_EQ(m.IsValid(), f.fy > 0.0);
+        EXPECT_DOUBLE_EQ(m.fy / 1e6, f.fy);
+        EXPECT_DOUBLE_EQ(m.fu / 1e6, f.fu);
+    }
+}
+
+} // namespace
+
+// BS EN 10025-2:2004, Table 7; EN 10210-1, Table A.3; EN 10219-1, Table A.3.
+TEST(Material, HasTheStrengthsOfTheProductStandardsInTheUk)
+{
+    constexpr auto ROLLED = Fabrication::Rolled;
+    Expect({{L"S235", 16, false, ROLLED, 235, 360},
+            {L"S235JR", 16.1, false, ROLLED, 225, 360},
+            {L"S275", 16, false, ROLLED, 275, 410},
+            {L"S275", 40, false, ROLLED, 265, 410},
+            {L"S275J0", 63, false, ROLLED, 255, 410},
+            {L"S275", 140, false, ROLLED, 225, 400},
+            {L"S355", 20.7, false, ROLLED, 345, 470},
+            {L"S355", 63.1, false, ROLLED, 325, 470},
+            {L"S355", 151, false, ROLLED, 0, 0},
+            {L"S460M", 40, false, ROLLED, 440, 540},
+            {L"S460", 101, false, ROLLED, 0, 0},
+            {L"S420N", 12, false, ROLLED, 420, 520},
+            {L"S355J2H", 17, true, ROLLED, 345, 470},
+            {L"S355J2H", 41, true, Fabrication::Formed, 0, 0},
+            {L"S355", 41, true, Fabrication::Welded, 335, 470}},
+           UkAnnex());
+}
+
+// EN 1993-1-1:2005, Table 3.1.
+TEST(Material, HasTheStrengthsOfTable31WhereTheyAreRecommended)
+{
+    constexpr auto ROLLED = Fabrication::Rolled;
+    Expect({{L"S235", 40, false, ROLLED, 235, 360},
+            {L"S275", 17, false, ROLLED, 275, 430},
+            {L"S355", 40, false, ROLLED, 355, 490},
+            {L"S355", 41, false, ROLLED, 335, 470},
+            {L"S355", 81, false, ROLLED, 0, 0},
+            {L"S460", 41, false, ROLLED, 430, 530}},
+           RecommendedAnnex());
+}
+
+TEST(Material, TakesAUsersGradeWithinTheStandard)
+{
+    const auto make = [](double fy, double fu, double E, double factor) {
+        return MakeMaterial(CSteelGrade(L"User_defined", fy, fu, E, factor), 0.02, false, Fabrication::Rolled,
+                            UkAnnex());
+    };
+    const Material m = make(300e6, 400e6, 205e9, 1.25);
+    EXPECT_DOUBLE_EQ(m.fy, 240e6);
+    EXPECT_DOUBLE_EQ(m.fu, 320e6);
+    EXPECT_DOUBLE_EQ(m.G, 81e9 * 205.0 / 210.0);
+    EXPECT_TRUE(make(300e6, 0.0, 0.0, 1.0).fuAssumed);
+    EXPECT_DOUBLE_EQ(make(300e6, 0.0, 0.0, 1.0).fu, 300e6);
+    EXPECT_TRUE(make(460e6, 0.0, 0.0, 1.0).IsValid());
+    EXPECT_FALSE(make(461e6, 0.0, 0.0, 1.0).IsValid()) << "beyond EN 1993-1-1";
+    EXPECT_FALSE(make(300e6, 299e6, 0.0, 1.0).IsValid());
+    EXPECT_FALSE(make(0.0, 0.0, 0.0, 1.0).IsValid());
+    EXPECT_FALSE(make(300e6, 0.0, 0.0, 0.0).IsValid());
+}
+
+TEST(Material, KnowsGradesByTheirNames)
+{
+    EXPECT_EQ(GradeFromName(L"s355 j2h"), Grade::S355);
+    EXPECT_EQ(GradeFromName(L"S460NL"), Grade::S460);
+    EXPECT_EQ(GradeFromName(L"user_defined"), Grade::User);
+    EXPECT_EQ(GradeFromName(L"S450"), Grade::None);
+    EXPECT_EQ(GradeFromName(L"S355X"), Grade::None);
+}
