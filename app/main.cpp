@@ -352,6 +352,19 @@ void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& o
     Finish(command, commands, shared, options, Check, {"table", "json", "jsonl"});
 }
 
+void AddCompare(CLI::App& app, Commands& commands, Shared& shared, CompareOptions& options)
+{
+    CLI::App* const command = app.add_subcommand("compare", "What several design codes find for the same members");
+    command->add_option("FILE", options.files, "Member files or beam files")->required();
+    command
+        ->add_option("--code", options.codes,
+                     "Design code, with its national annex after a colon; again for the next one: " + ListOfCodes())
+        ->type_name("NAME[:ANNEX]")
+        ->allow_extra_args(false);
+    AddReading(*command, options);
+    Finish(command, commands, shared, options, Compare);
+}
+
 void AddReport(CLI::App& app, Commands& commands, Shared& shared, ReportOptions& options)
 {
     CLI::App* const command = app.add_subcommand("report", "Calculation sheets of members as one HTML file");
@@ -554,11 +567,13 @@ ExitCode Run(int argc, char** argv, Messages& messages)
     AddNew(app, commands, shared, fresh);
 #endif
     CheckOptions check;
+    CompareOptions compare;
     ReportOptions report;
     DesignOptions design;
     CapacityOptions capacity;
     CodesOptions codes;
     AddCheck(app, commands, shared, check);
+    AddCompare(app, commands, shared, compare);
     AddReport(app, commands, shared, report);
     AddDesign(app, commands, shared, design);
     AddCapacity(app, commands, shared, capacity);

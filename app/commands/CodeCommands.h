@@ -21,6 +21,17 @@ struct CheckOptions {
 /// Checks every member of the files; EXIT_MEMBER_FAILS where one does not pass.
 ExitCode Check(const CheckOptions& options, const Console& console);
 
+struct CompareOptions {
+    std::vector<std::string> files;
+    ReadingOptions reading;
+    std::vector<std::string> codes; ///< "ec3", "ec3:recommended"; empty: all there are, each with its first annex
+    Format format = Format::TABLE;
+    Rendering rendering = Rendering::Plain;
+};
+/// Checks every member of the files to each of the codes and puts side by side what they find; EXIT_MEMBER_FAILS where one does not pass in all
+/// of them. Throws BadUsage for standard input, and for less than two codes.
+ExitCode Compare(const CompareOptions& options, const Console& console);
+
 struct ReportOptions {
     std::vector<std::string> files;
     ReadingOptions reading;

@@ -1,6 +1,7 @@
 #include "keltrix/design/Findings.h"
 
 #include <algorithm>
+#include <array>
 
 namespace Keltrix::Design {
 
@@ -34,6 +35,30 @@ const wchar_t* StatusName(CheckStatus status)
         break;
     }
     return L"not evaluated";
+}
+
+const wchar_t* TopicName(Topic topic)
+{
+    static constexpr std::array<const wchar_t*, static_cast<std::size_t>(Topic::COUNT)> NAMES{
+        L"other",
+        L"tension",
+        L"compression",
+        L"bending, major axis",
+        L"bending, minor axis",
+        L"shear along the web",
+        L"shear along the flanges",
+        L"shear buckling",
+        L"web under concentrated loads",
+        L"torsion",
+        L"actions together, cross-section",
+        L"buckling, major axis",
+        L"buckling, minor axis",
+        L"torsional buckling",
+        L"lateral-torsional buckling",
+        L"actions together, member",
+        L"deflection"};
+    const auto place = static_cast<std::size_t>(topic);
+    return NAMES[place < NAMES.size() ? place : 0];
 }
 
 CString QuantityText(Quantity quantity, double value, const CDesFormat& fmt)

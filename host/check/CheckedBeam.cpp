@@ -94,6 +94,7 @@ RuleFinding FindingOf(const Beam& beam, const Statics::DeflectionCheck& check, i
     const Statics::Span& span = beam.made.analysis->Spans()[check.span];
     RuleFinding finding;
     finding.rule = rule;
+    finding.topic = Design::Topic::Deflection;
     finding.name = kept(L"deflection, " + limit.name);
     finding.clause = kept(limit.clause);
     finding.start = span.from;
@@ -138,7 +139,7 @@ void DropOutside(CheckedMember& checked)
 {
     std::vector<RuleFinding>& rules = checked.findings.rules;
     for (std::size_t i = rules.size(); i-- > 0;) {
-        if (rules[i].status != CheckStatus::OutOfScope || std::wstring_view(rules[i].name) != L"deflection") continue;
+        if (rules[i].status != CheckStatus::OutOfScope || rules[i].topic != Design::Topic::Deflection) continue;
         rules.erase(rules.begin() + static_cast<std::ptrdiff_t>(i));
         checked.sources.erase(checked.sources.begin() + static_cast<std::ptrdiff_t>(i));
     }

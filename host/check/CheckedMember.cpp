@@ -73,11 +73,11 @@ Json OrNull(double value) { return std::isnan(value) ? Json() : Json(value); }
 
 Json EntryJson(const CheckedMember& checked, const RuleFinding& entry)
 {
-    Json json = JsonObject("rule", Utf8(entry.name), "clause", Utf8(entry.clause), "status",
-                           Utf8(Design::StatusName(entry.status)), "reason", Utf8(entry.reason), "start", entry.start,
-                           "end", entry.end, "utilisation", entry.utilisation, "slenderness", OrNull(entry.slenderness),
-                           "symbol", Utf8(entry.symbol), "quantity", QuantityWord(entry.quantity), "resistance",
-                           entry.resistance, "governing", entry.governing);
+    Json json = JsonObject("rule", Utf8(entry.name), "topic", Utf8(Design::TopicName(entry.topic)), "clause",
+                           Utf8(entry.clause), "status", Utf8(Design::StatusName(entry.status)), "reason",
+                           Utf8(entry.reason), "start", entry.start, "end", entry.end, "utilisation", entry.utilisation,
+                           "slenderness", OrNull(entry.slenderness), "symbol", Utf8(entry.symbol), "quantity",
+                           QuantityWord(entry.quantity), "resistance", entry.resistance, "governing", entry.governing);
     if (checked.sources.empty()) return json;
     const RuleSource& source = checked.sources[static_cast<std::size_t>(&entry - checked.findings.rules.data())];
     json["combination"] = source.combination;

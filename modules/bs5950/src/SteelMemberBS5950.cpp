@@ -394,7 +394,8 @@ Design::RuleFinding FindingOf(const LedgerEntry& e)
             e.symbol,
             e.quantity,
             e.governing,
-            e.slenderness};
+            e.slenderness,
+            RuleTopic(e.rule)};
 }
 
 Design::LocalFinding FindingOf(const PositionResult& p)

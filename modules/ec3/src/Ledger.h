@@ -49,6 +49,7 @@ struct RuleRow {
     const wchar_t* name;
     const wchar_t* clause;
     Stage stage;
+    Design::Topic topic;
 };
 const RuleRow& RowOf(Rule rule);
 inline Stage StageOf(const Design::RuleFinding& f) { return RowOf(static_cast<Rule>(f.rule)).stage; }

@@ -40,6 +40,31 @@ struct Step {
     const wchar_t* clause = L"";                             ///< may be empty
 };
 
+/// What a rule is about, whatever the design code calls it: what two codes say of one thing can stand side by side. Other: a matter that codes
+/// treat each in its own way, or no resistance at all.
+enum class Topic {
+    Other,
+    Tension,
+    Compression, ///< of the cross-section
+    BendingMajor,
+    BendingMinor,
+    ShearMajor, ///< along the web
+    ShearMinor,
+    ShearBuckling,
+    WebForces, ///< of the web under concentrated loads
+    Torsion,
+    CrossSection, ///< actions on the cross-section that act together
+    BucklingMajor,
+    BucklingMinor,
+    BucklingTorsional,
+    LateralTorsional,
+    MemberInteraction, ///< buckling under actions that act together
+    Deflection,
+    COUNT
+};
+/// "bending, major axis"; "other"
+KELTRIX_DESIGN_API const wchar_t* TopicName(Topic topic);
+
 /// What one rule gave at one place.
 struct RuleFinding {
     int rule = 0; ///< the design code's own number of the rule, from 0 on in the order in which rules are shown
@@ -57,7 +82,8 @@ struct RuleFinding {
     bool governing = false; ///< the largest utilisation of the whole member
     double slenderness =
         std::numeric_limits<double>::quiet_NaN(); ///< with which the resistance was found, where it is given
-    std::vector<Step> steps = {};                 ///< empty where no text was asked for or the code does not give them
+    Topic topic = Topic::Other;
+    std::vector<Step> steps = {}; ///< empty where no text was asked for or the code does not give them
 
     bool WasEvaluated() const { return status == CheckStatus::Passed || status == CheckStatus::Failed; }
 };

@@ -65,6 +65,7 @@ KELTRIX_BS5950_API const wchar_t* RuleName(Rule rule);
 /// "4.2.5"
 KELTRIX_BS5950_API const wchar_t* RuleClause(Rule rule);
 KELTRIX_BS5950_API Stage RuleStage(Rule rule);
+KELTRIX_BS5950_API Design::Topic RuleTopic(Rule rule);
 
 /// What became of one rule at one place. Texts are static.
 struct LedgerEntry {

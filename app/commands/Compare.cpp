@@ -1,0 +1,224 @@
+#include <algorithm>
+#include <optional>
+#include <set>
+
+#include "check/CheckedMember.h"
+#include "commands/CodeCommands.h"
+#include "report/MemberReport.h"
+#include "stream/EachMember.h"
+#include "text/Json.h"
+#include "text/Markup.h"
+#include "text/Text.h"
+#ifdef KELTRIX_HOST_WITH_STATICS
+#include "check/CheckedBeam.h"
+#endif
+
+namespace Keltrix::App {
+
+namespace {
+
+using Design::CheckStatus;
+using Design::RuleFinding;
+using Design::Topic;
+
+// What one design code says of a member, or why it does not take it.
+struct Opinion {
+    std::optional<CheckedMember> checked;
+    Refusal refusal;
+};
+
+std::string TitleOf(const CodeChoice& choice)
+{
+    const Design::CodeDescription& d = choice.code->Description();
+    std::string title = Utf8(d.title);
+    if (!d.annexes.empty()) title += " (" + Utf8(d.annexes[choice.settings.annex].name) + ')';
+    return title;
+}
+
+// "ec3", or "ec3:recommended" with its national annex.
+CodeChoice ChoiceNamed(const std::string& text)
+{
+    const std::size_t colon = text.find(':');
+    CodeChoice choice;
+    choice.code = &DesignCodeNamed(text.substr(0, colon));
+    if (colon != std::string::npos)
+        choice.settings.annex = AnnexNamed(*choice.code, text.substr(colon + 1), "--code " + text.substr(0, colon));
+    return choice;
+}
+
+std::vector<CodeChoice> ChoicesOf(const CompareOptions& options)
+{
+    std::vector<CodeChoice> choices;
+    for (const std::string& text : options.codes)
+        choices.push_back(ChoiceNamed(text));
+    if (options.codes.empty())
+        for (const Design::DesignCode* const code : DesignCodes())
+            choices.push_back({code, {}});
+    if (choices.size() < 2)
+        throw BadUsage("compare: two design codes at least: --code NAME[:ANNEX] --code NAME[:ANNEX]");
+    return choices;
+}
+
+// The members of a file as one design code has them, in their order. A message that every code gives is told once.
+std::vector<Opinion> OpinionsOn(const std::string& file, const CompareOptions& options, const CodeChoice& choice,
+                                const Console& console, std::set<std::string>& told, ExitCode& worst)
+{
+    std::vector<Opinion> opinions;
+    const Console once{console.in,
+                       {},
+                       [&](std::string_view message) {
+                           if (told.emplace(message).second) console.err(message);
+                       },
+                       {}};
+    const auto keep = [&](CheckedMember checked) {
+        for (const MemberWarning& warning : checked.CheckWarnings())
+            once.err(TitleOf(choice) + ": " + warning.Message());
+        const ExitCode code = checked.Status() == "pass" ? EXIT_FINE : EXIT_MEMBER_FAILS;
+        opinions.push_back({std::move(checked), {}});
+        return code;
+    };
+    BeamUse beams;
+    beams.code = choice.code;
+#ifdef KELTRIX_HOST_WITH_STATICS
+    beams.use = [&](const Beam& beam) { return keep(CheckBeam(beam, choice, false)); };
+#endif
+    MemberLoop loop(
+        once, options.reading,
+        [&](const MemberFile& members, std::size_t i) { return keep(CheckMember(members, i, choice, false)); },
+        [&](const Refusal& refusal) {
+            opinions.push_back({{}, refusal});
+        },
+        beams);
+    loop.UseFile(file);
+    worst = Worse(worst, loop.Worst());
+    return opinions;
+}
+
+// --- The table ---
+
+// What a code says of a topic: its largest utilisation with the clause, and whether a rule of it is open. Empty where nothing applies.
+std::string TopicCell(const CheckedMember& checked, Topic topic)
+{
+    const RuleFinding* worst = nullptr;
+    bool isOpen = false;
+    for (const RuleFinding& rule : checked.findings.rules) {
+        if (rule.topic != topic) continue;
+        isOpen = isOpen || rule.status == CheckStatus::NotEvaluated;
+        if (rule.WasEvaluated() && (!worst || !(rule.utilisation <= worst->utilisation))) worst = &rule;
+    }
+    std::string text;
+    if (worst) {
+        text = UtilisationText(worst->utilisation) + " (" + AsText(Utf8(worst->clause)) + ')';
+        if (worst->status == CheckStatus::Failed) text = "<red>" + text + "</red>";
+    }
+    if (isOpen) text += std::string(text.empty() ? "" : ", ") + "<red>not evaluated</red>";
+    return text;
+}
+
+using Cell = std::string (*)(const CheckedMember&);
+struct HeadRow {
+    const char* name;
+    Cell cell;
+};
+
+std::string StrengthCell(const CheckedMember& checked)
+{
+    const Design::Resistance& strength = checked.findings.designStrength;
+    return Utf8(strength.symbol) + " = " + Utf8(QuantityText(strength.quantity, strength.value, CDesFormat()));
+}
+
+const HeadRow HEAD[] = {
+    {"Status", [](const CheckedMember& c) { return StatusMarkup(c.Status(), c.warnings); }},
+    {"Utilisation", [](const CheckedMember& c) { return "<b>" + UtilisationText(c.Utilisation()) + "</b>"; }},
+    {"Governed by", [](const CheckedMember& c) { return c.Governing(); }},
+    {"Design strength", StrengthCell},
+    {"Class", [](const CheckedMember& c) { return std::to_string(c.member->SectionClass()); }},
+};
+
+// A line of the table; nothing where no code has anything to say.
+std::string Line(const std::string& name, const std::vector<const Opinion*>& opinions,
+                 const std::function<std::string(const CheckedMember&)>& cell)
+{
+    std::string line = name;
+    bool isEmpty = true;
+    for (const Opinion* const opinion : opinions) {
+        const std::string text = opinion->checked ? cell(*opinion->checked) : std::string();
+        isEmpty = isEmpty && text.empty();
+        line += '\t' + (text.empty() ? "-" : text);
+    }
+    return isEmpty ? "" : line + '\n';
+}
+
+std::string TableOf(const std::vector<const Opinion*>& opinions, const std::vector<CodeChoice>& choices)
+{
+    const auto known = std::find_if(opinions.begin(), opinions.end(), [](const Opinion* o) { return o->checked; });
+    if (known == opinions.end()) return {};
+    const CheckedMember& first = *(*known)->checked;
+    std::string text =
+        "<h4>" + AsText(first.title) + "</h4>\n" + first.Section() + " in " + first.Grade() + "\n<table><align left>";
+    for (const CodeChoice& choice : choices)
+        text += '\t' + AsText(TitleOf(choice));
+    text += '\n';
+    for (const HeadRow& row : HEAD)
+        text += Line(row.name, opinions, row.cell);
+    for (int topic = 0; topic < static_cast<int>(Topic::COUNT); ++topic) {
+        const auto of = static_cast<Topic>((topic + 1) % static_cast<int>(Topic::COUNT)); // other matters last
+        text += Line(Utf8(Design::TopicName(of)), opinions, [of](const CheckedMember& c) { return TopicCell(c, of); });
+    }
+    text += "</table>\n";
+    for (std::size_t i = 0; i < opinions.size(); ++i)
+        for (const std::string& reason : opinions[i]->refusal.reasons)
+            text += "<red>" + AsText(TitleOf(choices[i])) + ": " + AsText(PrintableLine(reason)) + "</red>\n";
+    return text;
+}
+
+Json JsonOfOpinion(const Opinion& opinion, const CodeChoice& choice)
+{
+    if (opinion.checked) return JsonOf(*opinion.checked);
+    return JsonObject("code", Utf8(choice.code->Description().id), "status", "refused", "errors",
+                      opinion.refusal.reasons);
+}
+
+Json JsonOfMember(const std::string& file, const std::vector<const Opinion*>& opinions,
+                  const std::vector<CodeChoice>& choices)
+{
+    std::string title;
+    Json codes = Json::array();
+    for (std::size_t i = 0; i < opinions.size(); ++i) {
+        codes.push_back(JsonOfOpinion(*opinions[i], choices[i]));
+        if (title.empty()) title = opinions[i]->checked ? opinions[i]->checked->title : opinions[i]->refusal.title;
+    }
+    return JsonObject("schema", JSON_SCHEMA, "file", file, "title", title, "codes", std::move(codes));
+}
+
+} // namespace
+
+ExitCode Compare(const CompareOptions& options, const Console& console)
+{
+    const std::vector<CodeChoice> choices = ChoicesOf(options);
+    if (std::find(options.files.begin(), options.files.end(), "-") != options.files.end())
+        throw BadUsage("compare: files are read once for each design code, which standard input cannot be");
+    ExitCode worst = EXIT_FINE;
+    std::set<std::string> told;
+    Json list = Json::array();
+    for (const std::string& file : options.files) {
+        std::vector<std::vector<Opinion>> columns;
+        for (const CodeChoice& choice : choices)
+            columns.push_back(OpinionsOn(file, options, choice, console, told, worst));
+        for (const auto& column : columns)
+            if (column.size() != columns.front().size()) throw BadInput(file + ": changed while it was compared");
+        for (std::size_t i = 0; i < columns.front().size(); ++i) {
+            std::vector<const Opinion*> opinions;
+            for (const auto& column : columns)
+                opinions.push_back(&column[i]);
+            if (options.format == Format::TABLE)
+                console.out(RenderMarkup(TableOf(opinions, choices), options.rendering));
+            else
+                list.push_back(JsonOfMember(file, opinions, choices));
+        }
+    }
+    if (options.format == Format::JSON) console.out(JsonText(list));
+    return worst;
+}
+
+} // namespace Keltrix::App
