@@ -275,6 +275,25 @@ void AddSpans(CLI::App& app, Commands& commands, Shared& shared, SpansOptions& o
     Finish(command, commands, shared, options, ShowSpans);
 }
 
+void AddImport(CLI::App& app, Commands& commands, Shared& shared, ImportOptions& options)
+{
+    CLI::App* const command = app.add_subcommand("import", "Members from tables of forces and of members");
+    command->add_option("FORCES", options.forces, "Table of forces as CSV; - is standard input")->required();
+    command->add_option("--members", options.members, "Table of members as CSV; - is standard input")
+        ->type_name("FILE")
+        ->required();
+    command
+        ->add_option("--map", options.map,
+                     "Preset of signs; captions of columns (N=\"Axial force\", T=none); units that captions lack "
+                     "(length=m, force=kN, moment=kNm)")
+        ->type_name("PRESET [KEY=VALUE ...]")
+        ->required();
+    command->add_flag("--allow-repeats", options.allowRepeats, "Two rows of a station may be the same");
+    command->add_flag("--strict", options.reading.isStrict, "Every warning is an error (exit code 2)");
+    command->add_option("-o,--output", options.output, "The file; without it standard output")->type_name("FILE");
+    Finish(command, commands, shared, options, ImportTables);
+}
+
 #ifdef KELTRIX_HOST_WITH_STABILITY
 void AddBuckling(CLI::App& app, Commands& commands, Shared& shared, BucklingOptions& options)
 {
@@ -538,6 +557,8 @@ ExitCode Run(int argc, char** argv, Messages& messages)
     AddSection(app, commands, shared, section);
     AddSections(app, commands, shared, sections);
     AddSpans(app, commands, shared, spans);
+    ImportOptions import;
+    AddImport(app, commands, shared, import);
 #ifdef KELTRIX_HOST_WITH_STABILITY
     BucklingOptions buckling;
     AddBuckling(app, commands, shared, buckling);
