@@ -6,6 +6,7 @@
 #include <numbers>
 #include <stdexcept>
 
+#include "beamfile/BeamCamber.h"
 #include "beamfile/BeamReader.h"
 #include "memberfile/MemberText.h"
 #include "text/Text.h"
@@ -32,6 +33,12 @@ public:
     BeamMembers Make()
     {
         if (m_file.HasErrors()) return std::move(m_made);
+        for (const Statics::Load& load : m_file.beam.loads) {
+            const std::string fault = FlangeHeightFault(m_file, load);
+            if (fault.empty()) continue;
+            Say(Severity::Error, m_file.sectionLine, "load", fault);
+            return std::move(m_made);
+        }
         m_made.analysis = std::make_unique<Statics::Analysis>(m_file.beam);
         if (!Analysis().IsAnswered()) {
             Say(Severity::Error, m_file.supportsLine, "supports", Utf8(Analysis().Reason()));
@@ -219,20 +226,38 @@ private:
     void CheckDeflections()
     {
         const DeflectionWishes& wishes = m_file.deflection;
-        if (m_file.camber.size() > Analysis().Spans().size())
-            Say(Severity::Error, 1, "camber",
-                std::to_string(m_file.camber.size()) + " of them, and the beam has " +
-                    std::to_string(Analysis().Spans().size()) + " spans");
+        JudgeCamber();
         if (wishes.isOff) return Say(Severity::Note, wishes.line, "deflection", "not checked, as the file wants");
         if (wishes.isAsked)
             OwnLimits();
         else
             StandardLimits();
+        NoteIdleCamber();
         AddMinorLimits();
-        m_made.deflections =
-            Statics::CheckDeflections(Analysis(), m_made.combinations.list, m_made.limits, m_file.camber);
+        m_made.deflections = Statics::CheckDeflections(Analysis(), m_made.combinations.list, m_made.limits,
+                                                       CamberOf(m_file, Analysis().Spans()));
         AddUnevaluated();
         NoteDeflections();
+    }
+
+    void JudgeCamber()
+    {
+        const std::size_t given = m_file.camber.size();
+        const std::size_t spans = SpansWithCamber(Analysis().Spans());
+        const std::string text =
+            std::to_string(given) + " of them, and the beam has " + std::to_string(spans) + " spans between supports";
+        if (given > spans) Say(Severity::Error, 1, "camber", text);
+        if (given > 0 && given < spans) Say(Severity::Note, 1, "camber", text + "; the others have none");
+    }
+
+    // It is taken off the deflection under all loads alone.
+    void NoteIdleCamber()
+    {
+        const bool counts = std::any_of(m_made.limits.begin(), m_made.limits.end(),
+                                        [](const auto& limit) { return limit.counted == Statics::Counted::Total; });
+        if (!m_file.camber.empty() && !counts)
+            Say(Severity::Warning, 1, "camber",
+                "counts nowhere, because there is no limit under all loads; give deflection = { total = 250 }");
     }
 
     bool HasState(LimitState state) const
@@ -271,8 +296,22 @@ private:
                 m_made.limits.push_back(limit);
             }
         };
+        if (wishes.imposed == 0.0 && wishes.cantilever == 0.0) KeepVariableLimits();
         add(L"variable loads", Statics::Counted::Variable, wishes.imposed, wishes.cantilever);
         add(L"all loads", Statics::Counted::Total, wishes.total, wishes.totalCantilever);
+    }
+
+    // A limit under all loads says nothing of variable loads alone: those of the standard stay.
+    void KeepVariableLimits()
+    {
+        const std::optional<Basis> basis = LimitBasis();
+        if (!basis || IsColumn()) return;
+        for (const Statics::DeflectionLimit& limit : Statics::DeflectionLimitsOf(*basis, m_file.brittle.value_or(true)))
+            if (limit.counted == Statics::Counted::Variable) m_made.limits.push_back(limit);
+        if (!m_made.limits.empty())
+            Say(Severity::Note, m_file.deflection.line, "deflection",
+                "no limit of variable loads: that of the standard, span/" +
+                    Rounded(m_made.limits.front().spanRatio, 6));
     }
 
     // Loads across the web have the same limits across it.
