@@ -274,6 +274,25 @@ void AddSpans(CLI::App& app, Commands& commands, Shared& shared, SpansOptions& o
     Finish(command, commands, shared, options, ShowSpans);
 }
 
+void AddImport(CLI::App& app, Commands& commands, Shared& shared, ImportOptions& options)
+{
+    CLI::App* const command = app.add_subcommand("import", "Members from tables of forces and of members");
+    command->add_option("FORCES", options.forces, "Table of forces as CSV; - is standard input")->required();
+    command->add_option("--members", options.members, "Table of members as CSV; - is standard input")
+        ->type_name("FILE")
+        ->required();
+    command
+        ->add_option("--map", options.map,
+                     "Preset of signs; captions of columns (N=\"Axial force\", T=none); units that captions lack "
+                     "(length=m, force=kN, moment=kNm)")
+        ->type_name("PRESET [KEY=VALUE ...]")
+        ->required();
+    command->add_flag("--allow-repeats", options.allowRepeats, "Two rows of a station may be the same");
+    command->add_flag("--strict", options.reading.isStrict, "Every warning is an error (exit code 2)");
+    command->add_option("-o,--output", options.output, "The file; without it standard output")->type_name("FILE");
+    Finish(command, commands, shared, options, ImportTables);
+}
+
 #ifdef KELTRIX_HOST_WITH_STABILITY
 void AddBuckling(CLI::App& app, Commands& commands, Shared& shared, BucklingOptions& options)
 {
@@ -372,6 +391,7 @@ void AddReport(CLI::App& app, Commands& commands, Shared& shared, ReportOptions&
     AddCode(*command, shared, CodeNeed::Always, options.code, "Design code");
     AddReading(*command, options);
     command->add_option("-o,--output", options.output, "The HTML file; - is standard output")->required();
+    command->add_flag("--envelope", options.envelope, "The files are load cases of one member");
     command->add_flag("--combinations", options.combinations, "Each combination of a beam file as a member by itself");
     command->add_flag("--brief", options.block.isBrief,
                       "Two pages for a member: the calculation of the governing position and span alone");
@@ -397,11 +417,23 @@ void AddReport(CLI::App& app, Commands& commands, Shared& shared, ReportOptions&
 
 void AddDesign(CLI::App& app, Commands& commands, Shared& shared, DesignOptions& options)
 {
-    CLI::App* const command = app.add_subcommand("design", "Lightest section with which a member passes");
-    command->add_option("FILE", options.file, "Member file; - is standard input")->required();
+    CLI::App* const command = app.add_subcommand("design", "Lightest or shallowest section with which a member passes");
+    AddFiles(*command, options.files);
     AddReading(*command, options);
     AddCode(*command, shared, CodeNeed::Always, options.code, "Design code");
-    command->add_option("--family", options.family, "Family of the catalogue (UB, UC, SHS, ...)")->required();
+    command->add_option("--family", options.families, "Family of the catalogue (UB, UC, SHS, ...), or several: UB,UC")
+        ->allow_extra_args(false)
+        ->delimiter(',')
+        ->required();
+    command->add_option("--by", options.by, "Which sections come first: those of least mass or of least depth")
+        ->check(CLI::IsMember({"mass", "depth"}))
+        ->capture_default_str();
+    command
+        ->add_option_function<double>(
+            "--max-depth", [&options](double millimetres) { options.maxDepth = millimetres / 1e3; },
+            "Only sections of at most this depth, mm")
+        ->type_name("MM");
+    command->add_flag("--envelope", options.envelope, "The files are load cases of one member");
     command->add_option("--count", options.count, "Passing sections to show")->capture_default_str();
     AddMemberOptions(*command, shared, options.code);
     Finish(command, commands, shared, options, Design);
@@ -556,6 +588,8 @@ ExitCode Run(int argc, char** argv, Messages& messages)
     AddSection(app, commands, shared, section);
     AddSections(app, commands, shared, sections);
     AddSpans(app, commands, shared, spans);
+    ImportOptions import;
+    AddImport(app, commands, shared, import);
 #ifdef KELTRIX_HOST_WITH_STABILITY
     BucklingOptions buckling;
     AddBuckling(app, commands, shared, buckling);

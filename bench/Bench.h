@@ -62,6 +62,7 @@ void RegisterSpans();
 void RegisterResults();
 void RegisterStability();
 void RegisterStatics();
+void RegisterBeams();
 void RegisterChecks();
 void RegisterBatches();
 

@@ -103,6 +103,9 @@ int main(int argc, char** argv)
 #ifdef KELTRIX_BENCH_STATICS
         RegisterStatics();
 #endif
+#ifdef KELTRIX_BENCH_BEAMS
+        RegisterBeams();
+#endif
 #ifdef KELTRIX_BENCH_EXAMPLES
         RegisterChecks();
 #endif

@@ -94,18 +94,6 @@ private:
     ExitCode m_worst = EXIT_FINE;
 };
 
-// The cases merged into one member, which they must be.
-CheckedMember OneEnvelope(std::vector<CheckedMember> cases)
-{
-    for (const CheckedMember& checked : cases) {
-        const std::string difference = DifferenceOf(cases.front(), checked);
-        if (!difference.empty())
-            throw BadInput(checked.name + ": is no load case of the member in " + cases.front().name + ": " +
-                           difference);
-    }
-    return Envelope(std::move(cases));
-}
-
 ExitCode CheckEnvelope(const CheckOptions& options, const Console& console)
 {
     std::vector<CheckedMember> cases;

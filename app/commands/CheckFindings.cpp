@@ -92,6 +92,20 @@ CheckedMember CheckAsAsked(const Beam&, const CheckOptions&, const Console&)
 }
 #endif
 
+void RequireLoadCase(const CheckedMember& first, const CheckedMember& other)
+{
+    const std::string difference = DifferenceOf(first, other);
+    if (!difference.empty())
+        throw BadInput(other.name + ": is no load case of the member in " + first.name + ": " + difference);
+}
+
+CheckedMember OneEnvelope(std::vector<CheckedMember> cases)
+{
+    for (const CheckedMember& checked : cases)
+        RequireLoadCase(cases.front(), checked);
+    return Envelope(std::move(cases));
+}
+
 BeamUse BeamUseOf(const CheckOptions& options, std::function<ExitCode(const Beam&)> use,
                   std::function<void(ExitCode, const std::string&)> tell)
 {

@@ -38,6 +38,12 @@ CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOpt
 /// The same for a beam: the envelope of its combinations.
 CheckedMember CheckAsAsked(const Beam& beam, const CheckOptions& options, const Console& console);
 
+/// Throws BadInput, which names the difference, where a member is no load case of the one in `first`.
+void RequireLoadCase(const CheckedMember& first, const CheckedMember& other);
+
+/// Load cases of one member merged into it. Throws BadInput where they are not those of one.
+CheckedMember OneEnvelope(std::vector<CheckedMember> cases);
+
 /// What the options want to become of beams: `use`, or each combination by itself, with what `tell` takes of the deflections.
 BeamUse BeamUseOf(const CheckOptions& options, std::function<ExitCode(const Beam&)> use,
                   std::function<void(ExitCode, const std::string&)> tell);

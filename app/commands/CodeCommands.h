@@ -36,6 +36,7 @@ struct ReportOptions {
     std::vector<std::string> files;
     ReadingOptions reading;
     std::string output;        ///< "-" is standard output
+    bool envelope = false;     ///< the files are load cases of one member
     bool combinations = false; ///< each combination of a beam is a member by itself
     TitleBlock block;
     CodeChoice code;
@@ -45,15 +46,18 @@ struct ReportOptions {
 ExitCode Report(const ReportOptions& options, const Console& console);
 
 struct DesignOptions {
-    std::string file;
+    std::vector<std::string> files;
     ReadingOptions reading;
-    std::string family;
-    int count = 6; ///< sections shown, the lightest that passes first
+    std::vector<std::string> families;
+    std::string by = "mass";        ///< or "depth": which sections come first
+    std::optional<double> maxDepth; ///< m
+    bool envelope = false;          ///< the files are load cases of one member
+    int count = 6;                  ///< sections shown, the first that passes first
     CodeChoice code;
     Format format = Format::TABLE;
     Rendering rendering = Rendering::Plain;
 };
-/// The lightest section of a family with which each member of the file passes, and what comes next.
+/// The lightest or shallowest section of families with which each member of the files passes, and what comes next.
 ExitCode Design(const DesignOptions& options, const Console& console);
 
 struct CapacityOptions {

@@ -62,6 +62,17 @@ struct SpansOptions {
 /// The spans of every member of the files.
 ExitCode ShowSpans(const SpansOptions& options, const Console& console);
 
+struct ImportOptions {
+    std::string forces;
+    std::string members;
+    std::vector<std::string> map; ///< preset of signs, captions, units
+    bool allowRepeats = false;    ///< two rows of a station may be the same
+    ReadingOptions reading;
+    std::string output; ///< empty or "-": standard output
+};
+/// One stream of members from a table of forces and a table of members. Nothing is written where anything is wrong with them.
+ExitCode ImportTables(const ImportOptions& options, const Console& console);
+
 struct BucklingOptions {
     std::vector<std::string> files;
     ReadingOptions reading;

@@ -1,11 +1,14 @@
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <optional>
+#include <utility>
 
 #ifdef KELTRIX_HOST_WITH_STATICS
 #include "check/CheckedBeam.h"
 #endif
 #include "check/CheckedMember.h"
-#include "commands/CodeCommands.h"
+#include "commands/CheckFindings.h"
 #include "sections/SectionCatalogue.h"
 #include "stream/EachMember.h"
 #include "text/Fields.h"
@@ -20,25 +23,47 @@ namespace {
 struct Candidate {
     const CSectDB::Entry* entry;
     std::string name;
-    std::string status; ///< "pass", "fail" or "not checked"
-    double utilisation; ///< not-a-number where the section could not be checked
-    std::string governing;
+    std::string status;    ///< "pass", "fail" or "not checked"
+    double utilisation;    ///< not-a-number where the section could not be checked
+    std::string governing; ///< or why it could not be
 };
 
-std::vector<const CSectDB::Entry*> ByMass(const std::string& wanted)
+constexpr const char* NOT_COVERED = "the design code does not cover it";
+
+Candidate CandidateOf(const CSectDB::Entry& entry)
 {
+    return {&entry, Utf8(entry.designation), "not checked", std::nan(""), NOT_COVERED};
+}
+
+void RequireFamily(const std::string& wanted)
+{
+    const std::vector<std::string> families = Families();
+    const auto isIt = [&](const std::string& family) { return SameWord(Wide(family), Wide(wanted)); };
+    if (std::any_of(families.begin(), families.end(), isIt)) return;
+    std::string list;
+    for (const std::string& family : families)
+        list += (list.empty() ? "" : ", ") + family;
+    throw BadInput("unknown family " + Quote(Wide(wanted)) + "; the catalogue has " + list);
+}
+
+// The sections of the families within the depth, the lightest or the shallowest first, of equal ones that which is lighter or shallower.
+std::vector<const CSectDB::Entry*> SectionsOf(const DesignOptions& options)
+{
+    for (const std::string& family : options.families)
+        RequireFamily(family);
+    const double most = options.maxDepth.value_or(std::numeric_limits<double>::infinity());
     std::vector<const CSectDB::Entry*> entries;
     for (const CSectDB::Entry& entry : CSectDB::GetDatabase()->Entries()) {
-        if (SameWord(entry.family, Wide(wanted))) entries.push_back(&entry);
+        const bool isWanted = std::any_of(options.families.begin(), options.families.end(),
+                                          [&](const auto& family) { return SameWord(entry.family, Wide(family)); });
+        if (isWanted && entry.depth <= most * (1.0 + 1e-12)) entries.push_back(&entry);
     }
-    if (entries.empty()) {
-        std::string list;
-        for (const std::string& family : Families())
-            list += (list.empty() ? "" : ", ") + family;
-        throw BadInput("unknown family " + Quote(Wide(wanted)) + "; the catalogue has " + list);
-    }
-    std::stable_sort(entries.begin(), entries.end(), [](const CSectDB::Entry* a, const CSectDB::Entry* b) {
-        return a->massPerMetre < b->massPerMetre;
+    const bool byDepth = options.by == "depth";
+    std::stable_sort(entries.begin(), entries.end(), [&](const CSectDB::Entry* a, const CSectDB::Entry* b) {
+        const auto order = [&](const CSectDB::Entry* one) {
+            return byDepth ? std::pair(one->depth, one->massPerMetre) : std::pair(one->massPerMetre, one->depth);
+        };
+        return order(a) < order(b);
     });
     return entries;
 }
@@ -53,8 +78,7 @@ Candidate Try(Design::CodeMember& coded, const CSteelGrade& grade, const CSecCom
     component.SetPlasElas(own.PlasElas());
     section.SetComponent(0, component);
 
-    Candidate candidate{&entry, Utf8(entry.designation), "not checked", std::nan(""),
-                        "the design code does not cover it"};
+    Candidate candidate = CandidateOf(entry);
     Steel::CSteelMemberGen& member = coded.Member();
     if (!member.SetKeltrixSec(section) || !member.SetGrade(grade)) return candidate;
     Steel::CMemberResult result;
@@ -84,28 +108,68 @@ void RequireUsableFactors(const MemberFile& file, std::size_t i, Design::CodeMem
 }
 
 struct Choice {
-    std::vector<Candidate> passing; ///< lightest first, as many as were asked for
-    std::vector<Candidate> failing; ///< the heaviest ones that are lighter and fail, lightest first
+    std::vector<Candidate> passing;   ///< in order, as many as were asked for
+    std::vector<Candidate> failing;   ///< the last ones in front of the first that passes, which fail
+    std::vector<Candidate> unchecked; ///< could not be checked: in front of the last that passes
+    bool isEmpty = false;             ///< no section is within the depth
 };
 
-// The candidates of a family, lightest first, as far as they are wanted.
+// The candidates, the lightest or shallowest first, as far as they are wanted.
 template <class TryOne>
 Choice ChooseBy(const DesignOptions& options, const TryOne& tryOne)
 {
     constexpr std::size_t failingShown = 3;
     Choice choice;
-    for (const CSectDB::Entry* entry : ByMass(options.family)) {
+    const std::vector<const CSectDB::Entry*> entries = SectionsOf(options);
+    choice.isEmpty = entries.empty();
+    for (const CSectDB::Entry* entry : entries) {
         if (choice.passing.size() >= static_cast<std::size_t>(options.count)) break;
         Candidate candidate = tryOne(*entry);
         if (candidate.status == "pass") {
             choice.passing.push_back(std::move(candidate));
-        } else if (choice.passing.empty() && !std::isnan(candidate.utilisation)) {
+        } else if (std::isnan(candidate.utilisation)) {
+            choice.unchecked.push_back(std::move(candidate));
+        } else if (choice.passing.empty()) {
             choice.failing.push_back(std::move(candidate));
             if (choice.failing.size() > failingShown) choice.failing.erase(choice.failing.begin());
         }
     }
     return choice;
 }
+
+// --- Load cases of one member ---
+
+bool IsWorse(const Candidate& a, const Candidate& b)
+{
+    const auto rank = [](const Candidate& one) { return one.status == "fail" ? 2 : one.status == "pass" ? 0 : 1; };
+    if (std::isnan(a.utilisation) != std::isnan(b.utilisation)) return std::isnan(a.utilisation);
+    return a.utilisation > b.utilisation || (!(a.utilisation < b.utilisation) && rank(a) > rank(b));
+}
+
+// The worst of all cases, with the worst status of any: fails where one fails.
+Candidate Try(const std::vector<CheckedMember>& cases, const CSectDB::Entry& entry, const CSecComp& own)
+{
+    std::optional<Candidate> worst;
+    bool fails = false;
+    bool passes = true;
+    for (const CheckedMember& one : cases) {
+        Candidate candidate = Try(*one.coded, one.member->GetGrade(), own, entry);
+        candidate.governing += ", in " + one.name;
+        fails = fails || candidate.status == "fail";
+        passes = passes && candidate.status == "pass";
+        if (!worst || IsWorse(candidate, *worst)) worst = std::move(candidate);
+    }
+    worst->status = StatusText(passes, fails);
+    return std::move(*worst);
+}
+
+Choice Choose(const std::vector<CheckedMember>& cases, const DesignOptions& options)
+{
+    const CSecComp own = cases.front().member->GetKeltrixSec().Component(0);
+    return ChooseBy(options, [&](const CSectDB::Entry& entry) { return Try(cases, entry, own); });
+}
+
+// --- A member, and a beam ---
 
 Choice Choose(const MemberFile& file, std::size_t i, const DesignOptions& options)
 {
@@ -119,25 +183,37 @@ Choice Choose(const MemberFile& file, std::size_t i, const DesignOptions& option
 }
 
 #ifdef KELTRIX_HOST_WITH_STATICS
+// Why a beam with another section has no members, as its first error says.
+std::string ReasonOf(const Beam& beam)
+{
+    for (const Defect& defect : beam.made.defects)
+        if (defect.severity == Severity::Error) return defect.Message();
+    return NOT_COVERED;
+}
+
 // A beam with another section: its own weight, its own stiffness in springs and deflections.
 Candidate Try(const Beam& own, const CSectDB::Entry& entry, const DesignOptions& options)
 {
-    Candidate candidate{&entry, Utf8(entry.designation), "not checked", std::nan(""),
-                        "the design code does not cover it"};
+    Candidate candidate = CandidateOf(entry);
     BeamFile file = own.file;
     file.type = "UNDEF"; // as the catalogue has it
     SetSectionOf(file, FindSection(candidate.name), options.code.code);
     try {
         const Beam beam = MakeBeam(std::move(file), options.reading, options.code.code);
-        if (beam.members.empty()) return candidate;
+        if (beam.members.empty()) {
+            candidate.governing = ReasonOf(beam);
+            return candidate;
+        }
         const CheckedMember checked = CheckBeam(beam, options.code, false);
         candidate.status = checked.Status();
         candidate.utilisation = checked.Utilisation();
         candidate.governing = checked.Governing();
         const std::string combination = checked.CombinationOf(checked.findings.Governing());
         if (!combination.empty()) candidate.governing += ", in " + combination;
-    } catch (const BadInput&) {
-        // the section's grade or plates
+    } catch (const BadMember& refusal) {
+        candidate.governing = refusal.defect.Message(); // the section's grade or plates
+    } catch (const BadInput& refusal) {
+        candidate.governing = refusal.what();
     }
     return candidate;
 }
@@ -149,35 +225,66 @@ Choice Choose(const Beam& beam, const DesignOptions& options)
 }
 #endif
 
-std::string RowText(const Candidate& candidate)
+bool ShowsDepth(const DesignOptions& options) { return options.by == "depth" || options.maxDepth; }
+
+std::string RowText(const Candidate& candidate, const DesignOptions& options)
 {
     const std::string verdict = candidate.status == "pass" ? candidate.status : "<red>" + candidate.status + "</red>";
     return candidate.name + '\t' + Rounded(candidate.entry->massPerMetre, 4) + '\t' +
-           Utf8(CDesFormat().Util(candidate.utilisation)) + '\t' + verdict + '\t' + candidate.governing + '\n';
+           (ShowsDepth(options) ? Rounded(candidate.entry->depth * 1e3, 4) + '\t' : "") +
+           Utf8(CDesFormat().Util(candidate.utilisation)) + '\t' + verdict + '\t' + AsText(candidate.governing) + '\n';
 }
 
-std::string Markup(const std::string& title, const Choice& choice, const std::vector<MemberWarning>& warnings)
+std::string NothingText(const DesignOptions& options, const Choice& choice)
+{
+    const std::string of = options.families.size() > 1 ? "families" : "family";
+    if (choice.isEmpty) return "no section of the " + of + " is within the depth";
+    return "no section of the " + of + (options.maxDepth ? " within the depth passes" : " passes");
+}
+
+// Each reason once, with the first of its sections and their number.
+std::string UncheckedText(const Choice& choice)
+{
+    std::vector<std::pair<std::string, std::vector<std::string>>> reasons;
+    for (const Candidate& one : choice.unchecked) {
+        auto at = std::find_if(reasons.begin(), reasons.end(),
+                               [&](const auto& known) { return known.first == one.governing; });
+        if (at == reasons.end()) at = reasons.insert(reasons.end(), {one.governing, {}});
+        at->second.push_back(one.name);
+    }
+    std::string text;
+    for (const auto& [reason, names] : reasons)
+        text += "<orange>not checked: " + names.front() +
+                (names.size() > 1 ? " and " + std::to_string(names.size() - 1) + " more" : "") + ": " + AsText(reason) +
+                "</orange>\n";
+    return text;
+}
+
+std::string Markup(const std::string& title, const Choice& choice, const std::vector<MemberWarning>& warnings,
+                   const DesignOptions& options)
 {
     std::string text = "<h4>" + AsText(title) + "</h4>\n" + WarningMarkup(warnings);
     text += choice.passing.empty()
-                ? "<red>no section of the family passes</red>\n"
-                : "<b>" + choice.passing.front().name + "</b> is the lightest section that passes" +
+                ? "<red>" + NothingText(options, choice) + "</red>\n"
+                : "<b>" + choice.passing.front().name + "</b> is the " +
+                      (options.by == "depth" ? "shallowest" : "lightest") + " section that passes" +
                       (warnings.empty() ? "" : ", <orange>" + CountText(warnings) + "</orange>") + "\n";
-    text += "<table>Section\tkg/m\tUtilisation\tVerdict\tGoverning\n";
+    text += UncheckedText(choice);
+    if (choice.failing.empty() && choice.passing.empty()) return text;
+    text += std::string("<table>Section\tkg/m\t") + (ShowsDepth(options) ? "mm\t" : "") +
+            "Utilisation\tVerdict\tGoverning\n";
     for (const Candidate& candidate : choice.failing)
-        text += RowText(candidate);
+        text += RowText(candidate, options);
     for (const Candidate& candidate : choice.passing)
-        text += RowText(candidate);
+        text += RowText(candidate, options);
     return text + "</table>\n";
 }
 
 Json JsonOf(const Candidate& candidate)
 {
-    return {{"section", candidate.name},
-            {"mass_per_metre", candidate.entry->massPerMetre},
-            {"status", candidate.status},
-            {"overall", candidate.utilisation},
-            {"governing", candidate.governing}};
+    return {{"section", candidate.name},        {"mass_per_metre", candidate.entry->massPerMetre},
+            {"depth", candidate.entry->depth},  {"status", candidate.status},
+            {"overall", candidate.utilisation}, {"governing", candidate.governing}};
 }
 
 Json ListOf(const std::vector<Candidate>& candidates)
@@ -188,42 +295,93 @@ Json ListOf(const std::vector<Candidate>& candidates)
     return list;
 }
 
+// What becomes of the members: shown one by one, or as load cases of one.
+class DesignOutput {
+public:
+    DesignOutput(const DesignOptions& options, const Console& console) : m_options(options), m_console(console) {}
+
+    ExitCode Show(const Choice& choice, const std::string& file, LineNumber line, const std::string& title,
+                  const std::vector<MemberWarning>& warnings)
+    {
+        if (m_options.format == Format::JSON)
+            m_members.push_back({{"schema", JSON_SCHEMA},
+                                 {"file", file},
+                                 {"line", line},
+                                 {"title", title},
+                                 {"warnings", WarningsJson(warnings)},
+                                 {"chosen", choice.passing.empty() ? Json() : Json(choice.passing.front().name)},
+                                 {"passing", ListOf(choice.passing)},
+                                 {"lighter_failing", ListOf(choice.failing)},
+                                 {"not_checked", ListOf(choice.unchecked)}});
+        else
+            m_console.out(RenderMarkup(Markup(title, choice, warnings, m_options), m_options.rendering));
+        return choice.passing.empty() ? EXIT_MEMBER_FAILS : EXIT_FINE;
+    }
+
+    void Finish() const
+    {
+        if (m_options.format == Format::JSON) m_console.out(JsonText(m_members));
+    }
+
+private:
+    const DesignOptions& m_options;
+    const Console& m_console;
+    Json m_members = Json::array();
+};
+
+ExitCode DesignEach(const DesignOptions& options, const Console& console, DesignOutput& output)
+{
+    BeamUse beams{options.code.code, {}, {}};
+#ifdef KELTRIX_HOST_WITH_STATICS
+    beams.use = [&](const Beam& beam) {
+        return output.Show(Choose(beam, options), beam.file.name, 1, beam.file.title, WarningsOf(beam));
+    };
+#endif
+    return ForEachMember(
+        options.files, options.reading, console,
+        [&](const MemberFile& file, std::size_t i) {
+            return output.Show(Choose(file, i, options), file.Name(), file.Member(i).firstLine,
+                               Utf8(file.Member(i).title), file.WarningsOf(i));
+        },
+        beams);
+}
+
+ExitCode DesignEnvelope(const DesignOptions& options, const Console& console, DesignOutput& output)
+{
+    std::vector<CheckedMember> cases;
+    std::vector<MemberWarning> warnings;
+    BeamUse beams{options.code.code, {}, {}};
+    beams.use = [](const Beam&) -> ExitCode {
+        throw BadUsage("--envelope: takes member files; a beam file has all combinations of its member already");
+    };
+    const ExitCode code = ForEachMember(
+        options.files, options.reading, console,
+        [&](const MemberFile& file, std::size_t i) {
+            cases.push_back(CheckMember(file, i, options.code, false));
+            RequireLoadCase(cases.front(), cases.back());
+            const std::vector<MemberWarning> more = file.WarningsOf(i);
+            warnings.insert(warnings.end(), more.begin(), more.end());
+            return EXIT_FINE;
+        },
+        beams);
+    // A case that is missing could be the one that governs.
+    if (code == EXIT_BAD_INPUT || cases.empty()) return code;
+    const CheckedMember& first = cases.front();
+    return Worse(code, output.Show(Choose(cases, options), first.file, first.line, first.title, warnings));
+}
+
 } // namespace
 
 ExitCode Design(const DesignOptions& options, const Console& console)
 {
     if (options.count < 1) throw BadUsage("--count: got " + std::to_string(options.count) + ", expected 1 or more");
-    ByMass(options.family);
-    Json members = Json::array();
-    const auto show = [&](const Choice& choice, const std::string& file, LineNumber line, const std::string& title,
-                          const std::vector<MemberWarning>& warnings) {
-        if (options.format == Format::JSON)
-            members.push_back({{"schema", JSON_SCHEMA},
-                               {"file", file},
-                               {"line", line},
-                               {"title", title},
-                               {"warnings", WarningsJson(warnings)},
-                               {"chosen", choice.passing.empty() ? Json() : Json(choice.passing.front().name)},
-                               {"passing", ListOf(choice.passing)},
-                               {"lighter_failing", ListOf(choice.failing)}});
-        else
-            console.out(RenderMarkup(Markup(title, choice, warnings), options.rendering));
-        return choice.passing.empty() ? EXIT_MEMBER_FAILS : EXIT_FINE;
-    };
-    BeamUse beams{options.code.code, {}, {}};
-#ifdef KELTRIX_HOST_WITH_STATICS
-    beams.use = [&](const Beam& beam) {
-        return show(Choose(beam, options), beam.file.name, 1, beam.file.title, WarningsOf(beam));
-    };
-#endif
-    const ExitCode code = ForEachMember(
-        {options.file}, options.reading, console,
-        [&](const MemberFile& file, std::size_t i) {
-            return show(Choose(file, i, options), file.Name(), file.Member(i).firstLine, Utf8(file.Member(i).title),
-                        file.WarningsOf(i));
-        },
-        beams);
-    if (options.format == Format::JSON) console.out(JsonText(members));
+    if (options.maxDepth && !(*options.maxDepth > 0.0))
+        throw BadUsage("--max-depth: got " + Shortest(*options.maxDepth * 1e3) + ", expected a depth in mm above 0");
+    SectionsOf(options);
+    DesignOutput output(options, console);
+    const ExitCode code =
+        options.envelope ? DesignEnvelope(options, console, output) : DesignEach(options, console, output);
+    if (!options.envelope || code != EXIT_BAD_INPUT) output.Finish();
     return code;
 }
 

@@ -1,4 +1,6 @@
-#include "commands/CodeCommands.h"
+#include <algorithm>
+
+#include "commands/CheckFindings.h"
 #include "io/Output.h"
 #include "io/TemporarySheets.h"
 #include "report/HtmlReport.h"
@@ -35,6 +37,51 @@ BeamUse BeamUseOf([[maybe_unused]] const ReportOptions& options, [[maybe_unused]
     return use;
 }
 
+// The envelope of load cases, with the calculation of that which has the largest utilisation.
+CheckedMember SheetEnvelope(std::vector<CheckedMember> cases)
+{
+    const auto worst = std::max_element(cases.begin(), cases.end(), [](const CheckedMember& a, const CheckedMember& b) {
+        return a.result->UtilOverAll() < b.result->UtilOverAll();
+    });
+    auto shown = std::make_unique<Steel::CMemberResult>(*worst->result);
+    std::string name = worst->name;
+    CheckedMember envelope = OneEnvelope(std::move(cases));
+    envelope.shown = std::move(shown);
+    envelope.shownCombination = std::move(name);
+    return envelope;
+}
+
+ExitCode AddEnvelope(const ReportOptions& options, const Console& noting, HtmlReport& report)
+{
+    std::vector<CheckedMember> cases;
+    const ExitCode code =
+        ForEachMember(options.files, options.reading, noting,
+                      [&](const MemberFile& file, std::size_t i) {
+                          cases.push_back(CheckMember(file, i, options.code, true));
+                          RequireLoadCase(cases.front(), cases.back());
+                          for (const MemberWarning& warning : cases.back().CheckWarnings())
+                              noting.err(warning.Message());
+                          return EXIT_FINE;
+                      },
+                      {options.code.code, {}, [&](ExitCode, const std::string& message) { noting.err(message); }});
+    // A case that is missing would make the envelope look better than it is.
+    if (code == EXIT_BAD_INPUT || cases.empty()) return code;
+    const CheckedMember checked = SheetEnvelope(std::move(cases));
+    report.Add(checked);
+    return Worse(code, checked.Status() == "pass" ? EXIT_FINE : EXIT_MEMBER_FAILS);
+}
+
+ExitCode AddEach(const ReportOptions& options, const Console& noting, HtmlReport& report)
+{
+    return ForEachMember(
+        options.files, options.reading, noting,
+        [&](const MemberFile& file, std::size_t i) {
+            const CheckedMember checked = CheckMember(file, i, options.code, true);
+            return Added(report, noting, checked);
+        },
+        BeamUseOf(options, report, noting));
+}
+
 } // namespace
 
 ExitCode Report(const ReportOptions& options, const Console& console)
@@ -47,13 +94,9 @@ ExitCode Report(const ReportOptions& options, const Console& console)
         console.err(message);
     };
     noting.wasRead = [&](const std::string& name, const std::string& sha256) { report.AddInput(name, sha256); };
-    const ExitCode code = ForEachMember(
-        options.files, options.reading, noting,
-        [&](const MemberFile& file, std::size_t i) {
-            const CheckedMember checked = CheckMember(file, i, options.code, true);
-            return Added(report, noting, checked);
-        },
-        BeamUseOf(options, report, noting));
+    if (options.envelope && options.combinations)
+        throw BadUsage("--envelope: takes all cases as one member, and --combinations each by itself");
+    const ExitCode code = options.envelope ? AddEnvelope(options, noting, report) : AddEach(options, noting, report);
     if (report.MemberCount() == 0) return code;
     if (report.MemberCount() > 1 && !options.block.member.empty())
         throw BadUsage("--member: names one member, and the files hold " + std::to_string(report.MemberCount()));

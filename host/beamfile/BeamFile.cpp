@@ -1,6 +1,7 @@
 #include "beamfile/BeamFile.h"
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <utility>
 
@@ -319,7 +320,10 @@ private:
         if (m_file.beam.length <= 0.0 || m_file.section.empty()) return;
         for (const Statics::Fault& fault : Statics::FindFaults(m_file.beam)) {
             const auto [key, line] = PlaceOf(fault);
-            Say(line, key, Utf8(fault.text));
+            const bool isOfLoad = fault.part == Statics::Part::Load && fault.index < m_file.beam.loads.size();
+            const std::string ofFlange =
+                isOfLoad ? FlangeHeightFault(m_file, m_file.beam.loads[fault.index]) : std::string();
+            Say(line, key, ofFlange.empty() ? Utf8(fault.text) : ofFlange);
         }
     }
 
@@ -383,6 +387,17 @@ BeamFile ReadBeamFile(const std::string& name, std::string_view bytes, const Des
 {
     if (bytes.size() <= LARGEST_BEAM_FILE) DecodeText(name, bytes); // for its messages
     return Reader(name, code).Read(bytes);
+}
+
+std::string FlangeHeightFault(const BeamFile& file, const Statics::Load& load)
+{
+    const Statics::Section& section = file.beam.section;
+    const bool isUnknown = (load.reference == Steel::TOP_FLANGE && std::isnan(section.topFlange)) ||
+                           (load.reference == Steel::BOT_FLANGE && std::isnan(section.bottomFlange));
+    if (!isUnknown) return {};
+    return "height from a flange: tees, angles and sections with flanges of two sizes have their shear centre at "
+           "another height than "
+           "half the depth; give height = in m above the shear centre";
 }
 
 std::string BeamMessage(const Defect& defect, const std::string& file)

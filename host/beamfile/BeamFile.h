@@ -69,6 +69,9 @@ BeamFile ReadBeamFile(const std::string& name, std::string_view bytes, const Des
 /// half the depth.
 void SetSectionOf(BeamFile& file, const NamedSection& named, const Design::DesignCode* code);
 
+/// Why a load whose height counts from a flange has none with the beam's section; empty where it has, and of other loads.
+std::string FlangeHeightFault(const BeamFile& file, const Statics::Load& load);
+
 /// "floor.toml:14: error: load.at: got "x", expected a number in m".
 std::string BeamMessage(const Defect& defect, const std::string& file);
 

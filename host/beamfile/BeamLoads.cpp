@@ -227,7 +227,7 @@ private:
 
     std::vector<Load> ReadPlaced(TomlKeys& keys, const char* shape, Direction direction)
     {
-        const std::vector<double> places = keys.Numbers("at", PLACE, MOST_PARTS);
+        const std::vector<double> places = keys.Places("at", PLACE, MOST_PARTS);
         if (!keys.Has("at")) keys.Missing("at", PLACE.expected);
         const std::string_view name = shape;
         const double value = keys.Number(shape, name == "moment" ? MOMENT : FORCE).value_or(0.0) * KILO;

@@ -6,7 +6,9 @@
 #include <numbers>
 #include <stdexcept>
 
+#include "beamfile/BeamCamber.h"
 #include "beamfile/BeamReader.h"
+#include "memberfile/MemberText.h"
 #include "text/Text.h"
 
 namespace Keltrix::Host {
@@ -15,48 +17,9 @@ namespace {
 
 using Statics::Basis;
 using Statics::LimitState;
-using Steel::CRestraint;
 
 // Units (spans of cases) beyond which the search for patterns takes longer than anybody waits.
 constexpr std::size_t MOST_UNITS = 60;
-
-std::string Number(double value) { return value == 0.0 ? "0" : Shortest(value); }
-
-// In words where these mean exactly the same bits, else as the number of them.
-std::string RestraintWords(const CRestraint& restraint)
-{
-    const CRestraint bare(restraint.RestFlag(), Steel::SHR_CENTRE, 0.0);
-    if (bare.RestFlag() == 0) return "Free";
-    const CString words = bare.UserDescription();
-    CRestraint again;
-    if (again.SetDescription(words) && again.RestFlag() == bare.RestFlag()) return Utf8(words);
-    return std::to_string(static_cast<unsigned int>(bare.RestFlag()));
-}
-
-std::string WithoutCommas(std::string text)
-{
-    std::replace(text.begin(), text.end(), ',', ';');
-    return text;
-}
-
-std::string GradeLine(const CSteelGrade& grade)
-{
-    std::string line = "GRADE," + Utf8(grade.Name());
-    if (grade.GetUserPy() == 0.0) return line + '\n';
-    for (const double value : {grade.GetUserPy(), grade.GetUserPu(), grade.GetUserE(), grade.GetMatFactor()})
-        line += ',' + Number(value);
-    return line + '\n';
-}
-
-std::string SubSpanLine(std::size_t index, const Steel::CSubSpan& subSpan)
-{
-    std::string line = "SUBSPAN," + std::to_string(index);
-    for (const Vec3<double>& end :
-         {subSpan.GetForcesLeft(), subSpan.GetForcesRight(), subSpan.GetMomentsLeft(), subSpan.GetMomentsRight()})
-        line += ',' + Number(end.x) + ',' + Number(end.y) + ',' + Number(end.z);
-    return line + ',' + RestraintWords(subSpan.GetRestraint()) + ',' + Number(subSpan.GetRestraint().LoadHeight()) +
-           '\n';
-}
 
 Severity SeverityOf(const Statics::Note& note) { return note.isUnsafe ? Severity::Warning : Severity::Note; }
 
@@ -70,6 +33,12 @@ public:
     BeamMembers Make()
     {
         if (m_file.HasErrors()) return std::move(m_made);
+        for (const Statics::Load& load : m_file.beam.loads) {
+            const std::string fault = FlangeHeightFault(m_file, load);
+            if (fault.empty()) continue;
+            Say(Severity::Error, m_file.sectionLine, "load", fault);
+            return std::move(m_made);
+        }
         m_made.analysis = std::make_unique<Statics::Analysis>(m_file.beam);
         if (!Analysis().IsAnswered()) {
             Say(Severity::Error, m_file.supportsLine, "supports", Utf8(Analysis().Reason()));
@@ -257,20 +226,38 @@ private:
     void CheckDeflections()
     {
         const DeflectionWishes& wishes = m_file.deflection;
-        if (m_file.camber.size() > Analysis().Spans().size())
-            Say(Severity::Error, 1, "camber",
-                std::to_string(m_file.camber.size()) + " of them, and the beam has " +
-                    std::to_string(Analysis().Spans().size()) + " spans");
+        JudgeCamber();
         if (wishes.isOff) return Say(Severity::Note, wishes.line, "deflection", "not checked, as the file wants");
         if (wishes.isAsked)
             OwnLimits();
         else
             StandardLimits();
+        NoteIdleCamber();
         AddMinorLimits();
-        m_made.deflections =
-            Statics::CheckDeflections(Analysis(), m_made.combinations.list, m_made.limits, m_file.camber);
+        m_made.deflections = Statics::CheckDeflections(Analysis(), m_made.combinations.list, m_made.limits,
+                                                       CamberOf(m_file, Analysis().Spans()));
         AddUnevaluated();
         NoteDeflections();
+    }
+
+    void JudgeCamber()
+    {
+        const std::size_t given = m_file.camber.size();
+        const std::size_t spans = SpansWithCamber(Analysis().Spans());
+        const std::string text =
+            std::to_string(given) + " of them, and the beam has " + std::to_string(spans) + " spans between supports";
+        if (given > spans) Say(Severity::Error, 1, "camber", text);
+        if (given > 0 && given < spans) Say(Severity::Note, 1, "camber", text + "; the others have none");
+    }
+
+    // It is taken off the deflection under all loads alone.
+    void NoteIdleCamber()
+    {
+        const bool counts = std::any_of(m_made.limits.begin(), m_made.limits.end(),
+                                        [](const auto& limit) { return limit.counted == Statics::Counted::Total; });
+        if (!m_file.camber.empty() && !counts)
+            Say(Severity::Warning, 1, "camber",
+                "counts nowhere, because there is no limit under all loads; give deflection = { total = 250 }");
     }
 
     bool HasState(LimitState state) const
@@ -309,8 +296,22 @@ private:
                 m_made.limits.push_back(limit);
             }
         };
+        if (wishes.imposed == 0.0 && wishes.cantilever == 0.0) KeepVariableLimits();
         add(L"variable loads", Statics::Counted::Variable, wishes.imposed, wishes.cantilever);
         add(L"all loads", Statics::Counted::Total, wishes.total, wishes.totalCantilever);
+    }
+
+    // A limit under all loads says nothing of variable loads alone: those of the standard stay.
+    void KeepVariableLimits()
+    {
+        const std::optional<Basis> basis = LimitBasis();
+        if (!basis || IsColumn()) return;
+        for (const Statics::DeflectionLimit& limit : Statics::DeflectionLimitsOf(*basis, m_file.brittle.value_or(true)))
+            if (limit.counted == Statics::Counted::Variable) m_made.limits.push_back(limit);
+        if (!m_made.limits.empty())
+            Say(Severity::Note, m_file.deflection.line, "deflection",
+                "no limit of variable loads: that of the standard, span/" +
+                    Rounded(m_made.limits.front().spanRatio, 6));
     }
 
     // Loads across the web have the same limits across it.
@@ -421,28 +422,19 @@ BeamMembers MembersOf(const BeamFile& file, const Design::DesignCode* code) { re
 
 std::string MemberTextOf(const BeamFile& file, const Statics::GeneratedMember& member, const std::string& combination)
 {
-    std::string text = "TITLE," + WithoutCommas(file.title + ": " + combination) + '\n';
-    text += "SECTION," + file.section + ',' + file.type + '\n' + GradeLine(file.grade);
-    text += "NET_TO_GROSS," + Number(file.netToGross) + '\n';
-    text += "ALLOWABLE_PLASTIC/ELASTIC_RATIO," + Number(file.plasticToElastic) + '\n';
-    text += "SHEAR_LAG_FACTOR," + Number(file.shearLag) + '\n';
-    text += "HEADINGS,YES/NO,Leff Maj,Leff Min,Leff LT\nEFFECTIVE_LENGTH_OVERRIDES,";
-    text += file.effectiveLengths ? "YES" : "NO";
-    if (file.effectiveLengths)
-        for (const double length : *file.effectiveLengths)
-            text += ',' + Number(length);
-    text += '\n';
-    if (file.momentFactor) text += "EQUIVALENT_UNIFORM_MOMENT_FACTOR," + Number(*file.momentFactor) + '\n';
-    text += "HEADINGS,Index,Position,Restraint,Load height\n";
-    for (std::size_t i = 0; i < member.points.size(); ++i) {
-        const CRestraint restraint = member.points[i].GetRestraint();
-        text += "MEMBERPOINT," + std::to_string(i + 1) + ',' + Number(member.points[i].GetPos()) + ',' +
-                RestraintWords(restraint) + ',' + Number(restraint.LoadHeight()) + '\n';
-    }
-    text += "HEADINGS,Index,Fx-L,Fy-L,Fz-L,Fx-R,Fy-R,Fz-R,Mx-L,My-L,Mz-L,Mx-R,My-R,Mz-R,Restraint,Load height\n";
-    for (std::size_t i = 0; i < member.subSpans.size(); ++i)
-        text += SubSpanLine(i + 1, member.subSpans[i]);
-    return text + "END\n";
+    MemberContent content;
+    content.title = file.title + ": " + combination;
+    content.section = file.section;
+    content.type = file.type;
+    content.grade = GradeFields(file.grade);
+    content.netToGross = file.netToGross;
+    content.plasticToElastic = file.plasticToElastic;
+    content.shearLag = file.shearLag;
+    content.effectiveLengths = file.effectiveLengths;
+    content.momentFactor = file.momentFactor;
+    content.points = member.points;
+    content.subSpans = member.subSpans;
+    return MemberFileText(content);
 }
 
 } // namespace Keltrix::Host

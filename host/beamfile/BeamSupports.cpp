@@ -40,7 +40,7 @@ public:
     {
         ReadLength();
         ReadSupports();
-        for (const double at : m_keys.Numbers("hinges", PLACE, MOST_SPANS)) {
+        for (const double at : m_keys.Places("hinges", PLACE, MOST_SPANS)) {
             Statics::Hinge hinge;
             hinge.at = at;
             m_file.beam.hinges.push_back(hinge);
@@ -107,9 +107,15 @@ private:
     void ReadList(std::vector<Support>& supports, std::vector<LineNumber>& lines)
     {
         const std::size_t given = supports.size();
+        std::vector<double> places; // of the list so far
         for (const toml::table* table : m_keys.Tables("supports", MOST_SPANS + 1)) {
             const std::optional<Support> support = ReadSupport(*table);
             if (!support) continue;
+            const auto isThere = [&](double at) { return std::abs(at - support->at) <= 1e-9 * m_file.beam.length; };
+            if (std::any_of(places.begin(), places.end(), isThere))
+                m_keys.Error(TomlKeys::LineOf(*table), "supports.at", Shortest(support->at) + " once more",
+                             "one support at a place");
+            places.push_back(support->at);
             const auto end = supports.begin() + static_cast<std::ptrdiff_t>(given);
             const auto same = std::find_if(supports.begin(), end, [&](const Support& one) {
                 return std::abs(one.at - support->at) <= 1e-9 * m_file.beam.length;
@@ -145,7 +151,7 @@ private:
     void ReadRestraint(const toml::table& table)
     {
         TomlKeys keys(table, "restraint", m_file.defects);
-        const std::vector<double> places = keys.Numbers("at", PLACE, MOST_PARTS);
+        const std::vector<double> places = keys.Places("at", PLACE, MOST_PARTS);
         const std::optional<double> from = keys.Number("from", PLACE);
         const std::optional<double> to = keys.Number("to", PLACE);
         const std::optional<CRestraint> hold = ReadHold(keys, "holds");

@@ -170,6 +170,16 @@ std::vector<double> TomlKeys::Numbers(const char* key, const NumberRange& range,
     return numbers;
 }
 
+std::vector<double> TomlKeys::Places(const char* key, const NumberRange& range, std::size_t most)
+{
+    std::vector<double> places = Numbers(key, range, most);
+    std::vector<double> sorted = places;
+    std::sort(sorted.begin(), sorted.end());
+    const auto twice = std::adjacent_find(sorted.begin(), sorted.end());
+    if (twice != sorted.end()) Error(LineOf(key), key, Shortest(*twice) + " twice", "each place once");
+    return places;
+}
+
 std::vector<const toml::table*> TomlKeys::Tables(const char* key, std::size_t most)
 {
     std::vector<const toml::table*> tables;

@@ -45,6 +45,8 @@ public:
     std::optional<std::size_t> Word(const char* key, const std::vector<const char*>& words);
     /// A number or a list of them, at most `most`.
     std::vector<double> Numbers(const char* key, const NumberRange& range, std::size_t most);
+    /// The same, of places in m: one that is there twice is an error.
+    std::vector<double> Places(const char* key, const NumberRange& range, std::size_t most);
     /// A list of tables, or a table by itself, at most `most`.
     std::vector<const toml::table*> Tables(const char* key, std::size_t most);
 

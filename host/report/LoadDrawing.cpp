@@ -119,6 +119,7 @@ private:
     static constexpr double BAND = 4.5;  // the largest distributed load
     static constexpr double ARROW = 7.0;
     static constexpr double LABEL = 3.6;
+    static constexpr double LABEL_GAP = 1.0;
 
     double X(double at) const { return (WIDTH - m_beam.length * 1e3 / m_scale) / 2.0 + at * 1e3 / m_scale; }
     double Left() const { return X(0.0); }
@@ -306,7 +307,73 @@ private:
         const Load* load;
         std::string label;
         std::size_t lane = 0;
+        double textX = 0.0; ///< middle of the label
+
+        double Half() const { return TextWidth(label) / 2.0; }
     };
+
+    // Labels of loads close to each other stand on the right of their arrows, on the left where the sheet ends, and higher than all labels beside them on
+    // that side, so that no arrow crosses a label.
+    void PlaceLabels(std::vector<PlacedLoad>& loads) const
+    {
+        std::vector<PlacedLoad*> order;
+        for (PlacedLoad& one : loads)
+            order.push_back(&one);
+        std::stable_sort(order.begin(), order.end(),
+                         [](const PlacedLoad* a, const PlacedLoad* b) { return a->load->from < b->load->from; });
+        for (std::size_t first = 0; first < order.size();) {
+            std::size_t last = first;
+            double reach = order[first]->textX + order[first]->Half();
+            for (std::size_t next = first + 1; next < order.size(); ++next) {
+                if (order[next]->textX - order[next]->Half() >= reach + LABEL_GAP) break;
+                reach = std::max(reach, order[next]->textX + order[next]->Half());
+                last = next;
+            }
+            if (last > first) PlaceGroup(order, first, last);
+            first = last + 1;
+        }
+        RaiseLabels(order);
+    }
+
+    // Beside their arrows: on the left where one of them would leave the sheet on the right.
+    void PlaceGroup(const std::vector<PlacedLoad*>& order, std::size_t first, std::size_t last) const
+    {
+        bool isLeft = false;
+        for (std::size_t i = first; i <= last; ++i)
+            isLeft = isLeft || X(order[i]->load->from) + 2.0 * order[i]->Half() > WIDTH;
+        for (std::size_t i = first; i <= last; ++i) {
+            const double half = order[i]->Half();
+            const double beside = X(order[i]->load->from) + (isLeft ? -half - 0.8 : half + 0.8);
+            order[i]->textX = std::clamp(beside, half, WIDTH - half);
+        }
+    }
+
+    // Whether the arrow of another load would cross a label if it came from above.
+    bool Covers(const PlacedLoad& label, const PlacedLoad& other) const
+    {
+        const bool isCentred = std::fabs(label.textX - X(label.load->from)) < 0.5;
+        return !isCentred && std::fabs(X(other.load->from) - label.textX) < label.Half() + LABEL_GAP;
+    }
+
+    // A label that covers another load's arrow is above that load's label; of others side by side the later one is.
+    void RaiseLabels(const std::vector<PlacedLoad*>& order) const
+    {
+        bool isRaised = true;
+        for (std::size_t pass = 0; isRaised && pass < order.size(); ++pass) {
+            isRaised = false;
+            for (std::size_t i = 0; i < order.size(); ++i)
+                for (std::size_t k = i + 1; k < order.size(); ++k) {
+                    if (std::fabs(order[i]->textX - order[k]->textX) >= order[i]->Half() + order[k]->Half() + LABEL_GAP)
+                        continue;
+                    const bool isFirstAbove = Covers(*order[i], *order[k]) && !Covers(*order[k], *order[i]);
+                    PlacedLoad& above = *order[isFirstAbove ? i : k];
+                    const PlacedLoad& below = *order[isFirstAbove ? k : i];
+                    if (above.lane > below.lane || below.lane + 1 >= order.size()) continue;
+                    above.lane = below.lane + 1;
+                    isRaised = true;
+                }
+        }
+    }
 
     // On a member that is steep a load straight down runs along it.
     bool RunsAlong(const Load& load) const
@@ -330,7 +397,6 @@ private:
         std::vector<PlacedLoad> bands;
         std::vector<PlacedLoad> others;
         Lanes bandLanes;
-        Lanes labelLanes;
         double largest = 0.0;
         std::size_t count = 0;
         for (const Load& load : m_report.loads) {
@@ -339,19 +405,24 @@ private:
             if (const std::string height = HeightOf(load); !height.empty()) placed.label += ", " + height;
             const bool isBand = IsBand(load);
             const double half = TextWidth(placed.label) / 2.0;
-            const double x = LabelX(load, half);
-            placed.lane = isBand ? bandLanes.Place(std::min(x - half, X(load.from)), std::max(x + half, X(load.to)))
-                                 : labelLanes.Place(x - half, x + half);
+            placed.textX = LabelX(load, half);
+            if (isBand)
+                placed.lane = bandLanes.Place(std::min(placed.textX - half, X(load.from)),
+                                              std::max(placed.textX + half, X(load.to)));
             if (isBand) largest = std::max({largest, std::fabs(load.value), std::fabs(load.valueTo)});
             (isBand ? bands : others).push_back(placed);
         }
+        PlaceLabels(others);
+        std::size_t labelLanes = 0;
+        for (const PlacedLoad& placed : others)
+            labelLanes = std::max(labelLanes, placed.lane + 1);
         const Case& c = m_report.cases[index];
         const std::string kind = NameOf(c.kind);
         m_svg.Text("name", 0.5, m_y + 3.4, "start", Line(c.name));
         m_svg.Text("note", 0.5 + 2.1 * static_cast<double>(DisplayWidth(Line(c.name))) + 3.0, m_y + 3.4, "start",
                    kind + (c.bySpan && m_report.spans.size() > 1 ? ", on any spans" : ""));
         const double bandTop = bandLanes.Count() * (BAND + LABEL);
-        const double over = others.empty() ? 0.0 : ARROW + labelLanes.Count() * LABEL;
+        const double over = others.empty() ? 0.0 : ARROW + static_cast<double>(labelLanes) * LABEL;
         const double base = m_y + 6.5 + bandTop + over + DEPTH / 2.0 + 1.0;
         DrawMember(base);
         const double top = base - DEPTH / 2.0 - 0.6;
@@ -442,7 +513,7 @@ private:
     {
         const Load& load = *placed.load;
         const double x = X(load.from);
-        const double textX = LabelX(load, TextWidth(placed.label) / 2.0);
+        const double textX = placed.textX;
         m_labels.push_back({textX, label - 0.8, placed.label});
         if (load.shape == LoadShape::Moment) {
             if (label < top - ARROW) m_svg.Line("leader", x, label, x, line - 4.2);

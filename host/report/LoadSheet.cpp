@@ -1,5 +1,6 @@
 #include "report/LoadSheet.h"
 
+#include "beamfile/BeamCamber.h"
 #include "loads/LoadText.h"
 #include "report/LoadDrawing.h"
 #include "text/Render.h"
@@ -10,8 +11,9 @@ namespace Keltrix::Host {
 LoadReport LoadReportOf(const Beam& beam)
 {
     const BeamMembers& made = beam.made;
-    return MakeLoadReport({*made.analysis, made.combinations, made.limits, made.deflections, beam.file.camber,
-                           beam.file.title, beam.file.section, Utf8(beam.file.grade.Name())});
+    return MakeLoadReport({*made.analysis, made.combinations, made.limits, made.deflections,
+                           CamberOf(beam.file, made.analysis->Spans()), beam.file.title, beam.file.section,
+                           Utf8(beam.file.grade.Name())});
 }
 
 std::string LoadHtml(const std::string& id, const Beam& beam, bool isBrief)

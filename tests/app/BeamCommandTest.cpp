@@ -116,6 +116,48 @@ TEST(BeamCommand, DesignUpdatesTheSelfWeight)
     EXPECT_EQ(check[0]["status"], "pass");
 }
 
+// A tee has no flange at half its depth: it is not passed over in silence.
+TEST(BeamCommand, DesignSaysWhySectionsAreNotChecked)
+{
+    const TestDirectory directory;
+    std::string text = BEAM + "height = \"top flange\"\n";
+    const std::string file = directory.Write("beam.toml", text);
+    const RunResult tees = RunKsteel("design --family T '" + file + "'");
+    EXPECT_EQ(tees.code, EXIT_MEMBER_FAILS) << tees.err;
+    EXPECT_THAT(tees.out, HasSubstr("not checked: T 127x102x11 and "));
+    EXPECT_THAT(tees.out, HasSubstr("height from a flange: tees, angles and sections with flanges of two sizes"));
+    EXPECT_THAT(tees.out, Not(HasSubstr("nan")));
+    const auto json =
+        nlohmann::json::parse(RunKsteel("design --family T,UB --count 1 --format json '" + file + "'").out);
+    EXPECT_FALSE(json[0]["not_checked"].empty());
+    EXPECT_EQ(json[0]["passing"].size(), 1u);
+    for (const auto& section : json[0]["not_checked"])
+        EXPECT_EQ(section["section"].get<std::string>().substr(0, 2), "T ");
+    text.replace(text.find("UB 457x191x67"), 13, "T 229x191x34");
+    EXPECT_THAT(RunKsteel("check '" + directory.Write("tee.toml", text) + "'").err,
+                HasSubstr("load: height from a flange"));
+    EXPECT_EQ(RunKsteel("design --envelope --family UB '" + file + "'").code, EXIT_BAD_USAGE);
+}
+
+// The self weight is that of each section, also by depth.
+TEST(BeamCommand, DesignByDepthHasTheWeightOfEachSection)
+{
+    const TestDirectory directory;
+    const auto json =
+        nlohmann::json::parse(RunKsteel("design --family UB,UC --by depth --max-depth 300 --count 2 --format json '" +
+                                        directory.Write("beam.toml", BEAM) + "'")
+                                  .out);
+    ASSERT_EQ(json[0]["passing"].size(), 2u);
+    for (const auto& section : json[0]["passing"]) {
+        std::string again = BEAM;
+        again.replace(again.find("UB 457x191x67"), 13, section["section"]);
+        const auto check =
+            nlohmann::json::parse(RunKsteel("check --format json '" + directory.Write("again.toml", again) + "'").out);
+        EXPECT_EQ(check[0]["overall"], section["overall"]);
+        EXPECT_EQ(check[0]["status"], "pass");
+    }
+}
+
 TEST(BeamCommand, AMemberFileIsStillOne)
 {
     const TestDirectory directory;

@@ -27,6 +27,15 @@ std::string Replaced(std::string text, const std::string& from, const std::strin
     return text.replace(text.find(from), from.size(), to);
 }
 
+// The column of the examples under half its axial force.
+std::string WithHalfTheForce(std::string column)
+{
+    EXPECT_THAT(column, HasSubstr("-1.2E+06"));
+    while (column.find("-1.2E+06") != std::string::npos)
+        column = Replaced(column, "-1.2E+06", "-600000");
+    return column;
+}
+
 // Forces and moments a hundred times as large: 1500 kNm, far beyond any beam of this depth.
 const std::string OVERLOADED = [] {
     std::string text = GOOD_MEMBER;
@@ -513,6 +522,102 @@ TEST(DesignCommand, EachLighterSectionFailsByItself)
     ASSERT_EQ(checks.size(), static_cast<std::size_t>(lighter));
     for (const json& check : checks)
         EXPECT_EQ(check["status"], "fail") << check["section"];
+}
+
+// Of several families, and by depth: against single checks of every section that comes first.
+TEST(DesignCommand, TheShallowestSectionOfSeveralFamiliesWithinADepth)
+{
+    const auto result = RunKsteel("design --family UB,UC --by depth --format json examples/floor_beam.csv");
+    EXPECT_EQ(result.code, 0) << result;
+    const json member = json::parse(result.out)[0];
+    double depth = 0.0;
+    for (const char* list : {"lighter_failing", "passing"})
+        for (const json& section : member[list]) {
+            EXPECT_GE(section["depth"].get<double>(), depth) << section;
+            depth = section["depth"];
+        }
+    const double least = member["passing"][0]["depth"];
+    json all = json::parse(RunKsteel("sections --family UB --format json").out);
+    for (const json& section : json::parse(RunKsteel("sections --family UC --format json").out))
+        all.push_back(section);
+    const std::string text = Trial::ReadWhole(KSTEEL_SOURCE_DIR "/examples/floor_beam.csv");
+    std::string members;
+    std::size_t shallower = 0;
+    for (const json& section : all) {
+        if (section["D"].get<double>() >= least) continue;
+        members += Replaced(text, "UB 457x191x67", section["name"]);
+        ++shallower;
+    }
+    ASSERT_GT(shallower, 10u);
+    const TestDirectory directory;
+    const json checks = json::parse(RunKsteel("check --format json '" + directory.Write("all.csv", members) + "'").out);
+    ASSERT_EQ(checks.size(), shallower);
+    for (const json& check : checks)
+        EXPECT_NE(check["status"], "pass") << check["section"];
+
+    // Within a depth nothing deeper is tried, and the lightest comes first.
+    const json within = json::parse(
+        RunKsteel("design --family UB --family UC --max-depth 350 --format json examples/floor_beam.csv").out)[0];
+    for (const char* list : {"lighter_failing", "passing"})
+        for (const json& section : within[list])
+            EXPECT_LE(section["depth"].get<double>(), 0.350) << section;
+    EXPECT_LE(within["passing"][0]["mass_per_metre"], within["passing"][1]["mass_per_metre"]);
+    const auto table = RunKsteel("design --family UC --by depth examples/floor_beam.csv");
+    EXPECT_THAT(table.out, HasSubstr("is the shallowest section that passes"));
+    EXPECT_THAT(table.out, HasSubstr("mm  Utilisation"));
+    const auto none = RunKsteel("design --family UB --max-depth 50 examples/floor_beam.csv");
+    EXPECT_EQ(none.code, 1) << none;
+    EXPECT_THAT(none.out, HasSubstr("no section of the family is within the depth"));
+    for (const char* bad : {"--max-depth 0", "--max-depth -3", "--max-depth nan", "--by price", "--family UB,XYZ"})
+        EXPECT_GE(RunKsteel(std::string("design --family UB examples/floor_beam.csv ") + bad).code, 2) << bad;
+}
+
+// The section of an envelope passes in every case, and is that of the case that needs the most.
+TEST(DesignCommand, LoadCasesOfOneMember)
+{
+    const TestDirectory directory;
+    const std::string heavy = Trial::ReadWhole(KSTEEL_SOURCE_DIR "/examples/column.csv");
+    const std::string light = directory.Write("light.csv", WithHalfTheForce(heavy));
+    const std::string files = "'" + light + "' examples/column.csv";
+    const json both = json::parse(RunKsteel("design --envelope --family UC --format json " + files).out);
+    ASSERT_EQ(both.size(), 1u);
+    const json alone = json::parse(RunKsteel("design --family UC --format json examples/column.csv").out)[0];
+    EXPECT_EQ(both[0]["chosen"], alone["chosen"]);
+    EXPECT_EQ(both[0]["passing"][0]["overall"], alone["passing"][0]["overall"]);
+    EXPECT_THAT(both[0]["passing"][0]["governing"].get<std::string>(), HasSubstr("in examples/column.csv"));
+    const std::string checked = Replaced(heavy, "UC 254x254x89", both[0]["chosen"]);
+    const json envelope = json::parse(RunKsteel("check --envelope --format json '" + directory.Write("a.csv", checked) +
+                                                "' '" + directory.Write("b.csv", WithHalfTheForce(checked)) + "'")
+                                          .out)[0];
+    EXPECT_EQ(envelope["overall"], both[0]["passing"][0]["overall"]);
+
+    const auto stranger = RunKsteel("design --envelope --family UC examples/column.csv examples/tie.csv");
+    EXPECT_EQ(stranger.code, 2) << stranger;
+    EXPECT_THAT(stranger.err, HasSubstr("is no load case of the member in"));
+    EXPECT_EQ(stranger.out, "");
+    EXPECT_EQ(RunKsteel("design --envelope --family UC examples/column.csv missing.csv").code, 2);
+}
+
+TEST(ReportCommand, LoadCasesOfOneMember)
+{
+    const TestDirectory directory;
+    const std::string heavy = Trial::ReadWhole(KSTEEL_SOURCE_DIR "/examples/column.csv");
+    const std::string light = directory.Write("light.csv", WithHalfTheForce(heavy));
+    const auto sheet = RunKsteel("report --envelope -o - '" + light + "' examples/column.csv");
+    EXPECT_EQ(sheet.code, 0) << sheet.err;
+    // One sheet, with the utilisation of the envelope, and the case in which it was found.
+    const json envelope =
+        json::parse(RunKsteel("check --envelope --format json '" + light + "' examples/column.csv").out)[0];
+    EXPECT_NEAR(envelope["overall"].get<double>(), 0.759, 0.0005);
+    EXPECT_THAT(sheet.out, HasSubstr("utilisation <b>0.759</b>"));
+    EXPECT_THAT(sheet.out, HasSubstr("Of the combination <bdi>examples/column.csv</bdi>"));
+    EXPECT_THAT(sheet.out, HasSubstr("light.csv"));
+    const auto stranger =
+        RunKsteel("report --envelope -o '" + directory.Path("none.html") + "' examples/column.csv examples/tie.csv");
+    EXPECT_EQ(stranger.code, 2) << stranger;
+    EXPECT_FALSE(std::filesystem::exists(directory.Path("none.html")));
+    EXPECT_EQ(RunKsteel("report --envelope --combinations -o - examples/column.csv").code, 3);
+    EXPECT_EQ(RunKsteel("report --envelope -o - examples/column.csv missing.csv").out, "");
 }
 
 TEST(DesignCommand, WhereNothingPassesTheCodeIsOne)

@@ -52,7 +52,11 @@ std::string RandomBeam(unsigned seed)
     }
     std::string text = "title = \"Random\"\nsection = \"UB 457x191x67\"\ngrade = \"S275\"\nspans = [" + list + "]\n";
     const auto place = [&] { return Shortest(std::round(number(0.0, 10.0 * length)) / 10.0); };
-    text += "[[restraint]]\nat = [" + place() + ", " + place() + "]\nholds = \"Top flange lateral\"\n";
+    const std::string first = place();
+    std::string second = place();
+    while (second == first) // a place twice is an error
+        second = place();
+    text += "[[restraint]]\nat = [" + first + ", " + second + "]\nholds = \"Top flange lateral\"\n";
     text += "[[load]]\nkind = \"permanent\"\nudl = " + figure(1, 20) + "\n";
     text += "[[load]]\nkind = \"imposed\"\ntrapezoid = [" + figure(0, 20) + ", " + figure(0, 20) + "]\n";
     text += "[[load]]\nkind = \"imposed\"\npoint = " + figure(1, 80) + "\nat = " + place() + "\nheight = 0.2\n";

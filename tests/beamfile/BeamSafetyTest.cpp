@@ -175,5 +175,77 @@ TEST(BeamSafety, OwnLimitsAreCheckedInEveryStateOfTheFile)
     EXPECT_EQ(Checked(text).Status(), "fail");
 }
 
+// One of both would be lost, or both would hold.
+TEST(BeamSafety, WhatIsAtOnePlaceTwiceIsAnError)
+{
+    const std::string load = "[[load]]\nkind = \"imposed\"\nudl = 4\n";
+    EXPECT_THAT(
+        Messages(
+            Read(HEAD + "length = 6.0\nsupports = [{ at = 0 }, { at = 6 }, { at = 6, holds = \"Fixed\" }]\n" + load)),
+        HasSubstr("beam.toml:5: error: supports.at: got 6 once more, expected one support at a place"));
+    EXPECT_THAT(Messages(Read(HEAD + "spans = [6.0]\nsupports = [{ at = 6 }, { at = 6, holds = \"Fixed\" }]\n" + load)),
+                HasSubstr("error: supports.at: got 6 once more"));
+    // A list with spans replaces what is at their ends, once.
+    EXPECT_FALSE(Read(HEAD + "spans = [6.0]\nsupports = [{ at = 6, holds = \"Fixed\" }]\n" + load).made.HasErrors());
+    const std::string tables[] = {"[[load]]\nkind = \"imposed\"\npoint = 4\nat = [3, 2, 3.0]\n",
+                                  "[[restraint]]\nholds = \"Top flange lateral\"\nat = [3, 3]\n" + load};
+    for (const std::string& table : tables)
+        EXPECT_THAT(Messages(Read(HEAD + "length = 6.0\n" + table)),
+                    HasSubstr(".at: got 3 twice, expected each place once"));
+}
+
+TEST(BeamSafety, ACamberThatCountsNowhereIsAWarning)
+{
+    const std::string load = "[[load]]\nkind = \"imposed\"\nudl = 4\n";
+    const std::string warning = "warning: camber: counts nowhere, because there is no limit under all loads";
+    EXPECT_THAT(Messages(Read(HEAD + "length = 6.0\ncamber = [0.02]\n" + load)), HasSubstr(warning));
+    EXPECT_THAT(Messages(Read(HEAD + "length = 6.0\ncamber = [0.02]\ndeflection = { imposed = 360 }\n" + load)),
+                HasSubstr(warning));
+    EXPECT_THAT(Messages(Read(HEAD + "length = 6.0\ncamber = [0.02]\ndeflection = { total = 250 }\n" + load)),
+                ::testing::Not(HasSubstr("camber")));
+}
+
+// Supports at 2 m and 10 m of 12 m: one span of 8 m between two overhangs, and the camber of the list is that of the span. 5 kN/m on 8 m alone
+// would be 5*5*8^4/(384*60230) = 4.4 mm; without the camber of 50 mm the deflection is downwards, with it upwards by more than 40 mm.
+TEST(BeamSafety, TheCambersOfAListAreThoseOfTheSpansBetweenSupports)
+{
+    const auto deflectionOf = [](const std::string& camber) {
+        const Beam beam = Read(HEAD + "length = 12.0\nself-weight = false\nsupports = [{ at = 2 }, { at = 10 }]\n" +
+                               camber + "deflection = { total = 250, total-cantilever = 125 }\n" + DECK +
+                               "[[load]]\nkind = \"permanent\"\nudl = 5\nfrom = 2\nto = 10\n");
+        EXPECT_FALSE(beam.made.HasErrors()) << Messages(beam);
+        double found = 0.0;
+        for (const Statics::DeflectionCheck& check : beam.made.deflections)
+            if (!beam.made.analysis->Spans()[check.span].IsOverhang() &&
+                beam.made.limits[check.limit].counted == Statics::Counted::Total)
+                found = check.deflection;
+        return found;
+    };
+    EXPECT_NEAR(deflectionOf(""), 4.4e-3, 0.05e-3);
+    EXPECT_NEAR(deflectionOf("camber = [0.05]\n"), 4.4e-3 - 0.05, 0.1e-3);
+    EXPECT_THAT(Messages(Read(HEAD + "length = 12.0\nsupports = [{ at = 2 }, { at = 10 }]\ncamber = [0.01, 0.02]\n" +
+                              "[[load]]\nkind = \"permanent\"\nudl = 5\n")),
+                HasSubstr("error: camber: 2 of them, and the beam has 1 spans between supports"));
+}
+
+// 5*30*6^4/(384*60230) = 8.4 mm of imposed load on 6 m are within span/360 = 16.7 mm; on 9 m 42.5 mm exceed 25 mm, and a total limit of
+// span/100, 90 mm, does not take that away.
+TEST(BeamSafety, ATotalLimitKeepsTheLimitOfVariableLoads)
+{
+    const auto text = [](const char* length) {
+        return HEAD + "length = " + length + "\nself-weight = false\ndeflection = { total = 100 }\n" + DECK +
+               "[[load]]\nkind = \"imposed\"\nudl = 30\n";
+    };
+    const CheckedMember longer = Checked(text("9.0"));
+    const Design::RuleFinding* const found = Find(longer, "deflection, variable loads");
+    ASSERT_NE(found, nullptr);
+    EXPECT_NEAR(found->utilisation, 42.5 / 25.0, 0.01);
+    EXPECT_EQ(found->status, Design::CheckStatus::Failed);
+    EXPECT_NEAR(Find(longer, "deflection, all loads")->utilisation, 42.5 / 90.0, 0.01);
+    EXPECT_NEAR(Find(Checked(text("6.0")), "deflection, variable loads")->utilisation, 8.4 / 16.67, 0.01);
+    EXPECT_THAT(Messages(Read(text("6.0"))),
+                HasSubstr("note: deflection: no limit of variable loads: that of the standard, span/360"));
+}
+
 } // namespace
 } // namespace Keltrix::BeamTest

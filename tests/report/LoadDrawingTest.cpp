@@ -91,6 +91,37 @@ TEST(LoadDrawing, LoadsStandWhereTheyActWithTheirSizes)
     EXPECT_EQ(drawing.svg.OfClass("path", "support roller").size(), 4U);
 }
 
+// Three or more loads close to each other, at either end and in the middle: no arrow goes through the label of another load, and no label
+// over another one.
+TEST(LoadDrawing, ArrowsOfCloseLoadsCrossNoLabel)
+{
+    for (const double place : {0.1, 3.0, 6.2, 8.4}) {
+        Beam beam = FloorBeam();
+        beam.loads.clear();
+        for (const double from : {0.0, 0.05, 0.15, 0.2, 0.5})
+            beam.loads.push_back(PointLoad(1, 145e3, place + from));
+        const Loaded loaded(beam);
+        const Drawing drawing = LoadsOf(loaded);
+        const auto labels = drawing.svg.OfClass("text", "value over");
+        const auto arrows = drawing.svg.OfClass("path", "load");
+        ASSERT_EQ(labels.size(), 5U);
+        ASSERT_EQ(arrows.size(), 5U);
+        for (std::size_t i = 0; i < labels.size(); ++i)
+            for (std::size_t k = 0; k < labels.size(); ++k) {
+                if (i == k) continue;
+                const double half = 0.5 * 1.7 * static_cast<double>(labels[i]->text.size());
+                const double x = NumberOf(*labels[i], "x");
+                const double y = NumberOf(*labels[i], "y");
+                const Place tail = PlacesOf(*arrows[k]).front();
+                const bool isBeside = std::fabs(tail.x - x) > half;
+                EXPECT_TRUE(isBeside || tail.y > y) << place << ": arrow " << k << " through label " << i;
+                const bool isApart = std::fabs(NumberOf(*labels[k], "x") - x) > 2.0 * half;
+                EXPECT_TRUE(isApart || std::fabs(NumberOf(*labels[k], "y") - y) > 3.0)
+                    << place << ": label " << k << " over " << i;
+            }
+    }
+}
+
 TEST(LoadDrawing, TheCurvesAreTheEnvelopes)
 {
     const Loaded two(TwoSpans());
