@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <numbers>
 
 #include "Sections.h"
@@ -82,6 +83,32 @@ TEST(Section, HasTheShearAreasOfEachShape)
     EXPECT_NEAR(ShearAreaY(tube), tube.A / 3, 1e-9);
     const Section round = SectionOf(L"CHS 168.3x5");
     EXPECT_NEAR(ShearAreaZ(round, 1.0), 0.63662 * round.A, 1e-6 * round.A);
+}
+
+// A force along a leg, through the shear centre: the shear flow of the thin legs, bent about oblique axes, is at most 1.5 times the
+// force over the leg, whatever the ratio of the legs. (6.20) so has 2/3 of the leg at least.
+TEST(Section, HasTwoThirdsOfALegForShear)
+{
+    const Section angle = SectionOf(L"ANGLE 150x75x12x11x5.5", SEC_ROLLED);
+    EXPECT_NEAR(ShearAreaZ(angle, 1.0) / MM2, 150.0 * 12 / 1.5, 1e-6);
+    EXPECT_NEAR(ShearAreaY(angle) / MM2, 75.0 * 12 / 1.5, 1e-6);
+    double highest = 0.0;
+    for (double b = 0.1; b < 10.0; b *= 1.15) { // legs 1 and b, thickness 1
+        const double A = 1.0 + b, x0 = 0.5 * b * b / A, y0 = 0.5 / A;
+        const double Ix = 1.0 / 3.0 - A * y0 * y0, Iy = b * b * b / 3.0 - A * x0 * x0, Ixy = -A * x0 * y0;
+        constexpr int STEPS = 2000;
+        double flow = 0.0, force = 0.0, most = 0.0;
+        for (int i = 0; i < STEPS; ++i) { // from the tip to the heel
+            const double y = 1.0 - (i + 0.5) / STEPS - y0;
+            flow += (Iy * y + Ixy * x0) / (Ix * Iy - Ixy * Ixy) / STEPS;
+            force += flow / STEPS;
+            most = std::max(most, flow);
+        }
+        EXPECT_NEAR(force, 1.0, 1e-3) << b;
+        highest = std::max(highest, most);
+    }
+    EXPECT_LT(highest, 1.501);
+    EXPECT_GT(highest, 1.3);
 }
 
 // The thin-walled formulas for centre lines hold to 2 %: 3 b² tf/(6 b tf + h tw) outside the web, b² tf/(A) inside.

@@ -41,6 +41,11 @@ TEST(Web, HasTheLimitsOfShearBuckling)
     const Strength m = StrengthOf(235.0);
     EXPECT_FALSE(NeedsShearBuckling(SectionOf(L"I 760x300x10x20", SEC_WELDED), m)); // hw/tw 72.0
     EXPECT_TRUE(NeedsShearBuckling(SectionOf(L"I 762x300x10x20", SEC_WELDED), m));
+    // hw/a = 0.7733: kτ = 7.732, 31·7.732^0.5 = 86.2; hw/a = 2: kτ = 4 + 5.34·4 = 25.36, 156.1.
+    EXPECT_FALSE(NeedsShearBuckling(SectionOf(L"I 900x300x10x20", SEC_WELDED), m, {0.860 / 0.7733, false}));
+    EXPECT_TRUE(NeedsShearBuckling(SectionOf(L"I 905x300x10x20", SEC_WELDED), m, {0.865 / 0.7733, false}));
+    EXPECT_FALSE(NeedsShearBuckling(SectionOf(L"I 1600x300x10x20", SEC_WELDED), m, {0.780, false}));
+    EXPECT_TRUE(NeedsShearBuckling(SectionOf(L"I 1604x300x10x20", SEC_WELDED), m, {0.782, false}));
     EXPECT_FALSE(NeedsShearBuckling(SectionOf(L"TEE 400x200x4x20", SEC_WELDED), m));
     EXPECT_FALSE(VbwRd(SectionOf(L"TEE 400x200x4x20", SEC_WELDED), m));
     // Without jumps, and never above η.

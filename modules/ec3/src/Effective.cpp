@@ -142,7 +142,8 @@ void ReduceSide(const SidePlate& side, const Strength& m, double axis, Remainder
     }
 }
 
-// Effective modulus to the farther outer fibre of the gross section.
+// Effective modulus to the farther outer fibre of the gross section. What a stem loses beside the neutral axis can move the centroid
+// towards the fibre that governs: the modulus is never above that of the gross section.
 double EffectiveModulus(const BentSection& b, const Strength& m)
 {
     Remainder rest(b.A, b.centroid, b.I);
@@ -154,7 +155,7 @@ double EffectiveModulus(const BentSection& b, const Strength& m)
     for (int i = 0; i < b.sideCount; ++i)
         ReduceSide(b.sides[static_cast<std::size_t>(i)], m, axis, rest);
     const double u = rest.Centroid();
-    return rest.SecondMoment() / std::max(u, b.depth - u);
+    return std::min(rest.SecondMoment() / std::max(u, b.depth - u), b.I / std::max(b.centroid, b.depth - b.centroid));
 }
 
 // About y-y with the top or the bottom compressed.

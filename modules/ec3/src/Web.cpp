@@ -16,10 +16,9 @@ constexpr const wchar_t* NO_PANEL = L"the contribution of the flanges needs the 
 
 bool HasPanels(const Section& s) { return s.HasTwoFlanges() || s.shape == Shape::RHS; }
 
-// Annex A.3(1), without longitudinal stiffeners.
+// kτ of a panel between transverse stiffeners, Annex A.3(1).
 double ShearBucklingCoefficient(const Section& s, const WebPanel& panel)
 {
-    if (!(panel.a > 0.0)) return 5.34;
     const double ratio = s.hw / panel.a;
     return ratio <= 1.0 ? 5.34 + 4.0 * ratio * ratio : 4.0 + 5.34 * ratio * ratio;
 }

@@ -28,11 +28,10 @@ struct PlateClass {
     Plate plate;
     const wchar_t* row = L""; ///< "internal, bending and compression"
     double ratio = 0.0;
-    std::array<double, 3>
-        limit{};            ///< of classes 1, 2 and 3; infinite where there is none, 0 where the class is not to be had
-    double alpha = 0.0;     ///< compressed part of a plate in bending, plastic; 0 where it has none
-    double psi = 0.0;       ///< ratio of the elastic stresses at its edges
-    bool compressed = true; ///< false: in tension, so that it has no class of its own (1)
+    /// Of classes 1, 2 and 3; infinite where there is none, 0 where the table has no such class.
+    std::array<double, 3> limit{};
+    double alpha = 1.0; ///< compressed part of c under plastic stresses; 1 of uniform compression
+    double psi = 1.0;   ///< ratio of the elastic stresses at its edges
     int cls = 1;
 };
 
