@@ -140,8 +140,8 @@ CLI::Validator OneOf(const std::vector<Keltrix::Design::Term>& values)
 void AddCodeOption(CLI::App& command, const Keltrix::Design::CodeOption& option, double& value)
 {
     using Keltrix::Design::OptionKind;
-    const std::string name = "--" + Utf8(std::wstring_view(option.name));
-    const std::string meaning = Utf8(std::wstring_view(option.meaning));
+    const std::string name = "--" + Utf8(option.name);
+    const std::string meaning = Utf8(option.meaning);
     if (option.kind == OptionKind::Flag) {
         command.add_flag_callback(
             name, [&value] { value = 1.0; }, meaning);
@@ -150,7 +150,7 @@ void AddCodeOption(CLI::App& command, const Keltrix::Design::CodeOption& option,
     } else {
         std::string names;
         for (const Keltrix::Design::Term& term : option.values)
-            names += (names.empty() ? "" : "|") + Utf8(std::wstring_view(term.name));
+            names += (names.empty() ? "" : "|") + Utf8(term.name);
         command
             .add_option_function<std::string>(
                 name, [&](const std::string& text) { value = static_cast<double>(PlaceOf(option.values, text)); },
@@ -170,8 +170,8 @@ void AddMemberOptions(CLI::App& command, const Shared& shared, CodeChoice& choic
         try {
             AddCodeOption(command, options[i], choice.settings.options[i]);
         } catch (const CLI::OptionAlreadyAdded&) {
-            throw BadInput("design code " + Utf8(std::wstring_view(shared.code->Description().id)) + ": the option --" +
-                           Utf8(std::wstring_view(options[i].name)) + " is there already");
+            throw BadInput("design code " + Utf8(shared.code->Description().id) + ": the option --" +
+                           Utf8(options[i].name) + " is there already");
         }
     }
 }
@@ -198,8 +198,7 @@ void AddCode(CLI::App& command, Shared& shared, CodeNeed need, CodeChoice& choic
 {
     CLI::Option* const code = command.add_option("--code", shared.parsed.code, meaning + ": " + ListOfCodes());
     code->type_name("NAME");
-    if (need != CodeNeed::WhenGiven && shared.code)
-        code->default_str(Utf8(std::wstring_view(shared.code->Description().id)));
+    if (need != CodeNeed::WhenGiven && shared.code) code->default_str(Utf8(shared.code->Description().id));
     command.add_option("--annex", shared.parsed.annex, "National annex of the design code")->type_name("NAME");
     shared.choose[&command] = [&shared, need, &choice] { Choose(shared, need, choice); };
 }
@@ -411,7 +410,7 @@ void AddCapacity(CLI::App& app, Commands& commands, Shared& shared, CapacityOpti
     CLI::App* const command = app.add_subcommand("capacity", "Capacity table of a section to a design code");
     command->add_option("NAME", options.name, "Designation or parametric description")->required();
     AddCode(*command, shared, CodeNeed::Always, options.code, "Design code");
-    if (shared.code) options.grade = Utf8(std::wstring_view(shared.code->Description().grades.front().name));
+    if (shared.code) options.grade = Utf8(shared.code->Description().grades.front().name);
     command->add_option("--grade", options.grade, GradesWithStrengths(shared.code))->capture_default_str();
     command->add_option("--LE", options.LE, "Effective lengths in m: 1:14, 1:14:0.5 or 2,4.5,6")->capture_default_str();
     command

@@ -21,18 +21,6 @@ function(keltrix_target target)
   endif()
 endfunction()
 
-# keltrix_precompile(TARGET HEADER...): precompiled headers, where they are asked for.
-function(keltrix_precompile target)
-  if(KELTRIX_PRECOMPILE)
-    target_precompile_headers(${target} PRIVATE ${ARGN})
-    # In a precompiled header g++ 12 no longer knows which code is the standard library's, and reports what it thinks of it after inlining.
-    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-      target_compile_options(${target} PRIVATE
-        -Wno-array-bounds -Wno-maybe-uninitialized -Wno-restrict -Wno-stringop-overflow -Wno-stringop-overread)
-    endif()
-  endif()
-endfunction()
-
 # keltrix_library(NAME ALIAS SOURCES file... HEADERS file... [DEPENDS target...]): an exported library libkeltrix-NAME with the
 # target Keltrix::ALIAS. Its public headers stand in include/keltrix/NAME, and its marks of what is exported depend on
 # KELTRIX_NAME_BUILDING (defined here alone) and KELTRIX_NAME_STATIC (defined here and for users of a static library). All

@@ -15,13 +15,13 @@
 #include <cmath>
 
 #include "keltrix/steel/MemberLayout.h"
+#include "member/SamePoint.h"
 
 namespace Keltrix::Steel {
 
 namespace {
 
-constexpr double SAME_POINT = 0.001; // m: positions closer than this are one point
-constexpr int LONG_SPAN = 16;        // sub-spans, beyond which sums are carried along
+constexpr int LONG_SPAN = 16; // sub-spans, beyond which sums are carried along
 
 /// One piece of the M/EI diagram of a sub-span.
 struct DiagramPiece {

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "keltrix/steel/MemberLayout.h"
+#include "member/SamePoint.h"
 
 namespace Keltrix::Steel {
 
@@ -13,7 +14,6 @@ namespace {
 
 constexpr double RELATIVE = 0.001;         // of the reference value
 constexpr double FLOOR = 1.0;              // N, N·m
-constexpr double SAME_POINT = 0.001;       // m: positions closer than this are one point
 constexpr double END_LOAD_RATIO = 0.05;    // agreement of an end moment with a pattern
 constexpr double SMALL_END_MOMENT = 100.0; // N·m
 

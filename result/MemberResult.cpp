@@ -20,8 +20,6 @@ constexpr int ANY_BUCKLING_FAILURE =
 
 const wchar_t* const NOT_STORED = L"Verbose results not stored\n";
 
-double LargerOrFirst(double a, double b) { return b > a ? b : a; }
-
 /// The array that compares greater: the first difference decides, or else the greater length. If either element of that
 /// pair is NaN, the first array is kept.
 const std::vector<double>& GreaterOrFirst(const std::vector<double>& a, const std::vector<double>& b)
@@ -70,7 +68,7 @@ CMemberResult& CMemberResult::operator+=(const CMemberResult& other)
          {&CMemberResult::m_dUtilOverAll, &CMemberResult::m_dUtilBucklingCombined, &CMemberResult::m_dUtilBucklingLT,
           &CMemberResult::m_dUtilBucklingAxialMajor, &CMemberResult::m_dUtilBucklingAxialMinor,
           &CMemberResult::m_dUtilBucklingAxialTorsion, &CMemberResult::m_dUtilBucklingAxialFlexuralTorsion})
-        this->*value = LargerOrFirst(this->*value, other.*value);
+        if (other.*value > this->*value) this->*value = other.*value;
     for (std::vector<double> CMemberResult::*const values :
          {&CMemberResult::m_vUtilLocalCombined, &CMemberResult::m_vUtilLocalAxial, &CMemberResult::m_vUtilLocalMomMajor,
           &CMemberResult::m_vUtilLocalMomMinor, &CMemberResult::m_vUtilLocalShearMajor,

@@ -49,8 +49,6 @@ NamedSection SectionOfType(const CapacityOptions& options)
     return section;
 }
 
-std::string Wording(const wchar_t* text) { return Utf8(std::wstring_view(text)); }
-
 const char* UnitOf(Design::Quantity quantity)
 {
     return quantity == Design::Quantity::Moment ? "kNm" : quantity == Design::Quantity::Force ? "kN" : "";
@@ -60,7 +58,7 @@ std::string ClassText(const Design::CapacityTable& table)
 {
     std::string text;
     for (const Design::CapacityClass& c : table.classes)
-        text += (text.empty() ? ", class " : ", ") + std::to_string(c.cls) + ' ' + Wording(c.state);
+        text += (text.empty() ? ", class " : ", ") + std::to_string(c.cls) + ' ' + Utf8(c.state);
     return text;
 }
 
@@ -78,7 +76,7 @@ std::string CrossSectionMarkup(const Design::CapacityTable& table)
     std::string values;
     for (const Design::Capacity& c : table.crossSection) {
         const char* const gap = symbols.empty() ? "" : "\t";
-        symbols.append(gap).append(Wording(c.resistance.symbol));
+        symbols.append(gap).append(Utf8(c.resistance.symbol));
         units.append(gap).append(UnitOf(c.resistance.quantity));
         values.append(gap).append(Kilo(c.resistance.value, c.figures));
     }
@@ -89,11 +87,11 @@ std::string CrossSectionMarkup(const Design::CapacityTable& table)
 std::string ReducedMarkup(const Design::CapacityTable& table)
 {
     if (table.reduced.empty()) return {};
-    std::string text = "<h5>Reduced moment capacities (kNm)</h5>\n<table>" + Wording(table.shareName);
+    std::string text = "<h5>Reduced moment capacities (kNm)</h5>\n<table>" + Utf8(table.shareName);
     for (const double share : table.shares)
         text += '\t' + ShareText(share);
     for (const Design::CapacityCurve& curve : table.reduced) {
-        text += '\n' + Wording(curve.symbol);
+        text += '\n' + Utf8(curve.symbol);
         for (const std::optional<double>& value : curve.values)
             text += '\t' + OrDash(value);
     }
@@ -106,7 +104,7 @@ std::string BucklingMarkup(const Design::CapacityTable& table, const std::vector
     std::string text = "<h5>Buckling resistances</h5>\n<table>LE";
     std::string units = "m";
     for (const Design::CapacityCurve& curve : table.buckling) {
-        text.append("\t").append(Wording(curve.symbol));
+        text.append("\t").append(Utf8(curve.symbol));
         units.append("\t").append(UnitOf(curve.quantity));
     }
     text += "\n<tablewrap><i>" + units + "</i></tablewrap>\n";
@@ -123,10 +121,10 @@ std::string Markup(const NamedSection& section, const std::string& grade, const 
                    const std::vector<double>& lengths)
 {
     std::string text = "<h4>" + section.name + " in " + grade + "</h4>\n";
-    text += Wording(table.designStrength.symbol) + " = " + Rounded(table.designStrength.value / 1e6, 4) + " N/mm²" +
+    text += Utf8(table.designStrength.symbol) + " = " + Rounded(table.designStrength.value / 1e6, 4) + " N/mm²" +
             ClassText(table) + '\n';
-    const std::string note = Wording(table.fabricationNote);
-    text += note.empty() ? Wording(table.fabrication) + '\n' : "<orange>" + note + "</orange>\n";
+    const std::string note = Utf8(table.fabricationNote);
+    text += note.empty() ? Utf8(table.fabrication) + '\n' : "<orange>" + note + "</orange>\n";
     return text + CrossSectionMarkup(table) + ReducedMarkup(table) + BucklingMarkup(table, lengths);
 }
 
@@ -134,23 +132,23 @@ Json OrNull(const std::optional<double>& value) { return value ? Json(*value) : 
 
 Json JsonOf(const Design::CapacityTable& table, const std::vector<double>& lengths)
 {
-    const std::string note = Wording(table.fabricationNote);
+    const std::string note = Utf8(table.fabricationNote);
     Json list = Json::array();
     for (std::size_t i = 0; i < lengths.size(); ++i) {
         Json row{{"schema", JSON_SCHEMA},
                  {"LE", lengths[i]},
-                 {"type", Wording(table.fabrication)},
+                 {"type", Utf8(table.fabrication)},
                  {"type_note", note.empty() ? Json() : Json(note)}};
         for (const Design::Capacity& c : table.crossSection)
-            row[Wording(c.resistance.symbol)] = c.resistance.value;
+            row[Utf8(c.resistance.symbol)] = c.resistance.value;
         for (const Design::CapacityCurve& curve : table.reduced) {
             Json values = Json::array();
             for (const std::optional<double>& value : curve.values)
                 values.push_back(OrNull(value));
-            row[Wording(curve.symbol)] = std::move(values);
+            row[Utf8(curve.symbol)] = std::move(values);
         }
         for (const Design::CapacityCurve& curve : table.buckling)
-            row[Wording(curve.symbol)] = OrNull(curve.values[i]);
+            row[Utf8(curve.symbol)] = OrNull(curve.values[i]);
         list.push_back(std::move(row));
     }
     return list;
@@ -164,7 +162,7 @@ void RequireComplete(const Design::CapacityTable& table, const Design::DesignCod
                            [=](const auto& curve) { return curve.values.size() != count; });
     };
     if (isShort(table.reduced, table.shares.size()) || isShort(table.buckling, lengths))
-        throw BadInput(Wording(code.Description().title) + ": the capacity table of the design code has gaps");
+        throw BadInput(Utf8(code.Description().title) + ": the capacity table of the design code has gaps");
 }
 
 } // namespace
@@ -193,7 +191,7 @@ ExitCode Capacity(const CapacityOptions& options, const Console& console)
     const std::vector<double> lengths = EffectiveLengthList(options.LE);
     const NamedSection section = SectionOfType(options);
     const Design::DesignCode& code = *options.code.code;
-    const std::string grade = options.grade.empty() ? Wording(code.Description().grades.front().name) : options.grade;
+    const std::string grade = options.grade.empty() ? Utf8(code.Description().grades.front().name) : options.grade;
     const Design::CapacityTable table =
         code.Capacities(section.section, CSteelGrade(Wide(grade), 0.0, 0.0, 0.0, 1.0), lengths, options.code.settings);
     if (!table.refusal.IsEmpty())

@@ -12,8 +12,6 @@ namespace Keltrix::App {
 
 namespace {
 
-std::string UtilText(double utilisation) { return Utf8(CDesFormat().Util(utilisation)); }
-
 // A last column for beams.
 std::string Combination(const CheckedMember& checked, const Design::RuleFinding* governing)
 {
@@ -28,10 +26,10 @@ std::string TableRow(const CheckedMember& checked)
     if (checked.Status() != "not checked" && checked.result->TestFlags(Steel::CMemberResult::NOT_CHECKED))
         status += ", <red>NOT CHECKED</red>";
     const Design::RuleFinding* const governing = checked.findings.Governing();
-    return UtilText(checked.Utilisation()) + '\t' + status + '\t' + checked.Section() + '\t' + checked.Grade() + '\t' +
-           std::to_string(checked.member->SectionClass()) + '\t' + (governing ? DescribeRule(*governing) : "nothing") +
-           '\t' + (governing ? DescribePlace(*governing) : "") + '\t' + AsText(checked.name) + '\t' +
-           AsText(checked.title) + Combination(checked, governing) + '\n';
+    return UtilisationText(checked.Utilisation()) + '\t' + status + '\t' + checked.Section() + '\t' + checked.Grade() +
+           '\t' + std::to_string(checked.member->SectionClass()) + '\t' +
+           (governing ? DescribeRule(*governing) : "nothing") + '\t' + (governing ? DescribePlace(*governing) : "") +
+           '\t' + AsText(checked.name) + '\t' + AsText(checked.title) + Combination(checked, governing) + '\n';
 }
 
 std::string TextOf(const CheckedMember& checked, const CheckOptions& options)

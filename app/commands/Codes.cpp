@@ -7,8 +7,6 @@ namespace Keltrix::App {
 
 namespace {
 
-std::string Wording(const wchar_t* text) { return Utf8(std::wstring_view(text)); }
-
 const char* KindName(Design::OptionKind kind)
 {
     switch (kind) {
@@ -32,7 +30,7 @@ std::string ValueText(const Design::CodeOption& option)
     if (option.kind == Design::OptionKind::Length) return " M";
     std::string text;
     for (const Design::Term& value : option.values)
-        text.append(text.empty() ? " " : "|").append(Wording(value.name));
+        text.append(text.empty() ? " " : "|").append(Utf8(value.name));
     return text;
 }
 
@@ -40,8 +38,8 @@ std::string TermLines(const std::vector<Design::Term>& terms)
 {
     std::string text;
     for (const Design::Term& term : terms) {
-        text.append("\t").append(AsText(Wording(term.name)));
-        text.append("\t").append(AsText(Wording(term.meaning))).append("\n");
+        text.append("\t").append(AsText(Utf8(term.name)));
+        text.append("\t").append(AsText(Utf8(term.meaning))).append("\n");
     }
     return text;
 }
@@ -50,8 +48,8 @@ std::string OptionLines(const std::vector<Design::CodeOption>& options)
 {
     std::string text;
     for (const Design::CodeOption& option : options) {
-        text.append("\t--").append(AsText(Wording(option.name) + ValueText(option)));
-        text.append("\t").append(AsText(Wording(option.meaning)));
+        text.append("\t--").append(AsText(Utf8(option.name) + ValueText(option)));
+        text.append("\t").append(AsText(Utf8(option.meaning)));
         if (option.kind == Design::OptionKind::Length) text.append(", ").append(RangeText(option));
         text.append("\n");
     }
@@ -65,10 +63,10 @@ std::string Part(const char* title, const std::string& lines)
 
 std::string Markup(const Design::CodeDescription& d, bool isDefault)
 {
-    std::string text = "<h4>" + Wording(d.id) + ": " + AsText(Wording(d.title));
-    if (const std::string edition = Wording(d.edition); !edition.empty()) text += ", " + AsText(edition);
+    std::string text = "<h4>" + Utf8(d.id) + ": " + AsText(Utf8(d.title));
+    if (const std::string edition = Utf8(d.edition); !edition.empty()) text += ", " + AsText(edition);
     text += isDefault ? " (default)</h4>\n" : "</h4>\n";
-    text += AsText(Wording(d.scope)) + "\n";
+    text += AsText(Utf8(d.scope)) + "\n";
     return text + Part("Sections", TermLines(d.families)) + Part("Grades", TermLines(d.grades)) +
            Part("National annexes", TermLines(d.annexes)) + Part("Options", OptionLines(d.options));
 }
@@ -77,16 +75,16 @@ Json JsonOf(const std::vector<Design::Term>& terms)
 {
     Json list = Json::array();
     for (const Design::Term& term : terms)
-        list.push_back({{"name", Wording(term.name)}, {"meaning", Wording(term.meaning)}});
+        list.push_back({{"name", Utf8(term.name)}, {"meaning", Utf8(term.meaning)}});
     return list;
 }
 
 Json JsonOf(const Design::CodeOption& option)
 {
     const bool isLength = option.kind == Design::OptionKind::Length;
-    return {{"name", Wording(option.name)},
+    return {{"name", Utf8(option.name)},
             {"kind", KindName(option.kind)},
-            {"meaning", Wording(option.meaning)},
+            {"meaning", Utf8(option.meaning)},
             {"values", JsonOf(option.values)},
             {"least", isLength ? Json(option.least) : Json()},
             {"most", isLength ? Json(option.most) : Json()}};
@@ -97,8 +95,8 @@ Json JsonOf(const Design::CodeDescription& d, bool isDefault)
     Json options = Json::array();
     for (const Design::CodeOption& option : d.options)
         options.push_back(JsonOf(option));
-    return {{"schema", JSON_SCHEMA},          {"id", Wording(d.id)},        {"title", Wording(d.title)},
-            {"edition", Wording(d.edition)},  {"default", isDefault},       {"scope", Wording(d.scope)},
+    return {{"schema", JSON_SCHEMA},          {"id", Utf8(d.id)},           {"title", Utf8(d.title)},
+            {"edition", Utf8(d.edition)},     {"default", isDefault},       {"scope", Utf8(d.scope)},
             {"families", JsonOf(d.families)}, {"grades", JsonOf(d.grades)}, {"annexes", JsonOf(d.annexes)},
             {"options", std::move(options)}};
 }

@@ -18,7 +18,7 @@ void Require(const char* option, const std::string& fault)
 // The combinations of the design code that judges section and grade.
 std::string StandardOf(const Design::DesignCode* code)
 {
-    std::string combinations = code ? Utf8(std::wstring_view(code->Description().combinations)) : std::string();
+    std::string combinations = code ? Utf8(code->Description().combinations) : std::string();
     if (combinations.empty()) throw BadUsage("--combinations is required, because the design code names none");
     return combinations;
 }

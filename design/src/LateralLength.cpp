@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "VerticalSupport.h"
+
 namespace Keltrix::Design {
 
 using Data::CRestraint;
@@ -19,11 +21,6 @@ CCodeShare::LT_BuckleDirection DirectionOf(Flange flange)
 const CRestraint& OfFlange(const StretchEnd& end, Flange flange)
 {
     return end.ofFlange[static_cast<std::size_t>(flange)];
-}
-
-bool IsVerticalSupport(const CMemberPoint& point)
-{
-    return point.GetRestraint().IsRestrained(CRestraint::MAJOR_SHEAR, false);
 }
 
 bool IsNominalRowRefused(const std::vector<CMemberPoint>& points, const StretchEnd& end, Flange flange)

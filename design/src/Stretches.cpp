@@ -5,6 +5,8 @@
 #include <cmath>
 #include <utility>
 
+#include "VerticalSupport.h"
+
 namespace Keltrix::Design {
 
 using Data::CRestraint;
@@ -32,11 +34,6 @@ constexpr double END_TOLERANCE = 1e-9;
 bool HoldsFlange(const CRestraint& resolved, std::size_t flange)
 {
     return resolved.IsRestrained(flange == 0 ? CRestraint::FLANGE1_LATERAL : CRestraint::FLANGE2_LATERAL, false);
-}
-
-bool IsVerticalSupport(const CMemberPoint& point)
-{
-    return point.GetRestraint().IsRestrained(CRestraint::MAJOR_SHEAR, false);
 }
 
 int SignOf(const MomentRange& range, double tolerance)

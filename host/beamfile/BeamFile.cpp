@@ -6,6 +6,7 @@
 
 #include "beamfile/BeamReader.h"
 #include "beamfile/BeamText.h"
+#include "memberfile/CodelessMember.h"
 #include "sections/SectionCatalogue.h"
 #include "sections/SectionShapes.h"
 #include "text/BadInput.h"
@@ -16,7 +17,6 @@ namespace Keltrix::Host {
 
 namespace {
 
-constexpr double STEEL_E = 205e9;
 // Names between two dots of one key, "a.b.c": each is a level of tables, which are destroyed by recursion.
 constexpr int MOST_DOTS = 16;
 
@@ -245,7 +245,7 @@ private:
         if (!m_code->HasGrade(name)) {
             std::string list;
             for (const Design::Term& grade : m_code->Description().grades)
-                list += (list.empty() ? "" : ", ") + Utf8(std::wstring_view(grade.name));
+                list += (list.empty() ? "" : ", ") + Utf8(grade.name);
             return Say(m_file.gradeLine, "grade", "got " + Quote(name.View()) + ", expected one of " + list);
         }
         const CString refusal = m_code->GradeRefusal(m_file.grade);

@@ -14,7 +14,6 @@ using Statics::Category;
 using Statics::Direction;
 using Statics::Load;
 
-constexpr double KILO = 1e3;
 constexpr std::size_t MOST_CASES = 30;
 constexpr NumberRange LINE_LOAD{-MOST_FORCE, MOST_FORCE, "a load in kN/m"};
 constexpr NumberRange FORCE{-MOST_FORCE, MOST_FORCE, "a force in kN"};

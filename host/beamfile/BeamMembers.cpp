@@ -60,9 +60,9 @@ std::string SubSpanLine(std::size_t index, const Steel::CSubSpan& subSpan)
 
 Severity SeverityOf(const Statics::Note& note) { return note.isUnsafe ? Severity::Warning : Severity::Note; }
 
-class Maker {
+class MemberMaker {
 public:
-    Maker(const BeamFile& file, const Design::DesignCode* code) : m_file(file), m_code(code)
+    MemberMaker(const BeamFile& file, const Design::DesignCode* code) : m_file(file), m_code(code)
     {
         m_made.defects = file.defects;
     }
@@ -137,7 +137,7 @@ private:
         if (!own || (own->options.basis == Basis::BS5950) == (standard.basis == Basis::BS5950)) return;
         Say(Severity::Warning, m_file.combinationsLine, "combinations",
             std::string(standard.basis == Basis::BS5950 ? "factors of BS 5950-1" : "factors of EN 1990") +
-                " with the resistances of " + Utf8(std::wstring_view(m_code->Description().title)) +
+                " with the resistances of " + Utf8(m_code->Description().title) +
                 ": loads and resistances are of different standards");
     }
 
@@ -417,7 +417,7 @@ bool BeamMembers::HasErrors() const
                        [](const Defect& defect) { return defect.severity == Severity::Error; });
 }
 
-BeamMembers MembersOf(const BeamFile& file, const Design::DesignCode* code) { return Maker(file, code).Make(); }
+BeamMembers MembersOf(const BeamFile& file, const Design::DesignCode* code) { return MemberMaker(file, code).Make(); }
 
 std::string MemberTextOf(const BeamFile& file, const Statics::GeneratedMember& member, const std::string& combination)
 {

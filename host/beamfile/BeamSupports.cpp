@@ -14,7 +14,6 @@ using Steel::CRestraint;
 
 constexpr char HOLDS[] =
     "what is held, as \"Pinned\", \"Fixed\", \"Vertical\", \"Top flange lateral\" or a code as \"F1L TR\"";
-constexpr double KILO = 1e3;
 
 CRestraint RestraintOf(int bits) { return {bits, Steel::SHR_CENTRE, 0.0}; }
 

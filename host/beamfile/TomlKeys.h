@@ -9,6 +9,9 @@
 
 namespace Keltrix::Host {
 
+/// Beam files are in kN and m.
+inline constexpr double KILO = 1e3;
+
 /// "rolled, welded or formed".
 std::string InWords(const std::vector<const char*>& words);
 

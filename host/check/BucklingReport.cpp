@@ -14,8 +14,6 @@ using Stability::Outcome;
 using Stability::ShapeSample;
 using Steel::CRestraint;
 
-std::string Metres(double value) { return Rounded(value, 5) + " m"; }
-
 // --- Free motions ---
 
 // Displacements at the start and the end of the unit, the largest of the motion being 1.
@@ -35,7 +33,7 @@ struct EndMotion {
         const char* const ending = isPlural ? "" : "s";
         if (std::fabs(start - end) < STILL) return std::string("shift") + ending + " sideways";
         const double pole = unit.start + (unit.end - unit.start) * start / (start - end);
-        return std::string("turn") + ending + " on plan about " + Metres(pole);
+        return std::string("turn") + ending + " on plan about " + LengthText(pole);
     }
 };
 
@@ -169,9 +167,7 @@ const Stability::CriticalLoad* Smallest(const std::vector<BucklingUnit>& units, 
 
 Moduli ModuliOf(const Design::DesignCode* code, const CSteelGrade& grade)
 {
-    if (code)
-        return {code->ElasticModulus(grade), code->ShearModulus(grade),
-                Utf8(std::wstring_view(code->Description().title))};
+    if (code) return {code->ElasticModulus(grade), code->ShearModulus(grade), Utf8(code->Description().title)};
     constexpr double POISSON = 0.3;
     const bool isOwn = grade.Name().CompareNoCase(L"User_defined") == 0 && grade.GetUserE() > 0.0;
     const double E = isOwn ? grade.GetUserE() : STEEL_E;
@@ -335,13 +331,13 @@ std::string VerdictSentence(const BucklingReport& report)
     if (!report.refusal.empty()) return "Not analysed: " + report.refusal;
     const BucklingUnit* const unit = report.Governing();
     if (!unit) return "Nothing buckles: no multiple of the forces given makes the member buckle sideways or twist";
-    const std::string place = "from " + Metres(unit->found.start) + " to " + Metres(unit->found.end);
+    const std::string place = "from " + LengthText(unit->found.start) + " to " + LengthText(unit->found.end);
     if (!report.IsHeld()) return "Not held " + place + ": " + unit->freeMotion;
     const Stability::CriticalLoad& load = *unit->found.positive;
     const CDesFormat format;
     std::string text = "λcr = " + Figures(load.lambda, 4);
     if (load.Mcr > 0.0)
-        text += ", Mcr = " + Utf8(format.Moment(load.Mcr)) + " at " + Metres(unit->found.largestMomentAt);
+        text += ", Mcr = " + Utf8(format.Moment(load.Mcr)) + " at " + LengthText(unit->found.largestMomentAt);
     if (unit->Ncr > 0.0) text += ", Ncr = " + Utf8(format.Force(unit->Ncr));
     const bool isReached = !(load.lambda * (1.0 - load.error) > 1.0);
     return text + (isReached ? "; buckles under the forces given or less, " : "; buckles ") + place;

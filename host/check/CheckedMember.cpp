@@ -53,8 +53,6 @@ constexpr FlagWord FLAG_WORDS[] = {
     {CMemberResult::INFO_MEMBER_SLENDER, "INFO MEMBER SLENDER"},
 };
 
-std::string Wording(const wchar_t* text) { return Utf8(std::wstring_view(text)); }
-
 const char* QuantityWord(Design::Quantity quantity)
 {
     switch (quantity) {
@@ -75,11 +73,11 @@ Json OrNull(double value) { return std::isnan(value) ? Json() : Json(value); }
 
 Json EntryJson(const CheckedMember& checked, const RuleFinding& entry)
 {
-    Json json = JsonObject("rule", Wording(entry.name), "clause", Wording(entry.clause), "status",
-                           Wording(Design::StatusName(entry.status)), "reason", Wording(entry.reason), "start",
-                           entry.start, "end", entry.end, "utilisation", entry.utilisation, "slenderness",
-                           OrNull(entry.slenderness), "symbol", Wording(entry.symbol), "quantity",
-                           QuantityWord(entry.quantity), "resistance", entry.resistance, "governing", entry.governing);
+    Json json = JsonObject("rule", Utf8(entry.name), "clause", Utf8(entry.clause), "status",
+                           Utf8(Design::StatusName(entry.status)), "reason", Utf8(entry.reason), "start", entry.start,
+                           "end", entry.end, "utilisation", entry.utilisation, "slenderness", OrNull(entry.slenderness),
+                           "symbol", Utf8(entry.symbol), "quantity", QuantityWord(entry.quantity), "resistance",
+                           entry.resistance, "governing", entry.governing);
     if (checked.sources.empty()) return json;
     const RuleSource& source = checked.sources[static_cast<std::size_t>(&entry - checked.findings.rules.data())];
     json["combination"] = source.combination;
@@ -138,7 +136,7 @@ Json LengthsJson(const std::map<int, SubspanEffectiveLengthData::Entry>& entries
 
 Json ResistanceJson(const Design::Resistance& resistance, Json start, Json end)
 {
-    return JsonObject("symbol", Wording(resistance.symbol), "quantity", QuantityWord(resistance.quantity), "value",
+    return JsonObject("symbol", Utf8(resistance.symbol), "quantity", QuantityWord(resistance.quantity), "value",
                       OrNull(resistance.value), "start", std::move(start), "end", std::move(end));
 }
 
@@ -155,12 +153,12 @@ Json ResistancesJson(const Design::MemberFindings& findings)
     for (const Design::SpanFinding& span : findings.spans) {
         if (span.isCombination) continue;
         list.push_back(ResistanceJson(span.resistance, span.start, span.end));
-        spans.push_back(JsonObject("start", span.start, "end", span.end, Wording(span.resistance.symbol).c_str(),
+        spans.push_back(JsonObject("start", span.start, "end", span.end, Utf8(span.resistance.symbol).c_str(),
                                    OrNull(span.resistance.value)));
     }
     members.emplace_back("list", std::move(list));
     for (const Design::Resistance& resistance : findings.resistances)
-        members.emplace_back(Wording(resistance.symbol), OrNull(resistance.value));
+        members.emplace_back(Utf8(resistance.symbol), OrNull(resistance.value));
     members.emplace_back("spans", std::move(spans));
     return json;
 }
@@ -271,7 +269,7 @@ void RequireAccepted(const MemberFile& file, std::size_t i, const Design::Member
 {
     const Design::Refusal& refusal = findings.refusal;
     if (refusal.subject == Design::Subject::None) return;
-    throw file.Refusal(i, KeywordOf(refusal.subject), "code", Wording(refusal.reason), {});
+    throw file.Refusal(i, KeywordOf(refusal.subject), "code", Utf8(refusal.reason), {});
 }
 
 CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoice& choice, bool withText)
@@ -555,7 +553,7 @@ std::vector<std::string> FlagWords(int flags)
     return words;
 }
 
-std::string DescribeRule(const RuleFinding& entry) { return Wording(entry.name) + " (" + Wording(entry.clause) + ")"; }
+std::string DescribeRule(const RuleFinding& entry) { return Utf8(entry.name) + " (" + Utf8(entry.clause) + ")"; }
 
 std::string DescribePlace(const RuleFinding& entry)
 {
@@ -590,7 +588,7 @@ Json JsonOf(const CheckedMember& checked)
         checks.push_back(EntryJson(checked, entry));
     Json assumptions = Json::array();
     for (const Design::Assumption& assumption : checked.findings.assumptions)
-        assumptions.push_back(JsonObject("name", Wording(assumption.name), "text", Wording(assumption.text), "value",
+        assumptions.push_back(JsonObject("name", Utf8(assumption.name), "text", Utf8(assumption.text), "value",
                                          OrNull(assumption.value)));
     Json json = HeadlineJson(checked);
     json["moments"] = JsonObject("major", MomentsJson(checked.momentMajor), "minor", MomentsJson(checked.momentMinor));

@@ -31,7 +31,7 @@ std::vector<const Design::DesignCode*>& Codes()
     return codes;
 }
 
-std::string IdOf(const Design::DesignCode& code) { return Utf8(std::wstring_view(code.Description().id)); }
+std::string IdOf(const Design::DesignCode& code) { return Utf8(code.Description().id); }
 
 bool IsCalled(const wchar_t* name, const std::string& wanted)
 {
@@ -63,8 +63,7 @@ bool IsWord(std::wstring_view text)
 // A value as CodeSettings has it. Throws BadInput for one that means nothing.
 double OptionValue(const Design::CodeOption& option, const std::string& text)
 {
-    const std::string got =
-        "option " + Utf8(std::wstring_view(option.name)) + ": got \"" + PrintableLine(text) + "\", expected ";
+    const std::string got = "option " + Utf8(option.name) + ": got \"" + PrintableLine(text) + "\", expected ";
     if (option.kind == Design::OptionKind::Flag) {
         if (!text.empty()) throw BadInput(got + "no value: it is a flag");
         return 1.0;
@@ -136,10 +135,9 @@ std::size_t AnnexNamed(const Design::DesignCode& code, const std::string& name, 
     const std::vector<Design::Term>& annexes = code.Description().annexes;
     for (std::size_t i = 0; i < annexes.size(); ++i)
         if (IsCalled(annexes[i].name, name)) return i;
-    throw BadInput(subject + ": got \"" + PrintableLine(name) + "\", expected " +
-                   (annexes.empty()
-                        ? "none: " + Utf8(std::wstring_view(code.Description().title)) + " has no national annexes"
-                        : ListOf(annexes)));
+    throw BadInput(
+        subject + ": got \"" + PrintableLine(name) + "\", expected " +
+        (annexes.empty() ? "none: " + Utf8(code.Description().title) + " has no national annexes" : ListOf(annexes)));
 }
 
 std::string ListOf(const std::vector<Design::Term>& terms)
@@ -147,7 +145,7 @@ std::string ListOf(const std::vector<Design::Term>& terms)
     std::vector<std::string> names;
     names.reserve(terms.size());
     for (const Design::Term& term : terms)
-        names.push_back(Utf8(std::wstring_view(term.name)));
+        names.push_back(Utf8(term.name));
     return Alternatives(names);
 }
 
@@ -168,7 +166,7 @@ void SetOption(const Design::DesignCode& code, const std::string& name, const st
         std::vector<std::string> names;
         names.reserve(options.size());
         for (const Design::CodeOption& one : options)
-            names.push_back(Utf8(std::wstring_view(one.name)));
+            names.push_back(Utf8(one.name));
         throw BadInput("option \"" + PrintableLine(name) + "\" of " + IdOf(code) + ": expected " +
                        (names.empty() ? "none" : Alternatives(names)));
     }

@@ -9,9 +9,6 @@
 
 namespace Keltrix::Host {
 
-/// Modulus of elasticity of steel where no design code gives one, Pa.
-inline constexpr double STEEL_E = 205e9;
-
 /// What ends a span.
 enum class Split {
     Minor,            ///< restraint against minor-axis shear: the whole section held laterally

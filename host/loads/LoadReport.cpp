@@ -123,9 +123,9 @@ LoadSum SumOf(const Load& load, double inclination)
     }
 }
 
-class Maker {
+class ReportMaker {
 public:
-    explicit Maker(const LoadedBeam& source) :
+    explicit ReportMaker(const LoadedBeam& source) :
         m_source(source), m_analysis(source.analysis), m_beam(source.analysis.GetBeam())
     {
         m_report.title = source.title;
@@ -345,7 +345,7 @@ private:
 
     const LoadedBeam& m_source;
     const Analysis& m_analysis;
-    const Beam& m_beam;
+    const Statics::Beam& m_beam;
     LoadReport m_report;
     std::vector<Response> m_ofCase;
     std::vector<Solved> m_solved;
@@ -405,7 +405,7 @@ bool LoadReport::HasReaction(ReactionPart part) const
 LoadReport MakeLoadReport(const LoadedBeam& beam)
 {
     if (!beam.analysis.IsAnswered()) throw std::invalid_argument("a beam without an answer has no loads to report");
-    return Maker(beam).Make();
+    return ReportMaker(beam).Make();
 }
 
 const char* NameOf(ActionKind kind)

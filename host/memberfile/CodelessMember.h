@@ -4,6 +4,9 @@
 
 namespace Keltrix::Host {
 
+/// Modulus of elasticity of steel where no design code gives one, Pa.
+inline constexpr double STEEL_E = 205e9;
+
 /// A member without a design code: it takes every section and grade, shows its input and checks nothing.
 class CodelessMember : public Steel::CSteelMemberGen {
 public:

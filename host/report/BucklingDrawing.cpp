@@ -22,8 +22,6 @@ namespace {
 using Stability::ShapeSample;
 using Steel::CRestraint;
 
-std::string Metres(double value) { return Rounded(value, 5) + " m"; }
-
 // The section on the paper, mm, about its shear centre, y downwards.
 class DrawnSection {
 public:
@@ -158,8 +156,8 @@ private:
     std::string Title() const
     {
         if (!m_unit) return "Plan of the member: nothing buckles";
-        return (m_report.IsHeld() ? "Buckled shape from " : "Free motion from ") + Metres(m_unit->found.start) +
-               " to " + Metres(m_unit->found.end);
+        return (m_report.IsHeld() ? "Buckled shape from " : "Free motion from ") + LengthText(m_unit->found.start) +
+               " to " + LengthText(m_unit->found.end);
     }
 
     double PlaceOf(int i) const
@@ -179,7 +177,7 @@ private:
         for (int i = 0; i < SECTIONS; ++i) {
             const ShapeSample sample = At(PlaceOf(i));
             AddItem(places, "; ",
-                    number(sample.flange[0]) + " and " + number(sample.flange[1]) + " at " + Metres(sample.x));
+                    number(sample.flange[0]) + " and " + number(sample.flange[1]) + " at " + LengthText(sample.x));
         }
         return text + ' ' + places + '.';
     }
@@ -361,7 +359,7 @@ private:
                                      .LineTo(x, y + 4.0)
                                      .LineTo(x, y + 5.0));
             DrawSection(x, centre, sample, sideways);
-            m_svg.Text("", x, end + 3.0, "middle", Metres(sample.x));
+            m_svg.Text("", x, end + 3.0, "middle", LengthText(sample.x));
         }
         m_svg.Text("note", 2.0, end + 7.5, "start",
                    "Sections, seen along the member from its start: where they were (broken) and as they " +

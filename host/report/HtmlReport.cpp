@@ -14,8 +14,6 @@ namespace {
 
 const std::string UNITS = "Units: m, kN, kNm, N/mm²; section dimensions mm.";
 
-std::string UtilText(double utilisation) { return EscapedHtml(Utf8(CDesFormat().Util(utilisation))); }
-
 std::string Meter(double utilisation)
 {
     const double share = std::clamp(std::isnan(utilisation) ? 1.0 : utilisation, 0.0, 1.0);
@@ -138,7 +136,7 @@ std::string HtmlReport::IndexRow(const Row& row, std::size_t number) const
            "\"><bdi>" + EscapedHtml(row.title) + "</bdi></a></th><td class=\"name\">" + EscapedHtml(row.section) +
            "</td><td>" + EscapedHtml(row.grade) + "</td><td>" + StatusHtml(row.status) +
            (row.warnings.empty() ? "" : ", <span class=\"orange\">" + row.warnings + "</span>") +
-           "</td><td class=\"n\">" + Meter(row.utilisation) + UtilText(row.utilisation) + "</td><td>" +
+           "</td><td class=\"n\">" + Meter(row.utilisation) + UtilisationText(row.utilisation) + "</td><td>" +
            EscapedHtml(WithUnitsKept(row.governing)) + "</td></tr>\n";
 }
 

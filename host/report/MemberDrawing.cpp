@@ -71,8 +71,6 @@ const char* NameOf(Hold hold)
     return "";
 }
 
-std::string Metres(double value) { return Rounded(value, 5) + " m"; }
-
 // What would run into what stands there already, or into the last of its row, is left out.
 class LabelRow {
 public:
@@ -126,7 +124,7 @@ private:
 
     std::string Title() const
     {
-        return "Elevation of the member, " + Metres(m_layout.Length()) + ", scale 1:" + Rounded(m_axis.Scale(), 4);
+        return "Elevation of the member, " + LengthText(m_layout.Length()) + ", scale 1:" + Rounded(m_axis.Scale(), 4);
     }
 
     std::string Description() const
@@ -136,7 +134,7 @@ private:
         for (std::size_t i = 0; i < m_layout.points.size(); ++i) {
             if (i == most) return text + " And so on: the table below has all points.";
             AddItem(text, " ",
-                    "Point " + std::to_string(i + 1) + " at " + Metres(m_layout.points[i].GetPos()) + ": " +
+                    "Point " + std::to_string(i + 1) + " at " + LengthText(m_layout.points[i].GetPos()) + ": " +
                         HoldWords(RestraintOfPoint(m_layout, i)) + ".");
         }
         return text;
@@ -279,7 +277,7 @@ private:
         const double y = DimensionY();
         m_svg.Line("dim", m_axis.Left(), y, m_axis.Right(), y);
         if (points == 0) return;
-        const auto place = [&](std::size_t i) { return Metres(m_layout.points[i].GetPos()); };
+        const auto place = [&](std::size_t i) { return LengthText(m_layout.points[i].GetPos()); };
         const auto number = [](std::size_t i) { return std::to_string(i + 1); };
         const double end = m_axis.X(m_layout.points.back().GetPos());
         LabelRow numbers(end - 0.6 * TextWidth(number(points - 1)));

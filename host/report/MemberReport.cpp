@@ -8,8 +8,6 @@ namespace Keltrix::Host {
 
 namespace {
 
-std::string UtilText(double utilisation) { return Utf8(CDesFormat().Util(utilisation)); }
-
 // The combination of what governs a beam.
 std::string InCombination(const CheckedMember& checked)
 {
@@ -22,11 +20,11 @@ std::string Verdict(const CheckedMember& checked)
 {
     return "<h4>" + AsText(checked.title) + "</h4>\n" + checked.Section() + " in " + checked.Grade() + ": <b>" +
            StatusMarkup(checked.Status(), checked.warnings) + "</b>, utilisation <b>" +
-           UtilText(checked.Utilisation()) + "</b>, governed by " + checked.Governing() + InCombination(checked) +
-           "\n" + WarningMarkup(checked.warnings);
+           UtilisationText(checked.Utilisation()) + "</b>, governed by " + checked.Governing() +
+           InCombination(checked) + "\n" + WarningMarkup(checked.warnings);
 }
 
-std::string Cell(const wchar_t* text) { return AsText(Utf8(std::wstring_view(text))); }
+std::string Cell(const wchar_t* text) { return AsText(Utf8(text)); }
 
 // The checks of a beam with the combination in which each is worst.
 std::string EnvelopeTable(const CheckedMember& checked)
@@ -38,8 +36,9 @@ std::string EnvelopeTable(const CheckedMember& checked)
         if (!entry.WasEvaluated() && !isOpen) continue;
         const bool passes = entry.status == Design::CheckStatus::Passed;
         const std::string result = Cell(Design::StatusName(entry.status));
-        text += DescribeRule(entry) + '\t' + DescribePlace(entry) + '\t' + (isOpen ? "" : UtilText(entry.utilisation)) +
-                '\t' + (passes ? result : "<red>" + result + "</red>") +
+        text += DescribeRule(entry) + '\t' + DescribePlace(entry) + '\t' +
+                (isOpen ? "" : UtilisationText(entry.utilisation)) + '\t' +
+                (passes ? result : "<red>" + result + "</red>") +
                 (entry.reason[0] != L'\0' ? ": " + Cell(entry.reason) : "") + (entry.governing ? ", governs" : "") +
                 '\t' + AsText(checked.CombinationOf(&entry)) + '\n';
     }

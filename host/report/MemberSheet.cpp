@@ -26,11 +26,9 @@ namespace {
 using Design::RuleFinding;
 using Steel::CMemberResult;
 
-std::string Wording(const wchar_t* text) { return EscapedHtml(Utf8(std::wstring_view(text))); }
+std::string Wording(const wchar_t* text) { return EscapedHtml(Utf8(text)); }
 
-std::string UtilText(double utilisation) { return EscapedHtml(Utf8(CDesFormat().Util(utilisation))); }
-
-std::string Metres(double value) { return WithUnitsKept(Rounded(value, 5) + " m"); }
+std::string PlaceHtml(double metres) { return WithUnitsKept(LengthText(metres)); }
 
 // A user's text keeps its own direction of writing to itself.
 std::string Isolated(const std::string& text) { return "<bdi>" + EscapedHtml(text) + "</bdi>"; }
@@ -107,7 +105,7 @@ std::string VerdictHtml(const CheckedMember& checked)
     std::string html = status == "pass" ? "<p class=\"verdict\">" : "<p class=\"verdict fails\">";
     html += StatusHtml(status) +
             (checked.warnings.empty() ? "" : ", <span class=\"orange\">" + CountText(checked.warnings) + "</span>") +
-            ", utilisation <b>" + UtilText(checked.Utilisation()) + "</b>, governed by " +
+            ", utilisation <b>" + UtilisationText(checked.Utilisation()) + "</b>, governed by " +
             EscapedHtml(WithUnitsKept(checked.Governing()));
     const std::string combination = checked.CombinationOf(checked.findings.Governing());
     if (!combination.empty()) html += ", in " + Isolated(combination);
@@ -160,9 +158,9 @@ std::string PointTable(const DrawnLayout& layout)
     for (std::size_t i = 0; i < layout.points.size(); ++i) {
         const Steel::CRestraint restraint = layout.points[i].GetRestraint();
         html += "<tr><th scope=\"row\">" + std::to_string(i + 1) + "</th><td class=\"n\">" +
-                Metres(layout.points[i].GetPos()) + "</td><td>" + EscapedHtml(Utf8(restraint.UserDescription())) +
+                PlaceHtml(layout.points[i].GetPos()) + "</td><td>" + EscapedHtml(Utf8(restraint.UserDescription())) +
                 "</td><td>" + HoldWords(RestraintOfPoint(layout, i)) + "</td><td>" +
-                (restraint.LoadHeight() == 0.0 ? "0" : Metres(restraint.LoadHeight())) + "</td></tr>\n";
+                (restraint.LoadHeight() == 0.0 ? "0" : PlaceHtml(restraint.LoadHeight())) + "</td></tr>\n";
     }
     return html + "</tbody></table>\n";
 }
@@ -182,8 +180,9 @@ std::string SubSpanTable(const DrawnLayout& layout)
     for (std::size_t k = 0; k < layout.SubSpanCount(); ++k) {
         const Steel::CSubSpan& subSpan = layout.subSpans[k];
         html += "<tr><th scope=\"row\">" + std::to_string(k + 1) + "</th><td class=\"n\">" +
-                Metres(layout.points[k].GetPos()) + "</td><td class=\"n\">" + Metres(layout.points[k + 1].GetPos()) +
-                "</td><td>" + EscapedHtml(Utf8(subSpan.GetRestraint().UserDescription())) + "</td><td>" +
+                PlaceHtml(layout.points[k].GetPos()) + "</td><td class=\"n\">" +
+                PlaceHtml(layout.points[k + 1].GetPos()) + "</td><td>" +
+                EscapedHtml(Utf8(subSpan.GetRestraint().UserDescription())) + "</td><td>" +
                 HoldWords(RestraintOfSubSpan(subSpan)) + "</td></tr>\n";
     }
     return html + "</tbody></table>\n";
@@ -277,7 +276,8 @@ std::string ResistanceText(const RuleFinding& entry)
 std::string PlaceText(const RuleFinding& entry)
 {
     if (std::isnan(entry.start)) return {};
-    return entry.start == entry.end ? "at " + Metres(entry.start) : Metres(entry.start) + " to " + Metres(entry.end);
+    return entry.start == entry.end ? "at " + PlaceHtml(entry.start)
+                                    : PlaceHtml(entry.start) + " to " + PlaceHtml(entry.end);
 }
 
 std::string CheckRow(const RuleFinding& entry, const CheckedMember& checked)
@@ -286,7 +286,7 @@ std::string CheckRow(const RuleFinding& entry, const CheckedMember& checked)
     std::string html = entry.governing ? "<tr class=\"governs\">" : "<tr>";
     html += "<td>" + Wording(entry.name) + (entry.governing ? " (governs)" : "") + "</td><td>" + Wording(entry.clause) +
             "</td><td>" + PlaceText(entry) + "</td><td class=\"n\">" +
-            (entry.utilisation == 0.0 ? std::string() : UtilText(entry.utilisation)) + "</td><td class=\"n\">" +
+            (entry.utilisation == 0.0 ? std::string() : UtilisationText(entry.utilisation)) + "</td><td class=\"n\">" +
             ResistanceText(entry) + "</td><td>" + StatusHtml(fails ? "fail" : "pass");
     if (entry.reason[0] != L'\0') html += ": " + Wording(entry.reason);
     if (!checked.sources.empty()) html += "</td><td>" + Isolated(checked.CombinationOf(&entry));
@@ -350,8 +350,8 @@ std::string InformationTable(const Design::MemberFindings& findings)
     for (const RuleFinding& entry : findings.rules) {
         if (entry.status != Design::CheckStatus::Information) continue;
         rows += "<tr><td>" + Wording(entry.name) + "</td><td>" + Wording(entry.clause) + "</td><td>" +
-                PlaceText(entry) + "</td><td class=\"n\">" + UtilText(entry.utilisation) + "</td><td class=\"n\">" +
-                ResistanceText(entry) + "</td><td>" + Wording(entry.reason) + "</td></tr>\n";
+                PlaceText(entry) + "</td><td class=\"n\">" + UtilisationText(entry.utilisation) +
+                "</td><td class=\"n\">" + ResistanceText(entry) + "</td><td>" + Wording(entry.reason) + "</td></tr>\n";
     }
     if (rows.empty()) return {};
     return TableHead("For information, no checks", {"For information", "Basis", "Where"}, {"Utilisation", "Resistance"},
@@ -372,8 +372,7 @@ std::vector<std::string> AssumptionSentences(const Design::MemberFindings& findi
 {
     std::vector<std::string> sentences;
     for (const Design::Assumption& assumption : findings.assumptions)
-        sentences.push_back(Utf8(std::wstring_view(assumption.name)) + ": " +
-                            Utf8(Design::AssumptionText(assumption, CDesFormat())));
+        sentences.push_back(Utf8(assumption.name) + ": " + Utf8(Design::AssumptionText(assumption, CDesFormat())));
     return sentences;
 }
 
@@ -485,8 +484,8 @@ private:
         const bool fails = found && found->isMarked;
         std::string result;
         if (found && !std::isnan(found->utilisation))
-            result = "<span class=\"result" + std::string(fails ? " fail" : "") + "\">" + UtilText(found->utilisation) +
-                     (fails ? " fails" : "") + "</span>";
+            result = "<span class=\"result" + std::string(fails ? " fail" : "") + "\">" +
+                     UtilisationText(found->utilisation) + (fails ? " fails" : "") + "</span>";
         std::string title = RenderHtml(std::move(heading));
         title.pop_back();
         // Where the code tells nothing of the parts none is folded away.

@@ -30,12 +30,7 @@ std::vector<const RuleFinding*> EvaluatedRules(const Design::MemberFindings& fin
     return rules;
 }
 
-std::string UtilText(double utilisation) { return Utf8(CDesFormat().Util(utilisation)); }
-
-std::string Name(const RuleFinding& entry)
-{
-    return Utf8(std::wstring_view(entry.name)) + " (" + Utf8(std::wstring_view(entry.clause)) + ")";
-}
+std::string Name(const RuleFinding& entry) { return Utf8(entry.name) + " (" + Utf8(entry.clause) + ")"; }
 
 } // namespace
 
@@ -53,7 +48,7 @@ std::string UtilisationSvg(const std::string& id, const CheckedMember& checked)
     for (const RuleFinding* entry : rules) {
         largest = std::fmax(largest, entry->utilisation);
         AddItem(description, "; ",
-                Name(*entry) + " " + UtilText(entry->utilisation) + (entry->governing ? ", governs" : ""));
+                Name(*entry) + " " + UtilisationText(entry->utilisation) + (entry->governing ? ", governs" : ""));
     }
     const double scale = (width - names - 38.0) / std::min(largest * 1.05, most);
     Svg svg(id, "Utilisation of each check against the limit 1.0", description);
@@ -66,8 +61,8 @@ std::string UtilisationSvg(const std::string& id, const CheckedMember& checked)
         svg.Text(entry.governing ? "rule strong" : "rule", names - 2.0, y + 3.2, "end", Name(entry));
         svg.Rect(fails ? "bar fails" : entry.governing ? "bar governs" : "bar", names, y + 0.7, length, row - 2.2);
         const bool isCut = !(entry.utilisation < most);
-        const std::string value = UtilText(entry.utilisation) + (isCut ? " (bar cut)" : "") + (fails ? " fails" : "") +
-                                  (entry.governing ? " ◂ governs" : "");
+        const std::string value = UtilisationText(entry.utilisation) + (isCut ? " (bar cut)" : "") +
+                                  (fails ? " fails" : "") + (entry.governing ? " ◂ governs" : "");
         double start = names + std::max(length, 0.0) + 1.5;
         // The line of the limit does not run through a value.
         const double end = start + 1.7 * static_cast<double>(DisplayWidth(value));

@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "keltrix/platform/KxUtil.h"
+
 namespace Keltrix::Host {
 
 namespace {
@@ -208,5 +210,9 @@ std::string Rounded(double value, int figures)
     if (text.back() == '.') text.pop_back();
     return text;
 }
+
+std::string LengthText(double metres) { return Rounded(metres, 5) + " m"; }
+
+std::string UtilisationText(double utilisation) { return Utf8(CDesFormat().Util(utilisation)); }
 
 } // namespace Keltrix::Host

@@ -10,6 +10,7 @@ namespace Keltrix::Host {
 /// UTF-8 of any text: what has no UTF-8 form becomes U+FFFD.
 std::string Utf8(const CString& text);
 std::string Utf8(std::wstring_view text);
+inline std::string Utf8(const wchar_t* text) { return Utf8(std::wstring_view(text)); }
 
 /// A text of the program's own, in UTF-8, as wide text; ill-formed bytes become U+FFFD.
 CString Wide(std::string_view utf8);
@@ -43,5 +44,9 @@ std::string Shortest(double value);
 std::string Figures(double value, int figures);
 /// As Figures, without zeros at the end of its decimals: what was given as a round number.
 std::string Rounded(double value, int figures);
+/// A length of a member or a place along it: "6.25 m".
+std::string LengthText(double metres);
+/// A utilisation as reports have it.
+std::string UtilisationText(double utilisation);
 
 } // namespace Keltrix::Host

@@ -176,7 +176,7 @@ private:
     std::optional<double> m_before, m_coarse, m_fine;
 };
 // Most elements of the finest mesh.
-constexpr std::size_t MOST_ELEMENTS = 2000;
+constexpr std::size_t MOST_REFINED = 2000;
 
 std::optional<CriticalLoad> LoadOf(const Convergence& factors, const Solved& solved,
                                    const std::optional<Eigenpair>& pair, const SectionConstants& section, double moment)
@@ -325,7 +325,7 @@ private:
             if (!solved.pairs.definite) return false;
             positive.Take(solved.pairs.positive);
             negative.Take(solved.pairs.negative);
-            const bool room = 2 * solved.mesh.elements.size() <= MOST_ELEMENTS;
+            const bool room = 2 * solved.mesh.elements.size() <= MOST_REFINED;
             const bool good = positive.IsGood() && negative.IsGood();
             if (meshes == 1 || (room && !good)) {
                 solved = Solve(Halved(solved.mesh, part), part, section, warpingFree, &solved);

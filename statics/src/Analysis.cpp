@@ -5,14 +5,13 @@
 #include <stdexcept>
 
 #include "Plane.h"
+#include "SamePlace.h"
 
 namespace Keltrix::Statics {
 
 using Steel::CRestraint;
 
 namespace {
-
-constexpr double SAME_PLACE = 1e-9;
 
 // The break at a place.
 std::size_t PlaceOf(const std::vector<double>& breaks, double x)

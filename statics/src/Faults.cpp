@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "SamePlace.h"
 #include "keltrix/statics/Beam.h"
 
 namespace Keltrix::Statics {
@@ -11,7 +12,6 @@ using Steel::CRestraint;
 
 // Nodes closer than this share of the length are refused: no stiffness of use lies between them.
 constexpr double CLOSEST = 1e-4;
-constexpr double SAME_PLACE = 1e-9;
 // Springs below this share of EI/L³ (of EI/L for rotations) are refused: rounding of the member's own stiffness would be of their size.
 constexpr double SOFTEST = 1e-7;
 // Lengths in m between which squares and cubes of them are numbers.

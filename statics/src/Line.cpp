@@ -5,13 +5,11 @@
 #include <stdexcept>
 
 #include "Polynomial.h"
+#include "SamePlace.h"
 
 namespace Keltrix::Statics {
 
 namespace {
-
-// Places closer than this share of the member's length are one.
-constexpr double SAME_PLACE = 1e-9;
 
 void Take(double value, double at, bool& any, Extremes& extremes)
 {

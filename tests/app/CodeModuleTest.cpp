@@ -105,6 +105,22 @@ TEST(CodeModule, HasItsOwnOptionsAndAnnexes)
     EXPECT_THAT(RunKsteel(WITH_TIE + "check --code tie --help").out, HasSubstr("--ends welded|bolted"));
 }
 
+// Whose combinations a beam has is never guessed.
+TEST(CodeModule, ABeamMustNameItsCombinationsWhereTheCodeNamesNone)
+{
+    const TestDirectory directory;
+    const std::string beam = "section = \"CHS 88.9x5\"\ngrade = \"S235\"\nlength = 4\nself-weight = false\n"
+                             "[[load]]\nkind = \"permanent\"\naxial = 100\nat = 4\n";
+    const auto unnamed = RunKsteel(WITH_TIE + "check --code tie '" + directory.Write("tie.toml", beam) + "'");
+    EXPECT_EQ(unnamed.code, 2) << unnamed;
+    EXPECT_THAT(unnamed.err, HasSubstr("combinations: got nothing, expected bs5950, en1990"));
+    EXPECT_THAT(unnamed.err, HasSubstr("the design code names none"));
+    const auto named = RunKsteel(WITH_TIE + "check --code tie '" +
+                                 directory.Write("named.toml", "combinations = \"en1990\"\n" + beam) + "'");
+    EXPECT_EQ(named.code, 0) << named;
+    EXPECT_EQ(RunKsteel(WITH_TIE + "new beam --code tie --span 4 --udl dead=1").code, 3);
+}
+
 TEST(CodeModule, EveryCommandTakesIt)
 {
     const TestDirectory directory;

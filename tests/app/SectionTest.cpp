@@ -27,7 +27,7 @@ std::map<std::string, double> ValuesOf(const std::string& name)
     return values;
 }
 
-std::string Refusal(const std::string& name)
+std::string RefusalOf(const std::string& name)
 {
     try {
         FindSection(name);
@@ -138,9 +138,9 @@ TEST(Section, CentroidsOfHollowSectionsAreAtTheirMiddle)
 
 TEST(Section, UnknownNamesGetTheNearestOnes)
 {
-    EXPECT_THAT(Refusal("UB 457x191x68"), HasSubstr("unknown section \"UB 457x191x68\"; nearest: UB 457x191x67, "));
-    EXPECT_THAT(Refusal(""), HasSubstr("unknown section \"\""));
-    EXPECT_THAT(Refusal("\xFF<b>"), HasSubstr("unknown section"));
+    EXPECT_THAT(RefusalOf("UB 457x191x68"), HasSubstr("unknown section \"UB 457x191x68\"; nearest: UB 457x191x67, "));
+    EXPECT_THAT(RefusalOf(""), HasSubstr("unknown section \"\""));
+    EXPECT_THAT(RefusalOf("\xFF<b>"), HasSubstr("unknown section"));
 }
 
 TEST(Section, OtherSpellingsShowTheCataloguesName)
@@ -160,7 +160,7 @@ TEST(Section, DimensionsThatAreNoSectionAreRefused)
 {
     for (const char* name : {"I 10x100x5x6", "TUBE 10x5", "BOX 10x10x5x5", "ANGLE 10x10x5x5x5", "TEE 10x10x2x11x1x0",
                              "C 100x10x5x5x10x0", "GI 100x50x50x5x60x60"})
-        EXPECT_THAT(Refusal(name), HasSubstr("these dimensions do not fit together to a section")) << name;
+        EXPECT_THAT(RefusalOf(name), HasSubstr("these dimensions do not fit together to a section")) << name;
 }
 
 // One rule of what is a section, for the section commands and for member files.
@@ -185,7 +185,7 @@ TEST(Section, RandomDimensionsAreASectionForMemberFilesExactlyWhereTheyAreOneByT
         std::string text = Trial::GOOD_MEMBER;
         const std::size_t at = text.find("SECTION,") + 8;
         text.replace(at, text.find(',', at) - at, name);
-        const bool isSection = Refusal(name) == "no refusal";
+        const bool isSection = RefusalOf(name) == "no refusal";
         (isSection ? fitting : refused)++;
         const CString wide = Wide(text);
         EXPECT_EQ(CheckMemberFile(wide).Errors() == 0, isSection) << name << ", seed " << seed;

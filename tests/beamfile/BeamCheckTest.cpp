@@ -165,6 +165,7 @@ TEST(BeamCheck, DeflectionByHand)
     EXPECT_NEAR(deflection->resistance, 0.025, 1e-12);
     const Json json = JsonOf(checked);
     EXPECT_NEAR(json["checks"].back()["demand"].get<double>(), 9.761e-3, 1e-5);
+    EXPECT_EQ(json["checks"].back()["quantity"], "length");
     EXPECT_EQ(json["checks"].back()["combination"], "dead and imposed: 1 Dead + 1 Imposed");
 }
 

@@ -14,7 +14,7 @@ namespace {
 
 using ::testing::HasSubstr;
 
-const std::string HEAD = "section = \"UB 457x191x67\"\ngrade = \"S275\"\ncombinations = \"bs5950\"\n";
+const std::string BS_HEAD = "section = \"UB 457x191x67\"\ngrade = \"S275\"\ncombinations = \"bs5950\"\n";
 const std::string DECK = "[[restraint]]\nfrom = 0\nholds = \"Top flange lateral\"\n";
 
 CheckedMember Checked(const std::string& text)
@@ -29,22 +29,22 @@ CheckedMember Checked(const std::string& text)
 TEST(BeamSafety, UpliftAtTheBottomFlangeDestabilises)
 {
     const std::string wind = "length = 6.0\ndeflection = false\n[[load]]\nkind = \"wind\"\nudl = -25.0\n";
-    const CheckedMember low = Checked(HEAD + wind + "height = \"bottom flange\"\n");
+    const CheckedMember low = Checked(BS_HEAD + wind + "height = \"bottom flange\"\n");
     EXPECT_EQ(low.Status(), "fail");
     EXPECT_NEAR(low.result->UtilBucklingLT(), 1.204, 0.005);
     // Turned over, with the load at the top flange, it is the same beam but for the self weight: 35.66 kN/m.
     const CheckedMember high = Checked(
-        HEAD + "length = 6.0\ndeflection = false\n[[load]]\nkind = \"wind\"\nudl = 25.0\nheight = \"top flange\"\n");
+        BS_HEAD + "length = 6.0\ndeflection = false\n[[load]]\nkind = \"wind\"\nudl = 25.0\nheight = \"top flange\"\n");
     EXPECT_GT(high.result->UtilBucklingLT(), low.result->UtilBucklingLT());
     // At the top flange uplift is taken as if it destabilised, which is safe; at the shear centre it does not: LE = 6 m, 0.899.
-    EXPECT_LT(Checked(HEAD + wind).result->UtilBucklingLT(), 0.95);
+    EXPECT_LT(Checked(BS_HEAD + wind).result->UtilBucklingLT(), 0.95);
 }
 
 // The imposed load is in a combination of serviceability alone.
 TEST(BeamSafety, ACaseWithoutAnUltimateCombinationIsAWarning)
 {
     const std::string text =
-        HEAD.substr(0, HEAD.find("combinations")) + "length = 6.0\n" + DECK +
+        BS_HEAD.substr(0, BS_HEAD.find("combinations")) + "length = 6.0\n" + DECK +
         "[[load]]\ncase = \"Dead\"\nkind = \"permanent\"\nudl = 5\n[[load]]\ncase = \"Floor\"\nkind = \"imposed\"\nudl "
         "= 60\n"
         "[[combination]]\nname = \"strength\"\nfactors = { Dead = 1.4 }\n"
@@ -56,7 +56,7 @@ TEST(BeamSafety, ACaseWithoutAnUltimateCombinationIsAWarning)
 // 22.66 kN/m on a cantilever of 5 m: 29.4 mm. The file has no limit for it under all loads: nothing is known, and it does not pass.
 TEST(BeamSafety, ALimitThatDoesNotReachAnOverhangIsNotEvaluated)
 {
-    const std::string beam = HEAD +
+    const std::string beam = BS_HEAD +
                              "length = 5.0\nsupports = [{ at = 0, holds = \"Fixed\" }]\n[[restraint]]\nfrom = 0\n"
                              "holds = \"Top and Bottom flange lateral\"\n[[load]]\nkind = \"permanent\"\nudl = 15\n";
     const auto status = [&](const std::string& limits) {
@@ -75,9 +75,9 @@ TEST(BeamSafety, DeflectionsBesideSpringsAreNotEvaluated)
 {
     const std::string load =
         "self-weight = false\npattern = false\n" + DECK + "[[load]]\nkind = \"imposed\"\nudl = 10\n";
-    EXPECT_EQ(Checked(HEAD + "length = 12.0\n" + load).Status(), "fail");
+    EXPECT_EQ(Checked(BS_HEAD + "length = 12.0\n" + load).Status(), "fail");
     const Beam soft = Read(
-        HEAD + "deflection = { imposed = 360 }\nspans = [6.0, 6.0]\nsupports = [{ at = 6, vertical = 1 }]\n" + load);
+        BS_HEAD + "deflection = { imposed = 360 }\nspans = [6.0, 6.0]\nsupports = [{ at = 6, vertical = 1 }]\n" + load);
     EXPECT_EQ(CheckBeam(soft, DefaultCode(), false).Status(), "not checked");
 }
 
@@ -95,7 +95,7 @@ TEST(BeamSafety, DeflectionAcrossTheWebHasTheSameLimits)
 TEST(BeamSafety, AlternativesAreNamed)
 {
     const std::string text =
-        HEAD + "length = 6.0\n" + DECK +
+        BS_HEAD + "length = 6.0\n" + DECK +
         "[[load]]\ncase = \"S1\"\nkind = \"snow\"\nudl = 35\n[[load]]\ncase = \"S2\"\nkind = \"snow\"\nudl = 35\n";
     EXPECT_THAT(Messages(Read(text)), HasSubstr("snow cases are alternatives, which never act together: S1, S2"));
 }
@@ -125,8 +125,8 @@ TEST(BeamSafety, BucklingWithSpringsAndHingesIsNotEvaluated)
 TEST(BeamSafety, MembersHaveTheWarningsOfTheirBeam)
 {
     const Beam beam =
-        Read(HEAD + "length = 12.0\nhinges = [3.0]\nsupports = [{ at = 0, holds = \"Fixed\" }, { at = 12 }]\n" + DECK +
-             "[[load]]\nkind = \"imposed\"\nudl = 40\n");
+        Read(BS_HEAD + "length = 12.0\nhinges = [3.0]\nsupports = [{ at = 0, holds = \"Fixed\" }, { at = 12 }]\n" +
+             DECK + "[[load]]\nkind = \"imposed\"\nudl = 40\n");
     ASSERT_FALSE(beam.made.HasErrors()) << Messages(beam);
     for (const MemberFile& member : beam.members) {
         std::string texts;
@@ -144,28 +144,29 @@ TEST(BeamSafety, MembersHaveTheWarningsOfTheirBeam)
 
 TEST(BeamSafety, LoadsThatDoNothingOrGoAstrayAreWarnings)
 {
-    EXPECT_THAT(Messages(Read(HEAD + "length = 6.0\ncolumn = true\n[[load]]\nkind = \"wind\"\nudl = 40\n")),
+    EXPECT_THAT(Messages(Read(BS_HEAD + "length = 6.0\ncolumn = true\n[[load]]\nkind = \"wind\"\nudl = 40\n")),
                 HasSubstr("warning: load: wind acts straight down on a member that is not level"));
-    EXPECT_THAT(Messages(Read(HEAD + "length = 6.0\n[[load]]\nkind = \"permanent\"\naxial = -5000\nat = 0\n")),
+    EXPECT_THAT(Messages(Read(BS_HEAD + "length = 6.0\n[[load]]\nkind = \"permanent\"\naxial = -5000\nat = 0\n")),
                 HasSubstr("warning: load: an axial load acts at 0 m, where the member is held along its axis"));
-    EXPECT_THAT(Messages(Read(HEAD + "length = 6.0\naxially-held-at = 3\n[[load]]\nkind = \"imposed\"\nudl = 4\n")),
+    EXPECT_THAT(Messages(Read(BS_HEAD + "length = 6.0\naxially-held-at = 3\n[[load]]\nkind = \"imposed\"\nudl = 4\n")),
                 HasSubstr("error: axially-held-at: got 3 m, expected the place of a support"));
     EXPECT_THAT(
         Messages(
-            Read(HEAD +
+            Read(BS_HEAD +
                  "length = 6.0\n[[restraint]]\nfrom = 0\nholds = \"Fixed\"\n[[load]]\nkind = \"imposed\"\nudl = 4\n")),
         HasSubstr("error: restraint.holds: got a hold that carries loads"));
-    EXPECT_THAT(Messages(Read(HEAD + "length = 6.0\nload = []\n")),
+    EXPECT_THAT(Messages(Read(BS_HEAD + "length = 6.0\nload = []\n")),
                 HasSubstr("warning: load: no loads: the self weight acts alone"));
-    EXPECT_THAT(Messages(Read(HEAD + "length = 6.0\n[[load]]\nkind = \"imposed\"\nmoment = 4\nat = 3\nheight = 0.2\n")),
-                HasSubstr("error: load.height: got the height of a moment"));
+    EXPECT_THAT(
+        Messages(Read(BS_HEAD + "length = 6.0\n[[load]]\nkind = \"imposed\"\nmoment = 4\nat = 3\nheight = 0.2\n")),
+        HasSubstr("error: load.height: got the height of a moment"));
 }
 
 // 400 kN/m give 112 mm, more than 16.7 mm, in the second of two states of serviceability.
 TEST(BeamSafety, OwnLimitsAreCheckedInEveryStateOfTheFile)
 {
     const std::string text =
-        HEAD.substr(0, HEAD.find("combinations")) +
+        BS_HEAD.substr(0, BS_HEAD.find("combinations")) +
         "length = 6.0\nself-weight = false\ndeflection = { imposed = 360 }\n" + DECK +
         "[[load]]\ncase = \"D\"\nkind = \"permanent\"\nudl = 5\n[[load]]\ncase = \"F\"\nkind = \"imposed\"\nudl = 40\n"
         "[[combination]]\nname = \"u\"\nfactors = { D = 1.4, F = 1.2 }\n"

@@ -116,19 +116,19 @@ TEST(PublishedExamples, TheEffectivePlasticModulusOfDesignGuideExample5)
 
 namespace {
 
-struct StrengthRow {
+struct TabulatedStrength {
     double slenderness;
     double strength[3]; // py 275, 355, 460
 };
 
 // BS 5950-1:2000, Table 16, rolled sections.
-constexpr StrengthRow TABLE_16[] = {
+constexpr TabulatedStrength TABLE_16[] = {
     {25, {275, 355, 460}}, {30, {275, 355, 446}}, {35, {273, 341, 426}},  {50, {238, 292, 356}},
     {60, {213, 257, 304}}, {75, {176, 205, 234}}, {100, {125, 139, 151}}, {120, {96, 104, 111}},
     {150, {67, 71, 75}},   {180, {49, 51, 54}},   {200, {40, 42, 44}},    {250, {27, 28, 29}},
 };
 // BS 5950-1:2000, Table 24 c.
-constexpr StrengthRow TABLE_24C[] = {
+constexpr TabulatedStrength TABLE_24C[] = {
     {30, {255, 324, 413}}, {50, {220, 275, 341}}, {60, {201, 247, 298}}, {80, {161, 188, 215}}, {100, {125, 140, 154}},
     {120, {97, 106, 113}}, {150, {68, 73, 76}},   {180, {50, 53, 55}},   {200, {42, 43, 45}},   {250, {28, 29, 29}},
 };
@@ -138,7 +138,7 @@ constexpr double PY[] = {275e6, 355e6, 460e6};
 
 TEST(Table16, AgreesWithAnnexBRoundedToWholeNumbers)
 {
-    for (const StrengthRow& row : TABLE_16)
+    for (const TabulatedStrength& row : TABLE_16)
         for (int i = 0; i < 3; ++i)
             EXPECT_EQ(std::round(BendingStrength(row.slenderness, PY[i], false) / 1e6), row.strength[i])
                 << "λLT " << row.slenderness << ", py " << PY[i];
@@ -146,7 +146,7 @@ TEST(Table16, AgreesWithAnnexBRoundedToWholeNumbers)
 
 TEST(Table24, CurveCAgreesWithAnnexCRoundedToWholeNumbers)
 {
-    for (const StrengthRow& row : TABLE_24C)
+    for (const TabulatedStrength& row : TABLE_24C)
         for (int i = 0; i < 3; ++i)
             EXPECT_EQ(std::round(CompressiveStrength(row.slenderness, PY[i], 5.5) / 1e6), row.strength[i])
                 << "λ " << row.slenderness << ", py " << PY[i];
@@ -180,11 +180,11 @@ TEST(WholeTables, Of16And24cAgreeWhereTheirFileIsAtHand)
 
 namespace {
 
-struct CurveRow {
+struct TabulatedCurve {
     double slenderness, robertson, at275, at355;
 };
 // Annex C, curves a, b and d, made from the formula by hand.
-constexpr CurveRow CURVES[] = {
+constexpr TabulatedCurve CURVES[] = {
     {60, 2.0, 239.3, 298.0},  {100, 2.0, 157.4, 170.6}, {60, 3.5, 220.6, 272.1},
     {100, 3.5, 140.8, 155.5}, {60, 8.0, 182.4, 222.6},  {100, 8.0, 111.2, 126.4},
 };
@@ -193,7 +193,7 @@ constexpr CurveRow CURVES[] = {
 
 TEST(AnnexC, CurvesAAndBAndD)
 {
-    for (const CurveRow& row : CURVES) {
+    for (const TabulatedCurve& row : CURVES) {
         EXPECT_NEAR(CompressiveStrength(row.slenderness, 275e6, row.robertson) / 1e6, row.at275, 0.05);
         EXPECT_NEAR(CompressiveStrength(row.slenderness, 355e6, row.robertson) / 1e6, row.at355, 0.05);
     }

@@ -10,8 +10,6 @@ using namespace Keltrix::Steel::Test;
 
 namespace {
 
-const std::string clause = "<i>BS5950-1:2000 Table 13 and clause 4.3.5.2</i> condition: ";
-
 struct TableRow {
     const char* name;
     unsigned int bits;
@@ -65,7 +63,7 @@ TEST(Table13, RowsAndColumnsGiveTheirLengthAndLabel)
             const double length = CCodeShare(&result).BS5950_1_2000_Table13(10.0, 0.5, CCodeShare::LT_COMP_FLANGE1,
                                                                             Held(row.bits), destabilizing, false);
             EXPECT_NEAR(length, destabilizing ? row.destabilizing : row.normal, 1e-12) << row.name;
-            EXPECT_EQ(Texts(result).at(0), clause + (destabilizing ? row.destabilizingLabel : row.normalLabel) + "\n")
+            EXPECT_EQ(Texts(result).at(0), clause13 + (destabilizing ? row.destabilizingLabel : row.normalLabel) + "\n")
                 << row.name;
             EXPECT_EQ(result.GetFlags(), 0) << row.name;
             EXPECT_EQ(result.UtilBucklingLT(), 0.0) << row.name;
@@ -85,7 +83,7 @@ TEST(Table13, WithTheNominalRowRefusedNoRowApplies)
     const double length = CCodeShare(&result).BS5950_1_2000_Table13(6.0, 0.4, CCodeShare::LT_COMP_FLANGE1,
                                                                     Held(compLateral), false, true);
     EXPECT_EQ(length, infinity);
-    EXPECT_EQ(Texts(result).at(0), clause + "?\n");
+    EXPECT_EQ(Texts(result).at(0), clause13 + "?\n");
     EXPECT_EQ(result.GetFlags(), 0x127);
     EXPECT_EQ(result.UtilBucklingLT(), infinity);
     EXPECT_EQ(result.UtilBucklingCombined(), infinity);
@@ -178,14 +176,13 @@ TEST(Table13, LinesFollowOneAnotherAndAreIndented)
         const CResultIndent indent(&result);
         rules.BS5950_1_2000_Table13(1.0, 0.1, CCodeShare::LT_COMP_FLANGE1, Held(compLateral), true, false);
     }
-    EXPECT_EQ(Texts(result).at(0), "before: " + clause + "1.0L(normal)\n\t" + clause + "1.2L(destabilizing)\n");
+    EXPECT_EQ(Texts(result).at(0), "before: " + clause13 + "1.0L(normal)\n\t" + clause13 + "1.2L(destabilizing)\n");
 }
 
 TEST(Table13, ZeroInfiniteAndNotANumberLengths)
 {
     const CCodeShare rules(nullptr);
     const CRestraint free = Held(0);
-    const CRestraint nominal = Held(compLateral);
     constexpr Direction dir = CCodeShare::LT_COMP_FLANGE1;
     EXPECT_EQ(rules.BS5950_1_2000_Table13(0.0, 0.0, dir, nominal, false, false), 0.0);
     EXPECT_EQ(rules.BS5950_1_2000_Table13(0.0, 0.0, dir, free, false, false), infinity);

@@ -10,9 +10,6 @@ using namespace Keltrix::Steel::Test;
 
 namespace {
 
-const std::string clause = "<i>BS5950-1:2000 Table 13 and clause 4.3.5.2</i> condition: ";
-constexpr Direction flange1 = CCodeShare::LT_COMP_FLANGE1;
-const CRestraint nominal = Held(compLateral);                                            // 1.0 L
 const CRestraint fixedEnd = Held(torsionPart | compLateral | compWarping | tensWarping); // 0.7 L
 const CRestraint freeEnd = Held(0);                                                      // no row
 
@@ -54,7 +51,7 @@ TEST(Table13TwoEnds, EqualFindingsAreWrittenOnce)
 {
     CMemberResult result;
     BothEnds(&result, nominal, nominal);
-    EXPECT_EQ(Texts(result), std::vector<std::string>{clause + "1.0L(normal)\n"});
+    EXPECT_EQ(Texts(result), std::vector<std::string>{clause13 + "1.0L(normal)\n"});
     EXPECT_EQ(result.GetFlags(), 0);
 }
 
@@ -63,7 +60,8 @@ TEST(Table13TwoEnds, DifferentFindingsFollowOneAnother)
     CMemberResult result;
     result.AddOutputString(L"x\n");
     BothEnds(&result, nominal, fixedEnd);
-    EXPECT_EQ(Texts(result), std::vector<std::string>{"x\n" + clause + "1.0L(normal)\n" + clause + "0.7L(normal)\n"});
+    EXPECT_EQ(Texts(result),
+              std::vector<std::string>{"x\n" + clause13 + "1.0L(normal)\n" + clause13 + "0.7L(normal)\n"});
 }
 
 TEST(Table13TwoEnds, TextIsIndentedAsANewTextWhateverStoodBefore)
@@ -74,7 +72,7 @@ TEST(Table13TwoEnds, TextIsIndentedAsANewTextWhateverStoodBefore)
     result.AddOutputString(L"open");
     BothEnds(&result, nominal, fixedEnd);
     EXPECT_EQ(Texts(result),
-              std::vector<std::string>{"\topen\t" + clause + "1.0L(normal)\n\t" + clause + "0.7L(normal)\n"});
+              std::vector<std::string>{"\topen\t" + clause13 + "1.0L(normal)\n\t" + clause13 + "0.7L(normal)\n"});
 }
 
 TEST(Table13TwoEnds, TheFailureOfEitherEndIsCarriedOver)
@@ -86,7 +84,7 @@ TEST(Table13TwoEnds, TheFailureOfEitherEndIsCarriedOver)
         EXPECT_EQ(result.UtilBucklingLT(), infinity);
         EXPECT_EQ(result.UtilBucklingCombined(), infinity);
         EXPECT_EQ(result.UtilOverAll(), infinity);
-        EXPECT_EQ(Texts(result), std::vector<std::string>{clause + (first ? "?\n" : "1.0L(normal)\n") + clause +
+        EXPECT_EQ(Texts(result), std::vector<std::string>{clause13 + (first ? "?\n" : "1.0L(normal)\n") + clause13 +
                                                           (first ? "1.0L(normal)\n" : "?\n")});
     }
 }
@@ -96,7 +94,7 @@ TEST(Table13TwoEnds, TwoFailuresAreWrittenOnce)
     CMemberResult result;
     BothEnds(&result, freeEnd, freeEnd);
     EXPECT_EQ(result.GetFlags(), 0x127);
-    EXPECT_EQ(Texts(result), std::vector<std::string>{clause + "?\n"});
+    EXPECT_EQ(Texts(result), std::vector<std::string>{clause13 + "?\n"});
 }
 
 TEST(Table13TwoEnds, TheBucklingCheckCountsAsIncludedAfterwards)

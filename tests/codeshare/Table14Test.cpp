@@ -10,9 +10,8 @@ using namespace Keltrix::Steel::Test;
 
 namespace {
 
-const std::string clause = "<i>BS5950-1:2000 Table 14</i> condition: ";
+const std::string clause14 = "<i>BS5950-1:2000 Table 14</i> condition: ";
 const std::string tipText = "Le increased due to tip moment: <i>BS5950-1:2000 cl. 4.3.5.4</i>\n";
-constexpr Direction flange1 = CCodeShare::LT_COMP_FLANGE1;
 
 // Flange 1 in compression throughout.
 constexpr unsigned int supports[4] = {tensLateral, torsionPart | tensLateral, minorShear | torsion,
@@ -44,7 +43,7 @@ std::string Condition(const CRestraint& support, const CRestraint& tip, Directio
     CMemberResult result;
     Length(&result, 1.0, support, tip, false, dir);
     const std::string text = Texts(result).at(0);
-    return text.substr(clause.size(), 2);
+    return text.substr(clause14.size(), 2);
 }
 
 } // namespace
@@ -59,7 +58,7 @@ TEST(Table14, EveryPairOfSupportAndTipHasItsFactorAndLabel)
                 const double length = Length(&result, 2.0, Held(supports[s]), Held(tips[t]), high);
                 const std::string label =
                     std::string(1, "abcd"[s]) + "1234"[t] + (high ? " (destabilizing) " : " ") + factor.text + "*L\n";
-                EXPECT_EQ(Texts(result), std::vector<std::string>{clause + label});
+                EXPECT_EQ(Texts(result), std::vector<std::string>{clause14 + label});
                 EXPECT_DOUBLE_EQ(length, factor.k * 2.0) << label;
                 EXPECT_EQ(result.GetFlags(), 0) << label;
             }
@@ -136,7 +135,7 @@ TEST(Table14, AMomentAtTheTipLengthensTheCantilever)
     // k L = 2, L = 2: 2 + 0.6 and 1.3 x 2 are the same.
     CMemberResult result;
     EXPECT_DOUBLE_EQ(Length(&result, 2.0, Held(supports[2]), HeldWithMoment(0, -2.0)), 2.6);
-    EXPECT_EQ(Texts(result), std::vector<std::string>{clause + "c1 1*L\n" + tipText});
+    EXPECT_EQ(Texts(result), std::vector<std::string>{clause14 + "c1 1*L\n" + tipText});
     // k L = 10, L = 2: 1.3 x 10 governs.
     EXPECT_DOUBLE_EQ(Length(nullptr, 2.0, Held(supports[1]), HeldWithMoment(0, 2.0), true), 13.0);
     // k L = 1, L = 2: 1 + 0.3 x 2 governs.
@@ -169,7 +168,8 @@ TEST(Table14, WithoutARowTheLengthIsInfiniteWhateverTheCantileverIs)
             EXPECT_EQ(Length(&result, L, Held(0), HeldWithMoment(0, moment)), infinity) << L << " " << moment;
             EXPECT_EQ(result.GetFlags(), 0x127);
             EXPECT_EQ(result.UtilBucklingLT(), infinity);
-            EXPECT_EQ(Texts(result), std::vector<std::string>{clause + "?1 inf*L\n" + (moment == 0.0 ? "" : tipText)});
+            EXPECT_EQ(Texts(result),
+                      std::vector<std::string>{clause14 + "?1 inf*L\n" + (moment == 0.0 ? "" : tipText)});
         }
 }
 
@@ -180,7 +180,7 @@ TEST(Table14, TheFailureShowsEvenWhereTheValueWasInfiniteBefore)
     result.SetFlags(0);
     Length(&result, 1.0, Held(0), Held(0), true);
     EXPECT_EQ(result.GetFlags(), 0x127);
-    EXPECT_EQ(Texts(result), std::vector<std::string>{clause + "?1 (destabilizing) inf*L\n"});
+    EXPECT_EQ(Texts(result), std::vector<std::string>{clause14 + "?1 (destabilizing) inf*L\n"});
 }
 
 TEST(Table14, AnInfiniteCantileverWithARowIsNoFailure)

@@ -56,6 +56,14 @@ inline unsigned int SpreadOverTableBits(unsigned int combination)
 
 inline CRestraint Held(unsigned int bits) { return CRestraint(static_cast<int>(bits), Data::SHR_CENTRE, 0.0); }
 
+/// An end of the row 1.0 L of Table 13.
+inline const CRestraint nominal = Held(compLateral);
+
+inline constexpr Direction flange1 = CCodeShare::LT_COMP_FLANGE1;
+
+/// What stands in front of each finding of Table 13.
+inline const std::string clause13 = "<i>BS5950-1:2000 Table 13 and clause 4.3.5.2</i> condition: ";
+
 inline CRestraint HeldWithMoment(unsigned int bits, double momentY, bool useMomentSign = true)
 {
     CRestraint restraint = Held(bits);

@@ -66,6 +66,31 @@ TEST(LateralLength, OfABeamIsByTable13)
     EXPECT_DOUBLE_EQ(Last(above, Flange::First).LE, 7.2);
 }
 
+// Table 13: destabilising where a load turns the section further. Gravity does it from above the shear centre, uplift from below; a support's
+// reaction does not, from wherever it acts.
+TEST(LateralLength, UpliftFromBelowDestabilises)
+{
+    const auto lengthAt = [](double load, double height, Flange compressed) {
+        Member m = Beam(L"Pinned");
+        m.subSpans.clear();
+        AddSubSpan(m, -3.0 * load, 3.0 * load, 0.0, 0.0);
+        Steel::CRestraint along = m.subSpans.front().GetRestraint();
+        along.SetLoadHeight(height);
+        m.subSpans.front().SetRestraint(along);
+        return Last(m, compressed).LE;
+    };
+    EXPECT_DOUBLE_EQ(lengthAt(20e3, 0.2, Flange::First), 7.2);
+    EXPECT_DOUBLE_EQ(lengthAt(20e3, -0.2, Flange::First), 6.0);
+    EXPECT_DOUBLE_EQ(lengthAt(-20e3, -0.2, Flange::Second), 7.2);
+    EXPECT_DOUBLE_EQ(lengthAt(-20e3, 0.0, Flange::Second), 6.0);
+
+    Member held = Beam(L"Pinned");
+    Steel::CRestraint below = Restraint(L"Pinned");
+    below.SetLoadHeight(-0.2);
+    held.points.front().SetRestraint(below);
+    EXPECT_DOUBLE_EQ(Last(held, Flange::First).LE, 6.0);
+}
+
 // 4.3.5.2: a support that holds a flange and is known to hold no torsion has no row.
 TEST(LateralLength, OfABeamWithoutTorsionalRestraintIsInfinite)
 {

@@ -112,7 +112,7 @@ TEST(Stretches, ABitOfTheCompressionFlangeMeansNothingWithoutAMomentOrBetweenSig
     EXPECT_EQ(s[0].left.kind, EndKind::MemberEnd);
 }
 
-Member Cantilever(const wchar_t* middle, const wchar_t* tip, const wchar_t* along = L"Free")
+Member HeldCantilever(const wchar_t* middle, const wchar_t* tip, const wchar_t* along = L"Free")
 {
     Member m;
     AddPoint(m, 0.0, L"Fixed");
@@ -125,13 +125,13 @@ Member Cantilever(const wchar_t* middle, const wchar_t* tip, const wchar_t* alon
 
 TEST(Stretches, IntermediateRestraintsOfACantileverCountOnlyWithATipHeldInTheFourthWay)
 {
-    EXPECT_EQ(Words(Stretches(Cantilever(L"Top and Bottom flange lateral", L"Free"))), "12: 0..4 cantilever");
-    EXPECT_EQ(Words(Stretches(Cantilever(L"Top and Bottom flange lateral", L"F1L"))), "12: 0..4 cantilever");
-    EXPECT_EQ(Words(Stretches(Cantilever(L"Top and Bottom flange lateral", L"TR F1L"))),
+    EXPECT_EQ(Words(Stretches(HeldCantilever(L"Top and Bottom flange lateral", L"Free"))), "12: 0..4 cantilever");
+    EXPECT_EQ(Words(Stretches(HeldCantilever(L"Top and Bottom flange lateral", L"F1L"))), "12: 0..4 cantilever");
+    EXPECT_EQ(Words(Stretches(HeldCantilever(L"Top and Bottom flange lateral", L"TR F1L"))),
               "12: 0..2; 12: 2..4 cantilever");
-    EXPECT_EQ(Words(Stretches(Cantilever(L"Free", L"Free", L"Bottom flange lateral"))),
+    EXPECT_EQ(Words(Stretches(HeldCantilever(L"Free", L"Free", L"Bottom flange lateral"))),
               "1: 0..4 cantilever; 2: 0..4 held cantilever");
-    Member half = Cantilever(L"Free", L"Free");
+    Member half = HeldCantilever(L"Free", L"Free");
     half.subSpans[0].SetRestraint(Restraint(L"Bottom flange lateral"));
     EXPECT_EQ(Words(Stretches(half)), "12: 0..4 cantilever");
 }

@@ -15,7 +15,7 @@ using Entry = SubspanEffectiveLengthData::Entry;
 
 namespace {
 
-Entry Example() { return {1, 3, 2.0, 8.5, 6.0, 0.04}; }
+Entry OneEntry() { return {1, 3, 2.0, 8.5, 6.0, 0.04}; }
 
 std::map<int, Entry> Table(int key, double length) { return {{key, Entry(0, 1, 0.0, length, length, 0.05)}}; }
 
@@ -30,7 +30,7 @@ static_assert(std::is_move_constructible_v<SubspanEffectiveLengthData>);
 
 TEST(EffectiveLengthEntry, KeepsItsSixValuesInOrder)
 {
-    const Entry entry = Example();
+    const Entry entry = OneEntry();
     EXPECT_EQ(entry.GetSubspanStartIndex(), 1U);
     EXPECT_EQ(entry.GetSubspanEndIndex(), 3U);
     EXPECT_EQ(entry.GetStartPosition(), 2.0);
@@ -41,8 +41,8 @@ TEST(EffectiveLengthEntry, KeepsItsSixValuesInOrder)
 
 TEST(EffectiveLengthEntry, DerivesLengthAndSlenderness)
 {
-    EXPECT_EQ(Example().GetSpanLength(), 6.5);
-    EXPECT_DOUBLE_EQ(Example().GetSlendernessRatio(), 150.0);
+    EXPECT_EQ(OneEntry().GetSpanLength(), 6.5);
+    EXPECT_DOUBLE_EQ(OneEntry().GetSlendernessRatio(), 150.0);
     EXPECT_EQ(Entry(0, 0, 5.0, 2.0, 1.0, 1.0).GetSpanLength(), -3.0) << "not checked";
 }
 
@@ -55,13 +55,13 @@ TEST(EffectiveLengthEntry, ZeroRadiusIsNotGuarded)
 
 TEST(EffectiveLengthEntry, EqualityIsExactInEveryField)
 {
-    EXPECT_TRUE(Example() == Example());
-    EXPECT_FALSE(Example() == Entry(0, 3, 2.0, 8.5, 6.0, 0.04));
-    EXPECT_FALSE(Example() == Entry(1, 4, 2.0, 8.5, 6.0, 0.04));
-    EXPECT_FALSE(Example() == Entry(1, 3, 2.0000000001, 8.5, 6.0, 0.04));
-    EXPECT_FALSE(Example() == Entry(1, 3, 2.0, 8.5000000001, 6.0, 0.04));
-    EXPECT_FALSE(Example() == Entry(1, 3, 2.0, 8.5, 6.0000000001, 0.04));
-    EXPECT_FALSE(Example() == Entry(1, 3, 2.0, 8.5, 6.0, 0.0400000001));
+    EXPECT_TRUE(OneEntry() == OneEntry());
+    EXPECT_FALSE(OneEntry() == Entry(0, 3, 2.0, 8.5, 6.0, 0.04));
+    EXPECT_FALSE(OneEntry() == Entry(1, 4, 2.0, 8.5, 6.0, 0.04));
+    EXPECT_FALSE(OneEntry() == Entry(1, 3, 2.0000000001, 8.5, 6.0, 0.04));
+    EXPECT_FALSE(OneEntry() == Entry(1, 3, 2.0, 8.5000000001, 6.0, 0.04));
+    EXPECT_FALSE(OneEntry() == Entry(1, 3, 2.0, 8.5, 6.0000000001, 0.04));
+    EXPECT_FALSE(OneEntry() == Entry(1, 3, 2.0, 8.5, 6.0, 0.0400000001));
     const Entry unset(0, 0, 0.0, 0.0, std::numeric_limits<double>::quiet_NaN(), 1.0);
     EXPECT_FALSE(unset == unset);
 }
@@ -69,11 +69,11 @@ TEST(EffectiveLengthEntry, EqualityIsExactInEveryField)
 TEST(EffectiveLengthEntry, IsAssignable)
 {
     Entry entry(0, 0, 0.0, 0.0, 0.0, 0.0);
-    entry = Example();
-    EXPECT_TRUE(entry == Example());
+    entry = OneEntry();
+    EXPECT_TRUE(entry == OneEntry());
     Entry moved(0, 0, 0.0, 0.0, 0.0, 0.0);
     moved = std::move(entry);
-    EXPECT_TRUE(moved == Example());
+    EXPECT_TRUE(moved == OneEntry());
 }
 
 TEST(EffectiveLengthData, KeepsThreeTablesInOrder)
@@ -89,7 +89,7 @@ TEST(EffectiveLengthData, EntriesAreOrderedByTheirKey)
 {
     std::map<int, Entry> entries;
     for (const int key : {5, -2, 3})
-        entries.emplace(key, Example());
+        entries.emplace(key, OneEntry());
     const SubspanEffectiveLengthData data(entries, {}, {});
     std::vector<int> keys;
     for (const auto& [key, entry] : data.GetMajorAxisEntries())

@@ -33,6 +33,8 @@ using RestraintOracle::Wide;
 
 using Vector = Vec3<double>;
 
+inline constexpr Vector zero(0.0, 0.0, 0.0);
+
 inline constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 inline constexpr double infinity = std::numeric_limits<double>::infinity();
 

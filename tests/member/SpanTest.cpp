@@ -17,8 +17,6 @@ using Keltrix::Data::TOP_FLANGE;
 
 namespace {
 
-constexpr Vector zero(0.0, 0.0, 0.0);
-
 struct Forces {
     Vector force;
     Vector moment;

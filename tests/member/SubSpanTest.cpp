@@ -27,16 +27,14 @@ void ExpectVectors(const CSubSpan& subSpan, const Vector& forceL, const Vector& 
     EXPECT_EQ(Shown{subSpan.GetMomentsRight()}, Shown{momentR}) << "moments right " << what;
 }
 
-CSubSpan Read(std::string_view text)
+CSubSpan ReadSubSpan(std::string_view text)
 {
     CSubSpan subSpan;
     subSpan.CSVLineIn(Wide(text));
     return subSpan;
 }
 
-unsigned int BitsOf(const CSubSpan& subSpan) { return RestraintOracle::Bits(subSpan.GetRestraint()); }
-
-constexpr Vector zero(0.0, 0.0, 0.0);
+unsigned int RestraintBitsOf(const CSubSpan& subSpan) { return RestraintOracle::Bits(subSpan.GetRestraint()); }
 
 } // namespace
 
@@ -273,12 +271,12 @@ TEST(SubSpanLine, ReadsFifteenFieldsAndLeavesTheCallersLineAlone)
 TEST(SubSpanLine, RestraintMayBeANumberOfBitsAndHeightIsSinglePrecision)
 {
     const std::string forces = "1,0,0,0,0,0,0,0,0,0,0,0,0,";
-    EXPECT_EQ(BitsOf(Read(forces + "67,0")), 67U);
-    EXPECT_EQ(BitsOf(Read(forces + "12,0")), 12U);
-    EXPECT_EQ(BitsOf(Read(forces + "rubbish,0")), 0U);
-    EXPECT_EQ(Read(forces + "67,0.1").GetRestraint().LoadHeight(), static_cast<double>(0.1F));
-    EXPECT_EQ(Read(forces + "TR,16777217").GetRestraint().LoadHeight(), 16777216.0);
-    EXPECT_EQ(Read("1,16777217").GetForcesLeft().x, 16777217.0) << "forces are read in double precision";
+    EXPECT_EQ(RestraintBitsOf(ReadSubSpan(forces + "67,0")), 67U);
+    EXPECT_EQ(RestraintBitsOf(ReadSubSpan(forces + "12,0")), 12U);
+    EXPECT_EQ(RestraintBitsOf(ReadSubSpan(forces + "rubbish,0")), 0U);
+    EXPECT_EQ(ReadSubSpan(forces + "67,0.1").GetRestraint().LoadHeight(), static_cast<double>(0.1F));
+    EXPECT_EQ(ReadSubSpan(forces + "TR,16777217").GetRestraint().LoadHeight(), 16777216.0);
+    EXPECT_EQ(ReadSubSpan("1,16777217").GetForcesLeft().x, 16777217.0) << "forces are read in double precision";
 }
 
 TEST(SubSpanLine, ANumberKeepsReferenceAndForcesOfTheRestraint)
@@ -302,7 +300,7 @@ TEST(SubSpanLine, MissingAndMalformedFieldsReadAsZeroAndFree)
     EXPECT_EQ(subSpan.Get1Index(), 0);
     ExpectVectors(subSpan, zero, zero, zero, zero);
     EXPECT_TRUE(Identical(subSpan.GetRestraint(), CRestraint()));
-    const CSubSpan partly = Read("7,1,x,3kN,,5");
+    const CSubSpan partly = ReadSubSpan("7,1,x,3kN,,5");
     EXPECT_EQ(partly.Get1Index(), 7);
     ExpectVectors(partly, {1.0, 0.0, 3.0}, {0.0, 5.0, 0.0}, zero, zero);
 }
@@ -310,9 +308,9 @@ TEST(SubSpanLine, MissingAndMalformedFieldsReadAsZeroAndFree)
 TEST(SubSpanLine, SixSignificantDigitsComeBackExactlyAndMoreAreRounded)
 {
     const CSubSpan exact = Example(CRestraint(CRestraint::PINNED, Keltrix::Data::SHR_CENTRE, 0.0));
-    EXPECT_TRUE(Read(Utf8(exact.CSVLineOut())) == exact);
+    EXPECT_TRUE(ReadSubSpan(Utf8(exact.CSVLineOut())) == exact);
     const CSubSpan rounded =
-        Read(Utf8(SubSpanWith(1, {1234567.0, 0.12345678, -1.0000004}, zero, zero, zero).CSVLineOut()));
+        ReadSubSpan(Utf8(SubSpanWith(1, {1234567.0, 0.12345678, -1.0000004}, zero, zero, zero).CSVLineOut()));
     EXPECT_EQ(Shown{rounded.GetForcesLeft()}, Shown({1234570.0, 0.123457, -1.0}));
 }
 
@@ -339,7 +337,7 @@ TEST(SubSpanLine, WhatIsWrittenIsReadBackAndWrittenAgainTheSame)
             SubSpanWith(static_cast<int>(random() % 100), fl, fr, ml, vector(),
                         CRestraint(static_cast<int>(random() & 0x33f007f), Keltrix::Data::SHR_CENTRE, 0.0));
         const std::string text = Utf8(subSpan.CSVLineOut());
-        const CSubSpan read = Read(text);
+        const CSubSpan read = ReadSubSpan(text);
         ASSERT_EQ(Utf8(read.CSVLineOut()), text);
         ASSERT_NEAR(read.GetForcesLeft().x, fl.x, 5.1e-6 * std::abs(fl.x)) << text;
         ASSERT_NEAR(read.GetForcesRight().y, fr.y, 5.1e-6 * std::abs(fr.y)) << text;

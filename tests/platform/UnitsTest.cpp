@@ -9,7 +9,7 @@
 namespace Keltrix {
 namespace {
 
-constexpr double INF = std::numeric_limits<double>::infinity();
+constexpr double INFINITE = std::numeric_limits<double>::infinity();
 constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
 
 TEST(CUnit, IsMetresAndKilonewtonsByDefault)
@@ -60,13 +60,13 @@ TEST(CDesFormat, WritesZeroOfEitherSignAsZero)
 TEST(CDesFormat, WritesWhatIsNotFiniteAsWords)
 {
     const CDesFormat format;
-    EXPECT_EQ(format.Length(INF), L"inf m");
-    EXPECT_EQ(format.Force(-INF), L"-inf kN");
+    EXPECT_EQ(format.Length(INFINITE), L"inf m");
+    EXPECT_EQ(format.Force(-INFINITE), L"-inf kN");
     EXPECT_EQ(format.Moment(NOT_A_NUMBER), L"nan kNm");
     EXPECT_EQ(format.LengthSmall(NOT_A_NUMBER), L"nan");
     EXPECT_EQ(format.NoDim(std::copysign(NOT_A_NUMBER, -1.0)), L"nan");
-    EXPECT_EQ(format.Util(INF), L"inf");
-    EXPECT_EQ(format.Util(-INF), L"-inf");
+    EXPECT_EQ(format.Util(INFINITE), L"inf");
+    EXPECT_EQ(format.Util(-INFINITE), L"-inf");
     EXPECT_EQ(format.Util(NOT_A_NUMBER), L"nan");
 }
 

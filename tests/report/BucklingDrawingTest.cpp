@@ -35,8 +35,8 @@ Member Decked()
     return m;
 }
 
-struct Drawing {
-    Drawing(const Member& m, const wchar_t* section = UB) :
+struct ShapeDrawing {
+    ShapeDrawing(const Member& m, const wchar_t* section = UB) :
         report(Trial::ReportOf(m, section)), layout{m.points, m.subSpans},
         axis(layout, CSection(section).Component(0).Dimension(0.0, CSecGeom::DEPTH)),
         text(BucklingSvg("b", report, layout, axis, CSection(section))), svg(text)
@@ -51,28 +51,23 @@ struct Drawing {
     HtmlReader svg;
 };
 
-double NumberOf(const HtmlElement& element, const char* attribute)
-{
-    return std::stod(element.attributes.at(attribute));
-}
-
-struct Place {
+struct ShapePlace {
     double x, y;
 };
 
 // The ends of all pieces of a path, lines and arcs alike.
-std::vector<Place> PlacesOf(std::string path)
+std::vector<ShapePlace> PlacesOf(std::string path)
 {
     for (char& c : path)
         if (c == ',') c = ' ';
-    std::vector<Place> places;
+    std::vector<ShapePlace> places;
     std::istringstream in(path);
     for (char command = 0; in >> command;) {
         if (command == 'Z') continue;
         double skipped = 0.0;
         for (int i = 0; command == 'A' && i < 5; ++i)
             in >> skipped;
-        Place place{};
+        ShapePlace place{};
         in >> place.x >> place.y;
         EXPECT_TRUE(in) << path;
         places.push_back(place);
@@ -80,18 +75,18 @@ std::vector<Place> PlacesOf(std::string path)
     return places;
 }
 
-std::vector<Place> CurveOf(const Drawing& drawing, const char* cls)
+std::vector<ShapePlace> CurveOf(const ShapeDrawing& drawing, const char* cls)
 {
     const auto curves = drawing.svg.OfClass("path", cls); // the last ones are the legend's
     EXPECT_EQ(curves.size(), 2u) << cls;
     return PlacesOf(curves.front()->attributes.at("d"));
 }
 
-double BaseOf(const Drawing& drawing) { return NumberOf(*drawing.svg.OfClass("line", "axis").at(0), "y1"); }
+double BaseOf(const ShapeDrawing& drawing) { return NumberOf(*drawing.svg.OfClass("line", "axis").at(0), "y1"); }
 
 TEST(BucklingDrawing, TheCurvesInPlanAreTheShape)
 {
-    const Drawing drawing(Decked());
+    const ShapeDrawing drawing(Decked());
     const auto& shape = ShownShape(drawing.report.Governing()->found);
     const double base = BaseOf(drawing);
     const auto top = CurveOf(drawing, "flange one");
@@ -116,8 +111,8 @@ TEST(BucklingDrawing, TheCurvesInPlanAreTheShape)
 
 TEST(BucklingDrawing, AMirroredMemberHasTheMirroredDrawing)
 {
-    const Drawing drawing(Decked());
-    const Drawing mirrored(DesignTest::Mirrored(Decked()));
+    const ShapeDrawing drawing(Decked());
+    const ShapeDrawing mirrored(DesignTest::Mirrored(Decked()));
     EXPECT_NEAR(BaseOf(drawing), BaseOf(mirrored), 0.03);
     for (const char* cls : {"flange one", "flange two", "centre"}) {
         const auto a = CurveOf(drawing, cls);
@@ -137,10 +132,10 @@ TEST(BucklingDrawing, RestraintsStandAtTheFlangeThatTheyHold)
     AddPoint(m, 0.0, L"Pinned");
     AddSpan(m, 3.0, 0.0, 90e3, 20e3, L"Free", L"F2L");
     AddSpan(m, 3.0, 90e3, 0.0, 20e3, L"Free", L"Pinned");
-    const Drawing drawing(m);
+    const ShapeDrawing drawing(m);
     const double base = BaseOf(drawing);
     const auto marksInPlan = [&](const char* cls, double x) {
-        std::vector<std::vector<Place>> marks;
+        std::vector<std::vector<ShapePlace>> marks;
         for (const HtmlElement* mark : drawing.svg.OfClass("path", cls)) {
             const auto places = PlacesOf(mark->attributes.at("d"));
             if (std::fabs(places[0].x - x) < 0.01 && std::fabs(places[0].y - base) < 0.01) marks.push_back(places);
@@ -158,7 +153,7 @@ TEST(BucklingDrawing, RestraintsStandAtTheFlangeThatTheyHold)
     // Forks in plan, in two of the sections, and once in the legend.
     EXPECT_EQ(drawing.svg.OfClass("circle", "twist").size(), 2u + 2u + 1u);
     EXPECT_EQ(drawing.svg.OfClass("line", "along").size(), 0u);
-    EXPECT_EQ(Drawing(Decked()).svg.OfClass("line", "along").size(), 1u + 1u);
+    EXPECT_EQ(ShapeDrawing(Decked()).svg.OfClass("line", "along").size(), 1u + 1u);
 }
 
 struct Transform {
@@ -177,7 +172,7 @@ Transform TransformOf(const HtmlElement& element)
 TEST(BucklingDrawing, SectionsMoveAndTwistAsThePlanHasThem)
 {
     for (const wchar_t* name : {UB, L"GI 600x250x200x10x20x15", L"T 229x191x34", L"RHS 200x100x6.3", L"CHS 168.3x5"}) {
-        const Drawing drawing(StabilityTest::CentrallyLoaded(6.0, 0.1), name);
+        const ShapeDrawing drawing(StabilityTest::CentrallyLoaded(6.0, 0.1), name);
         const CSection section(name);
         const auto constants = StabilityTest::ConstantsOf(section);
         const auto& shape = ShownShape(drawing.report.Governing()->found);
@@ -185,13 +180,13 @@ TEST(BucklingDrawing, SectionsMoveAndTwistAsThePlanHasThem)
         const auto moved = drawing.svg.OfClass("use", "buckled");
         ASSERT_EQ(ghosts.size(), 7u);
         ASSERT_EQ(moved.size(), 7u);
-        std::vector<Place> outline;
+        std::vector<ShapePlace> outline;
         for (const HtmlElement* path : drawing.svg.Named("path"))
             if (path->attributes.count("id") > 0) outline = PlacesOf(path->attributes.at("d"));
         // The arcs of a tube begin and end at its sides, half its depth from the middle.
         const bool isTube = CString(name).Find(L"CHS") == 0;
         double high = 0.0, low = 0.0;
-        for (const Place& place : outline) {
+        for (const ShapePlace& place : outline) {
             high = std::min(high, isTube ? place.x : place.y);
             low = std::max(low, isTube ? place.x : place.y);
         }
@@ -224,11 +219,11 @@ TEST(BucklingDrawing, WhatHoldsTheCompressionFlangeChangesSidesAtTheContraflexur
     Member m;
     AddPoint(m, 0.0, L"Pinned");
     AddSpan(m, 6.0, 100e3, -50e3, 0.0, L"FCL", L"Pinned");
-    const Drawing drawing(m);
+    const ShapeDrawing drawing(m);
     const auto lineFrom = [&](const char* cls) {
         const auto lines = drawing.svg.OfClass("line", cls);
         EXPECT_GE(lines.size(), 1u) << cls;
-        return lines.empty() ? Place{} : Place{NumberOf(*lines[0], "x1"), NumberOf(*lines[0], "x2")};
+        return lines.empty() ? ShapePlace{} : ShapePlace{NumberOf(*lines[0], "x1"), NumberOf(*lines[0], "x2")};
     };
     EXPECT_NEAR(lineFrom("along").x, drawing.axis.X(0.0) + 2.0, 0.02);
     EXPECT_NEAR(lineFrom("along").y, drawing.axis.X(4.0) - 2.0, 0.02);
@@ -239,12 +234,12 @@ TEST(BucklingDrawing, WhatHoldsTheCompressionFlangeChangesSidesAtTheContraflexur
 // The shear centre of a channel lies outside of its web; the marks stand at the flanges all the same.
 TEST(BucklingDrawing, MarksOfAChannelStandAtItsFlanges)
 {
-    const Drawing drawing(StabilityTest::UniformlyLoaded(6.0), L"PFC 200x90x30");
-    std::vector<Place> outline;
+    const ShapeDrawing drawing(StabilityTest::UniformlyLoaded(6.0), L"PFC 200x90x30");
+    std::vector<ShapePlace> outline;
     for (const HtmlElement* path : drawing.svg.Named("path"))
         if (path->attributes.count("id") > 0) outline = PlacesOf(path->attributes.at("d"));
     double left = 1e9, right = -1e9, top = 1e9;
-    for (const Place& place : outline) {
+    for (const ShapePlace& place : outline) {
         left = std::min(left, place.x);
         right = std::max(right, place.x);
         top = std::min(top, place.y);
@@ -253,7 +248,7 @@ TEST(BucklingDrawing, MarksOfAChannelStandAtItsFlanges)
     const Transform ghost = TransformOf(*drawing.svg.OfClass("use", "ghost").at(0));
     int marks = 0;
     for (const HtmlElement* mark : drawing.svg.OfClass("path", "brace")) {
-        const Place tip = PlacesOf(mark->attributes.at("d"))[0];
+        const ShapePlace tip = PlacesOf(mark->attributes.at("d"))[0];
         if (std::fabs(tip.y - (ghost.y + top)) > 0.02 || std::fabs(tip.x - drawing.axis.X(0.0)) > 1.0) continue;
         ++marks;
         EXPECT_NEAR(tip.x, ghost.x + (left + right) / 2.0, 0.02);
@@ -265,25 +260,25 @@ TEST(BucklingDrawing, SaysWhereNothingBucklesAndDrawsAFreeMotion)
 {
     Member tie = StabilityTest::Beam(6.0, 0.0, 0.0);
     StabilityTest::Compress(tie, -1e5);
-    const Drawing nothing(tie);
+    const ShapeDrawing nothing(tie);
     EXPECT_THAT(nothing.text, HasSubstr("nothing buckles"));
     EXPECT_EQ(nothing.svg.OfClass("path", "flange one").size(), 0u);
     EXPECT_EQ(nothing.svg.Named("use").size(), 0u);
     Member free;
     AddPoint(free, 0.0, L"Pinned");
     AddSpan(free, 6.0, 0.0, 0.0, 10e3);
-    const Drawing motion(free);
+    const ShapeDrawing motion(free);
     EXPECT_THAT(motion.text, HasSubstr("free motion"));
     const auto line = CurveOf(motion, "flange one");
     const double rise = (BaseOf(motion) - line.back().y) / (line.back().x - line.front().x);
-    for (const Place& place : line)
+    for (const ShapePlace& place : line)
         EXPECT_NEAR(BaseOf(motion) - place.y, rise * (place.x - line.front().x), 0.02)
             << "a straight line from the fork";
 }
 
 TEST(BucklingDrawing, EveryLookHasARuleInTheStyle)
 {
-    const Drawing drawing(Decked());
+    const ShapeDrawing drawing(Decked());
     for (const std::string& style : {DrawingStyle(), ReportStyle()}) {
         for (const HtmlElement& element : drawing.svg.Elements()) {
             const auto cls = element.attributes.find("class");

@@ -45,11 +45,6 @@ DrawnLayout CentralLoad()
             {SubSpan(1, -20e3, -20e3, 0.0, -60e3), SubSpan(2, 20e3, 20e3, -60e3, 0.0)}};
 }
 
-double NumberOf(const Trial::HtmlElement& element, const char* attribute)
-{
-    return std::stod(element.attributes.at(attribute));
-}
-
 std::size_t CountClass(const Trial::HtmlReader& svg, const char* name, const char* cls)
 {
     return svg.OfClass(name, cls).size();

@@ -15,6 +15,12 @@ struct HtmlElement {
     std::string text; ///< of the element itself, without that of its children; still escaped
 };
 
+/// The number that an attribute is.
+inline double NumberOf(const HtmlElement& element, const char* attribute)
+{
+    return std::stod(element.attributes.at(attribute));
+}
+
 /// A strict reader of the HTML that the program writes: every tag closed in order, every attribute quoted, "&" only as the
 /// start of a character reference. Whatever departs is an error with its place.
 class HtmlReader {

@@ -29,11 +29,6 @@ struct Place {
     double x, y;
 };
 
-double NumberOf(const HtmlElement& element, const char* attribute)
-{
-    return std::stod(element.attributes.at(attribute));
-}
-
 // Of a path of absolute lines.
 std::vector<Place> PlacesOf(const HtmlElement& path)
 {

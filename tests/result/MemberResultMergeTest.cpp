@@ -15,19 +15,6 @@ namespace {
 
 const char* const notStored = "Verbose results not stored\n";
 
-CMemberResult WithTexts(std::initializer_list<const wchar_t*> texts)
-{
-    CMemberResult result;
-    result.IniDynaArray(static_cast<int>(texts.size()));
-    int i = 0;
-    for (const wchar_t* text : texts) {
-        result.SetCurSubSpan(i++);
-        result.AddOutputString(text);
-    }
-    result.SetCurSubSpan(0);
-    return result;
-}
-
 CMemberResult WithLocalAxial(std::vector<double> values)
 {
     CMemberResult result;

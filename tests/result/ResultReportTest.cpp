@@ -14,19 +14,6 @@ const std::string localHeading = "<h4>Local capacity checks:</h4>\n";
 const std::string along = "<h5>Checks along member:</h5>\n";
 const std::string critical = "<h5>Checks critical sub_spans:</h5>\n";
 
-CMemberResult WithTexts(std::initializer_list<const wchar_t*> texts)
-{
-    CMemberResult result;
-    result.IniDynaArray(static_cast<int>(texts.size()));
-    int i = 0;
-    for (const wchar_t* text : texts) {
-        result.SetCurSubSpan(i++);
-        result.AddOutputString(text);
-    }
-    result.SetCurSubSpan(0);
-    return result;
-}
-
 void SetAt(CMemberResult& result, int position, ResultSetter set, double util)
 {
     result.SetCurSubSpan(position);

@@ -11,12 +11,6 @@ namespace Second {
 
 namespace {
 
-double Over(double effect, double resistance)
-{
-    if (effect == 0.0) return 0.0;
-    return resistance > 0.0 ? effect / resistance : INF;
-}
-
 double Perry(double py, double pE, double eta)
 {
     const double phi = 0.5 * (py + (eta + 1.0) * pE);

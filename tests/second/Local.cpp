@@ -194,12 +194,6 @@ Actions WithoutNoise(const Basis& b, Actions a)
     return a;
 }
 
-double Over(double effect, double resistance)
-{
-    if (effect == 0.0) return 0.0;
-    return resistance > 0.0 ? effect / resistance : INF;
-}
-
 } // namespace
 
 Basis::Basis(const Member& given, double side) :

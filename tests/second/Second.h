@@ -22,6 +22,12 @@ namespace Second {
 constexpr double INF = std::numeric_limits<double>::infinity();
 constexpr double PI = 3.14159265358979323846;
 
+inline double Over(double effect, double resistance)
+{
+    if (effect == 0.0) return 0.0;
+    return resistance > 0.0 ? effect / resistance : INF;
+}
+
 // What is given
 
 enum class Shape { I, Channel, Tee, Angle, Box, Tube };

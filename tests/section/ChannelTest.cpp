@@ -3,74 +3,75 @@
 namespace Keltrix::Steel::Test {
 namespace {
 
-const std::vector<Property<ChannelSection>> PROPERTIES = {{"Area", &ChannelSection::Area},
-                                                          {"Ybar", &ChannelSection::Ybar},
-                                                          {"Xbar", &ChannelSection::Xbar},
-                                                          {"Ixx", &ChannelSection::Ixx},
-                                                          {"Iyy", &ChannelSection::Iyy},
-                                                          {"Sxx", &ChannelSection::Sxx},
-                                                          {"Syy", &ChannelSection::Syy},
-                                                          {"Zxx", &ChannelSection::Zxx},
-                                                          {"Zyy", &ChannelSection::Zyy},
-                                                          {"J", &ChannelSection::J},
-                                                          {"YbarPlastic", &ChannelSection::YbarPlastic},
-                                                          {"XbarPlastic", &ChannelSection::XbarPlastic},
-                                                          {"Iw", &ChannelSection::Iw}};
+const std::vector<Property<ChannelSection>> CHANNEL_PROPERTIES = {{"Area", &ChannelSection::Area},
+                                                                  {"Ybar", &ChannelSection::Ybar},
+                                                                  {"Xbar", &ChannelSection::Xbar},
+                                                                  {"Ixx", &ChannelSection::Ixx},
+                                                                  {"Iyy", &ChannelSection::Iyy},
+                                                                  {"Sxx", &ChannelSection::Sxx},
+                                                                  {"Syy", &ChannelSection::Syy},
+                                                                  {"Zxx", &ChannelSection::Zxx},
+                                                                  {"Zyy", &ChannelSection::Zyy},
+                                                                  {"J", &ChannelSection::J},
+                                                                  {"YbarPlastic", &ChannelSection::YbarPlastic},
+                                                                  {"XbarPlastic", &ChannelSection::XbarPlastic},
+                                                                  {"Iw", &ChannelSection::Iw}};
 
-struct Row {
+struct ChannelRow {
     const char* what;
     double D, B, t, T, R, Rt;
-    std::array<double, 13> expected; // in the order of PROPERTIES
+    std::array<double, 13> expected; // in the order of CHANNEL_PROPERTIES
 };
 
 // Worked term by term from the sums over flanges, web, root fillets and toes, in double precision.
-const Row ROWS[] = {{"plates only",
-                     20,
-                     8,
-                     1,
-                     2,
-                     0,
-                     0,
-                     {48.0, 10.0, 2.8333333333333335, 2944.0, 302.6666666666667, 352.0, 104.0, 294.4,
-                      58.580645161290334, 48.0, 10.0, 2.0, 17728.434782608696}},
-                    {"plastic axis in the flanges",
-                     20,
-                     8,
-                     1,
-                     2,
-                     1.5,
-                     1,
-                     {48.53650459150638, 10.0, 2.764702067831921, 2971.773669968379, 296.3954326335355,
-                      362.9316034461372, 102.04118296112651, 297.1773669968379, 56.61481666828274, 46.21288837134257,
-                      10.0, 1.8256360077604263, 17496.428286726343}},
-                    {"plastic axis in the web",
-                     20,
-                     7,
-                     4,
-                     2,
-                     1.5,
-                     1,
-                     {92.53650459150637, 10.0, 2.4586546042683968, 3670.4403366350457, 240.87147421641743,
-                      518.9316034461372, 120.24028155817568, 367.0440336635046, 53.03967287817654, 395.09796439404374,
-                      10.0, 2.3134126147876595, 17867.410802011214}},
-                    {"thick flanges",
-                     20,
-                     15,
-                     2,
-                     4,
-                     1.5,
-                     1,
-                     {144.53650459150637, 10.0, 6.3662135718744866, 8142.429272353957, 3092.6240377785875,
-                      1040.1417795703042, 587.711502339225, 814.2429272353957, 358.20020144394846, 596.754267948509,
-                      10.0, 5.912818003880213, 161683.38539524417}}};
+const ChannelRow CHANNEL_ROWS[] = {
+    {"plates only",
+     20,
+     8,
+     1,
+     2,
+     0,
+     0,
+     {48.0, 10.0, 2.8333333333333335, 2944.0, 302.6666666666667, 352.0, 104.0, 294.4, 58.580645161290334, 48.0, 10.0,
+      2.0, 17728.434782608696}},
+    {"plastic axis in the flanges",
+     20,
+     8,
+     1,
+     2,
+     1.5,
+     1,
+     {48.53650459150638, 10.0, 2.764702067831921, 2971.773669968379, 296.3954326335355, 362.9316034461372,
+      102.04118296112651, 297.1773669968379, 56.61481666828274, 46.21288837134257, 10.0, 1.8256360077604263,
+      17496.428286726343}},
+    {"plastic axis in the web",
+     20,
+     7,
+     4,
+     2,
+     1.5,
+     1,
+     {92.53650459150637, 10.0, 2.4586546042683968, 3670.4403366350457, 240.87147421641743, 518.9316034461372,
+      120.24028155817568, 367.0440336635046, 53.03967287817654, 395.09796439404374, 10.0, 2.3134126147876595,
+      17867.410802011214}},
+    {"thick flanges",
+     20,
+     15,
+     2,
+     4,
+     1.5,
+     1,
+     {144.53650459150637, 10.0, 6.3662135718744866, 8142.429272353957, 3092.6240377785875, 1040.1417795703042,
+      587.711502339225, 814.2429272353957, 358.20020144394846, 596.754267948509, 10.0, 5.912818003880213,
+      161683.38539524417}}};
 
 TEST(Channel, PropertiesAreTheSumsOverTheParts)
 {
-    for (const Row& row : ROWS) {
+    for (const ChannelRow& row : CHANNEL_ROWS) {
         const auto section = Make<ChannelSection>(HostChannel(row.D, row.B, row.t, row.T, row.R, row.Rt));
-        for (std::size_t i = 0; i < PROPERTIES.size(); ++i)
-            EXPECT_TRUE(Within((section.*PROPERTIES[i].get)(), row.expected[i], ROUNDING))
-                << row.what << ": " << PROPERTIES[i].name;
+        for (std::size_t i = 0; i < CHANNEL_PROPERTIES.size(); ++i)
+            EXPECT_TRUE(Within((section.*CHANNEL_PROPERTIES[i].get)(), row.expected[i], ROUNDING))
+                << row.what << ": " << CHANNEL_PROPERTIES[i].name;
         EXPECT_EQ(section.Ixy(), 0.0);
     }
 }

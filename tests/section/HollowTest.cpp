@@ -5,19 +5,19 @@
 namespace Keltrix::Steel::Test {
 namespace {
 
-const std::vector<Property<RhsSection>> PROPERTIES = {
+const std::vector<Property<RhsSection>> RHS_PROPERTIES = {
     {"Area", &RhsSection::Area}, {"Ixx", &RhsSection::Ixx}, {"Iyy", &RhsSection::Iyy}, {"Sxx", &RhsSection::Sxx},
     {"Syy", &RhsSection::Syy},   {"Zxx", &RhsSection::Zxx}, {"Zyy", &RhsSection::Zyy}, {"J", &RhsSection::J}};
 
-struct Row {
+struct HollowRow {
     const char* what;
     double D, B, Tf, Tw;
     int type;
-    std::array<double, 8> expected; // in the order of PROPERTIES
+    std::array<double, 8> expected; // in the order of RHS_PROPERTIES
 };
 
 // Worked term by term from the walls and the corner spandrels, in double precision.
-const Row ROWS[] = {
+const HollowRow RHS_ROWS[] = {
     {"hot finished",
      20,
      10,
@@ -54,11 +54,11 @@ const Row ROWS[] = {
 
 TEST(Rhs, PropertiesAreTheSumsOverTheParts)
 {
-    for (const Row& row : ROWS) {
+    for (const HollowRow& row : RHS_ROWS) {
         const auto section = Make<RhsSection>(HostRhs(row.D, row.B, row.Tw, row.Tf, row.type));
-        for (std::size_t i = 0; i < PROPERTIES.size(); ++i)
-            EXPECT_TRUE(Within((section.*PROPERTIES[i].get)(), row.expected[i], 10.0 * ROUNDING))
-                << row.what << ": " << PROPERTIES[i].name;
+        for (std::size_t i = 0; i < RHS_PROPERTIES.size(); ++i)
+            EXPECT_TRUE(Within((section.*RHS_PROPERTIES[i].get)(), row.expected[i], 10.0 * ROUNDING))
+                << row.what << ": " << RHS_PROPERTIES[i].name;
         EXPECT_EQ(section.Ybar(), 0.0);
         EXPECT_EQ(section.Xbar(), 0.0);
         EXPECT_EQ(section.Ixy(), 0.0);

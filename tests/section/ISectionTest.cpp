@@ -3,26 +3,26 @@
 namespace Keltrix::Steel::Test {
 namespace {
 
-const std::vector<Property<ISection>> PROPERTIES = {{"Area", &ISection::Area},
-                                                    {"Ybar", &ISection::Ybar},
-                                                    {"Ixx", &ISection::Ixx},
-                                                    {"Iyy", &ISection::Iyy},
-                                                    {"Sxx", &ISection::Sxx},
-                                                    {"Syy", &ISection::Syy},
-                                                    {"Zxx", &ISection::Zxx},
-                                                    {"Zyy", &ISection::Zyy},
-                                                    {"J", &ISection::J},
-                                                    {"Gamma", &ISection::Gamma},
-                                                    {"YbarPlastic", &ISection::YbarPlastic}};
+const std::vector<Property<ISection>> I_PROPERTIES = {{"Area", &ISection::Area},
+                                                      {"Ybar", &ISection::Ybar},
+                                                      {"Ixx", &ISection::Ixx},
+                                                      {"Iyy", &ISection::Iyy},
+                                                      {"Sxx", &ISection::Sxx},
+                                                      {"Syy", &ISection::Syy},
+                                                      {"Zxx", &ISection::Zxx},
+                                                      {"Zyy", &ISection::Zyy},
+                                                      {"J", &ISection::J},
+                                                      {"Gamma", &ISection::Gamma},
+                                                      {"YbarPlastic", &ISection::YbarPlastic}};
 
-struct Row {
+struct IRow {
     const char* what;
     double D, Tw, T1, T2, B1, B2, R;
-    std::array<double, 11> expected; // in the order of PROPERTIES
+    std::array<double, 11> expected; // in the order of I_PROPERTIES
 };
 
 // Worked term by term from the sums over flanges, web and fillets, in double precision.
-const Row ROWS[] = {
+const IRow I_ROWS[] = {
     {"plates only, axis in the web",
      12,
      1,
@@ -77,11 +77,11 @@ const Row ROWS[] = {
 
 TEST(ISection, PropertiesAreTheSumsOverTheParts)
 {
-    for (const Row& row : ROWS) {
+    for (const IRow& row : I_ROWS) {
         const auto section = Make<ISection>(HostGeneralI(row.D, row.B1, row.B2, row.Tw, row.T1, row.T2, row.R));
-        for (std::size_t i = 0; i < PROPERTIES.size(); ++i)
-            EXPECT_TRUE(Within((section.*PROPERTIES[i].get)(), row.expected[i], ROUNDING))
-                << row.what << ": " << PROPERTIES[i].name;
+        for (std::size_t i = 0; i < I_PROPERTIES.size(); ++i)
+            EXPECT_TRUE(Within((section.*I_PROPERTIES[i].get)(), row.expected[i], ROUNDING))
+                << row.what << ": " << I_PROPERTIES[i].name;
         EXPECT_EQ(section.Xbar(), 0.0);
         EXPECT_EQ(section.Ixy(), 0.0);
     }
@@ -138,7 +138,7 @@ TEST(ISection, MirroringTwiceRestoresAndOnceTurnsTheCentroidOver)
     EXPECT_TRUE(Within(mirrored.Ixx(), original.Ixx(), ROUNDING));
     EXPECT_TRUE(Within(mirrored.Area(), original.Area(), ROUNDING));
     mirrored.MirrorXX();
-    for (const auto& property : PROPERTIES)
+    for (const auto& property : I_PROPERTIES)
         EXPECT_EQ((mirrored.*property.get)(), (original.*property.get)()) << property.name;
 }
 

@@ -3,6 +3,8 @@
 // Members for the tests of critical loads. Moments are given sagging above zero, as textbooks have them; the library's
 // major-axis moment is below zero where a beam sags.
 
+#include <gtest/gtest.h>
+
 #include <cmath>
 #include <functional>
 #include <numbers>
@@ -160,6 +162,14 @@ inline double UniformMoment(const SectionConstants& s, double length, double sig
     const double torsion = s.G * s.It + PI * PI * s.E * s.Iw / (length * length);
     const double shift = -sign * s.betaZ * Pz / 2.0;
     return shift + std::sqrt(shift * shift + Pz * torsion);
+}
+
+/// The least factor of the loads as they act. There is one.
+inline double Factor(const Member& m, const SectionConstants& s, bool continuity)
+{
+    const CriticalLoads loads = Analyse(m, s, continuity);
+    EXPECT_TRUE(loads.IsAnswered() && loads.Governing() && loads.Governing()->positive);
+    return loads.Governing()->positive->lambda;
 }
 
 } // namespace StabilityTest

@@ -29,11 +29,6 @@ void ExpectRow(const std::string& row, double value, const char* unit = "")
     EXPECT_NE(Document().find("| " + row + " | " + figure + " |"), std::string::npos) << row << " " << figure;
 }
 
-double Factor(const Member& m, const SectionConstants& s, bool continuity)
-{
-    return Analyse(m, s, continuity).Governing()->positive->lambda;
-}
-
 } // namespace
 
 TEST(Documents, Figures)

@@ -13,12 +13,6 @@ namespace {
 
 constexpr unsigned SEED = 4711;
 
-int Members()
-{
-    const char* const text = std::getenv("SECOND_MEMBERS");
-    return text ? std::max(1, std::atoi(text)) : 200;
-}
-
 // The two factors of the whole member; infinite where nothing buckles, 0 where it is not held.
 struct Factors {
     double positive = std::numeric_limits<double>::infinity();
@@ -71,7 +65,7 @@ void ForRandomMembers(Check check)
 {
     Generator generator(SEED);
     std::mt19937 random(SEED);
-    for (int i = 0; i < Members(); ++i) {
+    for (int i = 0; i < NumberOfMembers(200); ++i) {
         const Pair pair = generator.Make();
         SCOPED_TRACE("seed " + std::to_string(SEED) + ", member " + std::to_string(i) + ": " + pair.text);
         check(pair, random);

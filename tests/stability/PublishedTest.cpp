@@ -12,13 +12,6 @@ namespace {
 
 using Steel::Test::HostI;
 
-double Factor(const Member& m, const SectionConstants& s, bool continuity)
-{
-    const CriticalLoads loads = Analyse(m, s, continuity);
-    EXPECT_TRUE(loads.IsAnswered() && loads.Governing() && loads.Governing()->positive);
-    return loads.Governing()->positive->lambda;
-}
-
 SectionConstants Fifties() { return ConstantsOf(HostI(0.5, 0.28, 0.0125, 0.019, 0.0)); }
 
 } // namespace

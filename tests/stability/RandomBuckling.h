@@ -3,6 +3,7 @@
 // Random members in equilibrium for the tests of critical loads, each with its meaning for the second solution.
 
 #include <algorithm>
+#include <cstdlib>
 #include <cwchar>
 #include <random>
 #include <sstream>
@@ -13,6 +14,13 @@
 #include "stability/SecondSolution.h"
 
 namespace StabilityTest {
+
+/// The number of random members of a test, which the environment can change.
+inline int NumberOfMembers(int usual)
+{
+    const char* const text = std::getenv("SECOND_MEMBERS");
+    return text ? std::max(1, std::atoi(text)) : usual;
+}
 
 // A restraint by its text and by what it means.
 struct Held {

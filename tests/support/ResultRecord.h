@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <limits>
 #include <ostream>
 #include <random>
@@ -294,6 +295,20 @@ inline CMemberResult RandomResult(Random& random, int positions)
         if (Pick(random, 0, 3) == 0) result.EnableText(true);
     }
     result.SetCurSubSpan(Pick(random, 0, positions - 1));
+    return result;
+}
+
+/// A result with a text for each entry of its record.
+inline CMemberResult WithTexts(std::initializer_list<const wchar_t*> texts)
+{
+    CMemberResult result;
+    result.IniDynaArray(static_cast<int>(texts.size()));
+    int i = 0;
+    for (const wchar_t* text : texts) {
+        result.SetCurSubSpan(i++);
+        result.AddOutputString(text);
+    }
+    result.SetCurSubSpan(0);
     return result;
 }
 

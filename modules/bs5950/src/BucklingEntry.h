@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Numbers.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
 
 namespace Keltrix::BS5950 {
@@ -16,9 +17,6 @@ inline LedgerEntry SpanEntry(Rule rule, const SpanResult& span)
     e.end = span.end;
     return e;
 }
-
-/// 0 where there is no effect.
-inline double Ratio(double effect, double resistance) { return effect == 0.0 ? 0.0 : effect / resistance; }
 
 template <class Value>
 double CSteelMemberBS5950::LargestOver(const SpanResult& span, Value value) const

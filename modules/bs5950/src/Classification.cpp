@@ -2,14 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <optional>
+
+#include "Numbers.h"
 
 namespace Keltrix::BS5950 {
 
 namespace {
 
-constexpr double INF = std::numeric_limits<double>::infinity();
 constexpr const wchar_t* TABLE_11 = L"Table 11";
 constexpr const wchar_t* TABLE_12 = L"Table 12";
 

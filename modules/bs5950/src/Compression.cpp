@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "BucklingEntry.h"
 #include "CrossSection.h"
@@ -19,8 +18,6 @@ using Steel::CMemberResult;
 using Steel::CRestraint;
 
 namespace {
-
-constexpr double INF = std::numeric_limits<double>::infinity();
 
 // 0 free, 1 partial, 2 full, about the axis of the buckling mode.
 int Rotation(const CRestraint& restraint, BucklingMode mode)

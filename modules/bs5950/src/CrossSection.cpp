@@ -4,11 +4,11 @@
 #include <cmath>
 #include <limits>
 
+#include "Numbers.h"
+
 namespace Keltrix::BS5950 {
 
 namespace {
-
-double Ratio(double effect, double capacity) { return effect == 0.0 ? 0.0 : effect / capacity; }
 
 // Clause 4.8.2.3: exponents of the more exact rule.
 void SetExponents(Shape shape, PositionResult& p)

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numbers>
 
 #include "BucklingEntry.h"
@@ -19,7 +18,6 @@ using Steel::CMemberResult;
 
 namespace {
 
-constexpr double INF = std::numeric_limits<double>::infinity();
 // Poisson's ratio, 3.1.3.
 constexpr double POISSON = 0.30;
 // Largest estimated relative error of a critical moment that is used.

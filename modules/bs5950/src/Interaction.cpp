@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 
 #include "BucklingEntry.h"
 #include "MemberText.h"
@@ -11,12 +10,6 @@
 namespace Keltrix::BS5950 {
 
 using Steel::CMemberResult;
-
-namespace {
-
-constexpr double INF = std::numeric_limits<double>::infinity();
-
-} // namespace
 
 // Clause 4.8.3.3.1: moments over py Z; Fc/Pc is the worse of the two axes.
 void CSteelMemberBS5950::SimplifiedInteraction(InteractionResult& r) const

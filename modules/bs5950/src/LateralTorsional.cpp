@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "BucklingEntry.h"
 #include "MemberText.h"
@@ -24,7 +23,6 @@ using Steel::CRestraint;
 
 namespace {
 
-constexpr double INF = std::numeric_limits<double>::infinity();
 // Share of the member's largest moment up to which a moment does not buckle a flange.
 constexpr double LEAST_SHARE = 1e-5;
 // Relative difference up to which the largest moments of both signs count as equal.

@@ -10,17 +10,17 @@ namespace Keltrix::BS5950 {
 
 namespace {
 
-struct Row {
+struct ThicknessRow {
     double thickness; // mm, up to and including
     double py;        // N/mm²
 };
 
 // Table 9.
-constexpr std::array<Row, 6> S275_ROWS{{{16, 275}, {40, 265}, {63, 255}, {80, 245}, {100, 235}, {150, 225}}};
-constexpr std::array<Row, 6> S355_ROWS{{{16, 355}, {40, 345}, {63, 335}, {80, 325}, {100, 315}, {150, 295}}};
-constexpr std::array<Row, 5> S460_ROWS{{{16, 460}, {40, 440}, {63, 430}, {80, 410}, {100, 400}}};
+constexpr std::array<ThicknessRow, 6> S275_ROWS{{{16, 275}, {40, 265}, {63, 255}, {80, 245}, {100, 235}, {150, 225}}};
+constexpr std::array<ThicknessRow, 6> S355_ROWS{{{16, 355}, {40, 345}, {63, 335}, {80, 325}, {100, 315}, {150, 295}}};
+constexpr std::array<ThicknessRow, 5> S460_ROWS{{{16, 460}, {40, 440}, {63, 430}, {80, 410}, {100, 400}}};
 
-std::span<const Row> Table9Rows(Grade grade)
+std::span<const ThicknessRow> Table9Rows(Grade grade)
 {
     switch (grade) {
     case Grade::S275:
@@ -97,7 +97,7 @@ double DesignStrengthTable9(Grade grade, double thickness)
     if (!(thickness > 0.0)) return 0.0;
     // A wall of 16 mm converted from mm to m must not fall into the next row by rounding.
     const double mm = thickness * 1000.0 * (1.0 - 1e-12);
-    for (const Row& row : Table9Rows(grade))
+    for (const ThicknessRow& row : Table9Rows(grade))
         if (mm <= row.thickness) return row.py * 1e6;
     return 0.0;
 }

@@ -5,6 +5,8 @@
 #include <limits>
 #include <tuple>
 
+#include "Numbers.h"
+
 namespace Keltrix::BS5950 {
 
 using Design::Parabola;
@@ -18,9 +20,7 @@ constexpr double BESIDE = 1e-13;
 // Gain by which a place must exceed what is known to become a position.
 constexpr double GAIN = 1e-12;
 
-double Between(double a, double b, double s) { return a == b ? a : (1.0 - s) * a + s * b; }
-
-Vec3<double> Between(const Vec3<double>& a, const Vec3<double>& b, double s)
+Vec3<double> BetweenEach(const Vec3<double>& a, const Vec3<double>& b, double s)
 {
     return {Between(a.x, b.x, s), Between(a.y, b.y, s), Between(a.z, b.z, s)};
 }
@@ -171,7 +171,7 @@ std::uint64_t BranchOf(const PositionResult& p, const CrossSection& section)
 
 Actions SubSpanActions::At(double s, const CSectionBS5950& section) const
 {
-    return section.ActionsOf(Between(forceLeft, forceRight, s),
+    return section.ActionsOf(BetweenEach(forceLeft, forceRight, s),
                              {Between(torsionLeft, torsionRight, s), major.At(s), minor.At(s)});
 }
 

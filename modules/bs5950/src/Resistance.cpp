@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
 #include <numbers>
+
+#include "Numbers.h"
 
 namespace Keltrix::BS5950 {
 
 namespace {
-
-constexpr double INF = std::numeric_limits<double>::infinity();
 
 double EulerStrength(double slenderness, double E)
 {

@@ -4,6 +4,8 @@
 #include <array>
 #include <cmath>
 
+#include "Numbers.h"
+
 namespace Keltrix::BS5950 {
 
 using Design::MomentDiagram;
@@ -15,8 +17,6 @@ namespace {
 constexpr double NO_MOMENT = 1e-9;
 // Share of a sub-span within which a place is its end.
 constexpr double NO_LENGTH = 1e-12;
-
-double Between(double a, double b, double s) { return a == b ? a : (1.0 - s) * a + s * b; }
 
 Parabola Sum(const Parabola& a, const Parabola& b, double factor)
 {

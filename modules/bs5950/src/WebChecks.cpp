@@ -6,6 +6,7 @@
 
 #include "CrossSection.h"
 #include "LocalEntry.h"
+#include "Numbers.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
 #include "keltrix/design/Stretches.h"
 
@@ -15,8 +16,6 @@ using Steel::CMemberResult;
 using Steel::CRestraint;
 
 namespace {
-
-constexpr double INF = std::numeric_limits<double>::infinity();
 
 // Clause 4.4.5.5: critical shear strength that belongs to a shear buckling strength qw of H.1.
 double CriticalShearStrength(double qw, double pv)
