@@ -150,9 +150,9 @@ TEST(CodeModule, EveryCommandTakesIt)
     EXPECT_THAT(spans.out, HasSubstr("by the rules of the design code"));
     EXPECT_THAT(spans.out, ::testing::Not(HasSubstr("BS 5950")));
     const Json codes = Json::parse(RunKsteel(WITH_TIE + "codes --format json").out);
-    ASSERT_EQ(codes.size(), 2u);
-    EXPECT_EQ(codes[1]["id"], "tie");
-    EXPECT_EQ(codes[1]["default"], false);
+    ASSERT_EQ(codes.size(), 3u);
+    EXPECT_EQ(codes[2]["id"], "tie");
+    EXPECT_EQ(codes[2]["default"], false);
 }
 
 TEST(CodeModule, RefusesWhatItDoesNotTakeWithTheLine)
@@ -192,7 +192,7 @@ TEST(CodeModule, WantsTheCodeNamed)
 {
     const auto result = RunKsteel(WITH_TIE + "check examples/tie.csv");
     EXPECT_EQ(result.code, 3) << result;
-    EXPECT_THAT(result.err, HasSubstr("--module: say which design code to use: --code bs5950 or tie"));
+    EXPECT_THAT(result.err, HasSubstr("--module: say which design code to use: --code bs5950, ec3 or tie"));
     EXPECT_EQ(RunKsteel(WITH_TIE + "check examples/tie.csv --code bs5950").out,
               RunKsteel("check examples/tie.csv").out);
     EXPECT_EQ(RunKsteel(WITH_TIE + "show examples/tie.csv").code, 0) << "takes no code";

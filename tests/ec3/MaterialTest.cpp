@@ -12,7 +12,7 @@ namespace {
 
 CSteelGrade GradeNamed(const wchar_t* name) { return {CString(name), 0.0, 0.0, 0.0, 1.0}; }
 
-struct Strength {
+struct Figure {
     const wchar_t* grade;
     double mm;
     bool hollow;
@@ -21,9 +21,9 @@ struct Strength {
     double fu;
 };
 
-void Expect(const std::vector<Strength>& figures, const Annex& annex)
+void Expect(const std::vector<Figure>& figures, const Annex& annex)
 {
-    for (const Strength& f : figures) {
+    for (const Figure& f : figures) {
         SCOPED_TRACE(testing::Message() << CString(f.grade).ToUtf8().value_or("") << " " << f.mm << " mm");
         const Material m = MakeMaterial(GradeNamed(f.grade), f.mm / 1000.0, f.hollow, f.fabrication, annex);
         EXPECT_EQ(m.IsValid(), f.fy > 0.0);

@@ -10,7 +10,7 @@ namespace Keltrix::EC3 {
 
 namespace {
 
-constexpr double INF = std::numeric_limits<double>::infinity();
+constexpr double USED_UP = std::numeric_limits<double>::infinity();
 constexpr const wchar_t* NO_RULE =
     L"6.2.9.1 has no reduced plastic moment resistance for this shape; the linear sum of 6.2.1(7) is used";
 constexpr const wchar_t* NOT_PLASTIC = L"6.2.9.1 is for classes 1 and 2";
@@ -216,7 +216,7 @@ namespace {
 double Share(double action, double resistance)
 {
     if (action == 0.0) return 0.0;
-    return resistance > 0.0 ? action / resistance : INF;
+    return resistance > 0.0 ? action / resistance : USED_UP;
 }
 
 void SetShear(const Section& s, const Strength& m, const Actions& a, Interaction& r)

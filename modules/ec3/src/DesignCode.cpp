@@ -47,6 +47,7 @@ Design::CodeDescription MakeDescription()
                   {L"rectangular hollow sections", L"hot finished, cold formed or welded boxes"},
                   {L"circular hollow sections", L"hot finished, cold formed or welded"}};
     d.combinations = L"en1990-uk";
+    d.tablesTakeC1 = true;
     d.scope =
         L"Cross-section and member buckling checks of prismatic doubly symmetric members under axial force, biaxial "
         L"moment and shear; no torsion, connections, frames, concentrated loads on webs or serviceability limits";

@@ -15,18 +15,10 @@ using Design::RuleFinding;
 
 namespace {
 
-constexpr double INF = std::numeric_limits<double>::infinity();
-
-template <class A, class B>
-bool Overlap(const A& a, const B& b, double tolerance)
-{
-    return std::min(a.end, b.end) - std::max(a.start, b.start) > tolerance;
-}
-
 double Term(double effect, double resistance)
 {
     if (effect == 0.0) return 0.0;
-    return resistance > 0.0 ? effect / resistance : INF;
+    return resistance > 0.0 ? effect / resistance : std::numeric_limits<double>::infinity();
 }
 
 // Whether all moments between two places lie on the line through those at its ends.
@@ -71,35 +63,56 @@ MomentPattern PatternOf(const MomentDiagram& moments, double from, double to)
     return p;
 }
 
-// Table B.3; 1.0, its largest value, where the moments are not known; not below 0.9 of a length that buckles by sway.
-double MemberCheck::MomentFactor(const MomentDiagram& moments, double from, double to, double noise, bool sway) const
+// Table B.3; 1.0, its largest value, where the moments are not known.
+double MemberCheck::MomentFactor(const MomentDiagram& moments, double from, double to, double noise) const
 {
-    const double least = sway ? 0.9 : 0.4;
-    if (m_in.momentFactor) return std::max(least, *m_in.momentFactor);
+    if (m_in.momentFactor) return std::max(0.4, *m_in.momentFactor);
     if (!moments.IsBalanced(from, to) || !(moments.Between(from, to).Magnitude() > noise)) return 1.0;
-    return std::max(least, EquivalentMomentFactor(PatternOf(moments, from, to)));
+    return EquivalentMomentFactor(PatternOf(moments, from, to));
 }
 
+StretchMoments MemberCheck::MomentsOver(double from, double to) const
+{
+    const auto largest = [&](const MomentDiagram& moments, double noise) {
+        const double M = moments.Between(from, to).Magnitude();
+        return M > noise ? M : 0.0;
+    };
+    StretchMoments m;
+    m.My = largest(m_major, m_check->NoiseMy());
+    m.Mz = largest(m_minor, m_check->NoiseMz());
+    m.CmMajor = MomentFactor(m_major, from, to, m_check->NoiseMy());
+    m.CmMinor = MomentFactor(m_minor, from, to, m_check->NoiseMz());
+    return m;
+}
+
+// The lengths of each kind follow each other along the member: one walk along all three lists.
 void MemberCheck::FindCombinations()
 {
+    const auto isMode = [](BucklingMode mode) { return [mode](const StrutSpan& s) { return s.mode == mode; }; };
+    const auto place = [this](auto it) { return static_cast<std::size_t>(it - m_struts.begin()); };
+    std::size_t y = place(std::find_if(m_struts.begin(), m_struts.end(), isMode(BucklingMode::Major)));
+    std::size_t z = place(std::find_if(m_struts.begin(), m_struts.end(), isMode(BucklingMode::Minor)));
+    const std::size_t lastY = z;
+    const std::size_t lastZ = place(std::find_if(m_struts.begin(), m_struts.end(), isMode(BucklingMode::Torsion)));
     const double tolerance = m_in.SamePlace();
-    for (std::size_t y = 0; y < m_struts.size(); ++y)
-        for (std::size_t z = 0; z < m_struts.size(); ++z)
-            for (std::size_t l = 0; l < m_laterals.size(); ++l) {
-                const StrutSpan& major = m_struts[y];
-                const StrutSpan& minor = m_struts[z];
-                const LateralSpan& lateral = m_laterals[l];
-                if (major.mode != BucklingMode::Major || minor.mode != BucklingMode::Minor) continue;
-                Combination c;
-                c.major = y;
-                c.minor = z;
-                c.lateral = l;
-                c.start = std::max({major.start, minor.start, lateral.start});
-                c.end = std::min({major.end, minor.end, lateral.end});
-                if (!(c.end - c.start > tolerance)) continue;
-                CheckCombination(c);
-                m_combinations.push_back(c);
-            }
+    for (std::size_t l = 0; y < lastY && z < lastZ && l < m_laterals.size();) {
+        const StrutSpan& major = m_struts[y];
+        const StrutSpan& minor = m_struts[z];
+        const LateralSpan& lateral = m_laterals[l];
+        Combination c;
+        c.major = y;
+        c.minor = z;
+        c.lateral = l;
+        c.start = std::max({major.start, minor.start, lateral.start});
+        c.end = std::min({major.end, minor.end, lateral.end});
+        if (c.end - c.start > tolerance) {
+            CheckCombination(c);
+            m_combinations.push_back(c);
+        }
+        y += major.end <= c.end + tolerance;
+        z += minor.end <= c.end + tolerance;
+        l += lateral.end <= c.end + tolerance;
+    }
 }
 
 void MemberCheck::CheckCombination(Combination& c) const
@@ -108,22 +121,11 @@ void MemberCheck::CheckCombination(Combination& c) const
     const StrutSpan& z = m_struts[c.minor];
     const LateralSpan& lateral = m_laterals[c.lateral];
     // The stretch between forks; where the section is held all along, that between lateral supports, or between vertical ones.
-    double from = lateral.start, to = lateral.end;
-    if (lateral.held) {
-        from = z.held ? y.start : z.start;
-        to = z.held ? y.end : z.end;
-    }
-    const auto largest = [](const MomentDiagram& moments, double a, double b, double noise) {
-        const double M = moments.Between(a, b).Magnitude();
-        return M > noise ? M : 0.0;
-    };
+    const StretchMoments& stretch = !lateral.held ? lateral.moments : z.held ? y.moments : z.moments;
     c.Ny = y.N;
     c.Nz = z.N;
-    c.My = largest(m_major, from, to, m_check->NoiseMy());
-    if (!z.held)
-        c.Mz = largest(m_minor, std::min(from, z.start), std::max(to, z.end), m_check->NoiseMz());
-    else
-        c.Mz = largest(m_minor, from, to, m_check->NoiseMz());
+    c.My = stretch.My;
+    c.Mz = z.held ? stretch.Mz : std::max(stretch.Mz, z.moments.Mz);
     const double gamma = m_in.strength.gammaM1;
     const double fy = m_in.material.fy;
     c.MyRk = m_class.Wy * fy;
@@ -139,9 +141,10 @@ void MemberCheck::CheckCombination(Combination& c) const
     i.nz = c.Nz > 0.0 ? Term(c.Nz, z.strut.NbRd) : 0.0;
     i.lambdaY = y.open ? 0.0 : y.strut.slenderness;
     i.lambdaZ = z.open ? 0.0 : z.strut.slenderness;
-    i.Cmy = MomentFactor(m_major, y.start, y.end, m_check->NoiseMy(), y.sway);
-    i.Cmz = MomentFactor(m_minor, from, to, m_check->NoiseMz(), z.sway);
-    i.CmLT = MomentFactor(m_major, from, to, m_check->NoiseMy(), false);
+    // Table B.3: at least 0.9 of a length that buckles by sway.
+    i.Cmy = std::max(y.sway ? 0.9 : 0.0, y.moments.CmMajor);
+    i.Cmz = std::max(z.sway ? 0.9 : 0.0, stretch.CmMinor);
+    i.CmLT = stretch.CmMajor;
     c.k = AnnexB(i);
     const double My = Term(c.My, lateral.Chi() * c.MyRk / gamma);
     const double Mz = Term(c.Mz, c.MzRk / gamma);
@@ -191,12 +194,15 @@ void MemberCheck::CheckBuckling()
     if (!m_in.section.IsHollow()) FindStruts(BucklingMode::Torsion);
     for (StrutSpan& span : m_struts) {
         CheckStrut(span);
+        if (span.mode != BucklingMode::Torsion) span.moments = MomentsOver(span.start, span.end);
         RecordStrut(span);
     }
     if (m_in.section.IsHollow()) RecordNoTorsion();
     FindLaterals();
-    for (const LateralSpan& span : m_laterals)
+    for (LateralSpan& span : m_laterals) {
+        if (!span.held) span.moments = MomentsOver(span.start, span.end);
         RecordLateral(span);
+    }
     FindCombinations();
     const auto applies = [](const Combination& c) {
         return ((c.Ny > 0.0 || c.Nz > 0.0) && (c.My > 0.0 || c.Mz > 0.0)) || (c.My > 0.0 && c.Mz > 0.0);

@@ -19,7 +19,7 @@ using Steel::CRestraint;
 
 namespace {
 
-constexpr double INF = std::numeric_limits<double>::infinity();
+constexpr double NEVER = std::numeric_limits<double>::infinity();
 // Largest estimated relative error of a critical moment that is used.
 constexpr double LARGEST_ERROR = 0.01;
 // Largest jump of the moment inside a length, as a share of its largest moment, that rounding of the input explains.
@@ -43,9 +43,11 @@ const wchar_t* RefusalOf(const Stability::Unit& unit)
 
 const Stability::Unit* FindUnit(const Stability::CriticalLoads& loads, double start, double end, double tolerance)
 {
-    for (const Stability::Unit& unit : loads.units)
-        if (std::abs(unit.start - start) <= tolerance && std::abs(unit.end - end) <= tolerance) return &unit;
-    return nullptr;
+    const auto unit = std::lower_bound(loads.units.begin(), loads.units.end(), start - tolerance,
+                                       [](const Stability::Unit& u, double x) { return u.start < x; });
+    const bool found = unit != loads.units.end() && std::abs(unit->start - start) <= tolerance &&
+                       std::abs(unit->end - end) <= tolerance;
+    return found ? &*unit : nullptr;
 }
 
 int SignOf(const Design::Extremes& moments)
@@ -65,14 +67,20 @@ void MoveToShearCentre(Part& part)
 
 } // namespace
 
+std::vector<Steel::CMemberPoint>::const_iterator MemberCheck::FirstPointFrom(double x) const
+{
+    return std::lower_bound(m_in.points.begin(), m_in.points.end(), x,
+                            [](const Steel::CMemberPoint& p, double at) { return p.GetPos() < at; });
+}
+
 bool MemberCheck::HasLoadHeight(double from, double to) const
 {
     const auto isOff = [](const CRestraint& r) {
         return r.LoadHeight() != 0.0 || r.RefLoadHeight() != Steel::SHR_CENTRE;
     };
     const double tolerance = m_in.SamePlace();
-    for (const auto& p : m_in.points)
-        if (p.GetPos() >= from - tolerance && p.GetPos() <= to + tolerance && isOff(p.GetRestraint())) return true;
+    for (auto p = FirstPointFrom(from - tolerance); p != m_in.points.end() && p->GetPos() <= to + tolerance; ++p)
+        if (isOff(p->GetRestraint())) return true;
     const auto range = m_major.Covering(from, to);
     for (int k = range.first; k < range.last; ++k)
         if (isOff(m_in.subSpans[static_cast<std::size_t>(k)].GetRestraint())) return true;
@@ -152,9 +160,11 @@ void MemberCheck::FindOverridden()
     span.end = m_in.End();
     span.M = m_major.Between(span.start, span.end).Magnitude();
     const double L = m_in.Llt >= 0.0 ? m_in.Llt : -m_in.Llt * m_in.Length();
-    span.lambda = span.Mcr = INF;
+    span.lambda = span.Mcr = NEVER;
     span.C1Source = L"with a given length the moment counts as uniform";
-    if (HasLoadHeight(span.start, span.end))
+    if (!m_in.section.IsDoublySymmetric())
+        span.open = L"the effective length is given, and the closed form of Mcr is for doubly symmetric sections";
+    else if (HasLoadHeight(span.start, span.end))
         span.open = L"the effective length is given, and the closed form of Mcr takes loads at the shear centre alone";
     else if (L > 0.0) {
         span.Mcr = ElasticMoment(m_in.section.basis, m_in.material.E, m_in.material.G, L, 1.0);
@@ -204,7 +214,7 @@ void MemberCheck::FindElastic()
 void MemberCheck::SetElastic(LateralSpan& span, const Stability::Unit& unit) const
 {
     span.open = RefusalOf(unit);
-    span.lambda = span.Mcr = INF;
+    span.lambda = span.Mcr = NEVER;
     span.mechanism = unit.outcome == Outcome::NotHeld;
     if (span.mechanism) span.lambda = span.Mcr = 0.0;
     if (!unit.positive || span.mechanism) return;
@@ -245,10 +255,8 @@ void MemberCheck::SetC1(LateralSpan& span, const Stability::CriticalLoads& centr
 void MemberCheck::SetByTables(LateralSpan& span) const
 {
     const auto isFork = [&](double x) {
-        for (const auto& p : m_in.points)
-            if (std::abs(p.GetPos() - x) <= m_in.SamePlace())
-                return IsHeld(BucklingMode::Minor, p.GetRestraint()) && IsHeld(BucklingMode::Torsion, p.GetRestraint());
-        return true;
+        const auto p = FirstPointFrom(x - m_in.SamePlace());
+        return IsHeld(BucklingMode::Minor, p->GetRestraint()) && IsHeld(BucklingMode::Torsion, p->GetRestraint());
     };
     if (span.open || span.mechanism || !(span.M > 0.0)) return;
     const bool startInside = span.start > m_in.Start() + m_in.SamePlace();
@@ -294,10 +302,10 @@ void MemberCheck::CheckLateral(LateralSpan& span) const
     if (!span.open && !(m_class.Wy > 0.0)) span.open = m_class.effective.refusalY;
     if (!span.IsApplied() || span.open) return;
     const double MRk = m_class.Wy * m_in.material.fy;
-    const double slenderness = span.Mcr > 0.0 ? std::sqrt(MRk / span.Mcr) : INF;
+    const double slenderness = span.Mcr > 0.0 ? std::sqrt(MRk / span.Mcr) : NEVER;
     span.reduction = ReduceLateral(*span.rule, slenderness, span.C1);
     span.MbRd = span.Chi() * MRk / m_in.strength.gammaM1;
-    span.utilisation = span.MbRd > 0.0 ? span.M / span.MbRd : INF;
+    span.utilisation = span.MbRd > 0.0 ? span.M / span.MbRd : NEVER;
 }
 
 void MemberCheck::RecordLateral(const LateralSpan& span)

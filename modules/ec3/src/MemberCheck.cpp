@@ -33,6 +33,7 @@ ClassActions MemberCheck::MakeClassActions() const
     actions.NEd = -std::numeric_limits<double>::infinity();
     for (const Steel::CSubSpan& sub : m_in.subSpans)
         actions.NEd = std::max({actions.NEd, -sub.GetForcesLeft().x, -sub.GetForcesRight().x});
+    if (std::abs(actions.NEd) <= 1e-6 * s.A * fy) actions.NEd = 0.0;
     const Design::Extremes y = m_major.Between(m_in.Start(), m_in.End());
     const Design::Extremes z = m_minor.Between(m_in.Start(), m_in.End());
     actions.compressesTop = y.least < -noiseY;

@@ -39,6 +39,12 @@ struct MemberInput {
 
 enum class BucklingMode { Major, Minor, Torsion };
 
+/// Moments over a stretch and their factors of Table B.3.
+struct StretchMoments {
+    double My = 0.0, Mz = 0.0; ///< largest magnitudes; 0 where they are noise
+    double CmMajor = 1.0, CmMinor = 1.0;
+};
+
 /// Length for flexural or torsional buckling.
 struct StrutSpan {
     BucklingMode mode = BucklingMode::Major;
@@ -50,6 +56,7 @@ struct StrutSpan {
     const wchar_t* rule = L"";     ///< where the length comes from
     double Lcr = 0.0;
     double N = 0.0; ///< largest compression
+    StretchMoments moments;
     StrutResistance strut;
     double utilisation = 0.0;
 
@@ -64,7 +71,8 @@ struct LateralSpan {
     const wchar_t* open = nullptr; ///< why it is not evaluated; null where it is
     bool mechanism = false;        ///< its restraints leave a motion free
     double M = 0.0;                ///< largest moment
-    double lambda = 0.0;           ///< critical load factor; infinite where nothing buckles
+    StretchMoments moments;
+    double lambda = 0.0; ///< critical load factor; infinite where nothing buckles
     double error = 0.0;
     double Mcr = 0.0; ///< less the error; infinite where nothing buckles
     double C1 = 1.0;
@@ -161,11 +169,13 @@ private:
     void CheckLateral(LateralSpan& span) const;
     void RecordLateral(const LateralSpan& span);
     bool HasLoadHeight(double from, double to) const;
+    std::vector<Steel::CMemberPoint>::const_iterator FirstPointFrom(double x) const;
 
     // Interaction (Interaction.cpp).
     void FindCombinations();
     void CheckCombination(Combination& c) const;
-    double MomentFactor(const Design::MomentDiagram& moments, double from, double to, double noise, bool sway) const;
+    double MomentFactor(const Design::MomentDiagram& moments, double from, double to, double noise) const;
+    StretchMoments MomentsOver(double from, double to) const;
     void RecordCombination(const Combination& c, bool first);
 
     MemberInput m_in;
