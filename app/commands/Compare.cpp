@@ -151,7 +151,8 @@ std::string Line(const std::string& name, const std::vector<const Opinion*>& opi
 
 std::string TableOf(const std::vector<const Opinion*>& opinions, const std::vector<CodeChoice>& choices)
 {
-    const auto known = std::find_if(opinions.begin(), opinions.end(), [](const Opinion* o) { return o->checked; });
+    const auto known =
+        std::find_if(opinions.begin(), opinions.end(), [](const Opinion* o) { return o->checked.has_value(); });
     if (known == opinions.end()) return {};
     const CheckedMember& first = *(*known)->checked;
     std::string text =

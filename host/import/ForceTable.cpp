@@ -12,12 +12,10 @@ namespace Keltrix::Host {
 
 namespace {
 
-enum Field : std::size_t { MEMBER, CASE, STATION, FIRST_ACTION };
+enum ForceColumn : std::size_t { FORCES_MEMBER, FORCES_CASE, FORCES_STATION, FORCES_FIRST_ACTION };
 
 // Places that differ by less than this share of the length are one.
 constexpr double SAME_PLACE = 1e-6;
-
-std::string Metres(double value) { return Rounded(value, 9) + " m"; }
 
 class ForceReader {
 public:
@@ -46,12 +44,12 @@ public:
     }
 
 private:
-    std::string NameOf(const ImportTable::Row& row, Field field)
+    std::string NameOf(const ImportTable::Row& row, ForceColumn field)
     {
         std::string name = m_table.Text(row, field);
         if (name.empty())
             m_findings.Error(m_table.Name(), row.line, m_table.CaptionOf(field), "nothing",
-                             field == MEMBER ? "the name of a member" : "the name of a case");
+                             field == FORCES_MEMBER ? "the name of a member" : "the name of a case");
         return name;
     }
 
@@ -59,16 +57,16 @@ private:
     {
         ForceRow read;
         read.line = row.line;
-        const std::string member = NameOf(row, MEMBER);
-        const std::string name = NameOf(row, CASE);
+        const std::string member = NameOf(row, FORCES_MEMBER);
+        const std::string name = NameOf(row, FORCES_CASE);
         bool isSound = !member.empty() && !name.empty();
-        if (const auto station = m_table.Number(row, STATION))
+        if (const auto station = m_table.Number(row, FORCES_STATION))
             read.station = *station;
         else
             isSound = false;
         for (std::size_t i = 0; i < IMPORTED_ACTIONS; ++i) {
-            if (!m_table.Has(FIRST_ACTION + i)) continue; // said to be none
-            const auto number = m_table.Number(row, FIRST_ACTION + i);
+            if (!m_table.Has(FORCES_FIRST_ACTION + i)) continue; // said to be none
+            const auto number = m_table.Number(row, FORCES_FIRST_ACTION + i);
             if (!number) {
                 isSound = false;
                 continue;
@@ -123,8 +121,8 @@ private:
 
     void Fault(const ForceRow& row, std::string got, std::string expected, std::string advice = {})
     {
-        m_findings.Error(m_table.Name(), row.line, m_table.CaptionOf(STATION), std::move(got), std::move(expected),
-                         std::move(advice));
+        m_findings.Error(m_table.Name(), row.line, m_table.CaptionOf(FORCES_STATION), std::move(got),
+                         std::move(expected), std::move(advice));
     }
 
     void MakeStations(MemberForces& member)
@@ -148,9 +146,9 @@ private:
     {
         const double near = member.Tolerance();
         for (const ForceRow& row : one.rows) {
-            const std::string at = "a row at " + Metres(row.station.value);
+            const std::string at = "a row at " + PlaceText(row.station.value);
             if (!one.stations.empty() && row.station.value < one.stations.back().at - near) {
-                Fault(row, at + " below one at " + Metres(one.stations.back().at),
+                Fault(row, at + " below one at " + PlaceText(one.stations.back().at),
                       "stations of a member and case that ascend");
             } else if (one.stations.empty() || row.station.value > one.stations.back().at + near) {
                 const auto place =
@@ -164,14 +162,15 @@ private:
         for (const ForceStation* end : {&one.stations.front(), &one.stations.back()})
             if (end->left != end->right)
                 Fault(*end->right,
-                      "two rows at the end at " + Metres(end->at) + ", the other in line " +
+                      "two rows at the end at " + PlaceText(end->at) + ", the other in line " +
                           std::to_string(end->left->line),
                       "one row at each end");
     }
 
     void Repeat(ForceStation& station, const ForceRow& row)
     {
-        const std::string where = "row at " + Metres(station.at) + " after line " + std::to_string(station.left->line);
+        const std::string where =
+            "row at " + PlaceText(station.at) + " after line " + std::to_string(station.left->line);
         if (station.left != station.right) return Fault(row, "a third " + where, "one row, or two where actions jump");
         station.right = &row;
         if (station.left->value == row.value && !m_reading.allowRepeats)
@@ -190,7 +189,7 @@ private:
                 std::any_of(one.stations.begin(), one.stations.end(),
                             [&](const ForceStation& station) { return std::abs(station.at - at) <= near; });
             if (isThere) continue;
-            if (count++ < 3) missing += (missing.empty() ? "" : ", ") + Metres(at);
+            if (count++ < 3) missing += (missing.empty() ? "" : ", ") + PlaceText(at);
         }
         if (count == 0) return;
         Fault(one.rows.front(),
@@ -211,13 +210,11 @@ private:
                 const bool isThere = std::any_of(member.cases.begin(), member.cases.end(),
                                                  [&](const ForceCase& one) { return one.name == name; });
                 if (isThere) continue;
-                m_findings.Error(m_table.Name(), member.cases.front().rows.front().line, m_table.CaptionOf(CASE),
+                m_findings.Error(m_table.Name(), member.cases.front().rows.front().line, m_table.CaptionOf(FORCES_CASE),
                                  "no row of member " + Quoted(member.name) + " in case " + Quoted(name),
                                  "the same cases for all members");
             }
     }
-
-    static std::string Quoted(const std::string& text) { return Quote(Wide(text).View()); }
 
     ImportTable& m_table;
     const ForceReading& m_reading;

@@ -23,9 +23,7 @@ constexpr TablePlane PLANES[] = {TablePlane::XZ, TablePlane::XY};
 // More gaps than these tell nothing new.
 constexpr std::size_t MOST_GAPS = 5;
 
-std::string Quoted(std::string_view text) { return Quote(Wide(text).View()); }
-std::string Metres(double value) { return Rounded(value, 9) + " m"; }
-std::string KiloNewtonMetres(double value) { return Rounded(value / 1e3, 5) + " kNm"; }
+std::string MomentText(double value) { return Rounded(value / 1e3, 5) + " kNm"; }
 
 std::string LawText(TablePlane plane, int law)
 {
@@ -161,16 +159,16 @@ private:
             FaultOfForces(row.line, "station", "one station of member " + Quoted(member.name), "two at least");
         else if (std::abs(first) > near)
             FaultOfForces(row.line, "station",
-                          "the first station of member " + Quoted(member.name) + " at " + Metres(first),
+                          "the first station of member " + Quoted(member.name) + " at " + PlaceText(first),
                           "a row at 0, its start");
         else if (member.length && std::abs(last - member.length->value) > near + member.length->half)
             FaultOfForces(row.line, "station",
-                          "the last station of member " + Quoted(member.name) + " at " + Metres(last),
-                          "a row at its length, " + Metres(member.length->value));
+                          "the last station of member " + Quoted(member.name) + " at " + PlaceText(last),
+                          "a row at its length, " + PlaceText(member.length->value));
         for (const HeldPlace& held : member.held)
             if (held.to > last + near)
-                FaultOfMember(member, "restraints", "a place at " + Metres(held.to),
-                              "places within the member, which ends at " + Metres(last));
+                FaultOfMember(member, "restraints", "a place at " + PlaceText(held.to),
+                              "places within the member, which ends at " + PlaceText(last));
         const auto isHeldAt = [&](double x) {
             return std::any_of(member.held.begin(), member.held.end(),
                                [&](const HeldPlace& held) { return held.isPlace && std::abs(held.from - x) <= near; });
@@ -230,10 +228,10 @@ private:
                 const std::optional<ForceGap> gap = FindGap(one, plane, law);
                 if (!gap || ++found > MOST_GAPS) continue;
                 FaultOfForces(gap->row->line, plane == TablePlane::XZ ? "My" : "Mz",
-                              "a change by " + KiloNewtonMetres(gap->byMoments) + " from " + Metres(gap->from) +
-                                  " to " + Metres(gap->to) + " of member " + Quoted(forces.name) + " in case " +
+                              "a change by " + MomentText(gap->byMoments) + " from " + PlaceText(gap->from) + " to " +
+                                  PlaceText(gap->to) + " of member " + Quoted(forces.name) + " in case " +
                                   Quoted(one.name),
-                              KiloNewtonMetres(gap->byShears) + " by its shears, " + LawText(plane, law));
+                              MomentText(gap->byShears) + " by its shears, " + LawText(plane, law));
             }
         if (found > MOST_GAPS)
             m_findings.Say(Severity::Error, m_forceTable.Name(), m_forceTable.HeaderLine(),
@@ -250,7 +248,7 @@ private:
                         m_findings.Say(Severity::Warning, m_forceTable.Name(), couple.station->right->line,
                                        std::string(plane == TablePlane::XZ ? "My" : "Mz") + " of member " +
                                            Quoted(forces.name) + " in case " + Quoted(one.name) + " jumps by " +
-                                           KiloNewtonMetres(couple.moment) + " at " + Metres(couple.station->at) +
+                                           MomentText(couple.moment) + " at " + PlaceText(couple.station->at) +
                                            ": a couple, or is something lost?");
     }
 

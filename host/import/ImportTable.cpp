@@ -15,18 +15,6 @@ namespace {
 
 constexpr std::size_t MOST_FINDINGS = 1000;
 
-std::string_view Trimmed(std::string_view text)
-{
-    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
-std::string Quoted(std::string_view text) { return Quote(Wide(text).View()); }
-
 // Letters and digits of a caption in lower case.
 std::string Bare(std::string_view text)
 {
@@ -38,7 +26,7 @@ std::string Bare(std::string_view text)
     return bare;
 }
 
-constexpr ImportUnit UNITS[] = {
+constexpr ImportUnit IMPORT_UNITS[] = {
     {"m", ImportUnitKind::Length, 1.0},     {"cm", ImportUnitKind::Length, 0.01},
     {"mm", ImportUnitKind::Length, 0.001},  {"N", ImportUnitKind::Force, 1.0},
     {"kN", ImportUnitKind::Force, 1e3},     {"MN", ImportUnitKind::Force, 1e6},
@@ -93,6 +81,20 @@ double HalfOfLastDigit(std::string_view text)
 }
 
 } // namespace
+
+std::string_view Trimmed(std::string_view text)
+{
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+std::string Quoted(std::string_view text) { return Quote(Wide(text).View()); }
+
+std::string PlaceText(double metres) { return Rounded(metres, 9) + " m"; }
 
 void ImportFindings::Error(const std::string& file, LineNumber line, std::string column, std::string got,
                            std::string expected, std::string advice)
@@ -151,7 +153,7 @@ const ImportUnit* ImportUnitNamed(std::string_view text)
         if (text[i] != ' ' && text[i] != '.' && text[i] != '*' && text[i] != '-') bare += text[i];
     }
     if (bare.starts_with("KN") || bare.starts_with("kn")) bare.replace(0, 2, "kN");
-    for (const ImportUnit& unit : UNITS)
+    for (const ImportUnit& unit : IMPORT_UNITS)
         if (bare == unit.word) return &unit;
     return nullptr;
 }

@@ -10,6 +10,13 @@
 
 namespace Keltrix::Host {
 
+/// Without blanks and tabs at its ends.
+std::string_view Trimmed(std::string_view text);
+/// As messages quote what stands in a table.
+std::string Quoted(std::string_view text);
+/// A place along a member, "4.5 m", in all its digits.
+std::string PlaceText(double metres);
+
 /// Something that is wrong with a table, or has to be known of it.
 struct ImportFinding {
     std::string file;

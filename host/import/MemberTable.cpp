@@ -16,34 +16,25 @@ namespace {
 
 using Steel::CRestraint;
 
-enum Field : std::size_t {
-    MEMBER,
-    SECTION,
-    GRADE,
-    TYPE,
-    LENGTH,
-    START,
-    END,
-    RESTRAINTS,
-    LOAD_HEIGHT,
-    NET_TO_GROSS,
-    PLASTIC_TO_ELASTIC,
-    SHEAR_LAG
+struct Column {
+    enum Place : std::size_t {
+        MEMBER,
+        SECTION,
+        GRADE,
+        TYPE,
+        LENGTH,
+        START,
+        END,
+        RESTRAINTS,
+        LOAD_HEIGHT,
+        NET_TO_GROSS,
+        PLASTIC_TO_ELASTIC,
+        SHEAR_LAG
+    };
 };
 
 constexpr const char* RESTRAINT_EXPECTED =
     "Pinned, Fixed, Free, Top flange lateral, Bottom flange lateral ... or a code such as F1L TR";
-
-std::string Quoted(std::string_view text) { return Quote(Wide(text).View()); }
-
-std::string_view Trimmed(std::string_view text)
-{
-    while (!text.empty() && text.front() == ' ')
-        text.remove_prefix(1);
-    while (!text.empty() && text.back() == ' ')
-        text.remove_suffix(1);
-    return text;
-}
 
 std::optional<CRestraint> RestraintOf(std::string_view text)
 {
@@ -92,15 +83,16 @@ private:
 
     void NoteMissing()
     {
-        if (!m_table.Has(LENGTH))
+        if (!m_table.Has(Column::LENGTH))
             m_findings.Say(Severity::Warning, m_table.Name(), m_table.HeaderLine(),
                            "no column length: the last station of each member is taken as its end");
-        if (!m_table.Has(LOAD_HEIGHT))
+        if (!m_table.Has(Column::LOAD_HEIGHT))
             m_findings.Say(Severity::Note, m_table.Name(), m_table.HeaderLine(),
                            "no column load-height: loads act at the shear centre");
     }
 
-    void Fault(const ImportTable::Row& row, Field field, std::string got, std::string expected, std::string advice = {})
+    void Fault(const ImportTable::Row& row, Column::Place field, std::string got, std::string expected,
+               std::string advice = {})
     {
         m_findings.Error(m_table.Name(), row.line, m_table.CaptionOf(field), std::move(got), std::move(expected),
                          std::move(advice));
@@ -110,36 +102,36 @@ private:
     {
         ImportedMember member;
         member.line = row.line;
-        member.name = m_table.Text(row, MEMBER);
-        if (member.name.empty()) Fault(row, MEMBER, "nothing", "the name of a member");
+        member.name = m_table.Text(row, Column::MEMBER);
+        if (member.name.empty()) Fault(row, Column::MEMBER, "nothing", "the name of a member");
         if (!member.name.empty() && !m_known.insert(member.name).second)
-            return Fault(row, MEMBER, Quoted(member.name) + " once more", "each member in one row");
+            return Fault(row, Column::MEMBER, Quoted(member.name) + " once more", "each member in one row");
         ReadSection(row, member.content);
         ReadGrade(row, member.content);
-        ReadFactor(row, NET_TO_GROSS, member.content.netToGross);
-        ReadFactor(row, PLASTIC_TO_ELASTIC, member.content.plasticToElastic);
-        ReadFactor(row, SHEAR_LAG, member.content.shearLag);
-        if (m_table.Has(LENGTH)) member.length = m_table.Number(row, LENGTH);
+        ReadFactor(row, Column::NET_TO_GROSS, member.content.netToGross);
+        ReadFactor(row, Column::PLASTIC_TO_ELASTIC, member.content.plasticToElastic);
+        ReadFactor(row, Column::SHEAR_LAG, member.content.shearLag);
+        if (m_table.Has(Column::LENGTH)) member.length = m_table.Number(row, Column::LENGTH);
         if (member.length && !(member.length->value > 0.0))
-            Fault(row, LENGTH, m_table.Text(row, LENGTH), "a length above 0");
-        if (m_table.Has(LOAD_HEIGHT))
-            if (const auto height = m_table.Number(row, LOAD_HEIGHT)) member.loadHeight = height->value;
-        member.start = End(row, START);
-        member.end = End(row, END);
+            Fault(row, Column::LENGTH, m_table.Text(row, Column::LENGTH), "a length above 0");
+        if (m_table.Has(Column::LOAD_HEIGHT))
+            if (const auto height = m_table.Number(row, Column::LOAD_HEIGHT)) member.loadHeight = height->value;
+        member.start = End(row, Column::START);
+        member.end = End(row, Column::END);
         ReadHeld(row, member);
         m_members.push_back(std::move(member));
     }
 
     void ReadSection(const ImportTable::Row& row, MemberContent& content)
     {
-        const std::string section = m_table.Text(row, SECTION);
+        const std::string section = m_table.Text(row, Column::SECTION);
         try {
             if (section.empty()) throw BadInput("got nothing, expected a section");
             content.section = FindSection(section).name;
         } catch (const BadInput& fault) {
-            Fault(row, SECTION, {}, {}, fault.what());
+            Fault(row, Column::SECTION, {}, {}, fault.what());
         }
-        const std::string type = m_table.Text(row, TYPE);
+        const std::string type = m_table.Text(row, Column::TYPE);
         content.type = "UNDEF";
         if (type.empty()) return;
         for (const char* word : {"ROLLED", "WELDED", "FORMED", "UNDEF"})
@@ -147,24 +139,24 @@ private:
                 content.type = word;
                 return;
             }
-        Fault(row, TYPE, Quoted(type), "rolled, welded or formed, or nothing: as the catalogue has it");
+        Fault(row, Column::TYPE, Quoted(type), "rolled, welded or formed, or nothing: as the catalogue has it");
     }
 
     void ReadGrade(const ImportTable::Row& row, MemberContent& content)
     {
-        content.grade = m_table.Text(row, GRADE);
-        if (content.grade.empty()) Fault(row, GRADE, "nothing", "a steel grade");
+        content.grade = m_table.Text(row, Column::GRADE);
+        if (content.grade.empty()) Fault(row, Column::GRADE, "nothing", "a steel grade");
         if (content.grade.find(',') != std::string::npos)
-            Fault(row, GRADE, Quoted(content.grade), "the name of a grade, which has no comma");
+            Fault(row, Column::GRADE, Quoted(content.grade), "the name of a grade, which has no comma");
     }
 
-    void ReadFactor(const ImportTable::Row& row, Field field, double& value)
+    void ReadFactor(const ImportTable::Row& row, Column::Place field, double& value)
     {
         if (!m_table.Has(field)) return;
         if (const auto number = m_table.Number(row, field)) value = number->value;
     }
 
-    std::optional<CRestraint> End(const ImportTable::Row& row, Field field)
+    std::optional<CRestraint> End(const ImportTable::Row& row, Column::Place field)
     {
         if (!m_table.Has(field)) return std::nullopt;
         const std::string text = m_table.Text(row, field);
@@ -176,7 +168,7 @@ private:
     // "Top flange lateral@3 | Bottom flange lateral@0:6".
     void ReadHeld(const ImportTable::Row& row, ImportedMember& member)
     {
-        const std::string text = m_table.Text(row, RESTRAINTS);
+        const std::string text = m_table.Text(row, Column::RESTRAINTS);
         std::string_view rest = Trimmed(text);
         while (!rest.empty()) {
             const std::size_t end = std::min(rest.find('|'), rest.size());
@@ -193,10 +185,10 @@ private:
         const std::optional<double> from = Place(places.substr(0, colon));
         const std::optional<double> to = colon < places.size() ? Place(places.substr(colon + 1)) : from;
         if (!from || !to || *from < 0.0 || *to < *from || (colon < places.size() && *to == *from))
-            return Fault(row, RESTRAINTS, Quoted(item),
+            return Fault(row, Column::RESTRAINTS, Quoted(item),
                          "RESTRAINT@PLACE or RESTRAINT@FROM:TO in m, as Top flange lateral@3 | Top flange lateral@0:6");
         const std::optional<CRestraint> restraint = RestraintOf(Trimmed(item.substr(0, at)));
-        if (!restraint) return Fault(row, RESTRAINTS, Quoted(item), RESTRAINT_EXPECTED);
+        if (!restraint) return Fault(row, Column::RESTRAINTS, Quoted(item), RESTRAINT_EXPECTED);
         member.held.push_back({*from, *to, *restraint, colon == places.size()});
     }
 

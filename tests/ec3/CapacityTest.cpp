@@ -14,7 +14,7 @@ using namespace Keltrix;
 using namespace Keltrix::EC3;
 using EC3Test::PublishedRows;
 
-namespace {
+namespace EC3Test {
 
 class PublishedCapacity : public testing::Test {
 protected:
@@ -32,7 +32,9 @@ private:
     std::map<std::string, std::optional<SectionCapacity>> m_known;
 };
 
-} // namespace
+} // namespace EC3Test
+
+using EC3Test::PublishedCapacity;
 
 // Every row, with the sections whose webs can be class 4.
 TEST_F(PublishedCapacity, CompressionOfEverySection)
