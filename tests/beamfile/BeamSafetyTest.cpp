@@ -180,17 +180,18 @@ TEST(BeamSafety, WhatIsAtOnePlaceTwiceIsAnError)
 {
     const std::string load = "[[load]]\nkind = \"imposed\"\nudl = 4\n";
     EXPECT_THAT(
-        Messages(
-            Read(HEAD + "length = 6.0\nsupports = [{ at = 0 }, { at = 6 }, { at = 6, holds = \"Fixed\" }]\n" + load)),
+        Messages(Read(BS_HEAD + "length = 6.0\nsupports = [{ at = 0 }, { at = 6 }, { at = 6, holds = \"Fixed\" }]\n" +
+                      load)),
         HasSubstr("beam.toml:5: error: supports.at: got 6 once more, expected one support at a place"));
-    EXPECT_THAT(Messages(Read(HEAD + "spans = [6.0]\nsupports = [{ at = 6 }, { at = 6, holds = \"Fixed\" }]\n" + load)),
-                HasSubstr("error: supports.at: got 6 once more"));
+    EXPECT_THAT(
+        Messages(Read(BS_HEAD + "spans = [6.0]\nsupports = [{ at = 6 }, { at = 6, holds = \"Fixed\" }]\n" + load)),
+        HasSubstr("error: supports.at: got 6 once more"));
     // A list with spans replaces what is at their ends, once.
-    EXPECT_FALSE(Read(HEAD + "spans = [6.0]\nsupports = [{ at = 6, holds = \"Fixed\" }]\n" + load).made.HasErrors());
+    EXPECT_FALSE(Read(BS_HEAD + "spans = [6.0]\nsupports = [{ at = 6, holds = \"Fixed\" }]\n" + load).made.HasErrors());
     const std::string tables[] = {"[[load]]\nkind = \"imposed\"\npoint = 4\nat = [3, 2, 3.0]\n",
                                   "[[restraint]]\nholds = \"Top flange lateral\"\nat = [3, 3]\n" + load};
     for (const std::string& table : tables)
-        EXPECT_THAT(Messages(Read(HEAD + "length = 6.0\n" + table)),
+        EXPECT_THAT(Messages(Read(BS_HEAD + "length = 6.0\n" + table)),
                     HasSubstr(".at: got 3 twice, expected each place once"));
 }
 
@@ -198,10 +199,10 @@ TEST(BeamSafety, ACamberThatCountsNowhereIsAWarning)
 {
     const std::string load = "[[load]]\nkind = \"imposed\"\nudl = 4\n";
     const std::string warning = "warning: camber: counts nowhere, because there is no limit under all loads";
-    EXPECT_THAT(Messages(Read(HEAD + "length = 6.0\ncamber = [0.02]\n" + load)), HasSubstr(warning));
-    EXPECT_THAT(Messages(Read(HEAD + "length = 6.0\ncamber = [0.02]\ndeflection = { imposed = 360 }\n" + load)),
+    EXPECT_THAT(Messages(Read(BS_HEAD + "length = 6.0\ncamber = [0.02]\n" + load)), HasSubstr(warning));
+    EXPECT_THAT(Messages(Read(BS_HEAD + "length = 6.0\ncamber = [0.02]\ndeflection = { imposed = 360 }\n" + load)),
                 HasSubstr(warning));
-    EXPECT_THAT(Messages(Read(HEAD + "length = 6.0\ncamber = [0.02]\ndeflection = { total = 250 }\n" + load)),
+    EXPECT_THAT(Messages(Read(BS_HEAD + "length = 6.0\ncamber = [0.02]\ndeflection = { total = 250 }\n" + load)),
                 ::testing::Not(HasSubstr("camber")));
 }
 
@@ -210,7 +211,7 @@ TEST(BeamSafety, ACamberThatCountsNowhereIsAWarning)
 TEST(BeamSafety, TheCambersOfAListAreThoseOfTheSpansBetweenSupports)
 {
     const auto deflectionOf = [](const std::string& camber) {
-        const Beam beam = Read(HEAD + "length = 12.0\nself-weight = false\nsupports = [{ at = 2 }, { at = 10 }]\n" +
+        const Beam beam = Read(BS_HEAD + "length = 12.0\nself-weight = false\nsupports = [{ at = 2 }, { at = 10 }]\n" +
                                camber + "deflection = { total = 250, total-cantilever = 125 }\n" + DECK +
                                "[[load]]\nkind = \"permanent\"\nudl = 5\nfrom = 2\nto = 10\n");
         EXPECT_FALSE(beam.made.HasErrors()) << Messages(beam);
@@ -223,7 +224,7 @@ TEST(BeamSafety, TheCambersOfAListAreThoseOfTheSpansBetweenSupports)
     };
     EXPECT_NEAR(deflectionOf(""), 4.4e-3, 0.05e-3);
     EXPECT_NEAR(deflectionOf("camber = [0.05]\n"), 4.4e-3 - 0.05, 0.1e-3);
-    EXPECT_THAT(Messages(Read(HEAD + "length = 12.0\nsupports = [{ at = 2 }, { at = 10 }]\ncamber = [0.01, 0.02]\n" +
+    EXPECT_THAT(Messages(Read(BS_HEAD + "length = 12.0\nsupports = [{ at = 2 }, { at = 10 }]\ncamber = [0.01, 0.02]\n" +
                               "[[load]]\nkind = \"permanent\"\nudl = 5\n")),
                 HasSubstr("error: camber: 2 of them, and the beam has 1 spans between supports"));
 }
@@ -233,7 +234,7 @@ TEST(BeamSafety, TheCambersOfAListAreThoseOfTheSpansBetweenSupports)
 TEST(BeamSafety, ATotalLimitKeepsTheLimitOfVariableLoads)
 {
     const auto text = [](const char* length) {
-        return HEAD + "length = " + length + "\nself-weight = false\ndeflection = { total = 100 }\n" + DECK +
+        return BS_HEAD + "length = " + length + "\nself-weight = false\ndeflection = { total = 100 }\n" + DECK +
                "[[load]]\nkind = \"imposed\"\nudl = 30\n";
     };
     const CheckedMember longer = Checked(text("9.0"));

@@ -16,8 +16,6 @@ using namespace EC3Test;
 
 namespace {
 
-constexpr double MM = 1e-3, MM2 = 1e-6, MM3 = 1e-9;
-
 Section Welded(const wchar_t* description) { return SectionOf(CString(description), SEC_WELDED); }
 
 // The entry of a plate, by its place and, where it has several, the last.

@@ -17,8 +17,6 @@ using namespace EC3Test;
 
 namespace {
 
-constexpr double MM3 = 1e-9;
-
 std::wstring Text(int value) { return std::to_wstring(value); }
 
 struct Dimensions {

@@ -108,7 +108,7 @@ void Scale(DesignTest::Member& m, double k)
 }
 
 // Sections of every family, plastic and slender.
-const wchar_t* SectionOf(int i)
+const wchar_t* SectionOfMember(int i)
 {
     static const wchar_t* const SECTIONS[] = {L"UC 254x254x89", L"UB 457x191x67",   L"RHS 300x200x8", L"CHS 273x8",
                                               L"SHS 200x200x5", L"UB 1016x305x222", L"UC 152x152x23"};
@@ -266,7 +266,7 @@ TEST(MemberLaws, NoMemberPassesWithARuleNotEvaluated)
     std::mt19937 random(11);
     int passed = 0, failed = 0, open = 0;
     for (int i = 0; i < 400; ++i) {
-        const Checked c(RandomMember(random), SectionOf(i), L"S355");
+        const Checked c(RandomMember(random), SectionOfMember(i), L"S355");
         bool fails = false;
         for (const RuleFinding& f : c.findings.rules) {
             EXPECT_EQ(f.status == CheckStatus::Failed, f.WasEvaluated() && f.status != CheckStatus::Passed);
@@ -293,8 +293,8 @@ TEST(MemberLaws, DividingASubSpanChangesNothing)
         const DesignTest::Member m = RandomMember(random);
         const auto k = std::uniform_int_distribution<std::size_t>(0, m.subSpans.size() - 1)(random);
         const double s = std::uniform_real_distribution<double>(0.1, 0.9)(random);
-        const Checked whole(m, SectionOf(i), L"S355");
-        const Checked divided(DesignTest::Divided(m, k, s), SectionOf(i), L"S355");
+        const Checked whole(m, SectionOfMember(i), L"S355");
+        const Checked divided(DesignTest::Divided(m, k, s), SectionOfMember(i), L"S355");
         EXPECT_EQ(whole.passed, divided.passed) << "member " << i;
         if (std::isinf(whole.Largest())) continue;
         // Critical moments are found within their estimated error on other meshes.
@@ -311,8 +311,8 @@ TEST(MemberLaws, MirroringTheMemberChangesNothing)
     std::mt19937 random(13);
     for (int i = 0; i < 150; ++i) {
         const DesignTest::Member m = RandomMember(random);
-        const Checked one(m, SectionOf(i), L"S355");
-        const Checked other(DesignTest::Mirrored(m), SectionOf(i), L"S355");
+        const Checked one(m, SectionOfMember(i), L"S355");
+        const Checked other(DesignTest::Mirrored(m), SectionOfMember(i), L"S355");
         EXPECT_EQ(one.passed, other.passed) << "member " << i;
         if (std::isinf(one.Largest())) continue;
         EXPECT_NEAR(other.Largest(), one.Largest(), 2e-3 * one.Largest()) << "member " << i;
@@ -324,10 +324,10 @@ TEST(MemberLaws, MoreLoadNeverMeansLess)
     std::mt19937 random(14);
     for (int i = 0; i < 150; ++i) {
         DesignTest::Member m = RandomMember(random);
-        const Checked one(m, SectionOf(i), L"S355");
+        const Checked one(m, SectionOfMember(i), L"S355");
         if (!(one.Largest() < 1.0)) continue;
         Scale(m, 1.1);
-        const Checked more(m, SectionOf(i), L"S355");
+        const Checked more(m, SectionOfMember(i), L"S355");
         EXPECT_GT(more.Largest(), one.Largest() * (1.0 - 2e-3)) << "member " << i;
     }
 }

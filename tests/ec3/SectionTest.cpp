@@ -9,12 +9,7 @@
 
 using namespace EC3Test;
 
-namespace {
-
-constexpr double MM = 1e-3;
-constexpr double MM2 = 1e-6;
-
-} // namespace
+namespace {} // namespace
 
 TEST(Section, HasItsAxesByTheStandardsNames)
 {

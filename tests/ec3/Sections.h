@@ -12,6 +12,8 @@
 
 namespace EC3Test {
 
+inline constexpr double MM = 1e-3, MM2 = 1e-6, MM3 = 1e-9;
+
 using namespace Keltrix;
 using namespace Keltrix::EC3;
 
