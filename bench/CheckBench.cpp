@@ -1,4 +1,4 @@
-// A whole check of a member by the BS 5950-1:2000 module: without a text, with the text, and from the text of the input
+// A whole check of a member by the design codes' modules: without a text, with the text, and from the text of the input
 // file to the report.
 
 #include "Bench.h"
@@ -11,6 +11,9 @@
 
 #include "Examples.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
+#ifdef KELTRIX_BENCH_EC3
+#include "keltrix/ec3/SteelMemberEC3.h"
+#endif
 
 namespace Keltrix::Bench {
 
@@ -26,9 +29,10 @@ CString ReadText(const std::filesystem::path& path)
     return *text;
 }
 
-std::shared_ptr<CSteelMemberBS5950> MakeMember(const CString& text)
+template <class Member = CSteelMemberBS5950>
+std::shared_ptr<Member> MakeMember(const CString& text)
 {
-    auto member = std::make_shared<CSteelMemberBS5950>();
+    auto member = std::make_shared<Member>();
     CSteelGrade grade;
     if (!member->CSVInputData(text, grade) || !member->SetGrade(grade))
         throw std::runtime_error("an example member is not read");
@@ -36,7 +40,7 @@ std::shared_ptr<CSteelMemberBS5950> MakeMember(const CString& text)
 }
 
 /// A check into a fresh result, with the utilisation as its answer.
-double Check(CSteelMemberBS5950& member, bool withText)
+double Check(CSteelMemberGen& member, bool withText)
 {
     CMemberResult result;
     result.EnableText(withText);
@@ -44,6 +48,23 @@ double Check(CSteelMemberBS5950& member, bool withText)
     member.Check();
     return result.UtilOverAll();
 }
+
+#ifdef KELTRIX_BENCH_EC3
+// The examples that the module takes, beside the same check to BS 5950-1.
+void RegisterEC3(const std::string& example, const CString& text)
+{
+    const auto member = MakeMember<EC3::CSteelMemberEC3>(text);
+    if (EC3::SectionRefusal(member->GetKeltrixSec())) return;
+    const std::string name = "check " + example + " to EN 1993-1-1";
+    const double util = Check(*member, false);
+    if (!(util > 0.0) || util != Check(*member, true)) throw std::logic_error("nothing was checked: " + name);
+    for (const bool withText : {false, true}) {
+        const char* const kind = withText ? " with text" : " without text";
+        Measure(name + kind, [member, withText] { return Check(*member, withText); });
+        Compare({name + kind, "check " + example + kind});
+    }
+}
+#endif
 
 } // namespace
 
@@ -59,6 +80,9 @@ void RegisterChecks()
         Measure(name + " without text", [member] { return Check(*member, false); });
         Measure(name + " with text", [member] { return Check(*member, true); });
         Compare({name + " without text", name + " with text", 1.0 / 3.0});
+#ifdef KELTRIX_BENCH_EC3
+        RegisterEC3(path.stem().string(), texts.back());
+#endif
     }
 
     const Work perMember{static_cast<double>(texts.size())};

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <filesystem>
 #include <optional>
 #include <set>
 
@@ -107,7 +108,8 @@ std::string TopicCell(const CheckedMember& checked, Topic topic)
         if (rule.WasEvaluated() && (!worst || !(rule.utilisation <= worst->utilisation))) worst = &rule;
     }
     std::string text;
-    if (worst) {
+    // Matters of no resistance, such as the strength of the steel, have no utilisation to compare.
+    if (worst && (topic != Topic::Other || worst->utilisation != 0.0)) {
         text = UtilisationText(worst->utilisation) + " (" + AsText(Utf8(worst->clause)) + ')';
         if (worst->status == CheckStatus::Failed) text = "<red>" + text + "</red>";
     }
@@ -149,11 +151,22 @@ std::string Line(const std::string& name, const std::vector<const Opinion*>& opi
     return isEmpty ? "" : line + '\n';
 }
 
+std::string RefusalText(const std::vector<const Opinion*>& opinions, const std::vector<CodeChoice>& choices)
+{
+    std::string text;
+    for (std::size_t i = 0; i < opinions.size(); ++i)
+        for (const std::string& reason : opinions[i]->refusal.reasons)
+            text += "<red>" + AsText(TitleOf(choices[i])) + ": " + AsText(PrintableLine(reason)) + "</red>\n";
+    return text;
+}
+
 std::string TableOf(const std::vector<const Opinion*>& opinions, const std::vector<CodeChoice>& choices)
 {
     const auto known =
         std::find_if(opinions.begin(), opinions.end(), [](const Opinion* o) { return o->checked.has_value(); });
-    if (known == opinions.end()) return {};
+    if (known == opinions.end())
+        return "<h4>" + AsText(PrintableLine(opinions.front()->refusal.title)) + "</h4>\n" +
+               RefusalText(opinions, choices);
     const CheckedMember& first = *(*known)->checked;
     std::string text =
         "<h4>" + AsText(first.title) + "</h4>\n" + first.Section() + " in " + first.Grade() + "\n<table><align left>";
@@ -166,11 +179,7 @@ std::string TableOf(const std::vector<const Opinion*>& opinions, const std::vect
         const auto of = static_cast<Topic>((topic + 1) % static_cast<int>(Topic::COUNT)); // other matters last
         text += Line(Utf8(Design::TopicName(of)), opinions, [of](const CheckedMember& c) { return TopicCell(c, of); });
     }
-    text += "</table>\n";
-    for (std::size_t i = 0; i < opinions.size(); ++i)
-        for (const std::string& reason : opinions[i]->refusal.reasons)
-            text += "<red>" + AsText(TitleOf(choices[i])) + ": " + AsText(PrintableLine(reason)) + "</red>\n";
-    return text;
+    return text + "</table>\n" + RefusalText(opinions, choices);
 }
 
 Json JsonOfOpinion(const Opinion& opinion, const CodeChoice& choice)
@@ -197,8 +206,13 @@ Json JsonOfMember(const std::string& file, const std::vector<const Opinion*>& op
 ExitCode Compare(const CompareOptions& options, const Console& console)
 {
     const std::vector<CodeChoice> choices = ChoicesOf(options);
-    if (std::find(options.files.begin(), options.files.end(), "-") != options.files.end())
-        throw BadUsage("compare: files are read once for each design code, which standard input cannot be");
+    for (const std::string& file : options.files) {
+        std::error_code ignored;
+        const std::filesystem::path path(file);
+        if (file == "-" || (std::filesystem::exists(path, ignored) && !std::filesystem::is_regular_file(path, ignored)))
+            throw BadUsage("compare: " + PrintableLine(file) +
+                           ": files are read once for each design code, which streams cannot be");
+    }
     ExitCode worst = EXIT_FINE;
     std::set<std::string> told;
     Json list = Json::array();

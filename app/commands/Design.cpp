@@ -68,6 +68,10 @@ std::vector<const CSectDB::Entry*> SectionsOf(const DesignOptions& options)
     return entries;
 }
 
+// Whether a section is said to be made in a way that is less favourable than rolling: it is then said of every candidate, as a check of the
+// file with that section has it.
+bool IsKept(int type) { return type == SEC_WELDED || type == SEC_WELDED_2 || type == SEC_FORMED; }
+
 // The member with another section in place of its own, which keeps the member's design ratios.
 Candidate Try(Design::CodeMember& coded, const CSteelGrade& grade, const CSecComp& own, const CSectDB::Entry& entry)
 {
@@ -76,6 +80,7 @@ Candidate Try(Design::CodeMember& coded, const CSteelGrade& grade, const CSecCom
     component.SetNetGross(own.NetGross());
     component.SetBeta(own.Beta());
     component.SetPlasElas(own.PlasElas());
+    if (IsKept(own.Type())) component.SetType(own.Type());
     section.SetComponent(0, component);
 
     Candidate candidate = CandidateOf(entry);
@@ -196,7 +201,7 @@ Candidate Try(const Beam& own, const CSectDB::Entry& entry, const DesignOptions&
 {
     Candidate candidate = CandidateOf(entry);
     BeamFile file = own.file;
-    file.type = "UNDEF"; // as the catalogue has it
+    if (file.type == "ROLLED") file.type = "UNDEF"; // as the catalogue has it
     SetSectionOf(file, FindSection(candidate.name), options.code.code);
     try {
         const Beam beam = MakeBeam(std::move(file), options.reading, options.code.code);

@@ -301,7 +301,8 @@ private:
 
     void ReadLimits(const toml::table& table)
     {
-        constexpr NumberRange ratio{0.0, 1e5, "a ratio above 0: the span over it is the limit", true};
+        // 0.0028 for 1/360 would be no limit at all.
+        constexpr NumberRange ratio{10.0, 1e5, "a ratio from 10 on: the span over it is the limit"};
         TomlKeys keys(table, "deflection", m_file.defects);
         DeflectionWishes& wishes = m_file.deflection;
         wishes.isAsked = true;

@@ -145,6 +145,18 @@ void DropOutside(CheckedMember& checked)
     }
 }
 
+// The combinations that go with a code are those of its first annex, and so are the limits of deflection that the file leaves to it.
+void WarnOfAnnex(const Beam& beam, const CodeChoice& choice, std::vector<MemberWarning>& warnings)
+{
+    if (!choice.code || choice.settings.annex == 0 || beam.file.standard || !beam.file.own.empty()) return;
+    const std::vector<Design::Term>& annexes = choice.code->Description().annexes;
+    warnings.push_back(
+        {"beam-file", Severity::Warning, beam.file.name, beam.file.combinationsLine,
+         std::string("the combinations are those that go with the annex \"") + Utf8(annexes.front().name) +
+             "\", and so are limits of deflection that the file does not give; resistances are those of the annex \"" +
+             Utf8(annexes[choice.settings.annex].name) + "\". Name the combinations in the file"});
+}
+
 bool IsCompressed(const Beam& beam)
 {
     const std::vector<Statics::Combination>& list = beam.made.combinations.list;
@@ -273,6 +285,7 @@ CheckedMember CheckBeam(const Beam& beam, const CodeChoice& choice, bool withTex
         cases.push_back(CheckCase(beam, i, choice, false));
     }
     std::vector<MemberWarning> warnings = WarningsOf(beam);
+    WarnOfAnnex(beam, choice, warnings);
     const std::vector<MemberWarning> ofMembers = Gathered(beam, cases);
     warnings.insert(warnings.end(), ofMembers.begin(), ofMembers.end());
 

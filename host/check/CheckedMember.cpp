@@ -226,6 +226,7 @@ void TakeWarnings(const MemberFile& file, std::size_t i, CheckedMember& checked)
         const char* code = "other-method";
         if (warning.kind == Design::WarningKind::UnbalancedForces) continue;
         if (warning.kind == Design::WarningKind::LowMomentFactor) code = "low-moment-factor";
+        if (warning.kind == Design::WarningKind::CurveFactor) code = "curve-factor";
         if (file.IsStrict()) throw file.Refusal(i, "TITLE", code, Utf8(warning.text), {});
         checked.warnings.push_back({code, Severity::Warning, checked.file, checked.line, Utf8(warning.text)});
     }
@@ -279,6 +280,8 @@ CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoic
     checked.line = file.Member(i).firstLine;
     checked.name = file.NameOf(i);
     checked.code = choice.code ? choice.code : DefaultCode().code;
+    const std::vector<Design::Term>& annexes = checked.code->Description().annexes;
+    if (choice.settings.annex < annexes.size()) checked.annex = Utf8(annexes[choice.settings.annex].name);
     checked.coded = checked.code->NewMember(choice.settings);
     checked.member = &checked.coded->Member();
     checked.result = std::make_unique<CMemberResult>();
@@ -573,11 +576,12 @@ Json HeadlineJson(const CheckedMember& checked)
 {
     const RuleFinding* const governing = checked.findings.Governing();
     return JsonObject("schema", JSON_SCHEMA, "file", checked.file, "line", checked.line, "title", checked.title,
-                      "section", checked.Section(), "grade", checked.Grade(), "status", checked.Status(), "overall",
-                      checked.Utilisation(), "governing", governing ? EntryJson(checked, *governing) : Json(),
-                      "warnings", WarningsJson(checked.warnings), "flags", FlagWords(checked.result->GetFlags()),
-                      "class", checked.member->SectionClass(), "design_strength",
-                      checked.findings.designStrength.value);
+                      "section", checked.Section(), "grade", checked.Grade(), "code",
+                      Utf8(checked.code->Description().id), "annex", checked.annex, "status", checked.Status(),
+                      "overall", checked.Utilisation(), "governing",
+                      governing ? EntryJson(checked, *governing) : Json(), "warnings", WarningsJson(checked.warnings),
+                      "flags", FlagWords(checked.result->GetFlags()), "class", checked.member->SectionClass(),
+                      "design_strength", checked.findings.designStrength.value);
 }
 
 Json JsonOf(const CheckedMember& checked)

@@ -29,6 +29,7 @@ struct CheckedMember {
     std::string caseName; ///< how an envelope calls it; empty: as messages do
     std::string title;
     const Design::DesignCode* code = nullptr;
+    std::string annex;                         ///< national annex; empty where the code has none
     std::unique_ptr<Design::CodeMember> coded; ///< owns the member
     Steel::CSteelMemberGen* member = nullptr;
     std::unique_ptr<Steel::CMemberResult> result;

@@ -21,6 +21,8 @@ using Actions = std::array<double, IMPORTED_ACTIONS>;
 
 constexpr TablePlane PLANES[] = {TablePlane::XZ, TablePlane::XY};
 // More gaps than these tell nothing new.
+// Share of the largest moment that loads between stations may hide without a word.
+constexpr double MOST_COARSE = 0.05;
 constexpr std::size_t MOST_GAPS = 5;
 
 std::string MomentText(double value) { return Rounded(value / 1e3, 5) + " kNm"; }
@@ -86,7 +88,10 @@ public:
         // What is missing in a table that was not understood says nothing.
         if (!m_forces.empty() && !m_members.empty()) Match();
         if (!m_findings.HasErrors()) CheckBalance();
-        if (!m_findings.HasErrors()) TellCouples();
+        if (!m_findings.HasErrors()) {
+            TellCouples();
+            TellCoarse();
+        }
         if (!m_findings.HasErrors())
             for (const ImportedMember& member : m_members)
                 Write(member);
@@ -250,6 +255,49 @@ private:
                                            Quoted(forces.name) + " in case " + Quoted(one.name) + " jumps by " +
                                            MomentText(couple.moment) + " at " + PlaceText(couple.station->at) +
                                            ": a couple, or is something lost?");
+    }
+
+    // What a force at one place between two stations would add to the moment that is read, and where it would add most.
+    struct Coarse {
+        double moment = 0.0;
+        double share = 0.0; // of the largest moment of the plane and case
+        const ForceCase* one = nullptr;
+        const ForceStation* to = nullptr;
+    };
+
+    static void FindCoarse(const ForceCase& one, TablePlane plane, Coarse& worst)
+    {
+        Coarse coarse;
+        double largest = 0.0;
+        for (std::size_t k = 1; k < one.stations.size(); ++k) {
+            const ForceRow& a = *one.stations[k - 1].right;
+            const ForceRow& b = *one.stations[k].left;
+            // Uniform loads bulge by w h²/8, a force of the same size in the middle by twice that.
+            const double load = std::abs(b.value[ShearOf(plane)] - a.value[ShearOf(plane)]);
+            const double bulge = load * (one.stations[k].at - one.stations[k - 1].at) / 8.0;
+            const double ends = std::max(std::abs(a.value[MomentOf(plane)]), std::abs(b.value[MomentOf(plane)]));
+            largest = std::max(largest, ends + bulge);
+            if (bulge > coarse.moment) coarse = {bulge, 0.0, &one, &one.stations[k]};
+        }
+        if (largest > 0.0) coarse.share = coarse.moment / largest;
+        if (coarse.share > worst.share) worst = coarse;
+    }
+
+    void TellCoarse()
+    {
+        for (const MemberForces& forces : m_forces) {
+            Coarse worst;
+            for (const ForceCase& one : forces.cases)
+                for (const TablePlane plane : PLANES)
+                    FindCoarse(one, plane, worst);
+            if (worst.share <= MOST_COARSE) continue;
+            m_findings.Say(Severity::Warning, m_forceTable.Name(), worst.to->left->line,
+                           "the load between two stations of member " + Quoted(forces.name) + " in case " +
+                               Quoted(worst.one->name) + ", the second at " + PlaceText(worst.to->at) +
+                               ", is read as uniform: a force at one place would add up to " +
+                               MomentText(worst.moment) + ", " + Rounded(100.0 * worst.share, 2) +
+                               " % of the largest moment; export a station at every force, or more stations");
+        }
     }
 
     // --- Members as text ---

@@ -308,3 +308,19 @@ TEST(Buckling, InteractionFactorsHaveTheirLimits)
     i.lambdaZ = 0.3;
     EXPECT_NEAR(AnnexB(i).kzy, 0.9, 1e-12) << "0.6 + λz";
 }
+
+// A moment between an end and the middle, larger than both, is no moment that Table B.3 leaves out: 60 kNm at the quarter points of a column
+// whose ends have 1 kNm, and none in the middle.
+TEST(Buckling, AMomentBetweenEndAndMiddleCounts)
+{
+    MomentPattern p;
+    p.left = p.right = 1e3;
+    p.middle = 0.0;
+    p.linear = p.uniform = false;
+    p.point = true;
+    p.largest = 60e3;
+    EXPECT_NEAR(EquivalentMomentFactor(p), 0.90 + 0.10 / 60.0, 1e-12);
+    // Where the end is the largest, the table alone: αs = 0.
+    p.left = p.right = p.largest = 60e3;
+    EXPECT_NEAR(EquivalentMomentFactor(p), 0.4, 1e-12);
+}

@@ -255,9 +255,13 @@ double EquivalentMomentFactor(const MomentPattern& p)
     const double other = leftLarger ? p.right : p.left;
     if (p.linear) return ends == 0.0 ? 1.0 : std::max(0.4, 0.6 + 0.4 * other / ends);
     const bool both = p.uniform == p.point;
+    const bool isBetween = std::abs(p.largest) > std::max(std::abs(ends), std::abs(p.middle)) * (1.0 + 1e-9);
     double factor = 0.0;
-    if (p.uniform || both) factor = LoadedFactor(ends, other, p.middle, true);
-    if (p.point || both) factor = std::max(factor, LoadedFactor(ends, other, p.middle, false));
+    for (const bool uniform : {true, false}) {
+        if (!both && uniform != p.uniform) continue;
+        factor = std::max(factor, LoadedFactor(ends, other, p.middle, uniform));
+        if (isBetween) factor = std::max(factor, LoadedFactor(ends, other, p.largest, uniform));
+    }
     return factor;
 }
 

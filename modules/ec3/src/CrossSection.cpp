@@ -91,13 +91,15 @@ Resistance Moment(const Section& s, const Strength& m, const Classification& c, 
     return refusal ? Refused(clause, refusal) : Found(W * m.fy / m.gammaM0, clause);
 }
 
-// 6.2.8. The limit of (6.30) is the resistance without shear, elastic in class 3. In class 4 the whole section loses strength.
+// 6.2.8. (6.30) is for I sections bent about the major axis; its limit is the resistance without shear, elastic in class 3. Otherwise a section of
+// class 3 or 4 loses strength as a whole, because its moduli are elastic.
 Resistance MomentWithShear(const Section& s, const Strength& m, const Classification& c, bool major, double rhoZ,
                            double rhoY)
 {
     const Resistance without = Moment(s, m, c, major);
     if (!without || (rhoZ == 0.0 && rhoY == 0.0)) return without;
-    if (!HasPlatesApart(s) || c.cls == 4) return Found((1.0 - std::max(rhoZ, rhoY)) * *without.value, L"6.2.8(3)");
+    const bool isWhole = c.cls == 4 || (c.cls == 3 && !(s.shape == Shape::I && major));
+    if (!HasPlatesApart(s) || isWhole) return Found((1.0 - std::max(rhoZ, rhoY)) * *without.value, L"6.2.8(3)");
     const Sheared r = ShearedOf(s, rhoZ, rhoY);
     const double reduced = (major ? r.Wy : r.Wz) * m.fy / m.gammaM0;
     return Found(std::min(*without.value, reduced), s.shape == Shape::I && major ? L"6.2.8(5)" : L"6.2.8(3)");

@@ -47,8 +47,9 @@ MomentPattern PatternOf(const MomentDiagram& moments, double from, double to)
     const auto before = moments.LeftOf(0.5 * (from + to));
     const auto after = moments.RightOf(0.5 * (from + to));
     p.middle = before.Magnitude() >= after.Magnitude() ? before.Worst() : after.Worst();
-    const double largest = moments.Between(from, to).Magnitude();
-    p.linear = IsLinear(moments, from, to, p.left, p.right, 1e-6 * largest);
+    const Design::Extremes extremes = moments.Between(from, to);
+    p.largest = -extremes.least > extremes.greatest ? extremes.least : extremes.greatest;
+    p.linear = IsLinear(moments, from, to, p.left, p.right, 1e-6 * std::abs(p.largest));
     p.uniform = p.point = false;
     const MomentDiagram::Range range = moments.Covering(from, to);
     double shear = 0.0;
@@ -67,6 +68,8 @@ MomentPattern PatternOf(const MomentDiagram& moments, double from, double to)
 double MemberCheck::MomentFactor(const MomentDiagram& moments, double from, double to, double noise) const
 {
     if (m_in.momentFactor) return std::max(0.4, *m_in.momentFactor);
+    // Given lengths do not say from where to where they reach, nor whether the places where the member is held move.
+    if (m_in.lengthOverride && m_heldInside) return 1.0;
     if (!moments.IsBalanced(from, to) || !(moments.Between(from, to).Magnitude() > noise)) return 1.0;
     return EquivalentMomentFactor(PatternOf(moments, from, to));
 }
@@ -143,7 +146,8 @@ void MemberCheck::CheckCombination(Combination& c) const
     i.lambdaZ = z.open ? 0.0 : z.strut.slenderness;
     // Table B.3: at least 0.9 of a length that buckles by sway.
     i.Cmy = std::max(y.sway ? 0.9 : 0.0, y.moments.CmMajor);
-    i.Cmz = std::max(z.sway ? 0.9 : 0.0, stretch.CmMinor);
+    // The table reads Cmz between lateral supports; between forks, where they are fewer, it can be the larger one.
+    i.Cmz = std::max({z.sway ? 0.9 : 0.0, stretch.CmMinor, z.moments.CmMinor});
     i.CmLT = stretch.CmMajor;
     c.k = AnnexB(i);
     const double My = Term(c.My, lateral.Chi() * c.MyRk / gamma);

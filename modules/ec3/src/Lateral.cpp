@@ -22,6 +22,8 @@ namespace {
 constexpr double NEVER = std::numeric_limits<double>::infinity();
 // Largest estimated relative error of a critical moment that is used.
 constexpr double LARGEST_ERROR = 0.01;
+// C1 of the diagram with the smallest kc of Table 6.6, end moments of ψ = -1.
+constexpr double LARGEST_C1 = 2.76;
 // Largest jump of the moment inside a length, as a share of its largest moment, that rounding of the input explains.
 constexpr double LARGEST_JUMP = 1e-3;
 constexpr unsigned int BY_MOMENT = CRestraint::COMP_FLANGE_LATERAL | CRestraint::TENS_FLANGE_LATERAL |
@@ -308,6 +310,20 @@ void MemberCheck::CheckLateral(LateralSpan& span) const
     span.utilisation = span.MbRd > 0.0 ? span.M / span.MbRd : NEVER;
 }
 
+// Cantilevers, and lengths with restraints between their ends: the ratio of two critical moments may be above that of any diagram of the table.
+void MemberCheck::WarnOfCurveFactor(const LateralSpan& span)
+{
+    const LateralReduction& r = span.reduction;
+    CString text;
+    text.Format(L"lateral-torsional buckling, %s to %s: C1 = %s is above that of any moment diagram of Table 6.6 "
+                L"(2.76), and kc = 1/C1^0.5 raises χLT "
+                L"from %s to %s; without it the utilisation is %s",
+                m_in.format.Length(span.start), m_in.format.Length(span.end), m_in.format.NoDim(span.C1),
+                m_in.format.NoDim(r.chi), m_in.format.NoDim(r.chiMod),
+                m_in.format.Util(span.utilisation * r.chiMod / r.chi));
+    m_findings.warnings.push_back({Design::WarningKind::CurveFactor, text, -1, span.start, span.end});
+}
+
 void MemberCheck::RecordLateral(const LateralSpan& span)
 {
     RuleFinding f = FindingOf(Rule::Lateral, CheckStatus::NotApplicable);
@@ -339,6 +355,7 @@ void MemberCheck::RecordLateral(const LateralSpan& span)
     AddResistance(L"chiLT", Quantity::None, r.chiMod, span.start, span.end);
     AddResistance(L"C1", Quantity::None, span.C1, span.start, span.end);
     AddResistance(L"f", Quantity::None, r.f, span.start, span.end);
+    if (r.chiMod > r.chi && span.C1 > LARGEST_C1) WarnOfCurveFactor(span);
     if (m_in.withSteps) {
         AddStep(f, L"Mcr", Quantity::Moment, span.Mcr, L"6.3.2.2(2)", L"λcr MEd less the estimated error: %s * %s",
                 m_in.format.NoDim(span.lambda), m_in.format.Moment(span.M));

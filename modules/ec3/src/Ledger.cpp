@@ -23,6 +23,8 @@ constexpr std::array<RuleRow, static_cast<std::size_t>(Rule::COUNT)> RULES{{
     {L"bending and shear, major axis", L"6.2.8", Stage::Local, Topic::CrossSection},
     {L"bending and shear, minor axis", L"6.2.8", Stage::Local, Topic::CrossSection},
     {L"bending with a web that buckles in shear", L"EN 1993-1-5 7.1", Stage::Local, Topic::CrossSection},
+    {L"flange induced buckling of the web", L"EN 1993-1-5 8", Stage::Local, Topic::Other},
+    {L"shear lag in wide flanges", L"EN 1993-1-5 3", Stage::Local, Topic::Other},
     {L"bending, shear and axial force", L"6.2.9", Stage::Local, Topic::CrossSection},
     {L"web under concentrated loads", L"EN 1993-1-5 6", Stage::Local, Topic::WebForces},
     {L"flexural buckling, major axis", L"6.3.1", Stage::Buckling, Topic::BucklingMajor},

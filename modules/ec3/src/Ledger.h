@@ -20,6 +20,8 @@ enum class Rule {
     BendingShearMajor,
     BendingShearMinor,
     ShearBucklingMoment,
+    FlangeInduced,
+    ShearLag,
     Combined,
     ConcentratedLoads,
     FlexuralMajor,

@@ -184,6 +184,17 @@ void MemberCheck::RecordTorsion()
 void MemberCheck::RecordShearBuckling()
 {
     const auto along = [](const Position& p) { return p.actions.Vz; };
+    const double noise = 1e-6 * m_check->vcy.value.value_or(0.0);
+    const auto across = std::find_if(m_positions.begin(), m_positions.end(),
+                                     [noise](const Position& p) { return p.actions.Vy > noise; });
+    if (across != m_positions.end() && NeedsShearBucklingAcross(m_in.section, m_in.strength)) {
+        RuleFinding f =
+            FindingOf(Rule::ShearBuckling, CheckStatus::NotEvaluated,
+                      L"shear across the web, and the walls that carry it are so slender that they can buckle "
+                      L"in shear, which is checked for the webs alone");
+        f.start = f.end = across->x;
+        Add(f);
+    }
     if (!m_check->bucklesInShear) {
         Add(FindingOf(Rule::ShearBuckling, CheckStatus::NotApplicable, L"hw/tw is not above 72 ε/η"));
         Add(FindingOf(Rule::ShearBucklingMoment, CheckStatus::NotApplicable, L"the web does not buckle in shear"));
@@ -248,6 +259,27 @@ void MemberCheck::RecordCombined()
     Add(f);
 }
 
+// EN 1993-1-5 (8.1), with k of a moment that is resisted elastically or plastically; rolled sections are far below it.
+void MemberCheck::RecordSlenderWeb()
+{
+    Add(FindingOf(Rule::ShearLag, CheckStatus::OutOfScope,
+                  L"flanges wider than a fiftieth of the distance between zero moments: take the effective width by "
+                  L"other means"));
+    const Section& s = m_in.section;
+    if (!s.IsWelded() || !(s.shape == Shape::I || s.shape == Shape::RHS))
+        return Add(FindingOf(Rule::FlangeInduced, CheckStatus::NotApplicable, L"no welded web between two flanges"));
+    const double k = m_class.IsPlastic() ? 0.4 : 0.55;
+    const double areas = s.webs * s.hw * s.tw / (s.b * s.tf);
+    const double limit = k * m_in.material.E / m_in.strength.fy * std::sqrt(areas);
+    RuleFinding f = FindingOf(Rule::FlangeInduced, CheckStatus::Passed);
+    f.utilisation = s.hw / s.tw / limit;
+    f.status = LocalStatus(f.utilisation);
+    if (m_in.withSteps)
+        AddStep(f, L"hw/tw", Quantity::None, s.hw / s.tw, L"(8.1)", L"at most k E/fyf (Aw/Afc)^0.5 = %s",
+                m_in.format.NoDim(limit));
+    Add(f);
+}
+
 void MemberCheck::CheckLocal()
 {
     RecordClass();
@@ -267,6 +299,7 @@ void MemberCheck::CheckLocal()
     RecordLocal({Rule::ShearMinor, &Position::shearMinor, &c.vcy, L"VcyRd", Quantity::Force,
                  [](const Position& p) { return p.actions.Vy; }, L"VyEd", L"no shear along the flanges"});
     RecordShearBuckling();
+    RecordSlenderWeb();
     RecordTorsion();
     RecordHighShear(true);
     RecordHighShear(false);

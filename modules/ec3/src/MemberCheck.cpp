@@ -18,6 +18,7 @@ MemberCheck::MemberCheck(MemberInput input) :
     m_check.emplace(m_in.section, m_in.strength, m_class, m_in.netGross);
     m_findings.designStrength = {L"fy", Quantity::Stress, m_in.material.fy};
     m_findings.momentFactor = m_in.momentFactor;
+    m_heldInside = IsHeldInside();
     for (std::size_t k = 0; k < m_in.subSpans.size(); ++k)
         FindPositions(*m_check, m_major, m_minor, static_cast<int>(k), m_in.subSpans[k], m_positions);
 }

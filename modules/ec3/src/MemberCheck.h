@@ -142,6 +142,7 @@ private:
     void RecordHoles();
     void RecordHighShear(bool major);
     void RecordTorsion();
+    void RecordSlenderWeb();
     void RecordShearBuckling();
     void RecordCombined();
     void AddCombinedSteps(Design::RuleFinding& f, const Interaction& i, const Position& p) const;
@@ -167,6 +168,7 @@ private:
                const Stability::CriticalLoads& uniform) const;
     void SetByTables(LateralSpan& span) const;
     void CheckLateral(LateralSpan& span) const;
+    void WarnOfCurveFactor(const LateralSpan& span);
     void RecordLateral(const LateralSpan& span);
     bool HasLoadHeight(double from, double to) const;
     std::vector<Steel::CMemberPoint>::const_iterator FirstPointFrom(double x) const;
@@ -174,6 +176,7 @@ private:
     // Interaction (Interaction.cpp).
     void FindCombinations();
     void CheckCombination(Combination& c) const;
+    bool IsHeldInside() const;
     double MomentFactor(const Design::MomentDiagram& moments, double from, double to, double noise) const;
     StretchMoments MomentsOver(double from, double to) const;
     void RecordCombination(const Combination& c, bool first);
@@ -183,6 +186,7 @@ private:
     Design::MomentDiagram m_minor;
     Classification m_class;
     ClassActions m_classActions;
+    bool m_heldInside = false; ///< something holds the member between its ends, in any mode of buckling
     std::optional<CrossSectionCheck> m_check;
     std::vector<Position> m_positions;
     std::vector<StrutSpan> m_struts;

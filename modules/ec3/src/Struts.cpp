@@ -46,6 +46,21 @@ bool MemberCheck::IsHeld(BucklingMode mode, const CRestraint& restraint) const
     return restraint.IsRestrained(CRestraint::TORSION, true);
 }
 
+bool MemberCheck::IsHeldInside() const
+{
+    const auto holds = [this](const auto& part) {
+        const CRestraint restraint = part.GetRestraint();
+        return IsHeld(BucklingMode::Major, restraint) || IsHeld(BucklingMode::Minor, restraint) ||
+               IsHeld(BucklingMode::Torsion, restraint);
+    };
+    const auto isInside = [this](const Steel::CMemberPoint& point) {
+        return point.GetPos() > m_in.Start() + m_in.SamePlace() && point.GetPos() < m_in.End() - m_in.SamePlace();
+    };
+    return std::any_of(m_in.subSpans.begin(), m_in.subSpans.end(), holds) ||
+           std::any_of(m_in.points.begin(), m_in.points.end(),
+                       [&](const Steel::CMemberPoint& point) { return isInside(point) && holds(point); });
+}
+
 double MemberCheck::LargestCompression(double from, double to) const
 {
     double largest = 0.0;

@@ -47,6 +47,11 @@ bool NeedsShearBuckling(const Section& s, const Strength& m, const WebPanel& pan
     return s.hw / s.tw > limit * m.epsilon / m.eta;
 }
 
+bool NeedsShearBucklingAcross(const Section& s, const Strength& m)
+{
+    return s.shape == Shape::RHS && (s.b - 2.0 * s.tw) / s.tf > 72.0 * m.epsilon / m.eta;
+}
+
 double WebSlenderness(const Section& s, const Strength& m, const WebPanel& panel)
 {
     if (!(panel.a > 0.0)) return s.hw / (86.4 * s.tw * m.epsilon);

@@ -103,7 +103,8 @@ KELTRIX_DESIGN_API CString AssumptionText(const Assumption& assumption, const CD
 enum class WarningKind {
     UnbalancedForces, ///< the end moments of a sub-span do not belong to its shears
     OtherMethod,      ///< a method that the options ask for cannot be used, and another one stands in
-    LowMomentFactor   ///< an equivalent uniform moment factor was given that lies below any of the standard's tables
+    LowMomentFactor,  ///< an equivalent uniform moment factor was given that lies below any of the standard's tables
+    CurveFactor ///< a resistance is raised for the shape of its moments by more than the standard's table has for any
 };
 
 /// Something in the input that leaves the answer in doubt and that an engineer must see before he uses it.

@@ -84,11 +84,13 @@ struct MomentPattern {
     double left = 0.0;
     double middle = 0.0;
     double right = 0.0;
-    bool linear = true;  ///< nothing bends the stretch but its ends
-    bool uniform = true; ///< not linear: part of it is curved, as under a load along the length
-    bool point = false;  ///< not linear: its slope jumps, as under a force at a point
+    bool linear = true;   ///< nothing bends the stretch but its ends
+    bool uniform = true;  ///< not linear: part of it is curved, as under a load along the length
+    bool point = false;   ///< not linear: its slope jumps, as under a force at a point
+    double largest = 0.0; ///< of largest magnitude, with its sign
 };
-/// Table B.3. Where both kinds of loads act, or the moment is not linear for another reason, the larger of both rows.
+/// Table B.3. Where both kinds of loads act, or the moment is not linear for another reason, the larger of both rows. The table is for moments that are
+/// largest at an end or in the middle: where one between them is larger, not below the row with that moment in place of Ms.
 KELTRIX_EC3_API double EquivalentMomentFactor(const MomentPattern& pattern);
 
 /// What Annex B needs of a member.

@@ -17,6 +17,9 @@ struct WebPanel {
 /// EN 1993-1-5 5.1(2): whether hw/tw is above 72 ε/η (31 ε kτ^0.5/η with stiffeners), so that shear buckling is to be checked. False
 /// for shapes without a web between two flanges.
 KELTRIX_EC3_API bool NeedsShearBuckling(const Section& section, const Strength& strength, const WebPanel& panel = {});
+/// The same of the plates that carry a shear across the web, the walls b of a rectangular hollow section: (b - 2 tw)/tf above 72 ε/η. They have no
+/// resistance here. False for other shapes.
+KELTRIX_EC3_API bool NeedsShearBucklingAcross(const Section& section, const Strength& strength);
 /// EN 1993-1-5 5.3: λ̄w and χw.
 KELTRIX_EC3_API double WebSlenderness(const Section& section, const Strength& strength, const WebPanel& panel = {});
 KELTRIX_EC3_API double WebShearFactor(double slenderness, double eta, bool rigidEndPost);
