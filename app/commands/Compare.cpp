@@ -218,12 +218,14 @@ ExitCode Compare(const CompareOptions& options, const Console& console)
     Json list = Json::array();
     for (const std::string& file : options.files) {
         std::vector<std::vector<Opinion>> columns;
+        columns.reserve(choices.size());
         for (const CodeChoice& choice : choices)
             columns.push_back(OpinionsOn(file, options, choice, console, told, worst));
         for (const auto& column : columns)
             if (column.size() != columns.front().size()) throw BadInput(file + ": changed while it was compared");
         for (std::size_t i = 0; i < columns.front().size(); ++i) {
             std::vector<const Opinion*> opinions;
+            opinions.reserve(columns.size());
             for (const auto& column : columns)
                 opinions.push_back(&column[i]);
             if (options.format == Format::TABLE)

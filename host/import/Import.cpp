@@ -451,7 +451,7 @@ std::string ReadImportMap(const std::vector<std::string>& items, ImportSettings&
     for (const std::string& item : items) {
         const std::size_t equals = item.find('=');
         if (equals != std::string::npos) {
-            const std::string fault = ReadPair(item.substr(0, equals), item.substr(equals + 1), settings);
+            std::string fault = ReadPair(item.substr(0, equals), item.substr(equals + 1), settings);
             if (!fault.empty()) return fault;
             continue;
         }

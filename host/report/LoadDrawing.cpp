@@ -317,6 +317,7 @@ private:
     void PlaceLabels(std::vector<PlacedLoad>& loads) const
     {
         std::vector<PlacedLoad*> order;
+        order.reserve(loads.size());
         for (PlacedLoad& one : loads)
             order.push_back(&one);
         std::stable_sort(order.begin(), order.end(),

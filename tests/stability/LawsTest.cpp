@@ -11,7 +11,7 @@ namespace StabilityTest {
 
 namespace {
 
-constexpr unsigned SEED = 4711;
+constexpr unsigned LAW_SEED = 4711;
 
 // The two factors of the whole member; infinite where nothing buckles, 0 where it is not held.
 struct Factors {
@@ -63,11 +63,11 @@ void ExpectNotLower(const Factors& changed, const Factors& before)
 template <class Check>
 void ForRandomMembers(Check check)
 {
-    Generator generator(SEED);
-    std::mt19937 random(SEED);
+    Generator generator(LAW_SEED);
+    std::mt19937 random(LAW_SEED);
     for (int i = 0; i < NumberOfMembers(200); ++i) {
         const Pair pair = generator.Make();
-        SCOPED_TRACE("seed " + std::to_string(SEED) + ", member " + std::to_string(i) + ": " + pair.text);
+        SCOPED_TRACE("seed " + std::to_string(LAW_SEED) + ", member " + std::to_string(i) + ": " + pair.text);
         check(pair, random);
     }
 }

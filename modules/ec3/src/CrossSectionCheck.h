@@ -40,7 +40,7 @@ struct Position {
 /// Resistances of a section in its class, and the rules at a place.
 class CrossSectionCheck {
 public:
-    CrossSectionCheck(const Section& section, const Strength& strength, const Classification& cls, double netGross);
+    CrossSectionCheck(const Section& s, const Strength& m, const Classification& c, double net);
 
     void Evaluate(Position& p) const;
     /// What remains of actions when those below a millionth of the section's resistance, noise of an analysis, are taken as zero.

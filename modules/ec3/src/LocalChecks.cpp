@@ -97,7 +97,8 @@ void MemberCheck::AddResistanceSteps(RuleFinding& f, const LocalRule& rule, doub
                            m_in.format.Stress(m.fu), m_in.format.NoDim(m.gammaM2));
         break;
     case Rule::Compression:
-        formula.Format(L"A fy/γM0 = %s * %s/%s", Area(m_class.A), fy, m_in.format.NoDim(m.gammaM0));
+        formula.Format(L"%s fy/γM0 = %s * %s/%s", m_class.cls == 4 ? L"Aeff" : L"A", Area(m_class.A), fy,
+                       m_in.format.NoDim(m.gammaM0));
         break;
     case Rule::BendingMajor:
         formula.Format(L"%s fy/γM0 = %s * %s/%s", m_class.WyName, Volume(m_class.Wy), fy, m_in.format.NoDim(m.gammaM0));
@@ -222,8 +223,10 @@ void MemberCheck::AddCombinedSteps(RuleFinding& f, const Interaction& i, const P
         AddStep(f, L"ρz", Quantity::None, i.rhoZ, L"6.2.8(3)", L"(2 VzEd/Vpl,z,Rd - 1)²");
         AddStep(f, L"ρy", Quantity::None, i.rhoY, L"6.2.8(3)", L"(2 VyEd/Vpl,y,Rd - 1)²");
     }
-    AddStep(f, L"My,Rd", Quantity::Moment, i.MyRd, i.clause, L"My,Ed = %s", m_in.format.Moment(i.My));
-    AddStep(f, L"Mz,Rd", Quantity::Moment, i.MzRd, i.clause, L"Mz,Ed = %s", m_in.format.Moment(i.Mz));
+    AddStep(f, L"My,Rd", Quantity::Moment, i.MyRd, i.clause, L"");
+    AddStep(f, L"My,Ed", Quantity::Moment, i.My, L"", L"");
+    AddStep(f, L"Mz,Rd", Quantity::Moment, i.MzRd, i.clause, L"");
+    AddStep(f, L"Mz,Ed", Quantity::Moment, i.Mz, L"", L"");
     AddStep(f, L"exponents", Quantity::None, std::nan(""), L"(6.41)", L"α = %s, β = %s",
             m_in.format.NoDim(i.exponents.alpha), m_in.format.NoDim(i.exponents.beta));
 }
@@ -249,9 +252,10 @@ void MemberCheck::RecordCombined()
     f.utilisation = Finite(p.combined);
     f.status = LocalStatus(f.utilisation);
     if (m_class.IsPlastic()) {
-        f.symbol = L"MNyRd";
+        const bool isMinor = std::abs(i.Mz) * i.MyRd > std::abs(i.My) * i.MzRd;
+        f.symbol = isMinor ? L"MNzRd" : L"MNyRd";
         f.quantity = Quantity::Moment;
-        f.resistance = i.MyRd;
+        f.resistance = isMinor ? i.MzRd : i.MyRd;
         AddResistance(L"MNyRd", Quantity::Moment, i.MyRd, p.x, p.x);
         AddResistance(L"MNzRd", Quantity::Moment, i.MzRd, p.x, p.x);
     }
