@@ -167,10 +167,10 @@ private:
         for (int i = 0; i <= STEPS; ++i)
             values[static_cast<std::size_t>(i)] = take(at(i));
         for (int i = 0; i <= STEPS; ++i) {
-            const auto place = static_cast<std::size_t>(i);
-            const double value = values[place];
-            const bool below = i > 0 && values[place - 1] > value;
-            const bool above = i < STEPS && values[place + 1] > value;
+            const auto k = static_cast<std::size_t>(i);
+            const double value = values[k];
+            const bool below = i > 0 && values[k - 1] > value;
+            const bool above = i < STEPS && values[k + 1] > value;
             // Between samples a smooth course exceeds the largest by little: others are not worth a closer look.
             if (below || above || !(value > 0.9 * best)) continue;
             take(Refine(measure, at(std::max(0, i - 1)), at(std::min(STEPS, i + 1))));
