@@ -88,6 +88,11 @@ TEST(Compare, RefusesWhatItCannotDo)
     EXPECT_EQ(RunKsteel("compare examples/column.csv --code ec3").code, 3);
     EXPECT_EQ(RunKsteel("compare - < examples/column.csv").code, 3);
     EXPECT_EQ(RunKsteel("compare").code, 3);
+    const auto device = RunKsteel("compare /dev/null");
+    EXPECT_EQ(device.code, 3);
+    EXPECT_EQ(device.err,
+              "ksteel: compare: /dev/null: files are read once for each design code, which streams cannot be; "
+              "see ksteel --help\n");
     const auto unknown = RunKsteel("compare examples/column.csv --code ec3 --code ec4");
     EXPECT_EQ(unknown.code, 2);
     EXPECT_EQ(unknown.err, "ksteel: --code: got \"ec4\", expected bs5950 or ec3\n");

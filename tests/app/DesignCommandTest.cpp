@@ -734,5 +734,27 @@ TEST(CapacityCommand, BadNamesAndGradesAreBadInput)
     EXPECT_EQ(RunKsteel("capacity 'UB 457x191x67' --LE x").code, 3);
 }
 
+// A section that is said to be welded is welded in every candidate: design offers none that check fails.
+TEST(DesignCommand, WhatIsSaidToBeWeldedStaysWelded)
+{
+    const TestDirectory directory;
+    const auto agrees = [&](const std::string& name, const std::string& text, const std::string& section) {
+        const std::string file = directory.Write(name, text);
+        const json best =
+            json::parse(RunKsteel("design --family UB --format json '" + file + "' --count 1").out)[0]["passing"][0];
+        const std::string chosen = directory.Write(name, Replaced(text, section, best["section"]));
+        const json checked = json::parse(RunKsteel("check --format json '" + chosen + "'").out)[0];
+        EXPECT_EQ(checked["status"], "pass") << name;
+        EXPECT_DOUBLE_EQ(checked["overall"].get<double>(), best["overall"].get<double>()) << name;
+        return best["section"].get<std::string>();
+    };
+    const std::string beam = Trial::ReadWhole(KSTEEL_SOURCE_DIR "/examples/floor_beam.toml");
+    const std::string section = "UB 533x210x82";
+    EXPECT_EQ(agrees("rolled.toml", beam, section), "UB 457x191x74");
+    EXPECT_NE(agrees("welded.toml", Replaced(beam, "length", "type = \"welded\"\nlength"), section), "UB 457x191x74");
+    const std::string member = Trial::ReadWhole(KSTEEL_SOURCE_DIR "/examples/floor_beam.csv");
+    agrees("welded.csv", Replaced(member, "UB 457x191x67,ROLLED", "UB 457x191x67,WELDED"), "UB 457x191x67");
+}
+
 } // namespace
 } // namespace Keltrix::App

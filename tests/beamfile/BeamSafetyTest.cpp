@@ -13,6 +13,7 @@ namespace Keltrix::BeamTest {
 namespace {
 
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 const std::string BS_HEAD = "section = \"UB 457x191x67\"\ngrade = \"S275\"\ncombinations = \"bs5950\"\n";
 const std::string DECK = "[[restraint]]\nfrom = 0\nholds = \"Top flange lateral\"\n";
@@ -246,6 +247,39 @@ TEST(BeamSafety, ATotalLimitKeepsTheLimitOfVariableLoads)
     EXPECT_NEAR(Find(Checked(text("6.0")), "deflection, variable loads")->utilisation, 8.4 / 16.67, 0.01);
     EXPECT_THAT(Messages(Read(text("6.0"))),
                 HasSubstr("note: deflection: no limit of variable loads: that of the standard, span/360"));
+}
+
+// 1/360 in place of 360 would allow any deflection.
+TEST(BeamSafety, ALimitOfDeflectionIsARatio)
+{
+    EXPECT_THAT(
+        Messages(BS_HEAD + "length = 6.0\ndeflection = { imposed = 0.00278 }\n" + DECK +
+                 "[[load]]\nkind = \"imposed\"\nudl = 10.0\n"),
+        HasSubstr("deflection.imposed: got 0.00278, expected a ratio from 10 on: the span over it is the limit"));
+}
+
+// What goes with a design code goes with its first annex.
+TEST(BeamSafety, CombinationsOfAnotherAnnexAreToldOf)
+{
+    if (DesignCodes().size() < 2) GTEST_SKIP() << "Left out: the EN 1993-1-1 module has annexes: KELTRIX_BUILD_EC3=ON";
+    CodeChoice choice;
+    choice.code = &DesignCodeNamed("ec3");
+    const std::string plain = "section = \"UB 457x191x67\"\ngrade = \"S275\"\nlength = 6.0\n";
+    const std::string loads = DECK + "[[load]]\nkind = \"imposed\"\nudl = 10.0\n";
+    const auto words = [&](const std::string& text) {
+        std::string all;
+        for (const MemberWarning& warning :
+             CheckBeam(ReadBeam("beam.toml", text, {}, choice.code), choice, false).warnings)
+            all += warning.Message() + '\n';
+        return all;
+    };
+    constexpr char told[] =
+        "warning: the combinations are those that go with the annex \"uk\", and so are limits of deflection that the "
+        "file does not give; resistances are those of the annex \"recommended\". Name the combinations in the file";
+    EXPECT_THAT(words(plain + loads), Not(HasSubstr("annex \"recommended\"")));
+    choice.settings.annex = 1;
+    EXPECT_THAT(words(plain + loads), HasSubstr(told));
+    EXPECT_THAT(words(plain + "combinations = \"en1990\"\n" + loads), Not(HasSubstr("annex \"recommended\"")));
 }
 
 } // namespace

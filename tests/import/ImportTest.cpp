@@ -311,5 +311,23 @@ TEST(ImportMap, WhatItTakes)
     EXPECT_THAT(fault({"z-down", "N="}), HasSubstr("expected a caption"));
 }
 
+// 200 kN in the middle of 6 m: 300 kNm, of which two stations at the ends show a uniform load's 150 kNm.
+TEST(Import, WarnsOfWhatMayHideBetweenStations)
+{
+    const Import ends = Imported(HEAD + "B1,LC1,0,0,0,100,0,0,0\nB1,LC1,6,0,0,-100,0,0,0\n", MEMBERS, {"sagging"});
+    EXPECT_FALSE(ends.HasErrors());
+    EXPECT_THAT(
+        Messages(ends),
+        HasSubstr(
+            "forces.csv:3: warning: the load between two stations of member \"B1\" in case \"LC1\", the second at 6 m, "
+            "is read as uniform: a force at one place would add up to 150 kNm, 100 % of the largest moment; "
+            "export a station at every force, or more stations"));
+    // With a station under the force nothing is hidden.
+    const Import known = Imported(
+        HEAD + "B1,LC1,0,0,0,100,0,0,0\nB1,LC1,3,0,0,100,0,300,0\nB1,LC1,3,0,0,-100,0,300,0\nB1,LC1,6,0,0,-100,0,0,0\n",
+        MEMBERS, {"sagging"});
+    EXPECT_THAT(Messages(known), Not(HasSubstr("warning")));
+}
+
 } // namespace
 } // namespace Keltrix::ImportTest
