@@ -1,9 +1,7 @@
 #pragma once
 
-#include <algorithm>
-
 #include "Numbers.h"
-#include "keltrix/bs5950/SteelMemberBS5950.h"
+#include "keltrix/bs5950/Results.h"
 
 namespace Keltrix::BS5950 {
 
@@ -16,17 +14,6 @@ inline LedgerEntry SpanEntry(Rule rule, const SpanResult& span)
     e.start = span.start;
     e.end = span.end;
     return e;
-}
-
-template <class Value>
-double CSteelMemberBS5950::LargestOver(const SpanResult& span, Value value) const
-{
-    const auto first = std::lower_bound(m_positions.begin(), m_positions.end(), span.left,
-                                        [](const PositionResult& p, int k) { return p.subSpan < k; });
-    double largest = 0.0;
-    for (auto p = first; p != m_positions.end() && p->subSpan < span.right; ++p)
-        largest = std::max(largest, value(*p));
-    return largest;
 }
 
 } // namespace Keltrix::BS5950

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ElasticRules.h"
 #include "MemberText.h"
 
 namespace Keltrix::BS5950 {
@@ -32,7 +33,7 @@ bool IsKnown(double length) { return length < 1e300; }
 
 } // namespace
 
-void CSteelMemberBS5950::Text::SpanTitle(const wchar_t* what, const SpanResult& span)
+void MemberText::SpanTitle(const wchar_t* what, const SpanResult& span)
 {
     CString title = what;
     if (span.from.point >= 0 && span.to.point >= 0)
@@ -50,14 +51,14 @@ void CSteelMemberBS5950::Text::SpanTitle(const wchar_t* what, const SpanResult& 
             Line(L"%s between points at %s: %s", verb, m_fmt.Length(end.x), reason);
         else
             Line(L"%s at point %i, restraint \"%s\": %s", verb, end.point + 1,
-                 m_member.PointRestraint(end.point).UserDescription(), reason);
+                 m_model.PointRestraint(end.point).UserDescription(), reason);
     };
     line(L"starts", span.from, span.startReason);
     line(L"ends", span.to, span.endReason);
 }
 
 // What m and mLT are read from.
-void CSteelMemberBS5950::Text::MomentShapeLines(const MomentShape& shape)
+void MemberText::MomentShapeLines(const MomentShape& shape)
 {
     Line(L"load pattern: %s; M2, M3, M4 at the quarter points %s, %s, %s, M24 %s, Mmax %s",
          LoadPatternName(shape.pattern), m_fmt.Moment(shape.M2), m_fmt.Moment(shape.M3), m_fmt.Moment(shape.M4),
@@ -69,7 +70,7 @@ void CSteelMemberBS5950::Text::MomentShapeLines(const MomentShape& shape)
     Line(L"β = %s/%s = %s", m_fmt.Moment(smaller), m_fmt.Moment(larger), m_fmt.NoDim(smaller / larger));
 }
 
-void CSteelMemberBS5950::Text::LateralFactor(const SpanResult& span)
+void MemberText::LateralFactor(const SpanResult& span)
 {
     const MomentShape& shape = span.momentX;
     MomentShapeLines(shape);
@@ -78,9 +79,9 @@ void CSteelMemberBS5950::Text::LateralFactor(const SpanResult& span)
         Line(L"mLT = %s: the moment is not known all along, its forces do not balance", m);
     else if (span.destabilising || span.cantilever)
         Line(L"mLT = %s <i>cl. 4.3.6.6</i>, %s", m, span.cantilever ? L"cantilever" : L"destabilising load");
-    else if (m_member.IsSimpleColumn(span))
+    else if (span.simpleColumn)
         Line(L"mLT = %s <i>cl. 4.7.7</i>", m);
-    else if (m_member.EquivalentUniformMomentFactor())
+    else if (m_model.momentFactor)
         Line(L"mLT = %s, given by the user", m);
     else if (span.m != shape.factor)
         Line(L"mLT = %s: the largest moment of the stretch compresses the other flange", m);
@@ -90,7 +91,7 @@ void CSteelMemberBS5950::Text::LateralFactor(const SpanResult& span)
              m_fmt.Moment(shape.M2), m_fmt.Moment(shape.M3), m_fmt.Moment(shape.M4), m_fmt.Moment(shape.Mmax), m);
 }
 
-void CSteelMemberBS5950::Text::FlexuralFactor(const wchar_t* symbol, double value, const MomentShape& shape, bool sway)
+void MemberText::FlexuralFactor(const wchar_t* symbol, double value, const MomentShape& shape, bool sway)
 {
     if (shape.Mmax == 0.0) return;
     MomentShapeLines(shape);
@@ -99,7 +100,7 @@ void CSteelMemberBS5950::Text::FlexuralFactor(const wchar_t* symbol, double valu
         Line(L"%s = %s: the moment is not known all along, its forces do not balance", symbol, m);
         return;
     }
-    if (m_member.EquivalentUniformMomentFactor()) {
+    if (m_model.momentFactor) {
         Line(L"%s = %s, given by the user%s", symbol, m, sway ? L", at least 0.85 in sway mode" : L"");
         return;
     }
@@ -113,7 +114,7 @@ void CSteelMemberBS5950::Text::FlexuralFactor(const wchar_t* symbol, double valu
          symbol, least, least, numbers, m, sway ? L", sway mode" : L"");
 }
 
-void CSteelMemberBS5950::Text::Flexural(const SpanResult& span)
+void MemberText::Flexural(const SpanResult& span)
 {
     const bool x = span.mode == BucklingMode::Major;
     SpanTitle(x ? L"Compression buckling about the major axis" : L"Compression buckling about the minor axis", span);
@@ -137,9 +138,9 @@ void CSteelMemberBS5950::Text::Flexural(const SpanResult& span)
     if (x) FlexuralFactor(L"myx", span.myx, span.momentY, span.sway);
 }
 
-void CSteelMemberBS5950::Text::StrutSlenderness(const SpanResult& span)
+void MemberText::StrutSlenderness(const SpanResult& span)
 {
-    const SectionProperties& s = m_member.Properties();
+    const SectionProperties& s = m_model.Properties();
     const bool x = span.mode == BucklingMode::Major;
     const wchar_t* const axis = x ? L"x" : s.shape == Shape::Angle ? L"v" : L"y";
     const CString LE = m_fmt.Length(span.LE);
@@ -148,9 +149,9 @@ void CSteelMemberBS5950::Text::StrutSlenderness(const SpanResult& span)
         Line(L"λ = LE/r%s = %s/%s = %s <i>cl. 4.7.2</i>", axis, LE, r, m_fmt.NoDim(span.slenderness));
         return;
     }
-    const double L = span.overridden ? m_member.LongestUnheld(span.mode) : span.end - span.start;
+    const double L = span.overridden ? m_model.LongestUnheld(span.mode) : span.end - span.start;
     const CString length = m_fmt.Length(L);
-    const bool oneBolt = m_member.m_options.connection == Connection::OneBolt;
+    const bool oneBolt = m_model.options.connection == Connection::OneBolt;
     const bool fullLength = oneBolt || (s.shape == Shape::Angle && x);
     const CString factor = fullLength ? L"1" : L"0.85";
     const wchar_t* const more = s.shape == Shape::Angle && !x ? L"15" : L"30";
@@ -171,15 +172,15 @@ void CSteelMemberBS5950::Text::StrutSlenderness(const SpanResult& span)
          m_fmt.NoDim(span.slenderness));
 }
 
-void CSteelMemberBS5950::Text::CompressionResistanceLines(const SpanResult& span)
+void MemberText::CompressionResistanceLines(const SpanResult& span)
 {
-    const SectionProperties& s = m_member.Properties();
+    const SectionProperties& s = m_model.Properties();
     const bool x = span.mode == BucklingMode::Major;
     const bool effective = span.Aeff < s.A;
     if (effective)
         Line(L"λ (Aeff/Ag)^0.5 = %s * (%s/%s)^0.5 = %s <i>cl. 4.7.4</i>", m_fmt.NoDim(span.slenderness),
              Area(span.Aeff), Area(s.A), m_fmt.NoDim(span.slenderness * std::sqrt(span.Aeff / s.A)));
-    const wchar_t* const py = span.py < m_member.Steel().py ? L"pyr" : L"py";
+    const wchar_t* const py = span.py < m_model.Steel().py ? L"pyr" : L"py";
     CString strength = m_fmt.Stress(span.py);
     if (LosesStrengthByWelding(s)) {
         const CString less = m_fmt.Stress(span.py - 20e6);
@@ -197,7 +198,7 @@ void CSteelMemberBS5950::Text::CompressionResistanceLines(const SpanResult& span
          m_fmt.Force(span.resistance), oneBolt ? L", 4.7.10: one bolt" : L"");
 }
 
-void CSteelMemberBS5950::Text::LateralTitle(const SpanResult& span)
+void MemberText::LateralTitle(const SpanResult& span)
 {
     SpanTitle(L"Lateral-torsional buckling", span);
     const CResultIndent indent(&m_result);
@@ -205,7 +206,7 @@ void CSteelMemberBS5950::Text::LateralTitle(const SpanResult& span)
          span.destabilising ? L"destabilising, it acts above its reference and moves with the flange" : L"normal");
 }
 
-void CSteelMemberBS5950::Text::LateralLength(const SpanResult& span)
+void MemberText::LateralLength(const SpanResult& span)
 {
     if (!IsKnown(span.LE)) {
         Line(L"LE = %s, %s", m_fmt.Length(span.LE), span.lengthRule);
@@ -224,15 +225,14 @@ void CSteelMemberBS5950::Text::LateralLength(const SpanResult& span)
          m_fmt.Length(L), m_fmt.Length(span.LE), span.lengthRule);
 }
 
-void CSteelMemberBS5950::Text::LateralSlenderness(const SpanResult& span)
+void MemberText::LateralSlenderness(const SpanResult& span)
 {
-    const SectionProperties& s = m_member.Properties();
+    const SectionProperties& s = m_model.Properties();
     const SlendernessLT& lt = span.lt;
     const CString lambda = m_fmt.NoDim(lt.lambda);
     const CString lambdaLT = m_fmt.NoDim(lt.lambdaLT);
-    if (m_member.IsSimpleColumn(span)) {
-        const auto [from, to] = m_member.StoreyOf(span);
-        Line(L"λ = L/ry = %s/%s = %s, λLT = 0.5 λ = 0.5 * %s = %s <i>cl. 4.7.7</i>", m_fmt.Length(to - from),
+    if (span.simpleColumn) {
+        Line(L"λ = L/ry = %s/%s = %s, λLT = 0.5 λ = 0.5 * %s = %s <i>cl. 4.7.7</i>", m_fmt.Length(span.storey),
              Small(s.ry), lambda, lambda, lambdaLT);
         return;
     }
@@ -242,7 +242,7 @@ void CSteelMemberBS5950::Text::LateralSlenderness(const SpanResult& span)
     const CString betaW = m_fmt.NoDim(lt.betaW);
     switch (s.shape) {
     case Shape::RHS: {
-        const Material& steel = m_member.Steel();
+        const Material& steel = m_model.Steel();
         if (!s.IsWelded())
             Line(L"limiting slenderness for D/B = %s/%s = %s: %s <i>Table 15</i>", Small(s.D), Small(s.B),
                  m_fmt.NoDim(s.D / s.B), m_fmt.NoDim(Table15(s.D / s.B, steel.py)));
@@ -262,11 +262,11 @@ void CSteelMemberBS5950::Text::LateralSlenderness(const SpanResult& span)
     }
 }
 
-void CSteelMemberBS5950::Text::Lateral(const SpanResult& span)
+void MemberText::Lateral(const SpanResult& span)
 {
-    m_isInPart = true; // LateralTitle began it
+    LateralTitle(span);
     const CResultIndent indent(&m_result);
-    const SectionProperties& s = m_member.Properties();
+    const SectionProperties& s = m_model.Properties();
     if (!span.applied) {
         Line(L"%s: nothing to check",
              span.continuous                          ? L"flange held along the span <i>cl. 4.2.2</i>"
@@ -280,13 +280,19 @@ void CSteelMemberBS5950::Text::Lateral(const SpanResult& span)
         ElasticLateral(span);
         return;
     }
+    if (!span.overridden) {
+        // The tables write the rows that they find.
+        SpanResult again = span;
+        again.LE = 0.0;
+        LateralRules(m_model).FindLength(again, CCodeShare(&m_result));
+    }
     LateralLength(span);
     LateralSlenderness(span);
     const bool angle = s.shape == Shape::Angle;
-    const bool simple = m_member.IsSimpleColumn(span);
+    const bool simple = span.simpleColumn;
     const wchar_t* const Mb = simple ? L"Mbs" : L"Mb";
-    Line(L"for %s = %s: λL0 = %s, pb = %s <i>Annex B.2</i>", span.py < m_member.Steel().py ? L"pyr" : L"py",
-         m_fmt.Stress(span.py), m_fmt.NoDim(LimitingSlendernessLT(span.py, m_member.Steel().E)),
+    Line(L"for %s = %s: λL0 = %s, pb = %s <i>Annex B.2</i>", span.py < m_model.Steel().py ? L"pyr" : L"py",
+         m_fmt.Stress(span.py), m_fmt.NoDim(LimitingSlendernessLT(span.py, m_model.Steel().E)),
          m_fmt.Stress(span.strength));
     const wchar_t* const clause = simple ? L"4.7.7" : angle ? L"4.3.8" : L"4.3.6.4";
     Line(L"%s = pb %s = %s * %s = %s <i>cl. %s</i>, class %i", Mb, angle ? L"Zu" : L"W", m_fmt.Stress(span.strength),
@@ -297,17 +303,17 @@ void CSteelMemberBS5950::Text::Lateral(const SpanResult& span)
 }
 
 // From the critical factor to Mb.
-void CSteelMemberBS5950::Text::ElasticResistance(const SpanResult& span)
+void MemberText::ElasticResistance(const SpanResult& span)
 {
-    const SectionProperties& s = m_member.Properties();
+    const SectionProperties& s = m_model.Properties();
     const ElasticUnit& e = *span.elastic;
-    const wchar_t* const p = span.py < m_member.Steel().py ? L"pyr" : L"py";
+    const wchar_t* const p = span.py < m_model.Steel().py ? L"pyr" : L"py";
     const CString py = m_fmt.Stress(span.py);
-    const CString E = m_fmt.Stress(m_member.Steel().E);
+    const CString E = m_fmt.Stress(m_model.Steel().E);
     Line(L"elastic analysis of this length as it is held and loaded, load heights included, under the moments alone; E "
          L"= "
          L"%s, G = E/2.6 = %s/2.6 = %s <i>cl. 3.1.3</i>",
-         E, E, m_fmt.Stress(m_member.Steel().E / 2.6));
+         E, E, m_fmt.Stress(m_model.Steel().E / 2.6));
     switch (e.outcome) {
     case Stability::Outcome::NotHeld:
         Line(L"not held: the restraints leave this length free to move sideways or to twist; pb = 0");
@@ -325,7 +331,7 @@ void CSteelMemberBS5950::Text::ElasticResistance(const SpanResult& span)
         Line(L"λLT = (π² E/%s)^0.5 (Mp/Mcr)^0.5 = (9.87 * %s/%s)^0.5 * (%s/%s)^0.5 = %s <i>Annex B.2</i>", p, E, py, Mp,
              Mcr, m_fmt.NoDim(span.lt.lambdaLT));
         Line(L"for %s = %s: λL0 = %s, pb = %s <i>Annex B.2</i>", p, py,
-             m_fmt.NoDim(LimitingSlendernessLT(span.py, m_member.Steel().E)), m_fmt.Stress(span.strength));
+             m_fmt.NoDim(LimitingSlendernessLT(span.py, m_model.Steel().E)), m_fmt.Stress(span.strength));
         break;
     }
     }
@@ -333,26 +339,26 @@ void CSteelMemberBS5950::Text::ElasticResistance(const SpanResult& span)
          m_fmt.Moment(span.resistance), span.cls);
 }
 
-void CSteelMemberBS5950::Text::ElasticLateral(const SpanResult& span)
+void MemberText::ElasticLateral(const SpanResult& span)
 {
     ElasticResistance(span);
-    if (m_member.EquivalentUniformMomentFactor())
+    if (m_model.momentFactor)
         Line(L"mLT = %s, given by the user, at least 1", m_fmt.NoDim(span.m));
     else
         Line(L"mLT = 1: the shape of the moments is part of Mcr");
-    if (span.elastic->outcome == Stability::Outcome::NotHeld) m_member.m_parts.back().second.isMarked = true;
+    if (span.elastic->outcome == Stability::Outcome::NotHeld) m_found.parts.back().second.isMarked = true;
     Line(L"mLT Mx/Mb = %s * %s/%s = %s", m_fmt.NoDim(span.m), m_fmt.Moment(span.effect), m_fmt.Moment(span.resistance),
          Verdict(span.utilisation, false));
-    const SpanResult tables = m_member.WorstByTables(span);
+    const SpanResult tables = ElasticRules(m_model).WorstByTables(span);
     if (!tables.applied) return;
     Line(L"beside it, by Tables 13, 14 and 18, for information; %s to %s; LE = %s; mLT Mx/Mb = %s * %s/%s = %s",
          m_fmt.Length(tables.start), m_fmt.Length(tables.end), m_fmt.Length(tables.LE), m_fmt.NoDim(tables.m),
          m_fmt.Moment(tables.effect), m_fmt.Moment(tables.resistance), m_fmt.Util(tables.utilisation));
 }
 
-void CSteelMemberBS5950::Text::ElasticOffers()
+void MemberText::ElasticOffers()
 {
-    for (const SpanResult& span : m_member.OfferedUnits()) {
+    for (const SpanResult& span : ElasticRules(m_model).Offers(m_found.spans)) {
         SpanTitle(L"For information, lateral-torsional buckling by the elastic critical moment", span);
         const CResultIndent indent(&m_result);
         ElasticResistance(span);
@@ -362,7 +368,23 @@ void CSteelMemberBS5950::Text::ElasticOffers()
     }
 }
 
-void CSteelMemberBS5950::Text::Interaction(const InteractionResult& r)
+void MemberText::Buckling()
+{
+    m_result.SetCurSubSpan(LastEntry());
+    Line(L"<h4>Buckling checks:</h4>");
+    Warnings();
+    for (const SpanResult& span : m_found.spans)
+        if (span.mode == BucklingMode::LateralTorsional)
+            Lateral(span);
+        else if (!span.turned)
+            Flexural(span);
+    for (const InteractionResult& interaction : m_found.interactions)
+        Interaction(interaction);
+    ElasticOffers();
+    Summary();
+}
+
+void MemberText::Interaction(const InteractionResult& r)
 {
     BeginPart(r.start, r.end, LastEntry());
     Line(L"<h5>Interaction, %s to %s</h5>", m_fmt.Length(r.start), m_fmt.Length(r.end));
@@ -381,12 +403,12 @@ void CSteelMemberBS5950::Text::Interaction(const InteractionResult& r)
 }
 
 // The terms of moments over Mb and over py Z, each from its own numbers.
-void CSteelMemberBS5950::Text::MomentTerms(const InteractionResult& r)
+void MemberText::MomentTerms(const InteractionResult& r)
 {
-    const SpanResult& x = m_member.Span(r.major);
-    const SpanResult& y = m_member.Span(r.minor);
-    const SpanResult& lt = m_member.Span(r.lateral);
-    const bool angle = m_member.Properties().shape == Shape::Angle;
+    const SpanResult& x = m_found.Span(r.major);
+    const SpanResult& y = m_found.Span(r.minor);
+    const SpanResult& lt = m_found.Span(r.lateral);
+    const bool angle = m_model.Properties().shape == Shape::Angle;
     const wchar_t* const u = angle ? L"u" : L"x";
     const wchar_t* const v = angle ? L"v" : L"y";
     if (r.MxTerm > 0.0)
@@ -400,11 +422,11 @@ void CSteelMemberBS5950::Text::MomentTerms(const InteractionResult& r)
              m_fmt.NoDim(r.MLTTerm));
 }
 
-void CSteelMemberBS5950::Text::SimplifiedInteraction(const InteractionResult& r)
+void MemberText::SimplifiedInteraction(const InteractionResult& r)
 {
-    const SpanResult& x = m_member.Span(r.major);
-    const SpanResult& y = m_member.Span(r.minor);
-    const bool angle = m_member.Properties().shape == Shape::Angle;
+    const SpanResult& x = m_found.Span(r.major);
+    const SpanResult& y = m_found.Span(r.minor);
+    const bool angle = m_model.Properties().shape == Shape::Angle;
     MomentTerms(r);
     const CString MxTerm = m_fmt.NoDim(r.MxTerm);
     const CString MyTerm = m_fmt.NoDim(r.MyTerm);
@@ -416,11 +438,11 @@ void CSteelMemberBS5950::Text::SimplifiedInteraction(const InteractionResult& r)
          m_fmt.NoDim(r.MLTTerm), MyTerm, Verdict(r.second, false), r.clause);
 }
 
-void CSteelMemberBS5950::Text::SimpleColumn(const InteractionResult& r)
+void MemberText::SimpleColumn(const InteractionResult& r)
 {
-    const SpanResult& x = m_member.Span(r.major);
-    const SpanResult& y = m_member.Span(r.minor);
-    const SpanResult& lt = m_member.Span(r.lateral);
+    const SpanResult& x = m_found.Span(r.major);
+    const SpanResult& y = m_found.Span(r.minor);
+    const SpanResult& lt = m_found.Span(r.lateral);
     if (r.MLTTerm > 0.0)
         Line(L"Mx/Mbs = %s/%s = %s", m_fmt.Moment(lt.effect), m_fmt.Moment(lt.resistance), m_fmt.NoDim(r.MLTTerm));
     if (r.MyTerm > 0.0)
@@ -429,12 +451,12 @@ void CSteelMemberBS5950::Text::SimpleColumn(const InteractionResult& r)
          m_fmt.NoDim(y.utilisation), m_fmt.NoDim(r.MLTTerm), m_fmt.NoDim(r.MyTerm), Verdict(r.first, false), r.clause);
 }
 
-void CSteelMemberBS5950::Text::ExactInteraction(const InteractionResult& r)
+void MemberText::ExactInteraction(const InteractionResult& r)
 {
-    const SpanResult& x = m_member.Span(r.major);
-    const SpanResult& y = m_member.Span(r.minor);
-    const SpanResult& lt = m_member.Span(r.lateral);
-    const bool hollow = m_member.Properties().IsHollow();
+    const SpanResult& x = m_found.Span(r.major);
+    const SpanResult& y = m_found.Span(r.minor);
+    const SpanResult& lt = m_found.Span(r.lateral);
+    const bool hollow = m_model.Properties().IsHollow();
     const wchar_t* const k = hollow ? L"0.5 " : L"";
     const wchar_t* const times = hollow ? L"0.5 * " : L"";
     const CString fx = m_fmt.NoDim(x.utilisation);

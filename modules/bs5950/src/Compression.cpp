@@ -1,11 +1,12 @@
 // Flexural buckling of struts: spans between points held in position, Table 22, 4.7.4, 4.7.10.
 
+#include "CompressionChecks.h"
+
 #include <algorithm>
 #include <cmath>
 
 #include "BucklingEntry.h"
 #include "CrossSection.h"
-#include "MemberText.h"
 #include "MomentShape.h"
 #include "SpanClass.h"
 #include "keltrix/design/Segments.h"
@@ -37,42 +38,40 @@ const wchar_t* HeldReason(BucklingMode mode)
 
 } // namespace
 
-bool CSteelMemberBS5950::PointHeld(BucklingMode mode, int point) const
+template <class Value>
+double CompressionChecks::LargestOver(const SpanResult& span, Value value) const
 {
-    const CRestraint restraint = PointRestraint(point);
-    return mode == BucklingMode::Major ? restraint.IsRestrained(CRestraint::MAJOR_SHEAR, false)
-                                       : restraint.IsRestrained(CRestraint::MINOR_SHEAR, true);
-}
-
-bool CSteelMemberBS5950::SubSpanHeld(BucklingMode mode, int subSpan) const
-{
-    const CRestraint restraint = SubSpans()[static_cast<std::size_t>(subSpan)].GetRestraint();
-    return mode == BucklingMode::Major ? restraint.IsRestrained(CRestraint::MAJOR_SHEAR, false)
-                                       : restraint.IsRestrained(CRestraint::MINOR_SHEAR, true);
+    const std::vector<PositionResult>& positions = m_found.positions;
+    const auto first = std::lower_bound(positions.begin(), positions.end(), span.left,
+                                        [](const PositionResult& p, int k) { return p.subSpan < k; });
+    double largest = 0.0;
+    for (auto p = first; p != positions.end() && p->subSpan < span.right; ++p)
+        largest = std::max(largest, value(*p));
+    return largest;
 }
 
 // The moments and the ends of a span between two member points.
-SpanResult CSteelMemberBS5950::FlexuralSpan(BucklingMode mode, int left, int right, bool turned) const
+SpanResult CompressionChecks::MakeSpan(BucklingMode mode, int left, int right, bool turned) const
 {
-    const SectionProperties& s = m_section.Properties();
+    const SectionProperties& s = m_model.Properties();
     SpanResult span;
     span.mode = mode;
     span.left = left;
     span.right = right;
     span.turned = turned;
-    span.start = MemberPoints()[static_cast<std::size_t>(left)].GetPos();
-    span.end = MemberPoints()[static_cast<std::size_t>(right)].GetPos();
+    span.start = m_model.points[static_cast<std::size_t>(left)].GetPos();
+    span.end = m_model.points[static_cast<std::size_t>(right)].GetPos();
     span.from.x = span.start;
     span.from.point = left;
-    span.from.restraint = PointRestraint(left);
+    span.from.restraint = m_model.PointRestraint(left);
     span.to.x = span.end;
     span.to.point = right;
-    span.to.restraint = PointRestraint(right);
+    span.to.restraint = m_model.PointRestraint(right);
     span.radius = mode == BucklingMode::Major ? s.rx : s.MinorRadius();
-    span.momentX = ShapeOf(MomentsX(turned), span.start, span.end, FactorTable::Table26);
-    span.momentY = ShapeOf(MomentsY(turned), span.start, span.end, FactorTable::Table26);
-    span.Mx = span.momentX.Mmax <= LeastMomentX() ? 0.0 : span.momentX.Mmax;
-    span.My = span.momentY.Mmax <= LeastMomentY() ? 0.0 : span.momentY.Mmax;
+    span.momentX = ShapeOf(m_model.MomentsX(turned), span.start, span.end, FactorTable::Table26);
+    span.momentY = ShapeOf(m_model.MomentsY(turned), span.start, span.end, FactorTable::Table26);
+    span.Mx = span.momentX.Mmax <= m_model.LeastMomentX() ? 0.0 : span.momentX.Mmax;
+    span.My = span.momentY.Mmax <= m_model.LeastMomentY() ? 0.0 : span.momentY.Mmax;
     SetCapacityRatios(span);
     return span;
 }
@@ -80,18 +79,18 @@ SpanResult CSteelMemberBS5950::FlexuralSpan(BucklingMode mode, int left, int rig
 // The moment's utilisation of a cross-section with the shear there, 4.8.3.3.2. Where the member is in tension the capacity is that
 // under the moments alone (4.8.2.1), because tension can hide that an element is compressed. Where the other moment vanishes just
 // there, the section can have a better class than it has right beside the place, which then counts.
-double CSteelMemberBS5950::MomentUtilisation(const PositionResult& p, Axis axis, bool turned) const
+double CompressionChecks::MomentUtilisation(const PositionResult& p, Axis axis, bool turned) const
 {
     const bool major = axis == Axis::X;
     PositionResult alone = p;
     alone.actions.F = std::min(0.0, p.actions.F);
     const auto evaluated = [&] {
-        CrossSection(m_section, false, false, StiffenerSpacing(Axis::Y)).Evaluate(alone);
+        CrossSection(m_model.section, false, false, m_model.StiffenerSpacing(Axis::Y)).Evaluate(alone);
         return major ? alone.major : alone.minor;
     };
     double utilisation = p.actions.F > 0.0 ? evaluated() : major ? p.major : p.minor;
-    const MomentDiagram& other = major ? MomentsY(turned) : MomentsX(turned);
-    const double least = major ? LeastMomentY() : LeastMomentX();
+    const MomentDiagram& other = major ? m_model.MomentsY(turned) : m_model.MomentsX(turned);
+    const double least = major ? m_model.LeastMomentY() : m_model.LeastMomentX();
     double& vanishing = major ? alone.actions.My : alone.actions.Mx;
     if (std::abs(vanishing) > least) return utilisation;
     const MomentDiagram::Piece& piece = other.At(p.subSpan);
@@ -105,7 +104,7 @@ double CSteelMemberBS5950::MomentUtilisation(const PositionResult& p, Axis axis,
 }
 
 // Largest moment of the span over the capacity at its place.
-void CSteelMemberBS5950::SetCapacityRatios(SpanResult& span) const
+void CompressionChecks::SetCapacityRatios(SpanResult& span) const
 {
     const auto ratio = [&](double PositionResult::*moment, Axis axis) {
         const double largest = LargestOver(span, [=](const PositionResult& p) { return p.*moment; });
@@ -119,12 +118,12 @@ void CSteelMemberBS5950::SetCapacityRatios(SpanResult& span) const
     span.minor = ratio(&PositionResult::momentMinor, Axis::Y);
 }
 
-void CSteelMemberBS5950::SetReasons(SpanResult& span) const
+void CompressionChecks::SetReasons(SpanResult& span) const
 {
-    const int last = static_cast<int>(MemberPoints().size()) - 1;
+    const int last = static_cast<int>(m_model.points.size()) - 1;
     // A span that ends at an inner point without restraint ends where a restraint along the member begins.
     const auto kind = [&](int point) {
-        if (PointHeld(span.mode, point)) return EndKind::HeldPoint;
+        if (m_model.PointHeld(span.mode, point)) return EndKind::HeldPoint;
         return point > 0 && point < last ? EndKind::ContinuousEdge : EndKind::MemberEnd;
     };
     span.from.kind = kind(span.left);
@@ -136,49 +135,36 @@ void CSteelMemberBS5950::SetReasons(SpanResult& span) const
     span.endReason = reason(span.to.kind);
 }
 
-// A given effective length belongs to the whole member; below zero it is a factor of the member's length.
-void CSteelMemberBS5950::SetOverride(SpanResult& span, double value) const
+void SetOverride(SpanResult& span, double value, double memberLength)
 {
     span.overridden = true;
     span.startReason = span.endReason = L"end of the member; the effective length is given for the whole of it";
-    span.LE = value >= 0.0 ? value : -value * Length();
+    span.LE = value >= 0.0 ? value : -value * memberLength;
     span.lengthRule = L"given by the user";
     // More than the member's length means that its ends move against each other.
     span.sway = span.mode != BucklingMode::LateralTorsional && span.LE > (span.end - span.start) * (1.0 + 1e-9);
 }
 
-void CSteelMemberBS5950::FindFlexuralSpans(BucklingMode mode, bool turned)
+void CompressionChecks::FindSpans(BucklingMode mode, bool turned)
 {
-    const int points = static_cast<int>(MemberPoints().size());
-    if (LengthOverride()) {
-        m_spans.push_back(FlexuralSpan(mode, 0, points - 1, turned));
-        SetOverride(m_spans.back(), mode == BucklingMode::Major ? Lyy() : Lzz());
+    const int points = static_cast<int>(m_model.points.size());
+    if (m_model.lengthOverride) {
+        m_found.spans.push_back(MakeSpan(mode, 0, points - 1, turned));
+        SetOverride(m_found.spans.back(), mode == BucklingMode::Major ? m_model.Lyy : m_model.Lzz, m_model.Length());
         return;
     }
     for (const auto& [left, right] : Design::Segments(
-             points, [&](int i) { return PointHeld(mode, i); }, [&](int k) { return SubSpanHeld(mode, k); })) {
-        SpanResult span = FlexuralSpan(mode, left, right, turned);
+             points, [&](int i) { return m_model.PointHeld(mode, i); },
+             [&](int k) { return m_model.SubSpanHeld(mode, k); })) {
+        SpanResult span = MakeSpan(mode, left, right, turned);
         SetReasons(span);
-        span.continuous = SubSpanHeld(mode, left);
-        m_spans.push_back(span);
+        span.continuous = m_model.SubSpanHeld(mode, left);
+        m_found.spans.push_back(span);
     }
 }
 
-// The longest length of the member that is not held in position.
-double CSteelMemberBS5950::LongestUnheld(BucklingMode mode) const
-{
-    double longest = 0.0;
-    for (const auto& [left, right] : Design::Segments(
-             static_cast<int>(MemberPoints().size()), [&](int i) { return PointHeld(mode, i); },
-             [&](int k) { return SubSpanHeld(mode, k); }))
-        if (!SubSpanHeld(mode, left))
-            longest = std::max(longest, MemberPoints()[static_cast<std::size_t>(right)].GetPos() -
-                                            MemberPoints()[static_cast<std::size_t>(left)].GetPos());
-    return longest;
-}
-
 // Table 22 between two points that are held in position, or its sway rows.
-void CSteelMemberBS5950::SetFlexuralLength(SpanResult& span)
+void CompressionChecks::SetLength(SpanResult& span)
 {
     if (span.overridden) return;
     if (span.continuous) {
@@ -197,36 +183,28 @@ void CSteelMemberBS5950::SetFlexuralLength(SpanResult& span)
                           : L"no row of Table 22: an end that is not held in position needs one opposite that is held "
                             L"in position and in direction";
     if (span.applied && !(heldLeft && heldRight))
-        Assume(L"missing restraint",
-               L"an end of a strut without restraint in position is free to sway: the sway rows of Table 22",
-               std::nan(""));
-    const int last = static_cast<int>(MemberPoints().size()) - 1;
+        m_found.Assume(L"missing restraint",
+                       L"an end of a strut without restraint in position is free to sway: the sway rows of Table 22",
+                       std::nan(""));
+    const int last = static_cast<int>(m_model.points.size()) - 1;
     const bool inner = (span.left > 0 && rotationLeft == 0) || (span.right < last && rotationRight == 0);
     if (span.applied && inner)
-        Assume(L"continuity at inner points", L"not counted as a directional restraint of a strut (Table 22)",
-               std::nan(""));
-}
-
-// A single angle, channel or T, whose ends are connected eccentrically: what clause 4.7.10 is for.
-bool CSteelMemberBS5950::IsEccentricStrut() const
-{
-    const Shape shape = m_section.Properties().shape;
-    return (shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee) &&
-           !m_options.momentsHoldEccentricity;
+        m_found.Assume(L"continuity at inner points", L"not counted as a directional restraint of a strut (Table 22)",
+                       std::nan(""));
 }
 
 // Slenderness LE/r. The clauses of 4.7.10 have least values of their own for struts that are connected eccentrically, whatever
 // the fixity of the ends; L is the length between the points that hold the strut. With two or more bolts they let
 // 0.85 L/r stand for L/r of pinned ends.
-void CSteelMemberBS5950::SetStrutSlenderness(SpanResult& span) const
+void CompressionChecks::SetSlenderness(SpanResult& span) const
 {
-    const SectionProperties& s = m_section.Properties();
+    const SectionProperties& s = m_model.Properties();
     span.slenderness = span.LE / span.radius;
-    if (span.continuous || !IsEccentricStrut()) return;
-    const bool oneBolt = m_options.connection == Connection::OneBolt;
-    const bool twoBolts = m_options.connection == Connection::TwoBoltsMore;
+    if (span.continuous || !m_model.IsEccentricStrut()) return;
+    const bool oneBolt = m_model.options.connection == Connection::OneBolt;
+    const bool twoBolts = m_model.options.connection == Connection::TwoBoltsMore;
     if (oneBolt) span.connectionFactor = 0.8;
-    const double L = span.overridden ? LongestUnheld(span.mode) : span.end - span.start;
+    const double L = span.overridden ? m_model.LongestUnheld(span.mode) : span.end - span.start;
     const auto least = [L](double factor, double radius, double more) {
         return std::max(factor * L / radius, 0.7 * L / radius + more);
     };
@@ -250,11 +228,11 @@ void CSteelMemberBS5950::SetStrutSlenderness(SpanResult& span) const
     span.slenderness = std::max(span.slenderness, span.leastSlenderness);
 }
 
-void CSteelMemberBS5950::SetCompressionResistance(SpanResult& span) const
+void CompressionChecks::SetResistance(SpanResult& span) const
 {
-    const SectionProperties& s = m_section.Properties();
-    const Material& m = m_section.Steel();
-    const SpanClass classes(s, m, SubSpans(), MomentsX(span.turned), MomentsY(span.turned));
+    const SectionProperties& s = m_model.Properties();
+    const Material& m = m_model.Steel();
+    const SpanClass classes(s, m, m_model.subSpans, m_model.MomentsX(span.turned), m_model.MomentsY(span.turned));
     const WorstClass acted = classes.Worst(span.start, span.end, SpanClass::Part::Acted);
     const WorstClass compressed = classes.Worst(span.start, span.end, SpanClass::Part::Compressed);
     const bool angle = s.shape == Shape::Angle;
@@ -271,26 +249,24 @@ void CSteelMemberBS5950::SetCompressionResistance(SpanResult& span) const
     span.resistance = span.connectionFactor * span.Aeff * span.strength;
 }
 
-void CSteelMemberBS5950::CheckFlexural(SpanResult& span)
+void CompressionChecks::Check(SpanResult& span)
 {
     span.effect = LargestOver(span, [](const PositionResult& p) { return p.actions.Compression(); });
     span.applied = span.effect > 0.0;
-    SetFlexuralLength(span);
-    SetStrutSlenderness(span);
-    SetCompressionResistance(span);
+    SetLength(span);
+    SetSlenderness(span);
+    SetResistance(span);
     span.utilisation = Ratio(span.effect, span.resistance);
     const auto factor = [&](const MomentShape& shape) {
         // 4.8.3.3.4: at least 0.85 in sway mode
-        return Factor(shape.factor, !shape.balanced ? 1.0 : span.sway ? 0.85 : 0.0);
+        return m_model.Factor(shape.factor, !shape.balanced ? 1.0 : span.sway ? 0.85 : 0.0);
     };
     span.m = factor(span.mode == BucklingMode::Major ? span.momentX : span.momentY);
     span.myx = factor(span.momentY);
-    if (span.turned) return;
-    RecordFlexural(span);
-    if (Result() && Result()->TextEnabled()) Text(*this).Flexural(span);
+    if (!span.turned) Record(span);
 }
 
-void CSteelMemberBS5950::RecordFlexural(const SpanResult& span)
+void CompressionChecks::Record(const SpanResult& span)
 {
     LedgerEntry e = SpanEntry(span.mode == BucklingMode::Major ? Rule::BucklingMajor : Rule::BucklingMinor, span);
     e.resistance = span.resistance;
@@ -305,47 +281,49 @@ void CSteelMemberBS5950::RecordFlexural(const SpanResult& span)
         e.status = e.utilisation < 1.0 ? CheckStatus::Passed : CheckStatus::Failed;
         if (!(span.LE < INF)) e.reason = L"no effective length: no row of Table 22 applies";
     }
-    m_ledger.Add(e);
+    m_found.ledger.Add(e);
 }
 
-void CSteelMemberBS5950::RecordStrutConnections()
+void CompressionChecks::RecordConnections()
 {
     LedgerEntry e;
     e.rule = Rule::StrutConnections;
     e.clause = RuleClause(e.rule);
     e.status = CheckStatus::NotApplicable;
-    const Shape shape = m_section.Properties().shape;
+    const Shape shape = m_model.Properties().shape;
     const bool single = shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee;
-    const bool compressed = std::any_of(m_spans.begin(), m_spans.end(), [](const SpanResult& span) {
+    const bool compressed = std::any_of(m_found.spans.begin(), m_found.spans.end(), [](const SpanResult& span) {
         return span.mode != BucklingMode::LateralTorsional && span.applied && !span.continuous;
     });
     if (!single || !compressed)
         e.reason = L"no angle, channel or T in compression";
-    else if (!IsEccentricStrut()) {
+    else if (!m_model.IsEccentricStrut()) {
         e.reason = L"the given moments hold the eccentricity of the end connections, as the options say";
-        Assume(L"eccentricity of the end connections",
-               L"part of the given moments, as the options say: 4.6.3.1 and 4.7.10 are not applied", std::nan(""));
+        m_found.Assume(L"eccentricity of the end connections",
+                       L"part of the given moments, as the options say: 4.6.3.1 and 4.7.10 are not applied",
+                       std::nan(""));
     } else {
         e.status = CheckStatus::Passed;
         e.reason = L"slenderness kept at or above that of the clause";
         const wchar_t* const name = L"end connections of the strut";
-        switch (m_options.connection) {
+        switch (m_model.options.connection) {
         case Connection::OneBolt:
-            Assume(name, L"one bolt, as the options say: 80 % of the resistance (4.7.10)", 0.8);
+            m_found.Assume(name, L"one bolt, as the options say: 80 % of the resistance (4.7.10)", 0.8);
             break;
         case Connection::TwoBoltsMore:
-            Assume(name, L"two or more bolts in line along the member, or welds, as the options say (4.7.10)",
-                   std::nan(""));
+            m_found.Assume(name, L"two or more bolts in line along the member, or welds, as the options say (4.7.10)",
+                           std::nan(""));
             break;
         default:
-            Assume(name,
-                   L"two or more fasteners in line along the member, or welds (4.7.10); their eccentricity is not part "
-                   L"of the given moments",
-                   std::nan(""));
+            m_found.Assume(
+                name,
+                L"two or more fasteners in line along the member, or welds (4.7.10); their eccentricity is not part "
+                L"of the given moments",
+                std::nan(""));
             break;
         }
     }
-    m_ledger.Add(e);
+    m_found.ledger.Add(e);
 }
 
 } // namespace Keltrix::BS5950

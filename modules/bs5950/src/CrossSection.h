@@ -2,7 +2,8 @@
 
 #include <vector>
 
-#include "keltrix/bs5950/SteelMemberBS5950.h"
+#include "keltrix/bs5950/Results.h"
+#include "keltrix/bs5950/SectionBS5950.h"
 
 namespace Keltrix::BS5950 {
 

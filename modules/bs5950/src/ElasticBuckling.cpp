@@ -1,5 +1,7 @@
 // Lateral-torsional buckling by elastic critical moments: the lengths that buckle by themselves, λLT from Mcr, Annex B.2.
 
+#include "ElasticRules.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -65,77 +67,79 @@ bool Overlaps(double from, double to, double otherFrom, double otherTo, double t
 
 } // namespace
 
-struct CSteelMemberBS5950::ElasticAnalysis {
+double ElasticRules::Tolerance() const { return SAME_PLACE * m_model.Length(); }
+
+struct ElasticRules::Analysis {
     std::vector<ElasticUnit> units;
     CString reason; ///< why there are none
 };
 
 // The bending moments alone: axial forces take part by the interaction of 4.8.3.3.
-CSteelMemberBS5950::ElasticAnalysis CSteelMemberBS5950::AnalyseElastically() const
+ElasticRules::Analysis ElasticRules::Analyse() const
 {
-    ElasticAnalysis analysis;
-    const double E = m_section.Steel().E;
+    Analysis analysis;
+    const double E = m_model.Steel().E;
     const auto constants =
-        Stability::MakeSectionConstants(GetKeltrixSec(), E, E / (2.0 * (1.0 + POISSON)), &analysis.reason);
+        Stability::MakeSectionConstants(m_model.KeltrixSection(), E, E / (2.0 * (1.0 + POISSON)), &analysis.reason);
     if (!constants) return analysis;
-    std::vector<Steel::CSubSpan> bent = SubSpans();
+    std::vector<Steel::CSubSpan> bent = m_model.subSpans;
     for (Steel::CSubSpan& sub : bent) {
         Vec3<double> left = sub.GetForcesLeft();
         Vec3<double> right = sub.GetForcesRight();
         left.x = right.x = 0.0;
         sub.SetForcesAll(left, right);
     }
-    const Stability::CriticalLoads loads = Stability::FindCriticalLoads(MemberPoints(), bent, m_major, *constants);
+    const Stability::CriticalLoads loads =
+        Stability::FindCriticalLoads(m_model.points, bent, m_model.major, *constants);
     analysis.reason = loads.reason;
     for (const Stability::Unit& unit : loads.units)
         analysis.units.push_back(ElasticUnitOf(unit));
     return analysis;
 }
 
-bool CSteelMemberBS5950::CanUseElastic() const
+bool ElasticRules::CanBeUsed() const
 {
-    return m_options.lateral == LateralMethod::Elastic && m_major.Largest() > LeastMomentX();
+    return m_model.options.lateral == LateralMethod::Elastic && m_model.major.Largest() > m_model.LeastMomentX();
 }
 
-void CSteelMemberBS5950::FindElasticUnits()
+void ElasticRules::FindUnits(MemberResults& found) const
 {
-    m_units.clear();
-    m_elasticReason = CString();
-    if (!CanUseElastic()) return;
-    if (LengthOverride()) {
-        m_elasticReason = L"the effective length is given";
+    found.units.clear();
+    found.elasticReason = CString();
+    if (!CanBeUsed()) return;
+    if (m_model.lengthOverride) {
+        found.elasticReason = L"the effective length is given";
         return;
     }
-    ElasticAnalysis analysis = AnalyseElastically();
-    m_units = std::move(analysis.units);
-    m_elasticReason = analysis.reason;
-    if (!UsesElastic()) return;
-    Assume(
+    Analysis analysis = Analyse();
+    found.units = std::move(analysis.units);
+    found.elasticReason = analysis.reason;
+    if (!UsesElastic(found.units)) return;
+    found.Assume(
         L"lateral-torsional buckling",
         L"by elastic critical moments, as the options say; partial restraints and restraint by friction hold nothing, "
         L"what lies beyond the ends of a length is neglected",
         std::nan(""));
 }
 
-// Whether some length of the member is checked elastically.
-bool CSteelMemberBS5950::UsesElastic() const
+bool UsesElastic(const std::vector<ElasticUnit>& units)
 {
-    return std::any_of(m_units.begin(), m_units.end(), [](const ElasticUnit& unit) { return !unit.refusal; });
+    return std::any_of(units.begin(), units.end(), [](const ElasticUnit& unit) { return !unit.refusal; });
 }
 
 // What was asked for and is not done, where nobody can miss it.
-void CSteelMemberBS5950::RecordElasticWarnings()
+void ElasticRules::AddWarnings(MemberResults& found) const
 {
-    const CDesFormat fmt = Result() ? Result()->DesFormat() : CDesFormat();
+    const CDesFormat& fmt = m_model.format;
     const auto warn = [&](const CString& where, const CString& reason, double start, double end) {
         CString text;
         text.Format(L"lateral-torsional buckling%s is checked by Tables 13, 14 and 18 and not by the elastic critical "
                     L"moment that the options ask for: %s",
                     where, reason);
-        m_warnings.push_back({Design::WarningKind::OtherMethod, text, -1, start, end});
+        found.warnings.push_back({Design::WarningKind::OtherMethod, text, -1, start, end});
     };
-    if (!m_elasticReason.IsEmpty()) warn(CString(), m_elasticReason, std::nan(""), std::nan(""));
-    for (const ElasticUnit& unit : m_units) {
+    if (!found.elasticReason.IsEmpty()) warn(CString(), found.elasticReason, std::nan(""), std::nan(""));
+    for (const ElasticUnit& unit : found.units) {
         if (!unit.refusal) continue;
         CString where;
         where.Format(L" between %s and %s", fmt.Length(unit.start), fmt.Length(unit.end));
@@ -144,11 +148,11 @@ void CSteelMemberBS5950::RecordElasticWarnings()
 }
 
 // A span of an elastic check: a unit, or between units a length that is held all along.
-SpanResult CSteelMemberBS5950::ElasticSpan(double from, double to, const ElasticUnit* unit) const
+SpanResult ElasticRules::MakeSpan(double from, double to, const ElasticUnit* unit) const
 {
-    const auto& points = MemberPoints();
+    const auto& points = m_model.points;
     const int last = static_cast<int>(points.size()) - 1;
-    const double tolerance = SAME_PLACE * Length();
+    const double tolerance = Tolerance();
     const auto end = [&](double x, bool isLeft) {
         Design::StretchEnd e;
         e.x = x;
@@ -160,7 +164,7 @@ SpanResult CSteelMemberBS5950::ElasticSpan(double from, double to, const Elastic
         e.kind = EndKind::HeldPoint;
         if (e.point == 0 || e.point == last)
             e.kind = Design::IsTip(points, e.point) ? EndKind::Tip : EndKind::MemberEnd;
-        e.restraint = Design::Resolved(PointRestraint(e.point), 0);
+        e.restraint = Design::Resolved(m_model.PointRestraint(e.point), 0);
         return e;
     };
     Stretch stretch;
@@ -169,8 +173,8 @@ SpanResult CSteelMemberBS5950::ElasticSpan(double from, double to, const Elastic
     stretch.left = end(from, true);
     stretch.right = end(to, false);
     stretch.cantilever = stretch.left.kind == EndKind::Tip || stretch.right.kind == EndKind::Tip;
-    stretch.moments = m_major.Between(from, to);
-    SpanResult span = LateralSpan(stretch, false);
+    stretch.moments = m_model.major.Between(from, to);
+    SpanResult span = m_lateral.MakeSpan(stretch, false);
     const auto reason = [](EndKind kind) {
         switch (kind) {
         case EndKind::HeldPoint:
@@ -190,24 +194,24 @@ SpanResult CSteelMemberBS5950::ElasticSpan(double from, double to, const Elastic
 }
 
 // Why a part of the member is checked by the tables although the options ask for elastic checks; null where it is not.
-const wchar_t* CSteelMemberBS5950::ElasticRefusal(const std::vector<Stretch>& stretches) const
+const wchar_t* ElasticRules::Refusal(const std::vector<ElasticUnit>& units, const std::vector<Stretch>& stretches) const
 {
     for (const Stretch& stretch : stretches)
-        if (IsSimpleColumn(LateralSpan(stretch, false))) return L"column in simple construction (4.7.7)";
-    for (const ElasticUnit& unit : m_units)
+        if (m_lateral.MakeSpan(stretch, false).simpleColumn) return L"column in simple construction (4.7.7)";
+    for (const ElasticUnit& unit : units)
         for (const Stretch& stretch : stretches)
-            if (unit.refusal && Overlaps(unit.start, unit.end, stretch.left.x, stretch.right.x, SAME_PLACE * Length()))
+            if (unit.refusal && Overlaps(unit.start, unit.end, stretch.left.x, stretch.right.x, Tolerance()))
                 return unit.refusal;
     return nullptr;
 }
 
 // Parts of the member between places at which neither a unit nor a stretch goes on are checked in one way each: all units of a part
 // elastically or all of its stretches by the tables.
-void CSteelMemberBS5950::FindElasticSpans(const std::vector<Stretch>& stretches, double from, double to)
+void ElasticRules::AddSpans(const std::vector<Stretch>& stretches, MemberResults& found) const
 {
-    const double tolerance = SAME_PLACE * Length();
-    std::vector<double> cuts{from, to};
-    for (const ElasticUnit& unit : m_units)
+    const double tolerance = Tolerance();
+    std::vector<double> cuts{m_model.points.front().GetPos(), m_model.points.back().GetPos()};
+    for (const ElasticUnit& unit : found.units)
         for (const double x : {unit.start, unit.end}) {
             const bool inside = std::any_of(stretches.begin(), stretches.end(), [&](const Stretch& s) {
                 return s.left.x < x - tolerance && s.right.x > x + tolerance;
@@ -216,54 +220,48 @@ void CSteelMemberBS5950::FindElasticSpans(const std::vector<Stretch>& stretches,
         }
     std::sort(cuts.begin(), cuts.end());
     for (std::size_t i = 0; i + 1 < cuts.size(); ++i) {
-        const double a = cuts[i];
-        const double b = cuts[i + 1];
-        if (!(b - a > tolerance)) continue;
+        const double from = cuts[i];
+        const double to = cuts[i + 1];
+        if (!(to - from > tolerance)) continue;
         std::vector<Stretch> part;
         std::copy_if(stretches.begin(), stretches.end(), std::back_inserter(part),
-                     [&](const Stretch& s) { return Overlaps(a, b, s.left.x, s.right.x, tolerance); });
-        if (ElasticRefusal(part)) {
-            for (const Stretch& stretch : part)
-                m_spans.push_back(LateralSpan(stretch, false));
-            continue;
-        }
-        double x = a;
-        for (const ElasticUnit& unit : m_units) {
-            if (!Overlaps(a, b, unit.start, unit.end, tolerance)) continue;
-            if (unit.start - x > tolerance) m_spans.push_back(ElasticSpan(x, unit.start, nullptr));
-            m_spans.push_back(ElasticSpan(unit.start, unit.end, &unit));
-            x = unit.end;
-        }
-        if (b - x > tolerance) m_spans.push_back(ElasticSpan(x, b, nullptr));
+                     [&](const Stretch& s) { return Overlaps(from, to, s.left.x, s.right.x, tolerance); });
+        AddPart(part, from, to, found);
     }
 }
 
-// Annex B.2: λLT = (π² E/py)^0.5 (Mp/Mcr)^0.5 with Mp = βW Sx py.
-SlendernessLT CSteelMemberBS5950::ElasticSlenderness(const SpanResult& span, const Classification& c) const
+void ElasticRules::AddPart(const std::vector<Stretch>& part, double from, double to, MemberResults& found) const
 {
-    SlendernessLT lt;
-    lt.betaW = BetaW(m_section.Properties(), c);
-    const double Mp = c.Wx * c.pyMomentX;
-    lt.lambdaLT = std::sqrt(std::numbers::pi * std::numbers::pi * m_section.Steel().E / c.pyMomentX) *
-                  std::sqrt(Mp / span.elastic->Mcr);
-    lt.source = L"Annex B.2, elastic Mcr";
-    return lt;
+    if (Refusal(found.units, part)) {
+        for (const Stretch& stretch : part)
+            found.spans.push_back(m_lateral.MakeSpan(stretch, false));
+        return;
+    }
+    const double tolerance = Tolerance();
+    double x = from;
+    for (const ElasticUnit& unit : found.units) {
+        if (!Overlaps(from, to, unit.start, unit.end, tolerance)) continue;
+        if (unit.start - x > tolerance) found.spans.push_back(MakeSpan(x, unit.start, nullptr));
+        found.spans.push_back(MakeSpan(unit.start, unit.end, &unit));
+        x = unit.end;
+    }
+    if (to - x > tolerance) found.spans.push_back(MakeSpan(x, to, nullptr));
 }
 
 // --- Figures beside the rules ---
 
 // Where the tables give nothing, or are far on the safe side: no row, the other flange held along the stretch (Annex G), cantilevers.
-bool CSteelMemberBS5950::OffersElastic(const SpanResult& span) const
+bool ElasticRules::IsOffered(const SpanResult& span, const std::vector<SpanResult>& spans) const
 {
     const bool isMode = span.mode == BucklingMode::LateralTorsional && span.applied && !span.turned;
-    if (!isMode || span.elastic || span.overridden || m_options.lateral != LateralMethod::Tables ||
-        m_section.Properties().shape == Shape::Angle || IsSimpleColumn(span))
+    if (!isMode || span.elastic || span.overridden || m_model.options.lateral != LateralMethod::Tables ||
+        m_model.Properties().shape == Shape::Angle || span.simpleColumn)
         return false;
     if (!(span.LE < INF) || span.cantilever) return true;
     if (span.flange[0] == span.flange[1]) return false;
     const std::size_t other = span.flange[0] ? 1 : 0;
-    const double tolerance = SAME_PLACE * Length();
-    return std::any_of(m_spans.begin(), m_spans.end(), [&](const SpanResult& s) {
+    const double tolerance = Tolerance();
+    return std::any_of(spans.begin(), spans.end(), [&](const SpanResult& s) {
         return s.mode == BucklingMode::LateralTorsional && s.flange[other] && !s.turned &&
                Overlaps(s.start, s.end, span.start, span.end, tolerance) &&
                (s.continuous || s.start > span.start + tolerance || s.end < span.end - tolerance);
@@ -272,24 +270,26 @@ bool CSteelMemberBS5950::OffersElastic(const SpanResult& span) const
 
 // Of the stretches that an elastically checked length has in common with the tables' way, the one of the largest utilisation; without
 // effect where the tables check none.
-SpanResult CSteelMemberBS5950::WorstByTables(const SpanResult& span) const
+SpanResult ElasticRules::WorstByTables(const SpanResult& span) const
 {
     SpanResult worst;
-    for (const Stretch& stretch : LateralStretches(false)) {
-        if (!Overlaps(stretch.left.x, stretch.right.x, span.start, span.end, SAME_PLACE * Length())) continue;
-        SpanResult s = LateralSpan(stretch, false);
-        s.applied = IsLateralApplied(s);
+    for (const Stretch& stretch : m_lateral.Stretches(false)) {
+        if (!Overlaps(stretch.left.x, stretch.right.x, span.start, span.end, Tolerance())) continue;
+        SpanResult s = m_lateral.MakeSpan(stretch, false);
+        s.applied = m_lateral.IsApplied(s);
         if (!s.applied) continue;
-        FindLateralLength(s, Steel::CCodeShare(nullptr));
-        SetBendingResistance(s);
-        s.m = LateralFactor(s);
+        m_lateral.FindLength(s, Steel::CCodeShare(nullptr));
+        m_lateral.SetResistance(s);
+        s.m = m_lateral.MomentFactor(s);
         s.utilisation = CMemberResult::InfinitiseNANs(Ratio(s.m * s.effect, s.resistance));
         if (!worst.applied || s.utilisation > worst.utilisation) worst = s;
     }
     return worst;
 }
 
-LedgerEntry CSteelMemberBS5950::InformationEntry(const SpanResult& span, const wchar_t* reason) const
+namespace {
+
+LedgerEntry InformationEntry(const SpanResult& span, const wchar_t* reason)
 {
     LedgerEntry e = SpanEntry(Rule::LateralTorsional, span);
     e.clause = span.elastic ? L"Annex B.2, elastic Mcr" : L"4.3.6";
@@ -303,15 +303,17 @@ LedgerEntry CSteelMemberBS5950::InformationEntry(const SpanResult& span, const w
     return e;
 }
 
-void CSteelMemberBS5950::AddLateralInformation(std::vector<LedgerEntry>& entries) const
+} // namespace
+
+void ElasticRules::AddInformation(const std::vector<SpanResult>& spans, std::vector<LedgerEntry>& entries) const
 {
-    for (const SpanResult& span : m_spans) {
+    for (const SpanResult& span : spans) {
         if (!span.elastic || !span.applied) continue;
         const SpanResult tables = WorstByTables(span);
         if (tables.applied)
             entries.push_back(InformationEntry(tables, L"by Tables 13, 14 and 18, the way that is not used here"));
     }
-    for (const SpanResult& unit : OfferedUnits()) {
+    for (const SpanResult& unit : Offers(spans)) {
         const bool held = unit.elastic->outcome != Outcome::NotHeld;
         entries.push_back(InformationEntry(
             unit, held ? L"by the elastic critical moment, which the option ltb takes; the check above is by the tables"
@@ -320,36 +322,27 @@ void CSteelMemberBS5950::AddLateralInformation(std::vector<LedgerEntry>& entries
 }
 
 // The elastic figures that are offered beside the tables, one for each unit.
-std::vector<SpanResult> CSteelMemberBS5950::OfferedUnits() const
+std::vector<SpanResult> ElasticRules::Offers(const std::vector<SpanResult>& spans) const
 {
     std::vector<SpanResult> offered;
     const auto wanted = [&](const ElasticUnit& unit) {
-        return !unit.refusal && std::any_of(m_spans.begin(), m_spans.end(), [&](const SpanResult& s) {
-            return OffersElastic(s) && Overlaps(s.start, s.end, unit.start, unit.end, SAME_PLACE * Length());
+        return !unit.refusal && std::any_of(spans.begin(), spans.end(), [&](const SpanResult& s) {
+            return IsOffered(s, spans) && Overlaps(s.start, s.end, unit.start, unit.end, Tolerance());
         });
     };
-    if (std::none_of(m_spans.begin(), m_spans.end(), [this](const SpanResult& s) { return OffersElastic(s); }))
+    if (std::none_of(spans.begin(), spans.end(), [&](const SpanResult& s) { return IsOffered(s, spans); }))
         return offered;
-    for (const ElasticUnit& unit : AnalyseElastically().units) {
+    for (const ElasticUnit& unit : Analyse().units) {
         if (!wanted(unit)) continue;
-        SpanResult span = ElasticSpan(unit.start, unit.end, &unit);
-        span.applied = IsLateralApplied(span);
+        SpanResult span = MakeSpan(unit.start, unit.end, &unit);
+        span.applied = m_lateral.IsApplied(span);
         if (!span.applied) continue;
-        SetBendingResistance(span);
-        span.m = LateralFactor(span);
+        m_lateral.SetResistance(span);
+        span.m = m_lateral.MomentFactor(span);
         span.utilisation = Ratio(span.m * span.effect, span.resistance);
         offered.push_back(span);
     }
     return offered;
-}
-
-std::vector<LedgerEntry> CSteelMemberBS5950::Information() const
-{
-    std::vector<LedgerEntry> entries;
-    AddLateralInformation(entries);
-    const std::vector<LedgerEntry> struts = StrutInformation();
-    entries.insert(entries.end(), struts.begin(), struts.end());
-    return entries;
 }
 
 } // namespace Keltrix::BS5950

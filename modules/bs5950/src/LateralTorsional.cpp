@@ -1,10 +1,14 @@
 // Lateral-torsional buckling: stretches of each flange between sections that hold it, Tables 13, 14 and 18, 4.3, 4.7.7.
 
+#include "LateralChecks.h"
+
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "BucklingEntry.h"
-#include "MemberText.h"
+#include "CompressionChecks.h"
+#include "ElasticRules.h"
 #include "MomentShape.h"
 #include "SpanClass.h"
 #include "keltrix/design/LateralLength.h"
@@ -42,17 +46,17 @@ bool BelongsToBoth(const SpanResult& span) { return span.flange[0] && span.flang
 } // namespace
 
 // Given effective lengths leave one stretch, the whole member, for both flanges.
-std::vector<Stretch> CSteelMemberBS5950::LateralStretches(bool turned) const
+std::vector<Stretch> LateralRules::Stretches(bool turned) const
 {
-    const MomentDiagram& moments = MomentsX(turned);
-    if (!LengthOverride()) return Design::FindStretches(MemberPoints(), SubSpans(), moments);
-    const int last = static_cast<int>(MemberPoints().size()) - 1;
+    const MomentDiagram& moments = m_model.MomentsX(turned);
+    if (!m_model.lengthOverride) return Design::FindStretches(m_model.points, m_model.subSpans, moments);
+    const int last = static_cast<int>(m_model.points.size()) - 1;
     const auto end = [&](int point) {
         StretchEnd e;
-        e.kind = Design::IsTip(MemberPoints(), point) ? EndKind::Tip : EndKind::MemberEnd;
-        e.x = MemberPoints()[static_cast<std::size_t>(point)].GetPos();
+        e.kind = Design::IsTip(m_model.points, point) ? EndKind::Tip : EndKind::MemberEnd;
+        e.x = m_model.points[static_cast<std::size_t>(point)].GetPos();
         e.point = point;
-        e.restraint = Design::Resolved(PointRestraint(point), 0);
+        e.restraint = Design::Resolved(m_model.PointRestraint(point), 0);
         return e;
     };
     Stretch whole;
@@ -64,7 +68,7 @@ std::vector<Stretch> CSteelMemberBS5950::LateralStretches(bool turned) const
     return {whole};
 }
 
-SpanResult CSteelMemberBS5950::LateralSpan(const Stretch& stretch, bool turned) const
+SpanResult LateralRules::MakeSpan(const Stretch& stretch, bool turned) const
 {
     const auto position = [](const Steel::CMemberPoint& point) { return point.GetPos(); };
     SpanResult span;
@@ -74,7 +78,7 @@ SpanResult CSteelMemberBS5950::LateralSpan(const Stretch& stretch, bool turned) 
     span.to = stretch.right;
     span.start = stretch.left.x;
     span.end = stretch.right.x;
-    const auto& points = MemberPoints();
+    const auto& points = m_model.points;
     span.left = span.from.point;
     if (span.left < 0)
         span.left = static_cast<int>(std::upper_bound(points.begin(), points.end(), span.start,
@@ -91,8 +95,8 @@ SpanResult CSteelMemberBS5950::LateralSpan(const Stretch& stretch, bool turned) 
     span.flange = stretch.flange;
     span.continuous = stretch.held;
     span.cantilever = stretch.cantilever;
-    span.radius = m_section.Properties().MinorRadius();
-    const double least = std::max(LeastMomentX(), LEAST_SHARE * MomentsX(turned).Largest());
+    span.radius = m_model.Properties().MinorRadius();
+    const double least = std::max(m_model.LeastMomentX(), LEAST_SHARE * m_model.MomentsX(turned).Largest());
     for (const Flange f : FLANGES) {
         const double moment = stretch.Has(f) ? stretch.Compressing(f) : 0.0;
         span.compressed[Index(f)] = !(moment <= least);
@@ -100,42 +104,42 @@ SpanResult CSteelMemberBS5950::LateralSpan(const Stretch& stretch, bool turned) 
         if (std::isnan(moment)) span.effect = moment;
     }
     span.sense = SenseOf(span.compressed);
-    span.destabilising = Design::IsDestabilised(stretch, points, SubSpans());
-    span.momentX = ShapeOf(MomentsX(turned), span.start, span.end, FactorTable::Table18);
+    span.destabilising = Design::IsDestabilised(stretch, points, m_model.subSpans);
+    span.momentX = ShapeOf(m_model.MomentsX(turned), span.start, span.end, FactorTable::Table18);
+    span.simpleColumn = IsSimpleColumn(span);
+    if (!span.simpleColumn) return span;
+    const auto [from, to] = StoreyOf(span);
+    span.storey = to - from;
     return span;
 }
 
-void CSteelMemberBS5950::FindLateralSpans(bool turned)
+void LateralChecks::FindSpans(bool turned)
 {
-    const std::vector<Stretch> stretches = LateralStretches(turned);
-    if (!m_units.empty() && !turned) {
-        FindElasticSpans(stretches, MemberPoints().front().GetPos(), MemberPoints().back().GetPos());
-        return;
-    }
+    const std::vector<Stretch> stretches = m_rules.Stretches(turned);
+    if (!m_found.units.empty() && !turned) return ElasticRules(m_model).AddSpans(stretches, m_found);
     for (const Stretch& stretch : stretches) {
-        m_spans.push_back(LateralSpan(stretch, turned));
-        if (LengthOverride()) SetOverride(m_spans.back(), Llt());
+        m_found.spans.push_back(m_rules.MakeSpan(stretch, turned));
+        if (m_model.lengthOverride) SetOverride(m_found.spans.back(), m_model.Llt, m_model.Length());
     }
 }
 
-bool CSteelMemberBS5950::IsUnsupportedEnd(const StretchEnd& end) const
+bool LateralChecks::IsUnsupportedEnd(const StretchEnd& end) const
 {
-    const int last = static_cast<int>(MemberPoints().size()) - 1;
+    const int last = static_cast<int>(m_model.points.size()) - 1;
     return (end.point == 0 || end.point == last) && end.kind != EndKind::Tip &&
-           !PointRestraint(end.point).IsRestrained(CRestraint::MAJOR_SHEAR, false);
+           !m_model.PointRestraint(end.point).IsRestrained(CRestraint::MAJOR_SHEAR, false);
 }
 
-// Effective length of the stretch for each flange that is compressed; the longer one counts.
-void CSteelMemberBS5950::SetLateralLength(SpanResult& span)
+void LateralChecks::SetLength(SpanResult& span)
 {
     if (span.overridden) return;
     if (!span.cantilever && (IsUnsupportedEnd(span.from) || IsUnsupportedEnd(span.to)))
-        Assume(L"vertical support", L"an end without major axis shear restraint is taken as supported, not as a tip",
-               std::nan(""));
-    FindLateralLength(span, CCodeShare(Result()));
+        m_found.Assume(L"vertical support",
+                       L"an end without major axis shear restraint is taken as supported, not as a tip", std::nan(""));
+    m_rules.FindLength(span, CCodeShare(nullptr));
 }
 
-void CSteelMemberBS5950::FindLateralLength(SpanResult& span, const CCodeShare& rules) const
+void LateralRules::FindLength(SpanResult& span, const CCodeShare& rules) const
 {
     Stretch stretch;
     stretch.cantilever = span.cantilever;
@@ -143,8 +147,9 @@ void CSteelMemberBS5950::FindLateralLength(SpanResult& span, const CCodeShare& r
     stretch.right = span.to;
     for (const Flange f : FLANGES) {
         if (!span.compressed[Index(f)]) continue;
-        const Design::LateralLength length = Design::FindLateralLength(
-            stretch, f, MemberPoints(), MomentsX(span.turned), m_section.Properties().D, span.destabilising, rules);
+        const Design::LateralLength length =
+            Design::FindLateralLength(stretch, f, m_model.points, m_model.MomentsX(span.turned), m_model.Properties().D,
+                                      span.destabilising, rules);
         switch (length.table) {
         case Design::LateralTable::Table13:
             span.lengthRule = L"Table 13";
@@ -184,49 +189,51 @@ bool IsStraight(const MomentDiagram& moments, double from, double to, double lea
 } // namespace
 
 // The levels around a stretch; 0 and 0 where it does not lie between two.
-std::pair<double, double> CSteelMemberBS5950::StoreyOf(const SpanResult& span) const
+std::pair<double, double> LateralRules::StoreyOf(const SpanResult& span) const
 {
-    const auto above = std::lower_bound(m_levels.begin(), m_levels.end(), span.end);
-    const auto below = std::upper_bound(m_levels.begin(), m_levels.end(), span.start);
-    if (above == m_levels.end() || below == m_levels.begin()) return {0.0, 0.0};
+    const auto above = std::lower_bound(m_model.levels.begin(), m_model.levels.end(), span.end);
+    const auto below = std::upper_bound(m_model.levels.begin(), m_model.levels.end(), span.start);
+    if (above == m_model.levels.end() || below == m_model.levels.begin()) return {0.0, 0.0};
     return {*(below - 1), *above};
 }
 
 // Clause 4.7.7 is for I, H and hollow sections in compression between floors, under nominal moments at the floors alone. An effective length
 // that is given says that the column is held in another way.
-bool CSteelMemberBS5950::IsSimpleColumn(const SpanResult& span) const
+bool LateralRules::IsSimpleColumn(const SpanResult& span) const
 {
-    if (!m_options.simpleColumn || LengthOverride()) return false;
-    const Shape shape = m_section.Properties().shape;
+    if (!m_model.options.simpleColumn || m_model.lengthOverride) return false;
+    const Shape shape = m_model.Properties().shape;
     if (shape == Shape::Angle || shape == Shape::Channel || shape == Shape::Tee) return false;
     const auto [from, to] = StoreyOf(span);
     if (!(from < to)) return false;
-    const MomentDiagram::Range storey = m_major.Covering(from, to);
+    const MomentDiagram::Range storey = m_model.major.Covering(from, to);
     const bool compressed =
-        std::all_of(SubSpans().begin() + storey.first, SubSpans().begin() + storey.last,
+        std::all_of(m_model.subSpans.begin() + storey.first, m_model.subSpans.begin() + storey.last,
                     [](const Steel::CSubSpan& s) { return s.GetForcesLeft().x < 0.0 && s.GetForcesRight().x < 0.0; });
-    const double leastX = std::max(LeastMomentX(), LEAST_SHARE * m_major.Largest());
-    const double leastY = std::max(LeastMomentY(), LEAST_SHARE * m_minor.Largest());
-    return compressed && IsStraight(m_major, from, to, leastX) && IsStraight(m_minor, from, to, leastY);
+    const double leastX = std::max(m_model.LeastMomentX(), LEAST_SHARE * m_model.major.Largest());
+    const double leastY = std::max(m_model.LeastMomentY(), LEAST_SHARE * m_model.minor.Largest());
+    return compressed && IsStraight(m_model.major, from, to, leastX) && IsStraight(m_model.minor, from, to, leastY);
 }
 
-// Positions at which a column in simple construction is held in both directions.
-void CSteelMemberBS5950::FindLevels()
+// Annex B.2: λLT = (π² E/py)^0.5 (Mp/Mcr)^0.5 with Mp = βW Sx py.
+SlendernessLT LateralRules::ElasticSlenderness(const SpanResult& span, const Classification& c) const
 {
-    m_levels.clear();
-    if (!m_options.simpleColumn) return;
-    for (int i = 0; i < static_cast<int>(MemberPoints().size()); ++i)
-        if (PointHeld(BucklingMode::Major, i) && PointHeld(BucklingMode::Minor, i))
-            m_levels.push_back(MemberPoints()[static_cast<std::size_t>(i)].GetPos());
+    SlendernessLT lt;
+    lt.betaW = BetaW(m_model.Properties(), c);
+    const double Mp = c.Wx * c.pyMomentX;
+    lt.lambdaLT = std::sqrt(std::numbers::pi * std::numbers::pi * m_model.Steel().E / c.pyMomentX) *
+                  std::sqrt(Mp / span.elastic->Mcr);
+    lt.source = L"Annex B.2, elastic Mcr";
+    return lt;
 }
 
 // The smallest Mb of the flanges that are compressed, each with the class of the places where its moment compresses it. An elastic
 // critical moment is that of both flanges.
-void CSteelMemberBS5950::SetBendingResistance(SpanResult& span) const
+void LateralRules::SetResistance(SpanResult& span) const
 {
-    const SectionProperties& s = m_section.Properties();
-    const Material& m = m_section.Steel();
-    const SpanClass classes(s, m, SubSpans(), MomentsX(span.turned), MomentsY(span.turned));
+    const SectionProperties& s = m_model.Properties();
+    const Material& m = m_model.Steel();
+    const SpanClass classes(s, m, m_model.subSpans, m_model.MomentsX(span.turned), m_model.MomentsY(span.turned));
     const double LE = span.applied ? span.LE : 0.0;
     bool first = true;
     for (const Flange f : FLANGES) {
@@ -240,9 +247,8 @@ void CSteelMemberBS5950::SetBendingResistance(SpanResult& span) const
         if (span.elastic) {
             lt = ElasticSlenderness(span, c);
             resistance = BendingStrength(lt.lambdaLT, c.pyMomentX, s.IsWelded(), m.E) * c.Wx;
-        } else if (span.applied && IsSimpleColumn(span)) {
-            const auto [from, to] = StoreyOf(span);
-            lt.lambda = (to - from) / s.ry;
+        } else if (span.applied && span.simpleColumn) {
+            lt.lambda = span.storey / s.ry;
             lt.lambdaLT = 0.5 * lt.lambda;
             lt.source = L"4.7.7";
             resistance = BendingStrength(lt.lambdaLT, c.pyMomentX, s.IsWelded(), m.E) * c.Wx;
@@ -261,61 +267,59 @@ void CSteelMemberBS5950::SetBendingResistance(SpanResult& span) const
 
 // mLT. Table 18 reads the whole diagram; it serves a flange where the largest moment of either sign compresses it. The elastic
 // critical moment has the shape of the moments in it.
-double CSteelMemberBS5950::LateralFactor(const SpanResult& span) const
+double LateralRules::MomentFactor(const SpanResult& span) const
 {
-    if (span.elastic) return Factor(1.0, 1.0);
+    if (span.elastic) return m_model.Factor(1.0, 1.0);
     const bool uniform = span.destabilising || span.cantilever; // 4.3.6.6
     const bool largest = BelongsToBoth(span) || span.effect >= span.momentX.Mmax * (1.0 - EQUAL);
     const double computed = largest ? span.momentX.factor : 1.0;
-    return Factor(computed, uniform || !span.momentX.balanced || IsSimpleColumn(span) ? 1.0 : 0.0);
+    return m_model.Factor(computed, uniform || !span.momentX.balanced || span.simpleColumn ? 1.0 : 0.0);
 }
 
-void CSteelMemberBS5950::SetLateralFactor(SpanResult& span)
+void LateralChecks::SetFactor(SpanResult& span)
 {
-    span.m = LateralFactor(span);
-    if (span.applied && span.elastic && EquivalentUniformMomentFactor().value_or(1.0) < 1.0)
-        Assume(L"mLT beside an elastic critical moment",
-               L"1.0 in place of a smaller factor given by the user: the shape of the moments is part of Mcr", 1.0);
+    span.m = m_rules.MomentFactor(span);
+    if (span.applied && span.elastic && m_model.momentFactor.value_or(1.0) < 1.0)
+        m_found.Assume(L"mLT beside an elastic critical moment",
+                       L"1.0 in place of a smaller factor given by the user: the shape of the moments is part of Mcr",
+                       1.0);
     const bool uniform = (span.destabilising || span.cantilever) && !span.elastic;
-    if (span.applied && uniform && EquivalentUniformMomentFactor().value_or(1.0) < 1.0)
-        Assume(L"mLT under destabilising loads", L"1.0 in place of a smaller factor given by the user (4.3.6.6)", 1.0);
-    if (span.applied && uniform && !EquivalentUniformMomentFactor())
-        Assume(L"mLT", L"1.0 for a destabilising load or a cantilever (4.3.6.6)", 1.0);
+    if (span.applied && uniform && m_model.momentFactor.value_or(1.0) < 1.0)
+        m_found.Assume(L"mLT under destabilising loads",
+                       L"1.0 in place of a smaller factor given by the user (4.3.6.6)", 1.0);
+    if (span.applied && uniform && !m_model.momentFactor)
+        m_found.Assume(L"mLT", L"1.0 for a destabilising load or a cantilever (4.3.6.6)", 1.0);
 }
 
-bool CSteelMemberBS5950::IsLateralApplied(const SpanResult& span) const
+bool LateralRules::IsApplied(const SpanResult& span) const
 {
     // An elastic critical moment finds any section that is not held, and loads far above one that is.
-    const bool canBuckle = span.elastic || CanBuckleLaterally(m_section.Properties());
+    const bool canBuckle = span.elastic || CanBuckleLaterally(m_model.Properties());
     return span.sense != CCodeShare::LT_COMP_NONE && !span.continuous && canBuckle &&
            !(span.overridden && span.LE == 0.0);
 }
 
-void CSteelMemberBS5950::CheckLateral(SpanResult& span)
+void LateralChecks::Check(SpanResult& span)
 {
-    const bool text = Result() && Result()->TextEnabled();
     span.Mx = span.effect;
-    span.applied = IsLateralApplied(span);
-    if (text) Text(*this).LateralTitle(span);
-    if (span.applied && !span.elastic) {
-        const Steel::CResultIndent indent(Result());
-        SetLateralLength(span);
-    } else if (span.continuous)
+    span.applied = m_rules.IsApplied(span);
+    if (span.applied && !span.elastic)
+        SetLength(span);
+    else if (span.continuous)
         span.lengthRule = L"flange held along its length (4.2.2)";
     span.slenderness = span.LE / span.radius;
-    SetBendingResistance(span);
-    SetLateralFactor(span);
+    m_rules.SetResistance(span);
+    SetFactor(span);
     if (span.applied) span.utilisation = Ratio(span.m * span.effect, span.resistance);
-    RecordLateral(span);
-    if (text) Text(*this).Lateral(span);
+    Record(span);
 }
 
-void CSteelMemberBS5950::RecordLateral(const SpanResult& span)
+void LateralChecks::Record(const SpanResult& span)
 {
     LedgerEntry e = SpanEntry(Rule::LateralTorsional, span);
-    e.clause = IsSimpleColumn(span) ? L"4.7.7" : m_section.Properties().shape == Shape::Angle ? L"4.3.8" : L"4.3.6";
+    e.clause = span.simpleColumn ? L"4.7.7" : m_model.Properties().shape == Shape::Angle ? L"4.3.8" : L"4.3.6";
     e.resistance = span.resistance;
-    e.symbol = IsSimpleColumn(span) ? L"Mbs" : L"Mb";
+    e.symbol = span.simpleColumn ? L"Mbs" : L"Mb";
     e.quantity = span.resistance > 0.0 ? Quantity::Moment : Quantity::None;
     if (span.applied) {
         e.utilisation = CMemberResult::InfinitiseNANs(span.utilisation);
@@ -331,30 +335,30 @@ void CSteelMemberBS5950::RecordLateral(const SpanResult& span)
     } else {
         e.status = CheckStatus::NotApplicable;
         e.reason = span.continuous ? L"the flange is held along the span (4.2.2)"
-                   : !CanBuckleLaterally(m_section.Properties())
+                   : !CanBuckleLaterally(m_model.Properties())
                        ? L"the section does not buckle laterally about x-x (4.3.6.1)"
                    : span.momentX.Mmax == 0.0               ? L"no moment about the major axis"
                    : span.sense == CCodeShare::LT_COMP_NONE ? L"no moment beyond the tolerance compresses the flange"
                                                             : L"the effective length given is zero";
     }
-    m_ledger.Add(e);
+    m_found.ledger.Add(e);
 }
 
 // Sections stiffer about y-y, such as wide tees (B.2.8 b) and hollow sections laid flat, buckle laterally under moment
 // about y-y.
-void CSteelMemberBS5950::RecordMinorAxisLateral()
+void LateralChecks::RecordMinorAxis()
 {
-    const SectionProperties& s = m_section.Properties();
-    if (!(s.Iy > s.Ix * (1.0 + 1e-9)) || s.shape == Shape::Angle || m_minor.Largest() <= LeastMomentY()) return;
+    const SectionProperties& s = m_model.Properties();
+    if (!(s.Iy > s.Ix * (1.0 + 1e-9)) || s.shape == Shape::Angle || m_model.minor.Largest() <= m_model.LeastMomentY())
+        return;
     LedgerEntry e;
     e.rule = Rule::LateralTorsional;
     e.clause = s.shape == Shape::Tee ? L"B.2.8 b" : L"4.3.6";
-    e.start = MemberPoints().front().GetPos();
-    e.end = MemberPoints().back().GetPos();
+    e.start = m_model.points.front().GetPos();
+    e.end = m_model.points.back().GetPos();
     e.status = CheckStatus::NotEvaluated;
     e.reason = L"lateral-torsional buckling under moment about y-y, the stiffer axis, is not covered";
-    m_ledger.Add(e);
-    if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
+    m_found.ledger.Add(e);
 }
 
 } // namespace Keltrix::BS5950

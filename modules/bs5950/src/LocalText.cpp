@@ -36,9 +36,9 @@ const wchar_t* ReadingName(Reading reading)
 
 } // namespace
 
-void CSteelMemberBS5950::Text::Class(const PositionResult& p)
+void MemberText::Class(const PositionResult& p)
 {
-    const CString py = m_fmt.NoDim(m_member.Steel().py * 1e-6);
+    const CString py = m_fmt.NoDim(m_model.Steel().py * 1e-6);
     Line(L"Class <b>%i</b> <i>cl. 3.5</i>, ε = (275/py)^0.5 = (275/%s)^0.5 = %s, r1 = %s, r2 = %s", p.cls.cls, py,
          m_fmt.NoDim(p.cls.epsilon), m_fmt.NoDim(p.cls.r1), m_fmt.NoDim(p.cls.r2));
     const CResultIndent indent(&m_result);
@@ -55,7 +55,7 @@ void CSteelMemberBS5950::Text::Class(const PositionResult& p)
              m_fmt.Stress(p.cls.pyCompression), m_fmt.Stress(p.cls.pyMomentX), m_fmt.Stress(p.cls.pyMomentY));
 }
 
-void CSteelMemberBS5950::Text::Element(const ElementClass& e)
+void MemberText::Element(const ElementClass& e)
 {
     if (!e.compressed) {
         Line(L"%s %s = %s: not in compression", e.element, e.ratioName, m_fmt.NoDim(e.ratio));
@@ -71,11 +71,11 @@ void CSteelMemberBS5950::Text::Element(const ElementClass& e)
          limit(1), limit(2), e.cls, e.source);
 }
 
-void CSteelMemberBS5950::Text::Tension(const PositionResult& p)
+void MemberText::Tension(const PositionResult& p)
 {
-    const SectionProperties& s = m_member.Properties();
-    const Material& m = m_member.Steel();
-    const double netGross = m_member.m_section.Design().netGross;
+    const SectionProperties& s = m_model.Properties();
+    const Material& m = m_model.Steel();
+    const double netGross = m_model.section.Design().netGross;
     const double Ae = s.A * std::min(1.0, m.Ke * netGross);
     const CString Ft = m_fmt.Force(p.actions.F);
     Line(L"Tension <i>cl. 4.6.1, 3.4.3</i>: Ae = min(Ke (net/gross) A, A) = min(%s * %s * %s, %s) = %s",
@@ -90,21 +90,21 @@ void CSteelMemberBS5950::Text::Tension(const PositionResult& p)
     Line(L"\tFt/Pt = %s/%s = %s", Ft, m_fmt.Force(p.Pte), Verdict(p.actions.F / p.Pte, true));
 }
 
-void CSteelMemberBS5950::Text::Axial(const PositionResult& p)
+void MemberText::Axial(const PositionResult& p)
 {
     if (p.actions.F > 0.0) Tension(p);
     if (!(p.actions.F < 0.0)) return;
-    const wchar_t* const area = p.cls.Aeff < m_member.Properties().A ? L"Aeff" : L"Ag";
-    const wchar_t* const py = p.cls.pyCompression < m_member.Steel().py ? L"pyr" : L"py";
+    const wchar_t* const area = p.cls.Aeff < m_model.Properties().A ? L"Aeff" : L"Ag";
+    const wchar_t* const py = p.cls.pyCompression < m_model.Steel().py ? L"pyr" : L"py";
     Line(L"Compression <i>cl. 4.8.3.2</i>: Pz = %s %s = %s * %s = %s", area, py, Area(p.cls.Aeff),
          m_fmt.Stress(p.cls.pyCompression), m_fmt.Force(p.Pz));
     Line(L"\tFc/Pz = %s/%s = %s", m_fmt.Force(-p.actions.F), m_fmt.Force(p.Pz), Verdict(p.axial, true));
 }
 
-void CSteelMemberBS5950::Text::Shear(const PositionResult& p)
+void MemberText::Shear(const PositionResult& p)
 {
-    const SectionProperties& s = m_member.Properties();
-    const CString py = m_fmt.Stress(m_member.Steel().py);
+    const SectionProperties& s = m_model.Properties();
+    const CString py = m_fmt.Stress(m_model.Steel().py);
     const auto ratio = [&](const wchar_t* V, const wchar_t* P, double force, double capacity, double utilisation) {
         Line(L"\t%s/%s = %s/%s = %s", V, P, m_fmt.Force(force), m_fmt.Force(capacity), Verdict(utilisation, true));
     };
@@ -128,11 +128,11 @@ void CSteelMemberBS5950::Text::Shear(const PositionResult& p)
     }
 }
 
-void CSteelMemberBS5950::Text::ShearBuckling(Axis direction, double depth, double thickness, double Vw)
+void MemberText::ShearBuckling(Axis direction, double depth, double thickness, double Vw)
 {
-    const SectionProperties& s = m_member.Properties();
-    const double spacing = m_member.m_options.stiffenerSpacing;
-    const double py = m_member.Steel().py;
+    const SectionProperties& s = m_model.Properties();
+    const double spacing = m_model.options.stiffenerSpacing;
+    const double py = m_model.Steel().py;
     const bool stiffened = direction == Axis::Y && spacing > 0.0;
     const CString stiffeners =
         stiffened ? CString(L"stiffeners ") + m_fmt.Length(spacing) + L" apart" : CString(L"no stiffeners");
@@ -150,7 +150,7 @@ void CSteelMemberBS5950::Text::ShearBuckling(Axis direction, double depth, doubl
 }
 
 // Capacity, class modulus, and what high shear takes off, about one axis.
-struct CSteelMemberBS5950::Text::Bending {
+struct MemberText::Bending {
     Axis axis;
     const wchar_t* subscript;
     double effect, capacity, utilisation;
@@ -162,9 +162,9 @@ struct CSteelMemberBS5950::Text::Bending {
     bool flangesOnly;
 };
 
-void CSteelMemberBS5950::Text::Moment(const PositionResult& p)
+void MemberText::Moment(const PositionResult& p)
 {
-    const SectionProperties& s = m_member.Properties();
+    const SectionProperties& s = m_model.Properties();
     const bool angle = s.shape == Shape::Angle;
     if (angle && (p.momentMajor != 0.0 || p.momentMinor != 0.0)) PrincipalMoments(p);
     Moment({Axis::X, angle ? L"u" : L"x", p.momentMajor, p.Mcx, p.major, p.cls.pyMomentX, p.cls.Wx, p.cls.WxName,
@@ -175,9 +175,9 @@ void CSteelMemberBS5950::Text::Moment(const PositionResult& p)
            p.cls);
 }
 
-void CSteelMemberBS5950::Text::PrincipalMoments(const PositionResult& p)
+void MemberText::PrincipalMoments(const PositionResult& p)
 {
-    const SectionProperties& s = m_member.Properties();
+    const SectionProperties& s = m_model.Properties();
     const CString c = m_fmt.NoDim(std::cos(s.alpha));
     const CString n = m_fmt.NoDim(std::sin(s.alpha));
     const CString Mx = m_fmt.Moment(p.actions.Mx);
@@ -188,12 +188,12 @@ void CSteelMemberBS5950::Text::PrincipalMoments(const PositionResult& p)
     Line(L"\tMv = |My cos α - Mx sin α| = |%s * %s - %s * %s| = %s", My, c, Mx, n, m_fmt.Moment(p.momentMinor));
 }
 
-void CSteelMemberBS5950::Text::Moment(const Bending& b, const Classification& c)
+void MemberText::Moment(const Bending& b, const Classification& c)
 {
     if (b.effect == 0.0) return;
-    const SectionProperties& s = m_member.Properties();
+    const SectionProperties& s = m_model.Properties();
     const CString py = m_fmt.Stress(b.py);
-    const wchar_t* const strength = b.py < m_member.Steel().py ? L"pyr" : L"py";
+    const wchar_t* const strength = b.py < m_model.Steel().py ? L"pyr" : L"py";
     if (b.flangesOnly) {
         FlangesOnly(b, c);
     } else {
@@ -213,7 +213,7 @@ void CSteelMemberBS5950::Text::Moment(const Bending& b, const Classification& c)
             else
                 numbers.Format(values, Volume(b.W), m_fmt.NoDim(rho), Volume(b.Sv));
         }
-        const CString limit = m_fmt.NoDim(std::min(m_member.m_section.Design().plasElas, 1.5));
+        const CString limit = m_fmt.NoDim(std::min(m_model.section.Design().plasElas, 1.5));
         Line(L"Moment <i>cl. 4.2.5</i>: Mc%s = min(%s %s, %s %s Z) = min(%s * %s, %s * %s * %s) = %s", b.subscript,
              strength, reduced, limit, strength, py, numbers, limit, py, Volume(b.Z), m_fmt.Moment(b.capacity));
     }
@@ -221,7 +221,7 @@ void CSteelMemberBS5950::Text::Moment(const Bending& b, const Classification& c)
          Verdict(b.utilisation, true));
 }
 
-void CSteelMemberBS5950::Text::HighShear(const Bending& b, double rho)
+void MemberText::HighShear(const Bending& b, double rho)
 {
     if (rho < 1.0)
         Line(L"High shear <i>cl. 4.2.5.3</i>: Fv > 0.6 Pv, ρ = (2 Fv/Pv - 1)² = (2 * %s/%s - 1)² = %s",
@@ -230,9 +230,9 @@ void CSteelMemberBS5950::Text::HighShear(const Bending& b, double rho)
         Line(L"High shear <i>cl. 4.2.5.3</i>: ρ = 1, because Fv is not below Pv");
 }
 
-void CSteelMemberBS5950::Text::FlangesOnly(const Bending& b, const Classification& c)
+void MemberText::FlangesOnly(const Bending& b, const Classification& c)
 {
-    const SectionProperties& s = m_member.Properties();
+    const SectionProperties& s = m_model.Properties();
     const bool x = b.axis == Axis::X;
     if (!FlangesAloneMayCarryMoment(c, b.axis)) {
         Line(
@@ -245,17 +245,17 @@ void CSteelMemberBS5950::Text::FlangesOnly(const Bending& b, const Classificatio
     const double thickness = x ? (first ? s.T : s.T2) : s.t;
     const double arm = x ? s.hs : s.B - s.t;
     Line(L"Moment <i>cl. 4.4.4.2</i>: thin web with Fv > 0.6 Vw, the flanges alone carry the moment");
-    Line(L"\tMc%s = py B T hs = %s * %s * %s * %s = %s", b.subscript, m_fmt.Stress(m_member.Steel().py), Small(width),
+    Line(L"\tMc%s = py B T hs = %s * %s * %s * %s = %s", b.subscript, m_fmt.Stress(m_model.Steel().py), Small(width),
          Small(thickness), Small(arm), m_fmt.Moment(b.capacity));
 }
 
-void CSteelMemberBS5950::Text::Combined(const PositionResult& p)
+void MemberText::Combined(const PositionResult& p)
 {
     if (KindsOfAction(p) < 2) return;
     const double F = p.actions.F;
     const wchar_t* const clause = CombinationClause(p);
     if (p.Mrx > 0.0) return MoreExact(p);
-    const bool angle = m_member.Properties().shape == Shape::Angle;
+    const bool angle = m_model.Properties().shape == Shape::Angle;
     const CString u = m_fmt.Util(p.major);
     const CString v = m_fmt.Util(p.minor);
     const wchar_t* const moments = angle ? L"Mu/Mcu + Mv/Mcv" : L"Mx/Mcx + My/Mcy";
@@ -271,10 +271,10 @@ void CSteelMemberBS5950::Text::Combined(const PositionResult& p)
          Verdict(term + p.major + p.minor, true));
 }
 
-void CSteelMemberBS5950::Text::MoreExact(const PositionResult& p)
+void MemberText::MoreExact(const PositionResult& p)
 {
-    const SectionProperties& s = m_member.Properties();
-    const double py = m_member.Steel().py;
+    const SectionProperties& s = m_model.Properties();
+    const double py = m_model.Steel().py;
     const double F = std::abs(p.actions.F);
     const double n = F / (s.A * py);
     const CString strength = m_fmt.Stress(py);
@@ -297,9 +297,9 @@ void CSteelMemberBS5950::Text::MoreExact(const PositionResult& p)
          Verdict(p.combined, true));
 }
 
-void CSteelMemberBS5950::Text::Position(std::size_t index)
+void MemberText::Position(std::size_t index)
 {
-    const PositionResult& p = m_member.m_positions[index];
+    const PositionResult& p = m_found.positions[index];
     const Actions& a = p.actions;
     m_result.SetCurSubSpan(p.Entry());
     BeginPart(p.x, p.x, p.Entry());
@@ -320,15 +320,15 @@ void CSteelMemberBS5950::Text::Position(std::size_t index)
     Shear(p);
     Moment(p);
     Combined(p);
-    const LedgerEntry* torsion = m_member.m_ledger.Find(Rule::Torsion);
+    const LedgerEntry* torsion = m_found.ledger.Find(Rule::Torsion);
     if (torsion && torsion->status == CheckStatus::NotEvaluated && a.Mt != 0.0)
         Line(L"<red>NOT CHECKED</red>: torsion of %s. BS 5950-1:2000 has no rule for torsion; check it by other means.",
              m_fmt.Moment(a.Mt));
 }
 
-void CSteelMemberBS5950::Text::Local(bool alongMember)
+void MemberText::Local(bool alongMember)
 {
-    const std::vector<PositionResult>& positions = m_member.m_positions;
+    const std::vector<PositionResult>& positions = m_found.positions;
     std::size_t worst = 0;
     bool any = false;
     for (std::size_t i = 0; i < positions.size(); ++i) {
@@ -340,14 +340,14 @@ void CSteelMemberBS5950::Text::Local(bool alongMember)
         if (alongMember) Position(i);
     }
     if (!alongMember && !any && !positions.empty()) Position(worst);
-    for (const WebLoadResult& load : m_member.m_webLoads)
+    for (const WebLoadResult& load : m_found.webLoads)
         ConcentratedLoad(load);
 }
 
-void CSteelMemberBS5950::Text::ConcentratedLoad(const WebLoadResult& w)
+void MemberText::ConcentratedLoad(const WebLoadResult& w)
 {
-    const SectionProperties& s = m_member.Properties();
-    const int entry = w.Entry(static_cast<int>(m_member.SubSpans().size()));
+    const SectionProperties& s = m_model.Properties();
+    const int entry = w.Entry(static_cast<int>(m_model.subSpans.size()));
     m_result.SetCurSubSpan(entry);
     BeginPart(w.x, w.x, entry);
     Line(L"<h5>Web under %s of %s at %s</h5>", w.onFlange1 ? L"a load" : L"a reaction or an upward load",
@@ -358,7 +358,7 @@ void CSteelMemberBS5950::Text::ConcentratedLoad(const WebLoadResult& w)
     const CString spread = Small(w.load.stiffBearing) + L" + " + m_fmt.NoDim(n) + L" * " + Small(k);
     Line(L"k = %s, n = min(5, 2 + 0.6 be/k) = min(5, 2 + 0.6 * %s/%s) = %s <i>cl. 4.5.2.1</i>", Small(k),
          Small(w.load.bearingToEnd), Small(k), m_fmt.NoDim(n));
-    Line(L"Pbw = (b1 + n k) t py = (%s) * %s * %s = %s", spread, Small(s.t), m_fmt.Stress(m_member.Steel().py),
+    Line(L"Pbw = (b1 + n k) t py = (%s) * %s * %s = %s", spread, Small(s.t), m_fmt.Stress(m_model.Steel().py),
          m_fmt.Force(w.Pbw));
     Line(L"\tF/Pbw = %s/%s = %s", m_fmt.Force(w.force), m_fmt.Force(w.Pbw), Verdict(w.force / w.Pbw, true));
     if (!w.held) {
@@ -373,7 +373,7 @@ void CSteelMemberBS5950::Text::ConcentratedLoad(const WebLoadResult& w)
         numbers.Format(L" * (%s + 0.7 * %s)/(1.4 * %s)", Small(ae), Small(s.d), Small(s.d));
     }
     Line(L"Px = 25 ε t/((b1 + n k) d)^0.5 Pbw%s = 25 * %s * %s/((%s) * %s)^0.5 * %s%s = %s <i>cl. 4.5.3.1</i>", share,
-         m_fmt.NoDim(Epsilon(m_member.Steel().py)), Small(s.t), spread, Small(s.d), m_fmt.Force(w.Pbw), numbers,
+         m_fmt.NoDim(Epsilon(m_model.Steel().py)), Small(s.t), spread, Small(s.d), m_fmt.Force(w.Pbw), numbers,
          m_fmt.Force(w.Px));
     Line(L"\tF/Px = %s/%s = %s", m_fmt.Force(w.force), m_fmt.Force(w.Px), Verdict(w.force / w.Px, true));
 }

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "MemberCheck.h"
+#include "keltrix/bs5950/SteelMemberBS5950.h"
+
 namespace Keltrix::BS5950 {
 
 using Steel::CMemberResult;
@@ -24,12 +27,12 @@ const wchar_t* FabricationName(Fabrication fabrication)
 
 } // namespace
 
-CString CSteelMemberBS5950::Text::Verdict(double utilisation, bool inclusive) const
+CString MemberText::Verdict(double utilisation, bool inclusive) const
 {
     const double u = CMemberResult::InfinitiseNANs(utilisation);
     const bool fails = inclusive ? u >= 1.0 : u > 1.0;
     if (m_isInPart) {
-        Design::CalculationPart& part = m_member.m_parts.back().second;
+        Design::CalculationPart& part = m_found.parts.back().second;
         if (!(part.utilisation >= u)) part.utilisation = u;
         part.isMarked = part.isMarked || fails;
     }
@@ -38,9 +41,9 @@ CString CSteelMemberBS5950::Text::Verdict(double utilisation, bool inclusive) co
     return text;
 }
 
-void CSteelMemberBS5950::Text::BeginPart(double start, double end, int entry)
+void MemberText::BeginPart(double start, double end, int entry)
 {
-    m_member.m_parts.emplace_back(entry, Design::CalculationPart{start, end});
+    m_found.parts.emplace_back(entry, Design::CalculationPart{start, end});
     m_isInPart = true;
 }
 
@@ -56,32 +59,24 @@ CString Figures(double value, const wchar_t* unit)
 
 } // namespace
 
-CString CSteelMemberBS5950::Text::Volume(double m3) const { return Figures(m3 * 1e6, L"cm³"); }
+CString MemberText::Volume(double m3) const { return Figures(m3 * 1e6, L"cm³"); }
 
-CString CSteelMemberBS5950::Text::Area(double m2) const { return Figures(m2 * 1e4, L"cm²"); }
+CString MemberText::Area(double m2) const { return Figures(m2 * 1e4, L"cm²"); }
 
-CString CSteelMemberBS5950::Text::Small(double m) const { return Figures(m * 1e2, L"cm"); }
+CString MemberText::Small(double m) const { return Figures(m * 1e2, L"cm"); }
 
-void CSteelMemberBS5950::Text::Refusal(const wchar_t* reason) { Line(L"<red><b>Not checked:</b></red> %s", reason); }
-
-void CSteelMemberBS5950::Text::Warnings()
+void MemberText::Warnings()
 {
-    for (const Design::Warning& warning : m_member.m_warnings)
+    for (const Design::Warning& warning : m_found.warnings)
         Line(L"<red><b>WARNING:</b></red> %s", warning.text);
 }
 
-void CSteelMemberBS5950::Text::BucklingTitle()
-{
-    Line(L"<h4>Buckling checks:</h4>");
-    Warnings();
-}
-
-void CSteelMemberBS5950::Text::LedgerTable()
+void MemberText::LedgerTable()
 {
     Line(L"<h4>Ledger of checks:</h4>");
     CString rows = L"<table><align left>Clause\tRule\tStatus\tWhere\tUtilisation\tResistance\n";
-    std::vector<LedgerEntry> entries = m_member.m_ledger.Entries();
-    for (const LedgerEntry& e : m_member.Information())
+    std::vector<LedgerEntry> entries = m_found.ledger.Entries();
+    for (const LedgerEntry& e : Information(m_model, m_found))
         entries.push_back(e);
     for (const LedgerEntry& e : entries) {
         CString where;
@@ -106,11 +101,11 @@ void CSteelMemberBS5950::Text::LedgerTable()
     m_result.AddOutputString(rows);
 }
 
-void CSteelMemberBS5950::Text::Summary()
+void MemberText::Summary()
 {
     Line(L"<h4>Assumptions:</h4>");
-    if (m_member.m_assumptions.empty()) Line(L"\tnone");
-    for (const Assumption& a : m_member.m_assumptions)
+    if (m_found.assumptions.empty()) Line(L"\tnone");
+    for (const Assumption& a : m_found.assumptions)
         Line(L"\t<b>%s</b>: %s", a.name, AssumptionText(a, m_fmt));
     LedgerTable();
 }

@@ -2,21 +2,24 @@
 
 #include <string_view>
 
-#include "keltrix/bs5950/SteelMemberBS5950.h"
+#include "MemberModel.h"
 
 namespace Keltrix::BS5950 {
 
-/// Writes what a check found into the text of the attached result. Made only where text is enabled.
-class CSteelMemberBS5950::Text {
+/// Writes what a check found into the text of a result, and notes its parts. Made only where text is enabled.
+class MemberText {
 public:
-    explicit Text(CSteelMemberBS5950& member) :
-        m_member(member), m_result(*member.Result()), m_fmt(m_result.DesFormat())
+    /// Everything is borrowed.
+    MemberText(const MemberModel& model, MemberResults& found, Steel::CMemberResult& result) :
+        m_model(model), m_found(found), m_result(result), m_fmt(result.DesFormat())
     {}
 
-    void Refusal(const wchar_t* reason);
     void Warnings();
+    /// With `alongMember` every position, otherwise those above 1.0 or else the one of the largest utilisation.
     void Local(bool alongMember);
-    void BucklingTitle();
+    void Buckling();
+
+private:
     void Flexural(const SpanResult& span);
     void LateralTitle(const SpanResult& span);
     void Lateral(const SpanResult& span);
@@ -25,8 +28,6 @@ public:
     void ElasticOffers();
     /// Assumptions, rules not evaluated and the ledger.
     void Summary();
-
-private:
     void Position(std::size_t index);
     struct Bending;
     void Class(const PositionResult& p);
@@ -62,13 +63,13 @@ private:
     /// Begins a part of the calculation, whose heading is the next line, in the present entry of the result.
     void BeginPart(double start, double end, int entry);
     /// Entry of the buckling checks.
-    int LastEntry() const { return 2 * static_cast<int>(m_member.SubSpans().size()) + 1; }
+    int LastEntry() const { return 2 * static_cast<int>(m_model.subSpans.size()) + 1; }
 
     template <class... Args>
     void Line(const wchar_t* format, const Args&... args)
     {
         if (m_isInPart && std::wstring_view(format).find(L"<red>") != std::wstring_view::npos)
-            m_member.m_parts.back().second.isMarked = true;
+            m_found.parts.back().second.isMarked = true;
         CString text;
         text.Format(format, args...);
         text += L"\n";
@@ -81,7 +82,8 @@ private:
     /// A dimension of the section, in cm.
     CString Small(double m) const;
 
-    CSteelMemberBS5950& m_member;
+    const MemberModel& m_model;
+    MemberResults& m_found;
     Steel::CMemberResult& m_result;
     const CDesFormat& m_fmt;
     bool m_isInPart = false;

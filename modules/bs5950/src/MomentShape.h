@@ -1,6 +1,6 @@
 #pragma once
 
-#include "keltrix/bs5950/SteelMemberBS5950.h"
+#include "keltrix/bs5950/Results.h"
 
 namespace Keltrix::BS5950 {
 

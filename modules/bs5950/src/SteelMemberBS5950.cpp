@@ -4,31 +4,14 @@
 #include <cmath>
 #include <limits>
 
+#include "MemberCheck.h"
 #include "MemberText.h"
+#include "ResultRecord.h"
 
 namespace Keltrix::BS5950 {
 
 using Design::Subject;
 using Steel::CMemberResult;
-
-const wchar_t* LoadPatternName(LoadPattern pattern)
-{
-    switch (pattern) {
-    case LoadPattern::None:
-        return L"no moment";
-    case LoadPattern::EndMoments:
-        return L"end moments only";
-    case LoadPattern::Uniform:
-        return L"uniform load";
-    case LoadPattern::CentralPoint:
-        return L"central point load";
-    case LoadPattern::PointLoads:
-        return L"point loads";
-    case LoadPattern::General:
-        break;
-    }
-    return L"distributed and point loads together, or a load that varies";
-}
 
 CString CSteelMemberBS5950::DesOptName(int desOpt)
 {
@@ -40,13 +23,13 @@ void CSteelMemberBS5950::PrepareInput()
     m_section = CSectionBS5950();
     m_grade = CSteelGrade();
     m_hasGrade = false;
-    DropFindings();
+    m_found.Clear();
 }
 
 bool CSteelMemberBS5950::SetKeltrixSec(const CSection& section)
 {
     if (!m_section.SetKeltrixSec(section, Result())) return false;
-    DropFindings();
+    m_found.Clear();
     return true;
 }
 
@@ -63,53 +46,26 @@ bool CSteelMemberBS5950::SetGrade(const CSteelGrade& grade)
     m_grade = grade;
     m_hasGrade = true;
     m_section.SetSteelDesignProp(grade);
-    DropFindings();
+    m_found.Clear();
     return true;
 }
 
 void CSteelMemberBS5950::SetOptions(const DesignOptions& options)
 {
     m_options = options;
-    DropFindings();
+    m_found.Clear();
 }
 
-void CSteelMemberBS5950::DropFindings()
+bool CSteelMemberBS5950::SetMemberPointVec(const std::vector<Steel::CMemberPoint>& points)
 {
-    m_ledger.Clear();
-    m_assumptions.clear();
-    m_warnings.clear();
-    m_positions.clear();
-    m_webLoads.clear();
-    m_spans.clear();
-    m_interactions.clear();
-    m_units.clear();
-    m_elasticReason = CString();
-    m_parts.clear();
-    m_refusal = {};
-    m_class = 0;
+    m_found.Clear();
+    return CSteelMemberGen::SetMemberPointVec(points);
 }
 
-void CSteelMemberBS5950::Assume(const wchar_t* name, const wchar_t* text, double value)
+bool CSteelMemberBS5950::SetSubSpanVec(const std::vector<Steel::CSubSpan>& subSpans)
 {
-    const auto known = [&](const Assumption& a) { return a.name == name; };
-    if (std::none_of(m_assumptions.begin(), m_assumptions.end(), known)) m_assumptions.push_back({name, text, value});
-}
-
-// Nothing can be checked: every rule gets its entry, and the result says so.
-void CSteelMemberBS5950::Refuse(const Design::Refusal& refusal)
-{
-    DropFindings();
-    m_refusal = refusal;
-    for (int i = 0; i < static_cast<int>(Rule::COUNT); ++i) {
-        LedgerEntry e;
-        e.rule = static_cast<Rule>(i);
-        e.clause = RuleClause(e.rule);
-        e.reason = refusal.reason;
-        m_ledger.Add(e);
-    }
-    if (!Result()) return;
-    Result()->AddFlags(CMemberResult::NOT_CHECKED | CMemberResult::WARNING);
-    if (Result()->TextEnabled()) Text(*this).Refusal(refusal.reason);
+    m_found.Clear();
+    return CSteelMemberGen::SetSubSpanVec(subSpans);
 }
 
 namespace {
@@ -169,213 +125,106 @@ Design::Refusal CSteelMemberBS5950::FindRefusal() const
     return {};
 }
 
-bool CSteelMemberBS5950::Prepare()
+// Nothing can be checked: every rule gets its entry, and the result says so.
+void CSteelMemberBS5950::Refuse(const Design::Refusal& refusal)
+{
+    m_found.Clear();
+    m_found.refusal = refusal;
+    for (int i = 0; i < static_cast<int>(Rule::COUNT); ++i) {
+        LedgerEntry e;
+        e.rule = static_cast<Rule>(i);
+        e.clause = RuleClause(e.rule);
+        e.reason = refusal.reason;
+        m_found.ledger.Add(e);
+    }
+    if (!Result()) return;
+    Result()->AddFlags(CMemberResult::NOT_CHECKED | CMemberResult::WARNING);
+    if (!Result()->TextEnabled()) return;
+    CString text;
+    text.Format(L"<red><b>Not checked:</b></red> %s\n", refusal.reason);
+    Result()->AddOutputString(text);
+}
+
+MemberInput CSteelMemberBS5950::Input() const
+{
+    return {MemberPoints(),
+            SubSpans(),
+            m_section,
+            m_options,
+            DesOpt() == MORE_EXACT,
+            LengthOverride(),
+            Lyy(),
+            Lzz(),
+            Llt(),
+            EquivalentUniformMomentFactor(),
+            CMemberResult::TextEnabled(Result()),
+            Result() ? Result()->DesFormat() : CDesFormat()};
+}
+
+bool CSteelMemberBS5950::Run(Part part, bool alongMember)
 {
     if (Result()) Result()->SetCurSubSpan(0);
     if (const Design::Refusal refusal = FindRefusal(); refusal.subject != Subject::None) {
         Refuse(refusal);
         return false;
     }
-    MakeDiagrams();
-    FindElasticUnits();
-    CollectPositions();
-    if (Result()) {
-        Result()->IniDynaArray(2 * static_cast<int>(SubSpans().size()) + 2);
-        SetLoads();
+    MemberModel model(Input());
+    MemberCheck check(model, m_found);
+    check.CheckGeneral();
+    WriteGeneral(model);
+    const int subSpans = static_cast<int>(SubSpans().size());
+    const bool text = CMemberResult::TextEnabled(Result());
+    if (part != Part::Buckling) {
+        check.CheckLocal();
+        if (Result()) WriteLocal(m_found, subSpans, *Result());
+        if (text) MemberText(model, m_found, *Result()).Local(alongMember);
     }
-    RecordGeneral();
-    RecordAssumptions();
-    RecordWarnings();
+    if (part != Part::Local) {
+        check.CheckBuckling();
+        if (Result()) WriteBuckling(m_found, subSpans, *Result());
+        if (text) MemberText(model, m_found, *Result()).Buckling();
+    }
+    m_found.major = std::move(model.major);
+    m_found.minor = std::move(model.minor);
     return true;
 }
 
-void CSteelMemberBS5950::RecordGeneral()
+void CSteelMemberBS5950::WriteGeneral(const MemberModel& model)
 {
-    m_ledger.Drop(Stage::General);
-    LedgerEntry strength;
-    strength.rule = Rule::DesignStrength;
-    strength.clause = m_section.Steel().grade == Grade::User ? L"3.1.1" : L"3.1.1, Table 9";
-    strength.status = CheckStatus::Passed;
-    strength.resistance = m_section.Steel().py;
-    strength.symbol = L"py";
-    strength.quantity = Quantity::Stress;
-    m_ledger.Add(strength);
-    RecordOutside();
-}
-
-// What the input does not hold, and what its kind of member does not need.
-void CSteelMemberBS5950::RecordOutside()
-{
-    const auto add = [this](Rule rule, CheckStatus status, const wchar_t* why) {
-        LedgerEntry e;
-        e.rule = rule;
-        e.clause = RuleClause(rule);
-        e.status = status;
-        e.reason = why;
-        m_ledger.Add(e);
-    };
-    const auto outside = [&](Rule rule, const wchar_t* why) { add(rule, CheckStatus::OutOfScope, why); };
-    const auto absent = [&](Rule rule, const wchar_t* why) { add(rule, CheckStatus::NotApplicable, why); };
-    outside(Rule::SwayStability,
-            L"a matter of the frame: forces and moments are taken as given, sway effects included");
-    outside(Rule::Robustness, L"a matter of the structure: ties and key elements");
-    outside(Rule::Fatigue, L"the input holds one set of actions, no cycles");
-    outside(Rule::BrittleFracture, L"the input has no quality of the steel at its thickness, temperature and details");
-    outside(Rule::Deflection, L"a serviceability limit; the input holds factored actions");
-    outside(Rule::Vibration, L"a serviceability limit; the input holds no masses");
-    outside(Rule::Restraints, L"the strength and stiffness of what restrains the member are not part of the input");
-    outside(Rule::Connections, L"connections are not part of the input");
-    outside(Rule::WebOpenings, L"the section is taken without openings; holes count by the net area alone");
-    absent(Rule::CompoundStruts, L"the member is one section, not laced, battened or back to back");
-    absent(
-        Rule::TensionFlange,
-        UsesElastic()
-            ? L"an alternative that is not used: the elastic critical moment has restraints of the tension flange in it"
-            : L"an alternative that is not used: each compressed flange is checked between the sections that hold it");
-    const bool angle = m_section.Properties().shape == Shape::Angle;
-    absent(Rule::AngleInteraction, angle ? L"not used: angles are judged about their principal axes by 4.3.8 and "
-                                           L"4.8.3.3.1, all terms with the worse sign"
-                                         : L"not an angle");
-    absent(Rule::SimpleColumn, m_options.simpleColumn
-                                   ? L"takes the place of the rules of lateral-torsional buckling and interaction, and "
-                                     L"stands there"
-                                   : L"the options do not say that the member is a column in simple construction");
-}
-
-void CSteelMemberBS5950::RecordAssumptions()
-{
-    const Material& m = m_section.Steel();
-    if (m_section.PlasElasAssumed())
-        Assume(L"plastic to elastic limit", L"Mc limited to 1.2 py Z (4.2.5.1), none was given", 1.2);
-    if (m_section.Design().plasElas > 1.5)
-        Assume(L"plastic to elastic limit", L"Mc limited to 1.5 py Z (4.2.5.1), more was given", 1.5);
-    if (m.keAssumed)
-        Assume(L"Ke", L"effective net area coefficient 1.0: the grade gives no tensile strength (3.4.3)", 1.0);
-    if (m.grade == Grade::User && m_grade.GetUserE() == 0.0)
-        Assume(L"modulus of elasticity", L"205 kN/mm² (3.1.3), the grade gives none", ELASTIC_MODULUS);
-    if (const wchar_t* note = FabricationNote(m_section.Properties())) Assume(L"fabrication", note, std::nan(""));
-    const Shape shape = m_section.Properties().shape;
-    if (shape == Shape::Channel || shape == Shape::Tee || shape == Shape::Angle)
-        Assume(L"line of loading", L"loads act through the shear centre, so that bending causes no torsion",
-               std::nan(""));
-    RecordLoads();
-}
-
-// The input gives no loads. Shears that differ over a sub-span are read as those of a uniform load, which fits a load of another
-// shape as well. Neighbours with the same load are named together, wherever the member is divided.
-void CSteelMemberBS5950::RecordLoads()
-{
-    std::erase_if(m_assumptions, [](const Assumption& a) { return a.isLoad; });
-    RecordLoad(m_major, L"uniform load, major axis", 1.0);
-    RecordLoad(m_minor, L"uniform load, minor axis", -1.0);
-}
-
-void CSteelMemberBS5950::RecordLoad(const Design::MomentDiagram& moments, const wchar_t* name, double sign)
-{
-    double largest = 0.0;
-    for (const auto& piece : moments.Pieces())
-        largest = std::max({largest, std::abs(piece.shearLeft), std::abs(piece.shearRight)});
-    constexpr double SAME = 1e-6;
-    Assumption* before = nullptr;
-    for (const auto& piece : moments.Pieces()) {
-        if (!(piece.length > 0.0)) continue;
-        const double load = sign * (piece.shearRight - piece.shearLeft) / piece.length;
-        const bool loaded = std::abs(piece.shearRight - piece.shearLeft) > SAME * largest;
-        if (loaded && before && std::abs(load - before->value) <= SAME * std::abs(load)) {
-            before->end = piece.End();
-            continue;
-        }
-        before = nullptr;
-        if (!loaded) continue;
-        m_assumptions.push_back(
-            {name,
-             L"shears that differ over a sub-span are read as a uniform load, though a load of another "
-             L"shape inside it has the same shears",
-             load, piece.start, piece.End(), true});
-        before = &m_assumptions.back();
-    }
-}
-
-void CSteelMemberBS5950::RecordWarnings()
-{
-    m_warnings.clear();
-    const CDesFormat fmt = Result() ? Result()->DesFormat() : CDesFormat();
-    for (int k = 0; k < static_cast<int>(SubSpans().size()); ++k)
-        for (const auto bending : {Design::Bending::Major, Design::Bending::Minor}) {
-            const Design::MomentDiagram& moments = bending == Design::Bending::Major ? m_major : m_minor;
-            const Design::MomentDiagram::Piece& piece = moments.At(k);
-            if (piece.balance.balanced) continue;
-            m_warnings.push_back({Design::WarningKind::UnbalancedForces,
-                                  Design::UnbalancedText(k + 1, bending, piece, fmt), k, piece.start, piece.End()});
-        }
-    const double factor = EquivalentUniformMomentFactor().value_or(1.0);
-    if (factor < 0.4) {
-        CString text;
-        text.Format(
-            L"the equivalent uniform moment factor is given as %s; no table of the standard has one below 0.4 (Tables "
-            L"18 and 26)",
-            fmt.NoDim(factor));
-        m_warnings.push_back({Design::WarningKind::LowMomentFactor, text, -1, std::nan(""), std::nan("")});
-    }
-    RecordElasticWarnings();
-    if (m_warnings.empty() || !Result()) return;
+    if (!Result()) return;
+    Result()->IniDynaArray(2 * static_cast<int>(SubSpans().size()) + 2);
+    WriteLoads(m_found, *Result());
+    if (m_found.warnings.empty()) return;
     Result()->AddFlags(CMemberResult::WARNING);
-    if (Result()->TextEnabled()) Text(*this).Warnings();
+    if (Result()->TextEnabled()) MemberText(model, m_found, *Result()).Warnings();
 }
 
-void CSteelMemberBS5950::SetLoads()
+bool CSteelMemberBS5950::CheckLocal(bool alongMember)
 {
-    int loads = 0;
-    for (const PositionResult& p : m_positions) {
-        if (p.actions.F != 0.0) loads |= CMemberResult::LOAD_AXIAL;
-        if (p.actions.Mx != 0.0 || p.actions.Fvy > 1.0) loads |= CMemberResult::LOAD_MAJOR;
-        if (p.actions.My != 0.0 || p.actions.Fvx > 1.0) loads |= CMemberResult::LOAD_MINOR;
-        if (std::abs(p.actions.Mt) > 1.0) loads |= CMemberResult::LOAD_TORSION;
-    }
-    Result()->SetLoadFlags(loads);
+    return Run(Part::Local, alongMember) && !m_found.ledger.HasFailed(Stage::Local) &&
+           !m_found.ledger.IsOpen(Stage::Local);
 }
 
-bool CSteelMemberBS5950::SetMemberPointVec(const std::vector<Steel::CMemberPoint>& points)
+bool CSteelMemberBS5950::CheckBuckling()
 {
-    DropFindings();
-    return CSteelMemberGen::SetMemberPointVec(points);
-}
-
-bool CSteelMemberBS5950::SetSubSpanVec(const std::vector<Steel::CSubSpan>& subSpans)
-{
-    DropFindings();
-    return CSteelMemberGen::SetSubSpanVec(subSpans);
+    return Run(Part::Buckling, true) && !m_found.ledger.HasFailed(Stage::Buckling) &&
+           !m_found.ledger.IsOpen(Stage::Buckling);
 }
 
 bool CSteelMemberBS5950::Check()
 {
-    if (Result()) {
+    if (CMemberResult::TextEnabled(Result())) {
         Result()->SetCurSubSpan(0);
-        if (Result()->TextEnabled()) ReportInput(GetSectionText(Result()->DesFormat()));
+        ReportInput(GetSectionText(Result()->DesFormat()));
     }
-    DropFindings();
-    if (!Prepare()) return false;
-    RunLocal(true);
-    RunBuckling();
-    return Status() == Design::Status::Passed;
+    m_found.Clear();
+    return Run(Part::Both, true) && Status() == Design::Status::Passed;
 }
 
-ResistanceSummary CSteelMemberBS5950::Resistances() const
+std::vector<LedgerEntry> CSteelMemberBS5950::Information() const
 {
-    ResistanceSummary r;
-    const auto weakest = [this](double PositionResult::*resistance) {
-        double least = std::numeric_limits<double>::quiet_NaN();
-        for (const PositionResult& p : m_positions)
-            if (!(p.*resistance >= least)) least = p.*resistance;
-        return least;
-    };
-    r.Pz = weakest(&PositionResult::Pz);
-    r.Pt = weakest(&PositionResult::Pt);
-    r.Pvx = weakest(&PositionResult::Pvx);
-    r.Pvy = weakest(&PositionResult::Pvy);
-    r.Mcx = weakest(&PositionResult::Mcx);
-    r.Mcy = weakest(&PositionResult::Mcy);
-    return r;
+    if (m_found.spans.empty()) return {};
+    return BS5950::Information(MemberModel(Input()), m_found);
 }
 
 namespace {
@@ -423,30 +272,30 @@ Design::MemberFindings CSteelMemberBS5950::Findings() const
 {
     Design::MemberFindings findings;
     findings.status = Status();
-    findings.refusal = m_refusal;
+    findings.refusal = m_found.refusal;
     findings.designStrength = {L"py", Quantity::Stress, DesignStrength()};
     findings.momentFactor = EquivalentUniformMomentFactor();
-    findings.rules.reserve(m_ledger.Entries().size());
-    for (const LedgerEntry& entry : m_ledger.Entries())
+    findings.rules.reserve(m_found.ledger.Entries().size());
+    for (const LedgerEntry& entry : m_found.ledger.Entries())
         findings.rules.push_back(FindingOf(entry));
     for (const LedgerEntry& entry : Information())
         findings.rules.push_back(FindingOf(entry));
-    findings.assumptions = m_assumptions;
-    findings.warnings = m_warnings;
-    findings.positions.reserve(m_positions.size());
-    for (const PositionResult& position : m_positions)
+    findings.assumptions = m_found.assumptions;
+    findings.warnings = m_found.warnings;
+    findings.positions.reserve(m_found.positions.size());
+    for (const PositionResult& position : m_found.positions)
         findings.positions.push_back(FindingOf(position));
-    const ResistanceSummary r = Resistances();
+    const ResistanceSummary r = m_found.Resistances();
     findings.resistances = {{L"Pz", Quantity::Force, r.Pz},    {L"Pt", Quantity::Force, r.Pt},
                             {L"Pvx", Quantity::Force, r.Pvx},  {L"Pvy", Quantity::Force, r.Pvy},
                             {L"Mcx", Quantity::Moment, r.Mcx}, {L"Mcy", Quantity::Moment, r.Mcy}};
-    findings.spans.reserve(m_spans.size() + m_interactions.size());
-    for (const SpanResult& span : m_spans)
+    findings.spans.reserve(m_found.spans.size() + m_found.interactions.size());
+    for (const SpanResult& span : m_found.spans)
         findings.spans.push_back(FindingOf(span));
-    for (const InteractionResult& interaction : m_interactions)
+    for (const InteractionResult& interaction : m_found.interactions)
         findings.spans.push_back({interaction.start, interaction.end, {}, true});
     // The record gives its text entry by entry.
-    std::vector<std::pair<int, Design::CalculationPart>> parts = m_parts;
+    std::vector<std::pair<int, Design::CalculationPart>> parts = m_found.parts;
     std::stable_sort(parts.begin(), parts.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     for (const auto& [entry, part] : parts)
         findings.parts.push_back(part);
@@ -457,7 +306,7 @@ Steel::SubspanEffectiveLengthData CSteelMemberBS5950::GetEffectiveLengths() cons
 {
     using Entry = Steel::SubspanEffectiveLengthData::Entry;
     std::map<int, Entry> maps[3];
-    for (const SpanResult& s : m_spans) {
+    for (const SpanResult& s : m_found.spans) {
         const bool unchecked = s.mode == BucklingMode::LateralTorsional && s.flange[0] != s.flange[1] &&
                                !s.compressed[0] && !s.compressed[1];
         if (s.turned || unchecked || s.elastic) continue;

@@ -1,6 +1,8 @@
 // Elastic critical loads of struts, for information: torsional, flexural-torsional and minor-axis flexural buckling as the member is
 // held. The standard checks flexure alone.
 
+#include "TorsionalBuckling.h"
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -29,14 +31,12 @@ std::vector<Steel::CSubSpan> AxialAlone(std::vector<Steel::CSubSpan> subSpans)
     return subSpans;
 }
 
-} // namespace
-
 // The smallest critical load of the slendernesses with which compression is checked somewhere in a length.
-double CSteelMemberBS5950::CheckedFlexuralLoad(double from, double to) const
+double CheckedFlexuralLoad(const MemberModel& model, const std::vector<SpanResult>& spans, double from, double to)
 {
-    const double EA = m_section.Steel().E * m_section.Properties().A;
+    const double EA = model.Steel().E * model.Properties().A;
     double least = std::numeric_limits<double>::infinity();
-    for (const SpanResult& span : m_spans) {
+    for (const SpanResult& span : spans) {
         const bool checked = span.mode != BucklingMode::LateralTorsional && span.applied && span.slenderness > 0.0;
         if (!checked || !(span.start < to && from < span.end)) continue;
         least = std::min(least, std::numbers::pi * std::numbers::pi * EA / (span.slenderness * span.slenderness));
@@ -44,26 +44,28 @@ double CSteelMemberBS5950::CheckedFlexuralLoad(double from, double to) const
     return least;
 }
 
-std::vector<LedgerEntry> CSteelMemberBS5950::StrutInformation() const
+} // namespace
+
+std::vector<LedgerEntry> StrutInformation(const MemberModel& model, const std::vector<SpanResult>& spans)
 {
     std::vector<LedgerEntry> entries;
     const auto isStrut = [](const SpanResult& span) {
         return span.mode != BucklingMode::LateralTorsional && span.applied;
     };
-    const Shape shape = m_section.Properties().shape;
+    const Shape shape = model.Properties().shape;
     const bool covered = shape != Shape::Angle && shape != Shape::Channel; // the shear centre lies in the web plane
-    if (!covered || std::none_of(m_spans.begin(), m_spans.end(), isStrut)) return entries;
-    const double E = m_section.Steel().E;
-    const auto constants = Stability::MakeSectionConstants(GetKeltrixSec(), E, E / 2.6, nullptr);
+    if (!covered || std::none_of(spans.begin(), spans.end(), isStrut)) return entries;
+    const double E = model.Steel().E;
+    const auto constants = Stability::MakeSectionConstants(model.KeltrixSection(), E, E / 2.6, nullptr);
     if (!constants) return entries;
-    const std::vector<Steel::CSubSpan> axial = AxialAlone(SubSpans());
-    const Design::MomentDiagram none(MemberPoints(), axial, Design::Bending::Major);
-    for (const Stability::Unit& unit : Stability::FindCriticalLoads(MemberPoints(), axial, none, *constants).units) {
-        const double tolerance = 1e-9 * Length();
+    const std::vector<Steel::CSubSpan> axial = AxialAlone(model.subSpans);
+    const Design::MomentDiagram none(model.points, axial, Design::Bending::Major);
+    for (const Stability::Unit& unit : Stability::FindCriticalLoads(model.points, axial, none, *constants).units) {
+        const double tolerance = 1e-9 * model.Length();
         double compression = 0.0;
         for (std::size_t k = 0; k < axial.size(); ++k) {
-            const bool inside = MemberPoints()[k].GetPos() >= unit.start - tolerance &&
-                                MemberPoints()[k + 1].GetPos() <= unit.end + tolerance;
+            const bool inside = model.points[k].GetPos() >= unit.start - tolerance &&
+                                model.points[k + 1].GetPos() <= unit.end + tolerance;
             if (inside)
                 compression = std::max({compression, -axial[k].GetForcesLeft().x, -axial[k].GetForcesRight().x});
         }
@@ -78,8 +80,8 @@ std::vector<LedgerEntry> CSteelMemberBS5950::StrutInformation() const
         e.quantity = Quantity::Force;
         e.resistance = unit.positive ? unit.positive->lambda * compression / (1.0 + unit.positive->error) : 0.0;
         e.utilisation = CMemberResult::InfinitiseNANs(compression / e.resistance);
-        e.slenderness = std::numbers::pi * std::sqrt(E * m_section.Properties().A / e.resistance);
-        const bool lower = e.resistance < CheckedFlexuralLoad(unit.start, unit.end) * (1.0 - EQUAL);
+        e.slenderness = std::numbers::pi * std::sqrt(E * model.Properties().A / e.resistance);
+        const bool lower = e.resistance < CheckedFlexuralLoad(model, spans, unit.start, unit.end) * (1.0 - EQUAL);
         e.reason =
             unit.outcome == Outcome::NotHeld
                 ? L"not held: the restraints leave the length free to move sideways or to twist"
@@ -91,17 +93,19 @@ std::vector<LedgerEntry> CSteelMemberBS5950::StrutInformation() const
     return entries;
 }
 
+namespace {
+
 // Whether closed forms show that no strut of the member reaches its elastic critical load, which saves the analysis: between sections
 // that hold it laterally and against twist a length has at least the critical load of one between forks without anything in between,
 // under the largest force all along (Timoshenko and Gere, Theory of Elastic Stability, 5.6).
-bool CSteelMemberBS5950::IsPlainlyStable() const
+bool IsPlainlyStable(const MemberModel& model)
 {
     constexpr double MARGIN = 0.9;
     constexpr unsigned int FORK = Data::CRestraint::MINOR_SHEAR | Data::CRestraint::TORSION;
     const auto isFork = [](const Steel::CMemberPoint& point) { return point.GetRestraint().IsRestrained(FORK, true); };
-    const auto& points = MemberPoints();
+    const auto& points = model.points;
     double compression = 0.0;
-    for (const Steel::CSubSpan& sub : SubSpans())
+    for (const Steel::CSubSpan& sub : model.subSpans)
         compression = std::max({compression, -sub.GetForcesLeft().x, -sub.GetForcesRight().x});
     if (!(compression > 0.0)) return true;
     if (!isFork(points.front()) || !isFork(points.back())) return false;
@@ -112,8 +116,8 @@ bool CSteelMemberBS5950::IsPlainlyStable() const
         longest = std::max(longest, point.GetPos() - held);
         held = point.GetPos();
     }
-    const double E = m_section.Steel().E;
-    const auto s = Stability::MakeSectionConstants(GetKeltrixSec(), E, E / 2.6, nullptr);
+    const double E = model.Steel().E;
+    const auto s = Stability::MakeSectionConstants(model.KeltrixSection(), E, E / 2.6, nullptr);
     if (!s) return false;
     const double k2 = std::numbers::pi * std::numbers::pi / (longest * longest);
     const double i2 = s->PolarRadius2();
@@ -126,13 +130,15 @@ bool CSteelMemberBS5950::IsPlainlyStable() const
     return compression < MARGIN * N;
 }
 
+} // namespace
+
 // No rule of the standard compares a strut with its torsional critical load, which Table 11 and 4.7.10 keep away in common sections.
 // Where the strut is not held, or its force reaches the elastic critical load, it stands by none.
-void CSteelMemberBS5950::RecordTorsionalBuckling()
+void RecordTorsionalBuckling(const MemberModel& model, MemberResults& found)
 {
-    const bool failed = m_ledger.HasFailed(Stage::Local) || m_ledger.HasFailed(Stage::Buckling);
+    const bool failed = found.ledger.HasFailed(Stage::Local) || found.ledger.HasFailed(Stage::Buckling);
     const std::vector<LedgerEntry> struts =
-        failed || IsPlainlyStable() ? std::vector<LedgerEntry>() : StrutInformation();
+        failed || IsPlainlyStable(model) ? std::vector<LedgerEntry>() : StrutInformation(model, found.spans);
     LedgerEntry e;
     e.rule = Rule::TorsionalBuckling;
     e.clause = RuleClause(e.rule);
@@ -143,7 +149,6 @@ void CSteelMemberBS5950::RecordTorsionalBuckling()
     });
     if (worst != struts.end() && !(worst->utilisation < 1.0)) {
         e.status = CheckStatus::NotEvaluated;
-        if (Result()) Result()->AddFlags(CMemberResult::NOT_CHECKED);
         e.start = worst->start;
         e.end = worst->end;
         e.reason = worst->resistance > 0.0 ? L"the compression reaches the elastic critical load of the member as it "
@@ -152,7 +157,7 @@ void CSteelMemberBS5950::RecordTorsionalBuckling()
                                            : L"the restraints leave the strut free to move sideways or to twist, and "
                                              L"the standard has no rule for it";
     }
-    m_ledger.Add(e);
+    found.ledger.Add(e);
 }
 
 } // namespace Keltrix::BS5950

@@ -9,6 +9,7 @@
 #include "keltrix/bs5950/Ledger.h"
 #include "keltrix/bs5950/Material.h"
 #include "keltrix/bs5950/Resistance.h"
+#include "keltrix/bs5950/Results.h"
 #include "keltrix/bs5950/SectionBS5950.h"
 #include "keltrix/bs5950/SectionProperties.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"

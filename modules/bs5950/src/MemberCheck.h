@@ -1,0 +1,36 @@
+#pragma once
+
+#include "MemberModel.h"
+
+namespace Keltrix::BS5950 {
+
+/// One check of a member: the chapters of the standard in their order. It fills results and touches nothing else.
+class MemberCheck {
+public:
+    /// Both are borrowed.
+    MemberCheck(const MemberModel& model, MemberResults& found) : m_model(model), m_found(found) {}
+
+    /// What stands before every check: positions, assumptions, warnings, and the rules about the member as a whole.
+    void CheckGeneral();
+    /// Each in place of what stood there of an earlier one.
+    void CheckLocal();
+    void CheckBuckling();
+
+private:
+    void Add(Rule rule, CheckStatus status, const wchar_t* why);
+    void RecordOutside();
+    void RecordAssumptions();
+    void RecordLoads();
+    void RecordLoad(const Design::MomentDiagram& moments, const wchar_t* name, double sign);
+    void RecordWarnings();
+    void FindSpans();
+    void AssumeFactors();
+
+    const MemberModel& m_model;
+    MemberResults& m_found;
+};
+
+/// Figures beside the rules, as entries of status Information. Calculated at each call.
+std::vector<LedgerEntry> Information(const MemberModel& model, const MemberResults& found);
+
+} // namespace Keltrix::BS5950
