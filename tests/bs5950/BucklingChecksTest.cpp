@@ -116,7 +116,7 @@ TEST(EffectiveLengths, OfStrutsFollowTheirEnds)
     given.points = {{0.0, L"Fixed"}, {6.0, L"Free"}};
     Checked sway(given);
     sway.Check();
-    EXPECT_TRUE(sway.Spans(BucklingMode::Major).front().sway);
+    EXPECT_TRUE(sway.Spans(BucklingMode::Major).front().flexural.sway);
     EXPECT_EQ(sway.Spans(BucklingMode::Major).front().m, 0.85);
 }
 
@@ -186,7 +186,7 @@ TEST(AngleBeams, OfSlenderEqualLegsTakeTheBasicRule)
     Checked c(given);
     c.Check();
     const SpanResult span = c.Spans(BucklingMode::LateralTorsional).at(0);
-    EXPECT_EQ(std::wstring(span.lt.source), L"B.2.9");
+    EXPECT_EQ(std::wstring(span.lateral.lt.source), L"B.2.9");
     EXPECT_NEAR(span.LE, 3.0, 1e-9);
     EXPECT_NEAR(span.resistance, 22.65e3, 0.1e3);
 }
@@ -209,7 +209,7 @@ TEST(LateralSpans, FollowTheCompressionFlange)
         c.Check();
         EXPECT_TRUE(CheckedStretches(c).empty());
         const SpanResult held = c.Spans(BucklingMode::LateralTorsional).front();
-        EXPECT_TRUE(held.continuous && held.flange[0]);
+        EXPECT_TRUE(held.continuous && held.lateral.flange[0]);
         EXPECT_EQ(held.LE, 0.0);
     }
     given.scale = -1.0; // uplift
@@ -218,7 +218,7 @@ TEST(LateralSpans, FollowTheCompressionFlange)
         c.Check();
         const auto spans = CheckedStretches(c);
         EXPECT_EQ(Ends(spans), (std::vector<Stretch>{{0, 6}}));
-        EXPECT_EQ(spans.front().sense, Steel::CCodeShare::LT_COMP_FLANGE2);
+        EXPECT_EQ(spans.front().lateral.sense, Steel::CCodeShare::LT_COMP_FLANGE2);
         EXPECT_EQ(spans.front().LE, 6.0);
     }
 }
@@ -233,7 +233,7 @@ TEST(LateralSpans, SeeTheMomentInsideASingleSubSpan)
         c.Check();
         return c.Spans(BucklingMode::LateralTorsional).front();
     };
-    EXPECT_EQ(span().sense, Steel::CCodeShare::LT_COMP_FLANGE1);
+    EXPECT_EQ(span().lateral.sense, Steel::CCodeShare::LT_COMP_FLANGE1);
     EXPECT_TRUE(span().applied);
     const auto checked = [&] {
         Checked c(given);
@@ -246,7 +246,7 @@ TEST(LateralSpans, SeeTheMomentInsideASingleSubSpan)
     EXPECT_TRUE(checked().empty());
     given.scale = -1.0;
     ASSERT_EQ(checked().size(), 1u);
-    EXPECT_EQ(checked().front().sense, Steel::CCodeShare::LT_COMP_FLANGE2);
+    EXPECT_EQ(checked().front().lateral.sense, Steel::CCodeShare::LT_COMP_FLANGE2);
 }
 
 TEST(LateralSpans, EndWhereADeckEnds)
@@ -324,7 +324,7 @@ TEST(LateralLengths, OfCantileversFollowTable14)
         Checked normal(given);
         normal.Check();
         const SpanResult span = normal.Spans(BucklingMode::LateralTorsional).front();
-        EXPECT_TRUE(span.cantilever);
+        EXPECT_TRUE(span.lateral.cantilever);
         EXPECT_DOUBLE_EQ(span.LE, 0.8 * 3.0) << leftTip;
         EXPECT_EQ(span.m, 1.0);
         given.loadHeight = 0.2;
@@ -342,7 +342,7 @@ TEST(LateralLengths, TakeAnUndeclaredSupportForOneWhereTheMemberWouldFallOtherwi
     Uniform(given, 6.0, 10e3);
     Checked c(given);
     c.Check();
-    EXPECT_FALSE(c.Spans(BucklingMode::LateralTorsional).front().cantilever);
+    EXPECT_FALSE(c.Spans(BucklingMode::LateralTorsional).front().lateral.cantilever);
     EXPECT_DOUBLE_EQ(c.Spans(BucklingMode::LateralTorsional).front().LE, 6.0);
     EXPECT_TRUE(c.Assumes(L"vertical support"));
 }
@@ -358,8 +358,8 @@ TEST(LateralLengths, OfAnOverhang)
     c.Check();
     const auto spans = c.Spans(BucklingMode::LateralTorsional);
     ASSERT_EQ(spans.size(), 2u);
-    EXPECT_FALSE(spans[0].cantilever);
-    EXPECT_TRUE(spans[1].cantilever);
+    EXPECT_FALSE(spans[0].lateral.cantilever);
+    EXPECT_TRUE(spans[1].lateral.cantilever);
     EXPECT_DOUBLE_EQ(spans[1].LE, 2.0) << "Table 14, continuous with lateral and torsional restraint, free tip: 1.0L";
     EXPECT_STREQ(spans[1].endReason, L"free tip of a cantilever");
 }

@@ -82,12 +82,13 @@ TEST(ElasticLateral, UniformMomentBetweenForksIsThatOfTheTables)
         EndMoments(given, L, M, M);
         const SpanResult tables = OneSpan(given, DesignOptions());
         const SpanResult elastic = OneSpan(given, Elastic());
-        ASSERT_TRUE(elastic.elastic) << SEED << " " << i;
+        ASSERT_TRUE(elastic.lateral.elastic) << SEED << " " << i;
         EXPECT_EQ(elastic.m, 1.0);
-        EXPECT_EQ(elastic.modulus, tables.modulus);
+        EXPECT_EQ(elastic.lateral.modulus, tables.lateral.modulus);
         const SectionProperties s = PropertiesOf(name, SEC_ROLLED);
         const double gamma = 1.0 - s.Iy / s.Ix;
-        nearest = std::max(nearest, std::abs(elastic.lt.lambdaLT * std::pow(gamma, 0.25) / tables.lt.lambdaLT - 1.0));
+        nearest = std::max(
+            nearest, std::abs(elastic.lateral.lt.lambdaLT * std::pow(gamma, 0.25) / tables.lateral.lt.lambdaLT - 1.0));
         EXPECT_LE(elastic.resistance, tables.resistance * 1.0005) << SEED << " " << i;
         lost = std::max(lost, 1.0 - elastic.resistance / tables.resistance);
     }
@@ -108,9 +109,9 @@ TEST(ElasticLateral, ByHand)
     const SectionProperties s = PropertiesOf(L"UB 457x191x67", SEC_ROLLED);
     const double Pz = PI * PI * E * s.Iy / 36.0;
     const double Mcr = std::sqrt(Pz * (G * s.J + PI * PI * E * s.H / 36.0));
-    EXPECT_NEAR(span.elastic->Mcr, Mcr, 1e-4 * Mcr);
+    EXPECT_NEAR(span.lateral.elastic->Mcr, Mcr, 1e-4 * Mcr);
     const double lambda = std::sqrt(PI * PI * E * s.Sx / Mcr);
-    EXPECT_NEAR(span.lt.lambdaLT, lambda, 1e-4 * lambda);
+    EXPECT_NEAR(span.lateral.lt.lambdaLT, lambda, 1e-4 * lambda);
     // Annex B.2: η = 0.007 (λLT - λL0), φ = (py + (1 + η) pE)/2, pb = pE py/(φ + (φ² - pE py)^0.5).
     const double py = 275e6;
     const double pE = PI * PI * E / (lambda * lambda);
@@ -132,8 +133,8 @@ TEST(ElasticLateral, Table18AgainstTheShapeInMcr)
         const SectionProperties s = PropertiesOf(given.section, SEC_ROLLED);
         // The critical moments, which the factor stands for: C1 of the analysis times mLT, squared slendernesses apart from γ.
         const double gamma = std::sqrt(1.0 - s.Iy / s.Ix);
-        const double uniform = PI * PI * E * tables.modulus / std::pow(tables.lt.lambdaLT, 2.0) * gamma;
-        const double share = elastic.elastic->Mcr / uniform * tables.m;
+        const double uniform = PI * PI * E * tables.lateral.modulus / std::pow(tables.lateral.lt.lambdaLT, 2.0) * gamma;
+        const double share = elastic.lateral.elastic->Mcr / uniform * tables.m;
         least = std::min(least, share);
         greatest = std::max(greatest, share);
     };
@@ -174,12 +175,12 @@ TEST(ElasticLateral, RowsOfTable13)
     EXPECT_LT(exact.utilisation, fixed.utilisation);
     const double k2 = std::pow(2.0 * PI / 8.0, 2.0);
     const double Mcr = std::sqrt(k2 * E * s.Iy * (G * s.J + k2 * E * s.H));
-    EXPECT_NEAR(exact.elastic->Mcr, Mcr, 1e-3 * Mcr);
+    EXPECT_NEAR(exact.lateral.elastic->Mcr, Mcr, 1e-3 * Mcr);
     const SpanResult friction = with(L"F1L TF MAJV", DesignOptions());
     EXPECT_NEAR(friction.LE, 1.2 * 8.0 + 2.0 * s.D, 1e-9);
     EXPECT_LT(friction.utilisation, 1.0);
     const SpanResult free = with(L"F1L TF MAJV", Elastic());
-    EXPECT_EQ(free.elastic->outcome, Stability::Outcome::NotHeld);
+    EXPECT_EQ(free.lateral.elastic->outcome, Stability::Outcome::NotHeld);
     EXPECT_TRUE(std::isinf(free.utilisation));
 }
 
@@ -193,10 +194,10 @@ TEST(ElasticLateral, LoadOnTheTopFlange)
         const double P = 1e4;
         given.force = [=](double x) { return Vector(0, 0, x < 0.5 * L ? -0.5 * P : 0.5 * P); };
         given.moment = [=](double x) { return Vector(0, -0.5 * P * std::min(x, L - x), 0); };
-        const double low = OneSpan(given, Elastic()).elastic->Mcr;
+        const double low = OneSpan(given, Elastic()).lateral.elastic->Mcr;
         given.loadHeight = 0.5 * s.D;
         const SpanResult high = OneSpan(given, Elastic());
-        EXPECT_TRUE(high.destabilising);
+        EXPECT_TRUE(high.lateral.destabilising);
         EXPECT_EQ(high.m, 1.0);
         // Independent of the module: the analysis itself with the same height.
         DesignTest::Member m;
@@ -213,8 +214,8 @@ TEST(ElasticLateral, LoadOnTheTopFlange)
         const Design::MomentDiagram major(m.points, m.subSpans, Design::Bending::Major);
         const auto loads = Stability::FindCriticalLoads(m.points, m.subSpans, major, constants);
         const Stability::CriticalLoad& load = *loads.Governing()->positive;
-        EXPECT_NEAR(high.elastic->Mcr, load.Mcr / (1.0 + load.error), 1e-9 * load.Mcr);
-        EXPECT_LT(high.elastic->Mcr, 0.85 * low);
+        EXPECT_NEAR(high.lateral.elastic->Mcr, load.Mcr / (1.0 + load.error), 1e-9 * load.Mcr);
+        EXPECT_LT(high.lateral.elastic->Mcr, 0.85 * low);
         // The tables are on the safe side for a single load at mid-span.
         const SpanResult tables = OneSpan(given, DesignOptions());
         EXPECT_GT(tables.utilisation, high.utilisation) << L;
@@ -234,18 +235,18 @@ TEST(ElasticLateral, TensionFlangeHeldAlong)
         const SectionProperties s = PropertiesOf(given.section, SEC_ROLLED);
         const double k2 = PI * PI / (L * L);
         const double Mcr = (G * s.J + (E * s.H + E * s.Iy * s.hs * s.hs / 4.0) * k2) / s.hs;
-        EXPECT_NEAR(span.elastic->Mcr, Mcr, 1e-3 * Mcr) << L;
+        EXPECT_NEAR(span.lateral.elastic->Mcr, Mcr, 1e-3 * Mcr) << L;
         const double lambda = L / s.ry;
         const double annexG = s.u * std::sqrt(2.0 / (2.0 + 0.05 * std::pow(lambda / s.x, 2.0))) * lambda;
         const double gamma = std::pow(1.0 - s.Iy / s.Ix, 0.25);
-        EXPECT_NEAR(span.lt.lambdaLT * gamma, annexG, 2e-3 * annexG) << L;
+        EXPECT_NEAR(span.lateral.lt.lambdaLT * gamma, annexG, 2e-3 * annexG) << L;
         // By the tables the bottom flange is free from support to support; the elastic figure stands beside it.
         Checked tables(given, false);
         tables.Check();
         const std::vector<LedgerEntry> offered = InformationOf(tables.member, Rule::LateralTorsional);
         ASSERT_EQ(offered.size(), 1u) << L;
         EXPECT_EQ(offered[0].utilisation, span.utilisation);
-        EXPECT_EQ(offered[0].slenderness, span.lt.lambdaLT);
+        EXPECT_EQ(offered[0].slenderness, span.lateral.lt.lambdaLT);
         EXPECT_EQ(offered[0].resistance, span.resistance);
         // Without γ a short span has nothing to win.
         if (L >= 6.0) {
@@ -300,7 +301,7 @@ TEST(ElasticLateral, CantileverOutsideTheTables)
     // against π/2, more with warping held).
     const SectionProperties s = PropertiesOf(given.section, SEC_ROLLED);
     const double k2 = std::pow(PI / 6.0, 2.0);
-    EXPECT_GT(span.elastic->Mcr, std::sqrt(k2 * E * s.Iy * (G * s.J + k2 * E * s.H)));
+    EXPECT_GT(span.lateral.elastic->Mcr, std::sqrt(k2 * E * s.Iy * (G * s.J + k2 * E * s.H)));
     EXPECT_NE(fixed.Verbose().find("For information, lateral-torsional buckling by the elastic critical moment"),
               std::string::npos);
 }
@@ -417,8 +418,8 @@ TEST(ElasticLateral, SectionsThatTheTablesExempt)
         const SectionProperties s = PropertiesOf(section, SEC_ROLLED);
         const double Mcr = std::sqrt(PI * PI * E * s.Iy / 25.0 * (G * s.J + PI * PI * E * s.H / 25.0));
         const SpanResult span = held.Spans(BucklingMode::LateralTorsional).at(0);
-        ASSERT_TRUE(span.elastic);
-        EXPECT_NEAR(span.elastic->Mcr, Mcr, 2e-3 * Mcr);
+        ASSERT_TRUE(span.lateral.elastic);
+        EXPECT_NEAR(span.lateral.elastic->Mcr, Mcr, 2e-3 * Mcr);
     }
 }
 
@@ -459,7 +460,7 @@ TEST(ElasticLateral, TheTablesStandBesideIt)
     EXPECT_EQ(beside[0].resistance, tables.Entry(Rule::LateralTorsional).resistance);
     const std::vector<SpanResult> spans = elastic.Spans(BucklingMode::LateralTorsional);
     ASSERT_EQ(spans.size(), 1u) << "one length from fork to fork";
-    EXPECT_EQ(elastic.Entry(Rule::LateralTorsional).slenderness, spans[0].lt.lambdaLT);
+    EXPECT_EQ(elastic.Entry(Rule::LateralTorsional).slenderness, spans[0].lateral.lt.lambdaLT);
     EXPECT_NE(elastic.Verbose().find("beside it, by Tables 13, 14 and 18"), std::string::npos);
 }
 
@@ -484,7 +485,7 @@ Outcome CheckElastically(Subject& subject, const DesignTest::Member& m)
         if (s.mode != BucklingMode::LateralTorsional) continue;
         o.spans.push_back(s);
         if (!s.applied) continue;
-        o.elastic = o.elastic && s.elastic.has_value();
+        o.elastic = o.elastic && s.lateral.elastic.has_value();
         o.lateral = std::max(o.lateral, CMemberResult::InfinitiseNANs(s.utilisation));
     }
     for (const InteractionResult& i : subject.member.Interactions())
@@ -540,7 +541,7 @@ TEST(RandomLaws, ElasticChecksAndRestraints)
         DesignTest::Member m = RandomActions(random, subject.member.Properties(), subject.member.Steel());
         const Outcome before = CheckElastically(subject, m);
         for (const SpanResult& s : before.spans) {
-            if (!s.elastic || s.elastic->outcome != Stability::Outcome::NotHeld || !s.applied) continue;
+            if (!s.lateral.elastic || s.lateral.elastic->outcome != Stability::Outcome::NotHeld || !s.applied) continue;
             ++notHeld;
             EXPECT_FALSE(before.passed) << SEED << " " << i;
             EXPECT_TRUE(std::isinf(s.utilisation)) << SEED << " " << i;
@@ -555,7 +556,7 @@ TEST(RandomLaws, ElasticChecksAndRestraints)
         bool same = before.elastic && after.elastic && before.spans.size() == after.spans.size();
         for (std::size_t j = 0; same && j < before.spans.size(); ++j)
             same = before.spans[j].start == after.spans[j].start && before.spans[j].end == after.spans[j].end &&
-                   before.spans[j].elastic.has_value() == after.spans[j].elastic.has_value();
+                   before.spans[j].lateral.elastic.has_value() == after.spans[j].lateral.elastic.has_value();
         if (!same) continue;
         ++compared;
         EXPECT_GE(after.lateral, before.lateral * (1.0 - 2e-3))
@@ -584,7 +585,7 @@ TEST(RandomLaws, ElasticChecksAgainstTheAnalysis)
         const Design::MomentDiagram major(m.points, m.subSpans, Design::Bending::Major);
         const auto loads = Stability::FindCriticalLoads(m.points, bent, major, constants);
         for (const SpanResult& s : o.spans) {
-            if (!s.elastic || !s.applied || s.elastic->outcome != Stability::Outcome::Buckles) continue;
+            if (!s.lateral.elastic || !s.applied || s.lateral.elastic->outcome != Stability::Outcome::Buckles) continue;
             const auto unit = std::find_if(loads.units.begin(), loads.units.end(),
                                            [&](const auto& u) { return u.start == s.start && u.end == s.end; });
             ASSERT_NE(unit, loads.units.end()) << SEED << " " << i;
@@ -597,8 +598,8 @@ TEST(RandomLaws, ElasticChecksAgainstTheAnalysis)
                         EXPECT_LE(std::abs(M) / s.resistance, s.utilisation * (1.0 + 1e-9)) << SEED << " " << i;
                     }
             }
-            EXPECT_NEAR(s.elastic->Mcr, lambda * s.effect, 1e-6 * s.elastic->Mcr) << SEED << " " << i;
-            EXPECT_LE(s.resistance, s.elastic->Mcr) << "buckling is never above the elastic load";
+            EXPECT_NEAR(s.lateral.elastic->Mcr, lambda * s.effect, 1e-6 * s.lateral.elastic->Mcr) << SEED << " " << i;
+            EXPECT_LE(s.resistance, s.lateral.elastic->Mcr) << "buckling is never above the elastic load";
         }
     }
     EXPECT_GT(checked, RandomCases(300));

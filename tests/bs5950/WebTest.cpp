@@ -310,6 +310,7 @@ TEST(ConcentratedLoads, AreToldWhereTheInputDoesNotSayEnough)
     hollow.member.SetOptions(Bearing(0.1));
     EXPECT_FALSE(hollow.Check());
     EXPECT_EQ(hollow.Entry(Rule::WebBearing).status, CheckStatus::NotEvaluated);
+    EXPECT_NE(hollow.result.GetFlags() & CMemberResult::NOT_CHECKED, 0) << "the record says so too";
 
     EndMoments(given, 2.0, 10e3, 10e3);
     given.section = L"UB 457x191x67";

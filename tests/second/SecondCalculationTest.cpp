@@ -132,8 +132,8 @@ void CheckOne(Second::Family family, std::uint64_t seed, Tally& tally, bool verb
                 std::printf("   span mode %d %g..%g LE %g lambda %g strength %.6g R %.6g effect %.6g u %.5g m %.4g myx "
                             "%.4g cls %d Mx %.6g My %.6g cont %d cant %d dest %d\n",
                             static_cast<int>(s.mode), s.start, s.end, s.LE, s.slenderness, s.strength, s.resistance,
-                            s.effect, s.utilisation, s.m, s.myx, s.cls, s.Mx, s.My, s.continuous, s.cantilever,
-                            s.destabilising);
+                            s.effect, s.utilisation, s.m, s.flexural.myx, s.cls, s.Mx, s.flexural.My, s.continuous,
+                            s.lateral.cantilever, s.lateral.destabilising);
         if (std::getenv("SECOND_POS"))
             for (const auto& q : member.Positions())
                 std::printf("   pos %.4g sub %d F %.5g Mx %.5g My %.5g Vy %.5g Vx %.5g cls %d Wx %.6g Wy %.6g Mcx %.6g "

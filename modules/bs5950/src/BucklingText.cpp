@@ -14,7 +14,7 @@ using Steel::CResultIndent;
 
 namespace {
 
-const wchar_t* SenseName(int sense)
+const wchar_t* SenseName(CCodeShare::LT_BuckleDirection sense)
 {
     switch (sense) {
     case CCodeShare::LT_COMP_FLANGE1:
@@ -38,9 +38,9 @@ void MemberText::SpanTitle(const wchar_t* what, const SpanResult& span)
     CString title = what;
     if (span.from.point >= 0 && span.to.point >= 0)
         title.AppendFormat(L", point %i to %i", span.from.point + 1, span.to.point + 1);
-    const wchar_t* const flange = span.flange[0] == span.flange[1] ? L""
-                                  : span.flange[0]                 ? L", flange 1 (top)"
-                                                                   : L", flange 2 (bottom)";
+    const wchar_t* const flange = span.lateral.flange[0] == span.lateral.flange[1] ? L""
+                                  : span.lateral.flange[0]                         ? L", flange 1 (top)"
+                                                                                   : L", flange 2 (bottom)";
     BeginPart(span.start, span.end, LastEntry());
     Line(L"<h5>%s: %s to %s, length %s%s%s</h5>", title, m_fmt.Length(span.start), m_fmt.Length(span.end),
          m_fmt.Length(span.end - span.start), flange, span.turned ? L", the angle turned the other way" : L"");
@@ -77,9 +77,9 @@ void MemberText::LateralFactor(const SpanResult& span)
     const CString m = m_fmt.NoDim(span.m);
     if (!shape.balanced)
         Line(L"mLT = %s: the moment is not known all along, its forces do not balance", m);
-    else if (span.destabilising || span.cantilever)
-        Line(L"mLT = %s <i>cl. 4.3.6.6</i>, %s", m, span.cantilever ? L"cantilever" : L"destabilising load");
-    else if (span.simpleColumn)
+    else if (span.lateral.destabilising || span.lateral.cantilever)
+        Line(L"mLT = %s <i>cl. 4.3.6.6</i>, %s", m, span.lateral.cantilever ? L"cantilever" : L"destabilising load");
+    else if (span.lateral.simpleColumn)
         Line(L"mLT = %s <i>cl. 4.7.7</i>", m);
     else if (m_model.momentFactor)
         Line(L"mLT = %s, given by the user", m);
@@ -120,9 +120,9 @@ void MemberText::Flexural(const SpanResult& span)
     SpanTitle(x ? L"Compression buckling about the major axis" : L"Compression buckling about the minor axis", span);
     const CResultIndent indent(&m_result);
     const double L = span.end - span.start;
-    if (span.lengthFactor > 0.0 && IsKnown(span.LE))
-        Line(L"LE = %s L = %s * %s = %s <i>%s</i>", m_fmt.NoDim(span.lengthFactor), m_fmt.NoDim(span.lengthFactor),
-             m_fmt.Length(L), m_fmt.Length(span.LE), span.lengthRule);
+    if (span.flexural.lengthFactor > 0.0 && IsKnown(span.LE))
+        Line(L"LE = %s L = %s * %s = %s <i>%s</i>", m_fmt.NoDim(span.flexural.lengthFactor),
+             m_fmt.NoDim(span.flexural.lengthFactor), m_fmt.Length(L), m_fmt.Length(span.LE), span.lengthRule);
     else
         Line(L"LE = %s, %s", m_fmt.Length(span.LE), span.lengthRule);
     if (!span.applied) {
@@ -134,8 +134,8 @@ void MemberText::Flexural(const SpanResult& span)
     const wchar_t* const axis = x ? L"x" : L"y";
     Line(L"Fc/Pc%s = %s/%s = %s", axis, m_fmt.Force(span.effect), m_fmt.Force(span.resistance),
          Verdict(span.utilisation, true));
-    FlexuralFactor(x ? L"mx" : L"my", span.m, x ? span.momentX : span.momentY, span.sway);
-    if (x) FlexuralFactor(L"myx", span.myx, span.momentY, span.sway);
+    FlexuralFactor(x ? L"mx" : L"my", span.m, x ? span.momentX : span.flexural.momentY, span.flexural.sway);
+    if (x) FlexuralFactor(L"myx", span.flexural.myx, span.flexural.momentY, span.flexural.sway);
 }
 
 void MemberText::StrutSlenderness(const SpanResult& span)
@@ -145,12 +145,11 @@ void MemberText::StrutSlenderness(const SpanResult& span)
     const wchar_t* const axis = x ? L"x" : s.shape == Shape::Angle ? L"v" : L"y";
     const CString LE = m_fmt.Length(span.LE);
     const CString r = Small(span.radius);
-    if (!(span.leastSlenderness > 0.0)) {
+    if (!(span.flexural.leastSlenderness > 0.0)) {
         Line(L"λ = LE/r%s = %s/%s = %s <i>cl. 4.7.2</i>", axis, LE, r, m_fmt.NoDim(span.slenderness));
         return;
     }
-    const double L = span.overridden ? m_model.LongestUnheld(span.mode) : span.end - span.start;
-    const CString length = m_fmt.Length(L);
+    const CString length = m_fmt.Length(span.flexural.fullLength);
     const bool oneBolt = m_model.options.connection == Connection::OneBolt;
     const bool fullLength = oneBolt || (s.shape == Shape::Angle && x);
     const CString factor = fullLength ? L"1" : L"0.85";
@@ -164,11 +163,11 @@ void MemberText::StrutSlenderness(const SpanResult& span)
         numbers.AppendFormat(L", 1 * %s/%s, 0.7 * %s/%s + 30", length, ry, length, ry);
     }
     Line(L"least slenderness for the end connections = max(%s) = max(%s) = %s <i>cl. 4.7.10</i>", symbols, numbers,
-         m_fmt.NoDim(span.leastSlenderness));
+         m_fmt.NoDim(span.flexural.leastSlenderness));
     // Two or more bolts: 0.85 L/r in place of L/r between pinned ends.
     const bool reduced = span.slenderness < span.LE / span.radius * (1.0 - 1e-12);
     Line(L"λ = max(%s/r%s, least) = max(%s%s/%s, %s) = %s <i>cl. 4.7.2, 4.7.10</i>", reduced ? L"0.85 L" : L"LE", axis,
-         reduced ? L"0.85 * " : L"", reduced ? length : LE, r, m_fmt.NoDim(span.leastSlenderness),
+         reduced ? L"0.85 * " : L"", reduced ? length : LE, r, m_fmt.NoDim(span.flexural.leastSlenderness),
          m_fmt.NoDim(span.slenderness));
 }
 
@@ -176,10 +175,10 @@ void MemberText::CompressionResistanceLines(const SpanResult& span)
 {
     const SectionProperties& s = m_model.Properties();
     const bool x = span.mode == BucklingMode::Major;
-    const bool effective = span.Aeff < s.A;
+    const bool effective = span.flexural.Aeff < s.A;
     if (effective)
         Line(L"λ (Aeff/Ag)^0.5 = %s * (%s/%s)^0.5 = %s <i>cl. 4.7.4</i>", m_fmt.NoDim(span.slenderness),
-             Area(span.Aeff), Area(s.A), m_fmt.NoDim(span.slenderness * std::sqrt(span.Aeff / s.A)));
+             Area(span.flexural.Aeff), Area(s.A), m_fmt.NoDim(span.slenderness * std::sqrt(span.flexural.Aeff / s.A)));
     const wchar_t* const py = span.py < m_model.Steel().py ? L"pyr" : L"py";
     CString strength = m_fmt.Stress(span.py);
     if (LosesStrengthByWelding(s)) {
@@ -191,19 +190,20 @@ void MemberText::CompressionResistanceLines(const SpanResult& span)
     Line(L"curve %s%s%s <i>Table 23</i> for %s = %s: pc = %s <i>Annex C</i>", CString(StrutCurve::Name(curve.a), 1),
          curve.over > 0.0 ? L" and " : L"", curve.over > 0.0 ? CString(StrutCurve::Name(curve.aOver), 1) : CString(),
          py, strength, m_fmt.Stress(span.strength));
-    const bool oneBolt = span.connectionFactor < 1.0;
-    const CString share = oneBolt ? m_fmt.NoDim(span.connectionFactor) : CString();
+    const bool oneBolt = span.flexural.connectionFactor < 1.0;
+    const CString share = oneBolt ? m_fmt.NoDim(span.flexural.connectionFactor) : CString();
     Line(L"Pc%s = %s%s%s pc = %s%s%s * %s = %s <i>cl. 4.7.4%s</i>", x ? L"x" : L"y", share, oneBolt ? L" " : L"",
-         effective ? L"Aeff" : L"Ag", share, oneBolt ? L" * " : L"", Area(span.Aeff), m_fmt.Stress(span.strength),
-         m_fmt.Force(span.resistance), oneBolt ? L", 4.7.10: one bolt" : L"");
+         effective ? L"Aeff" : L"Ag", share, oneBolt ? L" * " : L"", Area(span.flexural.Aeff),
+         m_fmt.Stress(span.strength), m_fmt.Force(span.resistance), oneBolt ? L", 4.7.10: one bolt" : L"");
 }
 
 void MemberText::LateralTitle(const SpanResult& span)
 {
     SpanTitle(L"Lateral-torsional buckling", span);
     const CResultIndent indent(&m_result);
-    Line(L"compressed: %s; load: %s", SenseName(span.sense),
-         span.destabilising ? L"destabilising, it acts above its reference and moves with the flange" : L"normal");
+    Line(L"compressed: %s; load: %s", SenseName(span.lateral.sense),
+         span.lateral.destabilising ? L"destabilising, it acts above its reference and moves with the flange"
+                                    : L"normal");
 }
 
 void MemberText::LateralLength(const SpanResult& span)
@@ -213,7 +213,7 @@ void MemberText::LateralLength(const SpanResult& span)
         Line(L"<red>no row of the table applies to an end of the span</red>");
         return;
     }
-    if (!(std::abs(span.tipMoment) >= 1.0)) {
+    if (!(std::abs(span.lateral.tipMoment) >= 1.0)) {
         Line(L"LE = %s, %s", m_fmt.Length(span.LE), span.lengthRule);
         return;
     }
@@ -228,11 +228,11 @@ void MemberText::LateralLength(const SpanResult& span)
 void MemberText::LateralSlenderness(const SpanResult& span)
 {
     const SectionProperties& s = m_model.Properties();
-    const SlendernessLT& lt = span.lt;
+    const SlendernessLT& lt = span.lateral.lt;
     const CString lambda = m_fmt.NoDim(lt.lambda);
     const CString lambdaLT = m_fmt.NoDim(lt.lambdaLT);
-    if (span.simpleColumn) {
-        Line(L"λ = L/ry = %s/%s = %s, λLT = 0.5 λ = 0.5 * %s = %s <i>cl. 4.7.7</i>", m_fmt.Length(span.storey),
+    if (span.lateral.simpleColumn) {
+        Line(L"λ = L/ry = %s/%s = %s, λLT = 0.5 λ = 0.5 * %s = %s <i>cl. 4.7.7</i>", m_fmt.Length(span.lateral.storey),
              Small(s.ry), lambda, lambda, lambdaLT);
         return;
     }
@@ -269,14 +269,14 @@ void MemberText::Lateral(const SpanResult& span)
     const SectionProperties& s = m_model.Properties();
     if (!span.applied) {
         Line(L"%s: nothing to check",
-             span.continuous                          ? L"flange held along the span <i>cl. 4.2.2</i>"
-             : !CanBuckleLaterally(s)                 ? L"the section does not buckle laterally <i>cl. 4.3.6.1</i>"
-             : span.momentX.Mmax == 0.0               ? L"no moment about the major axis"
-             : span.sense == CCodeShare::LT_COMP_NONE ? L"no moment beyond the tolerance compresses the flange"
-                                                      : L"effective length given as zero");
+             span.continuous            ? L"flange held along the span <i>cl. 4.2.2</i>"
+             : !CanBuckleLaterally(s)   ? L"the section does not buckle laterally <i>cl. 4.3.6.1</i>"
+             : span.momentX.Mmax == 0.0 ? L"no moment about the major axis"
+             : span.lateral.sense == CCodeShare::LT_COMP_NONE ? L"no moment beyond the tolerance compresses the flange"
+                                                              : L"effective length given as zero");
         return;
     }
-    if (span.elastic) {
+    if (span.lateral.elastic) {
         ElasticLateral(span);
         return;
     }
@@ -289,14 +289,14 @@ void MemberText::Lateral(const SpanResult& span)
     LateralLength(span);
     LateralSlenderness(span);
     const bool angle = s.shape == Shape::Angle;
-    const bool simple = span.simpleColumn;
+    const bool simple = span.lateral.simpleColumn;
     const wchar_t* const Mb = simple ? L"Mbs" : L"Mb";
     Line(L"for %s = %s: λL0 = %s, pb = %s <i>Annex B.2</i>", span.py < m_model.Steel().py ? L"pyr" : L"py",
          m_fmt.Stress(span.py), m_fmt.NoDim(LimitingSlendernessLT(span.py, m_model.Steel().E)),
          m_fmt.Stress(span.strength));
     const wchar_t* const clause = simple ? L"4.7.7" : angle ? L"4.3.8" : L"4.3.6.4";
     Line(L"%s = pb %s = %s * %s = %s <i>cl. %s</i>, class %i", Mb, angle ? L"Zu" : L"W", m_fmt.Stress(span.strength),
-         Volume(span.modulus), m_fmt.Moment(span.resistance), clause, span.cls);
+         Volume(span.lateral.modulus), m_fmt.Moment(span.resistance), clause, span.cls);
     LateralFactor(span);
     Line(L"mLT M%s/%s = %s * %s/%s = %s", angle ? L"u" : L"x", Mb, m_fmt.NoDim(span.m), m_fmt.Moment(span.effect),
          m_fmt.Moment(span.resistance), Verdict(span.utilisation, false));
@@ -306,7 +306,7 @@ void MemberText::Lateral(const SpanResult& span)
 void MemberText::ElasticResistance(const SpanResult& span)
 {
     const SectionProperties& s = m_model.Properties();
-    const ElasticUnit& e = *span.elastic;
+    const ElasticUnit& e = *span.lateral.elastic;
     const wchar_t* const p = span.py < m_model.Steel().py ? L"pyr" : L"py";
     const CString py = m_fmt.Stress(span.py);
     const CString E = m_fmt.Stress(m_model.Steel().E);
@@ -323,20 +323,20 @@ void MemberText::ElasticResistance(const SpanResult& span)
         break;
     case Stability::Outcome::Buckles: {
         const CString Mcr = m_fmt.Moment(e.Mcr);
-        const CString Mp = m_fmt.Moment(span.modulus * span.py);
+        const CString Mp = m_fmt.Moment(span.lateral.modulus * span.py);
         Line(L"Mcr = λcr Mmax/(1 + error) = %s * %s/(1 + %s) = %s", m_fmt.NoDim(e.lambda),
              m_fmt.Moment(e.largestMoment), m_fmt.NoDim(e.error), Mcr);
-        Line(L"Mp = βW Sx %s = %s * %s * %s = %s <i>cl. 4.3.6.9</i>", p, m_fmt.NoDim(span.lt.betaW), Volume(s.Sx), py,
-             Mp);
+        Line(L"Mp = βW Sx %s = %s * %s * %s = %s <i>cl. 4.3.6.9</i>", p, m_fmt.NoDim(span.lateral.lt.betaW),
+             Volume(s.Sx), py, Mp);
         Line(L"λLT = (π² E/%s)^0.5 (Mp/Mcr)^0.5 = (9.87 * %s/%s)^0.5 * (%s/%s)^0.5 = %s <i>Annex B.2</i>", p, E, py, Mp,
-             Mcr, m_fmt.NoDim(span.lt.lambdaLT));
+             Mcr, m_fmt.NoDim(span.lateral.lt.lambdaLT));
         Line(L"for %s = %s: λL0 = %s, pb = %s <i>Annex B.2</i>", p, py,
              m_fmt.NoDim(LimitingSlendernessLT(span.py, m_model.Steel().E)), m_fmt.Stress(span.strength));
         break;
     }
     }
-    Line(L"Mb = pb W = %s * %s = %s <i>cl. 4.3.6.4</i>, class %i", m_fmt.Stress(span.strength), Volume(span.modulus),
-         m_fmt.Moment(span.resistance), span.cls);
+    Line(L"Mb = pb W = %s * %s = %s <i>cl. 4.3.6.4</i>, class %i", m_fmt.Stress(span.strength),
+         Volume(span.lateral.modulus), m_fmt.Moment(span.resistance), span.cls);
 }
 
 void MemberText::ElasticLateral(const SpanResult& span)
@@ -346,7 +346,7 @@ void MemberText::ElasticLateral(const SpanResult& span)
         Line(L"mLT = %s, given by the user, at least 1", m_fmt.NoDim(span.m));
     else
         Line(L"mLT = 1: the shape of the moments is part of Mcr");
-    if (span.elastic->outcome == Stability::Outcome::NotHeld) m_found.parts.back().second.isMarked = true;
+    if (span.lateral.elastic->outcome == Stability::Outcome::NotHeld) m_found.parts.back().second.isMarked = true;
     Line(L"mLT Mx/Mb = %s * %s/%s = %s", m_fmt.NoDim(span.m), m_fmt.Moment(span.effect), m_fmt.Moment(span.resistance),
          Verdict(span.utilisation, false));
     const SpanResult tables = ElasticRules(m_model).WorstByTables(span);
@@ -412,11 +412,11 @@ void MemberText::MomentTerms(const InteractionResult& r)
     const wchar_t* const u = angle ? L"u" : L"x";
     const wchar_t* const v = angle ? L"v" : L"y";
     if (r.MxTerm > 0.0)
-        Line(L"mx M%s/(py Z%s) = %s * %s/%s = %s", u, u, m_fmt.NoDim(x.m), m_fmt.Moment(x.Mx), m_fmt.Moment(x.pyZx),
-             m_fmt.NoDim(r.MxTerm));
+        Line(L"mx M%s/(py Z%s) = %s * %s/%s = %s", u, u, m_fmt.NoDim(x.m), m_fmt.Moment(x.Mx),
+             m_fmt.Moment(x.flexural.pyZx), m_fmt.NoDim(r.MxTerm));
     if (r.MyTerm > 0.0)
-        Line(L"my M%s/(py Z%s) = %s * %s/%s = %s", v, v, m_fmt.NoDim(y.m), m_fmt.Moment(y.My), m_fmt.Moment(y.pyZy),
-             m_fmt.NoDim(r.MyTerm));
+        Line(L"my M%s/(py Z%s) = %s * %s/%s = %s", v, v, m_fmt.NoDim(y.m), m_fmt.Moment(y.flexural.My),
+             m_fmt.Moment(y.flexural.pyZy), m_fmt.NoDim(r.MyTerm));
     if (r.MLTTerm > 0.0 && lt.effect > 0.0)
         Line(L"mLT MLT/Mb = %s * %s/%s = %s", m_fmt.NoDim(lt.m), m_fmt.Moment(lt.effect), m_fmt.Moment(lt.resistance),
              m_fmt.NoDim(r.MLTTerm));
@@ -446,7 +446,8 @@ void MemberText::SimpleColumn(const InteractionResult& r)
     if (r.MLTTerm > 0.0)
         Line(L"Mx/Mbs = %s/%s = %s", m_fmt.Moment(lt.effect), m_fmt.Moment(lt.resistance), m_fmt.NoDim(r.MLTTerm));
     if (r.MyTerm > 0.0)
-        Line(L"My/(py Zy) = %s/%s = %s", m_fmt.Moment(y.My), m_fmt.Moment(y.pyZy), m_fmt.NoDim(r.MyTerm));
+        Line(L"My/(py Zy) = %s/%s = %s", m_fmt.Moment(y.flexural.My), m_fmt.Moment(y.flexural.pyZy),
+             m_fmt.NoDim(r.MyTerm));
     Line(L"Fc/Pc + Mx/Mbs + My/(py Zy) = max(%s, %s) + %s + %s = %s <i>cl. %s</i>", m_fmt.NoDim(x.utilisation),
          m_fmt.NoDim(y.utilisation), m_fmt.NoDim(r.MLTTerm), m_fmt.NoDim(r.MyTerm), Verdict(r.first, false), r.clause);
 }
@@ -463,12 +464,13 @@ void MemberText::ExactInteraction(const InteractionResult& r)
     const CString fy = m_fmt.NoDim(y.utilisation);
     const CString mx = m_fmt.NoDim(x.m);
     const CString my = m_fmt.NoDim(y.m);
-    const CString major = m_fmt.NoDim(x.major);
-    const CString minor = m_fmt.NoDim(y.minor);
+    const CString major = m_fmt.NoDim(x.flexural.major);
+    const CString minor = m_fmt.NoDim(y.flexural.minor);
     Line(L"Fc/Pcx + mx Mx/Mcx (1 + 0.5 Fc/Pcx) + 0.5 myx My/Mcy = %s + %s * %s * (1 + 0.5 * %s) + 0.5 * %s * %s = %s "
          L"<i>cl. "
          L"%s</i>",
-         fx, mx, major, fx, m_fmt.NoDim(x.myx), m_fmt.NoDim(x.minor), Verdict(r.first, false), r.clause);
+         fx, mx, major, fx, m_fmt.NoDim(x.flexural.myx), m_fmt.NoDim(x.flexural.minor), Verdict(r.first, false),
+         r.clause);
     const CString bending = lt.effect > 0.0 ? m_fmt.NoDim(lt.m * lt.effect / lt.resistance) : CString(L"0");
     Line(L"Fc/Pcy + %smLT MLT/Mb + my My/Mcy (1 + %sFc/Pcy) = %s + %s%s + %s * %s * (1 + %s%s) = %s <i>cl. %s</i>", k,
          k, fy, times, bending, my, minor, times, fy, Verdict(r.second, false), r.clause);

@@ -69,9 +69,9 @@ SpanResult CompressionChecks::MakeSpan(BucklingMode mode, int left, int right, b
     span.to.restraint = m_model.PointRestraint(right);
     span.radius = mode == BucklingMode::Major ? s.rx : s.MinorRadius();
     span.momentX = ShapeOf(m_model.MomentsX(turned), span.start, span.end, FactorTable::Table26);
-    span.momentY = ShapeOf(m_model.MomentsY(turned), span.start, span.end, FactorTable::Table26);
+    span.flexural.momentY = ShapeOf(m_model.MomentsY(turned), span.start, span.end, FactorTable::Table26);
     span.Mx = span.momentX.Mmax <= m_model.LeastMomentX() ? 0.0 : span.momentX.Mmax;
-    span.My = span.momentY.Mmax <= m_model.LeastMomentY() ? 0.0 : span.momentY.Mmax;
+    span.flexural.My = span.flexural.momentY.Mmax <= m_model.LeastMomentY() ? 0.0 : span.flexural.momentY.Mmax;
     SetCapacityRatios(span);
     return span;
 }
@@ -114,8 +114,8 @@ void CompressionChecks::SetCapacityRatios(SpanResult& span) const
             return counts ? MomentUtilisation(p, axis, span.turned) * largest / p.*moment : 0.0;
         });
     };
-    span.major = ratio(&PositionResult::momentMajor, Axis::X);
-    span.minor = ratio(&PositionResult::momentMinor, Axis::Y);
+    span.flexural.major = ratio(&PositionResult::momentMajor, Axis::X);
+    span.flexural.minor = ratio(&PositionResult::momentMinor, Axis::Y);
 }
 
 void CompressionChecks::SetReasons(SpanResult& span) const
@@ -142,7 +142,8 @@ void SetOverride(SpanResult& span, double value, double memberLength)
     span.LE = value >= 0.0 ? value : -value * memberLength;
     span.lengthRule = L"given by the user";
     // More than the member's length means that its ends move against each other.
-    span.sway = span.mode != BucklingMode::LateralTorsional && span.LE > (span.end - span.start) * (1.0 + 1e-9);
+    span.flexural.sway =
+        span.mode != BucklingMode::LateralTorsional && span.LE > (span.end - span.start) * (1.0 + 1e-9);
 }
 
 void CompressionChecks::FindSpans(BucklingMode mode, bool turned)
@@ -175,13 +176,14 @@ void CompressionChecks::SetLength(SpanResult& span)
     const bool heldRight = span.to.kind != EndKind::MemberEnd;
     const int rotationLeft = Rotation(span.from.restraint, span.mode);
     const int rotationRight = Rotation(span.to.restraint, span.mode);
-    span.sway = heldLeft != heldRight;
-    span.lengthFactor = Table22(heldLeft, rotationLeft, heldRight, rotationRight);
-    span.LE = span.lengthFactor * (span.end - span.start);
-    span.lengthRule = span.lengthFactor < INF
-                          ? (span.sway ? L"Table 22 b, one end not held in position" : L"Table 22 a, both ends held")
-                          : L"no row of Table 22: an end that is not held in position needs one opposite that is held "
-                            L"in position and in direction";
+    span.flexural.sway = heldLeft != heldRight;
+    span.flexural.lengthFactor = Table22(heldLeft, rotationLeft, heldRight, rotationRight);
+    span.LE = span.flexural.lengthFactor * (span.end - span.start);
+    span.lengthRule =
+        span.flexural.lengthFactor < INF
+            ? (span.flexural.sway ? L"Table 22 b, one end not held in position" : L"Table 22 a, both ends held")
+            : L"no row of Table 22: an end that is not held in position needs one opposite that is held "
+              L"in position and in direction";
     if (span.applied && !(heldLeft && heldRight))
         m_found.Assume(L"missing restraint",
                        L"an end of a strut without restraint in position is free to sway: the sway rows of Table 22",
@@ -203,8 +205,9 @@ void CompressionChecks::SetSlenderness(SpanResult& span) const
     if (span.continuous || !m_model.IsEccentricStrut()) return;
     const bool oneBolt = m_model.options.connection == Connection::OneBolt;
     const bool twoBolts = m_model.options.connection == Connection::TwoBoltsMore;
-    if (oneBolt) span.connectionFactor = 0.8;
+    if (oneBolt) span.flexural.connectionFactor = 0.8;
     const double L = span.overridden ? m_model.LongestUnheld(span.mode) : span.end - span.start;
+    span.flexural.fullLength = L;
     const auto least = [L](double factor, double radius, double more) {
         return std::max(factor * L / radius, 0.7 * L / radius + more);
     };
@@ -213,19 +216,19 @@ void CompressionChecks::SetSlenderness(SpanResult& span) const
     bool hasReduction = !major;
     switch (s.shape) {
     case Shape::Angle: // 4.7.10.2: axes a-a and b-b, v-v
-        span.leastSlenderness =
+        span.flexural.leastSlenderness =
             major ? least(1.0, s.rx, 30.0) : std::max(least(factor, s.rv, 15.0), least(1.0, s.ry, 30.0));
         break;
     case Shape::Channel: // 4.7.10.4
-        if (!major) span.leastSlenderness = least(factor, s.ry, 30.0);
+        if (!major) span.flexural.leastSlenderness = least(factor, s.ry, 30.0);
         break;
     default: // 4.7.10.5
-        if (major) span.leastSlenderness = least(factor, s.rx, 30.0);
+        if (major) span.flexural.leastSlenderness = least(factor, s.rx, 30.0);
         hasReduction = major;
         break;
     }
-    if (twoBolts && hasReduction && span.lengthFactor == 1.0) span.slenderness = 0.85 * L / span.radius;
-    span.slenderness = std::max(span.slenderness, span.leastSlenderness);
+    if (twoBolts && hasReduction && span.flexural.lengthFactor == 1.0) span.slenderness = 0.85 * L / span.radius;
+    span.slenderness = std::max(span.slenderness, span.flexural.leastSlenderness);
 }
 
 void CompressionChecks::SetResistance(SpanResult& span) const
@@ -237,16 +240,16 @@ void CompressionChecks::SetResistance(SpanResult& span) const
     const WorstClass compressed = classes.Worst(span.start, span.end, SpanClass::Part::Compressed);
     const bool angle = s.shape == Shape::Angle;
     span.cls = std::max(1, acted.cls);
-    span.pyZx = acted.cls > 0 ? acted.pyZx : m.py * (angle ? s.Zu : s.Zx);
-    span.pyZy = acted.cls > 0 ? acted.pyZy : m.py * (angle ? s.Zv : s.Zy);
+    span.flexural.pyZx = acted.cls > 0 ? acted.pyZx : m.py * (angle ? s.Zu : s.Zx);
+    span.flexural.pyZy = acted.cls > 0 ? acted.pyZy : m.py * (angle ? s.Zv : s.Zy);
     Classification c;
     c.Aeff = compressed.cls > 0 ? compressed.Aeff : s.A;
     c.pyCompression = compressed.cls > 0 ? compressed.pyCompression : m.py;
-    span.Aeff = c.Aeff;
+    span.flexural.Aeff = c.Aeff;
     span.py = c.pyCompression;
     span.strength =
         CompressiveStrength(s, m, c, span.mode == BucklingMode::Major ? Axis::X : Axis::Y, span.slenderness);
-    span.resistance = span.connectionFactor * span.Aeff * span.strength;
+    span.resistance = span.flexural.connectionFactor * span.flexural.Aeff * span.strength;
 }
 
 void CompressionChecks::Check(SpanResult& span)
@@ -259,10 +262,10 @@ void CompressionChecks::Check(SpanResult& span)
     span.utilisation = Ratio(span.effect, span.resistance);
     const auto factor = [&](const MomentShape& shape) {
         // 4.8.3.3.4: at least 0.85 in sway mode
-        return m_model.Factor(shape.factor, !shape.balanced ? 1.0 : span.sway ? 0.85 : 0.0);
+        return m_model.Factor(shape.factor, !shape.balanced ? 1.0 : span.flexural.sway ? 0.85 : 0.0);
     };
-    span.m = factor(span.mode == BucklingMode::Major ? span.momentX : span.momentY);
-    span.myx = factor(span.momentY);
+    span.m = factor(span.mode == BucklingMode::Major ? span.momentX : span.flexural.momentY);
+    span.flexural.myx = factor(span.flexural.momentY);
     if (!span.turned) Record(span);
 }
 

@@ -8,6 +8,7 @@
 
 #include "BucklingEntry.h"
 #include "SpanClass.h"
+#include "keltrix/stability/Refusal.h"
 #include "keltrix/stability/SectionConstants.h"
 #include "keltrix/steel/CodeShare.h"
 
@@ -22,25 +23,8 @@ namespace {
 
 // Poisson's ratio, 3.1.3.
 constexpr double POISSON = 0.30;
-// Largest estimated relative error of a critical moment that is used.
-constexpr double LARGEST_ERROR = 0.01;
-// Largest jump of the moment inside a length, as a share of its largest moment, that rounding of the input explains.
-constexpr double LARGEST_JUMP = 1e-3;
 // Share of the member's length within which two positions are one.
 constexpr double SAME_PLACE = 1e-9;
-
-const wchar_t* RefusalOf(const Stability::Unit& unit)
-{
-    if (unit.outcome == Outcome::NotHeld) return nullptr; // whatever the moments
-    if (unit.largestJump > LARGEST_JUMP * unit.largestMoment)
-        return L"the moment jumps inside it at a section that is free to twist, and how the couple is applied is not "
-               L"part of the input";
-    if (!unit.balanced) return L"the forces of a sub-span do not balance";
-    if (unit.restraintsLeftOut) return L"its restraints follow each other more closely than the analysis can take";
-    if (unit.positive && !(unit.positive->error <= LARGEST_ERROR))
-        return L"the estimated error of the analysis is above 1 %";
-    return nullptr;
-}
 
 ElasticUnit ElasticUnitOf(const Stability::Unit& unit)
 {
@@ -49,7 +33,7 @@ ElasticUnit ElasticUnitOf(const Stability::Unit& unit)
     e.end = unit.end;
     e.outcome = unit.outcome;
     e.largestMoment = unit.largestMoment;
-    e.refusal = RefusalOf(unit);
+    e.refusal = Stability::DesignRefusal(unit);
     e.lambda = e.Mcr = INF;
     if (unit.positive) {
         e.lambda = unit.positive->lambda;
@@ -189,7 +173,7 @@ SpanResult ElasticRules::MakeSpan(double from, double to, const ElasticUnit* uni
     };
     span.startReason = reason(span.from.kind);
     span.endReason = reason(span.to.kind);
-    if (unit) span.elastic = *unit;
+    if (unit) span.lateral.elastic = *unit;
     return span;
 }
 
@@ -197,7 +181,7 @@ SpanResult ElasticRules::MakeSpan(double from, double to, const ElasticUnit* uni
 const wchar_t* ElasticRules::Refusal(const std::vector<ElasticUnit>& units, const std::vector<Stretch>& stretches) const
 {
     for (const Stretch& stretch : stretches)
-        if (m_lateral.MakeSpan(stretch, false).simpleColumn) return L"column in simple construction (4.7.7)";
+        if (m_lateral.MakeSpan(stretch, false).lateral.simpleColumn) return L"column in simple construction (4.7.7)";
     for (const ElasticUnit& unit : units)
         for (const Stretch& stretch : stretches)
             if (unit.refusal && Overlaps(unit.start, unit.end, stretch.left.x, stretch.right.x, Tolerance()))
@@ -254,15 +238,15 @@ void ElasticRules::AddPart(const std::vector<Stretch>& part, double from, double
 bool ElasticRules::IsOffered(const SpanResult& span, const std::vector<SpanResult>& spans) const
 {
     const bool isMode = span.mode == BucklingMode::LateralTorsional && span.applied && !span.turned;
-    if (!isMode || span.elastic || span.overridden || m_model.options.lateral != LateralMethod::Tables ||
-        m_model.Properties().shape == Shape::Angle || span.simpleColumn)
+    if (!isMode || span.lateral.elastic || span.overridden || m_model.options.lateral != LateralMethod::Tables ||
+        m_model.Properties().shape == Shape::Angle || span.lateral.simpleColumn)
         return false;
-    if (!(span.LE < INF) || span.cantilever) return true;
-    if (span.flange[0] == span.flange[1]) return false;
-    const std::size_t other = span.flange[0] ? 1 : 0;
+    if (!(span.LE < INF) || span.lateral.cantilever) return true;
+    if (span.lateral.flange[0] == span.lateral.flange[1]) return false;
+    const std::size_t other = span.lateral.flange[0] ? 1 : 0;
     const double tolerance = Tolerance();
     return std::any_of(spans.begin(), spans.end(), [&](const SpanResult& s) {
-        return s.mode == BucklingMode::LateralTorsional && s.flange[other] && !s.turned &&
+        return s.mode == BucklingMode::LateralTorsional && s.lateral.flange[other] && !s.turned &&
                Overlaps(s.start, s.end, span.start, span.end, tolerance) &&
                (s.continuous || s.start > span.start + tolerance || s.end < span.end - tolerance);
     });
@@ -292,14 +276,14 @@ namespace {
 LedgerEntry InformationEntry(const SpanResult& span, const wchar_t* reason)
 {
     LedgerEntry e = SpanEntry(Rule::LateralTorsional, span);
-    e.clause = span.elastic ? L"Annex B.2, elastic Mcr" : L"4.3.6";
+    e.clause = span.lateral.elastic ? L"Annex B.2, elastic Mcr" : L"4.3.6";
     e.status = CheckStatus::Information;
     e.reason = reason;
     e.utilisation = CMemberResult::InfinitiseNANs(span.utilisation);
     e.resistance = span.resistance;
     e.symbol = L"Mb";
     e.quantity = Quantity::Moment;
-    e.slenderness = span.lt.lambdaLT;
+    e.slenderness = span.lateral.lt.lambdaLT;
     return e;
 }
 
@@ -308,13 +292,13 @@ LedgerEntry InformationEntry(const SpanResult& span, const wchar_t* reason)
 void ElasticRules::AddInformation(const std::vector<SpanResult>& spans, std::vector<LedgerEntry>& entries) const
 {
     for (const SpanResult& span : spans) {
-        if (!span.elastic || !span.applied) continue;
+        if (!span.lateral.elastic || !span.applied) continue;
         const SpanResult tables = WorstByTables(span);
         if (tables.applied)
             entries.push_back(InformationEntry(tables, L"by Tables 13, 14 and 18, the way that is not used here"));
     }
     for (const SpanResult& unit : Offers(spans)) {
-        const bool held = unit.elastic->outcome != Outcome::NotHeld;
+        const bool held = unit.lateral.elastic->outcome != Outcome::NotHeld;
         entries.push_back(InformationEntry(
             unit, held ? L"by the elastic critical moment, which the option ltb takes; the check above is by the tables"
                        : L"by the elastic critical moment: not held, the restraints leave the length free to move"));

@@ -27,8 +27,8 @@ struct Combination {
 void Simplified(const Combination& c, InteractionResult& r)
 {
     r.clause = L"4.8.3.3.1";
-    r.MxTerm = c.x.m * c.x.Mx / c.x.pyZx;
-    r.MyTerm = c.y.m * c.y.My / c.y.pyZy;
+    r.MxTerm = c.x.m * c.x.Mx / c.x.flexural.pyZx;
+    r.MyTerm = c.y.m * c.y.flexural.My / c.y.flexural.pyZy;
     r.MLTTerm = c.MLTTerm();
     r.first = std::max(c.x.utilisation, c.y.utilisation) + r.MxTerm + r.MyTerm;
     r.second = c.y.utilisation + r.MLTTerm + r.MyTerm;
@@ -41,9 +41,9 @@ void MoreExact(const Combination& c, bool hollow, InteractionResult& r)
     const double k = hollow ? 0.5 : 1.0;
     const double fx = c.x.utilisation;
     const double fy = c.y.utilisation;
-    const double mx = c.x.m * c.x.major;
-    const double my = c.y.m * c.y.minor;
-    const double myx = c.x.myx * c.x.minor;
+    const double mx = c.x.m * c.x.flexural.major;
+    const double my = c.y.m * c.y.flexural.minor;
+    const double myx = c.x.flexural.myx * c.x.flexural.minor;
     r.rule = InteractionRule::MoreExact;
     r.clause = hollow ? L"4.8.3.3.3" : L"4.8.3.3.2";
     r.MxTerm = mx * (1.0 + 0.5 * fx);
@@ -61,7 +61,7 @@ void SimpleColumn(const Combination& c, InteractionResult& r)
     r.rule = InteractionRule::SimpleColumn;
     r.clause = L"4.7.7";
     r.MLTTerm = Ratio(c.lt.effect, c.lt.resistance);
-    r.MyTerm = c.y.My / c.y.pyZy;
+    r.MyTerm = c.y.flexural.My / c.y.flexural.pyZy;
     r.first = r.second = std::max(c.x.utilisation, c.y.utilisation) + r.MLTTerm + r.MyTerm;
 }
 
@@ -70,7 +70,7 @@ bool ActTogether(const Combination& c)
 {
     const bool compressed = c.x.applied || c.y.applied;
     const bool bentX = c.x.Mx > 0.0;
-    const bool bentY = c.y.My > 0.0;
+    const bool bentY = c.y.flexural.My > 0.0;
     return (compressed && (bentX || bentY)) || (bentX && bentY);
 }
 
@@ -80,13 +80,13 @@ void Interact(const Combination& c, const MemberModel& model, InteractionResult&
     r.end = std::min({c.x.end, c.y.end, c.lt.end});
     r.Fc = std::max(c.x.effect, c.y.effect);
     const Shape shape = model.Properties().shape;
-    if (c.lt.simpleColumn)
+    if (c.lt.lateral.simpleColumn)
         SimpleColumn(c, r);
     else if (model.moreExact && (shape == Shape::I || shape == Shape::RHS || shape == Shape::CHS))
         MoreExact(c, model.Properties().IsHollow(), r);
     else
         Simplified(c, r);
-    if (!(r.Fc > 0.0) && !c.lt.simpleColumn) r.clause = L"4.9";
+    if (!(r.Fc > 0.0) && !c.lt.lateral.simpleColumn) r.clause = L"4.9";
     r.utilisation = CMemberResult::InfinitiseNANs(std::max({r.first, r.second, r.third}));
 }
 
@@ -123,14 +123,14 @@ void CheckAll(Design::Flange flange, bool turned, const MemberModel& model, Memb
     for (std::size_t i = 0; i < found.spans.size(); ++i) {
         const SpanResult& span = found.spans[i];
         const bool counts =
-            span.mode != BucklingMode::LateralTorsional || span.flange[static_cast<std::size_t>(flange)];
+            span.mode != BucklingMode::LateralTorsional || span.lateral.flange[static_cast<std::size_t>(flange)];
         if (span.turned == turned && counts) spans[static_cast<std::size_t>(span.mode)].push_back(static_cast<int>(i));
     }
     std::array<std::size_t, 3> next{};
     while (next[0] < spans[0].size() && next[1] < spans[1].size() && next[2] < spans[2].size()) {
         const std::array<int, 3> places{spans[0][next[0]], spans[1][next[1]], spans[2][next[2]]};
         const SpanResult& lt = found.Span(places[2]);
-        if (flange == Design::Flange::First || (!lt.flange[0] && lt.effect > 0.0)) Check(places, model, found);
+        if (flange == Design::Flange::First || (!lt.lateral.flange[0] && lt.effect > 0.0)) Check(places, model, found);
         const double end = std::min({found.Span(places[0]).end, found.Span(places[1]).end, lt.end});
         for (std::size_t mode = 0; mode < 3; ++mode)
             if (found.Span(places[mode]).end == end) ++next[mode];

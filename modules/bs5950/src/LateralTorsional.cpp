@@ -34,14 +34,14 @@ constexpr double EQUAL = 1e-9;
 
 constexpr std::size_t Index(Flange f) { return static_cast<std::size_t>(f); }
 
-int SenseOf(const std::array<bool, 2>& compressed)
+CCodeShare::LT_BuckleDirection SenseOf(const std::array<bool, 2>& compressed)
 {
     if (compressed[0] && compressed[1]) return CCodeShare::LT_COMP_BOTH;
     if (compressed[0]) return CCodeShare::LT_COMP_FLANGE1;
     return compressed[1] ? CCodeShare::LT_COMP_FLANGE2 : CCodeShare::LT_COMP_NONE;
 }
 
-bool BelongsToBoth(const SpanResult& span) { return span.flange[0] && span.flange[1]; }
+bool BelongsToBoth(const SpanResult& span) { return span.lateral.flange[0] && span.lateral.flange[1]; }
 
 } // namespace
 
@@ -92,24 +92,24 @@ SpanResult LateralRules::MakeSpan(const Stretch& stretch, bool turned) const
                                       points.begin());
     span.startReason = Design::EndKindText(span.from.kind);
     span.endReason = Design::EndKindText(span.to.kind);
-    span.flange = stretch.flange;
+    span.lateral.flange = stretch.flange;
     span.continuous = stretch.held;
-    span.cantilever = stretch.cantilever;
+    span.lateral.cantilever = stretch.cantilever;
     span.radius = m_model.Properties().MinorRadius();
     const double least = std::max(m_model.LeastMomentX(), LEAST_SHARE * m_model.MomentsX(turned).Largest());
     for (const Flange f : FLANGES) {
         const double moment = stretch.Has(f) ? stretch.Compressing(f) : 0.0;
-        span.compressed[Index(f)] = !(moment <= least);
-        if (span.compressed[Index(f)]) span.effect = std::max(span.effect, moment);
+        span.lateral.compressed[Index(f)] = !(moment <= least);
+        if (span.lateral.compressed[Index(f)]) span.effect = std::max(span.effect, moment);
         if (std::isnan(moment)) span.effect = moment;
     }
-    span.sense = SenseOf(span.compressed);
-    span.destabilising = Design::IsDestabilised(stretch, points, m_model.subSpans);
+    span.lateral.sense = SenseOf(span.lateral.compressed);
+    span.lateral.destabilising = Design::IsDestabilised(stretch, points, m_model.subSpans);
     span.momentX = ShapeOf(m_model.MomentsX(turned), span.start, span.end, FactorTable::Table18);
-    span.simpleColumn = IsSimpleColumn(span);
-    if (!span.simpleColumn) return span;
+    span.lateral.simpleColumn = IsSimpleColumn(span);
+    if (!span.lateral.simpleColumn) return span;
     const auto [from, to] = StoreyOf(span);
-    span.storey = to - from;
+    span.lateral.storey = to - from;
     return span;
 }
 
@@ -133,7 +133,7 @@ bool LateralChecks::IsUnsupportedEnd(const StretchEnd& end) const
 void LateralChecks::SetLength(SpanResult& span)
 {
     if (span.overridden) return;
-    if (!span.cantilever && (IsUnsupportedEnd(span.from) || IsUnsupportedEnd(span.to)))
+    if (!span.lateral.cantilever && (IsUnsupportedEnd(span.from) || IsUnsupportedEnd(span.to)))
         m_found.Assume(L"vertical support",
                        L"an end without major axis shear restraint is taken as supported, not as a tip", std::nan(""));
     m_rules.FindLength(span, CCodeShare(nullptr));
@@ -142,14 +142,14 @@ void LateralChecks::SetLength(SpanResult& span)
 void LateralRules::FindLength(SpanResult& span, const CCodeShare& rules) const
 {
     Stretch stretch;
-    stretch.cantilever = span.cantilever;
+    stretch.cantilever = span.lateral.cantilever;
     stretch.left = span.from;
     stretch.right = span.to;
     for (const Flange f : FLANGES) {
-        if (!span.compressed[Index(f)]) continue;
+        if (!span.lateral.compressed[Index(f)]) continue;
         const Design::LateralLength length =
             Design::FindLateralLength(stretch, f, m_model.points, m_model.MomentsX(span.turned), m_model.Properties().D,
-                                      span.destabilising, rules);
+                                      span.lateral.destabilising, rules);
         switch (length.table) {
         case Design::LateralTable::Table13:
             span.lengthRule = L"Table 13";
@@ -163,7 +163,7 @@ void LateralRules::FindLength(SpanResult& span, const CCodeShare& rules) const
         }
         if (length.LE < span.LE) continue;
         span.LE = length.LE;
-        span.tipMoment = length.tipMoment;
+        span.lateral.tipMoment = length.tipMoment;
     }
 }
 
@@ -222,7 +222,7 @@ SlendernessLT LateralRules::ElasticSlenderness(const SpanResult& span, const Cla
     lt.betaW = BetaW(m_model.Properties(), c);
     const double Mp = c.Wx * c.pyMomentX;
     lt.lambdaLT = std::sqrt(std::numbers::pi * std::numbers::pi * m_model.Steel().E / c.pyMomentX) *
-                  std::sqrt(Mp / span.elastic->Mcr);
+                  std::sqrt(Mp / span.lateral.elastic->Mcr);
     lt.source = L"Annex B.2, elastic Mcr";
     return lt;
 }
@@ -237,29 +237,29 @@ void LateralRules::SetResistance(SpanResult& span) const
     const double LE = span.applied ? span.LE : 0.0;
     bool first = true;
     for (const Flange f : FLANGES) {
-        if (!span.compressed[Index(f)]) continue;
+        if (!span.lateral.compressed[Index(f)]) continue;
         const bool flange1 = f == Flange::First;
         const WorstClass worst =
             classes.Worst(span.start, span.end, flange1 ? SpanClass::Part::Flange1 : SpanClass::Part::Flange2);
         const Classification& c = worst.bending;
         SlendernessLT lt = LateralTorsionalSlenderness(s, LE, BetaW(s, c), flange1);
         double resistance = BucklingResistanceMoment(s, m, c, LE, flange1);
-        if (span.elastic) {
+        if (span.lateral.elastic) {
             lt = ElasticSlenderness(span, c);
             resistance = BendingStrength(lt.lambdaLT, c.pyMomentX, s.IsWelded(), m.E) * c.Wx;
-        } else if (span.applied && span.simpleColumn) {
-            lt.lambda = span.storey / s.ry;
+        } else if (span.applied && span.lateral.simpleColumn) {
+            lt.lambda = span.lateral.storey / s.ry;
             lt.lambdaLT = 0.5 * lt.lambda;
             lt.source = L"4.7.7";
             resistance = BendingStrength(lt.lambdaLT, c.pyMomentX, s.IsWelded(), m.E) * c.Wx;
         }
         if (!first && !(resistance < span.resistance)) continue;
         first = false;
-        span.resisting = static_cast<int>(Index(f));
+        span.lateral.resisting = static_cast<int>(Index(f));
         span.cls = worst.cls;
-        span.modulus = c.Wx;
+        span.lateral.modulus = c.Wx;
         span.py = c.pyMomentX;
-        span.lt = lt;
+        span.lateral.lt = lt;
         span.resistance = resistance;
         span.strength = resistance / c.Wx;
     }
@@ -269,21 +269,21 @@ void LateralRules::SetResistance(SpanResult& span) const
 // critical moment has the shape of the moments in it.
 double LateralRules::MomentFactor(const SpanResult& span) const
 {
-    if (span.elastic) return m_model.Factor(1.0, 1.0);
-    const bool uniform = span.destabilising || span.cantilever; // 4.3.6.6
+    if (span.lateral.elastic) return m_model.Factor(1.0, 1.0);
+    const bool uniform = span.lateral.destabilising || span.lateral.cantilever; // 4.3.6.6
     const bool largest = BelongsToBoth(span) || span.effect >= span.momentX.Mmax * (1.0 - EQUAL);
     const double computed = largest ? span.momentX.factor : 1.0;
-    return m_model.Factor(computed, uniform || !span.momentX.balanced || span.simpleColumn ? 1.0 : 0.0);
+    return m_model.Factor(computed, uniform || !span.momentX.balanced || span.lateral.simpleColumn ? 1.0 : 0.0);
 }
 
 void LateralChecks::SetFactor(SpanResult& span)
 {
     span.m = m_rules.MomentFactor(span);
-    if (span.applied && span.elastic && m_model.momentFactor.value_or(1.0) < 1.0)
+    if (span.applied && span.lateral.elastic && m_model.momentFactor.value_or(1.0) < 1.0)
         m_found.Assume(L"mLT beside an elastic critical moment",
                        L"1.0 in place of a smaller factor given by the user: the shape of the moments is part of Mcr",
                        1.0);
-    const bool uniform = (span.destabilising || span.cantilever) && !span.elastic;
+    const bool uniform = (span.lateral.destabilising || span.lateral.cantilever) && !span.lateral.elastic;
     if (span.applied && uniform && m_model.momentFactor.value_or(1.0) < 1.0)
         m_found.Assume(L"mLT under destabilising loads",
                        L"1.0 in place of a smaller factor given by the user (4.3.6.6)", 1.0);
@@ -294,8 +294,8 @@ void LateralChecks::SetFactor(SpanResult& span)
 bool LateralRules::IsApplied(const SpanResult& span) const
 {
     // An elastic critical moment finds any section that is not held, and loads far above one that is.
-    const bool canBuckle = span.elastic || CanBuckleLaterally(m_model.Properties());
-    return span.sense != CCodeShare::LT_COMP_NONE && !span.continuous && canBuckle &&
+    const bool canBuckle = span.lateral.elastic || CanBuckleLaterally(m_model.Properties());
+    return span.lateral.sense != CCodeShare::LT_COMP_NONE && !span.continuous && canBuckle &&
            !(span.overridden && span.LE == 0.0);
 }
 
@@ -303,7 +303,7 @@ void LateralChecks::Check(SpanResult& span)
 {
     span.Mx = span.effect;
     span.applied = m_rules.IsApplied(span);
-    if (span.applied && !span.elastic)
+    if (span.applied && !span.lateral.elastic)
         SetLength(span);
     else if (span.continuous)
         span.lengthRule = L"flange held along its length (4.2.2)";
@@ -317,29 +317,29 @@ void LateralChecks::Check(SpanResult& span)
 void LateralChecks::Record(const SpanResult& span)
 {
     LedgerEntry e = SpanEntry(Rule::LateralTorsional, span);
-    e.clause = span.simpleColumn ? L"4.7.7" : m_model.Properties().shape == Shape::Angle ? L"4.3.8" : L"4.3.6";
+    e.clause = span.lateral.simpleColumn ? L"4.7.7" : m_model.Properties().shape == Shape::Angle ? L"4.3.8" : L"4.3.6";
     e.resistance = span.resistance;
-    e.symbol = span.simpleColumn ? L"Mbs" : L"Mb";
+    e.symbol = span.lateral.simpleColumn ? L"Mbs" : L"Mb";
     e.quantity = span.resistance > 0.0 ? Quantity::Moment : Quantity::None;
     if (span.applied) {
         e.utilisation = CMemberResult::InfinitiseNANs(span.utilisation);
         e.status = e.utilisation > 1.0 ? CheckStatus::Failed : CheckStatus::Passed;
         if (!(span.LE < INF)) e.reason = L"no effective length: no row of Table 13 or 14 applies to an end of the span";
-        if (span.elastic) {
-            const bool held = span.elastic->outcome != Stability::Outcome::NotHeld;
+        if (span.lateral.elastic) {
+            const bool held = span.lateral.elastic->outcome != Stability::Outcome::NotHeld;
             e.clause = L"Annex B.2, elastic Mcr";
-            e.slenderness = span.lt.lambdaLT;
+            e.slenderness = span.lateral.lt.lambdaLT;
             e.reason = held ? L"by the elastic critical moment"
                             : L"not held: the restraints leave the length free to move sideways or to twist";
         }
     } else {
         e.status = CheckStatus::NotApplicable;
-        e.reason = span.continuous ? L"the flange is held along the span (4.2.2)"
-                   : !CanBuckleLaterally(m_model.Properties())
-                       ? L"the section does not buckle laterally about x-x (4.3.6.1)"
-                   : span.momentX.Mmax == 0.0               ? L"no moment about the major axis"
-                   : span.sense == CCodeShare::LT_COMP_NONE ? L"no moment beyond the tolerance compresses the flange"
-                                                            : L"the effective length given is zero";
+        e.reason =
+            span.continuous                             ? L"the flange is held along the span (4.2.2)"
+            : !CanBuckleLaterally(m_model.Properties()) ? L"the section does not buckle laterally about x-x (4.3.6.1)"
+            : span.momentX.Mmax == 0.0                  ? L"no moment about the major axis"
+            : span.lateral.sense == CCodeShare::LT_COMP_NONE ? L"no moment beyond the tolerance compresses the flange"
+                                                             : L"the effective length given is zero";
     }
     m_found.ledger.Add(e);
 }

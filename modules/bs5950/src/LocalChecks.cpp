@@ -10,6 +10,7 @@
 #include "LocalEntry.h"
 #include "Positions.h"
 #include "WebChecks.h"
+#include "keltrix/design/Places.h"
 
 namespace Keltrix::BS5950 {
 
@@ -202,12 +203,8 @@ bool LocalChecks::HasCombination(bool tension) const
 {
     const Actions least = m_model.section.LeastActions();
     const auto bends = [](const Design::MomentDiagram& moments, int k, double noise) {
-        for (const Design::Parabola& curve : moments.Curves(k)) {
-            const double s = curve.Extreme();
-            if (std::max({std::abs(curve.left), std::abs(curve.right), std::isnan(s) ? 0.0 : std::abs(curve.At(s))}) >
-                noise)
-                return true;
-        }
+        for (const Design::Parabola& curve : moments.Curves(k))
+            if (Design::LargestMagnitude(curve) > noise) return true;
         return false;
     };
     for (int k = 0; k < static_cast<int>(m_model.subSpans.size()); ++k) {

@@ -158,7 +158,7 @@ void MemberCheck::AssumeFactors()
                        *m_model.momentFactor);
     if (!m_model.options.simpleColumn) return;
     const bool all = std::all_of(m_found.spans.begin(), m_found.spans.end(), [](const SpanResult& span) {
-        return span.mode != BucklingMode::LateralTorsional || span.simpleColumn;
+        return span.mode != BucklingMode::LateralTorsional || span.lateral.simpleColumn;
     });
     m_found.Assume(
         L"column in simple construction",

@@ -5,11 +5,14 @@
 #include <limits>
 #include <tuple>
 
-#include "Numbers.h"
+#include "keltrix/design/Places.h"
 
 namespace Keltrix::BS5950 {
 
+using Design::Between;
+using Design::LargestMagnitude;
 using Design::Parabola;
+using Design::Sum;
 
 namespace {
 
@@ -19,23 +22,6 @@ constexpr int STEPS = 8;
 constexpr double BESIDE = 1e-13;
 // Gain by which a place must exceed what is known to become a position.
 constexpr double GAIN = 1e-12;
-
-Vec3<double> BetweenEach(const Vec3<double>& a, const Vec3<double>& b, double s)
-{
-    return {Between(a.x, b.x, s), Between(a.y, b.y, s), Between(a.z, b.z, s)};
-}
-
-Parabola Sum(const Parabola& a, double ka, const Parabola& b, double kb)
-{
-    return {ka * a.left + kb * b.left, ka * a.right + kb * b.right, ka * a.curvature + kb * b.curvature};
-}
-
-// Largest magnitude over the sub-span.
-double Largest(const Parabola& p)
-{
-    const double s = p.Extreme();
-    return std::max({std::abs(p.left), std::abs(p.right), std::isnan(s) ? 0.0 : std::abs(p.At(s))});
-}
 
 int SignOf(double value) { return (value > 0.0) - (value < 0.0) + 1; }
 
@@ -97,49 +83,6 @@ std::vector<double> RootsBetweenEnds(const Polynomial& p, int degree)
     return roots;
 }
 
-// Place of the largest value of a smooth function between a and c, from a first guess b, by Brent's method: golden section and
-// parabolic steps.
-template <class Function>
-double MaximumPlace(const Function& f, double a, double b, double c)
-{
-    constexpr double GOLDEN = 0.3819660112501051;
-    constexpr double TOLERANCE = 1e-9;
-    double x = b, w = b, v = b;
-    double fx = f(x), fw = fx, fv = fx;
-    double step = 0.0, before = 0.0;
-    for (int i = 0; i < 80; ++i) {
-        const double middle = 0.5 * (a + c);
-        if (std::abs(x - middle) <= 2.0 * TOLERANCE - 0.5 * (c - a)) break;
-        const double r = (x - w) * (fx - fv);
-        double q = (x - v) * (fx - fw);
-        double p = (x - v) * q - (x - w) * r;
-        q = 2.0 * (q - r);
-        if (q > 0.0) p = -p;
-        q = std::abs(q);
-        const double last = before;
-        before = step;
-        if (std::abs(p) < std::abs(0.5 * q * last) && p > q * (a - x) && p < q * (c - x)) {
-            step = p / q;
-        } else {
-            before = x < middle ? c - x : a - x;
-            step = GOLDEN * before;
-        }
-        const double u = x + (std::abs(step) >= TOLERANCE ? step : std::copysign(TOLERANCE, step));
-        const double fu = f(u);
-        if (fu >= fx) {
-            (u >= x ? a : c) = x;
-            v = w, fv = fw, w = x, fw = fx, x = u, fx = fu;
-        } else {
-            (u < x ? a : c) = u;
-            if (fu >= fw || w == x) {
-                v = w, fv = fw, w = u, fw = fu;
-            } else if (fu >= fv || v == x || v == w)
-                v = u, fv = fu;
-        }
-    }
-    return x;
-}
-
 std::uint64_t BranchOf(const PositionResult& p, const CrossSection& section)
 {
     std::uint64_t branch = 1;
@@ -171,7 +114,7 @@ std::uint64_t BranchOf(const PositionResult& p, const CrossSection& section)
 
 Actions SubSpanActions::At(double s, const CSectionBS5950& section) const
 {
-    return section.ActionsOf(BetweenEach(forceLeft, forceRight, s),
+    return section.ActionsOf(Between(forceLeft, forceRight, s),
                              {Between(torsionLeft, torsionRight, s), major.At(s), minor.At(s)});
 }
 
@@ -204,7 +147,8 @@ void PositionFinder::Find(int subSpan, const Steel::CSubSpan& sub, double from, 
             m_blank.reversed = false;
             FindReading(positions);
             // How an angle is turned is not known: the moments about its principal axes are taken both ways.
-            m_blank.reversed = angle && Largest(m_actions.major) > 0.0 && Largest(m_actions.minor) > 0.0;
+            m_blank.reversed =
+                angle && LargestMagnitude(m_actions.major) > 0.0 && LargestMagnitude(m_actions.minor) > 0.0;
             if (m_blank.reversed) FindReading(positions);
         }
     const auto begin = positions.begin() + first;
@@ -241,18 +185,12 @@ void PositionFinder::FindReading(std::vector<PositionResult>& positions)
     if (NeedsSearch(positions.data() + first, positions.data() + positions.size())) Search(positions, first);
 }
 
-// Extremes beyond rounding of the value at the nearer end.
 void PositionFinder::AddExtremes(std::vector<PositionResult>& positions) const
 {
-    double before = std::numeric_limits<double>::quiet_NaN();
-    for (const Parabola& curve : {m_first, m_second}) {
-        const double s = curve.Extreme();
-        if (std::isnan(s) || std::abs(s - before) < 1e-9) continue;
-        const double end = s < 0.5 ? curve.left : curve.right;
-        if (!(std::abs(curve.At(s) - end) > 1e-9 * Largest(curve))) continue;
+    for (const double s : Design::ExtremePlaces(m_first, m_second)) {
+        if (std::isnan(s)) continue;
         positions.push_back(Position(s, Place::Inside));
         positions.back().found = Found::Extreme;
-        before = s;
     }
 }
 
@@ -263,7 +201,8 @@ bool PositionFinder::IsWorst(const PositionResult& p) const
     const double left = m_actions.forceLeft.x;
     const double right = m_actions.forceRight.x;
     const bool axial = left == right || (std::max(left, right) <= 0.0 && p.actions.F <= std::min(left, right) * EQUAL);
-    return axial && p.momentMajor >= EQUAL * Largest(m_first) && p.momentMinor >= EQUAL * Largest(m_second);
+    return axial && p.momentMajor >= EQUAL * LargestMagnitude(m_first) &&
+           p.momentMinor >= EQUAL * LargestMagnitude(m_second);
 }
 
 // A utilisation can be largest away from ends and extremes where a moment capacity depends on the shear, or where actions that
@@ -275,8 +214,8 @@ bool PositionFinder::NeedsSearch(const PositionResult* first, const PositionResu
     const auto larger = [](double a, double b) { return std::max(std::abs(a), std::abs(b)); };
     const Vec3<double>& l = m_actions.forceLeft;
     const Vec3<double>& r = m_actions.forceRight;
-    const bool x = Largest(m_actions.major) > 0.0;
-    const bool y = Largest(m_actions.minor) > 0.0;
+    const bool x = LargestMagnitude(m_actions.major) > 0.0;
+    const bool y = LargestMagnitude(m_actions.minor) > 0.0;
     if (larger(l.z, r.z) > m_section.HighShearY() && x) return true;
     if (larger(l.y, r.y) > m_section.HighShearX() && y) return true;
     const int kinds = (larger(l.x, r.x) > 0.0) + x + y;
@@ -356,11 +295,7 @@ void PositionFinder::Search(std::vector<PositionResult>& positions, std::size_t 
     AddOpenPlaces(positions, first);
 }
 
-void PositionFinder::AddRoots(const Parabola& curve, double level)
-{
-    for (const double s : Parabola{curve.left - level, curve.right - level, curve.curvature}.Zeros())
-        if (s > 0.0 && s < 1.0) m_breaks.push_back(s);
-}
+void PositionFinder::AddRoots(const Parabola& curve, double level) { Design::AddPlacesAtLevel(curve, level, m_breaks); }
 
 // Places where the rules can change their formula, ascending, with both ends.
 void PositionFinder::FindBreaks()
@@ -491,7 +426,7 @@ void PositionFinder::RefineMaximum(std::size_t measure, const std::array<const S
     if (parabolic)
         Take(Evaluate(guess));
     else
-        Take(Evaluate(MaximumPlace([&](double s) { return Evaluate(s).value[measure]; }, a->s, guess, c->s)));
+        Take(Evaluate(Design::MaximumPlace([&](double s) { return Evaluate(s).value[measure]; }, a->s, guess, c->s)));
 }
 
 } // namespace Keltrix::BS5950

@@ -4,12 +4,14 @@
 #include <array>
 #include <cmath>
 
-#include "Numbers.h"
+#include "keltrix/design/Places.h"
 
 namespace Keltrix::BS5950 {
 
+using Design::Between;
 using Design::MomentDiagram;
 using Design::Parabola;
+using Design::Sum;
 
 namespace {
 
@@ -17,11 +19,6 @@ namespace {
 constexpr double NO_MOMENT = 1e-9;
 // Share of a sub-span within which a place is its end.
 constexpr double NO_LENGTH = 1e-12;
-
-Parabola Sum(const Parabola& a, const Parabola& b, double factor)
-{
-    return {a.left + factor * b.left, a.right + factor * b.right, a.curvature + factor * b.curvature};
-}
 
 // Sections whose class depends on how large the moment is beside the axial force.
 bool DependsOnMagnitude(Shape shape) { return shape == Shape::UnequalI || shape == Shape::Tee; }
@@ -154,7 +151,7 @@ private:
         };
         at(from);
         at(to);
-        const Parabola axial = compressed ? Sum({}, m_axial, -1.0 / section.A) : Parabola{};
+        const Parabola axial = compressed ? Sum({}, 1.0, m_axial, -1.0 / section.A) : Parabola{};
         const double tips = 0.5 / section.Iy; // of both flanges; the stem of a T has none
         const std::array<std::array<double, 2>, 2> edges{
             {{-(section.D - section.cy) / section.Ix, section.B * tips},
@@ -162,7 +159,7 @@ private:
         for (const auto& [edge, tip] : edges)
             for (const double side : {-tip, 0.0, tip}) {
                 if (!bentY && side != 0.0) continue;
-                const double s = Sum(Sum(axial, m_majorCurve, edge), m_minorCurve, side).Extreme();
+                const double s = Sum(Sum(axial, 1.0, m_majorCurve, edge), 1.0, m_minorCurve, side).Extreme();
                 if (s > from && s < to) at(s);
             }
     }

@@ -307,9 +307,9 @@ Steel::SubspanEffectiveLengthData CSteelMemberBS5950::GetEffectiveLengths() cons
     using Entry = Steel::SubspanEffectiveLengthData::Entry;
     std::map<int, Entry> maps[3];
     for (const SpanResult& s : m_found.spans) {
-        const bool unchecked = s.mode == BucklingMode::LateralTorsional && s.flange[0] != s.flange[1] &&
-                               !s.compressed[0] && !s.compressed[1];
-        if (s.turned || unchecked || s.elastic) continue;
+        const bool unchecked = s.mode == BucklingMode::LateralTorsional && s.lateral.flange[0] != s.lateral.flange[1] &&
+                               !s.lateral.compressed[0] && !s.lateral.compressed[1];
+        if (s.turned || unchecked || s.lateral.elastic) continue;
         std::map<int, Entry>& map = maps[static_cast<int>(s.mode)];
         map.emplace(static_cast<int>(map.size()),
                     Entry(static_cast<std::size_t>(s.left), static_cast<std::size_t>(s.right - 1), s.start, s.end, s.LE,

@@ -19,7 +19,7 @@ using Steel::CMemberResult;
 namespace {
 
 // Relative difference up to which a critical load counts as that of flexure.
-constexpr double EQUAL = 1e-3;
+constexpr double SAME_LOAD = 1e-3;
 
 // The member under its axial forces alone.
 std::vector<Steel::CSubSpan> AxialAlone(std::vector<Steel::CSubSpan> subSpans)
@@ -81,7 +81,7 @@ std::vector<LedgerEntry> StrutInformation(const MemberModel& model, const std::v
         e.resistance = unit.positive ? unit.positive->lambda * compression / (1.0 + unit.positive->error) : 0.0;
         e.utilisation = CMemberResult::InfinitiseNANs(compression / e.resistance);
         e.slenderness = std::numbers::pi * std::sqrt(E * model.Properties().A / e.resistance);
-        const bool lower = e.resistance < CheckedFlexuralLoad(model, spans, unit.start, unit.end) * (1.0 - EQUAL);
+        const bool lower = e.resistance < CheckedFlexuralLoad(model, spans, unit.start, unit.end) * (1.0 - SAME_LOAD);
         e.reason =
             unit.outcome == Outcome::NotHeld
                 ? L"not held: the restraints leave the length free to move sideways or to twist"

@@ -6,6 +6,7 @@
 
 #include "MemberCheck.h"
 #include "keltrix/design/Stretches.h"
+#include "keltrix/stability/Refusal.h"
 #include "keltrix/stability/SectionConstants.h"
 
 namespace Keltrix::EC3 {
@@ -20,28 +21,10 @@ using Steel::CRestraint;
 namespace {
 
 constexpr double NEVER = std::numeric_limits<double>::infinity();
-// Largest estimated relative error of a critical moment that is used.
-constexpr double LARGEST_ERROR = 0.01;
 // C1 of the diagram with the smallest kc of Table 6.6, end moments of ψ = -1.
 constexpr double LARGEST_C1 = 2.76;
-// Largest jump of the moment inside a length, as a share of its largest moment, that rounding of the input explains.
-constexpr double LARGEST_JUMP = 1e-3;
 constexpr unsigned int BY_MOMENT = CRestraint::COMP_FLANGE_LATERAL | CRestraint::TENS_FLANGE_LATERAL |
                                    CRestraint::COMP_FLANGE_WARPING | CRestraint::TENS_FLANGE_WARPING;
-
-// Why a unit's critical load is not used; null where it is.
-const wchar_t* RefusalOf(const Stability::Unit& unit)
-{
-    if (unit.outcome == Outcome::NotHeld) return nullptr; // whatever the moments
-    if (unit.largestJump > LARGEST_JUMP * unit.largestMoment)
-        return L"the moment jumps inside it at a section that is free to twist, and how the couple is applied is not "
-               L"part of the input";
-    if (!unit.balanced) return L"the forces of a sub-span do not balance";
-    if (unit.restraintsLeftOut) return L"its restraints follow each other more closely than the analysis can take";
-    if (unit.positive && !(unit.positive->error <= LARGEST_ERROR))
-        return L"the estimated error of the elastic analysis is above 1 %";
-    return nullptr;
-}
 
 const Stability::Unit* FindUnit(const Stability::CriticalLoads& loads, double start, double end, double tolerance)
 {
@@ -215,7 +198,7 @@ void MemberCheck::FindElastic()
 
 void MemberCheck::SetElastic(LateralSpan& span, const Stability::Unit& unit) const
 {
-    span.open = RefusalOf(unit);
+    span.open = Stability::DesignRefusal(unit);
     span.lambda = span.Mcr = NEVER;
     span.mechanism = unit.outcome == Outcome::NotHeld;
     if (span.mechanism) span.lambda = span.Mcr = 0.0;

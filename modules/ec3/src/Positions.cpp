@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "CrossSectionCheck.h"
+#include "keltrix/design/Places.h"
 
 namespace Keltrix::EC3 {
 
@@ -18,14 +19,6 @@ namespace {
 constexpr int STEPS = 16;
 // Relative gain from which on a place inside becomes a position.
 constexpr double GAIN = 1e-12;
-
-double Between(double a, double b, double s) { return a == b ? a : (1.0 - s) * a + s * b; }
-
-double Largest(const Parabola& p)
-{
-    const double s = p.Extreme();
-    return std::max({std::abs(p.left), std::abs(p.right), std::isnan(s) ? 0.0 : std::abs(p.At(s))});
-}
 
 // Forces and moments along one sub-span for one reading of its moments.
 class Course {
@@ -62,25 +55,16 @@ private:
         if (place == Place::RightEnd) p.x = m_piece.End();
         p.subSpan = m_subSpan;
         p.place = place;
-        const Vec3<double> force{Between(m_left.x, m_right.x, s), Between(m_left.y, m_right.y, s),
-                                 Between(m_left.z, m_right.z, s)};
-        p.actions = m_check.Significant(force, m_major.At(s), m_minor.At(s));
-        p.torsion = Between(m_torsionLeft, m_torsionRight, s);
+        p.actions = m_check.Significant(Design::Between(m_left, m_right, s), m_major.At(s), m_minor.At(s));
+        p.torsion = Design::Between(m_torsionLeft, m_torsionRight, s);
         m_check.Evaluate(p);
         return p;
     }
 
     void AddExtremes(std::vector<Position>& positions) const
     {
-        double before = -1.0;
-        for (const Parabola* curve : {&m_major, &m_minor}) {
-            const double s = curve->Extreme();
-            if (std::isnan(s) || std::abs(s - before) < 1e-9) continue;
-            const double end = s < 0.5 ? curve->left : curve->right;
-            if (!(std::abs(curve->At(s) - end) > 1e-9 * Largest(*curve))) continue;
-            positions.push_back(At(s, Place::Inside));
-            before = s;
-        }
+        for (const double s : Design::ExtremePlaces(m_major, m_minor))
+            if (!std::isnan(s)) positions.push_back(At(s, Place::Inside));
     }
 
     bool IsSheared() const
@@ -94,8 +78,8 @@ private:
     bool NeedsSearch() const
     {
         if (!(m_piece.length > 0.0)) return false;
-        const bool y = Largest(m_major) > m_check.NoiseMy();
-        const bool z = Largest(m_minor) > m_check.NoiseMz();
+        const bool y = Design::LargestMagnitude(m_major) > m_check.NoiseMy();
+        const bool z = Design::LargestMagnitude(m_minor) > m_check.NoiseMz();
         if (!y && !z) return false;
         return (y && z) || m_left.x != m_right.x || IsSheared();
     }
@@ -103,10 +87,7 @@ private:
     std::vector<double> Breaks() const
     {
         std::vector<double> breaks{0.0, 1.0};
-        const auto add = [&](const Parabola& curve, double level) {
-            for (const double s : Parabola{curve.left - level, curve.right - level, curve.curvature}.Zeros())
-                if (s > 0.0 && s < 1.0) breaks.push_back(s);
-        };
+        const auto add = [&](const Parabola& curve, double level) { Design::AddPlacesAtLevel(curve, level, breaks); };
         for (const double side : {-1.0, 1.0}) {
             add(m_major, side * m_check.NoiseMy());
             add(m_minor, side * m_check.NoiseMz());
@@ -116,26 +97,6 @@ private:
         }
         std::sort(breaks.begin(), breaks.end());
         return breaks;
-    }
-
-    // The place of the largest value of a measure around a sample, by golden section.
-    double Refine(Measure measure, double a, double c) const
-    {
-        constexpr double GOLDEN = 0.3819660112501051;
-        double u = a + GOLDEN * (c - a), v = c - GOLDEN * (c - a);
-        double fu = At(u, Place::Inside).*measure, fv = At(v, Place::Inside).*measure;
-        for (int i = 0; i < 45; ++i) {
-            if (fu >= fv) {
-                c = v, v = u, fv = fu;
-                u = a + GOLDEN * (c - a);
-                fu = At(u, Place::Inside).*measure;
-            } else {
-                a = u, u = v, fu = fv;
-                v = c - GOLDEN * (c - a);
-                fv = At(v, Place::Inside).*measure;
-            }
-        }
-        return fu >= fv ? u : v;
     }
 
     // Each place inside at which a measure is larger than at the positions known becomes a position.
@@ -173,7 +134,8 @@ private:
             const bool above = i < STEPS && values[k + 1] > value;
             // Between samples a smooth course exceeds the largest by little: others are not worth a closer look.
             if (below || above || !(value > 0.9 * best)) continue;
-            take(Refine(measure, at(std::max(0, i - 1)), at(std::min(STEPS, i + 1))));
+            take(Design::MaximumPlace([&](double s) { return At(s, Place::Inside).*measure; }, at(std::max(0, i - 1)),
+                                      at(i), at(std::min(STEPS, i + 1))));
         }
     }
 

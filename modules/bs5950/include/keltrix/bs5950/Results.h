@@ -16,6 +16,7 @@
 #include "keltrix/design/MomentDiagram.h"
 #include "keltrix/design/Stretches.h"
 #include "keltrix/stability/CriticalLoad.h"
+#include "keltrix/steel/CodeShare.h"
 
 namespace Keltrix::BS5950 {
 
@@ -120,59 +121,74 @@ struct ElasticUnit {
     const wchar_t* refusal = nullptr; ///< why the critical moment cannot be used; null where it can
 };
 
-/// One span of a buckling check: what it reaches from and to, and what was found. A span of lateral-torsional buckling is a
-/// stretch of one flange, or of both where both have the same ends (Design::FindStretches); its ends need not be member points. With the
-/// option LateralMethod::Elastic it is a length that buckles by itself, for both flanges.
-struct SpanResult {
+/// What a buckling check is about: a length of the member with its ends. A stretch of lateral-torsional buckling is that of one flange, or
+/// of both where both have the same ends (Design::FindStretches); its ends need not be member points. With the option
+/// LateralMethod::Elastic it is a length that buckles by itself, for both flanges.
+struct SpanStretch {
     BucklingMode mode = BucklingMode::Major;
     int left = 0, right = 0; ///< places of the member points at or outside the ends
     double start = 0.0, end = 0.0;
-    Design::StretchEnd from, to;  ///< the ends; `point` is -1 between member points
-    std::array<bool, 2> flange{}; ///< whose stretch it is; lateral-torsional buckling alone
-    /// The flanges that a moment beyond the tolerance compresses: those that are checked.
-    std::array<bool, 2> compressed{};
+    Design::StretchEnd from, to; ///< the ends; `point` is -1 between member points
+    const wchar_t* startReason = L"";
+    const wchar_t* endReason = L"";
     /// Angle: turned the other way about, so that My counts with the other sign about u-u and v-v. Spans of both ways are
     /// there where both moments act; compression is recorded for the first way alone.
     bool turned = false;
-    const wchar_t* startReason = L"";
-    const wchar_t* endReason = L"";
+    bool continuous = false; ///< held along its length: no buckling in this mode
+    bool overridden = false; ///< its effective length is given
+};
 
-    double LE = 0.0; ///< effective length; infinite where no row of a table applies; 0 of an elastic check
-    const wchar_t* lengthRule = L"";
-    double lengthFactor = 0.0;     ///< of Table 22; 0 where the rule has none
-    double tipMoment = 0.0;        ///< moment at the tip of a cantilever; from 1 N·m on it lengthens LE (4.3.5.4)
+/// What flexural buckling adds: a strut, and the moments over it that its interaction reads.
+struct FlexuralResult {
+    double lengthFactor = 0.0; ///< of Table 22; 0 where the rule has none
+    bool sway = false;
+    double fullLength = 0.0;       ///< length between the points that hold the strut, of clause 4.7.10
     double leastSlenderness = 0.0; ///< of clause 4.7.10; 0 where it does not apply
     double connectionFactor = 1.0; ///< 0.8 on the resistance of a strut with one bolt (4.7.10)
+    double Aeff = 0.0;
+    double My = 0.0;                 ///< largest moment compared with Mcy (Mv of an angle)
+    double major = 0.0, minor = 0.0; ///< largest local utilisations by moment about the two axes
+    double pyZx = 0.0, pyZy = 0.0;   ///< py Z (about u-u, v-v of an angle), with pyr or Zeff in class 4; N·m
+    MomentShape momentY;             ///< minor-axis moment over the span (Mv of an angle)
+    double myx = 1.0;                ///< Major: factor of the minor-axis moment over this span
+};
+
+/// What lateral-torsional buckling adds.
+struct LateralResult {
+    std::array<bool, 2> flange{}; ///< whose stretch it is
+    /// The flanges that a moment beyond the tolerance compresses: those that are checked.
+    std::array<bool, 2> compressed{};
+    Steel::CCodeShare::LT_BuckleDirection sense = Steel::CCodeShare::LT_COMP_NONE; ///< the same for CCodeShare
+    int resisting = 0; ///< flange, 0 or 1, whose compression gives the resistance
+    bool cantilever = false;
+    bool destabilising = false;
+    bool simpleColumn = false; ///< 4.7.7 serves in place of 4.3.6
+    double storey = 0.0;       ///< length between the levels around it, where 4.7.7 serves
+    double tipMoment = 0.0;    ///< moment at the tip of a cantilever; from 1 N·m on it lengthens LE (4.3.5.4)
+    double modulus = 0.0;      ///< with which Mb was made
+    SlendernessLT lt;
+    std::optional<ElasticUnit> elastic; ///< where it is checked elastically
+};
+
+/// One span of a buckling check: the stretch, what every mode finds of it, and what its mode adds.
+struct SpanResult : SpanStretch {
+    double LE = 0.0; ///< effective length; infinite where no row of a table applies; 0 of an elastic check
+    const wchar_t* lengthRule = L"";
     double radius = 0.0;
     double slenderness = 0.0;
+    int cls = 1;
+    double py = 0.0;         ///< design strength of the class: py, or pyr of clause 3.6.5
     double strength = 0.0;   ///< pc or pb
     double resistance = 0.0; ///< Pcx, Pcy or Mb
     double effect = 0.0;     ///< largest compression or moment in the span
     double utilisation = 0.0;
     bool applied = false; ///< whether there was an action to check
+    double Mx = 0.0;      ///< largest moment compared with Mcx (Mu of an angle)
+    MomentShape momentX;  ///< major-axis moment over the span (Mu of an angle)
+    double m = 1.0;       ///< mx (Major), my (Minor) or mLT
 
-    double Mx = 0.0, My = 0.0;       ///< largest moments compared with Mcx and Mcy (Mu and Mv of an angle)
-    double major = 0.0, minor = 0.0; ///< largest local utilisations by moment about the two axes
-    double pyZx = 0.0, pyZy = 0.0;   ///< py Z (about u-u, v-v of an angle), with pyr or Zeff in class 4; N·m
-    MomentShape momentX;             ///< major-axis moment over the span (Mu of an angle)
-    MomentShape momentY; ///< minor-axis moment over the span (Mv of an angle); not of lateral-torsional buckling
-    double m = 1.0;      ///< mx (Major), my (Minor) or mLT
-    double myx = 1.0;    ///< Major: factor of the minor-axis moment over this span
-    bool sway = false;
-    bool continuous = false; ///< held along its length: no buckling in this mode
-    bool cantilever = false;
-    bool destabilising = false;
-    bool overridden = false;
-    bool simpleColumn = false; ///< 4.7.7 serves in place of 4.3.6
-    double storey = 0.0;       ///< length between the levels around it, where 4.7.7 serves
-    int sense = 3;             ///< compressed flanges as CCodeShare::LT_BuckleDirection
-    int resisting = 0;         ///< flange, 0 or 1, whose compression gives the resistance
-    int cls = 1;
-    double modulus = 0.0; ///< with which Mb was made
-    double Aeff = 0.0;
-    double py = 0.0; ///< design strength of the class: py, or pyr of clause 3.6.5
-    SlendernessLT lt;
-    std::optional<ElasticUnit> elastic; ///< of lateral-torsional buckling that is checked elastically
+    FlexuralResult flexural; ///< of the modes Major and Minor
+    LateralResult lateral;   ///< of the mode LateralTorsional
 };
 
 /// Resistances of the governing positions by their symbols; not-a-number where a rule was not applied.
