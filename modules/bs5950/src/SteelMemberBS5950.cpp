@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "MemberText.h"
+#include "keltrix/design/MemberInput.h"
 
 namespace Keltrix::BS5950 {
 
@@ -112,44 +113,6 @@ void CSteelMemberBS5950::Refuse(const Design::Refusal& refusal)
     if (Result()->TextEnabled()) Text(*this).Refusal(refusal.reason);
 }
 
-namespace {
-
-bool IsFinite(const Vec3<double>& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
-
-bool IsFinite(const Steel::CSubSpan& s)
-{
-    return IsFinite(s.GetForcesLeft()) && IsFinite(s.GetForcesRight()) && IsFinite(s.GetMomentsLeft()) &&
-           IsFinite(s.GetMomentsRight());
-}
-
-template <class Part>
-bool HasFiniteLoadHeight(const Part& part)
-{
-    return std::isfinite(part.GetRestraint().LoadHeight());
-}
-
-} // namespace
-
-// Numbers that no check can be made with; Subject::None where all are finite.
-Design::Refusal CSteelMemberBS5950::NumbersRefusal() const
-{
-    const auto& points = MemberPoints();
-    const auto& subSpans = SubSpans();
-    if (!std::all_of(points.begin(), points.end(),
-                     [](const Steel::CMemberPoint& p) { return std::isfinite(p.GetPos()); }))
-        return {Subject::Member, L"the position of a member point is not a finite number"};
-    if (!std::all_of(subSpans.begin(), subSpans.end(), [](const Steel::CSubSpan& s) { return IsFinite(s); }))
-        return {Subject::Member, L"a force or a moment is not a finite number"};
-    if (!std::all_of(points.begin(), points.end(), HasFiniteLoadHeight<Steel::CMemberPoint>) ||
-        !std::all_of(subSpans.begin(), subSpans.end(), HasFiniteLoadHeight<Steel::CSubSpan>))
-        return {Subject::Member, L"a load height is not a finite number"};
-    const double factor = EquivalentUniformMomentFactor().value_or(1.0);
-    if (!(factor > 0.0 && std::isfinite(factor)))
-        return {Subject::MomentFactor,
-                L"the equivalent uniform moment factor that is given is not a finite number above 0"};
-    return {};
-}
-
 // Why nothing can be checked; Subject::None where everything is at hand.
 Design::Refusal CSteelMemberBS5950::FindRefusal() const
 {
@@ -159,7 +122,10 @@ Design::Refusal CSteelMemberBS5950::FindRefusal() const
         constexpr double thin = 0.001; // m, within Table 9 for every grade
         return {MakeMaterial(m_grade, thin).IsValid() ? Subject::Section : Subject::Grade, reason};
     }
-    if (const Design::Refusal refusal = NumbersRefusal(); refusal.subject != Subject::None) return refusal;
+    if (const Design::Refusal refusal =
+            Design::NumbersRefusal(MemberPoints(), SubSpans(), EquivalentUniformMomentFactor());
+        refusal.subject != Subject::None)
+        return refusal;
     if (!ValidateInputData()) return {Subject::Member, L"member points and sub-spans do not fit together"};
     const SectionDesign design = m_section.Design();
     if (!(design.netGross > 0.0 && design.netGross <= 1.0))
@@ -258,56 +224,15 @@ void CSteelMemberBS5950::RecordAssumptions()
     if (shape == Shape::Channel || shape == Shape::Tee || shape == Shape::Angle)
         Assume(L"line of loading", L"loads act through the shear centre, so that bending causes no torsion",
                std::nan(""));
-    RecordLoads();
-}
-
-// The input gives no loads. Shears that differ over a sub-span are read as those of a uniform load, which fits a load of another
-// shape as well. Neighbours with the same load are named together, wherever the member is divided.
-void CSteelMemberBS5950::RecordLoads()
-{
     std::erase_if(m_assumptions, [](const Assumption& a) { return a.isLoad; });
-    RecordLoad(m_major, L"uniform load, major axis", 1.0);
-    RecordLoad(m_minor, L"uniform load, minor axis", -1.0);
-}
-
-void CSteelMemberBS5950::RecordLoad(const Design::MomentDiagram& moments, const wchar_t* name, double sign)
-{
-    double largest = 0.0;
-    for (const auto& piece : moments.Pieces())
-        largest = std::max({largest, std::abs(piece.shearLeft), std::abs(piece.shearRight)});
-    constexpr double SAME = 1e-6;
-    Assumption* before = nullptr;
-    for (const auto& piece : moments.Pieces()) {
-        if (!(piece.length > 0.0)) continue;
-        const double load = sign * (piece.shearRight - piece.shearLeft) / piece.length;
-        const bool loaded = std::abs(piece.shearRight - piece.shearLeft) > SAME * largest;
-        if (loaded && before && std::abs(load - before->value) <= SAME * std::abs(load)) {
-            before->end = piece.End();
-            continue;
-        }
-        before = nullptr;
-        if (!loaded) continue;
-        m_assumptions.push_back(
-            {name,
-             L"shears that differ over a sub-span are read as a uniform load, though a load of another "
-             L"shape inside it has the same shears",
-             load, piece.start, piece.End(), true});
-        before = &m_assumptions.back();
-    }
+    Design::AssumeUniformLoads(m_major, m_minor, m_assumptions);
 }
 
 void CSteelMemberBS5950::RecordWarnings()
 {
     m_warnings.clear();
     const CDesFormat fmt = Result() ? Result()->DesFormat() : CDesFormat();
-    for (int k = 0; k < static_cast<int>(SubSpans().size()); ++k)
-        for (const auto bending : {Design::Bending::Major, Design::Bending::Minor}) {
-            const Design::MomentDiagram& moments = bending == Design::Bending::Major ? m_major : m_minor;
-            const Design::MomentDiagram::Piece& piece = moments.At(k);
-            if (piece.balance.balanced) continue;
-            m_warnings.push_back({Design::WarningKind::UnbalancedForces,
-                                  Design::UnbalancedText(k + 1, bending, piece, fmt), k, piece.start, piece.End()});
-        }
+    Design::WarnOfUnbalancedForces(m_major, m_minor, fmt, m_warnings);
     const double factor = EquivalentUniformMomentFactor().value_or(1.0);
     if (factor < 0.4) {
         CString text;

@@ -285,7 +285,6 @@ private:
     friend class Text;
 
     Design::Refusal FindRefusal() const;
-    Design::Refusal NumbersRefusal() const;
     bool Prepare();
     void RecordGeneral();
     void RecordOutside();
@@ -294,8 +293,6 @@ private:
     void DropFindings();
     void CollectPositions();
     void RecordAssumptions();
-    void RecordLoads();
-    void RecordLoad(const Design::MomentDiagram& moments, const wchar_t* name, double sign);
     void RecordWarnings();
     void SetLoads();
 
