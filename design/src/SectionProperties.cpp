@@ -394,6 +394,32 @@ std::optional<SectionProperties> MakeProperties(const CSection& section, CMember
     return s;
 }
 
+const wchar_t* FabricationName(Fabrication fabrication)
+{
+    switch (fabrication) {
+    case Fabrication::Rolled:
+        return L"rolled";
+    case Fabrication::Formed:
+        return L"formed";
+    case Fabrication::Welded:
+        break;
+    }
+    return L"welded";
+}
+
+const wchar_t* FabricationText(Fabrication fabrication)
+{
+    switch (fabrication) {
+    case Fabrication::Rolled:
+        return L"rolled or hot finished";
+    case Fabrication::Formed:
+        return L"cold formed";
+    case Fabrication::Welded:
+        break;
+    }
+    return L"welded";
+}
+
 const wchar_t* FabricationNote(const SectionProperties& section)
 {
     if (section.fabricationContradicted)

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 
 #include "keltrix/design/Findings.h"
@@ -22,6 +23,19 @@ TEST(Findings, StatusesOfRulesHaveTheirWords)
     EXPECT_EQ(std::wstring(Design::StatusName(CheckStatus::NotEvaluated)), L"not evaluated");
     EXPECT_EQ(std::wstring(Design::StatusName(CheckStatus::OutOfScope)), L"outside the input");
     EXPECT_EQ(std::wstring(Design::StatusName(CheckStatus::Information)), L"information");
+}
+
+// Two codes stand side by side by these: no two topics share a name, and each has one.
+TEST(Findings, EveryTopicHasANameOfItsOwn)
+{
+    std::set<std::wstring> names;
+    for (int i = 0; i < static_cast<int>(Design::Topic::COUNT); ++i)
+        names.insert(Design::TopicName(static_cast<Design::Topic>(i)));
+    EXPECT_EQ(names.size(), static_cast<std::size_t>(Design::Topic::COUNT));
+    EXPECT_EQ(names.count(L""), 0U);
+    EXPECT_EQ(std::wstring(Design::TopicName(Design::Topic::Other)), L"other");
+    EXPECT_EQ(std::wstring(Design::TopicName(Design::Topic::BendingMajor)), L"bending, major axis");
+    EXPECT_EQ(std::wstring(Design::TopicName(Design::Topic::Deflection)), L"deflection");
 }
 
 TEST(Findings, AQuantityHasItsUnit)

@@ -74,19 +74,6 @@ DesignOptions OptionsOf(const CodeSettings& settings)
     return options;
 }
 
-const wchar_t* FabricationWord(Fabrication fabrication)
-{
-    switch (fabrication) {
-    case Fabrication::Rolled:
-        return L"rolled";
-    case Fabrication::Formed:
-        return L"formed";
-    case Fabrication::Welded:
-        break;
-    }
-    return L"welded";
-}
-
 CapacityCurve CurveOf(const wchar_t* symbol, Quantity quantity, const std::vector<double>& numbers,
                       const SectionCapacity& c, double (SectionCapacity::*resistance)(double) const)
 {
@@ -148,7 +135,7 @@ public:
         table.classes = {{L"in bending about x-x", c.ClassMajorBending()},
                          {L"about y-y", c.ClassMinorBending()},
                          {L"in compression", c.ClassCompression()}};
-        table.fabrication = FabricationWord(c.Section().fabrication);
+        table.fabrication = Design::FabricationName(c.Section().fabrication);
         if (const wchar_t* const note = FabricationNote(c.Section())) table.fabricationNote = note;
         table.crossSection = {{{L"Pz", Quantity::Force, c.Pz()}, 4},    {{L"Pt", Quantity::Force, c.Pt()}, 4},
                               {{L"Pvx", Quantity::Force, c.Pvx()}, 3},  {{L"Pvy", Quantity::Force, c.Pvy()}, 3},

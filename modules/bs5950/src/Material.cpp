@@ -1,10 +1,10 @@
 #include "keltrix/bs5950/Material.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
 #include <span>
-#include <string_view>
+
+#include "keltrix/design/MemberInput.h"
 
 namespace Keltrix::BS5950 {
 
@@ -34,39 +34,14 @@ std::span<const ThicknessRow> Table9Rows(Grade grade)
     }
 }
 
-// Qualities of BS EN 10025 and BS EN 10210 that may follow the grade.
-bool IsQuality(std::wstring_view text)
-{
-    constexpr std::array<std::wstring_view, 20> QUALITIES{L"",    L"JR",  L"J0",  L"J2", L"K2", L"JRH", L"J0H",
-                                                          L"J2H", L"K2H", L"N",   L"NL", L"NH", L"NLH", L"M",
-                                                          L"ML",  L"MH",  L"MLH", L"Q",  L"QL", L"QL1"};
-    return std::find(QUALITIES.begin(), QUALITIES.end(), text) != QUALITIES.end();
-}
-
-// Why the values of a user's grade beside its yield strength cannot be used; null where they can.
-const wchar_t* UserRefusal(const CSteelGrade& grade)
-{
-    const auto isUsable = [](double value) { return value >= 0.0 && std::isfinite(value); };
-    if (!isUsable(grade.GetUserPu()))
-        return L"the user-defined grade's tensile strength must be finite and not below 0";
-    if (!isUsable(grade.GetUserE())) return L"the user-defined grade's modulus must be finite and not below 0";
-    if (!isUsable(grade.GetMatFactor()) || grade.GetMatFactor() == 0.0)
-        return L"the user-defined grade's material factor must be finite and above 0";
-    return nullptr;
-}
-
 Material UserMaterial(const CSteelGrade& grade)
 {
     Material m;
     m.grade = Grade::User;
+    m.refusal = Design::UserGradeRefusal(grade);
+    if (m.refusal) return m;
     const double Ys = grade.GetUserPy();
     const double Us = grade.GetUserPu();
-    if (!(Ys > 0.0) || !std::isfinite(Ys)) {
-        m.refusal = L"the user-defined grade gives no yield strength above zero";
-        return m;
-    }
-    m.refusal = UserRefusal(grade);
-    if (m.refusal) return m;
     m.matFactor = grade.GetMatFactor();
     m.limitedByUs = Us > 0.0 && Us / 1.2 < Ys;
     m.py = (m.limitedByUs ? Us / 1.2 : Ys) / m.matFactor;
@@ -80,12 +55,8 @@ Material UserMaterial(const CSteelGrade& grade)
 
 Grade GradeFromName(const CString& name)
 {
-    CString text = name;
-    text.Remove(L' ');
-    text.MakeUpper();
-    if (text == L"USER_DEFINED") return Grade::User;
-    if (!IsQuality(text.Mid(4).View())) return Grade::None;
-    const CString base = text.Left(4);
+    const CString base = Design::GradeWithoutQuality(name);
+    if (base == L"USER_DEFINED") return Grade::User;
     if (base == L"S275") return Grade::S275;
     if (base == L"S355") return Grade::S355;
     if (base == L"S460") return Grade::S460;

@@ -10,6 +10,7 @@
 #include "LateralChecks.h"
 #include "LocalChecks.h"
 #include "TorsionalBuckling.h"
+#include "keltrix/design/MemberInput.h"
 
 namespace Keltrix::BS5950 {
 
@@ -88,57 +89,15 @@ void MemberCheck::RecordAssumptions()
     if (shape == Shape::Channel || shape == Shape::Tee || shape == Shape::Angle)
         m_found.Assume(L"line of loading", L"loads act through the shear centre, so that bending causes no torsion",
                        std::nan(""));
-    RecordLoads();
-}
-
-// The input gives no loads. Shears that differ over a sub-span are read as those of a uniform load, which fits a load of another
-// shape as well. Neighbours with the same load are named together, wherever the member is divided.
-void MemberCheck::RecordLoads()
-{
     std::erase_if(m_found.assumptions, [](const Assumption& a) { return a.isLoad; });
-    RecordLoad(m_model.major, L"uniform load, major axis", 1.0);
-    RecordLoad(m_model.minor, L"uniform load, minor axis", -1.0);
-}
-
-void MemberCheck::RecordLoad(const Design::MomentDiagram& moments, const wchar_t* name, double sign)
-{
-    double largest = 0.0;
-    for (const auto& piece : moments.Pieces())
-        largest = std::max({largest, std::abs(piece.shearLeft), std::abs(piece.shearRight)});
-    constexpr double SAME = 1e-6;
-    Assumption* before = nullptr;
-    for (const auto& piece : moments.Pieces()) {
-        if (!(piece.length > 0.0)) continue;
-        const double load = sign * (piece.shearRight - piece.shearLeft) / piece.length;
-        const bool loaded = std::abs(piece.shearRight - piece.shearLeft) > SAME * largest;
-        if (loaded && before && std::abs(load - before->value) <= SAME * std::abs(load)) {
-            before->end = piece.End();
-            continue;
-        }
-        before = nullptr;
-        if (!loaded) continue;
-        m_found.assumptions.push_back(
-            {name,
-             L"shears that differ over a sub-span are read as a uniform load, though a load of another "
-             L"shape inside it has the same shears",
-             load, piece.start, piece.End(), true});
-        before = &m_found.assumptions.back();
-    }
+    Design::AssumeUniformLoads(m_model.major, m_model.minor, m_found.assumptions);
 }
 
 void MemberCheck::RecordWarnings()
 {
     m_found.warnings.clear();
     const CDesFormat& fmt = m_model.format;
-    for (int k = 0; k < static_cast<int>(m_model.subSpans.size()); ++k)
-        for (const auto bending : {Design::Bending::Major, Design::Bending::Minor}) {
-            const Design::MomentDiagram& moments = bending == Design::Bending::Major ? m_model.major : m_model.minor;
-            const Design::MomentDiagram::Piece& piece = moments.At(k);
-            if (piece.balance.balanced) continue;
-            m_found.warnings.push_back({Design::WarningKind::UnbalancedForces,
-                                        Design::UnbalancedText(k + 1, bending, piece, fmt), k, piece.start,
-                                        piece.End()});
-        }
+    Design::WarnOfUnbalancedForces(m_model.major, m_model.minor, fmt, m_found.warnings);
     const double factor = m_model.momentFactor.value_or(1.0);
     if (factor < 0.4) {
         CString text;

@@ -20,8 +20,6 @@ private:
     void Add(Rule rule, CheckStatus status, const wchar_t* why);
     void RecordOutside();
     void RecordAssumptions();
-    void RecordLoads();
-    void RecordLoad(const Design::MomentDiagram& moments, const wchar_t* name, double sign);
     void RecordWarnings();
     void FindSpans();
     void AssumeFactors();

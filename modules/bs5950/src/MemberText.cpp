@@ -10,23 +10,6 @@ namespace Keltrix::BS5950 {
 
 using Steel::CMemberResult;
 
-namespace {
-
-const wchar_t* FabricationName(Fabrication fabrication)
-{
-    switch (fabrication) {
-    case Fabrication::Rolled:
-        return L"rolled or hot finished";
-    case Fabrication::Formed:
-        return L"cold formed";
-    case Fabrication::Welded:
-        break;
-    }
-    return L"welded";
-}
-
-} // namespace
-
 CString MemberText::Verdict(double utilisation, bool inclusive) const
 {
     const double u = CMemberResult::InfinitiseNANs(utilisation);
@@ -115,7 +98,7 @@ CString CSteelMemberBS5950::GetSectionText(const CDesFormat& fmt) const
     CString text;
     if (!m_section.HasSection()) return L"no section\n";
     const SectionProperties& s = m_section.Properties();
-    text = GetKeltrixSec().Component(0).Description(true) + L", " + FabricationName(s.fabrication) + L"\n";
+    text = GetKeltrixSec().Component(0).Description(true) + L", " + Design::FabricationText(s.fabrication) + L"\n";
     text += const_cast<CSectionBS5950&>(m_section).SectGeomString(fmt); // not const in the base, and changes nothing
     text.AppendFormat(L"A = %.4G cm², Ix = %.5G cm⁴, Iy = %.5G cm⁴\n", s.A * 1e4, s.Ix * 1e8, s.Iy * 1e8);
     text.AppendFormat(L"Zx = %.4G cm³, Zy = %.4G cm³, Sx = %.4G cm³, Sy = %.4G cm³\n", s.Zx * 1e6, s.Zy * 1e6,

@@ -7,6 +7,7 @@
 #include "MemberCheck.h"
 #include "MemberText.h"
 #include "ResultRecord.h"
+#include "keltrix/design/MemberInput.h"
 
 namespace Keltrix::BS5950 {
 
@@ -68,44 +69,6 @@ bool CSteelMemberBS5950::SetSubSpanVec(const std::vector<Steel::CSubSpan>& subSp
     return CSteelMemberGen::SetSubSpanVec(subSpans);
 }
 
-namespace {
-
-bool IsFinite(const Vec3<double>& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
-
-bool IsFinite(const Steel::CSubSpan& s)
-{
-    return IsFinite(s.GetForcesLeft()) && IsFinite(s.GetForcesRight()) && IsFinite(s.GetMomentsLeft()) &&
-           IsFinite(s.GetMomentsRight());
-}
-
-template <class Part>
-bool HasFiniteLoadHeight(const Part& part)
-{
-    return std::isfinite(part.GetRestraint().LoadHeight());
-}
-
-} // namespace
-
-// Numbers that no check can be made with; Subject::None where all are finite.
-Design::Refusal CSteelMemberBS5950::NumbersRefusal() const
-{
-    const auto& points = MemberPoints();
-    const auto& subSpans = SubSpans();
-    if (!std::all_of(points.begin(), points.end(),
-                     [](const Steel::CMemberPoint& p) { return std::isfinite(p.GetPos()); }))
-        return {Subject::Member, L"the position of a member point is not a finite number"};
-    if (!std::all_of(subSpans.begin(), subSpans.end(), [](const Steel::CSubSpan& s) { return IsFinite(s); }))
-        return {Subject::Member, L"a force or a moment is not a finite number"};
-    if (!std::all_of(points.begin(), points.end(), HasFiniteLoadHeight<Steel::CMemberPoint>) ||
-        !std::all_of(subSpans.begin(), subSpans.end(), HasFiniteLoadHeight<Steel::CSubSpan>))
-        return {Subject::Member, L"a load height is not a finite number"};
-    const double factor = EquivalentUniformMomentFactor().value_or(1.0);
-    if (!(factor > 0.0 && std::isfinite(factor)))
-        return {Subject::MomentFactor,
-                L"the equivalent uniform moment factor that is given is not a finite number above 0"};
-    return {};
-}
-
 // Why nothing can be checked; Subject::None where everything is at hand.
 Design::Refusal CSteelMemberBS5950::FindRefusal() const
 {
@@ -115,7 +78,10 @@ Design::Refusal CSteelMemberBS5950::FindRefusal() const
         constexpr double thin = 0.001; // m, within Table 9 for every grade
         return {MakeMaterial(m_grade, thin).IsValid() ? Subject::Section : Subject::Grade, reason};
     }
-    if (const Design::Refusal refusal = NumbersRefusal(); refusal.subject != Subject::None) return refusal;
+    if (const Design::Refusal refusal =
+            Design::NumbersRefusal(MemberPoints(), SubSpans(), EquivalentUniformMomentFactor());
+        refusal.subject != Subject::None)
+        return refusal;
     if (!ValidateInputData()) return {Subject::Member, L"member points and sub-spans do not fit together"};
     const SectionDesign design = m_section.Design();
     if (!(design.netGross > 0.0 && design.netGross <= 1.0))

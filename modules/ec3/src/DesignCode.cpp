@@ -54,19 +54,6 @@ Design::CodeDescription MakeDescription()
     return d;
 }
 
-const wchar_t* FabricationWord(Fabrication fabrication)
-{
-    switch (fabrication) {
-    case Fabrication::Rolled:
-        return L"rolled";
-    case Fabrication::Formed:
-        return L"formed";
-    case Fabrication::Welded:
-        break;
-    }
-    return L"welded";
-}
-
 template <class Value>
 CapacityCurve CurveOf(const wchar_t* symbol, Quantity quantity, const std::vector<double>& numbers, Value value)
 {
@@ -118,7 +105,7 @@ public:
         table.classes = {{L"in bending about y-y", c.MajorBending().cls},
                          {L"about z-z", c.MinorBending().cls},
                          {L"in compression", c.Compression().cls}};
-        table.fabrication = FabricationWord(c.Section().fabrication);
+        table.fabrication = Design::FabricationName(c.Section().fabrication);
         if (const wchar_t* const note = Design::FabricationNote(c.Section().basis)) table.fabricationNote = note;
         const auto add = [&](const wchar_t* symbol, Quantity quantity, const std::optional<double>& value,
                              int figures) {

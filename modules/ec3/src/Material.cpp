@@ -5,7 +5,8 @@
 #include <cmath>
 #include <limits>
 #include <span>
-#include <string_view>
+
+#include "keltrix/design/MemberInput.h"
 
 namespace Keltrix::EC3 {
 
@@ -106,26 +107,10 @@ double StrengthAt(std::span<const Row> rows, double thickness)
     return 0.0;
 }
 
-// Qualities of EN 10025, EN 10210 and EN 10219 that may follow the grade.
-bool IsQuality(std::wstring_view text)
-{
-    constexpr std::array<std::wstring_view, 18> QUALITIES{L"",    L"JR",  L"J0",  L"J2", L"K2",  L"JRH",
-                                                          L"J0H", L"J2H", L"K2H", L"N",  L"NL",  L"NH",
-                                                          L"NLH", L"M",   L"ML",  L"MH", L"MLH", L"H"};
-    return std::find(QUALITIES.begin(), QUALITIES.end(), text) != QUALITIES.end();
-}
-
 // Why the values of a user's grade cannot be used; null where they can.
 const wchar_t* UserRefusal(const CSteelGrade& grade)
 {
-    const auto isUsable = [](double value) { return value >= 0.0 && std::isfinite(value); };
-    if (!(grade.GetUserPy() > 0.0) || !std::isfinite(grade.GetUserPy()))
-        return L"the user-defined grade gives no yield strength above zero";
-    if (!isUsable(grade.GetUserPu()))
-        return L"the user-defined grade's tensile strength must be finite and not below 0";
-    if (!isUsable(grade.GetUserE())) return L"the user-defined grade's modulus must be finite and not below 0";
-    if (!isUsable(grade.GetMatFactor()) || grade.GetMatFactor() == 0.0)
-        return L"the user-defined grade's material factor must be finite and above 0";
+    if (const wchar_t* const refusal = Design::UserGradeRefusal(grade)) return refusal;
     if (grade.GetUserPy() > 460.0 * N_PER_MM2 * (1.0 + 1e-9))
         return L"the user-defined grade's yield strength is above 460 N/mm², beyond EN 1993-1-1 (3.1(2), EN 1993-1-12)";
     if (grade.GetUserPu() > 0.0 && grade.GetUserPu() < grade.GetUserPy())
@@ -164,12 +149,8 @@ double Material::Epsilon() const { return std::sqrt(235.0 * N_PER_MM2 / fy); }
 
 Grade GradeFromName(const CString& name)
 {
-    CString text = name;
-    text.Remove(L' ');
-    text.MakeUpper();
-    if (text == L"USER_DEFINED") return Grade::User;
-    if (!IsQuality(text.Mid(4).View())) return Grade::None;
-    const CString base = text.Left(4);
+    const CString base = Design::GradeWithoutQuality(name);
+    if (base == L"USER_DEFINED") return Grade::User;
     if (base == L"S235") return Grade::S235;
     if (base == L"S275") return Grade::S275;
     if (base == L"S355") return Grade::S355;

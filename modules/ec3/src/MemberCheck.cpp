@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "keltrix/design/MemberInput.h"
+
 namespace Keltrix::EC3 {
 
 using Design::CheckStatus;
-using Design::MomentDiagram;
 using Design::Quantity;
 using Design::RuleFinding;
 
@@ -49,45 +50,8 @@ void MemberCheck::Assume(const wchar_t* name, const wchar_t* text, double value)
     m_findings.assumptions.push_back({name, text, value});
 }
 
-// The input gives no loads. Shears that differ over a sub-span are read as those of a uniform load, which fits a load of another
-// shape as well. Neighbours with the same load are named together, wherever the member is divided.
-void MemberCheck::AssumeLoads(const MomentDiagram& moments, const wchar_t* name, double sign)
+void MemberCheck::WarnOfMomentFactor()
 {
-    double largest = 0.0;
-    for (const auto& piece : moments.Pieces())
-        largest = std::max({largest, std::abs(piece.shearLeft), std::abs(piece.shearRight)});
-    constexpr double SAME = 1e-6;
-    Design::Assumption* before = nullptr;
-    for (const auto& piece : moments.Pieces()) {
-        if (!(piece.length > 0.0)) continue;
-        const double load = sign * (piece.shearRight - piece.shearLeft) / piece.length;
-        const bool loaded = std::abs(piece.shearRight - piece.shearLeft) > SAME * largest;
-        if (loaded && before && std::abs(load - before->value) <= SAME * std::abs(load)) {
-            before->end = piece.End();
-            continue;
-        }
-        before = nullptr;
-        if (!loaded) continue;
-        m_findings.assumptions.push_back(
-            {name,
-             L"shears that differ over a sub-span are read as a uniform load, though a load of another shape inside it "
-             L"has the same shears",
-             load, piece.start, piece.End(), true});
-        before = &m_findings.assumptions.back();
-    }
-}
-
-void MemberCheck::WarnOfBalance()
-{
-    for (int k = 0; k < static_cast<int>(m_in.subSpans.size()); ++k)
-        for (const auto bending : {Design::Bending::Major, Design::Bending::Minor}) {
-            const MomentDiagram& moments = bending == Design::Bending::Major ? m_major : m_minor;
-            const MomentDiagram::Piece& piece = moments.At(k);
-            if (piece.balance.balanced) continue;
-            m_findings.warnings.push_back({Design::WarningKind::UnbalancedForces,
-                                           Design::UnbalancedText(k + 1, bending, piece, m_in.format), k, piece.start,
-                                           piece.End()});
-        }
     if (m_in.momentFactor.value_or(1.0) >= 0.4) return;
     CString text;
     text.Format(L"the equivalent uniform moment factor is given as %s; Table B.3 has none below 0.4, which is taken",
@@ -121,9 +85,9 @@ void MemberCheck::CheckGeneral()
         Assume(L"equivalent uniform moment factor",
                L"given by the user in place of Cmy, Cmz and CmLT of Table B.3; C1 is as computed",
                std::max(0.4, *m_in.momentFactor));
-    AssumeLoads(m_major, L"uniform load, major axis", 1.0);
-    AssumeLoads(m_minor, L"uniform load, minor axis", -1.0);
-    WarnOfBalance();
+    Design::AssumeUniformLoads(m_major, m_minor, m_findings.assumptions);
+    Design::WarnOfUnbalancedForces(m_major, m_minor, m_in.format, m_findings.warnings);
+    WarnOfMomentFactor();
 }
 
 // What the input does not hold, and what its kind of member does not need.

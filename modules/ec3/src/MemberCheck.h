@@ -125,8 +125,7 @@ private:
     // General (MemberCheck.cpp).
     ClassActions MakeClassActions() const;
     void Assume(const wchar_t* name, const wchar_t* text, double value = std::nan(""));
-    void AssumeLoads(const Design::MomentDiagram& moments, const wchar_t* name, double sign);
-    void WarnOfBalance();
+    void WarnOfMomentFactor();
     void RecordOutside();
     void Add(Design::RuleFinding finding);
     template <class... Args>

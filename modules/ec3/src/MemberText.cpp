@@ -150,9 +150,7 @@ CString CSteelMemberEC3::GetSectionText(const CDesFormat& fmt) const
 {
     if (!m_section) return L"no section\n";
     const Section& s = *m_section;
-    const wchar_t* const made = s.fabrication == Fabrication::Rolled   ? L"rolled or hot finished"
-                                : s.fabrication == Fabrication::Formed ? L"cold formed"
-                                                                       : L"welded";
+    const wchar_t* const made = Design::FabricationText(s.fabrication);
     CString text = m_keltrixSection.Component(0).Description(true) + L", " + made + L"\n";
     if (const auto geometry = Design::MakeGeometry(m_keltrixSection, nullptr)) text += geometry->SectGeomString(fmt);
     text += L"A = " + Figures(s.A * 1e4, L"cm²") + L", Iy = " + Figures(s.Iy * 1e8, L"cm⁴") + L", Iz = " +

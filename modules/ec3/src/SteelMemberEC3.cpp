@@ -5,6 +5,7 @@
 
 #include "MemberCheck.h"
 #include "MemberText.h"
+#include "keltrix/design/MemberInput.h"
 
 namespace Keltrix::EC3 {
 
@@ -104,39 +105,6 @@ void CSteelMemberEC3::DropFindings()
     m_class = 0;
 }
 
-namespace {
-
-bool IsFinite(const Vec3<double>& v) { return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z); }
-
-bool IsFinite(const Steel::CSubSpan& s)
-{
-    return IsFinite(s.GetForcesLeft()) && IsFinite(s.GetForcesRight()) && IsFinite(s.GetMomentsLeft()) &&
-           IsFinite(s.GetMomentsRight());
-}
-
-} // namespace
-
-// Numbers that no check can be made with; Subject::None where all are finite.
-Design::Refusal CSteelMemberEC3::NumbersRefusal() const
-{
-    const auto height = [](const auto& part) { return std::isfinite(part.GetRestraint().LoadHeight()); };
-    const auto& points = MemberPoints();
-    const auto& subSpans = SubSpans();
-    if (!std::all_of(points.begin(), points.end(), [](const auto& p) { return std::isfinite(p.GetPos()); }))
-        return {Subject::Member, L"the position of a member point is not a finite number"};
-    if (!std::all_of(subSpans.begin(), subSpans.end(), [](const auto& s) { return IsFinite(s); }))
-        return {Subject::Member, L"a force or a moment is not a finite number"};
-    if (!std::all_of(points.begin(), points.end(), height) || !std::all_of(subSpans.begin(), subSpans.end(), height))
-        return {Subject::Member, L"a load height is not a finite number"};
-    const double factor = EquivalentUniformMomentFactor().value_or(1.0);
-    if (!(factor > 0.0 && std::isfinite(factor)))
-        return {Subject::MomentFactor,
-                L"the equivalent uniform moment factor that is given is not a finite number above 0"};
-    if (LengthOverride() && !(std::isfinite(Lyy()) && std::isfinite(Lzz()) && std::isfinite(Llt())))
-        return {Subject::Member, L"an effective length that is given is not a finite number"};
-    return {};
-}
-
 // Why nothing can be checked; Subject::None where everything is at hand.
 Design::Refusal CSteelMemberEC3::FindRefusal() const
 {
@@ -146,7 +114,12 @@ Design::Refusal CSteelMemberEC3::FindRefusal() const
     const Material material = MakeMaterial(m_grade, m_section->basis, *m_annex);
     if (!material.IsValid())
         return {GradeFromName(m_grade.Name()) == Grade::User ? Subject::Grade : Subject::Section, material.refusal};
-    if (const Design::Refusal refusal = NumbersRefusal(); refusal.subject != Subject::None) return refusal;
+    if (const Design::Refusal refusal =
+            Design::NumbersRefusal(MemberPoints(), SubSpans(), EquivalentUniformMomentFactor());
+        refusal.subject != Subject::None)
+        return refusal;
+    if (LengthOverride() && !(std::isfinite(Lyy()) && std::isfinite(Lzz()) && std::isfinite(Llt())))
+        return {Subject::Member, L"an effective length that is given is not a finite number"};
     if (!ValidateInputData()) return {Subject::Member, L"member points and sub-spans do not fit together"};
     const double netGross = m_keltrixSection.Component(0).NetGross();
     if (!(netGross > 0.0 && netGross <= 1.0))

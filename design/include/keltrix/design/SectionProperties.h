@@ -12,6 +12,10 @@ namespace Keltrix::Design {
 
 enum class Shape { I, UnequalI, Channel, Tee, Angle, RHS, CHS };
 enum class Fabrication { Rolled, Welded, Formed };
+/// "rolled", "welded", "formed"
+KELTRIX_DESIGN_API const wchar_t* FabricationName(Fabrication fabrication);
+/// "rolled or hot finished", "welded", "cold formed"
+KELTRIX_DESIGN_API const wchar_t* FabricationText(Fabrication fabrication);
 
 /// Dimensions and properties of a section that belong to no design code. x-x is the axis of the member's major moment, y-y the
 /// other one; y points up, x from the back of a channel or of an angle's vertical leg towards the tips. Lengths in m, areas m²,

@@ -101,7 +101,6 @@ private:
     bool Run(Part part, bool alongMember);
     MemberInput Input() const;
     Design::Refusal FindRefusal() const;
-    Design::Refusal NumbersRefusal() const;
     void Refuse(const Design::Refusal& refusal);
     void WriteGeneral(const MemberModel& model);
 

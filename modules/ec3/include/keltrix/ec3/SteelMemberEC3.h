@@ -74,7 +74,6 @@ private:
     enum class Part { Local, Buckling, Both };
     bool Run(Part part);
     Design::Refusal FindRefusal() const;
-    Design::Refusal NumbersRefusal() const;
     void Refuse(const Design::Refusal& refusal);
     void DropFindings();
     void Write(MemberCheck& check);
