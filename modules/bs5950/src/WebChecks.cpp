@@ -8,12 +8,11 @@
 #include "LocalEntry.h"
 #include "Numbers.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
-#include "keltrix/design/Stretches.h"
+#include "keltrix/design/PointLoads.h"
 
 namespace Keltrix::BS5950 {
 
 using Steel::CMemberResult;
-using Steel::CRestraint;
 
 namespace {
 
@@ -147,14 +146,6 @@ void CSteelMemberBS5950::RecordStiffeners()
            m_options.stiffenerSpacing);
 }
 
-// What presses on the flanges at a member point: the jump of the shear there, at an end the shear itself. Above zero downwards.
-double CSteelMemberBS5950::PointLoad(int point) const
-{
-    const double before = point > 0 ? SubSpans()[static_cast<std::size_t>(point) - 1].GetForcesRight().z : 0.0;
-    const bool last = point == static_cast<int>(SubSpans().size());
-    return (last ? 0.0 : SubSpans()[static_cast<std::size_t>(point)].GetForcesLeft().z) - before;
-}
-
 // Length of web that a stiff bearing reaches at the root of the flange, b1 + 5k of 4.5.2.1.
 double CSteelMemberBS5950::SpreadOfBearing() const
 {
@@ -162,62 +153,21 @@ double CSteelMemberBS5950::SpreadOfBearing() const
     return m_options.stiffBearing + 5.0 * (std::max(s.T, s.T2) + (s.IsWelded() ? 0.0 : s.r));
 }
 
-// What presses at a member point together with all that follows within a length, and lies upon the same part of the web: other
-// points, and loads along sub-spans that end there. The point's own load where that is more.
-double CSteelMemberBS5950::LoadWithin(int point, double length) const
-{
-    const double x = MemberPoints()[static_cast<std::size_t>(point)].GetPos();
-    double largest = PointLoad(point);
-    double sum = largest;
-    for (std::size_t k = static_cast<std::size_t>(point); k < SubSpans().size(); ++k) {
-        if (MemberPoints()[k + 1].GetPos() - x > length) break;
-        sum += SubSpans()[k].GetForcesRight().z - SubSpans()[k].GetForcesLeft().z + PointLoad(static_cast<int>(k) + 1);
-        if (std::abs(sum) > std::abs(largest)) largest = sum;
-    }
-    return largest;
-}
-
-// Whether the flange that a load presses on is held laterally at a member point, by the point or along a neighbouring sub-span.
-bool CSteelMemberBS5950::IsPressedFlangeHeld(int point, bool first) const
-{
-    const unsigned int flange = first ? CRestraint::FLANGE1_LATERAL : CRestraint::FLANGE2_LATERAL;
-    const double x = MemberPoints()[static_cast<std::size_t>(point)].GetPos();
-    const Design::MomentRange left = m_major.LeftOf(x);
-    const Design::MomentRange right = m_major.RightOf(x);
-    const int sign = std::min(left.least, right.least) >= 0.0         ? 1
-                     : std::max(left.greatest, right.greatest) <= 0.0 ? -1
-                                                                      : 0;
-    const auto holds = [&](const CRestraint& r) { return Design::Resolved(r, sign).IsRestrained(flange, true); };
-    if (holds(PointRestraint(point))) return true;
-    const int last = static_cast<int>(SubSpans().size());
-    return (point > 0 && holds(SubSpans()[static_cast<std::size_t>(point) - 1].GetRestraint())) ||
-           (point < last && holds(SubSpans()[static_cast<std::size_t>(point)].GetRestraint()));
-}
-
 void CSteelMemberBS5950::FindWebLoads()
 {
     const SectionProperties& s = m_section.Properties();
     const Material& m = m_section.Steel();
-    double largest = 0.0;
-    for (const Steel::CSubSpan& sub : SubSpans())
-        largest = std::max({largest, std::abs(sub.GetForcesLeft().z), std::abs(sub.GetForcesRight().z)});
-    const double start = MemberPoints().front().GetPos();
-    const double end = MemberPoints().back().GetPos();
-    const double spread = SpreadOfBearing();
-    for (int i = 0; i <= static_cast<int>(SubSpans().size()); ++i) {
-        const double force = LoadWithin(i, spread);
-        if (!(std::abs(force) > 1e-6 * largest)) continue;
+    for (const Design::PointLoad& load :
+         Design::FindPointLoads(MemberPoints(), SubSpans(), m_major, m_options.stiffBearing, SpreadOfBearing())) {
         WebLoadResult r;
-        r.point = i;
-        r.x = MemberPoints()[static_cast<std::size_t>(i)].GetPos();
-        r.force = std::abs(force);
-        r.onFlange1 = force > 0.0;
-        const double b1 = m_options.stiffBearing;
-        r.load.stiffBearing = b1;
-        // At an end of the member the stiff bearing begins there.
-        r.load.loadToEnd = std::max(std::min(r.x - start, end - r.x), 0.5 * b1);
-        r.load.bearingToEnd = r.load.loadToEnd - 0.5 * b1;
-        r.held = IsPressedFlangeHeld(i, r.onFlange1);
+        r.point = load.point;
+        r.x = load.x;
+        r.force = load.force;
+        r.onFlange1 = load.onFlange1;
+        r.held = load.held;
+        r.load.stiffBearing = m_options.stiffBearing;
+        r.load.loadToEnd = load.loadToEnd;
+        r.load.bearingToEnd = load.bearingToEnd;
         r.Pbw = r.Px = INF;
         for (const bool first : {true, false}) { // of unequal flanges the less favourable one
             r.load.onFlange1 = first;

@@ -27,6 +27,7 @@ constexpr std::array<RuleRow, static_cast<std::size_t>(Rule::COUNT)> RULES{{
     {L"shear lag in wide flanges", L"EN 1993-1-5 3", Stage::Local, Topic::Other},
     {L"bending, shear and axial force", L"6.2.9", Stage::Local, Topic::CrossSection},
     {L"web under concentrated loads", L"EN 1993-1-5 6", Stage::Local, Topic::WebForces},
+    {L"web under concentrated loads, with bending", L"EN 1993-1-5 7.2", Stage::Local, Topic::WebForces},
     {L"flexural buckling, major axis", L"6.3.1", Stage::Buckling, Topic::BucklingMajor},
     {L"flexural buckling, minor axis", L"6.3.1", Stage::Buckling, Topic::BucklingMinor},
     {L"torsional buckling", L"6.3.1", Stage::Buckling, Topic::BucklingTorsional},

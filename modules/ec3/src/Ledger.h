@@ -24,6 +24,7 @@ enum class Rule {
     ShearLag,
     Combined,
     ConcentratedLoads,
+    WebLoadBending,
     FlexuralMajor,
     FlexuralMinor,
     Torsional,

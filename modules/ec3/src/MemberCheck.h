@@ -7,6 +7,7 @@
 #include "CrossSectionCheck.h"
 #include "Ledger.h"
 #include "keltrix/design/DesignCode.h"
+#include "keltrix/design/PointLoads.h"
 #include "keltrix/ec3/Buckling.h"
 #include "keltrix/ec3/SteelMemberEC3.h"
 #include "keltrix/stability/CriticalLoad.h"
@@ -101,6 +102,20 @@ struct Combination {
     const wchar_t* open = nullptr;
 };
 
+/// A concentrated load or reaction on the web, EN 1993-1-5 6 and 7.2.
+struct WebLoadCheck {
+    Design::PointLoad load;
+    bool isHeld = false; ///< the pressed flange and the compressed one are held laterally there
+    WebForce force;
+    WebForceResistance resistance;
+    double utilisation = 0.0; ///< η2; 0 where not held
+    double eta1 = 0.0;        ///< of axial force and moments that compress the pressed flange; 0 where it is in tension
+    double withMoment = 0.0;  ///< (η2 + 0.8 η1)/1.4
+
+    /// Entry of the result record of a member with that many sub-spans.
+    int Entry(int subSpans) const { return load.point < subSpans ? 1 + 2 * load.point : 2 * subSpans; }
+};
+
 /// One check of a member.
 class MemberCheck {
 public:
@@ -117,6 +132,7 @@ public:
     const std::vector<Position>& Positions() const { return m_positions; }
     const std::vector<StrutSpan>& Struts() const { return m_struts; }
     const std::vector<LateralSpan>& Laterals() const { return m_laterals; }
+    const std::vector<WebLoadCheck>& WebLoads() const { return m_webLoads; }
     const std::vector<Combination>& Combinations() const { return m_combinations; }
     Design::MemberFindings& Findings() { return m_findings; }
     const Design::MemberFindings& Findings() const { return m_findings; }
@@ -144,9 +160,19 @@ private:
     void RecordTorsion();
     void RecordSlenderWeb();
     void RecordShearBuckling();
+    void RecordShearBending(bool across);
     void RecordCombined();
     void AddCombinedSteps(Design::RuleFinding& f, const Interaction& i, const Position& p) const;
     int Worst(double Position::*utilisation) const;
+
+    // Webs under concentrated loads (ConcentratedLoads.cpp).
+    void FindWebLoads();
+    bool IsWebLoadHeld(const Design::PointLoad& load) const;
+    double BendingOf(const WebLoadCheck& check) const;
+    void RecordWebLoads();
+    void RecordUnheldWebLoads();
+    void RecordWebForce();
+    void RecordWebBending();
 
     // Struts (Struts.cpp).
     bool IsHeld(BucklingMode mode, const Steel::CRestraint& restraint) const;
@@ -189,6 +215,7 @@ private:
     bool m_heldInside = false; ///< something holds the member between its ends, in any mode of buckling
     std::optional<CrossSectionCheck> m_check;
     std::vector<Position> m_positions;
+    std::vector<WebLoadCheck> m_webLoads;
     std::vector<StrutSpan> m_struts;
     std::vector<LateralSpan> m_laterals;
     std::vector<Combination> m_combinations;
@@ -206,6 +233,12 @@ void MemberCheck::AddStep(Design::RuleFinding& f, const wchar_t* symbol, Design:
     step.clause = clause;
     step.formula.Format(formula, args...);
     f.steps.push_back(step);
+}
+
+/// The result record counts exactly 1.0 as a failure of a cross-section.
+inline Design::CheckStatus LocalStatus(double utilisation)
+{
+    return utilisation < 1.0 ? Design::CheckStatus::Passed : Design::CheckStatus::Failed;
 }
 
 /// Moment along a stretch for Table B.3.

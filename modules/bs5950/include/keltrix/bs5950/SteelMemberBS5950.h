@@ -321,10 +321,7 @@ private:
     void RecordWebThickness();
     void RecordEndAnchorage();
     void RecordStiffeners();
-    double PointLoad(int point) const;
     double SpreadOfBearing() const;
-    double LoadWithin(int point, double length) const;
-    bool IsPressedFlangeHeld(int point, bool first) const;
     void FindWebLoads();
     void RecordWebLoads();
     void RecordWebLoad(Rule rule);

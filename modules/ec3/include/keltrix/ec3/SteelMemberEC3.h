@@ -18,6 +18,8 @@ enum class CriticalMoment { Elastic, C1 };
 
 struct DesignOptions {
     CriticalMoment mcr = CriticalMoment::Elastic;
+    /// Stiff bearing length ss at supports and concentrated loads, m; 0 where none is given. EN 1993-1-5 6.
+    double stiffBearing = 0.0;
 };
 
 /// Why the module does not take a section; null where it does.
