@@ -14,9 +14,11 @@ using Design::OptionKind;
 using Design::Quantity;
 
 // Places in the list of options.
-enum Option : std::size_t { MCR, BEARING };
+enum Option : std::size_t { MCR, BEARING, INTERACTION, LTB, SIMPLE_COLUMN };
 // Places in the list of values, counted from 1.
 enum MomentValue : std::size_t { ELASTIC = 1, C1 };
+enum InteractionValue : std::size_t { ANNEX_B = 1, ANNEX_A, GENERAL };
+enum LateralValue : std::size_t { CURVES = 1, SIMPLIFIED };
 // Places in the list of annexes.
 enum AnnexPlace : std::size_t { UK, RECOMMENDED };
 
@@ -31,17 +33,30 @@ Design::CodeDescription MakeDescription()
     d.id = L"ec3";
     d.title = L"EN 1993-1-1:2005+A1:2014";
     d.edition = L"with EN 1993-1-5 for slender plates and webs";
-    d.options = {{OptionKind::Choice,
-                  L"mcr",
-                  L"Elastic critical moments (6.3.2): of the member as it is held and loaded, or by C1 between forks",
-                  {{L"elastic", L"elastic analysis of the member with its restraints and load heights"},
-                   {L"c1", L"closed form with k = kw = 1 and the tables' C1, loads at the shear centre"}}},
-                 {OptionKind::Length,
-                  L"bearing",
-                  L"Stiff bearing length at supports and loads, m (EN 1993-1-5 6)",
-                  {},
-                  0.001,
-                  1.0}};
+    d.options = {
+        {OptionKind::Choice,
+         L"mcr",
+         L"Elastic critical moments (6.3.2): of the member as it is held and loaded, or by C1 between forks",
+         {{L"elastic", L"elastic analysis of the member with its restraints and load heights"},
+          {L"c1", L"closed form with k = kw = 1 and the tables' C1, loads at the shear centre"}}},
+        {OptionKind::Length,
+         L"bearing",
+         L"Stiff bearing length at supports and loads, m (EN 1993-1-5 6)",
+         {},
+         0.001,
+         1.0},
+        {OptionKind::Choice,
+         L"interaction",
+         L"Bending and compression of members (6.3.3, 6.3.4)",
+         {{L"annex-b", L"(6.61) and (6.62) with the factors of Annex B"},
+          {L"annex-a", L"(6.61) and (6.62) with the factors of Annex A"},
+          {L"general", L"general method of 6.3.4, for bending in the plane of the web"}}},
+        {OptionKind::Choice,
+         L"ltb",
+         L"Lateral-torsional buckling by reduction factors (6.3.2.2, 6.3.2.3) or by the compression flange (6.3.2.4)",
+         {{L"curves", L"reduction factors with the elastic critical moment"},
+          {L"simplified", L"the compression flange as a strut between its lateral supports"}}},
+        {OptionKind::Flag, L"simple-column", L"Column in simple construction, nominal moments (NCCI SN048)", {}}};
     d.annexes = {{L"uk", L"UK National Annex"}, {L"recommended", L"the values that the standard recommends"}};
     d.grades = {{L"S275", L"EN 10025-2, EN 10210-1, EN 10219-1"},
                 {L"S355", L"EN 10025-2, EN 10210-1, EN 10219-1"},
@@ -93,6 +108,10 @@ public:
         DesignOptions options;
         if (settings.Choice(MCR) == C1) options.mcr = CriticalMoment::C1;
         options.stiffBearing = settings.Length(BEARING);
+        if (settings.Choice(INTERACTION) == ANNEX_A) options.interaction = InteractionMethod::AnnexA;
+        if (settings.Choice(INTERACTION) == GENERAL) options.interaction = InteractionMethod::General;
+        if (settings.Choice(LTB) == SIMPLIFIED) options.lateral = LateralMethod::Simplified;
+        options.simpleColumn = settings.Flag(SIMPLE_COLUMN);
         member->SetOptions(options);
         return member;
     }

@@ -34,6 +34,8 @@ constexpr std::array<RuleRow, static_cast<std::size_t>(Rule::COUNT)> RULES{{
     {L"lateral-torsional buckling", L"6.3.2", Stage::Buckling, Topic::LateralTorsional},
     {L"bending and axial compression, major axis", L"6.3.3 (6.61)", Stage::Buckling, Topic::MemberInteraction},
     {L"bending and axial compression, minor axis", L"6.3.3 (6.62)", Stage::Buckling, Topic::MemberInteraction},
+    {L"general method", L"6.3.4", Stage::Buckling, Topic::MemberInteraction},
+    {L"column in simple construction", L"NCCI SN048", Stage::Buckling, Topic::MemberInteraction},
     {L"frame: second-order effects and imperfections", L"5.2, 5.3", Stage::General, Topic::Other},
     {L"built-up compression members", L"6.4", Stage::General, Topic::Other},
     {L"ductility of the steel", L"3.2.2", Stage::General, Topic::Other},

@@ -31,6 +31,8 @@ enum class Rule {
     Lateral,
     InteractionMajor,
     InteractionMinor,
+    GeneralMethod,
+    SimpleColumn,
     Frame,
     BuiltUp,
     Ductility,

@@ -270,6 +270,8 @@ void CSteelMemberEC3::WriteUtilisations(const MemberCheck& check)
             break;
         case Rule::InteractionMajor:
         case Rule::InteractionMinor:
+        case Rule::GeneralMethod:
+        case Rule::SimpleColumn:
             r.SetUtilBucklingCombined(f.utilisation);
             break;
         default:
