@@ -140,25 +140,31 @@ Json ResistanceJson(const Design::Resistance& resistance, Json start, Json end)
                       OrNull(resistance.value), "start", std::move(start), "end", std::move(end));
 }
 
+// Those of cross-sections, then those of spans.
+Json ResistanceList(const Design::MemberFindings& findings)
+{
+    Json list = Json::array();
+    for (const Design::Resistance& resistance : findings.resistances)
+        list.push_back(ResistanceJson(resistance, Json(), Json()));
+    for (const Design::SpanFinding& span : findings.spans)
+        if (!span.isCombination) list.push_back(ResistanceJson(span.resistance, span.start, span.end));
+    return list;
+}
+
 // `list` has all of them. A name for each symbol, and `spans`, are kept for compatibility until version 0.3.
-Json ResistancesJson(const Design::MemberFindings& findings)
+Json ResistancesByName(const Design::MemberFindings& findings)
 {
     Json json = Json::object();
     auto& members = json.get_ref<Json::object_t&>(); // no search for each symbol
     members.reserve(findings.resistances.size() + 2);
-    Json list = Json::array();
-    for (const Design::Resistance& resistance : findings.resistances)
-        list.push_back(ResistanceJson(resistance, Json(), Json()));
-    Json spans = Json::array();
-    for (const Design::SpanFinding& span : findings.spans) {
-        if (span.isCombination) continue;
-        list.push_back(ResistanceJson(span.resistance, span.start, span.end));
-        spans.push_back(JsonObject("start", span.start, "end", span.end, Utf8(span.resistance.symbol).c_str(),
-                                   OrNull(span.resistance.value)));
-    }
-    members.emplace_back("list", std::move(list));
+    members.emplace_back("list", ResistanceList(findings));
     for (const Design::Resistance& resistance : findings.resistances)
         members.emplace_back(Utf8(resistance.symbol), OrNull(resistance.value));
+    Json spans = Json::array();
+    for (const Design::SpanFinding& span : findings.spans)
+        if (!span.isCombination)
+            spans.push_back(JsonObject("start", span.start, "end", span.end, Utf8(span.resistance.symbol).c_str(),
+                                       OrNull(span.resistance.value)));
     members.emplace_back("spans", std::move(spans));
     return json;
 }
@@ -601,7 +607,8 @@ Json JsonOf(const CheckedMember& checked)
     json["effective_lengths"] = JsonObject("major", LengthsJson(lengths.GetMajorAxisEntries()), "minor",
                                            LengthsJson(lengths.GetMinorAxisEntries()), "lateral_torsional",
                                            LengthsJson(lengths.GetLateralTorsionalEntries()));
-    json["resistances"] = ResistancesJson(checked.findings);
+    json["resistances"] = checked.code->Description().resistancesByName ? ResistancesByName(checked.findings)
+                                                                        : ResistanceList(checked.findings);
     json["checks"] = std::move(checks);
     json["assumptions"] = std::move(assumptions);
     return json;

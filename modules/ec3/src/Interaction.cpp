@@ -1,4 +1,4 @@
-// Members in bending and axial compression, 6.3.3 with Annex B, and the order of the buckling checks.
+// Members in bending and axial compression, 6.3.3 and the order of the buckling checks.
 
 #include <algorithm>
 #include <cmath>
@@ -35,6 +35,27 @@ bool IsLinear(const MomentDiagram& moments, double from, double to, double left,
         }
     }
     return true;
+}
+
+// How Annex B finds kyy or kzy.
+const wchar_t* FormulaMajor(const AnnexBInput& i, bool first)
+{
+    if (first)
+        return i.isPlastic ? L"Cmy(1 + (λy - 0.2) ny), at most Cmy(1 + 0.8 ny)"
+                           : L"Cmy(1 + 0.6 λy ny), at most Cmy(1 + 0.6 ny)";
+    if (i.isHollow) return i.isPlastic ? L"0.6 kyy" : L"0.8 kyy";
+    if (!i.isPlastic) return L"1 - 0.05 λz nz/(CmLT - 0.25), at least 1 - 0.05 nz/(CmLT - 0.25)";
+    return i.lambdaZ < 0.4 ? L"0.6 + λz, at most 1 - 0.1 λz nz/(CmLT - 0.25)"
+                           : L"1 - 0.1 λz nz/(CmLT - 0.25), at least 1 - 0.1 nz/(CmLT - 0.25)";
+}
+
+// How Annex B finds kyz or kzz.
+const wchar_t* FormulaMinor(const AnnexBInput& i, bool first)
+{
+    if (first) return i.isPlastic ? L"0.6 kzz" : L"kzz";
+    if (!i.isPlastic) return L"Cmz(1 + 0.6 λz nz), at most Cmz(1 + 0.6 nz)";
+    return i.isHollow ? L"Cmz(1 + (λz - 0.2) nz), at most Cmz(1 + 0.8 nz)"
+                      : L"Cmz(1 + (2 λz - 0.6) nz), at most Cmz(1 + 1.4 nz)";
 }
 
 } // namespace
@@ -118,13 +139,20 @@ void MemberCheck::FindCombinations()
     }
 }
 
-void MemberCheck::CheckCombination(Combination& c) const
+// The stretch between forks; where the section is held all along, that between lateral supports, or between vertical ones.
+const StretchMoments& MemberCheck::StretchOf(const Combination& c) const
+{
+    const LateralSpan& lateral = m_laterals[c.lateral];
+    const StrutSpan& z = m_struts[c.minor];
+    return !lateral.held ? lateral.moments : z.held ? m_struts[c.major].moments : z.moments;
+}
+
+void MemberCheck::CheckCombination(Combination& c)
 {
     const StrutSpan& y = m_struts[c.major];
     const StrutSpan& z = m_struts[c.minor];
     const LateralSpan& lateral = m_laterals[c.lateral];
-    // The stretch between forks; where the section is held all along, that between lateral supports, or between vertical ones.
-    const StretchMoments& stretch = !lateral.held ? lateral.moments : z.held ? y.moments : z.moments;
+    const StretchMoments& stretch = StretchOf(c);
     c.Ny = y.N;
     c.Nz = z.N;
     c.My = stretch.My;
@@ -136,7 +164,29 @@ void MemberCheck::CheckCombination(Combination& c) const
     if ((y.open && c.Ny > 0.0) || (z.open && c.Nz > 0.0)) c.open = y.open && c.Ny > 0.0 ? y.open : z.open;
     if (lateral.open && c.My > 0.0) c.open = lateral.open;
     if (!m_in.section.IsDoublySymmetric()) c.open = L"Annex B is for sections that are doubly symmetric";
-    if (c.open) return;
+    if (m_in.options.interaction == InteractionMethod::AnnexA && !c.open) c.open = AnnexARefusal(c);
+    const bool general = m_in.options.interaction == InteractionMethod::General && m_in.section.IsDoublySymmetric();
+    if (c.open && !general) return;
+    SetFactors(c);
+    if (general) {
+        c.open = nullptr;
+        return CheckByGeneralMethod(c);
+    }
+    if (m_in.options.simpleColumn) CheckSimpleColumn(c);
+    if (m_in.options.interaction == InteractionMethod::AnnexA) ApplyAnnexA(c);
+    const double My = Term(c.My, lateral.Chi() * c.MyRk / gamma);
+    const double Mz = Term(c.Mz, c.MzRk / gamma);
+    const auto times = [](double k, double term) { return term == 0.0 ? 0.0 : k * term; };
+    c.first = c.input.ny + times(c.k.kyy, My) + times(c.k.kyz, Mz);
+    c.second = c.input.nz + times(c.k.kzy, My) + times(c.k.kzz, Mz);
+}
+
+// Table B.3 and Annex B.
+void MemberCheck::SetFactors(Combination& c) const
+{
+    const StrutSpan& y = m_struts[c.major];
+    const StrutSpan& z = m_struts[c.minor];
+    const StretchMoments& stretch = StretchOf(c);
     AnnexBInput& i = c.input;
     i.isPlastic = m_class.IsPlastic();
     i.isHollow = m_in.section.IsHollow();
@@ -150,11 +200,33 @@ void MemberCheck::CheckCombination(Combination& c) const
     i.Cmz = std::max({z.sway ? 0.9 : 0.0, stretch.CmMinor, z.moments.CmMinor});
     i.CmLT = stretch.CmMajor;
     c.k = AnnexB(i);
-    const double My = Term(c.My, lateral.Chi() * c.MyRk / gamma);
-    const double Mz = Term(c.Mz, c.MzRk / gamma);
-    const auto times = [](double k, double term) { return term == 0.0 ? 0.0 : k * term; };
-    c.first = i.ny + times(c.k.kyy, My) + times(c.k.kyz, Mz);
-    c.second = i.nz + times(c.k.kzy, My) + times(c.k.kzz, Mz);
+}
+
+void MemberCheck::AddFactorSteps(RuleFinding& f, const Combination& c, bool first) const
+{
+    const CDesFormat& fmt = m_in.format;
+    const auto no = [&](double value) { return fmt.NoDim(value); };
+    if (const auto& a = c.annexA) {
+        AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table A.2", L"Cmy,0 = %s, Cmz,0 = %s", no(a->Cmy0),
+                no(a->Cmz0));
+        AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table A.1", L"Cmy = %s, Cmz = %s, CmLT = %s", no(a->Cmy),
+                no(a->Cmz), no(a->CmLT));
+        AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table A.1",
+                L"μy = %s, μz = %s, Cyy = %s, Cyz = %s, Czy = %s, Czz = %s", no(a->muY), no(a->muZ), no(a->Cyy),
+                no(a->Cyz), no(a->Czy), no(a->Czz));
+    } else {
+        const AnnexBInput& i = c.input;
+        AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table B.3", L"Cmy = %s, Cmz = %s, CmLT = %s", no(i.Cmy),
+                no(i.Cmz), no(i.CmLT));
+        AddStep(f, L"with", Quantity::None, std::nan(""), L"",
+                L"λy = %s, λz = %s, NEd/(χy NRk/γM1) = %s, NEd/(χz NRk/γM1) = %s", no(i.lambdaY), no(i.lambdaZ),
+                no(i.ny), no(i.nz));
+    }
+    const wchar_t* const table = c.annexA ? L"Table A.1" : m_in.section.IsHollow() ? L"Table B.1" : L"Table B.2";
+    AddStep(f, first ? L"kyy" : L"kzy", Quantity::None, first ? c.k.kyy : c.k.kzy, table, L"%s",
+            c.annexA ? L"" : FormulaMajor(c.input, first));
+    AddStep(f, first ? L"kyz" : L"kzz", Quantity::None, first ? c.k.kyz : c.k.kzz, c.annexA ? table : L"Table B.1",
+            L"%s", c.annexA ? L"" : FormulaMinor(c.input, first));
 }
 
 void MemberCheck::RecordCombination(const Combination& c, bool first)
@@ -175,11 +247,7 @@ void MemberCheck::RecordCombination(const Combination& c, bool first)
     if (!c.open && m_in.withSteps) {
         const StrutSpan& span = first ? y : z;
         const double N = first ? c.Ny : c.Nz;
-        AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table B.3", L"Cmy = %s, Cmz = %s, CmLT = %s",
-                m_in.format.NoDim(c.input.Cmy), m_in.format.NoDim(c.input.Cmz), m_in.format.NoDim(c.input.CmLT));
-        AddStep(f, first ? L"kyy" : L"kzy", Quantity::None, first ? c.k.kyy : c.k.kzy,
-                m_in.section.IsHollow() ? L"Table B.1" : L"Table B.2", L"");
-        AddStep(f, first ? L"kyz" : L"kzz", Quantity::None, first ? c.k.kyz : c.k.kzz, L"Table B.1", L"");
+        AddFactorSteps(f, c, first);
         AddStep(f, L"NEd/Nb,Rd", Quantity::None, first ? c.input.ny : c.input.nz, L"", L"%s/%s", m_in.format.Force(N),
                 m_in.format.Force(span.open ? 0.0 : span.strut.NbRd));
         const double gamma = m_in.strength.gammaM1;
@@ -208,21 +276,50 @@ void MemberCheck::CheckBuckling()
         RecordLateral(span);
     }
     FindCombinations();
+    RecordCombinations();
+}
+
+void MemberCheck::RecordCombinations()
+{
     const auto applies = [](const Combination& c) {
         return ((c.Ny > 0.0 || c.Nz > 0.0) && (c.My > 0.0 || c.Mz > 0.0)) || (c.My > 0.0 && c.Mz > 0.0);
     };
+    std::erase_if(m_combinations, [&](const Combination& c) { return !applies(c); });
+    const bool general = m_in.options.interaction == InteractionMethod::General;
     for (const bool first : {true, false}) {
+        const Rule rule = first ? Rule::InteractionMajor : Rule::InteractionMinor;
         bool any = false;
         for (const Combination& c : m_combinations) {
-            if (!applies(c)) continue;
+            if (c.general || c.simple) continue;
             any = true;
             RecordCombination(c, first);
         }
-        if (!any)
-            Add(FindingOf(first ? Rule::InteractionMajor : Rule::InteractionMinor, CheckStatus::NotApplicable,
-                          L"nowhere compression with a moment, nor moments about both axes"));
+        if (any) continue;
+        Add(FindingOf(rule, CheckStatus::NotApplicable,
+                      m_combinations.empty() ? L"nowhere compression with a moment, nor moments about both axes"
+                      : general              ? L"the general method of 6.3.4 stands in its place"
+                                             : L"a column in simple construction: its rule stands in its place"));
     }
-    std::erase_if(m_combinations, [&](const Combination& c) { return !applies(c); });
+    RecordOtherMethods();
+}
+
+void MemberCheck::RecordOtherMethods()
+{
+    bool anyGeneral = false, anySimple = false;
+    for (const Combination& c : m_combinations) {
+        anyGeneral = anyGeneral || c.general;
+        anySimple = anySimple || c.simple;
+        if (c.general) RecordGeneral(c);
+        if (c.simple) RecordSimpleColumn(c);
+        if (c.simpleRefusal)
+            m_findings.assumptions.push_back({L"no column in simple construction here, (6.61) and (6.62) stand",
+                                              c.simpleRefusal, std::nan(""), c.start, c.end});
+    }
+    if (!anyGeneral) Add(FindingOf(Rule::GeneralMethod, CheckStatus::NotApplicable, L"the options do not ask for it"));
+    if (!anySimple)
+        Add(FindingOf(Rule::SimpleColumn, CheckStatus::NotApplicable,
+                      m_in.options.simpleColumn ? L"no length of the member meets the conditions of the rule"
+                                                : L"the options do not say that the member is such a column"));
 }
 
 } // namespace Keltrix::EC3
