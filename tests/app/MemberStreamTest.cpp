@@ -24,7 +24,7 @@ using Trial::TestDirectory;
 
 const std::string SPOILED = "TITLE,Spoiled\nSECTION,UB 1x1x1,ROLLED\nGRADE,S275\nEND\n";
 
-class Streams : public ::testing::Test {
+class MemberStreams : public ::testing::Test {
 protected:
     // What was brought and told, in its order.
     std::vector<std::string> Seen(const std::vector<std::string>& files)
@@ -54,7 +54,7 @@ protected:
                       [this](const std::string&, const std::string&) { m_seen.push_back("read"); }};
 };
 
-TEST_F(Streams, BringsMembersInTheirOrderAndTellsAsTheyCome)
+TEST_F(MemberStreams, BringsMembersInTheirOrderAndTellsAsTheyCome)
 {
     const std::string file = m_directory.Write("f.csv", GOOD_MEMBER + SPOILED + GOOD_MEMBER);
     const std::vector<std::string> seen = Seen({file, m_directory.Path("none.csv")});
@@ -69,9 +69,9 @@ TEST_F(Streams, BringsMembersInTheirOrderAndTellsAsTheyCome)
     EXPECT_EQ(std::count(seen.begin(), seen.end(), "read"), 1);
 }
 
-TEST_F(Streams, NothingOfNoFiles) { EXPECT_THAT(Seen({}), IsEmpty()); }
+TEST_F(MemberStreams, NothingOfNoFiles) { EXPECT_THAT(Seen({}), IsEmpty()); }
 
-TEST_F(Streams, AMemberThatItsUseRefusesIsARefusalAndHarmsNoOther)
+TEST_F(MemberStreams, AMemberThatItsUseRefusesIsARefusalAndHarmsNoOther)
 {
     const std::string file = m_directory.Write("f.csv", GOOD_MEMBER + GOOD_MEMBER + GOOD_MEMBER);
     MemberStream stream({file}, {}, m_console);
