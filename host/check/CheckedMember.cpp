@@ -270,6 +270,21 @@ const char* KeywordOf(Design::Subject subject)
     }
 }
 
+// A section that the code does not take is refused in the code's own words.
+CSteelGrade ReadMember(const MemberFile& file, std::size_t i, const Design::DesignCode& code,
+                       Steel::CSteelMemberGen& member)
+{
+    try {
+        return file.ReadInto(i, member);
+    } catch (const BadMember& refusal) {
+        if (refusal.defect.code != "code-section") throw;
+        const std::wstring_view section = file.FieldOf(i, LineKind::Section);
+        const CString reason = code.SectionRefusal(CSection(CString(section)));
+        if (reason.IsEmpty()) throw;
+        throw file.Refusal(i, "SECTION", "code-section", Quote(section) + ": " + Utf8(reason), {});
+    }
+}
+
 } // namespace
 
 void RequireAccepted(const MemberFile& file, std::size_t i, const Design::MemberFindings& findings)
@@ -291,7 +306,7 @@ CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoic
     checked.coded = checked.code->NewMember(choice.settings);
     checked.member = &checked.coded->Member();
     checked.result = std::make_unique<CMemberResult>();
-    const CSteelGrade grade = file.ReadInto(i, *checked.member);
+    const CSteelGrade grade = ReadMember(file, i, *checked.code, *checked.member);
     checked.title = Utf8(checked.member->GetTitle());
     SetGradeOf(file, i, *checked.code, *checked.member, grade);
     if (!withText) checked.result->EnableText(false);

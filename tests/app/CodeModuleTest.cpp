@@ -163,7 +163,8 @@ TEST(CodeModule, RefusesWhatItDoesNotTakeWithTheLine)
     const std::string beam = directory.Write("a.csv", Trial::GOOD_MEMBER);
     const auto section = RunKsteel(WITH_TIE + "check --code tie '" + beam + "'");
     EXPECT_EQ(section.code, 2) << section;
-    EXPECT_THAT(section.err, HasSubstr("a.csv:3: SECTION"));
+    EXPECT_THAT(section.err, HasSubstr("a.csv:3: SECTION: \""));
+    EXPECT_THAT(section.err, HasSubstr("the section is no circular hollow section"));
     std::string text = Hanger("1e3");
     text.replace(text.find("S235"), 4, "S999");
     const std::string hanger = directory.Write("b.csv", text);
