@@ -79,7 +79,7 @@ ExitCode ShowBuckling(const BucklingOptions& options, const Console& console)
     const auto refuse = [&](const Refusal& refusal) {
         if (hasText && options.format == Format::JSON_LINES) console.out(RefusalLine(refusal));
     };
-    MemberLoop loop(console, options.reading, showOne, refuse, {options.code.code, {}, {}});
+    MemberLoop loop(console, options.reading, showOne, refuse, {options.code, {}, {}});
     for (const std::string& path : options.files)
         loop.UseFile(path);
     drawing.Write(console);

@@ -103,7 +103,7 @@ ExitCode CheckEnvelope(const CheckOptions& options, const Console& console)
                           cases.push_back(CheckAsAsked(file, i, options, console));
                           return EXIT_FINE;
                       },
-                      {options.code.code, {}, [&](ExitCode, const std::string& message) { console.err(message); }});
+                      {options.code, {}, [&](ExitCode, const std::string& message) { console.err(message); }});
     // A case that is missing would make the envelope look better than it is.
     if (code == EXIT_BAD_INPUT || cases.empty()) return code;
     CheckOutput output(options, console);

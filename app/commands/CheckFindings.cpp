@@ -109,8 +109,8 @@ CheckedMember OneEnvelope(std::vector<CheckedMember> cases)
 BeamUse BeamUseOf(const CheckOptions& options, std::function<ExitCode(const Beam&)> use,
                   std::function<void(ExitCode, const std::string&)> tell)
 {
-    if (options.combinations) return {options.code.code, {}, std::move(tell)};
-    return {options.code.code, std::move(use), {}};
+    if (options.combinations) return {options.code, {}, std::move(tell)};
+    return {options.code, std::move(use), {}};
 }
 
 CheckLoop::CheckLoop(const CheckOptions& options, std::istream& standardInput, OutputPieceSink sink) :

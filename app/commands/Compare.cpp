@@ -5,6 +5,7 @@
 
 #include "check/CheckedMember.h"
 #include "commands/CodeCommands.h"
+#include "io/AnnexArgument.h"
 #include "report/MemberReport.h"
 #include "stream/EachMember.h"
 #include "text/Json.h"
@@ -32,7 +33,7 @@ std::string TitleOf(const CodeChoice& choice)
 {
     const Design::CodeDescription& d = choice.code->Description();
     std::string title = Utf8(d.title);
-    if (!d.annexes.empty()) title += " (" + Utf8(d.annexes[choice.settings.annex].name) + ')';
+    if (!d.annexes.empty()) title += " (" + AnnexOf(choice) + ')';
     return title;
 }
 
@@ -42,8 +43,7 @@ CodeChoice ChoiceNamed(const std::string& text)
     const std::size_t colon = text.find(':');
     CodeChoice choice;
     choice.code = &DesignCodeNamed(text.substr(0, colon));
-    if (colon != std::string::npos)
-        choice.settings.annex = AnnexNamed(*choice.code, text.substr(colon + 1), "--code " + text.substr(0, colon));
+    if (colon != std::string::npos) ChooseAnnex(text.substr(colon + 1), choice, "--code " + text.substr(0, colon));
     return choice;
 }
 
@@ -79,7 +79,7 @@ std::vector<Opinion> OpinionsOn(const std::string& file, const CompareOptions& o
         return code;
     };
     BeamUse beams;
-    beams.code = choice.code;
+    beams.code = choice;
 #ifdef KELTRIX_HOST_WITH_STATICS
     beams.use = [&](const Beam& beam) { return keep(CheckBeam(beam, choice, false)); };
 #endif

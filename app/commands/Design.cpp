@@ -204,7 +204,7 @@ Candidate Try(const Beam& own, const CSectDB::Entry& entry, const DesignOptions&
     if (file.type == "ROLLED") file.type = "UNDEF"; // as the catalogue has it
     SetSectionOf(file, FindSection(candidate.name), options.code.code);
     try {
-        const Beam beam = MakeBeam(std::move(file), options.reading, options.code.code);
+        const Beam beam = MakeBeam(std::move(file), options.reading, options.code);
         if (beam.members.empty()) {
             candidate.governing = ReasonOf(beam);
             return candidate;
@@ -336,7 +336,7 @@ private:
 
 ExitCode DesignEach(const DesignOptions& options, const Console& console, DesignOutput& output)
 {
-    BeamUse beams{options.code.code, {}, {}};
+    BeamUse beams{options.code, {}, {}};
 #ifdef KELTRIX_HOST_WITH_STATICS
     beams.use = [&](const Beam& beam) {
         return output.Show(Choose(beam, options), beam.file.name, 1, beam.file.title, WarningsOf(beam));
@@ -355,7 +355,7 @@ ExitCode DesignEnvelope(const DesignOptions& options, const Console& console, De
 {
     std::vector<CheckedMember> cases;
     std::vector<MemberWarning> warnings;
-    BeamUse beams{options.code.code, {}, {}};
+    BeamUse beams{options.code, {}, {}};
     beams.use = [](const Beam&) -> ExitCode {
         throw BadUsage("--envelope: takes member files; a beam file has all combinations of its member already");
     };

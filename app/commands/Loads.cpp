@@ -127,7 +127,7 @@ ExitCode ShowLoads(const LoadsOptions& options, const Console& console)
         return EXIT_BAD_INPUT;
     };
     const ExitCode code =
-        ForEachMember(options.files, options.reading, console, refuseMember, {options.code.code, showBeam});
+        ForEachMember(options.files, options.reading, console, refuseMember, {options.code, showBeam});
     folder.Write();
     if (!svg.empty()) WriteFile(options.svgFile, svg);
     if (hasText && isJson) console.out(JsonText(beams));

@@ -25,7 +25,7 @@ ExitCode Added(HtmlReport& report, const Console& noting, const CheckedMember& c
 BeamUse BeamUseOf([[maybe_unused]] const ReportOptions& options, [[maybe_unused]] HtmlReport& report,
                   [[maybe_unused]] const Console& noting)
 {
-    BeamUse use{options.code.code, {}, {}};
+    BeamUse use{options.code, {}, {}};
     if (options.combinations) use.tellDeflections = [&](ExitCode, const std::string& message) { noting.err(message); };
 #ifdef KELTRIX_HOST_WITH_STATICS
     if (!options.combinations)
@@ -63,7 +63,7 @@ ExitCode AddEnvelope(const ReportOptions& options, const Console& noting, HtmlRe
                               noting.err(warning.Message());
                           return EXIT_FINE;
                       },
-                      {options.code.code, {}, [&](ExitCode, const std::string& message) { noting.err(message); }});
+                      {options.code, {}, [&](ExitCode, const std::string& message) { noting.err(message); }});
     // A case that is missing would make the envelope look better than it is.
     if (code == EXIT_BAD_INPUT || cases.empty()) return code;
     const CheckedMember checked = SheetEnvelope(std::move(cases));

@@ -294,7 +294,7 @@ ExitCode ShowSpans(const SpansOptions& options, const Console& console)
         console.out(RenderMarkup(text, options.rendering));
         return EXIT_FINE;
     };
-    const ExitCode code = ForEachMember(options.files, options.reading, console, showOne, {options.code.code, {}, {}});
+    const ExitCode code = ForEachMember(options.files, options.reading, console, showOne, {options.code, {}, {}});
     if (options.format == Format::JSON) console.out(JsonText(members));
     return code;
 }

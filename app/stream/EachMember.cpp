@@ -100,8 +100,8 @@ void MemberLoop::TellDeflections(const Beam& beam)
 
 void MemberLoop::UseBeam(const std::string& name, const MemberPiece& piece)
 {
-    const Design::DesignCode* code = m_beams.code;
-    if (!code && !DesignCodes().empty()) code = DefaultCode().code;
+    CodeChoice code = m_beams.code;
+    if (!code.code && !DesignCodes().empty()) code = DefaultCode();
     const Beam beam = ReadBeam(name, piece.bytes, m_reading, code);
     std::vector<std::string> errors;
     for (const Defect& defect : beam.made.defects) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "check/DesignCodes.h"
 #include "io/Console.h"
 #include "io/Failure.h"
 #include "memberfile/MemberFile.h"
@@ -21,8 +22,8 @@ using UseMember = std::function<ExitCode(const MemberFile&, std::size_t)>;
 
 /// What becomes of beam files among the member files.
 struct BeamUse {
-    /// Gives the modulus of elasticity and the standard of the combinations; without one the default code does.
-    const Design::DesignCode* code = nullptr;
+    /// Gives the modulus of elasticity and, with its annex, the standard of the combinations; without one the default code does.
+    CodeChoice code = {};
     /// Called for each beam; without it the members of a beam's combinations are members by themselves.
     std::function<ExitCode(const Beam&)> use = {};
     /// Where the members are checked by themselves, in which the deflections of the beam have no place: takes a message of what came of

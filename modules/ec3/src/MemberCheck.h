@@ -184,6 +184,9 @@ private:
     ClassActions MakeClassActions() const;
     void Assume(const wchar_t* name, const wchar_t* text, double value = std::nan(""));
     void AssumeLoads(const Design::MomentDiagram& moments, const wchar_t* name, double sign);
+    void AssumeChoices();
+    void AssumeWebClass();
+    void WarnOfHeldAlong();
     void WarnOfBalance();
     void RecordOutside();
     void Add(Design::RuleFinding finding);
