@@ -18,6 +18,7 @@
 #endif
 #include "commands/CodeCommands.h"
 #include "commands/Commands.h"
+#include "io/AnnexArgument.h"
 #include "io/CodeModule.h"
 #include "io/Input.h"
 #include "io/Output.h"
@@ -191,7 +192,7 @@ void Choose(const Shared& shared, CodeNeed need, CodeChoice& choice)
     if (asked.code.empty() && !asked.modules.empty())
         throw BadUsage("--module: say which design code to use: --code " + ListOfCodes());
     choice.code = asked.code.empty() ? DefaultCode().code : &DesignCodeNamed(asked.code);
-    if (!asked.annex.empty()) choice.settings.annex = AnnexNamed(*choice.code, asked.annex);
+    if (!asked.annex.empty()) ChooseAnnex(asked.annex, choice);
 }
 
 void AddCode(CLI::App& command, Shared& shared, CodeNeed need, CodeChoice& choice, const std::string& meaning)
@@ -199,7 +200,10 @@ void AddCode(CLI::App& command, Shared& shared, CodeNeed need, CodeChoice& choic
     CLI::Option* const code = command.add_option("--code", shared.parsed.code, meaning + ": " + ListOfCodes());
     code->type_name("NAME");
     if (need != CodeNeed::WhenGiven && shared.code) code->default_str(Utf8(shared.code->Description().id));
-    command.add_option("--annex", shared.parsed.annex, "National annex of the design code")->type_name("NAME");
+    command
+        .add_option("--annex", shared.parsed.annex,
+                    "National annex of the design code, or a file of national choices (.toml)")
+        ->type_name("NAME|FILE");
     shared.choose[&command] = [&shared, need, &choice] { Choose(shared, need, choice); };
 }
 

@@ -62,7 +62,7 @@ ExitCode ShowBuckling(const BucklingOptions& options, const Console& console)
         CodelessMember member;
         member.SetGrade(file.ReadInto(i, member));
         const BucklingReport report =
-            MakeBucklingReport(member, ModuliOf(options.code.code, member.GetGrade()), options.continuity);
+            MakeBucklingReport(member, ModuliOf(options.code, member.GetGrade()), options.continuity);
         const std::string title = Utf8(member.GetTitle());
         drawing.Add(report, member, title);
         if (hasText && options.format == Format::JSON_LINES)
@@ -75,7 +75,7 @@ ExitCode ShowBuckling(const BucklingOptions& options, const Console& console)
                                      options.rendering));
         return report.IsStable() ? EXIT_FINE : EXIT_MEMBER_FAILS;
     };
-    MemberStream stream(options.files, options.reading, console, BeamReading::Members, options.code.code);
+    MemberStream stream(options.files, options.reading, console, BeamReading::Members, options.code);
     while (auto member = stream.Next()) {
         stream.Use(*member, [&] { return showOne(*member->file, member->place); });
         if (member->refusal && hasText && options.format == Format::JSON_LINES)

@@ -98,7 +98,7 @@ ExitCode CheckEnvelope(const CheckOptions& options, const Console& console)
 {
     std::vector<CheckedMember> cases;
     MemberStream stream(options.files, options.reading, console, BeamReading::MembersWithDeflections,
-                        options.code.code);
+                        options.code);
     while (auto member = stream.Next()) {
         if (!member->remark.empty()) console.err(member->remark);
         stream.Use(*member, [&] {

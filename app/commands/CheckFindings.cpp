@@ -120,7 +120,7 @@ MemberFindings::MemberFindings(const CheckOptions& options, PieceSource& pieces,
                                       m_ready.push_back({OutputPiece::Message, EXIT_FINE, 0.0, std::string(message)});
                                   },
                                   {}},
-    m_members(pieces, options.reading, m_console, BeamsAs(options.combinations), options.code.code)
+    m_members(pieces, options.reading, m_console, BeamsAs(options.combinations), options.code)
 {}
 
 std::optional<OutputPiece> MemberFindings::Next()

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "commands/CheckFindings.h"
+#include "io/AnnexArgument.h"
 #include "report/MemberReport.h"
 #include "text/Json.h"
 #include "text/Markup.h"
@@ -27,7 +28,7 @@ std::string TitleOf(const CodeChoice& choice)
 {
     const Design::CodeDescription& d = choice.code->Description();
     std::string title = Utf8(d.title);
-    if (!d.annexes.empty()) title += " (" + Utf8(d.annexes[choice.settings.annex].name) + ')';
+    if (!d.annexes.empty()) title += " (" + AnnexOf(choice) + ')';
     return title;
 }
 
@@ -37,8 +38,7 @@ CodeChoice ChoiceNamed(const std::string& text)
     const std::size_t colon = text.find(':');
     CodeChoice choice;
     choice.code = &DesignCodeNamed(text.substr(0, colon));
-    if (colon != std::string::npos)
-        choice.settings.annex = AnnexNamed(*choice.code, text.substr(colon + 1), "--code " + text.substr(0, colon));
+    if (colon != std::string::npos) ChooseAnnex(text.substr(colon + 1), choice, "--code " + text.substr(0, colon));
     return choice;
 }
 
@@ -73,7 +73,7 @@ std::vector<Opinion> OpinionsOn(const std::string& file, const CompareOptions& o
         opinions.push_back({std::move(checked), {}});
         return code;
     };
-    MemberStream stream({file}, options.reading, once, BeamReading::Whole, choice.code);
+    MemberStream stream({file}, options.reading, once, BeamReading::Whole, choice);
     while (auto member = stream.Next()) {
         stream.Use(*member, [&] { return keep(CheckOne(*member, choice, false)); });
         if (member->refusal) opinions.push_back({{}, *member->refusal});

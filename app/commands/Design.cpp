@@ -200,7 +200,7 @@ Choice Choose(const MemberFile& file, std::size_t i, const DesignOptions& option
     const std::unique_ptr<Design::CodeMember> coded = options.code.code->NewMember(options.code.settings);
     Steel::CSteelMemberGen& member = coded->Member();
     const CSteelGrade grade = file.ReadInto(i, member);
-    SetGradeOf(file, i, *options.code.code, member, grade);
+    SetGradeOf(file, i, *options.code, member, grade);
     RequireUsableFactors(file, i, *coded);
     const CSecComp own = member.GetKeltrixSec().Component(0);
     return ChooseBy(options, [&](const CSectDB::Entry& entry) { return Try(*coded, grade, own, entry); });
@@ -221,9 +221,9 @@ Candidate Try(const Beam& own, const CSectDB::Entry& entry, const DesignOptions&
     Candidate candidate = CandidateOf(entry);
     BeamFile file = own.file;
     if (file.type == "ROLLED") file.type = "UNDEF"; // as the catalogue has it
-    SetSectionOf(file, FindSection(candidate.name), options.code.code);
+    SetSectionOf(file, FindSection(candidate.name), options.code);
     try {
-        const Beam beam = MakeBeam(std::move(file), options.reading, options.code.code);
+        const Beam beam = MakeBeam(std::move(file), options.reading, options.code);
         if (beam.members.empty()) {
             candidate.governing = ReasonOf(beam);
             return candidate;
@@ -375,7 +375,7 @@ ExitCode DesignOne(const StreamMember& member, const DesignOptions& options, Des
 
 ExitCode DesignEach(const DesignOptions& options, const Console& console, DesignOutput& output)
 {
-    MemberStream stream(options.files, options.reading, console, BeamReading::Whole, options.code.code);
+    MemberStream stream(options.files, options.reading, console, BeamReading::Whole, options.code);
     while (auto member = stream.Next())
         stream.Use(*member, [&] { return DesignOne(*member, options, output); });
     return stream.Worst();
@@ -385,7 +385,7 @@ ExitCode DesignEnvelope(const DesignOptions& options, const Console& console, De
 {
     std::vector<CheckedMember> cases;
     std::vector<MemberWarning> warnings;
-    MemberStream stream(options.files, options.reading, console, BeamReading::Whole, options.code.code);
+    MemberStream stream(options.files, options.reading, console, BeamReading::Whole, options.code);
     while (auto member = stream.Next()) {
         if (member->beam)
             throw BadUsage("--envelope: takes member files; a beam file has all combinations of its member already");

@@ -126,7 +126,7 @@ ExitCode ShowLoads(const LoadsOptions& options, const Console& console)
                     ": a member file, and loads are those of beam files");
         return EXIT_BAD_INPUT;
     };
-    MemberStream stream(options.files, options.reading, console, BeamReading::Whole, options.code.code);
+    MemberStream stream(options.files, options.reading, console, BeamReading::Whole, options.code);
     while (auto member = stream.Next())
         stream.Use(*member,
                    [&] { return member->beam ? showBeam(*member->beam) : refuseMember(*member->file, member->place); });

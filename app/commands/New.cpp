@@ -17,9 +17,10 @@ void Require(const char* option, const std::string& fault)
 }
 
 // The combinations of the design code that judges section and grade.
-std::string StandardOf(const Design::DesignCode* code)
+std::string StandardOf(const CodeChoice& choice)
 {
-    std::string combinations = code ? Utf8(code->Description().combinations) : std::string();
+    std::string combinations =
+        choice.code ? Utf8(Design::CombinationsOf(choice.code->Description(), choice.settings)) : std::string();
     if (combinations.empty()) throw BadUsage("--combinations is required, because the design code names none");
     return combinations;
 }
@@ -30,7 +31,7 @@ NewBeam BeamOf(const NewOptions& options)
     if (!options.title.empty()) beam.title = options.title;
     beam.section = options.section;
     beam.grade = options.grade;
-    beam.combinations = options.combinations.empty() ? StandardOf(options.code.code) : options.combinations;
+    beam.combinations = options.combinations.empty() ? StandardOf(options.code) : options.combinations;
     if (!options.spans.empty()) beam.spans = options.spans;
     for (const std::string& text : options.restraints)
         Require("--restraint", ReadNewRestraint(text, beam));
@@ -53,9 +54,9 @@ void Refuse(const std::vector<Defect>& defects)
 }
 
 // The member under the first combination of the beam.
-std::string MemberText(const BeamFile& file, const Design::DesignCode* code)
+std::string MemberText(const BeamFile& file, const CodeChoice& choice)
 {
-    const BeamMembers made = MembersOf(file, code);
+    const BeamMembers made = MembersOf(file, choice.code, choice.settings);
     Refuse(made.defects);
     if (made.members.empty()) throw BadInput("the beam has no ultimate combination, and so no member");
     return ExplainedMemberFile(made.members.front().text);
@@ -68,7 +69,7 @@ ExitCode New(const NewOptions& options, const Console& console)
     const std::string text = BeamFileText(BeamOf(options));
     const BeamFile file = ReadBeamFile("new beam", text, options.code.code);
     Refuse(file.defects);
-    const std::string content = options.kind == "member" ? MemberText(file, options.code.code) : text;
+    const std::string content = options.kind == "member" ? MemberText(file, options.code) : text;
     if (options.output.empty() || options.output == "-") {
         console.out(content);
         return EXIT_FINE;

@@ -47,7 +47,7 @@ CheckedMember SheetEnvelope(std::vector<CheckedMember> cases)
 ExitCode AddEnvelope(const ReportOptions& options, const Console& noting, HtmlReport& report)
 {
     std::vector<CheckedMember> cases;
-    MemberStream stream(options.files, options.reading, noting, BeamReading::MembersWithDeflections, options.code.code);
+    MemberStream stream(options.files, options.reading, noting, BeamReading::MembersWithDeflections, options.code);
     while (auto member = stream.Next()) {
         if (!member->remark.empty()) noting.err(member->remark);
         stream.Use(*member, [&] {
@@ -68,7 +68,7 @@ ExitCode AddEnvelope(const ReportOptions& options, const Console& noting, HtmlRe
 
 ExitCode AddEach(const ReportOptions& options, const Console& noting, HtmlReport& report)
 {
-    MemberStream stream(options.files, options.reading, noting, BeamsAs(options.combinations), options.code.code);
+    MemberStream stream(options.files, options.reading, noting, BeamsAs(options.combinations), options.code);
     while (auto member = stream.Next()) {
         if (!member->remark.empty()) noting.err(member->remark);
         stream.Use(*member,

@@ -294,7 +294,7 @@ ExitCode ShowSpans(const SpansOptions& options, const Console& console)
         console.out(RenderMarkup(text, options.rendering));
         return EXIT_FINE;
     };
-    MemberStream stream(options.files, options.reading, console, BeamReading::Members, options.code.code);
+    MemberStream stream(options.files, options.reading, console, BeamReading::Members, options.code);
     while (auto member = stream.Next())
         stream.Use(*member, [&] { return showOne(*member->file, member->place); });
     if (options.format == Format::JSON) console.out(JsonText(members));

@@ -82,8 +82,8 @@ void AddCodeDefects(MemberFile& file, const CodeChoice& choice)
 // A beam with what the design code, where one is asked for, rejects in its members.
 Beam ReadAndJudge(const std::string& name, const std::string& bytes, const ValidateOptions& options)
 {
-    const Design::DesignCode* code = options.code.code;
-    if (!code && !DesignCodes().empty()) code = DefaultCode().code;
+    CodeChoice code = options.code;
+    if (!code.code && !DesignCodes().empty()) code = DefaultCode();
     Beam beam = ReadBeam(name, bytes, options.reading, code);
     if (!options.code.code || beam.members.empty()) return beam;
     try {

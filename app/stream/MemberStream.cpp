@@ -73,13 +73,13 @@ StreamMember DeflectionRemark(const Beam& beam)
 } // namespace
 
 MemberStream::MemberStream(PieceSource& source, const ReadingOptions& reading, const Console& console,
-                           BeamReading beams, const Design::DesignCode* code) :
+                           BeamReading beams, const CodeChoice& code) :
     m_source(source),
     m_reading(reading), m_console(console), m_beams(beams), m_code(code)
 {}
 
 MemberStream::MemberStream(const std::vector<std::string>& files, const ReadingOptions& reading, const Console& console,
-                           BeamReading beams, const Design::DesignCode* code) :
+                           BeamReading beams, const CodeChoice& code) :
     m_files(std::make_unique<FilePieces>(files, console)),
     m_source(*m_files), m_reading(reading), m_console(console), m_beams(beams), m_code(code)
 {}
@@ -164,8 +164,8 @@ void MemberStream::OpenMembers(std::shared_ptr<const MemberFile> file)
 #ifdef KELTRIX_HOST_WITH_STATICS
 void MemberStream::OpenBeam(const std::string& name, const MemberPiece& piece)
 {
-    const Design::DesignCode* code = m_code;
-    if (!code && !DesignCodes().empty()) code = DefaultCode().code;
+    CodeChoice code = m_code;
+    if (!code.code && !DesignCodes().empty()) code = DefaultCode();
     const auto beam = std::make_shared<const Beam>(ReadBeam(name, piece.bytes, m_reading, code));
     std::vector<std::string> errors;
     for (const Defect& defect : beam->made.defects) {

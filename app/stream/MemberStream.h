@@ -7,14 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "check/DesignCodes.h"
 #include "io/Console.h"
 #include "io/Failure.h"
 #include "memberfile/MemberFile.h"
 #include "stream/PieceSource.h"
 
-namespace Keltrix::Design {
-class DesignCode;
-}
 namespace Keltrix::Host {
 struct Beam;
 }
@@ -54,13 +52,13 @@ struct StreamMember {
 /// loses, goes to the console's errors as they come; a file or member that cannot be used does not keep the others from it.
 class MemberStream {
 public:
-    /// The members of `source`. The design code gives beams the modulus of elasticity and the standard of the combinations; without one the default
+    /// The members of `source`. The design code gives beams the modulus of elasticity and, with its annex, the standard of the combinations; without one the default
     /// code does.
     MemberStream(PieceSource& source, const ReadingOptions& reading, const Console& console,
-                 BeamReading beams = BeamReading::Members, const Design::DesignCode* code = nullptr);
+                 BeamReading beams = BeamReading::Members, const CodeChoice& code = {});
     /// Those of files.
     MemberStream(const std::vector<std::string>& files, const ReadingOptions& reading, const Console& console,
-                 BeamReading beams = BeamReading::Members, const Design::DesignCode* code = nullptr);
+                 BeamReading beams = BeamReading::Members, const CodeChoice& code = {});
 
     /// The next member, beam, refusal or remark; nothing at the end. Its messages are told by then.
     std::optional<StreamMember> Next();
@@ -83,7 +81,7 @@ private:
     const ReadingOptions m_reading;
     const Console& m_console;
     const BeamReading m_beams;
-    const Design::DesignCode* const m_code;
+    const CodeChoice m_code;
     std::deque<StreamMember> m_ready;
     ExitCode m_worst = EXIT_FINE;
 };

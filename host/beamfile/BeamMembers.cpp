@@ -25,7 +25,8 @@ Severity SeverityOf(const Statics::Note& note) { return note.isUnsafe ? Severity
 
 class MemberMaker {
 public:
-    MemberMaker(const BeamFile& file, const Design::DesignCode* code) : m_file(file), m_code(code)
+    MemberMaker(const BeamFile& file, const Design::DesignCode* code, const Design::CodeSettings& settings) :
+        m_file(file), m_code(code), m_combinations(code ? CombinationsOf(code->Description(), settings) : CString())
     {
         m_made.defects = file.defects;
     }
@@ -96,14 +97,17 @@ private:
     // Those that the design code goes with; null where it names none.
     const CombinationStandard* StandardOfCode() const
     {
-        return m_code ? StandardNamed(m_code->Description().combinations) : nullptr;
+        return m_combinations.IsEmpty() ? nullptr : StandardNamed(m_combinations.View());
     }
 
     // Factors of one standard are balanced with the resistances of that standard.
     void NoteForeignStandard(const Statics::RuleOptions& standard)
     {
         const CombinationStandard* const own = StandardOfCode();
-        if (!own || (own->options.basis == Basis::BS5950) == (standard.basis == Basis::BS5950)) return;
+        if (!own || own->options.basis == standard.basis) return;
+        if ((own->options.basis == Basis::BS5950) == (standard.basis == Basis::BS5950))
+            return Say(Severity::Note, m_file.combinationsLine, "combinations",
+                       std::string("the annex of the resistances goes with ") + own->title);
         Say(Severity::Warning, m_file.combinationsLine, "combinations",
             std::string(standard.basis == Basis::BS5950 ? "factors of BS 5950-1" : "factors of EN 1990") +
                 " with the resistances of " + Utf8(m_code->Description().title) +
@@ -407,6 +411,7 @@ private:
 
     const BeamFile& m_file;
     const Design::DesignCode* m_code;
+    CString m_combinations; ///< that go with code and annex; empty where they name none
     BeamMembers m_made;
 };
 
@@ -418,7 +423,10 @@ bool BeamMembers::HasErrors() const
                        [](const Defect& defect) { return defect.severity == Severity::Error; });
 }
 
-BeamMembers MembersOf(const BeamFile& file, const Design::DesignCode* code) { return MemberMaker(file, code).Make(); }
+BeamMembers MembersOf(const BeamFile& file, const Design::DesignCode* code, const Design::CodeSettings& settings)
+{
+    return MemberMaker(file, code, settings).Make();
+}
 
 std::string MemberTextOf(const BeamFile& file, const Statics::GeneratedMember& member, const std::string& combination)
 {

@@ -37,9 +37,9 @@ struct BeamMembers {
 /// The most combinations that a beam may have, all limit states together.
 inline constexpr std::size_t MOST_COMBINATIONS = 1000;
 
-/// Analyses the beam and makes its members. Where the file does not say whose combinations it wants, they are those that the design code goes
-/// with; where that names none, and without a code, an error says so. With errors there are no members.
-BeamMembers MembersOf(const BeamFile& file, const Design::DesignCode* code);
+/// Analyses the beam and makes its members. Where the file does not say whose combinations it wants, they are those that go with the design
+/// code and the annex of the settings; where that names none, and without a code, an error says so. With errors there are no members.
+BeamMembers MembersOf(const BeamFile& file, const Design::DesignCode* code, const Design::CodeSettings& settings = {});
 
 /// The member file of a beam under one combination. Numbers are in the fewest digits that say them exactly, so that what is read is what
 /// was computed. The title is "TITLE of beam: NAME of combination", with semicolons in the place of commas.

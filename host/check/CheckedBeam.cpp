@@ -146,18 +146,6 @@ void DropOutside(CheckedMember& checked)
     }
 }
 
-// The combinations that go with a code are those of its first annex, and so are the limits of deflection that the file leaves to it.
-void WarnOfAnnex(const Beam& beam, const CodeChoice& choice, std::vector<MemberWarning>& warnings)
-{
-    if (!choice.code || choice.settings.annex == 0 || beam.file.standard || !beam.file.own.empty()) return;
-    const std::vector<Design::Term>& annexes = choice.code->Description().annexes;
-    warnings.push_back(
-        {"beam-file", Severity::Warning, beam.file.name, beam.file.combinationsLine,
-         std::string("the combinations are those that go with the annex \"") + Utf8(annexes.front().name) +
-             "\", and so are limits of deflection that the file does not give; resistances are those of the annex \"" +
-             Utf8(annexes[choice.settings.annex].name) + "\". Name the combinations in the file"});
-}
-
 bool IsCompressed(const Beam& beam)
 {
     const std::vector<Statics::Combination>& list = beam.made.combinations.list;
@@ -246,10 +234,9 @@ void AddDeflections(const Beam& beam, CheckedMember& checked)
 
 bool IsOfTheBeam(const std::string& code) { return code == "beam" || code == "beam-file"; }
 
-Beam ReadBeam(const std::string& name, std::string_view bytes, const ReadingOptions& reading,
-              const Design::DesignCode* code)
+Beam ReadBeam(const std::string& name, std::string_view bytes, const ReadingOptions& reading, const CodeChoice& choice)
 {
-    return MakeBeam(ReadBeamFile(name, bytes, code), reading, code);
+    return MakeBeam(ReadBeamFile(name, bytes, choice.code), reading, choice);
 }
 
 // What every member of the beam has to say by itself, too, where it is looked at alone: the warnings of the beam, and deflections that are
@@ -276,10 +263,10 @@ static std::vector<Defect> DefectsOfEach(const Beam& beam)
     return defects;
 }
 
-Beam MakeBeam(BeamFile file, const ReadingOptions& reading, const Design::DesignCode* code)
+Beam MakeBeam(BeamFile file, const ReadingOptions& reading, const CodeChoice& choice)
 {
     Beam beam{std::move(file), {}, {}};
-    beam.made = MembersOf(beam.file, code);
+    beam.made = MembersOf(beam.file, choice.code, choice.settings);
     if (reading.isStrict)
         for (Defect& defect : beam.made.defects)
             if (defect.severity == Severity::Warning) defect.severity = Severity::Error;
@@ -311,7 +298,6 @@ CheckedMember CheckBeam(const Beam& beam, const CodeChoice& choice, bool withTex
         cases.push_back(CheckCase(beam, i, choice, false));
     }
     std::vector<MemberWarning> warnings = WarningsOf(beam);
-    WarnOfAnnex(beam, choice, warnings);
     const std::vector<MemberWarning> ofMembers = Gathered(beam, cases);
     warnings.insert(warnings.end(), ofMembers.begin(), ofMembers.end());
 

@@ -16,11 +16,11 @@ struct Beam {
 
 /// Reads a beam and makes its members. What is wrong with it is among the defects of `made`; with errors there are no members. Where every
 /// warning is an error, warnings of the beam are. Throws BadInput for bytes that are no text.
-Beam ReadBeam(const std::string& name, std::string_view bytes, const ReadingOptions& reading,
-              const Design::DesignCode* code);
+/// Combinations that the file leaves open are those that go with the code and its annex.
+Beam ReadBeam(const std::string& name, std::string_view bytes, const ReadingOptions& reading, const CodeChoice& choice);
 
 /// The same for a beam that was read already, such as one with another section.
-Beam MakeBeam(BeamFile file, const ReadingOptions& reading, const Design::DesignCode* code);
+Beam MakeBeam(BeamFile file, const ReadingOptions& reading, const CodeChoice& choice);
 
 /// Whether the code of a warning is that of one of the beam, which each of its members has, too.
 bool IsOfTheBeam(const std::string& code);

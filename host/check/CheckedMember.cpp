@@ -233,6 +233,7 @@ void TakeWarnings(const MemberFile& file, std::size_t i, CheckedMember& checked)
         if (warning.kind == Design::WarningKind::UnbalancedForces) continue;
         if (warning.kind == Design::WarningKind::LowMomentFactor) code = "low-moment-factor";
         if (warning.kind == Design::WarningKind::CurveFactor) code = "curve-factor";
+        if (warning.kind == Design::WarningKind::HeldAlong) code = "held-along";
         if (file.IsStrict()) throw file.Refusal(i, "TITLE", code, Utf8(warning.text), {});
         checked.warnings.push_back({code, Severity::Warning, checked.file, checked.line, Utf8(warning.text)});
     }
@@ -301,8 +302,7 @@ CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoic
     checked.line = file.Member(i).firstLine;
     checked.name = file.NameOf(i);
     checked.code = choice.code ? choice.code : DefaultCode().code;
-    const std::vector<Design::Term>& annexes = checked.code->Description().annexes;
-    if (choice.settings.annex < annexes.size()) checked.annex = Utf8(annexes[choice.settings.annex].name);
+    checked.annex = AnnexOf({checked.code, choice.settings});
     checked.coded = checked.code->NewMember(choice.settings);
     checked.member = &checked.coded->Member();
     checked.result = std::make_unique<CMemberResult>();

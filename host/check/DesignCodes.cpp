@@ -140,6 +140,13 @@ std::size_t AnnexNamed(const Design::DesignCode& code, const std::string& name, 
         (annexes.empty() ? "none: " + Utf8(code.Description().title) + " has no national annexes" : ListOf(annexes)));
 }
 
+std::string AnnexOf(const CodeChoice& choice)
+{
+    if (!choice.settings.annexTitle.IsEmpty()) return Utf8(choice.settings.annexTitle);
+    const std::vector<Design::Term>& annexes = choice.code->Description().annexes;
+    return choice.settings.annex < annexes.size() ? Utf8(annexes[choice.settings.annex].name) : std::string();
+}
+
 std::string ListOf(const std::vector<Design::Term>& terms)
 {
     std::vector<std::string> names;

@@ -33,6 +33,9 @@ struct CodeChoice {
     Design::CodeSettings settings;
 };
 
+/// What its national annex is called: the name of the annex, or the title of a file; empty where the code has none.
+std::string AnnexOf(const CodeChoice& choice);
+
 /// The place of a value's name among the values of a choice, counted from 1; 0 where it is none.
 std::size_t PlaceOf(const std::vector<Design::Term>& values, const std::string& name);
 

@@ -98,7 +98,7 @@ Outcome OutcomeOf(const MemberFile& file, std::size_t i, const CodeChoice& choic
 Outcome OutcomeOfBeam(const std::string& name, std::string_view text, const ReadingOptions& reading,
                       const CodeChoice& choice)
 {
-    const Beam beam = ReadBeam(name, text, reading, choice.code);
+    const Beam beam = ReadBeam(name, text, reading, choice);
     Outcome outcome;
     outcome.line = 1;
     outcome.title = beam.file.title;

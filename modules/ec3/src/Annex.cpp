@@ -49,16 +49,4 @@ const Annex& RecommendedAnnex()
     return annex;
 }
 
-std::vector<NationalChoice> NationalChoices(const Annex& annex)
-{
-    return {{L"6.1(1)", L"γM0", annex.gammaM0},
-            {L"6.1(1)", L"γM1", annex.gammaM1},
-            {L"6.1(1)", L"γM2", annex.gammaM2},
-            {L"6.2.6(3)", L"η", annex.eta},
-            {L"6.3.2.3(1)", L"λLT,0 of rolled sections", annex.rolled.lambda0},
-            {L"6.3.2.3(1)", L"β of rolled sections", annex.rolled.beta},
-            {L"6.3.2.3(1)", L"λLT,0 of welded sections", annex.welded.lambda0},
-            {L"6.3.2.3(1)", L"β of welded sections", annex.welded.beta}};
-}
-
 } // namespace Keltrix::EC3

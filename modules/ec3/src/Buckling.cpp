@@ -48,13 +48,13 @@ AxisCurves HollowCurves(const SectionProperties& s, bool isS460)
     return stocky ? AxisCurves{Curve::C, Curve::C} : AxisCurves{Curve::B, Curve::B};
 }
 
-LateralRule LateralRow(const LateralChoice& choice, double ratio)
+LateralRule LateralRow(const LateralChoice& choice, double ratio, const Annex& annex)
 {
     LateralRule rule;
     rule.clause = L"6.3.2.3";
     rule.lambda0 = choice.lambda0;
     rule.beta = choice.beta;
-    rule.isModified = true;
+    rule.isModified = annex.correctionFromC1;
     rule.curve = CurveNamed(ratio <= choice.firstRatio    ? choice.firstCurve
                             : ratio <= choice.secondRatio ? choice.secondCurve
                                                           : choice.lastCurve);
@@ -184,16 +184,16 @@ std::optional<LateralRule> LateralRuleOf(const SectionProperties& s, const Annex
         return std::nullopt;
     case Shape::RHS:
         if (s.D <= s.B) return std::nullopt;
-        if (rolled && annex.lateralOfHotHollow) return LateralRow(annex.rolled, ratio);
+        if (rolled && annex.lateralOfHotHollow) return LateralRow(annex.rolled, ratio, annex);
         break;
     case Shape::I: {
         const LateralChoice& choice = rolled ? annex.rolled : annex.welded;
-        if (IsInRange(choice, ratio)) return LateralRow(choice, ratio);
+        if (IsInRange(choice, ratio)) return LateralRow(choice, ratio, annex);
         break;
     }
     case Shape::Channel:
         if (rolled && annex.lateralOfChannels) {
-            LateralRule rule = LateralRow(annex.rolled, ratio);
+            LateralRule rule = LateralRow(annex.rolled, ratio, annex);
             rule.curve = Curve::D;
             return rule;
         }

@@ -1,5 +1,6 @@
 #include "keltrix/ec3/DesignCode.h"
 
+#include "NationalChoices.h"
 #include "keltrix/ec3/Capacity.h"
 #include "keltrix/ec3/SteelMemberEC3.h"
 
@@ -22,9 +23,9 @@ enum LateralValue : std::size_t { CURVES = 1, SIMPLIFIED };
 // Places in the list of annexes.
 enum AnnexPlace : std::size_t { UK, RECOMMENDED };
 
-const Annex& AnnexOf(const CodeSettings& settings)
+Annex AnnexOf(const CodeSettings& settings)
 {
-    return settings.annex == RECOMMENDED ? RecommendedAnnex() : UkAnnex();
+    return AnnexWith(settings.annex == RECOMMENDED ? RecommendedAnnex() : UkAnnex(), settings);
 }
 
 Design::CodeDescription MakeDescription()
@@ -68,6 +69,8 @@ Design::CodeDescription MakeDescription()
                   {L"rectangular hollow sections", L"hot finished, cold formed or welded boxes"},
                   {L"circular hollow sections", L"hot finished, cold formed or welded"}};
     d.combinations = L"en1990-uk";
+    d.annexCombinations = {L"en1990-uk", L"en1990"};
+    d.nationalChoices = ChoicesOfFiles();
     d.tablesTakeC1 = true;
     d.scope =
         L"Cross-section and member buckling checks of prismatic doubly symmetric members under axial force, biaxial "
@@ -121,7 +124,8 @@ public:
     CapacityTable Capacities(const CSection& section, const CSteelGrade& grade, const std::vector<double>& lengths,
                              const CodeSettings& settings) const override
     {
-        const SectionCapacity c(section, grade, AnnexOf(settings));
+        const Annex annex = AnnexOf(settings);
+        const SectionCapacity c(section, grade, annex);
         CapacityTable table;
         if (!c.IsValid()) {
             table.refusal = c.Refusal();

@@ -269,6 +269,7 @@ void MemberCheck::CheckBuckling()
         if (span.mode != BucklingMode::Torsion) span.moments = MomentsOver(span.start, span.end);
         RecordStrut(span);
     }
+    WarnOfHeldAlong();
     if (m_in.section.IsHollow()) RecordNoTorsion();
     FindLaterals();
     for (LateralSpan& span : m_laterals) {

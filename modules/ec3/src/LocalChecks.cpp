@@ -244,7 +244,11 @@ void MemberCheck::RecordShearBending(bool across)
 void MemberCheck::AddCombinedSteps(RuleFinding& f, const Interaction& i, const Position& p) const
 {
     AddStep(f, L"NEd", Quantity::Force, p.actions.N, L"", L"");
-    AddStep(f, L"n", Quantity::None, i.n, L"6.2.9.1(5)", L"|NEd|/Npl,Rd");
+    if (m_class.IsPlastic())
+        AddStep(f, L"n", Quantity::None, i.n, L"6.2.9.1(5)", L"|NEd|/Npl,Rd");
+    else
+        AddStep(f, L"NEd/NRd", Quantity::None, i.n, L"", L"%s/%s", m_in.format.Force(std::abs(p.actions.N)),
+                m_in.format.Force(i.NRd));
     if (i.highShear) {
         AddStep(f, L"ρz", Quantity::None, i.rhoZ, L"6.2.8(3)", L"(2 VzEd/Vpl,z,Rd - 1)²");
         AddStep(f, L"ρy", Quantity::None, i.rhoY, L"6.2.8(3)", L"(2 VyEd/Vpl,y,Rd - 1)²");
@@ -253,8 +257,11 @@ void MemberCheck::AddCombinedSteps(RuleFinding& f, const Interaction& i, const P
     AddStep(f, L"My,Ed", Quantity::Moment, i.My, L"", L"");
     AddStep(f, L"Mz,Rd", Quantity::Moment, i.MzRd, i.clause, L"");
     AddStep(f, L"Mz,Ed", Quantity::Moment, i.Mz, L"", L"");
-    AddStep(f, L"exponents", Quantity::None, std::nan(""), L"(6.41)", L"α = %s, β = %s",
-            m_in.format.NoDim(i.exponents.alpha), m_in.format.NoDim(i.exponents.beta));
+    if (m_class.IsPlastic())
+        AddStep(f, L"exponents", Quantity::None, std::nan(""), L"(6.41)", L"α = %s, β = %s",
+                m_in.format.NoDim(i.exponents.alpha), m_in.format.NoDim(i.exponents.beta));
+    else
+        AddStep(f, L"sum", Quantity::None, i.utilisation, i.clause, L"NEd/NRd + My,Ed/My,Rd + Mz,Ed/Mz,Rd");
 }
 
 void MemberCheck::RecordCombined()

@@ -85,9 +85,50 @@ void MemberCheck::CheckGeneral()
         Assume(L"equivalent uniform moment factor",
                L"given by the user in place of Cmy, Cmz and CmLT of Table B.3; C1 is as computed",
                std::max(0.4, *m_in.momentFactor));
+    AssumeChoices();
+    AssumeWebClass();
     Design::AssumeUniformLoads(m_major, m_minor, m_findings.assumptions);
     Design::WarnOfUnbalancedForces(m_major, m_minor, m_in.format, m_findings.warnings);
     WarnOfMomentFactor();
+}
+
+// A length that is held against shear along the web all along does not buckle about y-y, however long it is.
+void MemberCheck::WarnOfHeldAlong()
+{
+    for (const StrutSpan& span : m_struts) {
+        if (span.mode != BucklingMode::Major || !span.held || !span.IsApplied()) continue;
+        CString text;
+        text.Format(L"flexural buckling about y-y, %s to %s: the restraint along the member holds it in the direction "
+                    L"of the web all along, so that it counts as held there and NbyRd is that of the cross-section; a "
+                    L"free member has such a restraint at its supports alone",
+                    m_in.format.Length(span.start), m_in.format.Length(span.end));
+        m_findings.warnings.push_back({Design::WarningKind::HeldAlong, text, -1, span.start, span.end});
+    }
+}
+
+// A trace of My makes the class of the web that of bending and compression, which can be a better one.
+void MemberCheck::AssumeWebClass()
+{
+    constexpr double TRACE = 0.05;
+    if (!m_classActions.BendsMajor() || !(m_classActions.NEd > 0.0)) return;
+    const double M = m_major.Between(m_in.Start(), m_in.End()).Magnitude();
+    if (!m_check->mcy || M > TRACE * *m_check->mcy.value) return;
+    const Classification alone = Classify(m_in.section, m_in.strength, ClassActions::Compression(m_classActions.NEd));
+    if (alone.cls <= m_class.cls) return;
+    Assume(L"class of the web",
+           L"My is small, and for it the web counts as under bending and compression; under this compression alone the "
+           L"section has a higher class",
+           alone.cls);
+}
+
+// What a file of national choices says.
+void MemberCheck::AssumeChoices()
+{
+    const std::vector<NationalChoice> choices = NationalChoices(*m_in.annex);
+    for (const std::size_t place : m_in.annex->given) {
+        const NationalChoice& choice = choices[place];
+        Assume(L"national choice of the file", choice.name, choice.value);
+    }
 }
 
 // What the input does not hold, and what its kind of member does not need.

@@ -184,6 +184,9 @@ private:
     ClassActions MakeClassActions() const;
     void Assume(const wchar_t* name, const wchar_t* text, double value = std::nan(""));
     void WarnOfMomentFactor();
+    void AssumeChoices();
+    void AssumeWebClass();
+    void WarnOfHeldAlong();
     void RecordOutside();
     void Add(Design::RuleFinding finding);
     template <class... Args>

@@ -99,7 +99,8 @@ private:
             Line(L"\t<b>%s</b>: %s", a.name, Design::AssumptionText(a, m_fmt));
         Line(L"<h4>National choices, %s:</h4>", m_check.Input().annex->title);
         for (const NationalChoice& choice : NationalChoices(*m_check.Input().annex))
-            Line(L"\t%s = %s <i>%s</i>", choice.name, m_fmt.NoDim(choice.value), choice.clause);
+            Line(L"\t%s = %s <i>%s</i>", choice.name, choice.word.IsEmpty() ? m_fmt.NoDim(choice.value) : choice.word,
+                 choice.clause);
     }
 
     void Ledger()
@@ -160,7 +161,7 @@ CString CSteelMemberEC3::GetSectionText(const CDesFormat& fmt) const
     text += L"iy = " + Figures(s.iy * 1e2, L"cm") + L", iz = " + Figures(s.iz * 1e2, L"cm") + L", It = " +
             Figures(s.It * 1e8, L"cm⁴") + L", Iw = " + Figures(s.Iw * 1e12, L"cm⁶") + L"\n";
     if (!m_hasGrade) return text + L"no grade\n";
-    const Material m = MakeMaterial(m_grade, s.basis, *m_annex);
+    const Material m = MakeMaterial(m_grade, s.basis, m_annex);
     if (!m.IsValid()) {
         text.AppendFormat(L"Grade %s: <red>%s</red>\n", m_grade.Name(), m.refusal);
         return text;

@@ -71,7 +71,29 @@ private:
     {
         const double Vz = std::max(std::abs(m_left.z), std::abs(m_right.z));
         const double Vy = std::max(std::abs(m_left.y), std::abs(m_right.y));
+        // The shear of a tube is that of the resultant.
+        if (m_check.section.shape == Shape::CHS && std::hypot(Vy, Vz) > m_check.HalfVz()) return true;
         return Vz > m_check.HalfVz() || Vy > m_check.HalfVy() || m_check.bucklesInShear || m_check.bucklesAcross;
+    }
+
+    // With a constant axial force, little shear and moments that change linearly the utilisation of combined actions is convex: it is largest at an
+    // end, if it is one of combined actions at both.
+    bool IsConvex() const
+    {
+        if (m_left.x != m_right.x || m_major.curvature != 0.0 || m_minor.curvature != 0.0 || IsSheared()) return false;
+        const auto isCombined = [this](const Vec3<double>& force, double My, double Mz) {
+            return CrossSectionCheck::IsCombined(m_check.Significant(force, My, Mz));
+        };
+        return isCombined(m_left, m_major.left, m_minor.left) && isCombined(m_right, m_major.right, m_minor.right);
+    }
+
+    // Whether a measure can be above zero anywhere.
+    bool IsOfUse(Measure measure) const
+    {
+        if (measure == &Position::combined) return true;
+        if (measure == &Position::shearMoment) return m_check.bucklesInShear;
+        if (measure == &Position::shearMomentAcross) return m_check.bucklesAcross;
+        return IsSheared();
     }
 
     // One moment with a constant axial force and little shear is at its worst at an end or at an extreme.
@@ -80,7 +102,7 @@ private:
         if (!(m_piece.length > 0.0)) return false;
         const bool y = Design::LargestMagnitude(m_major) > m_check.NoiseMy();
         const bool z = Design::LargestMagnitude(m_minor) > m_check.NoiseMz();
-        if (!y && !z) return false;
+        if ((!y && !z) || IsConvex()) return false;
         return (y && z) || m_left.x != m_right.x || IsSheared();
     }
 
@@ -105,6 +127,7 @@ private:
         const Position end = At(1.0, Place::RightEnd);
         const std::vector<double> breaks = Breaks();
         for (const Measure measure : MEASURES) {
+            if (!IsOfUse(measure)) continue;
             double known = end.*measure;
             for (std::size_t i = first; i < positions.size(); ++i)
                 known = std::max(known, positions[i].*measure);

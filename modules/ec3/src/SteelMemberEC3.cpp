@@ -39,7 +39,7 @@ const wchar_t* SectionRefusal(const CSection& section)
     return L"angles are not checked to EN 1993-1-1 yet";
 }
 
-CString CSteelMemberEC3::DesOptName(int) { return CString(L"EN 1993-1-1:2005+A1:2014, ") + m_annex->title; }
+CString CSteelMemberEC3::DesOptName(int) { return CString(L"EN 1993-1-1:2005+A1:2014, ") + m_annex.title; }
 
 void CSteelMemberEC3::PrepareInput()
 {
@@ -65,8 +65,7 @@ bool CSteelMemberEC3::SetGrade(const CSteelGrade& grade)
 {
     const Grade which = GradeFromName(grade.Name());
     if (which == Grade::None) return false;
-    if (which == Grade::User && !MakeMaterial(grade, 0.01, false, Fabrication::Rolled, *m_annex).IsValid())
-        return false;
+    if (which == Grade::User && !MakeMaterial(grade, 0.01, false, Fabrication::Rolled, m_annex).IsValid()) return false;
     m_grade = grade;
     m_hasGrade = true;
     DropFindings();
@@ -87,7 +86,7 @@ bool CSteelMemberEC3::SetSubSpanVec(const std::vector<Steel::CSubSpan>& subSpans
 
 void CSteelMemberEC3::SetAnnex(const Annex& annex)
 {
-    m_annex = &annex;
+    m_annex = annex;
     DropFindings();
 }
 
@@ -111,7 +110,7 @@ Design::Refusal CSteelMemberEC3::FindRefusal() const
     if (!m_section) return {Subject::Section, L"the member has no section that this standard's module covers"};
     if (const wchar_t* refusal = SectionRefusal(m_keltrixSection)) return {Subject::Section, refusal};
     if (!m_hasGrade) return {Subject::Grade, L"the member has no steel grade"};
-    const Material material = MakeMaterial(m_grade, m_section->basis, *m_annex);
+    const Material material = MakeMaterial(m_grade, m_section->basis, m_annex);
     if (!material.IsValid())
         return {GradeFromName(m_grade.Name()) == Grade::User ? Subject::Grade : Subject::Section, material.refusal};
     if (const Design::Refusal refusal =
@@ -154,9 +153,9 @@ bool CSteelMemberEC3::Run(Part part)
     input.subSpans = SubSpans();
     input.keltrixSection = m_keltrixSection;
     input.section = *m_section;
-    input.material = MakeMaterial(m_grade, m_section->basis, *m_annex);
-    input.annex = m_annex;
-    input.strength = MakeStrength(input.material, *m_annex);
+    input.material = MakeMaterial(m_grade, m_section->basis, m_annex);
+    input.annex = &m_annex;
+    input.strength = MakeStrength(input.material, m_annex);
     input.options = m_options;
     input.lengthOverride = LengthOverride();
     input.Lyy = Lyy();

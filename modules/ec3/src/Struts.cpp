@@ -198,13 +198,14 @@ void MemberCheck::RecordStrut(const StrutSpan& span)
     if (m_in.withSteps && span.IsApplied() && !span.open) {
         AddStep(f, L"Lcr", Quantity::None, std::nan(""), L"", L"%s: %s", m_in.format.Length(span.Lcr), span.rule);
         AddStep(f, L"Ncr", Quantity::Force, r.Ncr, L"6.3.1.2", L"");
-        AddStep(f, L"λ", Quantity::None, r.slenderness, L"6.3.1.2", L"(A fy/Ncr)^0.5 = (%s/%s)^0.5",
+        const wchar_t* const A = m_class.cls == 4 ? L"Aeff" : L"A";
+        AddStep(f, L"λ", Quantity::None, r.slenderness, L"6.3.1.2", L"(%s fy/Ncr)^0.5 = (%s/%s)^0.5", A,
                 m_in.format.Force(m_class.A * m_in.material.fy), m_in.format.Force(r.Ncr));
         AddStep(f, L"α", Quantity::None, ImperfectionFactor(r.curve), L"Tables 6.1, 6.2", L"curve %s",
                 CurveName(r.curve));
         AddStep(f, L"φ", Quantity::None, r.reduction.phi, L"6.3.1.2", L"0.5(1 + α(λ - 0.2) + λ²)");
         AddStep(f, L"χ", Quantity::None, r.reduction.chi, L"(6.49)", L"1/(φ + (φ² - λ²)^0.5)");
-        AddStep(f, f.symbol, Quantity::Force, r.NbRd, L"(6.47)", L"χ A fy/γM1");
+        AddStep(f, f.symbol, Quantity::Force, r.NbRd, L"(6.47)", L"χ %s fy/γM1", A);
         AddStep(f, L"NEd", Quantity::Force, span.N, L"", L"");
     }
     Add(f);

@@ -104,6 +104,7 @@ enum class WarningKind {
     UnbalancedForces, ///< the end moments of a sub-span do not belong to its shears
     OtherMethod,      ///< a method that the options ask for cannot be used, and another one stands in
     LowMomentFactor,  ///< an equivalent uniform moment factor was given that lies below any of the standard's tables
+    HeldAlong,        ///< a length counts as held against buckling by a restraint along it that few things can give
     CurveFactor ///< a resistance is raised for the shape of its moments by more than the standard's table has for any
 };
 

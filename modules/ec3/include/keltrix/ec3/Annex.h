@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "keltrix/ec3/Export.h"
+#include "keltrix/platform/CString.h"
 
 namespace Keltrix::EC3 {
 
@@ -25,7 +27,7 @@ struct LateralChoice {
 /// The values of a national annex. Each is a choice that EN 1993-1-1 leaves to the countries.
 struct Annex {
     const wchar_t* id = L"";
-    const wchar_t* title = L"";
+    CString title;
     double gammaM0 = 1.0; ///< 6.1(1)
     double gammaM1 = 1.0;
     double gammaM2 = 1.25;
@@ -33,10 +35,12 @@ struct Annex {
     StrengthSource strengths = StrengthSource::Table31;
     LateralChoice rolled;            ///< 6.3.2.3(1), rolled I and H sections
     LateralChoice welded;            ///< equivalent welded sections
+    bool correctionFromC1 = true;    ///< 6.3.2.3(2): f with kc = 1/C1^0.5; otherwise f is 1
     double flangePlateau = 0.5;      ///< λc0 of 6.3.2.4(1)
     double flangeFactor = 1.10;      ///< kfl of 6.3.2.4(2)
     bool lateralOfHotHollow = false; ///< 6.3.2.3 holds for hot finished hollow sections, by the row of rolled sections
     bool lateralOfChannels = false;  ///< 6.3.2.3 holds for rolled channels, by curve d
+    std::vector<std::size_t> given;  ///< places of the choices that a file made, in NationalChoices
 };
 
 /// BS EN 1993-1-1:2005+A1:2014 with the UK National Annex; the values that the standard recommends.
@@ -47,9 +51,10 @@ KELTRIX_EC3_API const Annex& RecommendedAnnex();
 struct NationalChoice {
     const wchar_t* clause = L"";
     const wchar_t* name = L"";
-    double value = 0.0;
+    double value = 0.0; ///< of a choice among words its place, counted from 1
+    CString word;       ///< of a choice among words, and of a number that has one; empty otherwise
 };
-/// Every number of an annex with its clause.
+/// Every choice of an annex with its clause.
 KELTRIX_EC3_API std::vector<NationalChoice> NationalChoices(const Annex& annex);
 
 } // namespace Keltrix::EC3

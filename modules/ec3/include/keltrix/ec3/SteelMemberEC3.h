@@ -76,7 +76,7 @@ public:
     /// Both drop the findings.
     void SetAnnex(const Annex& annex);
     void SetOptions(const DesignOptions& options);
-    const Annex& NationalAnnex() const { return *m_annex; }
+    const Annex& NationalAnnex() const { return m_annex; }
     const DesignOptions& Options() const { return m_options; }
 
 protected:
@@ -97,7 +97,7 @@ private:
     std::optional<Section> m_section;
     CSteelGrade m_grade;
     bool m_hasGrade = false;
-    const Annex* m_annex = &UkAnnex();
+    Annex m_annex = UkAnnex();
     DesignOptions m_options;
     Design::MemberFindings m_findings;
     std::map<int, Steel::SubspanEffectiveLengthData::Entry> m_lengthsMajor, m_lengthsMinor;
