@@ -83,6 +83,49 @@ std::vector<double> RootsBetweenEnds(const Polynomial& p, int degree)
     return roots;
 }
 
+// Place of the largest value of a smooth function between a and c, from a first guess b, by Brent's method: golden section and
+// parabolic steps.
+template <class Function>
+double MaximumPlace(const Function& f, double a, double b, double c)
+{
+    constexpr double GOLDEN = 0.3819660112501051;
+    constexpr double TOLERANCE = 1e-9;
+    double x = b, w = b, v = b;
+    double fx = f(x), fw = fx, fv = fx;
+    double step = 0.0, before = 0.0;
+    for (int i = 0; i < 80; ++i) {
+        const double middle = 0.5 * (a + c);
+        if (std::abs(x - middle) <= 2.0 * TOLERANCE - 0.5 * (c - a)) break;
+        const double r = (x - w) * (fx - fv);
+        double q = (x - v) * (fx - fw);
+        double p = (x - v) * q - (x - w) * r;
+        q = 2.0 * (q - r);
+        if (q > 0.0) p = -p;
+        q = std::abs(q);
+        const double last = before;
+        before = step;
+        if (std::abs(p) < std::abs(0.5 * q * last) && p > q * (a - x) && p < q * (c - x)) {
+            step = p / q;
+        } else {
+            before = x < middle ? c - x : a - x;
+            step = GOLDEN * before;
+        }
+        const double u = x + (std::abs(step) >= TOLERANCE ? step : std::copysign(TOLERANCE, step));
+        const double fu = f(u);
+        if (fu >= fx) {
+            (u >= x ? a : c) = x;
+            v = w, fv = fw, w = x, fw = fx, x = u, fx = fu;
+        } else {
+            (u < x ? a : c) = u;
+            if (fu >= fw || w == x) {
+                v = w, fv = fw, w = u, fw = fu;
+            } else if (fu >= fv || v == x || v == w)
+                v = u, fv = fu;
+        }
+    }
+    return x;
+}
+
 std::uint64_t BranchOf(const PositionResult& p, const CrossSection& section)
 {
     std::uint64_t branch = 1;
@@ -426,7 +469,7 @@ void PositionFinder::RefineMaximum(std::size_t measure, const std::array<const S
     if (parabolic)
         Take(Evaluate(guess));
     else
-        Take(Evaluate(Design::MaximumPlace([&](double s) { return Evaluate(s).value[measure]; }, a->s, guess, c->s)));
+        Take(Evaluate(MaximumPlace([&](double s) { return Evaluate(s).value[measure]; }, a->s, guess, c->s)));
 }
 
 } // namespace Keltrix::BS5950

@@ -121,6 +121,26 @@ private:
         return breaks;
     }
 
+    // The place of the largest value of a measure around a sample, by golden section.
+    double Refine(Measure measure, double a, double c) const
+    {
+        constexpr double GOLDEN = 0.3819660112501051;
+        double u = a + GOLDEN * (c - a), v = c - GOLDEN * (c - a);
+        double fu = At(u, Place::Inside).*measure, fv = At(v, Place::Inside).*measure;
+        for (int i = 0; i < 45; ++i) {
+            if (fu >= fv) {
+                c = v, v = u, fv = fu;
+                u = a + GOLDEN * (c - a);
+                fu = At(u, Place::Inside).*measure;
+            } else {
+                a = u, u = v, fu = fv;
+                v = c - GOLDEN * (c - a);
+                fv = At(v, Place::Inside).*measure;
+            }
+        }
+        return fu >= fv ? u : v;
+    }
+
     // Each place inside at which a measure is larger than at the positions known becomes a position.
     void Search(std::vector<Position>& positions, std::size_t first) const
     {
@@ -157,8 +177,7 @@ private:
             const bool above = i < STEPS && values[k + 1] > value;
             // Between samples a smooth course exceeds the largest by little: others are not worth a closer look.
             if (below || above || !(value > 0.9 * best)) continue;
-            take(Design::MaximumPlace([&](double s) { return At(s, Place::Inside).*measure; }, at(std::max(0, i - 1)),
-                                      at(i), at(std::min(STEPS, i + 1))));
+            take(Refine(measure, at(std::max(0, i - 1)), at(std::min(STEPS, i + 1))));
         }
     }
 

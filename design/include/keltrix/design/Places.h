@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <cmath>
 #include <vector>
 
 #include "keltrix/design/Export.h"
@@ -31,48 +30,5 @@ KELTRIX_DESIGN_API double LargestMagnitude(const Parabola& curve);
 KELTRIX_DESIGN_API std::array<double, 2> ExtremePlaces(const Parabola& first, const Parabola& second);
 /// Adds the places strictly between the ends where the curve reaches a level.
 KELTRIX_DESIGN_API void AddPlacesAtLevel(const Parabola& curve, double level, std::vector<double>& places);
-
-/// Place of the largest value of a smooth function between a and c, from a first guess b, to 1e-9. By Brent's method, golden section and
-/// parabolic steps (Brent, Algorithms for Minimization without Derivatives, chapter 5).
-template <class Function>
-double MaximumPlace(const Function& f, double a, double b, double c)
-{
-    constexpr double GOLDEN = 0.3819660112501051;
-    constexpr double TOLERANCE = 1e-9;
-    double x = b, w = b, v = b;
-    double fx = f(x), fw = fx, fv = fx;
-    double step = 0.0, before = 0.0;
-    for (int i = 0; i < 80; ++i) {
-        const double middle = 0.5 * (a + c);
-        if (std::abs(x - middle) <= 2.0 * TOLERANCE - 0.5 * (c - a)) break;
-        const double r = (x - w) * (fx - fv);
-        double q = (x - v) * (fx - fw);
-        double p = (x - v) * q - (x - w) * r;
-        q = 2.0 * (q - r);
-        if (q > 0.0) p = -p;
-        q = std::abs(q);
-        const double last = before;
-        before = step;
-        if (std::abs(p) < std::abs(0.5 * q * last) && p > q * (a - x) && p < q * (c - x)) {
-            step = p / q;
-        } else {
-            before = x < middle ? c - x : a - x;
-            step = GOLDEN * before;
-        }
-        const double u = x + (std::abs(step) >= TOLERANCE ? step : std::copysign(TOLERANCE, step));
-        const double fu = f(u);
-        if (fu >= fx) {
-            (u >= x ? a : c) = x;
-            v = w, fv = fw, w = x, fw = fx, x = u, fx = fu;
-        } else {
-            (u < x ? a : c) = u;
-            if (fu >= fw || w == x) {
-                v = w, fv = fw, w = u, fw = fu;
-            } else if (fu >= fv || v == x || v == w)
-                v = u, fv = fu;
-        }
-    }
-    return x;
-}
 
 } // namespace Keltrix::Design

@@ -82,7 +82,6 @@ struct LedgerEntry {
     Quantity quantity = Quantity::None;
     bool governing = false;                                        ///< the largest utilisation of the whole ledger
     double slenderness = std::numeric_limits<double>::quiet_NaN(); ///< λLT or λ, of information and of elastic checks
-    std::vector<Design::Step> steps = {}; ///< of its calculation; empty where no text was asked for
 };
 
 /// The ledger of checks of a member: one entry for every rule, several where it was applied span by span.

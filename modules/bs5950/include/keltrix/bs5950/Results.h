@@ -241,7 +241,7 @@ struct MemberResults {
     /// Back to what it is before a check; memory is kept for the next one.
     void Clear();
     /// The least along the member.
-    ResistanceSummary Resistances() const;
+    KELTRIX_BS5950_API ResistanceSummary Resistances() const;
     const SpanResult& Span(int place) const { return spans[static_cast<std::size_t>(place)]; }
 };
 
