@@ -85,6 +85,14 @@ StretchMoments MemberCheck::MomentsOver(double from, double to) const
     m.Mz = largest(m_minor, m_check->NoiseMz());
     m.CmMajor = MomentFactor(m_major, from, to, m_check->NoiseMy());
     m.CmMinor = MomentFactor(m_minor, from, to, m_check->NoiseMz());
+    if (IsAngle()) {
+        // Where one moment acts those about u-u and v-v have its course. The course of both together is not known.
+        const bool both = m.My > 0.0 && m.Mz > 0.0 && !m_in.momentFactor;
+        m.CmMajor = m.CmMinor = both ? 1.0 : m.My > 0.0 ? m.CmMajor : m.CmMinor;
+        const AxisMoments moments = LargestAxisMoments(m_in.section, m.My, m.Mz);
+        m.My = moments.major;
+        m.Mz = moments.minor;
+    }
     return m;
 }
 
@@ -131,37 +139,80 @@ void MemberCheck::CheckCombination(Combination& c) const
     c.Mz = z.held ? stretch.Mz : std::max(stretch.Mz, z.moments.Mz);
     const double gamma = m_in.strength.gammaM1;
     const double fy = m_in.material.fy;
-    c.MyRk = m_class.Wy * fy;
-    c.MzRk = m_class.Wz * fy;
+    const Section& s = m_in.section;
+    const bool isPlastic = m_class.IsPlastic() && (s.IsDoublySymmetric() || s.shape == Shape::UnequalI);
+    c.MyRk = (isPlastic || !m_class.IsPlastic() ? m_class.Wy : std::min(m_class.Wy, s.Wely)) * fy;
+    c.MzRk = (isPlastic || !m_class.IsPlastic() ? m_class.Wz : std::min(m_class.Wz, s.Welz)) * fy;
+    c.shiftMy = std::max(c.Ny, c.Nz) * m_class.effective.eNy;
+    c.shiftMz = std::max(c.Ny, c.Nz) * m_class.effective.eNz;
     if ((y.open && c.Ny > 0.0) || (z.open && c.Nz > 0.0)) c.open = y.open && c.Ny > 0.0 ? y.open : z.open;
-    if (lateral.open && c.My > 0.0) c.open = lateral.open;
-    if (!m_in.section.IsDoublySymmetric()) c.open = L"Annex B is for sections that are doubly symmetric";
+    const double allMy = c.My + c.shiftMy;
+    const double allMz = c.Mz + c.shiftMz;
+    if (lateral.open && allMy > 0.0) c.open = lateral.open;
+    if (m_class.effective.refusalY && allMy > 0.0) c.open = m_class.effective.refusalY;
+    if (m_class.effective.refusalZ && allMz > 0.0) c.open = m_class.effective.refusalZ;
+    if (!c.open) SetStrutTerms(c);
     if (c.open) return;
     AnnexBInput& i = c.input;
-    i.isPlastic = m_class.IsPlastic();
+    i.isPlastic = isPlastic;
     i.isHollow = m_in.section.IsHollow();
-    i.ny = c.Ny > 0.0 ? Term(c.Ny, y.strut.NbRd) : 0.0;
-    i.nz = c.Nz > 0.0 ? Term(c.Nz, z.strut.NbRd) : 0.0;
-    i.lambdaY = y.open ? 0.0 : y.strut.slenderness;
-    i.lambdaZ = z.open ? 0.0 : z.strut.slenderness;
     // Table B.3: at least 0.9 of a length that buckles by sway.
     i.Cmy = std::max(y.sway ? 0.9 : 0.0, y.moments.CmMajor);
     // The table reads Cmz between lateral supports; between forks, where they are fewer, it can be the larger one.
     i.Cmz = std::max({z.sway ? 0.9 : 0.0, stretch.CmMinor, z.moments.CmMinor});
     i.CmLT = stretch.CmMajor;
     c.k = AnnexB(i);
-    const double My = Term(c.My, lateral.Chi() * c.MyRk / gamma);
-    const double Mz = Term(c.Mz, c.MzRk / gamma);
+    const double My = Term(c.My, lateral.Chi() * c.MyRk / gamma) + Term(c.shiftMy, lateral.shiftChi * c.MyRk / gamma);
+    const double Mz = Term(allMz, c.MzRk / gamma);
     const auto times = [](double k, double term) { return term == 0.0 ? 0.0 : k * term; };
     c.first = i.ny + times(c.k.kyy, My) + times(c.k.kyz, Mz);
     c.second = i.nz + times(c.k.kzy, My) + times(c.k.kzz, Mz);
 }
 
-void MemberCheck::RecordCombination(const Combination& c, bool first)
+// Nb,Rd and slenderness of both equations. Sections that are not doubly symmetric buckle by flexure and twist together: (6.62), and (6.61)
+// too where twist goes with flexure about the major axis, takes the smaller of both resistances and the larger slenderness.
+void MemberCheck::SetStrutTerms(Combination& c) const
 {
     const StrutSpan& y = m_struts[c.major];
     const StrutSpan& z = m_struts[c.minor];
-    const LateralSpan& lateral = m_laterals[c.lateral];
+    AnnexBInput& i = c.input;
+    c.NyRd = y.open ? 0.0 : y.strut.NbRd;
+    c.NzRd = z.open ? 0.0 : z.strut.NbRd;
+    i.lambdaY = y.open ? 0.0 : y.strut.slenderness;
+    i.lambdaZ = z.open ? 0.0 : z.strut.slenderness;
+    if (!m_in.section.IsDoublySymmetric() && (c.Ny > 0.0 || c.Nz > 0.0)) {
+        double slenderness = 0.0;
+        const double twist = LeastTwist(c, slenderness);
+        const auto take = [&](double& NbRd, double& lambda) {
+            if (!(twist < NbRd)) return;
+            c.twists = true;
+            NbRd = twist;
+            lambda = std::max(lambda, slenderness);
+        };
+        if (ShearCentreOf(m_in.section).alongMajor != 0.0) take(c.NyRd, i.lambdaY);
+        take(c.NzRd, i.lambdaZ);
+    }
+    i.ny = c.Ny > 0.0 ? Term(c.Ny, c.NyRd) : 0.0;
+    i.nz = c.Nz > 0.0 ? Term(c.Nz, c.NzRd) : 0.0;
+}
+
+// The smallest resistance to torsional-flexural buckling of the lengths for twist that the combination reaches into.
+double MemberCheck::LeastTwist(Combination& c, double& slenderness) const
+{
+    double least = std::numeric_limits<double>::infinity();
+    for (const StrutSpan& span : m_struts) {
+        const bool reaches = span.start < c.end - m_in.SamePlace() && span.end > c.start + m_in.SamePlace();
+        if (span.mode != BucklingMode::Torsion || !reaches || span.held) continue;
+        if (span.open) c.open = span.open;
+        if (span.open || !(span.strut.NbRd < least)) continue;
+        least = span.strut.NbRd;
+        slenderness = span.strut.slenderness;
+    }
+    return least;
+}
+
+void MemberCheck::RecordCombination(const Combination& c, bool first)
+{
     RuleFinding f = FindingOf(first ? Rule::InteractionMajor : Rule::InteractionMinor, CheckStatus::NotEvaluated);
     f.start = c.start;
     f.end = c.end;
@@ -172,22 +223,7 @@ void MemberCheck::RecordCombination(const Combination& c, bool first)
         AddResistance(first ? L"kyy" : L"kzy", Quantity::None, first ? c.k.kyy : c.k.kzy, c.start, c.end);
         AddResistance(first ? L"kyz" : L"kzz", Quantity::None, first ? c.k.kyz : c.k.kzz, c.start, c.end);
     }
-    if (!c.open && m_in.withSteps) {
-        const StrutSpan& span = first ? y : z;
-        const double N = first ? c.Ny : c.Nz;
-        AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table B.3", L"Cmy = %s, Cmz = %s, CmLT = %s",
-                m_in.format.NoDim(c.input.Cmy), m_in.format.NoDim(c.input.Cmz), m_in.format.NoDim(c.input.CmLT));
-        AddStep(f, first ? L"kyy" : L"kzy", Quantity::None, first ? c.k.kyy : c.k.kzy,
-                m_in.section.IsHollow() ? L"Table B.1" : L"Table B.2", L"");
-        AddStep(f, first ? L"kyz" : L"kzz", Quantity::None, first ? c.k.kyz : c.k.kzz, L"Table B.1", L"");
-        AddStep(f, L"NEd/Nb,Rd", Quantity::None, first ? c.input.ny : c.input.nz, L"", L"%s/%s", m_in.format.Force(N),
-                m_in.format.Force(span.open ? 0.0 : span.strut.NbRd));
-        const double gamma = m_in.strength.gammaM1;
-        AddStep(f, L"My,Ed/Mb,Rd", Quantity::None, Term(c.My, lateral.Chi() * c.MyRk / gamma), L"", L"%s/%s",
-                m_in.format.Moment(c.My), m_in.format.Moment(lateral.Chi() * c.MyRk / gamma));
-        AddStep(f, L"Mz,Ed/Mz,Rd", Quantity::None, Term(c.Mz, c.MzRk / gamma), L"", L"%s/%s", m_in.format.Moment(c.Mz),
-                m_in.format.Moment(c.MzRk / gamma));
-    }
+    if (!c.open && m_in.withSteps) AddInteractionSteps(f, c, first);
     Add(f);
 }
 
@@ -209,7 +245,8 @@ void MemberCheck::CheckBuckling()
     }
     FindCombinations();
     const auto applies = [](const Combination& c) {
-        return ((c.Ny > 0.0 || c.Nz > 0.0) && (c.My > 0.0 || c.Mz > 0.0)) || (c.My > 0.0 && c.Mz > 0.0);
+        return ((c.Ny > 0.0 || c.Nz > 0.0) && (c.My > 0.0 || c.Mz > 0.0)) || (c.My > 0.0 && c.Mz > 0.0) ||
+               c.shiftMy > 0.0 || c.shiftMz > 0.0;
     };
     for (const bool first : {true, false}) {
         bool any = false;
@@ -223,6 +260,13 @@ void MemberCheck::CheckBuckling()
                           L"nowhere compression with a moment, nor moments about both axes"));
     }
     std::erase_if(m_combinations, [&](const Combination& c) { return !applies(c); });
+    if (!m_in.section.IsDoublySymmetric() && !m_combinations.empty())
+        Assume(L"bending and axial compression",
+               m_in.section.shape == Shape::UnequalI
+                   ? L"6.3.3 is for doubly symmetric sections: Annex B as for I sections, with torsional-flexural "
+                     L"buckling in (6.62) where it is the weaker"
+                   : L"6.3.3 is for doubly symmetric sections: Annex B as in class 3, with elastic moduli and with "
+                     L"torsional-flexural buckling where it is the weaker");
 }
 
 } // namespace Keltrix::EC3
