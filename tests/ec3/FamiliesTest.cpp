@@ -99,6 +99,18 @@ TEST(Families, TeeByHand)
     EXPECT_GT(c.Rule(L"6.3.3 (6.62)").utilisation, 300.0 / 1004.1) << "the shift bends it, and twist is the weaker";
 }
 
+// The moment of the shift is the same all along: its factor is 1.0 where the given moment's is 0.6, and a small given moment adds to it.
+TEST(Families, TheShiftOfATeeIsAUniformMoment)
+{
+    const double alone =
+        Checked(Column(3.0, 300e3, 0.0, 0.0), L"T 229x191x49", L"S275").Rule(L"6.3.3 (6.61)").utilisation;
+    for (const double My : {-0.05e3, 0.05e3}) {
+        const Checked c(Column(3.0, 300e3, My, 0.0), L"T 229x191x49", L"S275");
+        EXPECT_GT(c.Rule(L"6.3.3 (6.61)").utilisation, alone);
+        EXPECT_LT(c.Rule(L"6.3.3 (6.61)").utilisation, alone + 0.01);
+    }
+}
+
 // GI 400x200x120x8x15x12 in S275, 6 m, uniform moment. Shear centre 335.6 mm up, centroid 239.6, β 250.1 mm, Pz = 675.9 kN, G It + π² E Iw/L² = 41653 N·m²:
 // Mcr = 84.53 ± ... = 272.4 kNm with the larger flange compressed, 103.4 kNm with the smaller. Class 2, Wpl 1061 cm³, h/b = 400/120 > 2: curve d.
 // λLT 1.0349 and 1.6802, χLT 0.4496 and 0.2331: 131.2 and 68.0 kNm.

@@ -277,10 +277,11 @@ EffectiveSection MakeEffective(const Section& s, const Strength& m, const ClassA
         return e;
     }
     SetCompression(s, m, e);
-    const bool both = !a.BendsMajor();
+    // Compression bends a section whose centroid shifts, whatever the given moments.
+    const bool both = !a.BendsMajor() || (a.NEd > 0.0 && e.eNy > 0.0);
     e.Weffy = both || a.compressesTop ? MajorModulus(s, m, true) : MajorModulus(s, m, false);
     if (both || a.compressesBottom) e.Weffy = std::min(e.Weffy, MajorModulus(s, m, false));
-    const bool sides = !a.BendsMinor();
+    const bool sides = !a.BendsMinor() || (a.NEd > 0.0 && e.eNz > 0.0);
     e.Weffz = sides || a.compressesBack ? MinorModulus(s, m, true) : MinorModulus(s, m, false);
     if (sides || a.compressesTips) e.Weffz = std::min(e.Weffz, MinorModulus(s, m, false));
     return e;

@@ -126,44 +126,66 @@ void MemberCheck::FindCombinations()
     }
 }
 
+// The stretch between forks; where the section is held all along, that between lateral supports, or between vertical ones.
+const StretchMoments& MemberCheck::StretchOf(const Combination& c) const
+{
+    const LateralSpan& lateral = m_laterals[c.lateral];
+    if (!lateral.held) return lateral.moments;
+    return m_struts[c.minor].held ? m_struts[c.major].moments : m_struts[c.minor].moments;
+}
+
+void MemberCheck::SetEffects(Combination& c) const
+{
+    const StrutSpan& z = m_struts[c.minor];
+    const StretchMoments& stretch = StretchOf(c);
+    c.Ny = m_struts[c.major].N;
+    c.Nz = z.N;
+    c.My = stretch.My;
+    c.Mz = z.held ? stretch.Mz : std::max(stretch.Mz, z.moments.Mz);
+    c.shiftMy = std::max(c.Ny, c.Nz) * m_class.effective.eNy;
+    c.shiftMz = std::max(c.Ny, c.Nz) * m_class.effective.eNz;
+    const Section& s = m_in.section;
+    c.input.isHollow = s.IsHollow();
+    c.input.isPlastic = m_class.IsPlastic() && (s.IsDoublySymmetric() || s.shape == Shape::UnequalI);
+    const bool isElastic = m_class.IsPlastic() && !c.input.isPlastic;
+    c.MyRk = (isElastic ? std::min(m_class.Wy, s.Wely) : m_class.Wy) * m_in.material.fy;
+    c.MzRk = (isElastic ? std::min(m_class.Wz, s.Welz) : m_class.Wz) * m_in.material.fy;
+}
+
+// Why it is not evaluated; null where it is.
+const wchar_t* MemberCheck::OpenReason(const Combination& c) const
+{
+    const StrutSpan& y = m_struts[c.major];
+    const StrutSpan& z = m_struts[c.minor];
+    const LateralSpan& lateral = m_laterals[c.lateral];
+    const bool bendsMajor = c.My + c.shiftMy > 0.0;
+    if (m_class.effective.refusalZ && c.Mz + c.shiftMz > 0.0) return m_class.effective.refusalZ;
+    if (m_class.effective.refusalY && bendsMajor) return m_class.effective.refusalY;
+    if (lateral.open && bendsMajor) return lateral.open;
+    if (y.open && c.Ny > 0.0) return y.open;
+    return z.open && c.Nz > 0.0 ? z.open : nullptr;
+}
+
 void MemberCheck::CheckCombination(Combination& c) const
 {
     const StrutSpan& y = m_struts[c.major];
     const StrutSpan& z = m_struts[c.minor];
     const LateralSpan& lateral = m_laterals[c.lateral];
-    // The stretch between forks; where the section is held all along, that between lateral supports, or between vertical ones.
-    const StretchMoments& stretch = !lateral.held ? lateral.moments : z.held ? y.moments : z.moments;
-    c.Ny = y.N;
-    c.Nz = z.N;
-    c.My = stretch.My;
-    c.Mz = z.held ? stretch.Mz : std::max(stretch.Mz, z.moments.Mz);
-    const double gamma = m_in.strength.gammaM1;
-    const double fy = m_in.material.fy;
-    const Section& s = m_in.section;
-    const bool isPlastic = m_class.IsPlastic() && (s.IsDoublySymmetric() || s.shape == Shape::UnequalI);
-    c.MyRk = (isPlastic || !m_class.IsPlastic() ? m_class.Wy : std::min(m_class.Wy, s.Wely)) * fy;
-    c.MzRk = (isPlastic || !m_class.IsPlastic() ? m_class.Wz : std::min(m_class.Wz, s.Welz)) * fy;
-    c.shiftMy = std::max(c.Ny, c.Nz) * m_class.effective.eNy;
-    c.shiftMz = std::max(c.Ny, c.Nz) * m_class.effective.eNz;
-    if ((y.open && c.Ny > 0.0) || (z.open && c.Nz > 0.0)) c.open = y.open && c.Ny > 0.0 ? y.open : z.open;
-    const double allMy = c.My + c.shiftMy;
-    const double allMz = c.Mz + c.shiftMz;
-    if (lateral.open && allMy > 0.0) c.open = lateral.open;
-    if (m_class.effective.refusalY && allMy > 0.0) c.open = m_class.effective.refusalY;
-    if (m_class.effective.refusalZ && allMz > 0.0) c.open = m_class.effective.refusalZ;
+    SetEffects(c);
+    c.open = OpenReason(c);
     if (!c.open) SetStrutTerms(c);
     if (c.open) return;
     AnnexBInput& i = c.input;
-    i.isPlastic = isPlastic;
-    i.isHollow = m_in.section.IsHollow();
-    // Table B.3: at least 0.9 of a length that buckles by sway.
-    i.Cmy = std::max(y.sway ? 0.9 : 0.0, y.moments.CmMajor);
+    const StretchMoments& stretch = StretchOf(c);
+    // Table B.3: at least 0.9 of a length that buckles by sway. The moment of a shift of the neutral axis is uniform.
+    i.Cmy = std::max(c.shiftMy > 0.0 ? 1.0 : y.sway ? 0.9 : 0.0, y.moments.CmMajor);
     // The table reads Cmz between lateral supports; between forks, where they are fewer, it can be the larger one.
-    i.Cmz = std::max({z.sway ? 0.9 : 0.0, stretch.CmMinor, z.moments.CmMinor});
-    i.CmLT = stretch.CmMajor;
+    i.Cmz = std::max({c.shiftMz > 0.0 ? 1.0 : z.sway ? 0.9 : 0.0, stretch.CmMinor, z.moments.CmMinor});
+    i.CmLT = c.shiftMy > 0.0 ? 1.0 : stretch.CmMajor;
     c.k = AnnexB(i);
+    const double gamma = m_in.strength.gammaM1;
     const double My = Term(c.My, lateral.Chi() * c.MyRk / gamma) + Term(c.shiftMy, lateral.shiftChi * c.MyRk / gamma);
-    const double Mz = Term(allMz, c.MzRk / gamma);
+    const double Mz = Term(c.Mz + c.shiftMz, c.MzRk / gamma);
     const auto times = [](double k, double term) { return term == 0.0 ? 0.0 : k * term; };
     c.first = i.ny + times(c.k.kyy, My) + times(c.k.kyz, Mz);
     c.second = i.nz + times(c.k.kzy, My) + times(c.k.kzz, Mz);

@@ -192,6 +192,9 @@ private:
     // Interaction (Interaction.cpp).
     void FindCombinations();
     void CheckCombination(Combination& c) const;
+    const StretchMoments& StretchOf(const Combination& c) const;
+    void SetEffects(Combination& c) const;
+    const wchar_t* OpenReason(const Combination& c) const;
     void SetStrutTerms(Combination& c) const;
     double LeastTwist(Combination& c, double& slenderness) const;
     void AddInteractionSteps(Design::RuleFinding& f, const Combination& c, bool first) const;
