@@ -1,7 +1,5 @@
 // Members by hand, and what holds for any member.
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <memory>
 
@@ -137,18 +135,6 @@ TEST(Member, WhatIsNotEvaluatedKeepsItFromPassing)
     const Checked mechanism(loose, L"UB 457x191x67", L"S275");
     EXPECT_FALSE(mechanism.passed);
     EXPECT_EQ(mechanism.Rule(L"6.3.2").status, CheckStatus::Failed);
-}
-
-TEST(Member, SectionsThatAreNotCheckedAreRefusedWithAReason)
-{
-    for (const wchar_t* name : {L"UA 100x100x10", L"PFC 200x90x30"}) {
-        const CSection section{CString(name)};
-        CSteelMemberEC3 member;
-        if (!member.SetKeltrixSec(section)) continue;
-        EXPECT_FALSE(Code().SectionRefusal(section).IsEmpty());
-        EXPECT_FALSE(member.Check());
-        EXPECT_EQ(member.Findings().refusal.subject, Design::Subject::Section);
-    }
 }
 
 // The text is made of the steps, and the numbers are the same without it.

@@ -30,10 +30,11 @@ Curve CurveNamed(wchar_t letter)
 
 AxisCurves RolledICurves(const SectionProperties& s, bool isS460)
 {
-    const bool deep = s.D > 1.2 * s.B;
-    const bool above100 = s.T > 0.100 * (1.0 + 1e-12);
+    const double thickest = std::max(s.T, s.T2);
+    const bool deep = s.D > 1.2 * std::max(s.B, s.B2);
+    const bool above100 = thickest > 0.100 * (1.0 + 1e-12);
     if (!deep && above100) return isS460 ? AxisCurves{Curve::C, Curve::C} : AxisCurves{Curve::D, Curve::D};
-    const bool thin = s.T <= 0.040 * (1.0 + 1e-12);
+    const bool thin = thickest <= 0.040 * (1.0 + 1e-12);
     if (deep && thin) return isS460 ? AxisCurves{Curve::A0, Curve::A0} : AxisCurves{Curve::A, Curve::B};
     return isS460 ? AxisCurves{Curve::A, Curve::A} : AxisCurves{Curve::B, Curve::C};
 }

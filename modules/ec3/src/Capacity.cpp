@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "keltrix/ec3/Critical.h"
 #include "keltrix/ec3/SteelMemberEC3.h"
 
 namespace Keltrix::EC3 {
@@ -70,9 +71,12 @@ double SectionCapacity::Nb(Axis axis, double L, double area) const
 {
     const AxisCurves curves = CompressionCurves(m_section.basis, m_material.grade);
     double Ncr = std::numeric_limits<double>::infinity();
-    if (L > 0.0)
-        Ncr = axis == Axis::T ? TorsionalNcr(m_section.basis, m_material.E, m_material.G, L)
-                              : FlexuralNcr(m_material.E, axis == Axis::Y ? m_section.Iy : m_section.Iz, L);
+    if (L > 0.0) {
+        const double y = FlexuralNcr(m_material.E, MajorSecondMoment(m_section), L);
+        const double z = FlexuralNcr(m_material.E, MinorSecondMoment(m_section), L);
+        const double T = TorsionalNcr(m_section.basis, m_material.E, m_material.G, L);
+        Ncr = axis == Axis::T ? CoupledNcr(m_section, {y, z, T}) : axis == Axis::Y ? y : z;
+    }
     return BuckleStrut(Ncr, area, m_material.fy, m_strength.gammaM1, axis == Axis::Y ? curves.y : curves.z).NbRd;
 }
 
@@ -103,7 +107,12 @@ std::optional<double> SectionCapacity::MbRd(double L, double C1) const
     const double MRk = m_major.Wy * m_material.fy;
     const std::optional<LateralRule> rule = LateralRuleOf(m_section.basis, *m_annex);
     if (!rule || !(L > 0.0)) return MRk / m_strength.gammaM1;
-    const double Mcr = ElasticMoment(m_section.basis, m_material.E, m_material.G, L, C1);
+    // The factor of the tables is for sections whose shear centre is in the middle of their depth.
+    const bool isMonosymmetric = m_section.basis.monosymmetry != 0.0 || m_section.shape == Shape::Angle;
+    if (isMonosymmetric && C1 != 1.0) return std::nullopt;
+    const auto uniform = [&](bool top) { return UniformMcr(m_section, m_material.E, m_material.G, L, top); };
+    const double Mcr = isMonosymmetric ? std::min(uniform(true), uniform(false))
+                                       : ElasticMoment(m_section.basis, m_material.E, m_material.G, L, C1);
     return ReduceLateral(*rule, std::sqrt(MRk / Mcr), C1).chiMod * MRk / m_strength.gammaM1;
 }
 

@@ -194,7 +194,8 @@ private:
         if (!equal && (always || m_a.compressesBottom)) AddCompressed(*second);
     }
 
-    // Uniform compression where My does not act at all; the back of a channel under Mz too, because it is as far from the axis as
+    // Uniform compression where My does not act at all, of a stem always, because a trace of My that pulls its tip would count as if it were
+    // as large as the section can carry; the back of a channel under Mz too, because it is as far from the axis as
     // the web is thin.
     void Web()
     {
@@ -203,7 +204,8 @@ private:
         if (m_a.compressesBottom && (m_s.shape == Shape::UnequalI || m_s.shape == Shape::Tee || !m_a.compressesTop))
             BentWeb(web, false);
         const bool back = m_s.shape == Shape::Channel && m_a.compressesBack;
-        if ((m_a.NEd > 0.0 && !m_a.BendsMajor()) || back) AddCompressed(web);
+        const bool isUniform = !m_a.BendsMajor() || m_s.shape == Shape::Tee;
+        if ((m_a.NEd > 0.0 && isUniform) || back) AddCompressed(web);
     }
     void BentWeb(const Plate& web, bool top)
     {

@@ -1,4 +1,5 @@
 #include "CrossSectionCheck.h"
+#include "keltrix/ec3/Critical.h"
 
 #include <algorithm>
 #include <cmath>
@@ -39,6 +40,11 @@ Actions CrossSectionCheck::Significant(const Vec3<double>& force, double My, dou
     a.N = beyond(force.x, m_noiseN);
     a.My = beyond(My, m_noiseMy);
     a.Mz = beyond(Mz, m_noiseMz);
+    if (section.shape == Shape::Angle) {
+        const AxisMoments moments = LargestAxisMoments(section, a.My, a.Mz);
+        a.My = moments.major;
+        a.Mz = moments.minor;
+    }
     a.Vz = std::abs(force.z);
     a.Vy = std::abs(force.y);
     return a;

@@ -47,13 +47,18 @@ public:
     CrossSectionCheck(const Section& s, const Strength& m, const Classification& c, double net);
 
     void Evaluate(Position& p) const;
-    /// What remains of actions when those below a millionth of the section's resistance, noise of an analysis, are taken as zero.
+    /// What remains of actions when those below a millionth of the section's resistance, noise of an analysis, are taken as zero. Moments of an
+    /// angle become those about u-u and v-v.
     Actions Significant(const Vec3<double>& force, double My, double Mz) const;
     double NoiseMy() const { return m_noiseMy; }
     double NoiseMz() const { return m_noiseMz; }
     double NoiseN() const { return m_noiseN; }
-    /// Whether two of axial force and moments act.
-    static bool IsCombined(const Actions& a) { return (a.N != 0.0) + (a.My != 0.0) + (a.Mz != 0.0) > 1; }
+    /// Whether two of axial force and moments act, or compression of class 4 with a shift of the neutral axis.
+    bool IsCombined(const Actions& a) const
+    {
+        const bool shifts = a.N < 0.0 && (cls.effective.eNy > 0.0 || cls.effective.eNz > 0.0);
+        return shifts || (a.N != 0.0) + (a.My != 0.0) + (a.Mz != 0.0) > 1;
+    }
     double HalfVz() const { return 0.5 * vcz.value.value_or(0.0); }
     double HalfVy() const { return 0.5 * vcy.value.value_or(0.0); }
 

@@ -65,7 +65,10 @@ Design::CodeDescription MakeDescription()
                 {L"S420", L"EN 10025-3, EN 10025-4, EN 10210-1, EN 10219-1"},
                 {L"S460", L"EN 10025-3, EN 10025-4, EN 10210-1, EN 10219-1"},
                 {L"User_defined", L"with the strengths of the member file, up to 460 N/mm²"}};
-    d.families = {{L"I and H sections", L"rolled or welded, equal flanges"},
+    d.families = {{L"I and H sections", L"rolled or welded, equal or unequal flanges"},
+                  {L"channels", L"hot rolled or welded"},
+                  {L"tees", L"cut from rolled sections or welded"},
+                  {L"angles", L"equal and unequal legs"},
                   {L"rectangular hollow sections", L"hot finished, cold formed or welded boxes"},
                   {L"circular hollow sections", L"hot finished, cold formed or welded"}};
     d.combinations = L"en1990-uk";
@@ -73,8 +76,8 @@ Design::CodeDescription MakeDescription()
     d.nationalChoices = ChoicesOfFiles();
     d.tablesTakeC1 = true;
     d.scope =
-        L"Cross-section and member buckling checks of prismatic doubly symmetric members under axial force, biaxial "
-        L"moment and shear; no torsion, connections, frames or serviceability limits";
+        L"Cross-section and member buckling checks of prismatic members under axial force, biaxial moment and shear, "
+        L"webs under concentrated loads; no torsion, connections, frames or serviceability limits";
     return d;
 }
 
@@ -132,8 +135,9 @@ public:
             return table;
         }
         table.designStrength = {L"fy", Quantity::Stress, c.Steel().fy};
-        table.classes = {{L"in bending about y-y", c.MajorBending().cls},
-                         {L"about z-z", c.MinorBending().cls},
+        const bool isAngle = c.Section().shape == Shape::Angle;
+        table.classes = {{isAngle ? L"in bending about u-u" : L"in bending about y-y", c.MajorBending().cls},
+                         {isAngle ? L"about v-v" : L"about z-z", c.MinorBending().cls},
                          {L"in compression", c.Compression().cls}};
         table.fabrication = Design::FabricationName(c.Section().fabrication);
         if (const wchar_t* const note = Design::FabricationNote(c.Section().basis)) table.fabricationNote = note;
@@ -146,8 +150,8 @@ public:
         add(L"NcRd", Quantity::Force, EC3::NcRd(c.Section(), c.Strengths(), c.Compression()).value, 4);
         add(L"VczRd", Quantity::Force, c.VczRd(), 3);
         add(L"VcyRd", Quantity::Force, c.VcyRd(), 3);
-        add(L"McyRd", Quantity::Moment, c.McyRd(), 3);
-        add(L"MczRd", Quantity::Moment, c.MczRd(), 3);
+        add(isAngle ? L"McuRd" : L"McyRd", Quantity::Moment, c.McyRd(), 3);
+        add(isAngle ? L"McvRd" : L"MczRd", Quantity::Moment, c.MczRd(), 3);
         add(L"VbwRd", Quantity::Force, c.VbwRd(), 3);
         add(L"VbwyRd", Quantity::Force, c.VbwyRd(), 3);
         if (c.VbwRd())
@@ -159,11 +163,12 @@ public:
         table.shareName = L"NEd/NplRd";
         for (int i = 0; i <= 10; ++i)
             table.shares.push_back(i / 10.0);
-        table.reduced = {CurveOf(L"MNyRd", Quantity::Moment, table.shares, [&](double n) { return c.MNyRd(n); }),
-                         CurveOf(L"MNzRd", Quantity::Moment, table.shares, [&](double n) { return c.MNzRd(n); })};
+        if (c.Section().IsDoublySymmetric())
+            table.reduced = {CurveOf(L"MNyRd", Quantity::Moment, table.shares, [&](double n) { return c.MNyRd(n); }),
+                             CurveOf(L"MNzRd", Quantity::Moment, table.shares, [&](double n) { return c.MNzRd(n); })};
         table.buckling = {
-            CurveOf(L"NbyRd", Quantity::Force, lengths, [&](double L) { return c.NbyRd(L); }),
-            CurveOf(L"NbzRd", Quantity::Force, lengths, [&](double L) { return c.NbzRd(L); }),
+            CurveOf(isAngle ? L"NbuRd" : L"NbyRd", Quantity::Force, lengths, [&](double L) { return c.NbyRd(L); }),
+            CurveOf(isAngle ? L"NbvRd" : L"NbzRd", Quantity::Force, lengths, [&](double L) { return c.NbzRd(L); }),
             CurveOf(L"NbTRd", Quantity::Force, lengths, [&](double L) { return c.NbTRd(L); }),
             CurveOf(L"MbRd", Quantity::Moment, lengths, [&](double L) { return c.MbRd(L, settings.C1); })};
         if (!c.FRd(0.0, true)) return table;

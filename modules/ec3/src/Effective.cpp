@@ -243,8 +243,12 @@ void SetAngle(const Section& s, const Strength& m, EffectiveSection& e)
     const double lost = (1.0 - UniformReduction(leg, m)) * leg.c;
     const double lostOther = (1.0 - UniformReduction(other, m)) * other.c;
     e.Aeff = s.A - (lost + lostOther) * s.tw;
-    if (s.h != s.b) {
+    if (s.h != s.b && (lost > 0.0 || lostOther > 0.0)) {
         e.refusalY = e.refusalZ = UNEQUAL_ANGLE;
+        // The shift is a bound: that along both legs together.
+        const double z = lost * s.tw * (s.h - 0.5 * lost - s.basis.cy) / e.Aeff;
+        const double y = lostOther * s.tw * (s.b - 0.5 * lostOther - s.basis.cx) / e.Aeff;
+        e.eNy = e.eNz = std::abs(y) + std::abs(z);
         return;
     }
     // Middle of a lost tip from the centroid, along u-u and across it, and the second moments of its strip about its own middle.
@@ -273,10 +277,11 @@ EffectiveSection MakeEffective(const Section& s, const Strength& m, const ClassA
         return e;
     }
     SetCompression(s, m, e);
-    const bool both = !a.BendsMajor();
+    // Compression bends a section whose centroid shifts, whatever the given moments.
+    const bool both = !a.BendsMajor() || (a.NEd > 0.0 && e.eNy > 0.0);
     e.Weffy = both || a.compressesTop ? MajorModulus(s, m, true) : MajorModulus(s, m, false);
     if (both || a.compressesBottom) e.Weffy = std::min(e.Weffy, MajorModulus(s, m, false));
-    const bool sides = !a.BendsMinor();
+    const bool sides = !a.BendsMinor() || (a.NEd > 0.0 && e.eNz > 0.0);
     e.Weffz = sides || a.compressesBack ? MinorModulus(s, m, true) : MinorModulus(s, m, false);
     if (sides || a.compressesTips) e.Weffz = std::min(e.Weffz, MinorModulus(s, m, false));
     return e;

@@ -37,27 +37,6 @@ bool IsLinear(const MomentDiagram& moments, double from, double to, double left,
     return true;
 }
 
-// How Annex B finds kyy or kzy.
-const wchar_t* FormulaMajor(const AnnexBInput& i, bool first)
-{
-    if (first)
-        return i.isPlastic ? L"Cmy(1 + (λy - 0.2) ny), at most Cmy(1 + 0.8 ny)"
-                           : L"Cmy(1 + 0.6 λy ny), at most Cmy(1 + 0.6 ny)";
-    if (i.isHollow) return i.isPlastic ? L"0.6 kyy" : L"0.8 kyy";
-    if (!i.isPlastic) return L"1 - 0.05 λz nz/(CmLT - 0.25), at least 1 - 0.05 nz/(CmLT - 0.25)";
-    return i.lambdaZ < 0.4 ? L"0.6 + λz, at most 1 - 0.1 λz nz/(CmLT - 0.25)"
-                           : L"1 - 0.1 λz nz/(CmLT - 0.25), at least 1 - 0.1 nz/(CmLT - 0.25)";
-}
-
-// How Annex B finds kyz or kzz.
-const wchar_t* FormulaMinor(const AnnexBInput& i, bool first)
-{
-    if (first) return i.isPlastic ? L"0.6 kzz" : L"kzz";
-    if (!i.isPlastic) return L"Cmz(1 + 0.6 λz nz), at most Cmz(1 + 0.6 nz)";
-    return i.isHollow ? L"Cmz(1 + (λz - 0.2) nz), at most Cmz(1 + 0.8 nz)"
-                      : L"Cmz(1 + (2 λz - 0.6) nz), at most Cmz(1 + 1.4 nz)";
-}
-
 } // namespace
 
 MomentPattern PatternOf(const MomentDiagram& moments, double from, double to)
@@ -106,6 +85,14 @@ StretchMoments MemberCheck::MomentsOver(double from, double to) const
     m.Mz = largest(m_minor, m_check->NoiseMz());
     m.CmMajor = MomentFactor(m_major, from, to, m_check->NoiseMy());
     m.CmMinor = MomentFactor(m_minor, from, to, m_check->NoiseMz());
+    if (IsAngle()) {
+        // Where one moment acts those about u-u and v-v have its course. The course of both together is not known.
+        const bool both = m.My > 0.0 && m.Mz > 0.0 && !m_in.momentFactor;
+        m.CmMajor = m.CmMinor = both ? 1.0 : m.My > 0.0 ? m.CmMajor : m.CmMinor;
+        const AxisMoments moments = LargestAxisMoments(m_in.section, m.My, m.Mz);
+        m.My = moments.major;
+        m.Mz = moments.minor;
+    }
     return m;
 }
 
@@ -143,29 +130,53 @@ void MemberCheck::FindCombinations()
 const StretchMoments& MemberCheck::StretchOf(const Combination& c) const
 {
     const LateralSpan& lateral = m_laterals[c.lateral];
-    const StrutSpan& z = m_struts[c.minor];
-    return !lateral.held ? lateral.moments : z.held ? m_struts[c.major].moments : z.moments;
+    if (!lateral.held) return lateral.moments;
+    return m_struts[c.minor].held ? m_struts[c.major].moments : m_struts[c.minor].moments;
 }
 
-void MemberCheck::CheckCombination(Combination& c)
+void MemberCheck::SetEffects(Combination& c) const
+{
+    const StrutSpan& z = m_struts[c.minor];
+    const StretchMoments& stretch = StretchOf(c);
+    c.Ny = m_struts[c.major].N;
+    c.Nz = z.N;
+    c.My = stretch.My;
+    c.Mz = z.held ? stretch.Mz : std::max(stretch.Mz, z.moments.Mz);
+    c.shiftMy = std::max(c.Ny, c.Nz) * m_class.effective.eNy;
+    c.shiftMz = std::max(c.Ny, c.Nz) * m_class.effective.eNz;
+    const Section& s = m_in.section;
+    c.input.isHollow = s.IsHollow();
+    c.input.isPlastic = m_class.IsPlastic() && (s.IsDoublySymmetric() || s.shape == Shape::UnequalI);
+    const bool isElastic = m_class.IsPlastic() && !c.input.isPlastic;
+    c.MyRk = (isElastic ? std::min(m_class.Wy, s.Wely) : m_class.Wy) * m_in.material.fy;
+    c.MzRk = (isElastic ? std::min(m_class.Wz, s.Welz) : m_class.Wz) * m_in.material.fy;
+}
+
+// Why it is not evaluated; null where it is.
+const wchar_t* MemberCheck::OpenReason(const Combination& c) const
 {
     const StrutSpan& y = m_struts[c.major];
     const StrutSpan& z = m_struts[c.minor];
     const LateralSpan& lateral = m_laterals[c.lateral];
-    const StretchMoments& stretch = StretchOf(c);
-    c.Ny = y.N;
-    c.Nz = z.N;
-    c.My = stretch.My;
-    c.Mz = z.held ? stretch.Mz : std::max(stretch.Mz, z.moments.Mz);
-    const double gamma = m_in.strength.gammaM1;
-    const double fy = m_in.material.fy;
-    c.MyRk = m_class.Wy * fy;
-    c.MzRk = m_class.Wz * fy;
-    if ((y.open && c.Ny > 0.0) || (z.open && c.Nz > 0.0)) c.open = y.open && c.Ny > 0.0 ? y.open : z.open;
-    if (lateral.open && c.My > 0.0) c.open = lateral.open;
-    if (!m_in.section.IsDoublySymmetric()) c.open = L"Annex B is for sections that are doubly symmetric";
+    const bool bendsMajor = c.My + c.shiftMy > 0.0;
+    if (m_class.effective.refusalZ && c.Mz + c.shiftMz > 0.0) return m_class.effective.refusalZ;
+    if (m_class.effective.refusalY && bendsMajor) return m_class.effective.refusalY;
+    if (lateral.open && bendsMajor) return lateral.open;
+    if (y.open && c.Ny > 0.0) return y.open;
+    return z.open && c.Nz > 0.0 ? z.open : nullptr;
+}
+
+void MemberCheck::CheckCombination(Combination& c)
+{
+    const LateralSpan& lateral = m_laterals[c.lateral];
+    SetEffects(c);
+    c.open = OpenReason(c);
+    const bool isDoublySymmetric = m_in.section.IsDoublySymmetric();
+    const bool general = m_in.options.interaction == InteractionMethod::General && isDoublySymmetric;
+    if (!c.open || general) SetStrutTerms(c);
     if (m_in.options.interaction == InteractionMethod::AnnexA && !c.open) c.open = AnnexARefusal(c);
-    const bool general = m_in.options.interaction == InteractionMethod::General && m_in.section.IsDoublySymmetric();
+    if (m_in.options.interaction == InteractionMethod::General && !isDoublySymmetric)
+        c.open = L"6.3.4 is evaluated for doubly symmetric sections alone";
     if (c.open && !general) return;
     SetFactors(c);
     if (general) {
@@ -174,11 +185,13 @@ void MemberCheck::CheckCombination(Combination& c)
     }
     if (m_in.options.simpleColumn) CheckSimpleColumn(c);
     if (m_in.options.interaction == InteractionMethod::AnnexA) ApplyAnnexA(c);
-    const double My = Term(c.My, lateral.Chi() * c.MyRk / gamma);
-    const double Mz = Term(c.Mz, c.MzRk / gamma);
+    const AnnexBInput& i = c.input;
+    const double gamma = m_in.strength.gammaM1;
+    const double My = Term(c.My, lateral.Chi() * c.MyRk / gamma) + Term(c.shiftMy, lateral.shiftChi * c.MyRk / gamma);
+    const double Mz = Term(c.Mz + c.shiftMz, c.MzRk / gamma);
     const auto times = [](double k, double term) { return term == 0.0 ? 0.0 : k * term; };
-    c.first = c.input.ny + times(c.k.kyy, My) + times(c.k.kyz, Mz);
-    c.second = c.input.nz + times(c.k.kzy, My) + times(c.k.kzz, Mz);
+    c.first = i.ny + times(c.k.kyy, My) + times(c.k.kyz, Mz);
+    c.second = i.nz + times(c.k.kzy, My) + times(c.k.kzz, Mz);
 }
 
 // Table B.3 and Annex B.
@@ -186,54 +199,60 @@ void MemberCheck::SetFactors(Combination& c) const
 {
     const StrutSpan& y = m_struts[c.major];
     const StrutSpan& z = m_struts[c.minor];
-    const StretchMoments& stretch = StretchOf(c);
     AnnexBInput& i = c.input;
-    i.isPlastic = m_class.IsPlastic();
-    i.isHollow = m_in.section.IsHollow();
-    i.ny = c.Ny > 0.0 ? Term(c.Ny, y.strut.NbRd) : 0.0;
-    i.nz = c.Nz > 0.0 ? Term(c.Nz, z.strut.NbRd) : 0.0;
-    i.lambdaY = y.open ? 0.0 : y.strut.slenderness;
-    i.lambdaZ = z.open ? 0.0 : z.strut.slenderness;
-    // Table B.3: at least 0.9 of a length that buckles by sway.
-    i.Cmy = std::max(y.sway ? 0.9 : 0.0, y.moments.CmMajor);
+    const StretchMoments& stretch = StretchOf(c);
+    // Table B.3: at least 0.9 of a length that buckles by sway. The moment of a shift of the neutral axis is uniform.
+    i.Cmy = std::max(c.shiftMy > 0.0 ? 1.0 : y.sway ? 0.9 : 0.0, y.moments.CmMajor);
     // The table reads Cmz between lateral supports; between forks, where they are fewer, it can be the larger one.
-    i.Cmz = std::max({z.sway ? 0.9 : 0.0, stretch.CmMinor, z.moments.CmMinor});
-    i.CmLT = stretch.CmMajor;
+    i.Cmz = std::max({c.shiftMz > 0.0 ? 1.0 : z.sway ? 0.9 : 0.0, stretch.CmMinor, z.moments.CmMinor});
+    i.CmLT = c.shiftMy > 0.0 ? 1.0 : stretch.CmMajor;
     c.k = AnnexB(i);
 }
 
-void MemberCheck::AddFactorSteps(RuleFinding& f, const Combination& c, bool first) const
+// Nb,Rd and slenderness of both equations. Sections that are not doubly symmetric buckle by flexure and twist together: (6.62), and (6.61)
+// too where twist goes with flexure about the major axis, takes the smaller of both resistances and the larger slenderness.
+void MemberCheck::SetStrutTerms(Combination& c) const
 {
-    const CDesFormat& fmt = m_in.format;
-    const auto no = [&](double value) { return fmt.NoDim(value); };
-    if (const auto& a = c.annexA) {
-        AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table A.2", L"Cmy,0 = %s, Cmz,0 = %s", no(a->Cmy0),
-                no(a->Cmz0));
-        AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table A.1", L"Cmy = %s, Cmz = %s, CmLT = %s", no(a->Cmy),
-                no(a->Cmz), no(a->CmLT));
-        AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table A.1",
-                L"μy = %s, μz = %s, Cyy = %s, Cyz = %s, Czy = %s, Czz = %s", no(a->muY), no(a->muZ), no(a->Cyy),
-                no(a->Cyz), no(a->Czy), no(a->Czz));
-    } else {
-        const AnnexBInput& i = c.input;
-        AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table B.3", L"Cmy = %s, Cmz = %s, CmLT = %s", no(i.Cmy),
-                no(i.Cmz), no(i.CmLT));
-        AddStep(f, L"with", Quantity::None, std::nan(""), L"",
-                L"λy = %s, λz = %s, NEd/(χy NRk/γM1) = %s, NEd/(χz NRk/γM1) = %s", no(i.lambdaY), no(i.lambdaZ),
-                no(i.ny), no(i.nz));
+    const StrutSpan& y = m_struts[c.major];
+    const StrutSpan& z = m_struts[c.minor];
+    AnnexBInput& i = c.input;
+    c.NyRd = y.open ? 0.0 : y.strut.NbRd;
+    c.NzRd = z.open ? 0.0 : z.strut.NbRd;
+    i.lambdaY = y.open ? 0.0 : y.strut.slenderness;
+    i.lambdaZ = z.open ? 0.0 : z.strut.slenderness;
+    if (!m_in.section.IsDoublySymmetric() && (c.Ny > 0.0 || c.Nz > 0.0)) {
+        double slenderness = 0.0;
+        const double twist = LeastTwist(c, slenderness);
+        const auto take = [&](double& NbRd, double& lambda) {
+            if (!(twist < NbRd)) return;
+            c.twists = true;
+            NbRd = twist;
+            lambda = std::max(lambda, slenderness);
+        };
+        if (ShearCentreOf(m_in.section).alongMajor != 0.0) take(c.NyRd, i.lambdaY);
+        take(c.NzRd, i.lambdaZ);
     }
-    const wchar_t* const table = c.annexA ? L"Table A.1" : m_in.section.IsHollow() ? L"Table B.1" : L"Table B.2";
-    AddStep(f, first ? L"kyy" : L"kzy", Quantity::None, first ? c.k.kyy : c.k.kzy, table, L"%s",
-            c.annexA ? L"" : FormulaMajor(c.input, first));
-    AddStep(f, first ? L"kyz" : L"kzz", Quantity::None, first ? c.k.kyz : c.k.kzz, c.annexA ? table : L"Table B.1",
-            L"%s", c.annexA ? L"" : FormulaMinor(c.input, first));
+    i.ny = c.Ny > 0.0 ? Term(c.Ny, c.NyRd) : 0.0;
+    i.nz = c.Nz > 0.0 ? Term(c.Nz, c.NzRd) : 0.0;
+}
+
+// The smallest resistance to torsional-flexural buckling of the lengths for twist that the combination reaches into.
+double MemberCheck::LeastTwist(Combination& c, double& slenderness) const
+{
+    double least = std::numeric_limits<double>::infinity();
+    for (const StrutSpan& span : m_struts) {
+        const bool reaches = span.start < c.end - m_in.SamePlace() && span.end > c.start + m_in.SamePlace();
+        if (span.mode != BucklingMode::Torsion || !reaches || span.held) continue;
+        if (span.open) c.open = span.open;
+        if (span.open || !(span.strut.NbRd < least)) continue;
+        least = span.strut.NbRd;
+        slenderness = span.strut.slenderness;
+    }
+    return least;
 }
 
 void MemberCheck::RecordCombination(const Combination& c, bool first)
 {
-    const StrutSpan& y = m_struts[c.major];
-    const StrutSpan& z = m_struts[c.minor];
-    const LateralSpan& lateral = m_laterals[c.lateral];
     RuleFinding f = FindingOf(first ? Rule::InteractionMajor : Rule::InteractionMinor, CheckStatus::NotEvaluated);
     f.start = c.start;
     f.end = c.end;
@@ -244,18 +263,7 @@ void MemberCheck::RecordCombination(const Combination& c, bool first)
         AddResistance(first ? L"kyy" : L"kzy", Quantity::None, first ? c.k.kyy : c.k.kzy, c.start, c.end);
         AddResistance(first ? L"kyz" : L"kzz", Quantity::None, first ? c.k.kyz : c.k.kzz, c.start, c.end);
     }
-    if (!c.open && m_in.withSteps) {
-        const StrutSpan& span = first ? y : z;
-        const double N = first ? c.Ny : c.Nz;
-        AddFactorSteps(f, c, first);
-        AddStep(f, L"NEd/Nb,Rd", Quantity::None, first ? c.input.ny : c.input.nz, L"", L"%s/%s", m_in.format.Force(N),
-                m_in.format.Force(span.open ? 0.0 : span.strut.NbRd));
-        const double gamma = m_in.strength.gammaM1;
-        AddStep(f, L"My,Ed/Mb,Rd", Quantity::None, Term(c.My, lateral.Chi() * c.MyRk / gamma), L"", L"%s/%s",
-                m_in.format.Moment(c.My), m_in.format.Moment(lateral.Chi() * c.MyRk / gamma));
-        AddStep(f, L"Mz,Ed/Mz,Rd", Quantity::None, Term(c.Mz, c.MzRk / gamma), L"", L"%s/%s", m_in.format.Moment(c.Mz),
-                m_in.format.Moment(c.MzRk / gamma));
-    }
+    if (!c.open && m_in.withSteps) AddInteractionSteps(f, c, first);
     Add(f);
 }
 
@@ -283,7 +291,8 @@ void MemberCheck::CheckBuckling()
 void MemberCheck::RecordCombinations()
 {
     const auto applies = [](const Combination& c) {
-        return ((c.Ny > 0.0 || c.Nz > 0.0) && (c.My > 0.0 || c.Mz > 0.0)) || (c.My > 0.0 && c.Mz > 0.0);
+        return ((c.Ny > 0.0 || c.Nz > 0.0) && (c.My > 0.0 || c.Mz > 0.0)) || (c.My > 0.0 && c.Mz > 0.0) ||
+               c.shiftMy > 0.0 || c.shiftMz > 0.0;
     };
     std::erase_if(m_combinations, [&](const Combination& c) { return !applies(c); });
     const bool general = m_in.options.interaction == InteractionMethod::General;
@@ -301,6 +310,13 @@ void MemberCheck::RecordCombinations()
                       : general              ? L"the general method of 6.3.4 stands in its place"
                                              : L"a column in simple construction: its rule stands in its place"));
     }
+    if (!m_in.section.IsDoublySymmetric() && !m_combinations.empty())
+        Assume(L"bending and axial compression",
+               m_in.section.shape == Shape::UnequalI
+                   ? L"6.3.3 is for doubly symmetric sections: Annex B as for I sections, with torsional-flexural "
+                     L"buckling in (6.62) where it is the weaker"
+                   : L"6.3.3 is for doubly symmetric sections: Annex B as in class 3, with elastic moduli and with "
+                     L"torsional-flexural buckling where it is the weaker");
     RecordOtherMethods();
 }
 

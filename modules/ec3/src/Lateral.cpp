@@ -117,18 +117,20 @@ void MemberCheck::FindLaterals()
 {
     m_laterals.clear();
     const std::optional<LateralRule> rule = LateralRuleOf(m_in.section.basis, *m_in.annex);
-    const Design::Extremes moments = m_major.Between(m_in.Start(), m_in.End());
-    if (!rule || !(moments.Magnitude() > m_check->NoiseMy())) {
+    const double M = MomentsOver(m_in.Start(), m_in.End()).My;
+    if (!rule || !(M > 0.0 || HasShift())) {
         LateralSpan whole;
         whole.start = m_in.Start();
         whole.end = m_in.End();
         whole.held = true;
-        whole.M = rule ? 0.0 : moments.Magnitude();
+        whole.M = rule ? 0.0 : M;
         m_laterals.push_back(whole);
         return;
     }
     if (m_in.lengthOverride)
         FindOverridden();
+    else if (IsAngle())
+        FindOfAngle();
     else
         FindElastic();
     for (LateralSpan& span : m_laterals) {
@@ -137,25 +139,27 @@ void MemberCheck::FindLaterals()
     }
 }
 
-// A given length stands for the whole member, with the closed form for a uniform moment.
+// A given length stands for the whole member, with the closed form for a uniform moment of each sense that acts.
 void MemberCheck::FindOverridden()
 {
     LateralSpan span;
     span.start = m_in.Start();
     span.end = m_in.End();
-    span.M = m_major.Between(span.start, span.end).Magnitude();
+    span.M = MomentsOver(span.start, span.end).My;
     const double L = m_in.Llt >= 0.0 ? m_in.Llt : -m_in.Llt * m_in.Length();
     span.lambda = span.Mcr = NEVER;
     span.C1Source = L"with a given length the moment counts as uniform";
-    if (!m_in.section.IsDoublySymmetric())
-        span.open = L"the effective length is given, and the closed form of Mcr is for doubly symmetric sections";
-    else if (HasLoadHeight(span.start, span.end))
+    if (HasLoadHeight(span.start, span.end))
         span.open = L"the effective length is given, and the closed form of Mcr takes loads at the shear centre alone";
     else if (m_in.options.lateral == LateralMethod::Simplified)
         span.open = L"the effective length is given, and 6.3.2.4 goes by the supports of the compression flange";
     else if (L > 0.0) {
-        span.Mcr = ElasticMoment(m_in.section.basis, m_in.material.E, m_in.material.G, L, 1.0);
-        span.lambda = span.Mcr / span.M;
+        const auto Mcr = [&](bool top) { return UniformMcr(m_in.section, m_in.material.E, m_in.material.G, L, top); };
+        const double least = std::min(Mcr(true), Mcr(false));
+        span.Mcr =
+            m_classActions.compressesTop == m_classActions.compressesBottom ? least : Mcr(m_classActions.compressesTop);
+        span.lambda = span.M > 0.0 ? span.Mcr / span.M : NEVER;
+        if (HasShift()) span.shiftChi = ShiftChi(least);
     }
     span.uniformMcr = span.Mcr;
     m_laterals.push_back(span);
@@ -184,10 +188,8 @@ void MemberCheck::FindElastic()
     const bool withC1 = !byTables && !simplified &&
                         (LateralRuleOf(m_in.section.basis, *m_in.annex)->isModified ||
                          m_in.options.interaction == InteractionMethod::AnnexA);
-    if (withC1) {
-        centre = HasLoadHeight(m_in.Start(), m_in.End()) ? Analyse(true, 0.0) : loads;
-        uniform = Analyse(true, 1000.0);
-    }
+    if (withC1) centre = HasLoadHeight(m_in.Start(), m_in.End()) ? Analyse(true, 0.0) : loads;
+    if (withC1 || HasShift()) uniform = Analyse(true, 1000.0);
     double x = m_in.Start();
     for (const Stability::Unit& unit : loads.units) {
         if (unit.start - x > m_in.SamePlace()) add(x, unit.start, true);
@@ -199,6 +201,7 @@ void MemberCheck::FindElastic()
             SetByTables(span);
         else if (withC1)
             SetC1(span, centre, uniform);
+        if (HasShift()) SetShift(span, uniform);
         x = unit.end;
     }
     if (m_in.End() - x > m_in.SamePlace()) add(x, m_in.End(), true);
@@ -223,13 +226,20 @@ void MemberCheck::SetC1(LateralSpan& span, const Stability::CriticalLoads& centr
 {
     span.C1Source = L"elastic Mcr with loads at the shear centre over that under uniform moment";
     const auto range = m_major.Covering(span.start, span.end);
+    // All sub-spans together, so that it does not matter where the member is divided.
+    bool byMoment = false;
+    Design::Extremes held;
     for (int k = range.first; k < range.last; ++k) {
         const auto& piece = m_major.At(k);
-        const CRestraint r = m_in.subSpans[static_cast<std::size_t>(k)].GetRestraint();
-        if (!r.IsFree(BY_MOMENT, false) && SignOf(m_major.Between(piece.start, piece.End())) == 0) {
-            span.C1Source = L"a restraint along it changes its flange with the moment: taken as uniform";
-            return;
-        }
+        if (m_in.subSpans[static_cast<std::size_t>(k)].GetRestraint().IsFree(BY_MOMENT, false)) continue;
+        const Design::Extremes along = m_major.Between(piece.start, piece.End());
+        held = byMoment ? Design::Extremes{std::min(held.least, along.least), std::max(held.greatest, along.greatest)}
+                        : along;
+        byMoment = true;
+    }
+    if (byMoment && SignOf(held) == 0) {
+        span.C1Source = L"a restraint along it changes its flange with the moment: taken as uniform";
+        return;
     }
     const auto* a = FindUnit(centre, span.start, span.end, m_in.SamePlace());
     const auto* b = FindUnit(uniform, span.start, span.end, m_in.SamePlace());
@@ -245,6 +255,25 @@ void MemberCheck::SetC1(LateralSpan& span, const Stability::CriticalLoads& centr
     span.C1 = a->positive->lambda * a->largestMoment / (std::abs(reference->lambda) * b->largestMoment);
 }
 
+double MemberCheck::ShiftChi(double Mcr) const
+{
+    const double MRk = m_class.Wy * m_in.material.fy;
+    return ReduceLateral(*LateralRuleOf(m_in.section.basis, *m_in.annex), Mcr > 0.0 ? std::sqrt(MRk / Mcr) : NEVER, 1.0)
+        .chi;
+}
+
+// The moment NEd eN of class 4 bends the length evenly, in the sense that is worse.
+void MemberCheck::SetShift(LateralSpan& span, const Stability::CriticalLoads& uniform) const
+{
+    const auto* const unit = FindUnit(uniform, span.start, span.end, m_in.SamePlace());
+    span.shiftChi = 0.0;
+    if (!unit || unit->outcome == Outcome::NotHeld) return;
+    double Mcr = NEVER;
+    for (const auto& load : {unit->positive, unit->negative})
+        if (load) Mcr = std::min(Mcr, std::abs(load->lambda) * unit->largestMoment / (1.0 + load->error));
+    span.shiftChi = ShiftChi(Mcr);
+}
+
 // k = kw = 1 between forks: C1 of end moments and of single loads on simple spans as handbooks have it, otherwise from the quarter points.
 void MemberCheck::SetByTables(LateralSpan& span) const
 {
@@ -253,6 +282,11 @@ void MemberCheck::SetByTables(LateralSpan& span) const
         return IsHeld(BucklingMode::Minor, p->GetRestraint()) && IsHeld(BucklingMode::Torsion, p->GetRestraint());
     };
     if (span.open || span.mechanism || !(span.M > 0.0)) return;
+    if (m_in.section.basis.monosymmetry != 0.0) {
+        span.open =
+            L"the closed form of Mcr with the tables' C1 is for sections that are symmetrical about the major axis";
+        return;
+    }
     const bool startInside = span.start > m_in.Start() + m_in.SamePlace();
     const bool endInside = span.end < m_in.End() - m_in.SamePlace();
     if ((!startInside && !isFork(span.start)) || (!endInside && !isFork(span.end))) {
@@ -364,8 +398,12 @@ void MemberCheck::RecordLateral(const LateralSpan& span)
     AddResistance(L"f", Quantity::None, r.f, span.start, span.end);
     if (r.chiMod > r.chi && span.C1 > LARGEST_C1) WarnOfCurveFactor(span);
     if (m_in.withSteps) {
-        AddStep(f, L"Mcr", Quantity::Moment, span.Mcr, L"6.3.2.2(2)", L"λcr MEd less the estimated error: %s * %s",
-                m_in.format.NoDim(span.lambda), m_in.format.Moment(span.M));
+        if (m_in.lengthOverride || IsAngle())
+            AddStep(f, L"Mcr", Quantity::Moment, span.Mcr, L"6.3.2.2(2)",
+                    L"of a uniform moment, (Pz β/2) + ((Pz β/2)² + Pz (G It + π² E Iw/L²))^0.5, Pz = π² E Iz/L²");
+        else
+            AddStep(f, L"Mcr", Quantity::Moment, span.Mcr, L"6.3.2.2(2)", L"λcr MEd less the estimated error: %s * %s",
+                    m_in.format.NoDim(span.lambda), m_in.format.Moment(span.M));
         AddStep(f, L"λLT", Quantity::None, r.slenderness, L"6.3.2.2(1)", L"(Wy fy/Mcr)^0.5 = (%s/%s)^0.5",
                 m_in.format.Moment(m_class.Wy * m_in.material.fy), m_in.format.Moment(span.Mcr));
         AddStep(f, L"αLT", Quantity::None, ImperfectionFactor(span.rule->curve), span.rule->clause, L"curve %s",
@@ -380,7 +418,7 @@ void MemberCheck::RecordLateral(const LateralSpan& span)
             AddStep(f, L"χLT,mod", Quantity::None, r.chiMod, L"(6.58)", L"χLT/f");
         }
         AddStep(f, L"Mb,Rd", Quantity::Moment, span.MbRd, L"(6.55)", L"χLT Wy fy/γM1");
-        AddStep(f, L"MyEd", Quantity::Moment, span.M, L"", L"");
+        AddStep(f, IsAngle() ? L"MuEd" : L"MyEd", Quantity::Moment, span.M, L"", L"");
     }
     Add(f);
 }

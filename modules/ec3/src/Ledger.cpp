@@ -12,6 +12,7 @@ constexpr std::array<RuleRow, static_cast<std::size_t>(Rule::COUNT)> RULES{{
     {L"yield and ultimate strength", L"3.2.1", Stage::General, Topic::Other},
     {L"classification", L"5.5", Stage::Local, Topic::Other},
     {L"tension", L"6.2.3", Stage::Local, Topic::Tension},
+    {L"tension of an angle by one leg", L"EN 1993-1-8 3.10.3", Stage::Local, Topic::Tension},
     {L"compression of the cross-section", L"6.2.4", Stage::Local, Topic::Compression},
     {L"bending moment, major axis", L"6.2.5", Stage::Local, Topic::BendingMajor},
     {L"bending moment, minor axis", L"6.2.5", Stage::Local, Topic::BendingMinor},

@@ -9,6 +9,7 @@ enum class Rule {
     Strength,
     Classification,
     Tension,
+    AngleTie,
     Compression,
     BendingMajor,
     BendingMinor,

@@ -149,6 +149,35 @@ void MemberCheck::RecordClass()
     Add(f);
 }
 
+// 6.2.3(5). Of an angle that is welded by one leg the area of the angle with both legs as the shorter one counts, whichever is welded.
+void MemberCheck::RecordAngleTie()
+{
+    const auto pulled = [](const Position& a, const Position& b) { return a.actions.N < b.actions.N; };
+    const Position& p = *std::max_element(m_positions.begin(), m_positions.end(), pulled);
+    if (!(p.actions.N > 0.0)) return Add(FindingOf(Rule::AngleTie, CheckStatus::NotApplicable, L"no tension"));
+    RuleFinding f =
+        FindingOf(Rule::AngleTie, CheckStatus::NotEvaluated,
+                  L"bolted by one leg (3.10.3): number, pitch and edge distance of the bolts are not part of "
+                  L"the input");
+    f.start = f.end = p.x;
+    if (m_in.netGross < 1.0) return Add(f);
+    const Section& s = m_in.section;
+    const double area = s.A - std::abs(s.h - s.b) * s.tw;
+    f.reason = L"";
+    f.resistance = area * m_in.strength.fy / m_in.strength.gammaM0;
+    f.symbol = L"NtRd";
+    f.quantity = Quantity::Force;
+    f.clause = L"EN 1993-1-8 4.13";
+    f.utilisation = p.actions.N / f.resistance;
+    f.status = LocalStatus(f.utilisation);
+    if (m_in.withSteps) {
+        AddStep(f, L"NtRd", Quantity::Force, f.resistance, L"EN 1993-1-8 4.13",
+                L"A fy/γM0 of the angle with both legs as the shorter one, A = %s", Area(area));
+        AddStep(f, L"NEd", Quantity::Force, p.actions.N, L"", L"");
+    }
+    Add(f);
+}
+
 // 6.2.5(4): the flange's net area, with all holes in it.
 void MemberCheck::RecordHoles()
 {
@@ -266,7 +295,7 @@ void MemberCheck::AddCombinedSteps(RuleFinding& f, const Interaction& i, const P
 
 void MemberCheck::RecordCombined()
 {
-    const auto combined = [](const Position& p) { return CrossSectionCheck::IsCombined(p.actions); };
+    const auto combined = [this](const Position& p) { return m_check->IsCombined(p.actions); };
     const auto any = std::find_if(m_positions.begin(), m_positions.end(), combined);
     if (any == m_positions.end())
         return Add(FindingOf(Rule::Combined, CheckStatus::NotApplicable,
@@ -284,7 +313,7 @@ void MemberCheck::RecordCombined()
     }
     f.utilisation = Finite(p.combined);
     f.status = LocalStatus(f.utilisation);
-    if (m_class.IsPlastic()) {
+    if (m_class.IsPlastic() && m_in.section.IsDoublySymmetric()) {
         const bool isMinor = std::abs(i.Mz) * i.MyRd > std::abs(i.My) * i.MzRd;
         f.symbol = isMinor ? L"MNzRd" : L"MNyRd";
         f.quantity = Quantity::Moment;
@@ -303,10 +332,10 @@ void MemberCheck::RecordSlenderWeb()
                   L"flanges wider than a fiftieth of the distance between zero moments: take the effective width by "
                   L"other means"));
     const Section& s = m_in.section;
-    if (!s.IsWelded() || !(s.shape == Shape::I || s.shape == Shape::RHS))
+    if (!s.IsWelded() || !(s.HasTwoFlanges() || s.shape == Shape::RHS))
         return Add(FindingOf(Rule::FlangeInduced, CheckStatus::NotApplicable, L"no welded web between two flanges"));
     const double k = m_class.IsPlastic() ? 0.4 : 0.55;
-    const double areas = s.webs * s.hw * s.tw / (s.b * s.tf);
+    const double areas = s.webs * s.hw * s.tw / std::max(s.b * s.tf, s.b2 * s.tf2);
     const double limit = k * m_in.material.E / m_in.strength.fy * std::sqrt(areas);
     RuleFinding f = FindingOf(Rule::FlangeInduced, CheckStatus::Passed);
     f.utilisation = s.hw / s.tw / limit;
@@ -324,12 +353,15 @@ void MemberCheck::CheckLocal()
     if (c.npl) AddResistance(L"NplRd", Quantity::Force, *c.npl.value, m_in.Start(), m_in.End());
     RecordLocal({Rule::Tension, &Position::tension, &c.nt, L"NtRd", Quantity::Force,
                  [](const Position& p) { return p.actions.N; }, L"NEd", L"no tension"});
+    if (IsAngle()) RecordAngleTie();
     RecordLocal({Rule::Compression, &Position::compression, &c.nc, L"NcRd", Quantity::Force,
                  [](const Position& p) { return -p.actions.N; }, L"NEd", L"no compression"});
-    RecordLocal({Rule::BendingMajor, &Position::major, &c.mcy, L"McyRd", Quantity::Moment,
-                 [](const Position& p) { return std::abs(p.actions.My); }, L"MyEd", L"no moment about the major axis"});
-    RecordLocal({Rule::BendingMinor, &Position::minor, &c.mcz, L"MczRd", Quantity::Moment,
-                 [](const Position& p) { return std::abs(p.actions.Mz); }, L"MzEd", L"no moment about the minor axis"});
+    RecordLocal({Rule::BendingMajor, &Position::major, &c.mcy, IsAngle() ? L"McuRd" : L"McyRd", Quantity::Moment,
+                 [](const Position& p) { return std::abs(p.actions.My); }, IsAngle() ? L"MuEd" : L"MyEd",
+                 L"no moment about the major axis"});
+    RecordLocal({Rule::BendingMinor, &Position::minor, &c.mcz, IsAngle() ? L"McvRd" : L"MczRd", Quantity::Moment,
+                 [](const Position& p) { return std::abs(p.actions.Mz); }, IsAngle() ? L"MvEd" : L"MzEd",
+                 L"no moment about the minor axis"});
     RecordHoles();
     RecordLocal({Rule::ShearMajor, &Position::shearMajor, &c.vcz, L"VczRd", Quantity::Force,
                  [](const Position& p) { return p.actions.Vz; }, L"VzEd", L"no shear along the web"});

@@ -50,6 +50,30 @@ void MemberCheck::Assume(const wchar_t* name, const wchar_t* text, double value)
     m_findings.assumptions.push_back({name, text, value});
 }
 
+// What the input does not say of a section that is not doubly symmetric.
+void MemberCheck::AssumeOfShape()
+{
+    const Section& s = m_in.section;
+    if (s.IsDoublySymmetric() || s.shape == Shape::UnequalI) return;
+    const auto any = [this](auto acts) { return std::any_of(m_positions.begin(), m_positions.end(), acts); };
+    if (any([](const Position& p) { return p.actions.N != 0.0; }))
+        Assume(L"line of the axial force",
+               L"through the centroid: moments from an end connection that is off it have to be among the given ones");
+    const bool bent = any([](const Position& p) { return p.actions.My != 0.0 || p.actions.Mz != 0.0; });
+    if (bent && s.shape == Shape::Channel)
+        Assume(L"line of the loads",
+               L"through the shear centre, which lies outside the back of the web: elsewhere they twist the member "
+               L"(6.2.7)");
+    if (bent && s.shape == Shape::Angle)
+        Assume(
+            L"line of the loads",
+            L"through the shear centre, where the middles of the legs meet: elsewhere they twist the member (6.2.7)");
+    if (bent && s.shape == Shape::Angle)
+        Assume(L"principal axes",
+               L"how the angle is turned is not part of the input: moments about u-u and v-v are the largest that "
+               L"either way gives");
+}
+
 void MemberCheck::WarnOfMomentFactor()
 {
     if (m_in.momentFactor.value_or(1.0) >= 0.4) return;
@@ -87,6 +111,7 @@ void MemberCheck::CheckGeneral()
                std::max(0.4, *m_in.momentFactor));
     AssumeChoices();
     AssumeWebClass();
+    AssumeOfShape();
     Design::AssumeUniformLoads(m_major, m_minor, m_findings.assumptions);
     Design::WarnOfUnbalancedForces(m_major, m_minor, m_in.format, m_findings.warnings);
     WarnOfMomentFactor();

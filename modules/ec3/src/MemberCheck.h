@@ -10,6 +10,7 @@
 #include "keltrix/design/PointLoads.h"
 #include "keltrix/ec3/AnnexA.h"
 #include "keltrix/ec3/Buckling.h"
+#include "keltrix/ec3/Critical.h"
 #include "keltrix/ec3/GeneralMethod.h"
 #include "keltrix/ec3/SteelMemberEC3.h"
 #include "keltrix/stability/CriticalLoad.h"
@@ -42,7 +43,7 @@ struct MemberInput {
 
 enum class BucklingMode { Major, Minor, Torsion };
 
-/// Moments over a stretch and their factors of Table B.3.
+/// Moments over a stretch and their factors of Table B.3; of an angle about u-u and v-v.
 struct StretchMoments {
     double My = 0.0, Mz = 0.0; ///< largest magnitudes; 0 where they are noise
     double CmMajor = 1.0, CmMinor = 1.0;
@@ -60,6 +61,7 @@ struct StrutSpan {
     double Lcr = 0.0;
     double N = 0.0; ///< largest compression
     StretchMoments moments;
+    double NcrT = 0.0; ///< of twist by itself
     StrutResistance strut;
     double utilisation = 0.0;
 
@@ -100,6 +102,8 @@ struct LateralSpan {
     LateralReduction reduction;
     double MbRd = 0.0;
     double utilisation = 0.0;
+    /// χLT under the uniform moment that the shift of a class 4 section's neutral axis makes; 1 where it makes none.
+    double shiftChi = 1.0;
 
     bool IsApplied() const { return M > 0.0 && !held; }
     /// χLT for interaction: 1 where nothing buckles.
@@ -131,8 +135,11 @@ struct Combination {
     std::size_t major = 0, minor = 0, lateral = 0; ///< places in the lists of spans
     double start = 0.0, end = 0.0;                 ///< what they have in common
     double N = 0.0, My = 0.0, Mz = 0.0;
-    double Ny = 0.0, Nz = 0.0; ///< largest compression of the major and of the minor length
+    double Ny = 0.0, Nz = 0.0;           ///< largest compression of the major and of the minor length
+    double shiftMy = 0.0, shiftMz = 0.0; ///< NEd eN of class 4
     double MyRk = 0.0, MzRk = 0.0;
+    double NyRd = 0.0, NzRd = 0.0; ///< what the compression is held against in (6.61) and in (6.62)
+    bool twists = false;           ///< one of them is that of torsional-flexural buckling
     AnnexBInput input;
     InteractionFactors k;
     double first = 0.0;                      ///< left side of (6.61)
@@ -181,8 +188,10 @@ public:
 
 private:
     // General (MemberCheck.cpp).
+    bool IsAngle() const { return m_in.section.shape == Shape::Angle; }
     ClassActions MakeClassActions() const;
     void Assume(const wchar_t* name, const wchar_t* text, double value = std::nan(""));
+    void AssumeOfShape();
     void WarnOfMomentFactor();
     void AssumeChoices();
     void AssumeWebClass();
@@ -200,6 +209,7 @@ private:
     void RecordLocal(const LocalRule& rule);
     void AddResistanceSteps(Design::RuleFinding& f, const LocalRule& rule, double effect) const;
     void RecordHoles();
+    void RecordAngleTie();
     void RecordHighShear(bool major);
     void RecordTorsion();
     void RecordSlenderWeb();
@@ -224,6 +234,9 @@ private:
     StrutSpan MakeStrut(BucklingMode mode, int left, int right) const;
     void SetLength(StrutSpan& span) const;
     void CheckStrut(StrutSpan& span) const;
+    double LeastForce(BucklingMode mode, StrutSpan& span) const;
+    double TwistForce(StrutSpan& span) const;
+    void AddForceStep(Design::RuleFinding& f, const StrutSpan& span) const;
     void RecordStrut(const StrutSpan& span);
     void RecordNoTorsion();
     double LargestCompression(double from, double to) const;
@@ -232,6 +245,10 @@ private:
     void FindLaterals();
     void FindElastic();
     void FindOverridden();
+    void FindOfAngle();
+    double ShiftChi(double Mcr) const;
+    void SetShift(LateralSpan& span, const Stability::CriticalLoads& uniform) const;
+    bool HasShift() const { return m_class.effective.eNy > 0.0 && LargestCompression(m_in.Start(), m_in.End()) > 0.0; }
     Stability::CriticalLoads Analyse(bool atShearCentre, double uniform, bool withAxial = false) const;
     void SetElastic(LateralSpan& span, const Stability::Unit& unit) const;
     void SetC1(LateralSpan& span, const Stability::CriticalLoads& centre,
@@ -249,14 +266,20 @@ private:
     void FindCombinations();
     void CheckCombination(Combination& c);
     void SetFactors(Combination& c) const;
+    const StretchMoments& StretchOf(const Combination& c) const;
+    void SetEffects(Combination& c) const;
+    const wchar_t* OpenReason(const Combination& c) const;
+    void SetStrutTerms(Combination& c) const;
+    double LeastTwist(Combination& c, double& slenderness) const;
+    void AddInteractionSteps(Design::RuleFinding& f, const Combination& c, bool first) const;
+    void AddFactorSteps(Design::RuleFinding& f, const Combination& c, bool first) const;
+    void AddAnnexASteps(Design::RuleFinding& f, const Combination& c, bool first) const;
     bool IsHeldInside() const;
     double MomentFactor(const Design::MomentDiagram& moments, double from, double to, double noise) const;
     StretchMoments MomentsOver(double from, double to) const;
     void RecordCombination(const Combination& c, bool first);
     void RecordCombinations();
     void RecordOtherMethods();
-    const StretchMoments& StretchOf(const Combination& c) const;
-    void AddFactorSteps(Design::RuleFinding& f, const Combination& c, bool first) const;
 
     // Annex A (AnnexA.cpp).
     DeflectedMoments DeflectedOver(const Design::MomentDiagram& moments, double from, double to, double noise) const;

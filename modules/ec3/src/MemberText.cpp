@@ -156,10 +156,17 @@ CString CSteelMemberEC3::GetSectionText(const CDesFormat& fmt) const
     if (const auto geometry = Design::MakeGeometry(m_keltrixSection, nullptr)) text += geometry->SectGeomString(fmt);
     text += L"A = " + Figures(s.A * 1e4, L"cm²") + L", Iy = " + Figures(s.Iy * 1e8, L"cm⁴") + L", Iz = " +
             Figures(s.Iz * 1e8, L"cm⁴") + L"\n";
-    text += L"Wel,y = " + Figures(s.Wely * 1e6, L"cm³") + L", Wel,z = " + Figures(s.Welz * 1e6, L"cm³") +
-            L", Wpl,y = " + Figures(s.Wply * 1e6, L"cm³") + L", Wpl,z = " + Figures(s.Wplz * 1e6, L"cm³") + L"\n";
+    if (s.shape == Shape::Angle)
+        text += L"Iu = " + Figures(s.Iu * 1e8, L"cm⁴") + L", Iv = " + Figures(s.Iv * 1e8, L"cm⁴") + L", Wel,u = " +
+                Figures(s.Welu * 1e6, L"cm³") + L", Wel,v = " + Figures(s.Welv * 1e6, L"cm³") + L"\n";
+    else
+        text += L"Wel,y = " + Figures(s.Wely * 1e6, L"cm³") + L", Wel,z = " + Figures(s.Welz * 1e6, L"cm³") +
+                L", Wpl,y = " + Figures(s.Wply * 1e6, L"cm³") + L", Wpl,z = " + Figures(s.Wplz * 1e6, L"cm³") + L"\n";
     text += L"iy = " + Figures(s.iy * 1e2, L"cm") + L", iz = " + Figures(s.iz * 1e2, L"cm") + L", It = " +
             Figures(s.It * 1e8, L"cm⁴") + L", Iw = " + Figures(s.Iw * 1e12, L"cm⁶") + L"\n";
+    if (!s.IsDoublySymmetric())
+        text += L"Shear centre from the centroid: " + Figures(std::abs(s.y0) * 1e3, L"mm") + L" across, " +
+                Figures(s.z0 * 1e3, L"mm") + L" up; i0 = " + Figures(s.i0 * 1e2, L"cm") + L"\n";
     if (!m_hasGrade) return text + L"no grade\n";
     const Material m = MakeMaterial(m_grade, s.basis, m_annex);
     if (!m.IsValid()) {

@@ -13,7 +13,7 @@ using Design::Term;
 
 enum class Words { Number, Strengths, Curve, LastCurve, YesNo };
 
-struct Row {
+struct ChoiceRow {
     const wchar_t* key;
     const wchar_t* clause;
     const wchar_t* meaning;
@@ -46,7 +46,7 @@ constexpr double EVERY_RATIO = 1e9;
     Words::YesNo, [](const Annex& a) { return a.FIELD ? 2.0 : 1.0; },                                                  \
         [](Annex& a, double value) { a.FIELD = value == 2.0; }
 
-const std::array<Row, 24> ROWS{{
+const std::array<ChoiceRow, 24> ROWS{{
     {L"gamma-M0", L"6.1(1)", L"γM0", 1.0, 1.5, KELTRIX_NUMBER(gammaM0)},
     {L"gamma-M1", L"6.1(1)", L"γM1", 1.0, 1.5, KELTRIX_NUMBER(gammaM1)},
     {L"gamma-M2", L"6.1(1)", L"γM2", 1.0, 1.6, KELTRIX_NUMBER(gammaM2)},
@@ -110,7 +110,7 @@ std::vector<Term> TermsOf(Words words)
     return {};
 }
 
-NationalChoice ChoiceOf(const Row& row, const Annex& annex)
+NationalChoice ChoiceOf(const ChoiceRow& row, const Annex& annex)
 {
     NationalChoice choice{row.clause, row.meaning, row.get(annex), {}};
     const std::vector<Term> terms = TermsOf(row.words);
@@ -125,7 +125,7 @@ std::vector<NationalChoice> NationalChoices(const Annex& annex)
 {
     std::vector<NationalChoice> choices;
     choices.reserve(ROWS.size());
-    for (const Row& row : ROWS)
+    for (const ChoiceRow& row : ROWS)
         choices.push_back(ChoiceOf(row, annex));
     return choices;
 }
@@ -134,7 +134,7 @@ std::vector<Design::NationalChoice> ChoicesOfFiles()
 {
     std::vector<Design::NationalChoice> choices;
     choices.reserve(ROWS.size());
-    for (const Row& row : ROWS)
+    for (const ChoiceRow& row : ROWS)
         choices.push_back({row.key, row.clause, row.meaning, row.least, row.most, TermsOf(row.words)});
     return choices;
 }

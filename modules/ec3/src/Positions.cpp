@@ -82,7 +82,7 @@ private:
     {
         if (m_left.x != m_right.x || m_major.curvature != 0.0 || m_minor.curvature != 0.0 || IsSheared()) return false;
         const auto isCombined = [this](const Vec3<double>& force, double My, double Mz) {
-            return CrossSectionCheck::IsCombined(m_check.Significant(force, My, Mz));
+            return m_check.IsCombined(m_check.Significant(force, My, Mz));
         };
         return isCombined(m_left, m_major.left, m_minor.left) && isCombined(m_right, m_major.right, m_minor.right);
     }

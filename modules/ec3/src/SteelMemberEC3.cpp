@@ -18,25 +18,8 @@ CSteelMemberEC3::CSteelMemberEC3(const CSteelMemberEC3&) = default;
 
 const wchar_t* SectionRefusal(const CSection& section)
 {
-    const std::optional<Section> s = MakeSection(section, nullptr);
-    if (!s)
-        return L"the section is not one that this standard's module covers; cold-formed open sections are for EN "
-               L"1993-1-3";
-    switch (s->shape) {
-    case Shape::I:
-    case Shape::RHS:
-    case Shape::CHS:
-        return nullptr;
-    case Shape::UnequalI:
-        return L"I sections with unequal flanges are not checked to EN 1993-1-1 yet";
-    case Shape::Channel:
-        return L"channels are not checked to EN 1993-1-1 yet";
-    case Shape::Tee:
-        return L"tees are not checked to EN 1993-1-1 yet";
-    case Shape::Angle:
-        break;
-    }
-    return L"angles are not checked to EN 1993-1-1 yet";
+    if (MakeSection(section, nullptr)) return nullptr;
+    return L"the section is not one that this standard's module covers; cold-formed open sections are for EN 1993-1-3";
 }
 
 CString CSteelMemberEC3::DesOptName(int) { return CString(L"EN 1993-1-1:2005+A1:2014, ") + m_annex.title; }
@@ -52,9 +35,9 @@ void CSteelMemberEC3::PrepareInput()
 
 bool CSteelMemberEC3::SetKeltrixSec(const CSection& section)
 {
-    // A shape that the standard has and this module does not check is refused with its reason when it is checked.
+    // A shape that is known and not of this standard is refused with its reason when it is checked.
     const std::optional<Section> made = MakeSection(section, Result());
-    if (!made) return false;
+    if (!made && !Design::MakeProperties(section, nullptr)) return false;
     m_section = made;
     m_keltrixSection = section;
     DropFindings();
@@ -107,8 +90,7 @@ void CSteelMemberEC3::DropFindings()
 // Why nothing can be checked; Subject::None where everything is at hand.
 Design::Refusal CSteelMemberEC3::FindRefusal() const
 {
-    if (!m_section) return {Subject::Section, L"the member has no section that this standard's module covers"};
-    if (const wchar_t* refusal = SectionRefusal(m_keltrixSection)) return {Subject::Section, refusal};
+    if (!m_section) return {Subject::Section, SectionRefusal(m_keltrixSection)};
     if (!m_hasGrade) return {Subject::Grade, L"the member has no steel grade"};
     const Material material = MakeMaterial(m_grade, m_section->basis, m_annex);
     if (!material.IsValid())
@@ -185,7 +167,9 @@ void CSteelMemberEC3::KeepLengths(const MemberCheck& check)
         map.emplace(static_cast<int>(map.size()),
                     Steel::SubspanEffectiveLengthData::Entry(
                         static_cast<std::size_t>(s.left), static_cast<std::size_t>(s.right - 1), s.start, s.end, s.Lcr,
-                        s.mode == BucklingMode::Major ? m_section->iy : m_section->iz));
+                        std::sqrt((s.mode == BucklingMode::Major ? MajorSecondMoment(*m_section)
+                                                                 : MinorSecondMoment(*m_section)) /
+                                  m_section->A)));
     }
 }
 
@@ -235,7 +219,10 @@ void CSteelMemberEC3::WriteUtilisations(const MemberCheck& check)
             r.SetUtilBucklingAxialMinor(f.utilisation);
             break;
         case Rule::Torsional:
-            r.SetUtilBucklingAxialTorsion(f.utilisation);
+            if (m_section->IsDoublySymmetric())
+                r.SetUtilBucklingAxialTorsion(f.utilisation);
+            else
+                r.SetUtilBucklingAxialFlexuralTorsion(f.utilisation);
             break;
         case Rule::Lateral:
             r.SetUtilBucklingLT(f.utilisation);

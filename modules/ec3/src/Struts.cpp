@@ -16,9 +16,21 @@ using Steel::CRestraint;
 
 namespace {
 
-const wchar_t* SymbolOf(BucklingMode mode, const wchar_t* y, const wchar_t* z, const wchar_t* T)
+struct StrutSymbols {
+    const wchar_t* resistance;
+    const wchar_t* force;
+    const wchar_t* slenderness;
+    const wchar_t* reduction;
+};
+
+StrutSymbols SymbolsOf(BucklingMode mode, bool isAngle)
 {
-    return mode == BucklingMode::Major ? y : mode == BucklingMode::Minor ? z : T;
+    if (mode == BucklingMode::Torsion) return {L"NbTRd", L"NcrT", L"lambdaT", L"chiT"};
+    if (isAngle)
+        return mode == BucklingMode::Major ? StrutSymbols{L"NbuRd", L"NcrU", L"lambdaU", L"chiU"}
+                                           : StrutSymbols{L"NbvRd", L"NcrV", L"lambdaV", L"chiV"};
+    return mode == BucklingMode::Major ? StrutSymbols{L"NbyRd", L"NcrY", L"lambdaY", L"chiY"}
+                                       : StrutSymbols{L"NbzRd", L"NcrZ", L"lambdaZ", L"chiZ"};
 }
 
 Rule RuleOf(BucklingMode mode)
@@ -33,13 +45,16 @@ constexpr wchar_t OPEN_END[] =
 
 } // namespace
 
+// An angle moves along both legs when it buckles about u-u or v-v: what holds it along one of them does not hold it.
 bool MemberCheck::IsHeld(BucklingMode mode, const CRestraint& restraint) const
 {
+    const bool major = restraint.IsRestrained(CRestraint::MAJOR_SHEAR, false);
+    const bool minor = restraint.IsRestrained(CRestraint::MINOR_SHEAR, true);
     switch (mode) {
     case BucklingMode::Major:
-        return restraint.IsRestrained(CRestraint::MAJOR_SHEAR, false);
+        return major && (minor || !IsAngle());
     case BucklingMode::Minor:
-        return restraint.IsRestrained(CRestraint::MINOR_SHEAR, true);
+        return minor && (major || !IsAngle());
     case BucklingMode::Torsion:
         break;
     }
@@ -105,8 +120,9 @@ void MemberCheck::SetLength(StrutSpan& span) const
         span.rule = L"1.0 L between held sections";
         return;
     }
-    const unsigned int rotation =
-        span.mode == BucklingMode::Major ? CRestraint::MAJOR_ROTATION : CRestraint::MINOR_ROTATION;
+    const unsigned int rotation = IsAngle() ? CRestraint::MAJOR_ROTATION | CRestraint::MINOR_ROTATION
+                                  : span.mode == BucklingMode::Major ? CRestraint::MAJOR_ROTATION
+                                                                     : CRestraint::MINOR_ROTATION;
     const int root = heldLeft ? span.left : span.right;
     if ((heldLeft || heldRight) && span.mode != BucklingMode::Torsion && restraint(root).IsRestrained(rotation, true)) {
         span.Lcr = 2.0 * L;
@@ -125,9 +141,15 @@ void MemberCheck::FindStruts(BucklingMode mode)
         const auto length = [&](double value) { return value >= 0.0 ? value : -value * m_in.Length(); };
         span.rule = L"given by the user";
         span.Lcr = length(mode == BucklingMode::Major ? m_in.Lyy : m_in.Lzz);
+        if (IsAngle()) {
+            span.Lcr = std::max(length(m_in.Lyy), length(m_in.Lzz));
+            span.rule = L"the longer of the lengths given for both axes, because those of an angle are inclined";
+        }
         if (mode == BucklingMode::Torsion) {
             span.Lcr = std::max(span.Lcr, length(m_in.Llt));
-            span.rule = L"the longer of the lengths given for the minor axis and for lateral-torsional buckling";
+            span.rule = IsAngle()
+                            ? L"the longest of the lengths given"
+                            : L"the longer of the lengths given for the minor axis and for lateral-torsional buckling";
         }
         // More than the member's length means that its ends move against each other.
         span.sway = span.Lcr > m_in.Length() * (1.0 + 1e-9);
@@ -147,6 +169,34 @@ void MemberCheck::FindStruts(BucklingMode mode)
     }
 }
 
+// Smallest critical force of flexure in one of the lengths that a length for twist reaches into.
+double MemberCheck::LeastForce(BucklingMode mode, StrutSpan& span) const
+{
+    double least = std::numeric_limits<double>::infinity();
+    for (const StrutSpan& other : m_struts) {
+        const bool reaches = other.start < span.end - m_in.SamePlace() && other.end > span.start + m_in.SamePlace();
+        if (other.mode != mode || !reaches) continue;
+        if (other.open)
+            span.open = other.open;
+        else
+            least = std::min(least, other.strut.Ncr);
+    }
+    return least;
+}
+
+double MemberCheck::TwistForce(StrutSpan& span) const
+{
+    constexpr double HELD = std::numeric_limits<double>::infinity();
+    const Section& s = m_in.section;
+    span.NcrT = span.Lcr > 0.0 ? TorsionalNcr(s.basis, m_in.material.E, m_in.material.G, span.Lcr) : HELD;
+    if (span.held) return HELD;
+    const ShearCentre centre = ShearCentreOf(s);
+    ModeForces forces{HELD, HELD, span.NcrT};
+    if (centre.alongMajor != 0.0) forces.major = LeastForce(BucklingMode::Major, span);
+    if (centre.alongMinor != 0.0) forces.minor = LeastForce(BucklingMode::Minor, span);
+    return CoupledNcr(s, forces);
+}
+
 void MemberCheck::CheckStrut(StrutSpan& span) const
 {
     const Section& s = m_in.section;
@@ -156,13 +206,34 @@ void MemberCheck::CheckStrut(StrutSpan& span) const
     if (span.open) return;
     const AxisCurves curves = CompressionCurves(s.basis, m.grade);
     const Curve curve = span.mode == BucklingMode::Major ? curves.y : curves.z;
+    const double I = span.mode == BucklingMode::Major ? MajorSecondMoment(s) : MinorSecondMoment(s);
     double Ncr = std::numeric_limits<double>::infinity();
-    if (span.Lcr > 0.0)
-        Ncr = span.mode == BucklingMode::Torsion
-                  ? TorsionalNcr(s.basis, m.E, m.G, span.Lcr)
-                  : FlexuralNcr(m.E, span.mode == BucklingMode::Major ? s.Iy : s.Iz, span.Lcr);
+    if (span.mode == BucklingMode::Torsion)
+        Ncr = TwistForce(span);
+    else if (span.Lcr > 0.0)
+        Ncr = FlexuralNcr(m.E, I, span.Lcr);
+    if (span.open) return;
     span.strut = BuckleStrut(Ncr, m_class.A, m.fy, m_in.strength.gammaM1, curve);
     span.utilisation = span.N / span.strut.NbRd;
+}
+
+// The elastic critical force with its formula and numbers.
+void MemberCheck::AddForceStep(RuleFinding& f, const StrutSpan& span) const
+{
+    const Section& s = m_in.section;
+    const StrutResistance& r = span.strut;
+    if (span.mode != BucklingMode::Torsion) {
+        const double I = span.mode == BucklingMode::Major ? MajorSecondMoment(s) : MinorSecondMoment(s);
+        AddStep(f, L"Ncr", Quantity::Force, r.Ncr, L"6.3.1.3", L"π² E I/Lcr², I = %.5g cm⁴", I * 1e8);
+        return;
+    }
+    AddStep(f, L"Ncr,T", Quantity::Force, span.NcrT, L"6.3.1.4", L"(G It + π² E Iw/Lcr²)/i0², i0 = %.4g cm",
+            s.i0 * 1e2);
+    const ShearCentre centre = ShearCentreOf(s);
+    if (centre.alongMajor == 0.0 && centre.alongMinor == 0.0) return;
+    AddStep(f, L"Ncr,TF", Quantity::Force, r.Ncr, L"6.3.1.4",
+            L"with flexure, shear centre %.4g cm along and %.4g cm across the major axis from the centroid",
+            std::abs(centre.alongMajor) * 1e2, std::abs(centre.alongMinor) * 1e2);
 }
 
 void MemberCheck::RecordStrut(const StrutSpan& span)
@@ -172,18 +243,17 @@ void MemberCheck::RecordStrut(const StrutSpan& span)
     f.end = span.end;
     const StrutResistance& r = span.strut;
     if (!span.open) {
-        f.symbol = SymbolOf(span.mode, L"NbyRd", L"NbzRd", L"NbTRd");
+        const StrutSymbols symbols = SymbolsOf(span.mode, IsAngle());
+        f.symbol = symbols.resistance;
         f.quantity = Quantity::Force;
         f.resistance = r.NbRd;
         f.slenderness = r.slenderness;
         AddResistance(f.symbol, Quantity::Force, r.NbRd, span.start, span.end);
         if (!span.held) {
-            AddResistance(SymbolOf(span.mode, L"NcrY", L"NcrZ", L"NcrT"), Quantity::Force, r.Ncr, span.start, span.end);
-            AddResistance(SymbolOf(span.mode, L"lambdaY", L"lambdaZ", L"lambdaT"), Quantity::None, r.slenderness,
-                          span.start, span.end);
+            AddResistance(symbols.force, Quantity::Force, r.Ncr, span.start, span.end);
+            AddResistance(symbols.slenderness, Quantity::None, r.slenderness, span.start, span.end);
         }
-        AddResistance(SymbolOf(span.mode, L"chiY", L"chiZ", L"chiT"), Quantity::None, r.reduction.chi, span.start,
-                      span.end);
+        AddResistance(symbols.reduction, Quantity::None, r.reduction.chi, span.start, span.end);
     }
     if (!span.IsApplied()) {
         f.reason = L"no compression";
@@ -197,7 +267,7 @@ void MemberCheck::RecordStrut(const StrutSpan& span)
     }
     if (m_in.withSteps && span.IsApplied() && !span.open) {
         AddStep(f, L"Lcr", Quantity::None, std::nan(""), L"", L"%s: %s", m_in.format.Length(span.Lcr), span.rule);
-        AddStep(f, L"Ncr", Quantity::Force, r.Ncr, L"6.3.1.2", L"");
+        AddForceStep(f, span);
         const wchar_t* const A = m_class.cls == 4 ? L"Aeff" : L"A";
         AddStep(f, L"λ", Quantity::None, r.slenderness, L"6.3.1.2", L"(%s fy/Ncr)^0.5 = (%s/%s)^0.5", A,
                 m_in.format.Force(m_class.A * m_in.material.fy), m_in.format.Force(r.Ncr));

@@ -46,12 +46,13 @@ public:
 
     /// For a buckling length. Where a web can be class 4 in compression: of the gross section up to the force at which it turns class 4
     /// with bending up to fy, then the larger of the effective section's resistance and that force. Torsional buckling
-    /// always of the effective section.
+    /// always of the effective section. Of an angle about u-u and v-v.
     std::optional<double> NbyRd(double L) const { return AtOwnClass(Axis::Y, L); }
     std::optional<double> NbzRd(double L) const { return AtOwnClass(Axis::Z, L); }
-    /// Nothing for hollow sections.
+    /// Nothing for hollow sections. Torsional-flexural, with the same length for flexure, where the shear centre is not the centroid.
     std::optional<double> NbTRd(double L) const;
-    /// Between forks, with the moment's shape factor.
+    /// Between forks, with the moment's shape factor; with either flange compressed, the smaller one. Nothing for a factor other than 1 where the
+    /// section is not symmetrical about the major axis. Of an angle about u-u, uniform moment.
     std::optional<double> MbRd(double L, double C1) const;
 
 private:

@@ -69,12 +69,12 @@ struct Classification {
 
 /// Table 5.2 for one member or cross-section, all its plates, with α = 0.5(1 + NEd/(fy tw c)) and ψ = 2 NEd/(A fy) - 1 for the webs of
 /// sections with equal flanges, and the like from equilibrium for others. A web that My bends is judged so; uniform compression counts
-/// only where there is no My at all. In class 4 the effective section is filled in.
+/// only where there is no My at all, of the stem of a tee always. In class 4 the effective section is filled in.
 KELTRIX_EC3_API Classification Classify(const Section& section, const Strength& strength, const ClassActions& actions);
 
 /// EN 1993-1-5 4.4: effective section for uniform compression and for bending alone with either flange compressed (flanges first,
 /// then the web, one pass). Moduli are the smallest of the ways of bending that the actions name about an axis, or of both ways
-/// where they name none.
+/// where they name none or where a compression bends the section by the shift of its centroid.
 KELTRIX_EC3_API EffectiveSection MakeEffective(const Section& section, const Strength& strength,
                                                const ClassActions& actions = {});
 

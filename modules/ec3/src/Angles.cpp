@@ -1,0 +1,51 @@
+// Angles in bending: lateral-torsional buckling about u-u, 6.3.2 with the closed form of the critical moment.
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "MemberCheck.h"
+#include "keltrix/design/Segments.h"
+
+namespace Keltrix::EC3 {
+
+namespace {
+
+constexpr double NEVER = std::numeric_limits<double>::infinity();
+
+} // namespace
+
+// Lengths between sections that are held along both legs and in twist. The moment counts as uniform, whatever its course, which is safe.
+void MemberCheck::FindOfAngle()
+{
+    const auto isHeld = [this](const auto& part) {
+        const Steel::CRestraint restraint = part.GetRestraint();
+        return IsHeld(BucklingMode::Major, restraint) && IsHeld(BucklingMode::Torsion, restraint);
+    };
+    const auto pointHeld = [&](int i) { return isHeld(m_in.points[static_cast<std::size_t>(i)]); };
+    const auto subHeld = [&](int k) { return isHeld(m_in.subSpans[static_cast<std::size_t>(k)]); };
+    const int last = static_cast<int>(m_in.points.size()) - 1;
+    for (const auto& [left, right] : Design::Segments(last + 1, pointHeld, subHeld)) {
+        LateralSpan span;
+        span.start = m_in.points[static_cast<std::size_t>(left)].GetPos();
+        span.end = m_in.points[static_cast<std::size_t>(right)].GetPos();
+        span.held = subHeld(left);
+        span.M = MomentsOver(span.start, span.end).My;
+        span.C1Source = L"the moment of an angle counts as uniform";
+        span.lambda = span.Mcr = NEVER;
+        const bool isFork = (left > 0 || pointHeld(left)) && (right < last || pointHeld(right));
+        if (!span.held && !isFork)
+            span.open =
+                L"an end is not held along both legs and in twist, and the closed form of Mcr of an angle is for "
+                L"lengths between such ends";
+        else if (!span.held && HasLoadHeight(span.start, span.end))
+            span.open = L"a load acts off the shear centre, which the closed form of Mcr of an angle does not take";
+        else if (!span.held) {
+            span.Mcr = UniformMcr(m_in.section, m_in.material.E, m_in.material.G, span.end - span.start, true);
+            span.lambda = span.M > 0.0 ? span.Mcr / span.M : NEVER;
+        }
+        m_laterals.push_back(span);
+    }
+}
+
+} // namespace Keltrix::EC3
