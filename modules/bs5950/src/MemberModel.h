@@ -21,8 +21,7 @@ struct MemberInput {
     bool lengthOverride = false;
     double Lyy = 0.0, Lzz = 0.0, Llt = 0.0; ///< m; below zero minus a factor of the member's length
     std::optional<double> momentFactor;
-    bool withSteps = false; ///< findings carry the steps of their calculation
-    CDesFormat format;      ///< of steps and warnings
+    CDesFormat format; ///< of steps and warnings
 };
 
 /// The input of a check with what all of its chapters read from it: the moment diagrams, what holds the member, and what of it counts as

@@ -30,23 +30,41 @@ void MemberText::BeginPart(double start, double end, int entry)
     m_isInPart = true;
 }
 
-namespace {
-
-// Four figures without an exponent.
-CString Figures(double value, const wchar_t* unit)
+void MemberText::Write(CString text)
 {
-    CString text;
-    text.Format(std::abs(value) < 9999.5 ? L"%.4G %s" : L"%.0f %s", value, unit);
-    return text;
+    if (m_isInPart && text.View().find(L"<red>") != std::wstring_view::npos)
+        m_found.parts.back().second.isMarked = true;
+    text += L"\n";
+    m_result.AddOutputString(text);
 }
 
-} // namespace
+// Lead, symbol = formula = value, clause, tail.
+CString MemberText::TextOf(const CalculationLine& line) const
+{
+    const Design::Step& step = line.step;
+    CString text = line.lead;
+    if (*step.symbol) {
+        text += step.symbol;
+        if (!step.formula.IsEmpty()) text += L" = " + step.formula;
+        if (line.shown == Shown::BelowOne || line.shown == Shown::UpToOne)
+            text += L" = " + Verdict(step.value, line.shown == Shown::BelowOne);
+        else if (line.shown == Shown::Value)
+            text += L" = " + Design::QuantityText(step.quantity, step.value, m_fmt);
+        if (line.cites) {
+            const bool isClause = *step.clause >= L'0' && *step.clause <= L'9';
+            text += (isClause ? L" <i>cl. " : L" <i>") + CString(step.clause) + L"</i>";
+        }
+    }
+    return text + line.tail;
+}
 
-CString MemberText::Volume(double m3) const { return Figures(m3 * 1e6, L"cm³"); }
-
-CString MemberText::Area(double m2) const { return Figures(m2 * 1e4, L"cm²"); }
-
-CString MemberText::Small(double m) const { return Figures(m * 1e2, L"cm"); }
+void MemberText::Print(const CalculationLines& lines)
+{
+    for (const CalculationLine& line : lines.Lines()) {
+        const Steel::CResultIndent indent(line.indent > 0 ? &m_result : nullptr);
+        Write(TextOf(line));
+    }
+}
 
 void MemberText::Warnings()
 {

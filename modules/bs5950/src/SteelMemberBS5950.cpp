@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "FindingSteps.h"
 #include "MemberCheck.h"
 #include "MemberText.h"
 #include "ResultRecord.h"
@@ -123,7 +124,6 @@ MemberInput CSteelMemberBS5950::Input() const
             Lzz(),
             Llt(),
             EquivalentUniformMomentFactor(),
-            CMemberResult::TextEnabled(Result()),
             Result() ? Result()->DesFormat() : CDesFormat()};
 }
 
@@ -244,6 +244,11 @@ Design::MemberFindings CSteelMemberBS5950::Findings() const
     findings.rules.reserve(m_found.ledger.Entries().size());
     for (const LedgerEntry& entry : m_found.ledger.Entries())
         findings.rules.push_back(FindingOf(entry));
+    if (CMemberResult::TextEnabled(Result()) && !m_found.positions.empty()) {
+        std::vector<std::vector<Design::Step>> steps = LedgerSteps(MemberModel(Input()), m_found);
+        for (std::size_t i = 0; i < steps.size(); ++i)
+            findings.rules[i].steps = std::move(steps[i]);
+    }
     for (const LedgerEntry& entry : Information())
         findings.rules.push_back(FindingOf(entry));
     findings.assumptions = m_found.assumptions;

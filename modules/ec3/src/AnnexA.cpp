@@ -153,6 +153,7 @@ double MemberCheck::LargestDeflection(const MomentDiagram& moments, double from,
 // Why Annex A is not applied to a combination; null where it is.
 const wchar_t* MemberCheck::AnnexARefusal(const Combination& c) const
 {
+    if (!m_in.section.IsDoublySymmetric()) return L"Annex A is evaluated for doubly symmetric sections alone";
     if (m_in.momentFactor)
         return L"Annex A has factors of its own: a given equivalent uniform moment factor is for Annex B";
     if (m_struts[c.major].sway || m_struts[c.minor].sway)
