@@ -3,8 +3,10 @@
 // same.
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Fuzz.h"
@@ -173,9 +175,7 @@ void RequireText(const CheckedMember& checked)
     for (const char* report : {"brief", "verbose"}) {
         CheckOptions options;
         options.report = report;
-        PutMember(checked, options, [](const OutputPiece& piece) {
-            RequireNoControls(piece.text, Reader::Person, "text has no control characters");
-        });
+        RequireNoControls(PieceOf(checked, options).text, Reader::Person, "text has no control characters");
     }
 }
 
@@ -215,7 +215,21 @@ bool CheckOne(const MemberFile& file, std::size_t i)
     return true;
 }
 
-// The command's own loop puts out one finding for each line between members that is an error and for each member, and refuses
+// All of a file as one piece.
+class OnePiece : public PieceSource {
+public:
+    explicit OnePiece(MemberPiece piece) { m_piece.emplace().piece = std::move(piece); }
+    std::optional<InputPiece> Next() override
+    {
+        if (m_piece) m_piece->name = "f";
+        return std::exchange(m_piece, std::nullopt);
+    }
+
+private:
+    std::optional<InputPiece> m_piece;
+};
+
+// The command's own stream brings one finding for each line between members that is an error and for each member, and refuses
 // what the reading calls an error.
 void RequireLoop(std::string_view bytes, const std::vector<bool>& accepted)
 {
@@ -223,15 +237,16 @@ void RequireLoop(std::string_view bytes, const std::vector<bool>& accepted)
     options.format = Format::JSON_LINES;
     std::istringstream nothing;
     std::vector<bool> put;
-    CheckLoop loop(options, nothing, [&](const OutputPiece& piece) {
-        RequireNoControls(piece.text, piece.kind == OutputPiece::Message ? Reader::Person : Reader::Program,
+    OnePiece whole(Whole(bytes));
+    MemberFindings findings(options, whole, nothing);
+    while (const auto piece = findings.Next()) {
+        RequireNoControls(piece->text, piece->kind == OutputPiece::Message ? Reader::Person : Reader::Program,
                           "findings have no control characters");
-        if (piece.kind == OutputPiece::Message) return;
-        Require(!Json::parse(piece.text, nullptr, false).is_discarded(), "JSON lines are strict");
-        Require(piece.kind == OutputPiece::Member || piece.code == EXIT_BAD_INPUT, "what is refused is bad input");
-        put.push_back(piece.kind == OutputPiece::Member);
-    });
-    loop.UsePiece("f", Whole(bytes));
+        if (piece->kind == OutputPiece::Message) continue;
+        Require(!Json::parse(piece->text, nullptr, false).is_discarded(), "JSON lines are strict");
+        Require(piece->kind == OutputPiece::Member || piece->code == EXIT_BAD_INPUT, "what is refused is bad input");
+        put.push_back(piece->kind == OutputPiece::Member);
+    }
     Require(put == accepted, "every member is checked or refused, and refused where the reading calls it an error");
 }
 

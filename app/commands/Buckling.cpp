@@ -4,7 +4,6 @@
 #include "io/Output.h"
 #include "memberfile/CodelessMember.h"
 #include "report/BucklingDrawing.h"
-#include "stream/EachMember.h"
 #include "text/Markup.h"
 #include "text/Text.h"
 
@@ -76,15 +75,15 @@ ExitCode ShowBuckling(const BucklingOptions& options, const Console& console)
                                      options.rendering));
         return report.IsStable() ? EXIT_FINE : EXIT_MEMBER_FAILS;
     };
-    const auto refuse = [&](const Refusal& refusal) {
-        if (hasText && options.format == Format::JSON_LINES) console.out(RefusalLine(refusal));
-    };
-    MemberLoop loop(console, options.reading, showOne, refuse, {options.code.code, {}, {}});
-    for (const std::string& path : options.files)
-        loop.UseFile(path);
+    MemberStream stream(options.files, options.reading, console, BeamReading::Members, options.code.code);
+    while (auto member = stream.Next()) {
+        stream.Use(*member, [&] { return showOne(*member->file, member->place); });
+        if (member->refusal && hasText && options.format == Format::JSON_LINES)
+            console.out(RefusalLine(*member->refusal));
+    }
     drawing.Write(console);
     if (hasText && isJson) console.out(JsonText(members));
-    return loop.Worst();
+    return stream.Worst();
 }
 
 } // namespace Keltrix::App

@@ -98,6 +98,30 @@ std::string ReducedMarkup(const Design::CapacityTable& table)
     return text + "\n</table>\n";
 }
 
+std::string BearingMarkup(const Design::CapacityTable& table)
+{
+    if (table.bearing.empty()) return {};
+    std::string text = "<h5>Web under concentrated loads (kN)</h5>\n<table>" + Utf8(table.bearingName);
+    for (const Design::CapacityCurve& curve : table.bearing)
+        text.append("\t").append(Utf8(curve.symbol));
+    text += "\n<tablewrap><i>mm</i></tablewrap>\n";
+    for (std::size_t i = 0; i < table.bearings.size(); ++i) {
+        text += Rounded(table.bearings[i] * 1e3, 5);
+        for (const Design::CapacityCurve& curve : table.bearing)
+            text += '\t' + OrDash(curve.values[i]);
+        text += '\n';
+    }
+    return text + "</table>\n";
+}
+
+std::string NotesMarkup(const Design::CapacityTable& table)
+{
+    std::string text;
+    for (const CString& note : table.notes)
+        text += "<orange>" + Utf8(note) + "</orange>\n";
+    return text;
+}
+
 std::string BucklingMarkup(const Design::CapacityTable& table, const std::vector<double>& lengths)
 {
     if (table.buckling.empty()) return {};
@@ -125,10 +149,21 @@ std::string Markup(const NamedSection& section, const std::string& grade, const 
             ClassText(table) + '\n';
     const std::string note = Utf8(table.fabricationNote);
     text += note.empty() ? Utf8(table.fabrication) + '\n' : "<orange>" + note + "</orange>\n";
-    return text + CrossSectionMarkup(table) + ReducedMarkup(table) + BucklingMarkup(table, lengths);
+    return text + NotesMarkup(table) + CrossSectionMarkup(table) + ReducedMarkup(table) +
+           BucklingMarkup(table, lengths) + BearingMarkup(table);
 }
 
 Json OrNull(const std::optional<double>& value) { return value ? Json(*value) : Json(); }
+
+void AddLists(Json& row, const std::vector<Design::CapacityCurve>& curves)
+{
+    for (const Design::CapacityCurve& curve : curves) {
+        Json values = Json::array();
+        for (const std::optional<double>& value : curve.values)
+            values.push_back(OrNull(value));
+        row[Utf8(curve.symbol)] = std::move(values);
+    }
+}
 
 Json JsonOf(const Design::CapacityTable& table, const std::vector<double>& lengths)
 {
@@ -141,14 +176,13 @@ Json JsonOf(const Design::CapacityTable& table, const std::vector<double>& lengt
                  {"type_note", note.empty() ? Json() : Json(note)}};
         for (const Design::Capacity& c : table.crossSection)
             row[Utf8(c.resistance.symbol)] = c.resistance.value;
-        for (const Design::CapacityCurve& curve : table.reduced) {
-            Json values = Json::array();
-            for (const std::optional<double>& value : curve.values)
-                values.push_back(OrNull(value));
-            row[Utf8(curve.symbol)] = std::move(values);
-        }
+        AddLists(row, table.reduced);
         for (const Design::CapacityCurve& curve : table.buckling)
             row[Utf8(curve.symbol)] = OrNull(curve.values[i]);
+        if (!table.bearing.empty()) row[Utf8(table.bearingName)] = table.bearings;
+        AddLists(row, table.bearing);
+        for (const CString& text : table.notes)
+            row["notes"].push_back(Utf8(text));
         list.push_back(std::move(row));
     }
     return list;
@@ -161,7 +195,8 @@ void RequireComplete(const Design::CapacityTable& table, const Design::DesignCod
         return std::any_of(curves.begin(), curves.end(),
                            [=](const auto& curve) { return curve.values.size() != count; });
     };
-    if (isShort(table.reduced, table.shares.size()) || isShort(table.buckling, lengths))
+    if (isShort(table.reduced, table.shares.size()) || isShort(table.buckling, lengths) ||
+        isShort(table.bearing, table.bearings.size()))
         throw BadInput(Utf8(code.Description().title) + ": the capacity table of the design code has gaps");
 }
 

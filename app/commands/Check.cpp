@@ -17,7 +17,7 @@ public:
         m_options(options), m_console(console), m_progress(console.progress)
     {}
 
-    void Put(const OutputPiece& piece)
+    void Write(const OutputPiece& piece)
     {
         m_worst = Worse(m_worst, piece.code);
         if (piece.kind == OutputPiece::Message) {
@@ -62,7 +62,7 @@ private:
     {
         const bool isTable = m_options.format == Format::TABLE && m_options.report == "table";
         if (isTable) {
-            m_rows.push_back({piece.utilisation, std::string(piece.text)});
+            m_rows.push_back({piece.utilisation, piece.text});
             return;
         }
         if (m_options.format == Format::JSON) m_text += m_hasText ? ",\n" : "[\n";
@@ -97,18 +97,20 @@ private:
 ExitCode CheckEnvelope(const CheckOptions& options, const Console& console)
 {
     std::vector<CheckedMember> cases;
-    const ExitCode code =
-        ForEachMember(options.files, options.reading, console,
-                      [&](const MemberFile& file, std::size_t i) {
-                          cases.push_back(CheckAsAsked(file, i, options, console));
-                          return EXIT_FINE;
-                      },
-                      {options.code.code, {}, [&](ExitCode, const std::string& message) { console.err(message); }});
+    MemberStream stream(options.files, options.reading, console, BeamReading::MembersWithDeflections,
+                        options.code.code);
+    while (auto member = stream.Next()) {
+        if (!member->remark.empty()) console.err(member->remark);
+        stream.Use(*member, [&] {
+            cases.push_back(CheckAsAsked(*member, options, console));
+            return EXIT_FINE;
+        });
+    }
     // A case that is missing would make the envelope look better than it is.
-    if (code == EXIT_BAD_INPUT || cases.empty()) return code;
+    if (stream.Worst() == EXIT_BAD_INPUT || cases.empty()) return stream.Worst();
     CheckOutput output(options, console);
-    PutMember(OneEnvelope(std::move(cases)), options, [&](const OutputPiece& piece) { output.Put(piece); });
-    return Worse(code, output.Finish());
+    output.Write(PieceOf(OneEnvelope(std::move(cases)), options));
+    return Worse(stream.Worst(), output.Finish());
 }
 
 } // namespace
@@ -120,18 +122,15 @@ ExitCode Check(const CheckOptions& options, const Console& console)
             "--jobs: the load cases of an envelope are merged in one process; share out the members instead");
     if (options.envelope) return CheckEnvelope(options, console);
 
-    CheckOutput output(options, console);
     const int jobs = options.jobs == 0 ? MostWorkers() : options.jobs;
-    if (jobs > 1) {
-        CheckInWorkers(
-            options, jobs, console.in, [&](const OutputPiece& piece) { output.Put(piece); }, [&] { output.Flush(); });
-    } else {
-        CheckLoop loop(options, console.in, [&](const OutputPiece& piece) {
-            output.Put(piece);
-            output.Flush();
-        });
-        for (const std::string& path : options.files)
-            loop.UseFile(path);
+    FilePieces pieces(options.files, console);
+    const std::unique_ptr<FindingsStream> findings =
+        jobs > 1 ? FindingsOfWorkers(options, jobs, console.in)
+                 : std::make_unique<MemberFindings>(options, pieces, console.in);
+    CheckOutput output(options, console);
+    while (const auto piece = findings->Next()) {
+        output.Write(*piece);
+        if (findings->IsDrained()) output.Flush();
     }
     return output.Finish();
 }

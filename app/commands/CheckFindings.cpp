@@ -47,7 +47,25 @@ std::string TextOf(const CheckedMember& checked, const CheckOptions& options)
     }
 }
 
+#ifdef KELTRIX_HOST_WITH_STATICS
+CheckedMember CheckOfBeam(const Beam& beam, const CodeChoice& choice, bool withText)
+{
+    return CheckBeam(beam, choice, withText);
+}
+#else
+CheckedMember CheckOfBeam(const Beam&, const CodeChoice&, bool)
+{
+    throw BadInput("a beam file, and this ksteel was built without Eigen, which it needs");
+}
+#endif
+
 } // namespace
+
+CheckedMember CheckOne(const StreamMember& member, const CodeChoice& choice, bool withText)
+{
+    if (member.beam) return CheckOfBeam(*member.beam, choice, withText);
+    return CheckMember(*member.file, member.place, choice, withText);
+}
 
 std::string RefusalLine(const Refusal& refusal)
 {
@@ -60,37 +78,26 @@ std::string RefusalLine(const Refusal& refusal)
                      {"warnings", WarningsJson(refusal.warnings)}});
 }
 
-ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, const OutputPieceSink& sink)
+OutputPiece PieceOf(const CheckedMember& checked, const CheckOptions& options)
 {
     const ExitCode code = checked.Status() == "pass" ? EXIT_FINE : EXIT_MEMBER_FAILS;
-    const std::string text = TextOf(checked, options);
-    sink({OutputPiece::Member, code, checked.Utilisation(), text});
-    return code;
+    return {OutputPiece::Member, code, checked.Utilisation(), TextOf(checked, options)};
 }
 
-CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOptions& options, const Console& console)
+OutputPiece PieceOf(const Refusal& refusal, const CheckOptions& options)
+{
+    return {OutputPiece::Refused, EXIT_BAD_INPUT, 0.0,
+            options.format == Format::JSON_LINES ? RefusalLine(refusal) : std::string()};
+}
+
+CheckedMember CheckAsAsked(const StreamMember& member, const CheckOptions& options, const Console& console)
 {
     CheckedMember checked =
-        CheckMember(file, i, options.code, options.format == Format::TABLE && options.report != "table");
+        CheckOne(member, options.code, options.format == Format::TABLE && options.report != "table");
     for (const MemberWarning& warning : checked.CheckWarnings())
         console.err(warning.Message());
     return checked;
 }
-
-#ifdef KELTRIX_HOST_WITH_STATICS
-CheckedMember CheckAsAsked(const Beam& beam, const CheckOptions& options, const Console& console)
-{
-    CheckedMember checked = CheckBeam(beam, options.code, options.format == Format::TABLE && options.report != "table");
-    for (const MemberWarning& warning : checked.CheckWarnings())
-        console.err(warning.Message());
-    return checked;
-}
-#else
-CheckedMember CheckAsAsked(const Beam&, const CheckOptions&, const Console&)
-{
-    throw BadInput("a beam file, and this ksteel was built without Eigen, which it needs");
-}
-#endif
 
 void RequireLoadCase(const CheckedMember& first, const CheckedMember& other)
 {
@@ -106,35 +113,38 @@ CheckedMember OneEnvelope(std::vector<CheckedMember> cases)
     return Envelope(std::move(cases));
 }
 
-BeamUse BeamUseOf(const CheckOptions& options, std::function<ExitCode(const Beam&)> use,
-                  std::function<void(ExitCode, const std::string&)> tell)
+MemberFindings::MemberFindings(const CheckOptions& options, PieceSource& pieces, std::istream& standardInput) :
+    m_options(options), m_console{standardInput,
+                                  {},
+                                  [this](std::string_view message) {
+                                      m_ready.push_back({OutputPiece::Message, EXIT_FINE, 0.0, std::string(message)});
+                                  },
+                                  {}},
+    m_members(pieces, options.reading, m_console, BeamsAs(options.combinations), options.code.code)
+{}
+
+std::optional<OutputPiece> MemberFindings::Next()
 {
-    if (options.combinations) return {options.code.code, {}, std::move(tell)};
-    return {options.code.code, std::move(use), {}};
+    while (m_ready.empty()) {
+        std::optional<StreamMember> member = m_members.Next();
+        if (member) Check(*member);
+        if (!member && m_ready.empty()) return std::nullopt;
+    }
+    OutputPiece piece = std::move(m_ready.front());
+    m_ready.pop_front();
+    return piece;
 }
 
-CheckLoop::CheckLoop(const CheckOptions& options, std::istream& standardInput, OutputPieceSink sink) :
-    m_options(options), m_sink(std::move(sink)), m_console{standardInput,
-                                                           {},
-                                                           [this](std::string_view message) {
-                                                               m_sink({OutputPiece::Message, EXIT_FINE, 0.0, message});
-                                                           },
-                                                           {}},
-    m_loop(
-        m_console, options.reading,
-        [this](const MemberFile& file, std::size_t i) {
-            return PutMember(CheckAsAsked(file, i, m_options, m_console), m_options, m_sink);
-        },
-        [this](const Refusal& refusal) {
-            const std::string line = m_options.format == Format::JSON_LINES ? RefusalLine(refusal) : std::string();
-            m_sink({OutputPiece::Refused, EXIT_BAD_INPUT, 0.0, line});
-        },
-        BeamUseOf(
-            options,
-            [this](const Beam& beam) { return PutMember(CheckAsAsked(beam, m_options, m_console), m_options, m_sink); },
-            [this](ExitCode code, const std::string& message) {
-                m_sink({OutputPiece::Message, code, 0.0, message});
-            }))
-{}
+void MemberFindings::Check(StreamMember& member)
+{
+    m_members.Use(member, [&] {
+        OutputPiece piece = PieceOf(CheckAsAsked(member, m_options, m_console), m_options);
+        const ExitCode code = piece.code;
+        m_ready.push_back(std::move(piece));
+        return code;
+    });
+    if (member.refusal) m_ready.push_back(PieceOf(*member.refusal, m_options));
+    if (!member.remark.empty()) m_ready.push_back({OutputPiece::Message, member.code, 0.0, member.remark});
+}
 
 } // namespace Keltrix::App

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <functional>
+#include <deque>
+#include <optional>
 #include <string>
-#include <string_view>
 
 #include "check/CheckedMember.h"
 #include "commands/CodeCommands.h"
-#include "stream/EachMember.h"
+#include "stream/MemberStream.h"
 
 namespace Keltrix::App {
 
@@ -20,23 +20,34 @@ struct OutputPiece {
     Kind kind = Message;
     ExitCode code = EXIT_FINE;
     double utilisation = 0.0; ///< of a member
-    /// A message, or what the output shows of the member: rendered text, table row, JSON. Gone after the sink has seen it.
-    std::string_view text;
+    std::string text;         ///< a message, or what the output shows of the member: rendered text, table row, JSON
 };
-using OutputPieceSink = std::function<void(const OutputPiece&)>;
+
+/// The findings of members as they come.
+class FindingsStream {
+public:
+    virtual ~FindingsStream() = default;
+    /// The next piece; nothing at the end.
+    virtual std::optional<OutputPiece> Next() = 0;
+    /// Whether the next piece may have to be waited for.
+    virtual bool IsDrained() const = 0;
+};
 
 /// JSON line for a member or file that could not be used.
 std::string RefusalLine(const Refusal& refusal);
 
-/// Hands over what the output shows of a checked member, and returns its exit code.
-ExitCode PutMember(const CheckedMember& checked, const CheckOptions& options, const OutputPieceSink& sink);
+/// What the output shows of a checked member.
+OutputPiece PieceOf(const CheckedMember& checked, const CheckOptions& options);
 
-/// A member as the options want it to be checked; what looks wrong in its findings goes to the console's errors. Throws
-/// BadInput as CheckMember does.
-CheckedMember CheckAsAsked(const MemberFile& file, std::size_t i, const CheckOptions& options, const Console& console);
+/// What it shows of a refusal.
+OutputPiece PieceOf(const Refusal& refusal, const CheckOptions& options);
 
-/// The same for a beam: the envelope of its combinations.
-CheckedMember CheckAsAsked(const Beam& beam, const CheckOptions& options, const Console& console);
+/// A member or a beam of a stream, checked. Throws BadInput as CheckMember and CheckBeam do.
+CheckedMember CheckOne(const StreamMember& member, const CodeChoice& choice, bool withText);
+
+/// A member as the options want it to be checked, or a beam: the envelope of its combinations. What looks wrong in its findings goes to the
+/// console's errors. Throws BadInput as CheckMember does.
+CheckedMember CheckAsAsked(const StreamMember& member, const CheckOptions& options, const Console& console);
 
 /// Throws BadInput, which names the difference, where a member is no load case of the one in `first`.
 void RequireLoadCase(const CheckedMember& first, const CheckedMember& other);
@@ -44,26 +55,29 @@ void RequireLoadCase(const CheckedMember& first, const CheckedMember& other);
 /// Load cases of one member merged into it. Throws BadInput where they are not those of one.
 CheckedMember OneEnvelope(std::vector<CheckedMember> cases);
 
-/// What the options want to become of beams: `use`, or each combination by itself, with what `tell` takes of the deflections.
-BeamUse BeamUseOf(const CheckOptions& options, std::function<ExitCode(const Beam&)> use,
-                  std::function<void(ExitCode, const std::string&)> tell);
+/// How beams are read where `combinations` wants each of theirs by itself.
+inline BeamReading BeamsAs(bool combinations)
+{
+    return combinations ? BeamReading::MembersWithDeflections : BeamReading::Whole;
+}
 
-/// Checks files and pieces of files, and hands over the findings as they come.
-class CheckLoop {
+/// The findings of pieces of files, checked in this process.
+class MemberFindings : public FindingsStream {
 public:
-    CheckLoop(const CheckOptions& options, std::istream& standardInput, OutputPieceSink sink);
-    CheckLoop(const CheckLoop&) = delete;
-    CheckLoop& operator=(const CheckLoop&) = delete;
+    MemberFindings(const CheckOptions& options, PieceSource& pieces, std::istream& standardInput);
+    MemberFindings(const MemberFindings&) = delete;
+    MemberFindings& operator=(const MemberFindings&) = delete;
 
-    void UseFile(const std::string& path) { m_loop.UseFile(path); }
-    void UsePiece(const std::string& name, const MemberPiece& piece) { m_loop.UsePiece(name, piece); }
-    void Refuse(const Refusal& refusal) { m_loop.Refuse(refusal); }
+    std::optional<OutputPiece> Next() override;
+    bool IsDrained() const override { return m_ready.empty(); }
 
 private:
+    void Check(StreamMember& member);
+
     const CheckOptions& m_options;
-    OutputPieceSink m_sink;
+    std::deque<OutputPiece> m_ready;
     Console m_console;
-    MemberLoop m_loop;
+    MemberStream m_members;
 };
 
 } // namespace Keltrix::App

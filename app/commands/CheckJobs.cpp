@@ -112,7 +112,7 @@ OutputPiece UnpackOutputPiece(Unpacker& unpacker)
     piece.kind = unpacker.Get<OutputPiece::Kind>();
     piece.code = unpacker.Get<ExitCode>();
     piece.utilisation = unpacker.Get<double>();
-    piece.text = unpacker.GetText();
+    piece.text = std::string(unpacker.GetText());
     return piece;
 }
 
@@ -153,6 +153,16 @@ public:
     }
 
     int Descriptor() const override { return STANDARD_INPUT_DESCRIPTOR; }
+
+    std::vector<std::string> Parts(std::string_view request) const override
+    {
+        std::vector<std::string> parts;
+        for (Unpacker unpacker(request); !unpacker.IsAtEnd();) {
+            Packer packer(parts.emplace_back());
+            Pack(packer, UnpackItem(unpacker));
+        }
+        return parts;
+    }
 
 private:
     static constexpr int STANDARD_INPUT_DESCRIPTOR = 0;
@@ -223,85 +233,103 @@ private:
     std::unique_ptr<MemberPieceReader> m_reader;
 };
 
-// --- The findings from replies ---
+// --- A worker's part: the pieces of a request, and their findings ---
 
-class PiecesFromReplies : public ReplySink {
+class RequestPieces : public PieceSource {
 public:
-    PiecesFromReplies(const CheckOptions& options, std::istream& standardInput, const OutputPieceSink& sink,
-                      const std::function<void()>& pause) :
-        m_options(options),
-        m_sink(sink), m_pause(pause), m_loop(options, standardInput, sink)
+    RequestPieces(std::string_view request, const std::vector<std::string>& files, const Console& console) :
+        m_unpacker(request), m_files(files), m_console(console)
     {}
 
-    void Take(std::string_view reply) override
+    std::optional<InputPiece> Next() override
     {
-        for (Unpacker unpacker(reply); !unpacker.IsAtEnd();)
-            m_sink(UnpackOutputPiece(unpacker));
-        m_pause();
-    }
-
-    std::vector<std::string> Parts(std::string_view request) const override
-    {
-        std::vector<std::string> parts;
-        for (Unpacker unpacker(request); !unpacker.IsAtEnd();) {
-            Packer packer(parts.emplace_back());
-            Pack(packer, UnpackItem(unpacker));
+        for (;;) {
+            if (m_file) {
+                if (auto piece = m_file->Next()) return piece;
+                m_file.reset();
+            }
+            if (m_unpacker.IsAtEnd()) return std::nullopt;
+            Item item = UnpackItem(m_unpacker);
+            const std::string& path = m_files[item.file];
+            if (item.kind != Item::File) return InputPiece{NameOfInput(path), std::move(item.piece), item.message};
+            m_file.emplace(std::vector<std::string>{path}, m_console);
         }
-        return parts;
     }
 
-    void Lose(std::string_view request, const std::string& how) override
+private:
+    Unpacker m_unpacker;
+    const std::vector<std::string>& m_files;
+    const Console& m_console;
+    std::optional<FilePieces> m_file; // that is being read
+};
+
+void MakeReply(std::string_view request, std::string& reply, const CheckOptions& options, std::istream& standardInput)
+{
+    const Console silent{standardInput, {}, {}};
+    RequestPieces pieces(request, options.files, silent);
+    MemberFindings findings(options, pieces, standardInput);
+    Packer packer(reply);
+    while (const auto piece = findings.Next())
+        Pack(packer, *piece);
+}
+
+// --- The findings from replies ---
+
+class WorkerFindings : public FindingsStream {
+public:
+    WorkerFindings(const CheckOptions& options, int jobs, std::istream& standardInput) :
+        m_options(options), m_source(options.files, standardInput),
+        m_workers(jobs, m_source, [&options, &standardInput](std::string_view request, std::string& reply) {
+            MakeReply(request, reply, options, standardInput);
+        })
+    {}
+
+    std::optional<OutputPiece> Next() override
     {
-        Unpacker unpacker(request);
+        for (;;) {
+            if (!m_lost.empty()) {
+                OutputPiece piece = std::move(m_lost.front());
+                m_lost.pop_front();
+                return piece;
+            }
+            if (!m_unpacker.IsAtEnd()) return UnpackOutputPiece(m_unpacker);
+            m_reply = m_workers.Next();
+            if (!m_reply) return std::nullopt;
+            if (m_reply->kind == WorkerReply::Told)
+                return OutputPiece{OutputPiece::Message, EXIT_FINE, 0.0, m_reply->how};
+            if (m_reply->kind == WorkerReply::Lost) Lose();
+            m_unpacker = Unpacker(m_reply->Text());
+        }
+    }
+
+    bool IsDrained() const override { return m_lost.empty() && m_unpacker.IsAtEnd(); }
+
+private:
+    void Lose()
+    {
+        Unpacker unpacker(m_reply->request);
         const Item item = UnpackItem(unpacker);
         const std::string name = NameOfInput(m_options.files[item.file]);
         const LineNumber line = item.kind == Item::Piece ? item.piece.FirstLine() : 0;
         const std::string place = line > 0 ? name + ':' + std::to_string(line) : name;
-        m_loop.Refuse({name, line, {}, {place + ": not checked, the process that was at work on it was " + how}});
-        m_pause();
+        const std::string reason = place + ": not checked, the process that was at work on it was " + m_reply->how;
+        m_lost.push_back({OutputPiece::Message, EXIT_FINE, 0.0, reason});
+        m_lost.push_back(PieceOf(Refusal{name, line, {}, {reason}}, m_options));
     }
 
-    void Tell(const std::string& message) override { m_sink({OutputPiece::Message, EXIT_FINE, 0.0, message}); }
-
-private:
     const CheckOptions& m_options;
-    const OutputPieceSink& m_sink;
-    const std::function<void()>& m_pause;
-    CheckLoop m_loop;
+    InputSource m_source;
+    Workers m_workers;
+    std::optional<WorkerReply> m_reply;
+    Unpacker m_unpacker{{}}; // of the reply
+    std::deque<OutputPiece> m_lost;
 };
-
-// A worker's part: every item of a request into findings.
-void MakeReply(std::string_view request, std::string& reply, const CheckOptions& options, std::istream& standardInput)
-{
-    Packer packer(reply);
-    CheckLoop loop(options, standardInput, [&](const OutputPiece& piece) { Pack(packer, piece); });
-    for (Unpacker unpacker(request); !unpacker.IsAtEnd();) {
-        const Item item = UnpackItem(unpacker);
-        const std::string& path = options.files[item.file];
-        switch (item.kind) {
-        case Item::File:
-            loop.UseFile(path);
-            break;
-        case Item::Piece:
-            loop.UsePiece(NameOfInput(path), item.piece);
-            break;
-        case Item::Failure:
-            loop.Refuse({NameOfInput(path), 0, {}, {item.message}});
-            break;
-        }
-    }
-}
 
 } // namespace
 
-void CheckInWorkers(const CheckOptions& options, int jobs, std::istream& standardInput, const OutputPieceSink& sink,
-                    const std::function<void()>& pause)
+std::unique_ptr<FindingsStream> FindingsOfWorkers(const CheckOptions& options, int jobs, std::istream& standardInput)
 {
-    InputSource source(options.files, standardInput);
-    PiecesFromReplies replies(options, standardInput, sink, pause);
-    RunInWorkers(jobs, source, replies, [&](std::string_view request, std::string& reply) {
-        MakeReply(request, reply, options, standardInput);
-    });
+    return std::make_unique<WorkerFindings>(options, jobs, standardInput);
 }
 
 } // namespace Keltrix::App

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <functional>
-#include <istream>
+#include <iosfwd>
+#include <memory>
 
 #include "commands/CheckFindings.h"
 
 namespace Keltrix::App {
 
-/// Checks the files' members in `jobs` processes; the findings are those of one process, in the same order. `pause` is
-/// called when the next ones may be long in coming.
-void CheckInWorkers(const CheckOptions& options, int jobs, std::istream& standardInput, const OutputPieceSink& sink,
-                    const std::function<void()>& pause);
+/// Checks the files of the options in `jobs` processes. The findings come in the order of the input, as in one process. The options and the input must
+/// outlive the stream.
+std::unique_ptr<FindingsStream> FindingsOfWorkers(const CheckOptions& options, int jobs, std::istream& standardInput);
 
 } // namespace Keltrix::App

@@ -3,16 +3,11 @@
 #include <optional>
 #include <set>
 
-#include "check/CheckedMember.h"
-#include "commands/CodeCommands.h"
+#include "commands/CheckFindings.h"
 #include "report/MemberReport.h"
-#include "stream/EachMember.h"
 #include "text/Json.h"
 #include "text/Markup.h"
 #include "text/Text.h"
-#ifdef KELTRIX_HOST_WITH_STATICS
-#include "check/CheckedBeam.h"
-#endif
 
 namespace Keltrix::App {
 
@@ -78,20 +73,12 @@ std::vector<Opinion> OpinionsOn(const std::string& file, const CompareOptions& o
         opinions.push_back({std::move(checked), {}});
         return code;
     };
-    BeamUse beams;
-    beams.code = choice.code;
-#ifdef KELTRIX_HOST_WITH_STATICS
-    beams.use = [&](const Beam& beam) { return keep(CheckBeam(beam, choice, false)); };
-#endif
-    MemberLoop loop(
-        once, options.reading,
-        [&](const MemberFile& members, std::size_t i) { return keep(CheckMember(members, i, choice, false)); },
-        [&](const Refusal& refusal) {
-            opinions.push_back({{}, refusal});
-        },
-        beams);
-    loop.UseFile(file);
-    worst = Worse(worst, loop.Worst());
+    MemberStream stream({file}, options.reading, once, BeamReading::Whole, choice.code);
+    while (auto member = stream.Next()) {
+        stream.Use(*member, [&] { return keep(CheckOne(*member, choice, false)); });
+        if (member->refusal) opinions.push_back({{}, *member->refusal});
+    }
+    worst = Worse(worst, stream.Worst());
     return opinions;
 }
 

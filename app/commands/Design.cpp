@@ -10,7 +10,6 @@
 #include "check/CheckedMember.h"
 #include "commands/CheckFindings.h"
 #include "sections/SectionCatalogue.h"
-#include "stream/EachMember.h"
 #include "text/Fields.h"
 #include "text/Json.h"
 #include "text/Markup.h"
@@ -23,9 +22,10 @@ namespace {
 struct Candidate {
     const CSectDB::Entry* entry;
     std::string name;
-    std::string status;    ///< "pass", "fail" or "not checked"
-    double utilisation;    ///< not-a-number where the section could not be checked
-    std::string governing; ///< or why it could not be
+    std::string status;                       ///< "pass", "fail" or "not checked"
+    double utilisation;                       ///< not-a-number where the section could not be checked
+    std::string governing;                    ///< or why it could not be
+    std::vector<MemberWarning> warnings = {}; ///< of a beam with this section
 };
 
 constexpr const char* NOT_COVERED = "the design code does not cover it";
@@ -35,10 +35,28 @@ Candidate CandidateOf(const CSectDB::Entry& entry)
     return {&entry, Utf8(entry.designation), "not checked", std::nan(""), NOT_COVERED};
 }
 
+// What keeps a member from being checked, behind what governs: the first rule that is open, and why.
+std::string OpenRule(const std::string& status, const Design::MemberFindings& findings)
+{
+    if (status != "not checked") return {};
+    for (const Design::RuleFinding& rule : findings.rules)
+        if (rule.status == Design::CheckStatus::NotEvaluated)
+            return "; not evaluated: " + DescribeEntry(rule) + (*rule.reason ? ": " + Utf8(rule.reason) : "");
+    return {};
+}
+
+// A list as people write it may have blanks behind its commas.
+bool IsFamily(const CString& family, std::string wanted)
+{
+    wanted.erase(0, wanted.find_first_not_of(' '));
+    wanted.erase(wanted.find_last_not_of(' ') + 1);
+    return SameWord(family, Wide(wanted));
+}
+
 void RequireFamily(const std::string& wanted)
 {
     const std::vector<std::string> families = Families();
-    const auto isIt = [&](const std::string& family) { return SameWord(Wide(family), Wide(wanted)); };
+    const auto isIt = [&](const std::string& family) { return IsFamily(Wide(family), wanted); };
     if (std::any_of(families.begin(), families.end(), isIt)) return;
     std::string list;
     for (const std::string& family : families)
@@ -55,7 +73,7 @@ std::vector<const CSectDB::Entry*> SectionsOf(const DesignOptions& options)
     std::vector<const CSectDB::Entry*> entries;
     for (const CSectDB::Entry& entry : CSectDB::GetDatabase()->Entries()) {
         const bool isWanted = std::any_of(options.families.begin(), options.families.end(),
-                                          [&](const auto& family) { return SameWord(entry.family, Wide(family)); });
+                                          [&](const auto& family) { return IsFamily(entry.family, family); });
         if (isWanted && entry.depth <= most * (1.0 + 1e-12)) entries.push_back(&entry);
     }
     const bool byDepth = options.by == "depth";
@@ -96,6 +114,7 @@ Candidate Try(Design::CodeMember& coded, const CSteelGrade& grade, const CSecCom
     candidate.utilisation = result.UtilOverAll();
     const Design::RuleFinding* const governing = findings.Governing();
     candidate.governing = governing ? DescribeEntry(*governing) : "nothing";
+    candidate.governing += OpenRule(candidate.status, findings);
     return candidate;
 }
 
@@ -215,6 +234,8 @@ Candidate Try(const Beam& own, const CSectDB::Entry& entry, const DesignOptions&
         candidate.governing = checked.Governing();
         const std::string combination = checked.CombinationOf(checked.findings.Governing());
         if (!combination.empty()) candidate.governing += ", in " + combination;
+        candidate.governing += OpenRule(candidate.status, checked.findings);
+        candidate.warnings = checked.warnings;
     } catch (const BadMember& refusal) {
         candidate.governing = refusal.defect.Message(); // the section's grade or plates
     } catch (const BadInput& refusal) {
@@ -316,6 +337,7 @@ public:
                                  {"warnings", WarningsJson(warnings)},
                                  {"chosen", choice.passing.empty() ? Json() : Json(choice.passing.front().name)},
                                  {"passing", ListOf(choice.passing)},
+                                 {"order", m_options.by},
                                  {"lighter_failing", ListOf(choice.failing)},
                                  {"not_checked", ListOf(choice.unchecked)}});
         else
@@ -334,41 +356,48 @@ private:
     Json m_members = Json::array();
 };
 
+ExitCode DesignOne(const StreamMember& member, const DesignOptions& options, DesignOutput& output)
+{
+#ifdef KELTRIX_HOST_WITH_STATICS
+    if (member.beam) {
+        // Its own weight, deflections and messages of the check are those of the section that is offered.
+        const Beam& beam = *member.beam;
+        const Choice choice = Choose(beam, options);
+        return output.Show(choice, beam.file.name, 1, beam.file.title,
+                           choice.passing.empty() ? WarningsOf(beam) : choice.passing.front().warnings);
+    }
+#endif
+    const MemberFile& file = *member.file;
+    const MemberText& text = file.Member(member.place);
+    return output.Show(Choose(file, member.place, options), file.Name(), text.firstLine, Utf8(text.title),
+                       file.WarningsOf(member.place));
+}
+
 ExitCode DesignEach(const DesignOptions& options, const Console& console, DesignOutput& output)
 {
-    BeamUse beams{options.code.code, {}, {}};
-#ifdef KELTRIX_HOST_WITH_STATICS
-    beams.use = [&](const Beam& beam) {
-        return output.Show(Choose(beam, options), beam.file.name, 1, beam.file.title, WarningsOf(beam));
-    };
-#endif
-    return ForEachMember(
-        options.files, options.reading, console,
-        [&](const MemberFile& file, std::size_t i) {
-            return output.Show(Choose(file, i, options), file.Name(), file.Member(i).firstLine,
-                               Utf8(file.Member(i).title), file.WarningsOf(i));
-        },
-        beams);
+    MemberStream stream(options.files, options.reading, console, BeamReading::Whole, options.code.code);
+    while (auto member = stream.Next())
+        stream.Use(*member, [&] { return DesignOne(*member, options, output); });
+    return stream.Worst();
 }
 
 ExitCode DesignEnvelope(const DesignOptions& options, const Console& console, DesignOutput& output)
 {
     std::vector<CheckedMember> cases;
     std::vector<MemberWarning> warnings;
-    BeamUse beams{options.code.code, {}, {}};
-    beams.use = [](const Beam&) -> ExitCode {
-        throw BadUsage("--envelope: takes member files; a beam file has all combinations of its member already");
-    };
-    const ExitCode code = ForEachMember(
-        options.files, options.reading, console,
-        [&](const MemberFile& file, std::size_t i) {
-            cases.push_back(CheckMember(file, i, options.code, false));
+    MemberStream stream(options.files, options.reading, console, BeamReading::Whole, options.code.code);
+    while (auto member = stream.Next()) {
+        if (member->beam)
+            throw BadUsage("--envelope: takes member files; a beam file has all combinations of its member already");
+        stream.Use(*member, [&] {
+            cases.push_back(CheckOne(*member, options.code, false));
             RequireLoadCase(cases.front(), cases.back());
-            const std::vector<MemberWarning> more = file.WarningsOf(i);
+            const std::vector<MemberWarning> more = member->file->WarningsOf(member->place);
             warnings.insert(warnings.end(), more.begin(), more.end());
             return EXIT_FINE;
-        },
-        beams);
+        });
+    }
+    const ExitCode code = stream.Worst();
     // A case that is missing could be the one that governs.
     if (code == EXIT_BAD_INPUT || cases.empty()) return code;
     const CheckedMember& first = cases.front();

@@ -7,7 +7,7 @@
 #include "loads/LoadText.h"
 #include "report/LoadDrawing.h"
 #include "report/LoadSheet.h"
-#include "stream/EachMember.h"
+#include "stream/MemberStream.h"
 #include "text/Json.h"
 #include "text/Text.h"
 
@@ -126,12 +126,14 @@ ExitCode ShowLoads(const LoadsOptions& options, const Console& console)
                     ": a member file, and loads are those of beam files");
         return EXIT_BAD_INPUT;
     };
-    const ExitCode code =
-        ForEachMember(options.files, options.reading, console, refuseMember, {options.code.code, showBeam});
+    MemberStream stream(options.files, options.reading, console, BeamReading::Whole, options.code.code);
+    while (auto member = stream.Next())
+        stream.Use(*member,
+                   [&] { return member->beam ? showBeam(*member->beam) : refuseMember(*member->file, member->place); });
     folder.Write();
     if (!svg.empty()) WriteFile(options.svgFile, svg);
     if (hasText && isJson) console.out(JsonText(beams));
-    return code;
+    return stream.Worst();
 }
 
 } // namespace Keltrix::App

@@ -4,6 +4,7 @@
 #include "commands/BeamCommands.h"
 #include "io/Input.h"
 #include "io/Output.h"
+#include "memberfile/MemberText.h"
 #include "text/Text.h"
 
 namespace Keltrix::App {
@@ -57,7 +58,7 @@ std::string MemberText(const BeamFile& file, const Design::DesignCode* code)
     const BeamMembers made = MembersOf(file, code);
     Refuse(made.defects);
     if (made.members.empty()) throw BadInput("the beam has no ultimate combination, and so no member");
-    return CaptionedMemberFile(made.members.front().text);
+    return ExplainedMemberFile(made.members.front().text);
 }
 
 } // namespace

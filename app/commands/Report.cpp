@@ -4,7 +4,6 @@
 #include "io/Output.h"
 #include "io/TemporarySheets.h"
 #include "report/HtmlReport.h"
-#include "stream/EachMember.h"
 #ifdef KELTRIX_HOST_WITH_STATICS
 #include "report/LoadSheet.h"
 #endif
@@ -13,7 +12,7 @@ namespace Keltrix::App {
 
 namespace {
 
-ExitCode Added(HtmlReport& report, const Console& noting, const CheckedMember& checked, const LoadPart& loads = {})
+ExitCode Added(HtmlReport& report, const Console& noting, const CheckedMember& checked, const LoadPart& loads)
 {
     for (const MemberWarning& warning : checked.CheckWarnings())
         noting.err(warning.Message());
@@ -21,20 +20,14 @@ ExitCode Added(HtmlReport& report, const Console& noting, const CheckedMember& c
     return checked.Status() == "pass" ? EXIT_FINE : EXIT_MEMBER_FAILS;
 }
 
-// The envelope of a beam, or each of its combinations by itself.
-BeamUse BeamUseOf([[maybe_unused]] const ReportOptions& options, [[maybe_unused]] HtmlReport& report,
-                  [[maybe_unused]] const Console& noting)
+// What the sheet of a beam shows of its loads.
+LoadPart LoadsOf([[maybe_unused]] const StreamMember& member)
 {
-    BeamUse use{options.code.code, {}, {}};
-    if (options.combinations) use.tellDeflections = [&](ExitCode, const std::string& message) { noting.err(message); };
 #ifdef KELTRIX_HOST_WITH_STATICS
-    if (!options.combinations)
-        use.use = [&](const Beam& beam) {
-            return Added(report, noting, CheckBeam(beam, options.code, true),
-                         [&](const std::string& id, bool isBrief) { return LoadHtml(id, beam, isBrief); });
-        };
+    if (member.beam)
+        return [&beam = *member.beam](const std::string& id, bool isBrief) { return LoadHtml(id, beam, isBrief); };
 #endif
-    return use;
+    return {};
 }
 
 // The envelope of load cases, with the calculation of that which has the largest utilisation.
@@ -54,16 +47,18 @@ CheckedMember SheetEnvelope(std::vector<CheckedMember> cases)
 ExitCode AddEnvelope(const ReportOptions& options, const Console& noting, HtmlReport& report)
 {
     std::vector<CheckedMember> cases;
-    const ExitCode code =
-        ForEachMember(options.files, options.reading, noting,
-                      [&](const MemberFile& file, std::size_t i) {
-                          cases.push_back(CheckMember(file, i, options.code, true));
-                          RequireLoadCase(cases.front(), cases.back());
-                          for (const MemberWarning& warning : cases.back().CheckWarnings())
-                              noting.err(warning.Message());
-                          return EXIT_FINE;
-                      },
-                      {options.code.code, {}, [&](ExitCode, const std::string& message) { noting.err(message); }});
+    MemberStream stream(options.files, options.reading, noting, BeamReading::MembersWithDeflections, options.code.code);
+    while (auto member = stream.Next()) {
+        if (!member->remark.empty()) noting.err(member->remark);
+        stream.Use(*member, [&] {
+            cases.push_back(CheckOne(*member, options.code, true));
+            RequireLoadCase(cases.front(), cases.back());
+            for (const MemberWarning& warning : cases.back().CheckWarnings())
+                noting.err(warning.Message());
+            return EXIT_FINE;
+        });
+    }
+    const ExitCode code = stream.Worst();
     // A case that is missing would make the envelope look better than it is.
     if (code == EXIT_BAD_INPUT || cases.empty()) return code;
     const CheckedMember checked = SheetEnvelope(std::move(cases));
@@ -73,13 +68,13 @@ ExitCode AddEnvelope(const ReportOptions& options, const Console& noting, HtmlRe
 
 ExitCode AddEach(const ReportOptions& options, const Console& noting, HtmlReport& report)
 {
-    return ForEachMember(
-        options.files, options.reading, noting,
-        [&](const MemberFile& file, std::size_t i) {
-            const CheckedMember checked = CheckMember(file, i, options.code, true);
-            return Added(report, noting, checked);
-        },
-        BeamUseOf(options, report, noting));
+    MemberStream stream(options.files, options.reading, noting, BeamsAs(options.combinations), options.code.code);
+    while (auto member = stream.Next()) {
+        if (!member->remark.empty()) noting.err(member->remark);
+        stream.Use(*member,
+                   [&] { return Added(report, noting, CheckOne(*member, options.code, true), LoadsOf(*member)); });
+    }
+    return stream.Worst();
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "check/ReportKey.h"
 #include "commands/Commands.h"
 #include "memberfile/CodelessMember.h"
-#include "stream/EachMember.h"
+#include "stream/MemberStream.h"
 #include "text/Markup.h"
 #include "text/Text.h"
 
@@ -28,15 +28,16 @@ ExitCode ShowMember(const MemberFile& file, std::size_t i, const ShowOptions& op
 ExitCode Show(const ShowOptions& options, const Console& console)
 {
     bool hasShown = false;
-    const ExitCode code =
-        ForEachMember(options.files, options.reading, console, [&](const MemberFile& file, std::size_t i) {
-            const ExitCode shown = ShowMember(file, i, options, console);
+    MemberStream stream(options.files, options.reading, console);
+    while (auto member = stream.Next())
+        stream.Use(*member, [&] {
+            const ExitCode shown = ShowMember(*member->file, member->place, options, console);
             hasShown = true;
             return shown;
         });
     if (hasShown && options.rendering.kind != Rendering::Raw)
         console.out('\n' + RenderMarkup(ReportKey(), options.rendering));
-    return code;
+    return stream.Worst();
 }
 
 } // namespace Keltrix::App

@@ -2,7 +2,7 @@
 
 #include "check/SpanReport.h"
 #include "commands/Commands.h"
-#include "stream/EachMember.h"
+#include "stream/MemberStream.h"
 #include "text/Json.h"
 #include "text/Markup.h"
 #include "text/Text.h"
@@ -294,9 +294,11 @@ ExitCode ShowSpans(const SpansOptions& options, const Console& console)
         console.out(RenderMarkup(text, options.rendering));
         return EXIT_FINE;
     };
-    const ExitCode code = ForEachMember(options.files, options.reading, console, showOne, {options.code.code, {}, {}});
+    MemberStream stream(options.files, options.reading, console, BeamReading::Members, options.code.code);
+    while (auto member = stream.Next())
+        stream.Use(*member, [&] { return showOne(*member->file, member->place); });
     if (options.format == Format::JSON) console.out(JsonText(members));
-    return code;
+    return stream.Worst();
 }
 
 } // namespace Keltrix::App

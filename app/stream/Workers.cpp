@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <thread>
+#include <utility>
 
 #include "io/Failure.h"
 
@@ -12,7 +13,6 @@
 #include <cstdint>
 #include <cstring>
 #include <list>
-#include <memory>
 
 #include <fcntl.h>
 #include <poll.h>
@@ -28,10 +28,16 @@ int MostWorkers() { return 1; }
 
 bool IsReadable(int) { return true; }
 
-void RunInWorkers(int, RequestSource&, ReplySink&, const Work&)
+class Workers::Pool {};
+
+Workers::Workers(int, RequestSource&, Work)
 {
     throw BadUsage("--jobs: this system has no worker processes; run several programs instead");
 }
+
+Workers::~Workers() = default;
+
+std::optional<WorkerReply> Workers::Next() { return std::nullopt; }
 
 #else
 
@@ -120,10 +126,12 @@ struct Worker {
     std::size_t received = 0;
 };
 
-class Pool {
+} // namespace
+
+class Workers::Pool {
 public:
-    Pool(int count, RequestSource& source, ReplySink& sink, const Work& work) :
-        m_count(static_cast<std::size_t>(count)), m_source(source), m_sink(sink), m_work(work)
+    Pool(int count, RequestSource& source, Work work) :
+        m_count(static_cast<std::size_t>(count)), m_source(source), m_work(std::move(work))
     {}
     Pool(const Pool&) = delete;
     Pool& operator=(const Pool&) = delete;
@@ -133,13 +141,13 @@ public:
             Reap(worker, worker.slot != nullptr);
     }
 
-    void Run()
+    std::optional<WorkerReply> Next()
     {
         for (;;) {
-            // Workers first: they go on while the replies are put out.
+            // Workers first: they go on while the replies are used.
             HandOut();
-            PutOut();
-            if (m_slots.empty() && m_hasEnded) return;
+            if (auto reply = FirstReply()) return reply;
+            if (m_slots.empty() && m_hasEnded) return std::nullopt;
             Wait();
         }
     }
@@ -249,10 +257,10 @@ private:
             Close(requests[1]);
             Close(replies[0]);
             m_count = m_workers.size(); // goes on with those there are
-            m_sink.Tell("--jobs: " +
-                        (m_count == 0 ? "no worker process can be started, the work is done in one process"
-                                      : "only " + std::to_string(m_count) + " worker processes can be started") +
-                        ": " + std::strerror(reason));
+            m_told = "--jobs: " +
+                     (m_count == 0 ? "no worker process can be started, the work is done in one process"
+                                   : "only " + std::to_string(m_count) + " worker processes can be started") +
+                     ": " + std::strerror(reason);
             return nullptr;
         }
         Widen(replies[0]);
@@ -304,7 +312,7 @@ private:
         }
         ++slot->attempts;
         slot->isSuspect = true;
-        std::vector<std::string> parts = m_sink.Parts(slot->request);
+        std::vector<std::string> parts = m_source.Parts(slot->request);
         if (parts.size() > 1)
             Replace(slot, std::move(parts));
         else if (slot->attempts > 1)
@@ -325,17 +333,28 @@ private:
         m_slots.erase(place);
     }
 
-    void PutOut()
+    // What is told, then the reply of the first request, where it is there.
+    std::optional<WorkerReply> FirstReply()
     {
-        for (; !m_slots.empty(); m_slots.pop_front()) {
-            const Slot& first = m_slots.front();
-            if (first.state == Slot::Done)
-                m_sink.Take({first.reply.get(), first.replyLength});
-            else if (first.state == Slot::Lost)
-                m_sink.Lose(first.request, first.end);
-            else
-                return;
+        WorkerReply reply;
+        if (!m_told.empty()) {
+            reply.kind = WorkerReply::Told;
+            reply.how = std::exchange(m_told, {});
+            return reply;
         }
+        if (m_slots.empty()) return std::nullopt;
+        Slot& first = m_slots.front();
+        if (first.state != Slot::Done && first.state != Slot::Lost) return std::nullopt;
+        if (first.state == Slot::Done) {
+            reply.bytes = std::move(first.reply);
+            reply.size = first.replyLength;
+        } else {
+            reply.kind = WorkerReply::Lost;
+            reply.request = std::move(first.request);
+            reply.how = std::move(first.end);
+        }
+        m_slots.pop_front();
+        return reply;
     }
 
     // For a reply, or for more from the source where that said "later".
@@ -380,15 +399,13 @@ private:
 
     std::size_t m_count;
     RequestSource& m_source;
-    ReplySink& m_sink;
-    const Work& m_work;
+    const Work m_work;
+    std::string m_told; // not yet
     std::list<Worker> m_workers;
     std::list<Slot> m_slots; // in the order in which they are put out
     bool m_hasEnded = false;
     bool m_isLater = false;
 };
-
-} // namespace
 
 bool IsReadable(int descriptor)
 {
@@ -396,10 +413,13 @@ bool IsReadable(int descriptor)
     return poll(&asked, 1, 0) != 0;
 }
 
-void RunInWorkers(int count, RequestSource& source, ReplySink& sink, const Work& work)
-{
-    Pool(count, source, sink, work).Run();
-}
+Workers::Workers(int count, RequestSource& source, Work work) :
+    m_pool(std::make_unique<Pool>(count, source, std::move(work)))
+{}
+
+Workers::~Workers() = default;
+
+std::optional<WorkerReply> Workers::Next() { return m_pool->Next(); }
 
 #endif
 

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,7 +10,7 @@
 namespace Keltrix::App {
 
 /// Where workers' requests come from. Requests and replies are bytes; what they mean is between the source, the work and
-/// the sink.
+/// the one who takes the replies.
 class RequestSource {
 public:
     virtual ~RequestSource() = default;
@@ -21,21 +23,9 @@ public:
     virtual Answer Next(std::string& request, bool mayWait) = 0;
     /// The descriptor from which more will come after `Later`.
     virtual int Descriptor() const = 0;
-};
-
-/// Takes what became of the requests, in their order.
-class ReplySink {
-public:
-    virtual ~ReplySink() = default;
-    virtual void Take(std::string_view reply) = 0;
     /// The parts of a request, to be tried one by one after the worker that had it ended; one or none where it cannot be
     /// taken apart.
     virtual std::vector<std::string> Parts(std::string_view request) const = 0;
-    /// A request with which workers ended twice, alone, and how the last one did: "killed by signal 9". Also one that
-    /// cannot be tried again, as no other process can be started.
-    virtual void Lose(std::string_view request, const std::string& how) = 0;
-    /// Fewer processes than asked for can be started, and why.
-    virtual void Tell(const std::string& message) = 0;
 };
 
 /// Whether a read would return without blocking (data or end of file).
@@ -47,11 +37,41 @@ int MostWorkers();
 /// What a worker does: appends the reply to an empty text, which keeps its memory from one request to the next.
 using Work = std::function<void(std::string_view request, std::string& reply)>;
 
+/// What became of a request.
+struct WorkerReply {
+    enum Kind {
+        Done,
+        Lost, ///< workers ended twice with the request alone, or it cannot be tried again, as no other process can be started
+        Told ///< of no request: fewer processes than asked for can be started, and why
+    };
+    Kind kind = Done;
+    std::unique_ptr<char[]> bytes; ///< of the reply; a string would be filled with zeros first
+    std::size_t size = 0;
+    std::string request; ///< that was lost
+    std::string how;     ///< the last worker ended with it: "killed by signal 9"; what is told
+
+    std::string_view Text() const { return {bytes.get(), size}; }
+};
+
 /// Has requests turned into replies by `work` in `count` processes at once, which are copies of this one. Replies come in
 /// the order of the requests. At most a few requests for each worker are under way or wait for an earlier one, so that memory
 /// does not grow with their number. A worker that ends is replaced; a request that it had not yet begun is given to another.
-/// Where no process can be started the work is done in this one, except for requests with which a worker ended. Throws
-/// BadUsage where the system has no such processes. SIGPIPE must be ignored: a worker may end while a request is sent to it.
-void RunInWorkers(int count, RequestSource& source, ReplySink& sink, const Work& work);
+/// Where no process can be started the work is done in this one, except for requests with which a worker ended. SIGPIPE must be ignored: a worker
+/// may end while a request is sent to it.
+class Workers {
+public:
+    /// Throws BadUsage where the system has no such processes. The source must outlive the workers.
+    Workers(int count, RequestSource& source, Work work);
+    Workers(const Workers&) = delete;
+    Workers& operator=(const Workers&) = delete;
+    ~Workers();
+
+    /// The next reply; nothing after the last one.
+    std::optional<WorkerReply> Next();
+
+private:
+    class Pool;
+    std::unique_ptr<Pool> m_pool;
+};
 
 } // namespace Keltrix::App

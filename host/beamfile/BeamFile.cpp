@@ -256,7 +256,7 @@ private:
     void ReadFactors(TomlKeys& keys)
     {
         constexpr NumberRange share{0.0, 1.0, "a ratio above 0, at most 1", true};
-        constexpr NumberRange ratio{0.0, 10.0, "a ratio above 0, at most 10", true};
+        constexpr NumberRange ratio{1.0, 1.5, "a ratio from 1 to 1.5"};
         constexpr NumberRange factor{0.0, 10.0, "a factor above 0, at most 10", true};
         m_file.netToGross = keys.Number("net-to-gross", share).value_or(1.0);
         m_file.plasticToElastic = keys.Number("plastic-to-elastic", ratio).value_or(1.2);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "memberfile/CodelessMember.h"
 #include "text/BadInput.h"
 #include "text/Text.h"
 
@@ -168,6 +169,20 @@ bool IsCompressed(const Beam& beam)
     });
 }
 
+// A rule of no design code that is not evaluated: the member does not pass.
+void AddOpenRule(const wchar_t* name, const wchar_t* reason, CheckedMember& checked)
+{
+    RuleFinding finding;
+    for (const RuleFinding& known : checked.findings.rules)
+        finding.rule = std::max(finding.rule, known.rule + 1);
+    finding.name = name;
+    finding.clause = L"none";
+    finding.reason = reason;
+    checked.findings.rules.push_back(finding);
+    checked.sources.emplace_back();
+    checked.passed = false;
+}
+
 // Checks of members know neither springs nor hinges: their points hold rigidly what the restraints say, and the member goes on at a hinge.
 // Where that would decide on buckling, nothing is known of it.
 void AddUnseenBuckling(const Beam& beam, CheckedMember& checked)
@@ -181,19 +196,30 @@ void AddUnseenBuckling(const Beam& beam, CheckedMember& checked)
     const bool hasSpring = std::any_of(given.supports.begin(), given.supports.end(), isSprung);
     const bool hasHinge = !given.hinges.empty();
     if (!hasLateral && !((hasSpring || hasHinge) && IsCompressed(beam))) return;
-    RuleFinding finding;
-    for (const RuleFinding& known : checked.findings.rules)
-        finding.rule = std::max(finding.rule, known.rule + 1);
-    finding.name = L"buckling of a member with springs or hinges";
-    finding.clause = L"none";
-    finding.reason =
-        hasHinge && !hasSpring
-            ? L"the checks take the member as continuous at its hinges, which is not safe under compression"
-            : L"the checks take springs as rigid and the member as continuous at hinges, which is not safe for "
-              L"buckling";
-    checked.findings.rules.push_back(finding);
-    checked.sources.emplace_back();
-    checked.passed = false;
+    AddOpenRule(L"buckling of a member with springs or hinges",
+                hasHinge && !hasSpring
+                    ? L"the checks take the member as continuous at its hinges, which is not safe under compression"
+                    : L"the checks take springs as rigid and the member as continuous at hinges, which is not safe for "
+                      L"buckling",
+                checked);
+}
+
+bool IsIdle(const MemberFile& file)
+{
+    CodelessMember member;
+    file.ReadInto(0, member);
+    const auto isNothing = [](const Vec3<double>& v) { return v.x == 0.0 && v.y == 0.0 && v.z == 0.0; };
+    return std::all_of(member.SubSpans().begin(), member.SubSpans().end(), [&](const Steel::CSubSpan& s) {
+        return isNothing(s.GetForcesLeft()) && isNothing(s.GetForcesRight()) && isNothing(s.GetMomentsLeft()) &&
+               isNothing(s.GetMomentsRight());
+    });
+}
+
+// Nobody wants to know whether a beam carries nothing: a load was forgotten.
+void AddMissingLoads(const Beam& beam, CheckedMember& checked)
+{
+    if (checked.Utilisation() != 0.0 || !std::all_of(beam.members.begin(), beam.members.end(), IsIdle)) return;
+    AddOpenRule(L"loads", L"no load acts on the beam in any combination, so that nothing was checked", checked);
 }
 
 void AddDeflections(const Beam& beam, CheckedMember& checked)
@@ -307,6 +333,7 @@ CheckedMember CheckBeam(const Beam& beam, const CodeChoice& choice, bool withTex
     checked.fileWarnings = beam.made.defects.size();
     AddUnseenBuckling(beam, checked);
     AddDeflections(beam, checked);
+    AddMissingLoads(beam, checked);
     checked.findings.status = checked.failed   ? Design::Status::Failed
                               : checked.passed ? Design::Status::Passed
                                                : Design::Status::NotChecked;

@@ -140,25 +140,31 @@ Json ResistanceJson(const Design::Resistance& resistance, Json start, Json end)
                       OrNull(resistance.value), "start", std::move(start), "end", std::move(end));
 }
 
+// Those of cross-sections, then those of spans.
+Json ResistanceList(const Design::MemberFindings& findings)
+{
+    Json list = Json::array();
+    for (const Design::Resistance& resistance : findings.resistances)
+        list.push_back(ResistanceJson(resistance, Json(), Json()));
+    for (const Design::SpanFinding& span : findings.spans)
+        if (!span.isCombination) list.push_back(ResistanceJson(span.resistance, span.start, span.end));
+    return list;
+}
+
 // `list` has all of them. A name for each symbol, and `spans`, are kept for compatibility until version 0.3.
-Json ResistancesJson(const Design::MemberFindings& findings)
+Json ResistancesByName(const Design::MemberFindings& findings)
 {
     Json json = Json::object();
     auto& members = json.get_ref<Json::object_t&>(); // no search for each symbol
     members.reserve(findings.resistances.size() + 2);
-    Json list = Json::array();
-    for (const Design::Resistance& resistance : findings.resistances)
-        list.push_back(ResistanceJson(resistance, Json(), Json()));
-    Json spans = Json::array();
-    for (const Design::SpanFinding& span : findings.spans) {
-        if (span.isCombination) continue;
-        list.push_back(ResistanceJson(span.resistance, span.start, span.end));
-        spans.push_back(JsonObject("start", span.start, "end", span.end, Utf8(span.resistance.symbol).c_str(),
-                                   OrNull(span.resistance.value)));
-    }
-    members.emplace_back("list", std::move(list));
+    members.emplace_back("list", ResistanceList(findings));
     for (const Design::Resistance& resistance : findings.resistances)
         members.emplace_back(Utf8(resistance.symbol), OrNull(resistance.value));
+    Json spans = Json::array();
+    for (const Design::SpanFinding& span : findings.spans)
+        if (!span.isCombination)
+            spans.push_back(JsonObject("start", span.start, "end", span.end, Utf8(span.resistance.symbol).c_str(),
+                                       OrNull(span.resistance.value)));
     members.emplace_back("spans", std::move(spans));
     return json;
 }
@@ -264,6 +270,21 @@ const char* KeywordOf(Design::Subject subject)
     }
 }
 
+// A section that the code does not take is refused in the code's own words.
+CSteelGrade ReadMember(const MemberFile& file, std::size_t i, const Design::DesignCode& code,
+                       Steel::CSteelMemberGen& member)
+{
+    try {
+        return file.ReadInto(i, member);
+    } catch (const BadMember& refusal) {
+        if (refusal.defect.code != "code-section") throw;
+        const std::wstring_view section = file.FieldOf(i, LineKind::Section);
+        const CString reason = code.SectionRefusal(CSection(CString(section)));
+        if (reason.IsEmpty()) throw;
+        throw file.Refusal(i, "SECTION", "code-section", Quote(section) + ": " + Utf8(reason), {});
+    }
+}
+
 } // namespace
 
 void RequireAccepted(const MemberFile& file, std::size_t i, const Design::MemberFindings& findings)
@@ -285,7 +306,7 @@ CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoic
     checked.coded = checked.code->NewMember(choice.settings);
     checked.member = &checked.coded->Member();
     checked.result = std::make_unique<CMemberResult>();
-    const CSteelGrade grade = file.ReadInto(i, *checked.member);
+    const CSteelGrade grade = ReadMember(file, i, *checked.code, *checked.member);
     checked.title = Utf8(checked.member->GetTitle());
     SetGradeOf(file, i, *checked.code, *checked.member, grade);
     if (!withText) checked.result->EnableText(false);
@@ -601,7 +622,8 @@ Json JsonOf(const CheckedMember& checked)
     json["effective_lengths"] = JsonObject("major", LengthsJson(lengths.GetMajorAxisEntries()), "minor",
                                            LengthsJson(lengths.GetMinorAxisEntries()), "lateral_torsional",
                                            LengthsJson(lengths.GetLateralTorsionalEntries()));
-    json["resistances"] = ResistancesJson(checked.findings);
+    json["resistances"] = checked.code->Description().resistancesByName ? ResistancesByName(checked.findings)
+                                                                        : ResistanceList(checked.findings);
     json["checks"] = std::move(checks);
     json["assumptions"] = std::move(assumptions);
     return json;

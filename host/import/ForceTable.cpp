@@ -38,7 +38,7 @@ public:
             ReadRow(row);
         ShareRounding();
         for (MemberForces& member : m_members)
-            MakeStations(member);
+            if (!member.isBroken) MakeStations(member);
         RequireAllCases();
         return std::move(m_members);
     }
@@ -74,7 +74,12 @@ private:
             read.value[i] = number->value;
             read.half[i] = number->half;
         }
-        if (isSound) CaseOf(member, name).rows.push_back(read);
+        if (member.empty()) return;
+        MemberForces& forces = MemberOf(member, row.line);
+        if (isSound)
+            CaseOf(forces, name).rows.push_back(read);
+        else
+            forces.isBroken = true;
     }
 
     template <class Use>
@@ -106,15 +111,21 @@ private:
         });
     }
 
-    ForceCase& CaseOf(const std::string& member, const std::string& name)
+    MemberForces& MemberOf(const std::string& name, LineNumber line)
     {
-        const auto [at, isNew] = m_places.emplace(member, m_members.size());
-        if (isNew) {
-            m_members.emplace_back().name = member;
-            m_cases.emplace_back();
-        }
-        MemberForces& forces = m_members[at->second];
-        const auto [place, isNewCase] = m_cases[at->second].emplace(name, forces.cases.size());
+        const auto [at, isNew] = m_places.emplace(name, m_members.size());
+        if (!isNew) return m_members[at->second];
+        m_cases.emplace_back();
+        MemberForces& forces = m_members.emplace_back();
+        forces.name = name;
+        forces.line = line;
+        return forces;
+    }
+
+    ForceCase& CaseOf(MemberForces& forces, const std::string& name)
+    {
+        auto& cases = m_cases[static_cast<std::size_t>(&forces - m_members.data())];
+        const auto [place, isNewCase] = cases.emplace(name, forces.cases.size());
         if (isNewCase) forces.cases.emplace_back().name = name;
         return forces.cases[place->second];
     }
@@ -207,10 +218,11 @@ private:
                 if (std::find(names.begin(), names.end(), one.name) == names.end()) names.push_back(one.name);
         for (const MemberForces& member : m_members)
             for (const std::string& name : names) {
+                if (member.isBroken) continue;
                 const bool isThere = std::any_of(member.cases.begin(), member.cases.end(),
                                                  [&](const ForceCase& one) { return one.name == name; });
                 if (isThere) continue;
-                m_findings.Error(m_table.Name(), member.cases.front().rows.front().line, m_table.CaptionOf(FORCES_CASE),
+                m_findings.Error(m_table.Name(), member.line, m_table.CaptionOf(FORCES_CASE),
                                  "no row of member " + Quoted(member.name) + " in case " + Quoted(name),
                                  "the same cases for all members");
             }

@@ -33,6 +33,8 @@ struct ForceCase {
 
 struct MemberForces {
     std::string name;
+    LineNumber line = 0;   ///< of its first row
+    bool isBroken = false; ///< a row of it could not be read: what it lacks says nothing
     std::vector<ForceCase> cases;
     std::vector<double> stations; ///< of all its cases, ascending
 

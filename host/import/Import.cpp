@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <set>
 #include <utility>
 
 #include "import/ForceBalance.h"
@@ -20,10 +21,12 @@ using Steel::CRestraint;
 using Actions = std::array<double, IMPORTED_ACTIONS>;
 
 constexpr TablePlane PLANES[] = {TablePlane::XZ, TablePlane::XY};
-// More gaps than these tell nothing new.
 // Share of the largest moment that loads between stations may hide without a word.
 constexpr double MOST_COARSE = 0.05;
+// More gaps than these tell nothing new.
 constexpr std::size_t MOST_GAPS = 5;
+// A restraint that is nearer to a station or to another restraint than this is at the same place, m.
+constexpr double SAME_RESTRAINT = 1e-3;
 
 std::string MomentText(double value) { return Rounded(value / 1e3, 5) + " kNm"; }
 
@@ -44,13 +47,14 @@ std::string ReadUnit(const std::string& key, ImportUnitKind kind, const std::str
 {
     const ImportUnit* const unit = ImportUnitNamed(value);
     if (!unit || unit->kind != kind) return key + "=" + PrintableLine(value) + ": expected " + ImportUnitWords(kind);
-    settings.forces.names.units[kind] = unit;
+    if (!settings.forces.names.units.emplace(kind, unit).second) return key + " is given twice";
     if (kind == ImportUnitKind::Length) settings.members.units[kind] = unit;
     return {};
 }
 
-std::string ReadPair(const std::string& key, const std::string& value, ImportSettings& settings)
+std::string ReadPair(const std::string& key, std::string value, ImportSettings& settings)
 {
+    if (SameWord(Wide(value).View(), L"none")) value = "none";
     if (value.empty()) return PrintableLine(key) + "=: expected a caption of the table, or none";
     if (key == "length") return ReadUnit(key, ImportUnitKind::Length, value, settings);
     if (key == "force") return ReadUnit(key, ImportUnitKind::Force, value, settings);
@@ -69,6 +73,8 @@ std::string ReadPair(const std::string& key, const std::string& value, ImportSet
     ImportNames& target = isOfMembers ? settings.members : settings.forces.names;
     if (value == "none" && !isOfMembers && !field->unit)
         return PrintableLine(key) + "=none: there are no forces without it";
+    if (value == "none" && isOfMembers && field->isRequired)
+        return PrintableLine(key) + "=none: there are no members without it";
     if (!target.columns.emplace(field->name, value).second) return PrintableLine(key) + " is given twice";
     return {};
 }
@@ -85,6 +91,7 @@ public:
     {
         m_forces = ReadForces(m_forceTable, m_settings.forces, m_findings);
         m_members = ReadMembers(m_memberTable, m_settings.members, m_findings);
+        if (m_settings.hasGrade) CheckGrades();
         // What is missing in a table that was not understood says nothing.
         if (!m_forces.empty() && !m_members.empty()) Match();
         if (!m_findings.HasErrors()) CheckBalance();
@@ -123,6 +130,15 @@ private:
         m_findings.Error(m_memberTable.Name(), member.line, std::move(column), std::move(got), std::move(expected));
     }
 
+    // Every command would refuse the member.
+    void CheckGrades()
+    {
+        for (const ImportedMember& member : m_members)
+            if (!member.content.grade.empty() && !m_settings.hasGrade(member.content.grade))
+                FaultOfMember(member, "grade", Quoted(member.content.grade),
+                              "a grade of a design code of this program: " + m_settings.grades);
+    }
+
     // --- Which forces belong to which member ---
 
     void Match()
@@ -140,7 +156,7 @@ private:
                 continue;
             }
             const std::optional<std::wstring> nearest = Nearest(Wide(forces.name).View(), known);
-            FaultOfForces(forces.cases.front().rows.front().line, "member", "unknown member " + Quoted(forces.name),
+            FaultOfForces(forces.line, "member", "unknown member " + Quoted(forces.name),
                           "a member of " + m_memberTable.Name(), nearest ? "did you mean " + Utf8(*nearest) : "");
         }
         for (const ImportedMember& member : m_members) {
@@ -148,7 +164,7 @@ private:
             if (!forces)
                 FaultOfMember(member, "member", Quoted(member.name) + " without a row in " + m_forceTable.Name(),
                               "forces of each member");
-            else
+            else if (!forces->isBroken)
                 CheckPlaces(member, *forces);
         }
     }
@@ -210,12 +226,16 @@ private:
         bool isBalanced = true;
         for (const TablePlane plane : PLANES)
             isBalanced = isBalanced && balances[{plane, chosen.LawOf(plane)}];
-        if (isBalanced)
-            return m_findings.Say(Severity::Note, m_forceTable.Name(), m_forceTable.HeaderLine(),
-                                  std::string("read as ") + chosen.name + ": " + chosen.meaning +
-                                      (others.empty() ? ""
-                                                      : "; the forces balance as " + others +
-                                                            " as well, so that what these differ in is not checked"));
+        if (isBalanced) {
+            m_findings.Say(Severity::Note, m_forceTable.Name(), m_forceTable.HeaderLine(),
+                           std::string("read as ") + chosen.name + ": " + chosen.meaning +
+                               (others.empty() ? ""
+                                               : "; the forces balance as " + others +
+                                                     " as well, so that what these differ in is not checked"));
+            for (const TablePlane plane : PLANES)
+                if (balances[{plane, 1}] && balances[{plane, -1}]) TellUnchecked(plane);
+            return;
+        }
         m_findings.Say(Severity::Error, m_forceTable.Name(), m_forceTable.HeaderLine(),
                        std::string("the forces do not balance as ") + chosen.name + "; " +
                            (others.empty() ? "no preset balances them: is there a load between two stations, an "
@@ -223,6 +243,24 @@ private:
                                            : "they would as " + others));
         for (const TablePlane plane : PLANES)
             TellGaps(plane, chosen.LawOf(plane));
+    }
+
+    // Figures that are so coarse, or stations so few, that either sign would do.
+    void TellUnchecked(TablePlane plane)
+    {
+        bool hasShear = false;
+        bool hasMoment = false;
+        for (const MemberForces& forces : m_forces)
+            for (const ForceCase& one : forces.cases)
+                for (const ForceRow& row : one.rows) {
+                    hasShear = hasShear || row.value[ShearOf(plane)] != 0.0;
+                    hasMoment = hasMoment || row.value[MomentOf(plane)] != 0.0;
+                }
+        if (!hasShear || !hasMoment) return;
+        m_findings.Say(Severity::Warning, m_forceTable.Name(), m_forceTable.HeaderLine(),
+                       std::string("the signs of ") + (plane == TablePlane::XZ ? "My" : "Mz") +
+                           " are not checked: its figures balance with " + LawText(plane, 1) + " and with " +
+                           LawText(plane, -1) + "; export more digits, or more stations");
     }
 
     void TellGaps(TablePlane plane, int law)
@@ -302,14 +340,18 @@ private:
 
     // --- Members as text ---
 
-    // Places of restraints that are those of an end or of a station are exactly these.
+    // Places of restraints that are those of an end, of a station or of another restraint are exactly these.
     static std::vector<HeldPlace> HeldOf(const ImportedMember& member, const MemberForces& forces)
     {
+        std::vector<double> known = forces.stations;
+        const double near =
+            std::min(SAME_RESTRAINT, SAME_RESTRAINT * (forces.stations.back() - forces.stations.front()));
         const auto snapped = [&](double x) {
             for (const double end : {forces.stations.front(), forces.stations.back()})
                 if (std::abs(x - end) <= forces.EndTolerance()) return end;
-            for (const double station : forces.stations)
-                if (std::abs(x - station) <= forces.Tolerance()) return station;
+            for (const double place : known)
+                if (std::abs(x - place) <= near) return place;
+            known.push_back(x);
             return x;
         };
         std::vector<HeldPlace> list = member.held;
@@ -415,6 +457,7 @@ private:
         for (const ForceCase& one : forces.cases) {
             MemberContent content = member.content;
             content.title = PrintableLine(member.name + ": " + one.name);
+            TellTwin(member, content.title);
             AddPoints(member, held, places, content);
             AddSubSpans(member, one, held, places, content);
             std::string text = MemberFileText(content);
@@ -422,6 +465,15 @@ private:
             m_import.text += text;
             ++m_import.cases;
         }
+    }
+
+    // A comma in a name is a semicolon in a title.
+    void TellTwin(const ImportedMember& member, std::string title)
+    {
+        std::replace(title.begin(), title.end(), ',', ';');
+        if (!m_titles.insert(title).second)
+            m_findings.Say(Severity::Warning, m_memberTable.Name(), member.line,
+                           "two members are called " + Quoted(title) + " in the member file");
     }
 
     // What commands would refuse is refused here.
@@ -441,6 +493,7 @@ private:
     std::vector<MemberForces> m_forces;
     std::vector<ImportedMember> m_members;
     std::map<std::string, const MemberForces*> m_byName;
+    std::set<std::string> m_titles;
     Import m_import;
 };
 

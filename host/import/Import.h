@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,9 @@ struct ImportSettings {
     ForceReading forces;
     ImportNames members;
     bool isStrict = false; ///< every warning is an error
+    /// Whether a design code has a grade of that name; without it none is asked.
+    std::function<bool(const std::string&)> hasGrade = {};
+    std::string grades; ///< that there are, in words: "S275, S355"
 };
 
 /// Reads what maps columns: the name of a sign convention, once; FIELD=CAPTION or FIELD=none of the forces, members.FIELD=CAPTION of the

@@ -152,9 +152,12 @@ const ImportUnit* ImportUnitNamed(std::string_view text)
         }
         if (text[i] != ' ' && text[i] != '.' && text[i] != '*' && text[i] != '-') bare += text[i];
     }
-    if (bare.starts_with("KN") || bare.starts_with("kn")) bare.replace(0, 2, "kN");
-    for (const ImportUnit& unit : IMPORT_UNITS)
-        if (bare == unit.word) return &unit;
+    // Letter case does not matter, except where it tells m from M.
+    for (const ImportUnit& unit : IMPORT_UNITS) {
+        const bool hasPrefix = unit.word[0] == 'm' || unit.word[0] == 'M';
+        if (SameWord(Wide(bare).View(), Wide(unit.word).View()) && (!hasPrefix || bare[0] == unit.word[0]))
+            return &unit;
+    }
     return nullptr;
 }
 
@@ -175,6 +178,11 @@ ImportTable::ImportTable(std::string name, std::string_view bytes, ImportFinding
 {
     DecodeText(m_name, bytes); // throws where the bytes are no text
     if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
+    if (bytes.find('\n') == std::string_view::npos && bytes.find('\r') != std::string_view::npos) {
+        m_findings.Error(m_name, 1, {}, "lines that end in carriage returns alone", "line feeds",
+                         "save the table with line feeds at the ends of its lines");
+        return;
+    }
     LineNumber number = 0;
     while (!bytes.empty()) {
         const std::size_t end = std::min(bytes.find('\n'), bytes.size());
@@ -245,7 +253,7 @@ void ImportTable::ReadHeader(std::string_view line)
 }
 
 // Whether a line below the captions has units and nothing else.
-bool ImportTable::ReadUnits(const std::vector<std::string>& cells)
+bool ImportTable::ReadUnits(const std::vector<std::string>& cells, LineNumber number)
 {
     bool hasUnit = false;
     for (const std::string& cell : cells) {
@@ -260,7 +268,7 @@ bool ImportTable::ReadUnits(const std::vector<std::string>& cells)
         if (text.empty() || text == "-") continue;
         Column& column = m_columns[i];
         if (!column.unit.empty() && ImportUnitNamed(column.unit) != ImportUnitNamed(text))
-            m_findings.Error(m_name, m_headerLine + 1, column.caption, Quoted(text), "the unit of its caption");
+            m_findings.Error(m_name, number, column.caption, Quoted(text), "the unit of its caption");
         column.unit = text;
     }
     return true;
@@ -278,7 +286,7 @@ void ImportTable::ReadRow(std::string_view line, LineNumber number)
                                 std::to_string(m_columns.size()) + ", one for each caption",
                                 isLong && m_separator == ',' ? "a decimal comma? write a decimal point" : "");
     }
-    if (m_rows.empty() && ReadUnits(*cells)) return;
+    if (m_rows.empty() && ReadUnits(*cells, number)) return;
     m_rows.push_back({number, std::move(*cells)});
 }
 

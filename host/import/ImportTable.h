@@ -114,7 +114,7 @@ private:
     };
 
     void ReadHeader(std::string_view line);
-    bool ReadUnits(const std::vector<std::string>& cells);
+    bool ReadUnits(const std::vector<std::string>& cells, LineNumber number);
     void ReadRow(std::string_view line, LineNumber number);
     std::optional<std::vector<std::string>> Split(std::string_view line, LineNumber number);
     void FindColumn(std::size_t field, const ImportNames& names);

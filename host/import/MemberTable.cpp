@@ -108,9 +108,9 @@ private:
             return Fault(row, Column::MEMBER, Quoted(member.name) + " once more", "each member in one row");
         ReadSection(row, member.content);
         ReadGrade(row, member.content);
-        ReadFactor(row, Column::NET_TO_GROSS, member.content.netToGross);
-        ReadFactor(row, Column::PLASTIC_TO_ELASTIC, member.content.plasticToElastic);
-        ReadFactor(row, Column::SHEAR_LAG, member.content.shearLag);
+        ReadFactor(row, Column::NET_TO_GROSS, NET_TO_GROSS, member.content.netToGross);
+        ReadFactor(row, Column::PLASTIC_TO_ELASTIC, PLASTIC_TO_ELASTIC, member.content.plasticToElastic);
+        ReadFactor(row, Column::SHEAR_LAG, SHEAR_LAG, member.content.shearLag);
         if (m_table.Has(Column::LENGTH)) member.length = m_table.Number(row, Column::LENGTH);
         if (member.length && !(member.length->value > 0.0))
             Fault(row, Column::LENGTH, m_table.Text(row, Column::LENGTH), "a length above 0");
@@ -150,10 +150,25 @@ private:
             Fault(row, Column::GRADE, Quoted(content.grade), "the name of a grade, which has no comma");
     }
 
-    void ReadFactor(const ImportTable::Row& row, Column::Place field, double& value)
+    // What the factors of a member can be. No design code takes another.
+    struct Share {
+        double least;
+        double most;
+        bool isLeastAllowed;
+        const char* expected;
+    };
+    static constexpr Share NET_TO_GROSS{0.0, 1.0, false, "a ratio above 0, at most 1"};
+    static constexpr Share PLASTIC_TO_ELASTIC{1.0, 1.5, true, "a ratio from 1 to 1.5, as a rule 1.2 or 1.5"};
+    static constexpr Share SHEAR_LAG{0.0, 1.0, true, "a factor from 0 to 1"};
+
+    void ReadFactor(const ImportTable::Row& row, Column::Place field, const Share& share, double& value)
     {
         if (!m_table.Has(field)) return;
-        if (const auto number = m_table.Number(row, field)) value = number->value;
+        const auto number = m_table.Number(row, field);
+        if (!number) return;
+        value = number->value;
+        if (value < share.least || value > share.most || (value == share.least && !share.isLeastAllowed))
+            Fault(row, field, m_table.Text(row, field), share.expected);
     }
 
     std::optional<CRestraint> End(const ImportTable::Row& row, Column::Place field)

@@ -143,30 +143,6 @@ std::string BeamFileText(const NewBeam& beam)
     return text;
 }
 
-std::string CaptionedMemberFile(const std::string& memberFile)
-{
-    std::string text;
-    std::string last;
-    for (std::size_t at = 0; at < memberFile.size();) {
-        const std::size_t end = std::min(memberFile.find('\n', at), memberFile.size() - 1);
-        const std::string line = memberFile.substr(at, end + 1 - at);
-        const std::string keyword = line.substr(0, line.find(','));
-        if (keyword == "MEMBERPOINT" && last != keyword)
-            text +=
-                "HEADINGS,Points: number; position in m; what is held there (Pinned, Fixed, Free, Top flange lateral "
-                "...); height of the load above the shear centre in m\n";
-        if (keyword == "SUBSPAN" && last != keyword)
-            text += "HEADINGS,Sub-spans between the points: forces in N and moments in N.m on the member's axes at the "
-                    "left and the right end; what is held along; height of the load in m\n"
-                    "HEADINGS,Signs: tension above zero; dMyy/dx = Fz; Myy below zero where the member sags; dMzz/dx = "
-                    "-Fy\n";
-        text += line;
-        last = keyword;
-        at = end + 1;
-    }
-    return text;
-}
-
 std::string ReadNewRestraint(const std::string& text, NewBeam& beam)
 {
     const std::size_t at = text.find('@');

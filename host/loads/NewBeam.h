@@ -35,10 +35,6 @@ struct NewBeam {
 /// an example, which a comment says.
 std::string BeamFileText(const NewBeam& beam);
 
-/// A member file with lines of captions that say what the fields mean, in which units and with which signs. Captions change
-/// nothing of what is read.
-std::string CaptionedMemberFile(const std::string& memberFile);
-
 /// "top@0:6", "imposed=45@3" and so on as the command line has them. Each returns what is wrong as a sentence, or nothing.
 std::string ReadNewRestraint(const std::string& text, NewBeam& beam);
 std::string ReadNewLoad(const std::string& text, NewBeam::Shape shape, NewBeam& beam);

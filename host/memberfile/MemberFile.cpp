@@ -79,17 +79,27 @@ void MemberFile::Add(Defect defect)
     m_check.defects.insert(at, std::move(defect));
 }
 
-LineNumber MemberFile::LineOf(std::size_t i, const std::string& keyword) const
+std::pair<LineNumber, std::wstring_view> MemberFile::Find(std::size_t i, LineKind kind) const
 {
-    const CString wanted = Wide(keyword);
     std::wstring_view rest = Member(i).text;
     for (LineNumber line = Member(i).firstLine; !rest.empty(); ++line) {
         const std::size_t end = std::min(rest.find(L'\n'), rest.size());
         std::wstring_view text = rest.substr(0, end);
-        if (SameWord(GetSubString(text), wanted.View())) return line;
+        if (LineKindOf(GetSubString(text)) == kind) return {line, text};
         rest.remove_prefix(std::min(end + 1, rest.size()));
     }
-    return Member(i).firstLine;
+    return {Member(i).firstLine, {}};
+}
+
+LineNumber MemberFile::LineOf(std::size_t i, const std::string& keyword) const
+{
+    return Find(i, LineKindOf(keyword)).first;
+}
+
+std::wstring_view MemberFile::FieldOf(std::size_t i, LineKind kind) const
+{
+    std::wstring_view fields = Find(i, kind).second;
+    return GetSubString(fields);
 }
 
 BadMember MemberFile::Refusal(std::size_t i, const std::string& keyword, const char* code, std::string got,
@@ -111,8 +121,8 @@ CSteelGrade MemberFile::ReadInto(std::size_t i, Steel::CSteelMemberGen& member) 
     CSteelGrade grade;
     try {
         if (!member.CSVInputData(text, grade)) {
-            const CString section = member.GetKeltrixSec().Component(0).Description(true);
-            throw Refusal(i, "SECTION", "code-section", Quote(section.View()), "a section that the design code takes");
+            throw Refusal(i, "SECTION", "code-section", Quote(FieldOf(i, LineKind::Section)),
+                          "a section that the design code takes");
         }
     } catch (const Steel::unsupported_design_code_error& error) {
         throw Refusal(i, "MOMENT_AMPLIFICATION_FACTOR_STRONG_AXIS", "code", error.what(), {});

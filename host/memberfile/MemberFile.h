@@ -2,9 +2,11 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "keltrix/steel/SteelMember.h"
 #include "memberfile/MemberCheck.h"
+#include "memberfile/MemberGrammar.h"
 #include "memberfile/MemberPieces.h"
 #include "memberfile/MemberWarnings.h"
 #include "text/BadInput.h"
@@ -47,6 +49,8 @@ public:
 
     /// The first line of member i with a keyword; its first line where there is none.
     LineNumber LineOf(std::size_t i, const std::string& keyword) const;
+    /// The first field of the first such line of member i; empty where there is none.
+    std::wstring_view FieldOf(std::size_t i, LineKind kind) const;
     /// An error in the line of member i with a keyword: what was found and what was expected, or a sentence by itself.
     BadMember Refusal(std::size_t i, const std::string& keyword, const char* code, std::string got,
                       std::string expected) const;
@@ -56,6 +60,9 @@ public:
     CSteelGrade ReadInto(std::size_t i, Steel::CSteelMemberGen& member) const;
 
 private:
+    /// The first line of a kind, and what follows its keyword; else the first line of the member and nothing.
+    std::pair<LineNumber, std::wstring_view> Find(std::size_t i, LineKind kind) const;
+
     MemberFile(SourceText source, const ReadingOptions& options, LineNumber firstLine, bool isAfterEnd, bool isWhole);
 
     std::string m_name;

@@ -2,13 +2,15 @@
 
 #include <algorithm>
 
+#include "memberfile/MemberGrammar.h"
+
 namespace Keltrix::Host {
 
 namespace {
 
 constexpr std::string_view BLANKS = " \t";
 
-std::string_view KeywordOf(std::string_view line)
+std::string_view FirstField(std::string_view line)
 {
     if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
     std::string_view word = line.substr(0, line.find(','));
@@ -18,10 +20,16 @@ std::string_view KeywordOf(std::string_view line)
 
 constexpr char Upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
-bool IsKeyword(std::string_view word, std::string_view keyword)
+// The first letters of the lines that matter for a cut.
+const std::string& CuttingLetters()
 {
-    return std::equal(word.begin(), word.end(), keyword.begin(), keyword.end(),
-                      [](char a, char b) { return Upper(a) == b; });
+    static const std::string letters = [] {
+        std::string found;
+        for (const LineRule& line : MemberLines())
+            if (line.place == LinePlace::Last || line.hidesNextLine) found += static_cast<char>(line.word[0]);
+        return found;
+    }();
+    return letters;
 }
 
 bool IsBlank(std::string_view text) { return text.find_first_not_of(" \t\r\n") == std::string_view::npos; }
@@ -42,16 +50,13 @@ bool MemberCutter::EndsMember(std::string_view line)
 {
     // Nearly all lines begin with another letter than the keywords looked for.
     const std::size_t first = std::min(line.find_first_not_of(BLANKS), line.size());
-    const char letter = first < line.size() ? Upper(line[first]) : '\0';
-    if (letter != 'E' && letter != 'A') {
+    if (first == line.size() || CuttingLetters().find(Upper(line[first])) == std::string::npos) {
         m_mayHideEnd = false;
         return false;
     }
-    const std::string_view keyword = KeywordOf(line);
-    const bool endsMember = !m_mayHideEnd && IsKeyword(keyword, "END");
-    m_mayHideEnd = IsKeyword(keyword, "ALLOWABLE_PLASTIC/ELASTIC_RATIO") ||
-                   IsKeyword(keyword, "EFFECTIVE_LENGTH_OVERRIDES") ||
-                   IsKeyword(keyword, "EQUIVALENT_UNIFORM_MOMENT_FACTOR");
+    const LineKind kind = LineKindOf(FirstField(line));
+    const bool endsMember = !m_mayHideEnd && kind == LineKind::End;
+    m_mayHideEnd = kind != LineKind::Unknown && RuleOf(kind).hidesNextLine;
     return endsMember;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "memberfile/MemberGrammar.h"
 #include "text/Text.h"
 
 namespace Keltrix::Host {
@@ -23,16 +24,19 @@ std::string RestraintWords(const CRestraint& restraint)
     return std::to_string(static_cast<unsigned int>(bare.RestFlag()));
 }
 
+// A line up to its first field.
+std::string Begun(LineKind kind) { return KeywordOf(kind) + ','; }
+
 std::string PointLine(std::size_t index, const Steel::CMemberPoint& point)
 {
     const CRestraint restraint = point.GetRestraint();
-    return "MEMBERPOINT," + std::to_string(index) + ',' + Number(point.GetPos()) + ',' + RestraintWords(restraint) +
-           ',' + Number(restraint.LoadHeight()) + '\n';
+    return Begun(LineKind::MemberPoint) + std::to_string(index) + ',' + Number(point.GetPos()) + ',' +
+           RestraintWords(restraint) + ',' + Number(restraint.LoadHeight()) + '\n';
 }
 
 std::string SubSpanLine(std::size_t index, const Steel::CSubSpan& subSpan)
 {
-    std::string line = "SUBSPAN," + std::to_string(index);
+    std::string line = Begun(LineKind::SubSpan) + std::to_string(index);
     for (const Vec3<double>& end :
          {subSpan.GetForcesLeft(), subSpan.GetForcesRight(), subSpan.GetMomentsLeft(), subSpan.GetMomentsRight()})
         line += ',' + Number(end.x) + ',' + Number(end.y) + ',' + Number(end.z);
@@ -55,25 +59,42 @@ std::string MemberFileText(const MemberContent& content)
 {
     std::string title = content.title;
     std::replace(title.begin(), title.end(), ',', ';');
-    std::string text = "TITLE," + title + '\n';
-    text += "SECTION," + content.section + ',' + content.type + "\nGRADE," + content.grade + '\n';
-    text += "NET_TO_GROSS," + Number(content.netToGross) + '\n';
-    text += "ALLOWABLE_PLASTIC/ELASTIC_RATIO," + Number(content.plasticToElastic) + '\n';
-    text += "SHEAR_LAG_FACTOR," + Number(content.shearLag) + '\n';
-    text += "HEADINGS,YES/NO,Leff Maj,Leff Min,Leff LT\nEFFECTIVE_LENGTH_OVERRIDES,";
+    std::string text = Begun(LineKind::Title) + title + '\n';
+    text += Begun(LineKind::Section) + content.section + ',' + content.type + '\n';
+    text += Begun(LineKind::Grade) + content.grade + '\n';
+    text += Begun(LineKind::NetToGross) + Number(content.netToGross) + '\n';
+    text += Begun(LineKind::PlasticToElastic) + Number(content.plasticToElastic) + '\n';
+    text += Begun(LineKind::ShearLag) + Number(content.shearLag) + '\n';
+    text += CaptionLineOf(LineKind::LengthOverrides) + Begun(LineKind::LengthOverrides);
     text += content.effectiveLengths ? "YES" : "NO";
     if (content.effectiveLengths)
         for (const double length : *content.effectiveLengths)
             text += ',' + Number(length);
     text += '\n';
-    if (content.momentFactor) text += "EQUIVALENT_UNIFORM_MOMENT_FACTOR," + Number(*content.momentFactor) + '\n';
-    text += "HEADINGS,Index,Position,Restraint,Load height\n";
+    if (content.momentFactor) text += Begun(LineKind::UniformMoment) + Number(*content.momentFactor) + '\n';
+    text += CaptionLineOf(LineKind::MemberPoint);
     for (std::size_t i = 0; i < content.points.size(); ++i)
         text += PointLine(i + 1, content.points[i]);
-    text += "HEADINGS,Index,Fx-L,Fy-L,Fz-L,Fx-R,Fy-R,Fz-R,Mx-L,My-L,Mz-L,Mx-R,My-R,Mz-R,Restraint,Load height\n";
+    text += CaptionLineOf(LineKind::SubSpan);
     for (std::size_t i = 0; i < content.subSpans.size(); ++i)
         text += SubSpanLine(i + 1, content.subSpans[i]);
-    return text + "END\n";
+    return text + KeywordOf(LineKind::End) + '\n';
+}
+
+std::string ExplainedMemberFile(const std::string& memberFile)
+{
+    std::string text;
+    LineKind last = LineKind::Unknown;
+    for (std::size_t at = 0; at < memberFile.size();) {
+        const std::size_t end = std::min(memberFile.find('\n', at), memberFile.size() - 1);
+        const std::string line = memberFile.substr(at, end + 1 - at);
+        const LineKind kind = LineKindOf(std::string_view(line).substr(0, line.find_first_of(",\n")));
+        if (kind != LineKind::Unknown && kind != last) text += RuleOf(kind).explanation;
+        text += line;
+        last = kind;
+        at = end + 1;
+    }
+    return text;
 }
 
 } // namespace Keltrix::Host

@@ -32,4 +32,8 @@ std::string GradeFields(const CSteelGrade& grade);
 /// sub-spans are numbered from 1 in their order. Semicolons stand for the commas of a title, which cannot hold one.
 std::string MemberFileText(const MemberContent& content);
 
+/// A member file with lines of captions that say what the fields mean, in which units and with which signs. Captions change
+/// nothing of what is read.
+std::string ExplainedMemberFile(const std::string& memberFile);
+
 } // namespace Keltrix::Host

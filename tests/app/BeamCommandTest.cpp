@@ -116,6 +116,60 @@ TEST(BeamCommand, DesignUpdatesTheSelfWeight)
     EXPECT_EQ(check[0]["status"], "pass");
 }
 
+// What is said is said of the section that is offered: its weight, and what its check found.
+TEST(BeamCommand, DesignWarnsOfTheSectionThatIsOffered)
+{
+    const TestDirectory directory;
+    std::string text = BEAM;
+    text.replace(text.find("UB 457x191x67"), 13, "UB 610x229x125");
+    const std::string design = "design --family UB --count 1 '" + directory.Write("beam.toml", text) + "'";
+    const auto json = nlohmann::json::parse(RunKsteel(design + " --format json").out)[0];
+    const std::string chosen = json["chosen"];
+    ASSERT_NE(chosen, "UB 610x229x125");
+    text.replace(text.find("UB 610x229x125"), 14, chosen);
+    const std::string check = RunKsteel("check --format json '" + directory.Write("beam.toml", text) + "'").out;
+    EXPECT_EQ(json["warnings"], nlohmann::json::parse(check)[0]["warnings"]);
+    EXPECT_THAT(json["warnings"].dump(), Not(HasSubstr("125 kg/m")));
+    EXPECT_EQ(json["order"], "mass");
+}
+
+// Springs leave the buckling open whatever the section: the rows say so.
+TEST(BeamCommand, DesignNamesTheRuleThatIsOpen)
+{
+    const TestDirectory directory;
+    std::string text = BEAM;
+    text.replace(text.find("supports = \"pinned\""), 19,
+                 "supports = [{ at = 0, holds = \"Pinned\" }, { at = 6, holds = \"Pinned\", lateral = 200 }]");
+    const RunResult design = RunKsteel("design --family UB '" + directory.Write("beam.toml", text) + "'");
+    EXPECT_EQ(design.code, EXIT_MEMBER_FAILS);
+    EXPECT_THAT(design.out, HasSubstr("not evaluated: buckling of a member with springs or hinges (none): the checks "
+                                      "take springs as rigid"));
+}
+
+TEST(BeamCommand, FamiliesMayHaveBlanksBetweenThem)
+{
+    const std::string list = "examples/floor_beam.toml --count 1";
+    const RunResult plain = RunKsteel("design --family UB,UC " + list);
+    EXPECT_EQ(plain.code, EXIT_FINE);
+    EXPECT_EQ(RunKsteel("design --family 'ub, uc ' " + list).out, plain.out);
+}
+
+// A pass by nothing would be a load forgotten.
+TEST(BeamCommand, ABeamWithoutALoadDoesNotPass)
+{
+    const TestDirectory directory;
+    std::string text = "self-weight = false\n" + BEAM;
+    for (const char* load : {"udl = 12.0", "udl = 15.0"})
+        text.replace(text.find(load), 10, "udl = 0.00");
+    const std::string file = directory.Write("beam.toml", text);
+    const RunResult result = RunKsteel("check --report table '" + file + "'");
+    EXPECT_EQ(result.code, EXIT_MEMBER_FAILS) << result;
+    EXPECT_THAT(result.out, HasSubstr("not checked"));
+    const auto json = nlohmann::json::parse(RunKsteel("check --format json '" + file + "'").out)[0];
+    EXPECT_EQ(json["status"], "not checked");
+    EXPECT_THAT(json["checks"].dump(), HasSubstr("no load acts on the beam in any combination"));
+}
+
 // A tee has no flange at half its depth: it is not passed over in silence.
 TEST(BeamCommand, DesignSaysWhySectionsAreNotChecked)
 {

@@ -37,7 +37,7 @@ TEST(Ec3, ListsItsResistances)
 {
     const Json member = Json::parse(RunKsteel("check examples/column.csv --code ec3 --format json").out)[0];
     std::string symbols;
-    for (const Json& r : member["resistances"]["list"]) {
+    for (const Json& r : member["resistances"]) {
         symbols += r["symbol"].get<std::string>() + " ";
         EXPECT_TRUE(r["start"].is_number() && r["end"].is_number()) << r.dump();
         EXPECT_TRUE(r["value"].is_number()) << r.dump();

@@ -29,6 +29,27 @@ TEST(ImportCommand, WritesOneStreamOfMembers)
     EXPECT_EQ(piped.out, out.out);
 }
 
+// Every check would refuse the member, at a place in a file that nobody wrote.
+TEST(ImportCommand, RefusesGradesThatNoDesignCodeHas)
+{
+    const TestDirectory directory;
+    const std::string members = ReadWhole(KSTEEL_SOURCE_DIR "/examples/frame/members.csv");
+    const std::size_t at = members.find("S275") == std::string::npos ? members.find("S355") : members.find("S275");
+    ASSERT_NE(at, std::string::npos);
+    const auto withGrade = [&](const std::string& grade) {
+        std::string text = members;
+        const std::string file = directory.Write("members.csv", text.replace(at, 4, grade));
+        return RunKsteel("import examples/frame/forces.csv --map z-down --members '" + file + "'");
+    };
+    const RunResult unknown = withGrade("S999");
+    EXPECT_EQ(unknown.code, EXIT_BAD_INPUT);
+    EXPECT_EQ(unknown.out, "");
+    EXPECT_THAT(unknown.err,
+                HasSubstr("grade: got \"S999\", expected a grade of a design code of this program: S275, "));
+    EXPECT_EQ(withGrade("S355").code, EXIT_FINE);
+    EXPECT_EQ(withGrade("User_defined").code, EXIT_BAD_INPUT);
+}
+
 TEST(ImportCommand, WritesNothingWhereAnythingIsWrong)
 {
     const TestDirectory directory;

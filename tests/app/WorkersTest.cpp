@@ -24,7 +24,7 @@ namespace {
 using ::testing::ElementsAre;
 
 // Requests are words separated by blanks; each can be taken apart into its words.
-class Words : public RequestSource, public ReplySink {
+class Words : public RequestSource {
 public:
     explicit Words(std::vector<std::string> requests) : m_requests(std::move(requests)) {}
 
@@ -37,7 +37,7 @@ public:
     }
     int Descriptor() const override { return -1; }
 
-    void Take(std::string_view reply) override { replies.emplace_back(reply); }
+    virtual void Take(std::string_view reply) { replies.emplace_back(reply); }
     std::vector<std::string> Parts(std::string_view request) const override
     {
         std::istringstream stream{std::string(request)};
@@ -46,12 +46,12 @@ public:
             parts.push_back(word);
         return parts;
     }
-    void Lose(std::string_view request, const std::string& how) override
+    void Lose(std::string_view request, const std::string& how)
     {
         replies.push_back("lost " + std::string(request) + ": " + how);
     }
 
-    void Tell(const std::string& message) override { messages.push_back(message); }
+    void Tell(const std::string& message) { messages.push_back(message); }
 
     std::vector<std::string> replies;
     std::vector<std::string> messages;
@@ -69,6 +69,17 @@ void Echo(std::string_view request, std::string& reply)
     reply += '>';
 }
 
+// Pulls all replies.
+void RunInWorkers(int count, Words& words, const Work& work)
+{
+    Workers workers(count, words, work);
+    while (const auto reply = workers.Next()) {
+        if (reply->kind == WorkerReply::Done) words.Take(reply->Text());
+        if (reply->kind == WorkerReply::Lost) words.Lose(reply->request, reply->how);
+        if (reply->kind == WorkerReply::Told) words.Tell(reply->how);
+    }
+}
+
 TEST(Workers, RepliesComeInTheOrderOfRequests)
 {
     std::vector<std::string> requests;
@@ -79,7 +90,7 @@ TEST(Workers, RepliesComeInTheOrderOfRequests)
     }
     for (const int count : {1, 2, 7}) {
         Words words(requests);
-        RunInWorkers(count, words, words, [](std::string_view request, std::string& reply) {
+        RunInWorkers(count, words, [](std::string_view request, std::string& reply) {
             // The first of seven takes longest.
             if (std::stoi(std::string(request)) % 7 == 0) std::this_thread::sleep_for(std::chrono::milliseconds(1));
             Echo(request, reply);
@@ -92,7 +103,7 @@ TEST(Workers, RepliesComeInTheOrderOfRequests)
 TEST(Workers, NothingToDo)
 {
     Words words({});
-    RunInWorkers(3, words, words, Echo);
+    RunInWorkers(3, words, Echo);
     EXPECT_TRUE(words.replies.empty());
 }
 
@@ -100,14 +111,14 @@ TEST(Workers, LargeAndEmptyTextsPass)
 {
     const std::string large(5 << 20, 'x');
     Words words({large, "", large});
-    RunInWorkers(2, words, words, [](std::string_view request, std::string& reply) { reply = request; });
+    RunInWorkers(2, words, [](std::string_view request, std::string& reply) { reply = request; });
     EXPECT_THAT(words.replies, ElementsAre(large, "", large));
 }
 
 TEST(Workers, TheWorkIsSharedAmongProcesses)
 {
     Words words({"a", "b", "c", "d", "e", "f"});
-    RunInWorkers(3, words, words, [](std::string_view, std::string& reply) {
+    RunInWorkers(3, words, [](std::string_view, std::string& reply) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         reply = std::to_string(getpid());
     });
@@ -119,7 +130,7 @@ TEST(Workers, TheWorkIsSharedAmongProcesses)
 TEST(Workers, OneThatEndsLosesOnlyWhatItCannotDo)
 {
     Words words({"a b", "c killer d", "e", "leaver", "f"});
-    RunInWorkers(2, words, words, [](std::string_view request, std::string& reply) {
+    RunInWorkers(2, words, [](std::string_view request, std::string& reply) {
         if (request.find("killer") != std::string_view::npos) std::raise(SIGKILL);
         if (request.find("leaver") != std::string_view::npos) _exit(7);
         Echo(request, reply);
@@ -131,7 +142,7 @@ TEST(Workers, OneThatEndsLosesOnlyWhatItCannotDo)
 TEST(Workers, WorkThatThrowsEndsItsWorkerAndNothingElse)
 {
     Words words({"a", "b", "c"});
-    RunInWorkers(1, words, words, [](std::string_view request, std::string& reply) {
+    RunInWorkers(1, words, [](std::string_view request, std::string& reply) {
         if (request == "b") throw std::runtime_error("no");
         Echo(request, reply);
     });
@@ -166,7 +177,7 @@ private:
 TEST(Workers, RepliesDoNotWaitForASlowSource)
 {
     SlowSource source;
-    RunInWorkers(2, source, source, Echo);
+    RunInWorkers(2, source, Echo);
     EXPECT_THAT(source.replies, ElementsAre("<a>", "<b>"));
 }
 
@@ -214,7 +225,7 @@ TEST(Workers, IdleOnesThatAreKilledLoseNothing)
 {
     const IgnoredPipeSignal ignored;
     KillingSource source;
-    RunInWorkers(3, source, source, [](std::string_view request, std::string& reply) {
+    RunInWorkers(3, source, [](std::string_view request, std::string& reply) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         reply = request == "d" || request == "e" ? std::string(request) : std::to_string(getpid());
     });
@@ -267,7 +278,7 @@ TEST(Workers, OneThatIsKilledBeforeItBeginsIsNoAttempt)
     ASSERT_EQ(write(once[1], "x", 1), 1);
     close(once[1]);
     StoppingSource source;
-    RunInWorkers(1, source, source, [&](std::string_view request, std::string& reply) {
+    RunInWorkers(1, source, [&](std::string_view request, std::string& reply) {
         char byte = 0;
         if (request == "b" && read(once[0], &byte, 1) == 1) std::raise(SIGKILL);
         reply = request == "a" ? std::to_string(getpid()) : std::string(request);
@@ -291,7 +302,7 @@ TEST(Workers, WithoutProcessesTheWorkIsDoneHere)
                 _exit(2);
             if (!isUserLimit && setrlimit(RLIMIT_NOFILE, &none) != 0) _exit(2);
             Words words({"a", "b c", "d", "e", "f", "g", "h", "i"});
-            RunInWorkers(4, words, words, Echo);
+            RunInWorkers(4, words, Echo);
             const bool isTold =
                 words.messages.size() == 1 &&
                 words.messages[0].rfind("--jobs: no worker process can be started, the work is done in one "
@@ -323,7 +334,7 @@ TEST(Workers, WhatEndedAWorkerIsNotDoneHere)
     const pid_t child = fork();
     if (child == 0) {
         Limiting words({"a", "killer", "b", "c"});
-        RunInWorkers(1, words, words, [](std::string_view request, std::string& reply) {
+        RunInWorkers(1, words, [](std::string_view request, std::string& reply) {
             if (request == "killer") std::raise(SIGKILL);
             Echo(request, reply);
         });
@@ -336,7 +347,7 @@ TEST(Workers, WhatEndedAWorkerIsNotDoneHere)
     EXPECT_EQ(status, 0);
 }
 
-TEST(Workers, AnExceptionOfTheSinkEndsTheWorkers)
+TEST(Workers, AnExceptionOfTheOneWhoTakesRepliesEndsTheWorkers)
 {
     class Refusing : public Words {
     public:
@@ -344,7 +355,7 @@ TEST(Workers, AnExceptionOfTheSinkEndsTheWorkers)
         void Take(std::string_view) override { throw BadOutput("full"); }
     };
     Refusing words({"a", "b", "c", "d"});
-    EXPECT_THROW(RunInWorkers(2, words, words, Echo), BadOutput);
+    EXPECT_THROW(RunInWorkers(2, words, Echo), BadOutput);
 }
 
 } // namespace

@@ -54,6 +54,14 @@ TEST(BeamHostile, NumbersThatAreNone)
     }
 }
 
+// No design code takes another limit of the plastic modulus.
+TEST(BeamHostile, PlasticRatiosBeyondTheirRange)
+{
+    for (const char* ratio : {"9", "1.51", "0.99", "0", "-1.2"})
+        EXPECT_THAT(Refused(FloorBeam("plastic-to-elastic = " + std::string(ratio) + "\n")),
+                    HasSubstr("expected a ratio from 1 to 1.5"));
+}
+
 TEST(BeamHostile, WrongTypesOfEveryKey)
 {
     const char* const keys[] = {

@@ -10,7 +10,7 @@
 
 #include <Eigen/Dense>
 
-#include "Members.h"
+#include "CheckedMember.h"
 #include "Sections.h"
 #include "keltrix/ec3/Critical.h"
 #include "keltrix/stability/CriticalLoad.h"

@@ -2,10 +2,12 @@
 
 #include <cwchar>
 
-#include "Members.h"
+#include "CheckedMember.h"
 #include "keltrix/ec3/Capacity.h"
 
 using namespace EC3Test;
+using Design::CheckStatus;
+using Design::RuleFinding;
 
 namespace {
 

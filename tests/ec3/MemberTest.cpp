@@ -1,12 +1,17 @@
 // Members by hand, and what holds for any member.
 
-#include "Members.h"
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+
+#include "CheckedMember.h"
 
 using namespace EC3Test;
+using Design::CheckStatus;
+using Design::RuleFinding;
 
 namespace {
-
-constexpr wchar_t DECK[] = L"F1L F2L TR";
 
 // Sections of every family, plastic and slender.
 const wchar_t* SectionOfMember(int i)

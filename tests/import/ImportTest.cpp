@@ -217,6 +217,14 @@ TEST(Import, ColumnsThatAreNotThereTwiceOrUnknown)
     EXPECT_THAT(FaultOf(HEAD + "#1,LC1,0,0,0,60\n"), HasSubstr("forces.csv:2: got 6 fields"));
 }
 
+TEST(Import, AColumnThatThereIsNoneOfInAnyLetterCase)
+{
+    const std::string head = Replaced(HEAD, "T [kNm],", "");
+    const std::string rows = "B1,LC1,0,0,0,60,0,0\nB1,LC1,3,0,0,0,90,0\nB1,LC1,6,0,0,-60,0,0\n";
+    const Import import = Imported(head + rows, MEMBERS, {"sagging", "T=None"});
+    EXPECT_FALSE(import.HasErrors()) << Messages(import);
+}
+
 TEST(Import, Members)
 {
     const auto fault = [](const std::string& row) {
@@ -309,6 +317,10 @@ TEST(ImportMap, WhatItTakes)
     EXPECT_THAT(fault({"z-down", "force=lb"}), HasSubstr("force=lb: expected N, kN or MN"));
     EXPECT_THAT(fault({"z-down", "member=none"}), HasSubstr("there are no forces without it"));
     EXPECT_THAT(fault({"z-down", "N="}), HasSubstr("expected a caption"));
+    EXPECT_THAT(fault({"z-down", "force=N", "force=kN"}), HasSubstr("force is given twice"));
+    EXPECT_THAT(fault({"z-down", "length=m", "length=m"}), HasSubstr("length is given twice"));
+    EXPECT_THAT(fault({"z-down", "members.section=none"}), HasSubstr("there are no members without it"));
+    EXPECT_EQ(fault({"z-down", "T=None", "members.type=NONE"}), "");
 }
 
 // 200 kN in the middle of 6 m: 300 kNm, of which two stations at the ends show a uniform load's 150 kNm.
@@ -327,6 +339,114 @@ TEST(Import, WarnsOfWhatMayHideBetweenStations)
         HEAD + "B1,LC1,0,0,0,100,0,0,0\nB1,LC1,3,0,0,100,0,300,0\nB1,LC1,3,0,0,-100,0,300,0\nB1,LC1,6,0,0,-100,0,0,0\n",
         MEMBERS, {"sagging"});
     EXPECT_THAT(Messages(known), Not(HasSubstr("warning")));
+}
+
+// No design code takes other factors.
+TEST(Import, FactorsBeyondTheirRange)
+{
+    const auto fault = [](const std::string& column, const std::string& value) {
+        return FaultOf(HEAD + UNIFORM, "member,section,grade,length [m],start,end," + column +
+                                           "\nB1,UB 457x191x67,S275,6,Pinned,Pinned," + value + '\n');
+    };
+    EXPECT_THAT(fault("net-to-gross", "2"),
+                HasSubstr("members.csv:2: net-to-gross: got 2, expected a ratio above 0, at most 1"));
+    EXPECT_THAT(fault("net-to-gross", "0"), HasSubstr("a ratio above 0, at most 1"));
+    EXPECT_THAT(fault("plastic-to-elastic", "9"),
+                HasSubstr("plastic-to-elastic: got 9, expected a ratio from 1 to 1.5"));
+    EXPECT_THAT(fault("plastic-to-elastic", "0.9"), HasSubstr("expected a ratio from 1 to 1.5"));
+    EXPECT_THAT(fault("shear-lag", "70"), HasSubstr("shear-lag: got 70, expected a factor from 0 to 1"));
+    EXPECT_FALSE(Imported(HEAD + UNIFORM,
+                          "member,section,grade,length [m],start,end,plastic-to-elastic,net-to-gross\n"
+                          "B1,UB 457x191x67,S275,6,Pinned,Pinned,1.5,1\n",
+                          {"sagging"})
+                     .HasErrors());
+}
+
+// 0.1 and 0.2 in MN and MNm: half a digit of the shears over 4.5 m is as much as the moment.
+TEST(Import, FiguresThatAreTooCoarseToCheckTheirSignsAreAWarning)
+{
+    std::string coarse = Replaced(HEAD, "T [kNm],My [kNm],Mz [kNm]", "T [MNm],My [MNm],Mz [MNm]");
+    coarse = Replaced(coarse, "N [kN],Vy [kN],Vz [kN]", "N [MN],Vy [MN],Vz [MN]");
+    const std::string rows = "B1,A,0,0,0,0.1,0,0,0\nB1,A,4.5,0,0,0,0,0.2,0\nB1,A,9,0,0,-0.1,0,0,0\n";
+    const std::string members = Replaced(MEMBERS, ",6,", ",9,");
+    for (const char* preset : {"sagging", "z-up-sagging"}) {
+        const Import import = Imported(coarse + rows, members, {preset});
+        EXPECT_FALSE(import.HasErrors()) << Messages(import);
+        EXPECT_THAT(
+            Messages(import),
+            HasSubstr("forces.csv:1: warning: the signs of My are not checked: its figures balance with dMy/dx = "
+                      "Vz and with dMy/dx = -Vz; export more digits, or more stations"));
+    }
+    EXPECT_THAT(Messages(Imported(HEAD + UNIFORM, MEMBERS, {"sagging"})), Not(HasSubstr("not checked: its figures")));
+}
+
+// What a row that could not be read would have said is not missed.
+TEST(Import, ARowThatCannotBeReadIsOneMessage)
+{
+    const std::string said = FaultOf(Replaced(HEAD + UNIFORM, "0,0,0,60", "0,0,0,6o"));
+    EXPECT_THAT(said, HasSubstr("forces.csv:2: Vz [kN]: got \"6o\", expected a number in kN\n"));
+    EXPECT_EQ(said.find("forces.csv"), said.rfind("forces.csv")) << said;
+    EXPECT_THAT(FaultOf(HEAD + "B1,LC1,0,0,0,60,0,0,x\n"), Not(HasSubstr("station")));
+    EXPECT_THAT(FaultOf(HEAD + "B1,LC1,0,0,0,60,0,0,x\n"), Not(HasSubstr("without a row")));
+}
+
+TEST(Import, UnitsInAnyLetterCaseButForTheirPrefix)
+{
+    EXPECT_EQ(ImportUnitNamed("KNM"), ImportUnitNamed("kNm"));
+    EXPECT_EQ(ImportUnitNamed("kNM"), ImportUnitNamed("kNm"));
+    EXPECT_EQ(ImportUnitNamed("knm"), ImportUnitNamed("kNm"));
+    EXPECT_EQ(ImportUnitNamed("NM"), ImportUnitNamed("Nm"));
+    EXPECT_EQ(ImportUnitNamed("MNM"), ImportUnitNamed("MNm"));
+    EXPECT_EQ(ImportUnitNamed("mNm"), nullptr);
+    EXPECT_EQ(ImportUnitNamed("MM"), nullptr);
+    EXPECT_EQ(ImportUnitNamed("M"), nullptr);
+}
+
+TEST(Import, UnitsBelowAnEmptyLineAreNamedByTheirOwnLine)
+{
+    EXPECT_THAT(FaultOf(HEAD + "\n\n,,m,N,kN,kN,kNm,kNm,kNm\n" + UNIFORM),
+                HasSubstr("forces.csv:4: N [kN]: got \"N\", expected the unit of its caption"));
+}
+
+TEST(Import, LinesThatEndInCarriageReturnsAloneAreNamed)
+{
+    std::string text = HEAD + UNIFORM;
+    std::replace(text.begin(), text.end(), '\n', '\r');
+    EXPECT_THAT(FaultOf(text),
+                HasSubstr("forces.csv:1: got lines that end in carriage returns alone, expected line feeds"));
+}
+
+TEST(Import, CasesThatBecomeOneTitleAreAWarning)
+{
+    std::string forces = HEAD;
+    for (const char* name : {"\"A,b\"", "A;b"}) {
+        std::string rows = UNIFORM;
+        for (int i = 0; i < 3; ++i)
+            rows = Replaced(rows, "LC1", name);
+        forces += rows;
+    }
+    const Import import = Imported(forces, MEMBERS, {"sagging"});
+    EXPECT_FALSE(import.HasErrors()) << Messages(import);
+    EXPECT_THAT(Messages(import),
+                HasSubstr("members.csv:2: warning: two members are called \"B1: A;b\" in the member file"));
+}
+
+// A millimetre makes no piece of its own.
+TEST(Import, RestraintsBesideAStationOrEachOtherAreAtOnePlace)
+{
+    const std::string members = "member,section,grade,length [m],start,end,restraints\n"
+                                "B1,UB 457x191x67,S275,6,Pinned,Pinned,"
+                                "F1L@2.9999 | F2L@1.5 | F1L@1.500000000001\n";
+    const Import import = Imported(HEAD + UNIFORM, members, {"sagging"});
+    ASSERT_FALSE(import.HasErrors()) << Messages(import);
+    const ReadBack read(import);
+    const auto& points = read.Member(0).MemberPoints();
+    ASSERT_EQ(points.size(), 4u);
+    EXPECT_EQ(points[1].GetPos(), 1.5);
+    EXPECT_TRUE(points[1].GetRestraint().IsRestrained(
+        Steel::CRestraint::FLANGE1_LATERAL | Steel::CRestraint::FLANGE2_LATERAL, true));
+    EXPECT_EQ(points[2].GetPos(), 3.0);
+    EXPECT_TRUE(points[2].GetRestraint().IsRestrained(Steel::CRestraint::FLANGE1_LATERAL, true));
 }
 
 } // namespace

@@ -111,6 +111,10 @@ if(WITH_APP AND SHARED_LIBRARIES AND NOT WIN32)
   run("a capacity table by the sample design code"
     "${prefix}/bin/ksteel" --module "${WORK}/tie_code/tie_code.so" capacity "CHS 88.9x5" --code tie)
   expect_text("the capacity table of the sample design code" "309.7")
+  if(EXISTS "${WORK}/tie_code/tie_test")
+    run("the laws of the installed test kit on the sample design code" "${WORK}/tie_code/tie_test")
+    expect_text("the laws on the sample design code" "[  PASSED  ] 1 test")
+  endif()
 endif()
 
 # A program of somebody else's that reads and checks member files with the host library.

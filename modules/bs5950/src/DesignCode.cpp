@@ -53,6 +53,7 @@ Design::CodeDescription MakeDescription()
                   {L"rectangular hollow sections", L"hot finished, cold formed or welded boxes"},
                   {L"circular hollow sections", L"hot finished, cold formed or welded"}};
     d.lateralLengthsByTables = true;
+    d.resistancesByName = true;
     d.combinations = L"bs5950";
     d.scope =
         L"Cross-section and member buckling checks of prismatic members under axial force, biaxial moment and shear; "

@@ -9,12 +9,11 @@
 #include "CrossSection.h"
 #include "LocalEntry.h"
 #include "Numbers.h"
-#include "keltrix/design/Stretches.h"
+#include "keltrix/design/PointLoads.h"
 
 namespace Keltrix::BS5950 {
 
 using Steel::CMemberResult;
-using Steel::CRestraint;
 
 namespace {
 
@@ -147,14 +146,6 @@ void WebChecks::RecordStiffeners()
                    L"along the whole member, at the distance that the options give", m_model.options.stiffenerSpacing);
 }
 
-// What presses on the flanges at a member point: the jump of the shear there, at an end the shear itself. Above zero downwards.
-double WebChecks::PointLoad(int point) const
-{
-    const double before = point > 0 ? m_model.subSpans[static_cast<std::size_t>(point) - 1].GetForcesRight().z : 0.0;
-    const bool last = point == static_cast<int>(m_model.subSpans.size());
-    return (last ? 0.0 : m_model.subSpans[static_cast<std::size_t>(point)].GetForcesLeft().z) - before;
-}
-
 // Length of web that a stiff bearing reaches at the root of the flange, b1 + 5k of 4.5.2.1.
 double WebChecks::SpreadOfBearing() const
 {
@@ -162,63 +153,22 @@ double WebChecks::SpreadOfBearing() const
     return m_model.options.stiffBearing + 5.0 * (std::max(s.T, s.T2) + (s.IsWelded() ? 0.0 : s.r));
 }
 
-// What presses at a member point together with all that follows within a length, and lies upon the same part of the web: other
-// points, and loads along sub-spans that end there. The point's own load where that is more.
-double WebChecks::LoadWithin(int point, double length) const
-{
-    const double x = m_model.points[static_cast<std::size_t>(point)].GetPos();
-    double largest = PointLoad(point);
-    double sum = largest;
-    for (std::size_t k = static_cast<std::size_t>(point); k < m_model.subSpans.size(); ++k) {
-        if (m_model.points[k + 1].GetPos() - x > length) break;
-        sum += m_model.subSpans[k].GetForcesRight().z - m_model.subSpans[k].GetForcesLeft().z +
-               PointLoad(static_cast<int>(k) + 1);
-        if (std::abs(sum) > std::abs(largest)) largest = sum;
-    }
-    return largest;
-}
-
-// Whether the flange that a load presses on is held laterally at a member point, by the point or along a neighbouring sub-span.
-bool WebChecks::IsPressedFlangeHeld(int point, bool first) const
-{
-    const unsigned int flange = first ? CRestraint::FLANGE1_LATERAL : CRestraint::FLANGE2_LATERAL;
-    const double x = m_model.points[static_cast<std::size_t>(point)].GetPos();
-    const Design::MomentRange left = m_model.major.LeftOf(x);
-    const Design::MomentRange right = m_model.major.RightOf(x);
-    const int sign = std::min(left.least, right.least) >= 0.0         ? 1
-                     : std::max(left.greatest, right.greatest) <= 0.0 ? -1
-                                                                      : 0;
-    const auto holds = [&](const CRestraint& r) { return Design::Resolved(r, sign).IsRestrained(flange, true); };
-    if (holds(m_model.PointRestraint(point))) return true;
-    const int last = static_cast<int>(m_model.subSpans.size());
-    return (point > 0 && holds(m_model.subSpans[static_cast<std::size_t>(point) - 1].GetRestraint())) ||
-           (point < last && holds(m_model.subSpans[static_cast<std::size_t>(point)].GetRestraint()));
-}
-
 void WebChecks::FindLoads()
 {
     const SectionProperties& s = m_model.Properties();
     const Material& m = m_model.Steel();
-    double largest = 0.0;
-    for (const Steel::CSubSpan& sub : m_model.subSpans)
-        largest = std::max({largest, std::abs(sub.GetForcesLeft().z), std::abs(sub.GetForcesRight().z)});
-    const double start = m_model.points.front().GetPos();
-    const double end = m_model.points.back().GetPos();
-    const double spread = SpreadOfBearing();
-    for (int i = 0; i <= static_cast<int>(m_model.subSpans.size()); ++i) {
-        const double force = LoadWithin(i, spread);
-        if (!(std::abs(force) > 1e-6 * largest)) continue;
+    const double stiffBearing = m_model.options.stiffBearing;
+    for (const Design::PointLoad& load :
+         Design::FindPointLoads(m_model.points, m_model.subSpans, m_model.major, stiffBearing, SpreadOfBearing())) {
         WebLoadResult r;
-        r.point = i;
-        r.x = m_model.points[static_cast<std::size_t>(i)].GetPos();
-        r.force = std::abs(force);
-        r.onFlange1 = force > 0.0;
-        const double b1 = m_model.options.stiffBearing;
-        r.load.stiffBearing = b1;
-        // At an end of the member the stiff bearing begins there.
-        r.load.loadToEnd = std::max(std::min(r.x - start, end - r.x), 0.5 * b1);
-        r.load.bearingToEnd = r.load.loadToEnd - 0.5 * b1;
-        r.held = IsPressedFlangeHeld(i, r.onFlange1);
+        r.point = load.point;
+        r.x = load.x;
+        r.force = load.force;
+        r.onFlange1 = load.onFlange1;
+        r.held = load.held;
+        r.load.stiffBearing = stiffBearing;
+        r.load.loadToEnd = load.loadToEnd;
+        r.load.bearingToEnd = load.bearingToEnd;
         r.Pbw = r.Px = INF;
         for (const bool first : {true, false}) { // of unequal flanges the less favourable one
             r.load.onFlange1 = first;

@@ -19,10 +19,7 @@ private:
     void RecordThickness();
     void RecordEndAnchorage();
     void RecordStiffeners();
-    double PointLoad(int point) const;
     double SpreadOfBearing() const;
-    double LoadWithin(int point, double length) const;
-    bool IsPressedFlangeHeld(int point, bool first) const;
     void FindLoads();
     void RecordLoads();
     void RecordLoad(Rule rule);

@@ -13,6 +13,9 @@ Annex MakeUk()
     a.strengths = StrengthSource::ProductStandards;
     a.rolled = {0.4, 0.75, 2.0, 3.1, L'b', L'c', L'd'};
     a.welded = {0.2, 1.0, 2.0, 3.1, L'c', L'd', 0};
+    // Not confirmed: the safe side of the recommended values.
+    a.flangePlateau = 0.4;
+    a.flangeFactor = 1.0;
     a.lateralOfHotHollow = true;
     a.lateralOfChannels = true;
     return a;

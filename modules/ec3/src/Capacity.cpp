@@ -46,6 +46,27 @@ std::optional<double> SectionCapacity::MNzRd(double n) const
     return EC3::MNzRd(m_section, m_strength, c, -N).value;
 }
 
+std::optional<double> SectionCapacity::VbwRd() const
+{
+    if (!NeedsShearBuckling(m_section, m_strength)) return std::nullopt;
+    return EC3::VbwRd(m_section, m_strength).value;
+}
+
+std::optional<double> SectionCapacity::VbwyRd() const
+{
+    if (!NeedsShearBucklingAcross(m_section, m_strength)) return std::nullopt;
+    return EC3::VbwRd(TurnedSection(m_section), m_strength).value;
+}
+
+std::optional<double> SectionCapacity::FRd(double ss, bool atEnd) const
+{
+    WebForce force;
+    force.ss = ss;
+    force.atEnd = true;
+    force.c = atEnd ? 0.0 : 2.0 * m_section.hw;
+    return EC3::FRd(m_section, m_strength, force).value;
+}
+
 double SectionCapacity::Nb(Axis axis, double L, double area) const
 {
     const AxisCurves curves = CompressionCurves(m_section.basis, m_material.grade);

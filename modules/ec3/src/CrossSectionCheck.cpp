@@ -24,10 +24,13 @@ double Ratio(double effect, const Resistance& resistance)
 CrossSectionCheck::CrossSectionCheck(const Section& s, const Strength& m, const Classification& c, double net) :
     section(s), strength(m), cls(c), netGross(net), npl(NplRd(s, m)), nt(net < 1.0 ? NtRd(s, m, net * s.A) : npl),
     nc(NcRd(s, m, c)), mcy(McyRd(s, m, c)), mcz(MczRd(s, m, c)), vcz(VczRd(s, m)), vcy(VcyRd(s, m)),
-    bucklesInShear(NeedsShearBuckling(s, m)), m_noiseN(NOISE * s.A * m.fy), m_noiseMy(NOISE * s.Wely * m.fy),
-    m_noiseMz(NOISE * s.Welz * m.fy)
+    bucklesInShear(NeedsShearBuckling(s, m)), bucklesAcross(NeedsShearBucklingAcross(s, m)),
+    m_noiseN(NOISE * s.A * m.fy), m_noiseMy(NOISE * s.Wely * m.fy), m_noiseMz(NOISE * s.Welz * m.fy)
 {
     if (bucklesInShear) vbw = VbwRd(s, m);
+    if (!bucklesAcross) return;
+    turned = TurnedSection(s);
+    vbwAcross = VbwRd(turned, m);
 }
 
 Actions CrossSectionCheck::Significant(const Vec3<double>& force, double My, double Mz) const
@@ -63,6 +66,11 @@ void CrossSectionCheck::Evaluate(Position& p) const
         p.shearBuckling = Ratio(a.Vz, vbw);
         p.shearMoment =
             ShearBucklingInteraction(section, strength, {}, std::abs(a.My), a.Vz, std::abs(a.N)).value_or(0.0);
+    }
+    if (bucklesAcross) {
+        p.shearBucklingAcross = Ratio(a.Vy, vbwAcross);
+        p.shearMomentAcross =
+            ShearBucklingInteraction(turned, strength, {}, std::abs(a.Mz), a.Vy, std::abs(a.N)).value_or(0.0);
     }
     p.rhoZ = ShearReduction(tube ? resultant : a.Vz, *vcz.value);
     p.rhoY = tube ? p.rhoZ : ShearReduction(a.Vy, *vcy.value);

@@ -24,17 +24,21 @@ struct Position {
     double shearMajor = 0.0;
     double shearMinor = 0.0;
     double shearBuckling = 0.0;
-    double rhoZ = 0.0, rhoY = 0.0; ///< 6.2.8(3)
-    double highMajor = 0.0;        ///< 6.2.8; 0 where the shear is not above half of the resistance
+    double shearBucklingAcross = 0.0; ///< of the walls b of a box under the shear across
+    double rhoZ = 0.0, rhoY = 0.0;    ///< 6.2.8(3)
+    double highMajor = 0.0;           ///< 6.2.8; 0 where the shear is not above half of the resistance
     double highMinor = 0.0;
-    double shearMoment = 0.0; ///< EN 1993-1-5 7.1
+    double shearMoment = 0.0;       ///< EN 1993-1-5 7.1
+    double shearMomentAcross = 0.0; ///< the same of the moment about z-z with the walls b
     double combined = 0.0;
 
     /// Entry of the result record.
     int Entry() const { return 1 + 2 * subSpan + (place == Design::Place::RightEnd ? 1 : 0); }
     double Axial() const { return std::max(tension, compression); }
     double Major() const { return std::max({major, highMajor, shearMoment}); }
-    double Minor() const { return std::max(minor, highMinor); }
+    double Minor() const { return std::max({minor, highMinor, shearMomentAcross}); }
+    double ShearMajor() const { return std::max(shearMajor, shearBuckling); }
+    double ShearMinor() const { return std::max(shearMinor, shearBucklingAcross); }
 };
 
 /// Resistances of a section in its class, and the rules at a place.
@@ -64,7 +68,9 @@ public:
     double netGross;
     Resistance npl, nt, nc, mcy, mcz, vcz, vcy;
     bool bucklesInShear;
-    Resistance vbw;
+    bool bucklesAcross;
+    Section turned; ///< by a right angle, for the shear across a box
+    Resistance vbw, vbwAcross;
 
 private:
     double m_noiseN, m_noiseMy, m_noiseMz;

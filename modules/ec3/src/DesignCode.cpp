@@ -14,9 +14,11 @@ using Design::OptionKind;
 using Design::Quantity;
 
 // Places in the list of options.
-enum Option : std::size_t { MCR };
+enum Option : std::size_t { MCR, BEARING, INTERACTION, LTB, SIMPLE_COLUMN };
 // Places in the list of values, counted from 1.
 enum MomentValue : std::size_t { ELASTIC = 1, C1 };
+enum InteractionValue : std::size_t { ANNEX_B = 1, ANNEX_A, GENERAL };
+enum LateralValue : std::size_t { CURVES = 1, SIMPLIFIED };
 // Places in the list of annexes.
 enum AnnexPlace : std::size_t { UK, RECOMMENDED };
 
@@ -31,11 +33,30 @@ Design::CodeDescription MakeDescription()
     d.id = L"ec3";
     d.title = L"EN 1993-1-1:2005+A1:2014";
     d.edition = L"with EN 1993-1-5 for slender plates and webs";
-    d.options = {{OptionKind::Choice,
-                  L"mcr",
-                  L"Elastic critical moments (6.3.2): of the member as it is held and loaded, or by C1 between forks",
-                  {{L"elastic", L"elastic analysis of the member with its restraints and load heights"},
-                   {L"c1", L"closed form with k = kw = 1 and the tables' C1, loads at the shear centre"}}}};
+    d.options = {
+        {OptionKind::Choice,
+         L"mcr",
+         L"Elastic critical moments (6.3.2): of the member as it is held and loaded, or by C1 between forks",
+         {{L"elastic", L"elastic analysis of the member with its restraints and load heights"},
+          {L"c1", L"closed form with k = kw = 1 and the tables' C1, loads at the shear centre"}}},
+        {OptionKind::Length,
+         L"bearing",
+         L"Stiff bearing length at supports and loads, m (EN 1993-1-5 6)",
+         {},
+         0.001,
+         1.0},
+        {OptionKind::Choice,
+         L"interaction",
+         L"Bending and compression of members (6.3.3, 6.3.4)",
+         {{L"annex-b", L"(6.61) and (6.62) with the factors of Annex B"},
+          {L"annex-a", L"(6.61) and (6.62) with the factors of Annex A"},
+          {L"general", L"general method of 6.3.4, for bending in the plane of the web"}}},
+        {OptionKind::Choice,
+         L"ltb",
+         L"Lateral-torsional buckling by reduction factors (6.3.2.2, 6.3.2.3) or by the compression flange (6.3.2.4)",
+         {{L"curves", L"reduction factors with the elastic critical moment"},
+          {L"simplified", L"the compression flange as a strut between its lateral supports"}}},
+        {OptionKind::Flag, L"simple-column", L"Column in simple construction, nominal moments (NCCI SN048)", {}}};
     d.annexes = {{L"uk", L"UK National Annex"}, {L"recommended", L"the values that the standard recommends"}};
     d.grades = {{L"S275", L"EN 10025-2, EN 10210-1, EN 10219-1"},
                 {L"S355", L"EN 10025-2, EN 10210-1, EN 10219-1"},
@@ -52,7 +73,7 @@ Design::CodeDescription MakeDescription()
     d.combinations = L"en1990-uk";
     d.tablesTakeC1 = true;
     d.scope = L"Cross-section and member buckling checks of prismatic members under axial force, biaxial "
-              L"moment and shear; no torsion, connections, frames, concentrated loads on webs or serviceability limits";
+              L"moment and shear; no torsion, connections, frames or serviceability limits";
     return d;
 }
 
@@ -75,6 +96,11 @@ public:
         member->SetAnnex(AnnexOf(settings));
         DesignOptions options;
         if (settings.Choice(MCR) == C1) options.mcr = CriticalMoment::C1;
+        options.stiffBearing = settings.Length(BEARING);
+        if (settings.Choice(INTERACTION) == ANNEX_A) options.interaction = InteractionMethod::AnnexA;
+        if (settings.Choice(INTERACTION) == GENERAL) options.interaction = InteractionMethod::General;
+        if (settings.Choice(LTB) == SIMPLIFIED) options.lateral = LateralMethod::Simplified;
+        options.simpleColumn = settings.Flag(SIMPLE_COLUMN);
         member->SetOptions(options);
         return member;
     }
@@ -121,6 +147,14 @@ public:
         add(L"VcyRd", Quantity::Force, c.VcyRd(), 3);
         add(isAngle ? L"McuRd" : L"McyRd", Quantity::Moment, c.McyRd(), 3);
         add(isAngle ? L"McvRd" : L"MczRd", Quantity::Moment, c.MczRd(), 3);
+        add(L"VbwRd", Quantity::Force, c.VbwRd(), 3);
+        add(L"VbwyRd", Quantity::Force, c.VbwyRd(), 3);
+        if (c.VbwRd())
+            table.notes.push_back(L"VczRd is not reached: the web buckles in shear (hw/tw above 72 ε/η), VbwRd is what "
+                                  L"it carries, stiffened at its supports only (EN 1993-1-5 5)");
+        if (c.VbwyRd())
+            table.notes.push_back(L"VcyRd is not reached: the walls across buckle in shear, VbwyRd is what they carry, "
+                                  L"stiffened at supports only (EN 1993-1-5 5)");
         table.shareName = L"NEd/NplRd";
         for (int i = 0; i <= 10; ++i)
             table.shares.push_back(i / 10.0);
@@ -132,6 +166,12 @@ public:
             CurveOf(isAngle ? L"NbvRd" : L"NbzRd", Quantity::Force, lengths, [&](double L) { return c.NbzRd(L); }),
             CurveOf(L"NbTRd", Quantity::Force, lengths, [&](double L) { return c.NbTRd(L); }),
             CurveOf(L"MbRd", Quantity::Moment, lengths, [&](double L) { return c.MbRd(L, settings.C1); })};
+        if (!c.FRd(0.0, true)) return table;
+        table.bearingName = L"ss";
+        table.bearings = {0.0, 0.01, 0.02, 0.03, 0.04, 0.05, 0.075, 0.1, 0.15, 0.2, 0.25, 0.3, 0.35};
+        table.bearing = {
+            CurveOf(L"FRdEnd", Quantity::Force, table.bearings, [&](double ss) { return c.FRd(ss, true); }),
+            CurveOf(L"FRd", Quantity::Force, table.bearings, [&](double ss) { return c.FRd(ss, false); })};
         return table;
     }
 

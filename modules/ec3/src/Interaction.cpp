@@ -1,4 +1,4 @@
-// Members in bending and axial compression, 6.3.3 with Annex B, and the order of the buckling checks.
+// Members in bending and axial compression, 6.3.3 and the order of the buckling checks.
 
 #include <algorithm>
 #include <cmath>
@@ -35,6 +35,27 @@ bool IsLinear(const MomentDiagram& moments, double from, double to, double left,
         }
     }
     return true;
+}
+
+// How Annex B finds kyy or kzy.
+const wchar_t* FormulaMajor(const AnnexBInput& i, bool first)
+{
+    if (first)
+        return i.isPlastic ? L"Cmy(1 + (λy - 0.2) ny), at most Cmy(1 + 0.8 ny)"
+                           : L"Cmy(1 + 0.6 λy ny), at most Cmy(1 + 0.6 ny)";
+    if (i.isHollow) return i.isPlastic ? L"0.6 kyy" : L"0.8 kyy";
+    if (!i.isPlastic) return L"1 - 0.05 λz nz/(CmLT - 0.25), at least 1 - 0.05 nz/(CmLT - 0.25)";
+    return i.lambdaZ < 0.4 ? L"0.6 + λz, at most 1 - 0.1 λz nz/(CmLT - 0.25)"
+                           : L"1 - 0.1 λz nz/(CmLT - 0.25), at least 1 - 0.1 nz/(CmLT - 0.25)";
+}
+
+// How Annex B finds kyz or kzz.
+const wchar_t* FormulaMinor(const AnnexBInput& i, bool first)
+{
+    if (first) return i.isPlastic ? L"0.6 kzz" : L"kzz";
+    if (!i.isPlastic) return L"Cmz(1 + 0.6 λz nz), at most Cmz(1 + 0.6 nz)";
+    return i.isHollow ? L"Cmz(1 + (λz - 0.2) nz), at most Cmz(1 + 0.8 nz)"
+                      : L"Cmz(1 + (2 λz - 0.6) nz), at most Cmz(1 + 1.4 nz)";
 }
 
 } // namespace
@@ -166,15 +187,39 @@ const wchar_t* MemberCheck::OpenReason(const Combination& c) const
     return z.open && c.Nz > 0.0 ? z.open : nullptr;
 }
 
-void MemberCheck::CheckCombination(Combination& c) const
+void MemberCheck::CheckCombination(Combination& c)
 {
-    const StrutSpan& y = m_struts[c.major];
-    const StrutSpan& z = m_struts[c.minor];
     const LateralSpan& lateral = m_laterals[c.lateral];
     SetEffects(c);
     c.open = OpenReason(c);
-    if (!c.open) SetStrutTerms(c);
-    if (c.open) return;
+    SetStrutTerms(c);
+    const bool isSymmetric = m_in.section.IsDoublySymmetric();
+    if (!c.open && m_in.options.interaction == InteractionMethod::AnnexA)
+        c.open = isSymmetric ? AnnexARefusal(c) : L"Annex A is for doubly symmetric sections; others take Annex B";
+    if (!c.open && !isSymmetric && m_in.options.interaction == InteractionMethod::General)
+        c.open = L"the general method is applied to doubly symmetric sections here; others take Annex B";
+    const bool general = m_in.options.interaction == InteractionMethod::General && isSymmetric;
+    if (c.open && !general) return;
+    SetFactors(c);
+    if (general) {
+        c.open = nullptr;
+        return CheckByGeneralMethod(c);
+    }
+    if (m_in.options.simpleColumn) CheckSimpleColumn(c);
+    if (m_in.options.interaction == InteractionMethod::AnnexA) ApplyAnnexA(c);
+    const double gamma = m_in.strength.gammaM1;
+    const double My = Term(c.My, lateral.Chi() * c.MyRk / gamma) + Term(c.shiftMy, lateral.shiftChi * c.MyRk / gamma);
+    const double Mz = Term(c.Mz + c.shiftMz, c.MzRk / gamma);
+    const auto times = [](double k, double term) { return term == 0.0 ? 0.0 : k * term; };
+    c.first = c.input.ny + times(c.k.kyy, My) + times(c.k.kyz, Mz);
+    c.second = c.input.nz + times(c.k.kzy, My) + times(c.k.kzz, Mz);
+}
+
+// Table B.3 and Annex B.
+void MemberCheck::SetFactors(Combination& c) const
+{
+    const StrutSpan& y = m_struts[c.major];
+    const StrutSpan& z = m_struts[c.minor];
     AnnexBInput& i = c.input;
     const StretchMoments& stretch = StretchOf(c);
     // Table B.3: at least 0.9 of a length that buckles by sway. The moment of a shift of the neutral axis is uniform.
@@ -183,12 +228,33 @@ void MemberCheck::CheckCombination(Combination& c) const
     i.Cmz = std::max({c.shiftMz > 0.0 ? 1.0 : z.sway ? 0.9 : 0.0, stretch.CmMinor, z.moments.CmMinor});
     i.CmLT = c.shiftMy > 0.0 ? 1.0 : stretch.CmMajor;
     c.k = AnnexB(i);
-    const double gamma = m_in.strength.gammaM1;
-    const double My = Term(c.My, lateral.Chi() * c.MyRk / gamma) + Term(c.shiftMy, lateral.shiftChi * c.MyRk / gamma);
-    const double Mz = Term(c.Mz + c.shiftMz, c.MzRk / gamma);
-    const auto times = [](double k, double term) { return term == 0.0 ? 0.0 : k * term; };
-    c.first = i.ny + times(c.k.kyy, My) + times(c.k.kyz, Mz);
-    c.second = i.nz + times(c.k.kzy, My) + times(c.k.kzz, Mz);
+}
+
+void MemberCheck::AddFactorSteps(RuleFinding& f, const Combination& c, bool first) const
+{
+    const CDesFormat& fmt = m_in.format;
+    const auto no = [&](double value) { return fmt.NoDim(value); };
+    if (const auto& a = c.annexA) {
+        AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table A.2", L"Cmy,0 = %s, Cmz,0 = %s", no(a->Cmy0),
+                no(a->Cmz0));
+        AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table A.1", L"Cmy = %s, Cmz = %s, CmLT = %s", no(a->Cmy),
+                no(a->Cmz), no(a->CmLT));
+        AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table A.1",
+                L"μy = %s, μz = %s, Cyy = %s, Cyz = %s, Czy = %s, Czz = %s", no(a->muY), no(a->muZ), no(a->Cyy),
+                no(a->Cyz), no(a->Czy), no(a->Czz));
+    } else {
+        const AnnexBInput& i = c.input;
+        AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table B.3", L"Cmy = %s, Cmz = %s, CmLT = %s", no(i.Cmy),
+                no(i.Cmz), no(i.CmLT));
+        AddStep(f, L"with", Quantity::None, std::nan(""), L"",
+                L"λy = %s, λz = %s, NEd/(χy NRk/γM1) = %s, NEd/(χz NRk/γM1) = %s", no(i.lambdaY), no(i.lambdaZ),
+                no(i.ny), no(i.nz));
+    }
+    const wchar_t* const table = c.annexA ? L"Table A.1" : m_in.section.IsHollow() ? L"Table B.1" : L"Table B.2";
+    AddStep(f, first ? L"kyy" : L"kzy", Quantity::None, first ? c.k.kyy : c.k.kzy, table, L"%s",
+            c.annexA ? L"" : FormulaMajor(c.input, first));
+    AddStep(f, first ? L"kyz" : L"kzz", Quantity::None, first ? c.k.kyz : c.k.kzz, c.annexA ? table : L"Table B.1",
+            L"%s", c.annexA ? L"" : FormulaMinor(c.input, first));
 }
 
 // Nb,Rd and slenderness of both equations. Sections that are not doubly symmetric buckle by flexure and twist together: (6.62), and (6.61)
@@ -266,22 +332,31 @@ void MemberCheck::CheckBuckling()
         RecordLateral(span);
     }
     FindCombinations();
+    RecordCombinations();
+}
+
+void MemberCheck::RecordCombinations()
+{
     const auto applies = [](const Combination& c) {
         return ((c.Ny > 0.0 || c.Nz > 0.0) && (c.My > 0.0 || c.Mz > 0.0)) || (c.My > 0.0 && c.Mz > 0.0) ||
                c.shiftMy > 0.0 || c.shiftMz > 0.0;
     };
+    std::erase_if(m_combinations, [&](const Combination& c) { return !applies(c); });
+    const bool general = m_in.options.interaction == InteractionMethod::General;
     for (const bool first : {true, false}) {
+        const Rule rule = first ? Rule::InteractionMajor : Rule::InteractionMinor;
         bool any = false;
         for (const Combination& c : m_combinations) {
-            if (!applies(c)) continue;
+            if (c.general || c.simple) continue;
             any = true;
             RecordCombination(c, first);
         }
-        if (!any)
-            Add(FindingOf(first ? Rule::InteractionMajor : Rule::InteractionMinor, CheckStatus::NotApplicable,
-                          L"nowhere compression with a moment, nor moments about both axes"));
+        if (any) continue;
+        Add(FindingOf(rule, CheckStatus::NotApplicable,
+                      m_combinations.empty() ? L"nowhere compression with a moment, nor moments about both axes"
+                      : general              ? L"the general method of 6.3.4 stands in its place"
+                                             : L"a column in simple construction: its rule stands in its place"));
     }
-    std::erase_if(m_combinations, [&](const Combination& c) { return !applies(c); });
     if (!m_in.section.IsDoublySymmetric() && !m_combinations.empty())
         Assume(L"bending and axial compression",
                m_in.section.shape == Shape::UnequalI
@@ -289,6 +364,26 @@ void MemberCheck::CheckBuckling()
                      L"buckling in (6.62) where it is the weaker"
                    : L"6.3.3 is for doubly symmetric sections: Annex B as in class 3, with elastic moduli and with "
                      L"torsional-flexural buckling where it is the weaker");
+    RecordOtherMethods();
+}
+
+void MemberCheck::RecordOtherMethods()
+{
+    bool anyGeneral = false, anySimple = false;
+    for (const Combination& c : m_combinations) {
+        anyGeneral = anyGeneral || c.general;
+        anySimple = anySimple || c.simple;
+        if (c.general) RecordGeneral(c);
+        if (c.simple) RecordSimpleColumn(c);
+        if (c.simpleRefusal)
+            m_findings.assumptions.push_back({L"no column in simple construction here, (6.61) and (6.62) stand",
+                                              c.simpleRefusal, std::nan(""), c.start, c.end});
+    }
+    if (!anyGeneral) Add(FindingOf(Rule::GeneralMethod, CheckStatus::NotApplicable, L"the options do not ask for it"));
+    if (!anySimple)
+        Add(FindingOf(Rule::SimpleColumn, CheckStatus::NotApplicable,
+                      m_in.options.simpleColumn ? L"no length of the member meets the conditions of the rule"
+                                                : L"the options do not say that the member is such a column"));
 }
 
 } // namespace Keltrix::EC3

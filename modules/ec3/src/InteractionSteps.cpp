@@ -7,45 +7,6 @@ namespace Keltrix::EC3 {
 using Design::Quantity;
 using Design::RuleFinding;
 
-// Factors of Tables B.1 and B.2.
-void MemberCheck::AddFactorSteps(RuleFinding& f, const Combination& c, bool first) const
-{
-    const AnnexBInput& i = c.input;
-    const auto n = [this](double value) { return m_in.format.NoDim(value); };
-    const auto by = [&](const wchar_t* symbol, double value, double Cm, double lambda, double share, bool minor) {
-        const wchar_t* const table = minor && !i.isHollow && i.isPlastic ? L"Table B.1, I and H" : L"Table B.1";
-        CString formula;
-        if (!i.isPlastic)
-            formula.Format(L"Cm(1 + 0.6 λ n), at most Cm(1 + 0.6 n), of Cm = %s, λ = %s, n = %s", n(Cm), n(lambda),
-                           n(share));
-        else if (minor && !i.isHollow)
-            formula.Format(L"Cm(1 + (2 λ - 0.6) n), at most Cm(1 + 1.4 n), of Cm = %s, λ = %s, n = %s", n(Cm),
-                           n(lambda), n(share));
-        else
-            formula.Format(L"Cm(1 + (λ - 0.2) n), at most Cm(1 + 0.8 n), of Cm = %s, λ = %s, n = %s", n(Cm), n(lambda),
-                           n(share));
-        AddStep(f, symbol, Quantity::None, value, table, L"%s", formula);
-    };
-    if (first) {
-        by(L"kyy", c.k.kyy, i.Cmy, i.lambdaY, i.ny, false);
-        by(L"kzz", c.k.kzz, i.Cmz, i.lambdaZ, i.nz, true);
-        AddStep(f, L"kyz", Quantity::None, c.k.kyz, L"Table B.1", i.isPlastic ? L"0.6 kzz" : L"kzz");
-        return;
-    }
-    if (i.isHollow)
-        AddStep(f, L"kzy", Quantity::None, c.k.kzy, L"Table B.1", L"%s * %s", i.isPlastic ? L"0.6" : L"0.8",
-                n(c.k.kyy));
-    else if (i.isPlastic && i.lambdaZ < 0.4)
-        AddStep(f, L"kzy", Quantity::None, c.k.kzy, L"Table B.2",
-                L"0.6 + λz, at most 1 - 0.1 λz nz/(CmLT - 0.25), of CmLT = %s, λz = %s, nz = %s", n(i.CmLT),
-                n(i.lambdaZ), n(i.nz));
-    else
-        AddStep(f, L"kzy", Quantity::None, c.k.kzy, L"Table B.2",
-                L"1 - %s λz nz/(CmLT - 0.25), at least 1 - %s nz/(CmLT - 0.25), of CmLT = %s, λz = %s, nz = %s",
-                i.isPlastic ? L"0.1" : L"0.05", i.isPlastic ? L"0.1" : L"0.05", n(i.CmLT), n(i.lambdaZ), n(i.nz));
-    by(L"kzz", c.k.kzz, i.Cmz, i.lambdaZ, i.nz, true);
-}
-
 void MemberCheck::AddInteractionSteps(RuleFinding& f, const Combination& c, bool first) const
 {
     const StrutSpan& span = m_struts[first ? c.major : c.minor];
@@ -62,8 +23,6 @@ void MemberCheck::AddInteractionSteps(RuleFinding& f, const Combination& c, bool
                 n(span.strut.slenderness));
     AddStep(f, L"NEd/Nb,Rd", Quantity::None, share, twists ? L"Nb,TF" : L"(6.47)", L"%s/%s",
             m_in.format.Force(first ? c.Ny : c.Nz), m_in.format.Force(first ? c.NyRd : c.NzRd));
-    AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table B.3", L"Cmy = %s, Cmz = %s, CmLT = %s", n(i.Cmy),
-            n(i.Cmz), n(i.CmLT));
     AddFactorSteps(f, c, first);
     const double My = c.My > 0.0 ? c.My / (lateral.Chi() * c.MyRk / gamma) : 0.0;
     const double shift = c.shiftMy > 0.0 ? c.shiftMy / (lateral.shiftChi * c.MyRk / gamma) : 0.0;

@@ -72,9 +72,9 @@ bool MemberCheck::HasLoadHeight(double from, double to) const
     return false;
 }
 
-// The bending moments alone: axial forces take part by 6.3.3. A uniform moment in their place, N·m, keeps the restraints as the real
+// The bending moments, alone unless `withAxial` says so: axial forces take part by 6.3.3. A uniform moment in their place, N·m, keeps the restraints as the real
 // moments have them: those of the compression or the tension flange become those of a flange.
-Stability::CriticalLoads MemberCheck::Analyse(bool atShearCentre, double uniform) const
+Stability::CriticalLoads MemberCheck::Analyse(bool atShearCentre, double uniform, bool withAxial) const
 {
     std::vector<Steel::CMemberPoint> points = m_in.points;
     std::vector<Steel::CSubSpan> subSpans = m_in.subSpans;
@@ -82,7 +82,7 @@ Stability::CriticalLoads MemberCheck::Analyse(bool atShearCentre, double uniform
         Steel::CSubSpan& sub = subSpans[k];
         Vec3<double> left = sub.GetForcesLeft();
         Vec3<double> right = sub.GetForcesRight();
-        left.x = right.x = 0.0;
+        if (!withAxial) left.x = right.x = 0.0;
         if (uniform != 0.0) {
             left.z = right.z = 0.0;
             sub.SetMomentsAll({0.0, uniform, 0.0}, {0.0, uniform, 0.0});
@@ -151,6 +151,8 @@ void MemberCheck::FindOverridden()
     span.C1Source = L"with a given length the moment counts as uniform";
     if (HasLoadHeight(span.start, span.end))
         span.open = L"the effective length is given, and the closed form of Mcr takes loads at the shear centre alone";
+    else if (m_in.options.lateral == LateralMethod::Simplified)
+        span.open = L"the effective length is given, and 6.3.2.4 goes by the supports of the compression flange";
     else if (L > 0.0) {
         const auto Mcr = [&](bool top) { return UniformMcr(m_in.section, m_in.material.E, m_in.material.G, L, top); };
         const double least = std::min(Mcr(true), Mcr(false));
@@ -159,6 +161,7 @@ void MemberCheck::FindOverridden()
         span.lambda = span.M > 0.0 ? span.Mcr / span.M : NEVER;
         if (HasShift()) span.shiftChi = ShiftChi(least);
     }
+    span.uniformMcr = span.Mcr;
     m_laterals.push_back(span);
 }
 
@@ -181,7 +184,10 @@ void MemberCheck::FindElastic()
     }
     const bool byTables = m_in.options.mcr == CriticalMoment::C1;
     Stability::CriticalLoads centre, uniform;
-    const bool withC1 = !byTables && LateralRuleOf(m_in.section.basis, *m_in.annex)->isModified;
+    const bool simplified = m_in.options.lateral == LateralMethod::Simplified;
+    const bool withC1 = !byTables && !simplified &&
+                        (LateralRuleOf(m_in.section.basis, *m_in.annex)->isModified ||
+                         m_in.options.interaction == InteractionMethod::AnnexA);
     if (withC1) centre = HasLoadHeight(m_in.Start(), m_in.End()) ? Analyse(true, 0.0) : loads;
     if (withC1 || HasShift()) uniform = Analyse(true, 1000.0);
     double x = m_in.Start();
@@ -189,7 +195,9 @@ void MemberCheck::FindElastic()
         if (unit.start - x > m_in.SamePlace()) add(x, unit.start, true);
         LateralSpan& span = m_laterals[add(unit.start, unit.end, false)];
         SetElastic(span, unit);
-        if (byTables)
+        if (simplified)
+            SetSimplified(span);
+        else if (byTables)
             SetByTables(span);
         else if (withC1)
             SetC1(span, centre, uniform);
@@ -239,6 +247,7 @@ void MemberCheck::SetC1(LateralSpan& span, const Stability::CriticalLoads& centr
     const auto& reference = !b ? std::optional<Stability::CriticalLoad>{}
                             : std::abs(moments.greatest) >= std::abs(moments.least) ? b->positive
                                                                                     : b->negative;
+    if (reference) span.uniformMcr = std::abs(reference->lambda) * b->largestMoment / (1.0 + reference->error);
     if (!a || !a->positive || !reference) {
         span.C1Source = L"no critical load under uniform moment: taken as uniform";
         return;
@@ -314,6 +323,7 @@ void MemberCheck::SetByTables(LateralSpan& span) const
     span.error = 0.0;
     span.Mcr = ElasticMoment(m_in.section.basis, m_in.material.E, m_in.material.G, L, span.C1);
     span.lambda = span.Mcr / span.M;
+    span.uniformMcr = span.Mcr / span.C1;
 }
 
 void MemberCheck::CheckLateral(LateralSpan& span) const
@@ -321,6 +331,14 @@ void MemberCheck::CheckLateral(LateralSpan& span) const
     if (!span.open && !(m_class.Wy > 0.0)) span.open = m_class.effective.refusalY;
     if (!span.IsApplied() || span.open) return;
     const double MRk = m_class.Wy * m_in.material.fy;
+    if (span.flange) {
+        // (6.59): no reduction of a slenderness up to λc0 Mc,Rd/My,Ed. Interaction takes kfl χ all the same.
+        const double McRd = MRk / m_in.strength.gammaM1;
+        const bool stocky = span.flange->slenderness * span.M <= m_in.annex->flangePlateau * McRd;
+        span.MbRd = (stocky ? 1.0 : span.flange->chi) * McRd;
+        span.utilisation = span.MbRd > 0.0 ? span.M / span.MbRd : NEVER;
+        return;
+    }
     const double slenderness = span.Mcr > 0.0 ? std::sqrt(MRk / span.Mcr) : NEVER;
     span.reduction = ReduceLateral(*span.rule, slenderness, span.C1);
     span.MbRd = span.Chi() * MRk / m_in.strength.gammaM1;
@@ -359,13 +377,19 @@ void MemberCheck::RecordLateral(const LateralSpan& span)
     f.symbol = L"MbRd";
     f.quantity = Quantity::Moment;
     f.resistance = span.MbRd;
-    f.slenderness = span.reduction.slenderness;
+    f.slenderness = span.flange ? span.flange->slenderness : span.reduction.slenderness;
+    if (span.flange) f.clause = L"6.3.2.4";
     AddResistance(L"MbRd", Quantity::Moment, span.MbRd, span.start, span.end);
-    if (std::isinf(span.Mcr))
+    if (std::isinf(span.Mcr) && !span.flange)
         return leave(CheckStatus::NotApplicable, L"no elastic critical load: nothing buckles under these moments");
     f.utilisation = Steel::CMemberResult::InfinitiseNANs(span.utilisation);
     f.status = f.utilisation <= 1.0 ? CheckStatus::Passed : CheckStatus::Failed;
     if (span.mechanism) return leave(CheckStatus::Failed, L"not held: the restraints leave it free to move or twist");
+    if (span.flange) {
+        AddResistance(L"chiLT", Quantity::None, span.Chi(), span.start, span.end);
+        if (m_in.withSteps) AddFlangeSteps(f, span);
+        return Add(f);
+    }
     const LateralReduction& r = span.reduction;
     AddResistance(L"Mcr", Quantity::Moment, span.Mcr, span.start, span.end);
     AddResistance(L"lambdaLT", Quantity::None, r.slenderness, span.start, span.end);

@@ -13,9 +13,6 @@ using Design::RuleFinding;
 
 namespace {
 
-// The result record counts exactly 1.0 as a failure of a cross-section.
-CheckStatus LocalStatus(double utilisation) { return utilisation < 1.0 ? CheckStatus::Passed : CheckStatus::Failed; }
-
 double Finite(double utilisation) { return Steel::CMemberResult::InfinitiseNANs(utilisation); }
 
 CString Area(double m2)
@@ -114,6 +111,16 @@ void MemberCheck::AddResistanceSteps(RuleFinding& f, const LocalRule& rule, doub
         formula.Format(L"Av fy/(3^0.5 γM0) = %s * %s/(3^0.5 * %s)", Area(ShearAreaY(m_in.section)), fy,
                        m_in.format.NoDim(m.gammaM0));
         break;
+    case Rule::ShearBuckling: {
+        const Section& s = rule.resistance == &m_check->vbwAcross ? m_check->turned : m_in.section;
+        const double slenderness = WebSlenderness(s, m);
+        AddStep(f, L"λw", Quantity::None, slenderness, L"(5.5)", L"hw/(86.4 tw ε) = %s/(86.4 * %s)",
+                m_in.format.NoDim(s.hw / s.tw), m_in.format.NoDim(m.epsilon));
+        AddStep(f, L"χw", Quantity::None, WebShearFactor(slenderness, m.eta, false), L"Table 5.1", L"");
+        formula.Format(L"χw hw t fyw/(3^0.5 γM1), %s of %s by %s mm", s.webs > 1 ? L"two plates" : L"a plate",
+                       m_in.format.NoDim(s.hw * 1e3), m_in.format.NoDim(s.tw * 1e3));
+        break;
+    }
     default:
         break;
     }
@@ -210,37 +217,56 @@ void MemberCheck::RecordTorsion()
     Add(f);
 }
 
-// EN 1993-1-5 5.1(2), 5.2, 5.3: the web alone, stiffened at supports only.
+// EN 1993-1-5 5.1(2), 5.2, 5.3: the plates along the shear alone, stiffened at supports only.
 void MemberCheck::RecordShearBuckling()
 {
     const auto along = [](const Position& p) { return p.actions.Vz; };
+    const auto across = [](const Position& p) { return p.actions.Vy; };
     const double noise = 1e-6 * m_check->vcy.value.value_or(0.0);
-    const auto across = std::find_if(m_positions.begin(), m_positions.end(),
-                                     [noise](const Position& p) { return p.actions.Vy > noise; });
-    if (across != m_positions.end() && NeedsShearBucklingAcross(m_in.section, m_in.strength)) {
-        RuleFinding f =
-            FindingOf(Rule::ShearBuckling, CheckStatus::NotEvaluated,
-                      L"shear across the web, and the walls that carry it are so slender that they can buckle "
-                      L"in shear, which is checked for the webs alone");
-        f.start = f.end = across->x;
-        Add(f);
-    }
-    if (!m_check->bucklesInShear) {
+    const bool acts = std::any_of(m_positions.begin(), m_positions.end(),
+                                  [noise](const Position& p) { return p.actions.Vy > noise; });
+    const bool isAcross = m_check->bucklesAcross && acts;
+    if (isAcross)
+        RecordLocal({Rule::ShearBuckling, &Position::shearBucklingAcross, &m_check->vbwAcross, L"VbwyRd",
+                     Quantity::Force, across, L"VyEd", L"no shear across the web"});
+    if (m_check->bucklesInShear)
+        RecordLocal({Rule::ShearBuckling, &Position::shearBuckling, &m_check->vbw, L"VbwRd", Quantity::Force, along,
+                     L"VzEd", L"no shear along the web"});
+    else if (!isAcross)
         Add(FindingOf(Rule::ShearBuckling, CheckStatus::NotApplicable, L"hw/tw is not above 72 ε/η"));
+    if (isAcross) RecordShearBending(true);
+    if (m_check->bucklesInShear)
+        RecordShearBending(false);
+    else if (!isAcross)
         Add(FindingOf(Rule::ShearBucklingMoment, CheckStatus::NotApplicable, L"the web does not buckle in shear"));
-        return;
-    }
-    RecordLocal({Rule::ShearBuckling, &Position::shearBuckling, &m_check->vbw, L"VbwRd", Quantity::Force, along,
-                 L"VzEd", L"no shear along the web"});
-    const int worst = Worst(&Position::shearMoment);
+}
+
+void MemberCheck::RecordShearBending(bool across)
+{
+    const auto utilisation = across ? &Position::shearMomentAcross : &Position::shearMoment;
+    const int worst = Worst(utilisation);
     if (worst < 0)
         return Add(
             FindingOf(Rule::ShearBucklingMoment, CheckStatus::NotApplicable,
                       L"nowhere shear above half of the web's resistance with a moment above that of the flanges"));
     const Position& p = m_positions[static_cast<std::size_t>(worst)];
-    RuleFinding f = FindingOf(Rule::ShearBucklingMoment, LocalStatus(Finite(p.shearMoment)));
+    const double M = std::abs(across ? p.actions.Mz : p.actions.My);
+    const double V = across ? p.actions.Vy : p.actions.Vz;
+    const ShearBending r =
+        BendWithShearBuckling(across ? m_check->turned : m_in.section, m_in.strength, {}, M, V, std::abs(p.actions.N))
+            .value_or(ShearBending{});
+    RuleFinding f = FindingOf(Rule::ShearBucklingMoment, LocalStatus(Finite(p.*utilisation)));
     f.start = f.end = p.x;
-    f.utilisation = Finite(p.shearMoment);
+    f.utilisation = Finite(p.*utilisation);
+    if (m_in.withSteps) {
+        AddStep(f, L"MEd", Quantity::Moment, M, L"", across ? L"about z-z" : L"about y-y");
+        AddStep(f, L"η3", Quantity::None, r.eta3, L"7.1(1)", L"VEd/Vbw,Rd = %s/%s", m_in.format.Force(V),
+                m_in.format.Force(across ? *m_check->vbwAcross.value : *m_check->vbw.value));
+        AddStep(f, L"Mf,Rd", Quantity::Moment, r.MfRd, L"5.4", L"of the flanges alone");
+        AddStep(f, L"Mpl,Rd", Quantity::Moment, r.MplRd, L"7.1(1)", L"of the whole section, whatever its class");
+        AddStep(f, L"left side", Quantity::None, r.utilisation, L"(7.1)",
+                L"MEd/Mpl,Rd + (1 - Mf,Rd/Mpl,Rd)(2 η3 - 1)²");
+    }
     Add(f);
 }
 
@@ -340,8 +366,7 @@ void MemberCheck::CheckLocal()
     RecordHighShear(true);
     RecordHighShear(false);
     RecordCombined();
-    Add(FindingOf(Rule::ConcentratedLoads, CheckStatus::OutOfScope,
-                  L"the input has no stiff bearing lengths of loads and supports"));
+    RecordWebLoads();
 }
 
 // 6.2.8: where the shear is above half of the plastic resistance. Moments with an axial force are a matter of 6.2.10.

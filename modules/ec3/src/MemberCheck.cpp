@@ -154,7 +154,7 @@ void MemberCheck::Finish()
     m_findings.status = failed ? Design::Status::Failed : open ? Design::Status::NotChecked : Design::Status::Passed;
     for (const Position& p : m_positions)
         m_findings.positions.push_back({p.x, p.subSpan, p.place, p.combined, p.Axial(), p.Major(), p.Minor(),
-                                        std::max(p.shearMajor, p.shearBuckling), p.shearMinor, p.torsion != 0.0});
+                                        p.ShearMajor(), p.ShearMinor(), p.torsion != 0.0});
 }
 
 } // namespace Keltrix::EC3

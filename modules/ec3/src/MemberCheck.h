@@ -7,8 +7,11 @@
 #include "CrossSectionCheck.h"
 #include "Ledger.h"
 #include "keltrix/design/DesignCode.h"
+#include "keltrix/design/PointLoads.h"
+#include "keltrix/ec3/AnnexA.h"
 #include "keltrix/ec3/Buckling.h"
 #include "keltrix/ec3/Critical.h"
+#include "keltrix/ec3/GeneralMethod.h"
 #include "keltrix/ec3/SteelMemberEC3.h"
 #include "keltrix/stability/CriticalLoad.h"
 
@@ -65,6 +68,20 @@ struct StrutSpan {
     bool IsApplied() const { return N > 0.0; }
 };
 
+/// The compression flange as a strut, 6.3.2.4. Lengths in m.
+struct FlangeStrut {
+    double Lc = 0.0;
+    double kc = 1.0;
+    double radius = 0.0; ///< if,z
+    double lambda1 = 0.0;
+    double slenderness = 0.0; ///< λ̄f
+    Curve curve = Curve::C;
+    double chi = 1.0; ///< kfl χ, at most 1
+};
+/// if,z of flange 1 with a third of the half web, of a section with equal flanges in bending alone.
+double FlangeRadius(const Section& section);
+FlangeStrut ReduceFlange(const Section& section, const Strength& strength, const Annex& annex, double Lc, double kc);
+
 /// Length for lateral-torsional buckling: between neighbouring sections held against lateral movement and twist, or a length that is held
 /// so all along.
 struct LateralSpan {
@@ -79,7 +96,9 @@ struct LateralSpan {
     double Mcr = 0.0; ///< less the error; infinite where nothing buckles
     double C1 = 1.0;
     const wchar_t* C1Source = L"";
-    std::optional<LateralRule> rule; ///< none where the section does not buckle laterally
+    double uniformMcr = 0.0;           ///< under uniform moment; 0 where not found
+    std::optional<FlangeStrut> flange; ///< of 6.3.2.4, where the options ask for it
+    std::optional<LateralRule> rule;   ///< none where the section does not buckle laterally
     LateralReduction reduction;
     double MbRd = 0.0;
     double utilisation = 0.0;
@@ -88,7 +107,27 @@ struct LateralSpan {
 
     bool IsApplied() const { return M > 0.0 && !held; }
     /// χLT for interaction: 1 where nothing buckles.
-    double Chi() const { return rule && !held && std::isfinite(Mcr) ? reduction.chiMod : 1.0; }
+    double Chi() const
+    {
+        if (flange && !held) return mechanism ? 0.0 : flange->chi;
+        return rule && !held && std::isfinite(Mcr) ? reduction.chiMod : 1.0;
+    }
+};
+
+/// 6.3.4 over a length.
+struct GeneralCheck {
+    double amplifier = 0.0;      ///< αult,k
+    double criticalFactor = 0.0; ///< αcr,op
+    GeneralReduction reduction;
+    double utilisation = 0.0;
+};
+
+/// A column in simple construction.
+struct SimpleColumnCheck {
+    double N = 0.0;
+    double NbRd = 0.0; ///< the least of all modes
+    double MbRd = 0.0, MczRd = 0.0;
+    double utilisation = 0.0;
 };
 
 /// Lengths that are checked together for (6.61) and (6.62).
@@ -103,9 +142,27 @@ struct Combination {
     bool twists = false;           ///< one of them is that of torsional-flexural buckling
     AnnexBInput input;
     InteractionFactors k;
-    double first = 0.0;  ///< left side of (6.61)
-    double second = 0.0; ///< left side of (6.62)
+    double first = 0.0;                      ///< left side of (6.61)
+    double second = 0.0;                     ///< left side of (6.62)
+    std::optional<AnnexAFactors> annexA;     ///< where the options ask for Annex A
+    std::optional<GeneralCheck> general;     ///< where they ask for 6.3.4
+    std::optional<SimpleColumnCheck> simple; ///< where they ask for a column in simple construction and it is one
+    const wchar_t* simpleRefusal = nullptr;  ///< why it is none
     const wchar_t* open = nullptr;
+};
+
+/// A concentrated load or reaction on the web, EN 1993-1-5 6 and 7.2.
+struct WebLoadCheck {
+    Design::PointLoad load;
+    bool isHeld = false; ///< the pressed flange and the compressed one are held laterally there
+    WebForce force;
+    WebForceResistance resistance;
+    double utilisation = 0.0; ///< η2; 0 where not held
+    double eta1 = 0.0;        ///< of axial force and moments that compress the pressed flange; 0 where it is in tension
+    double withMoment = 0.0;  ///< (η2 + 0.8 η1)/1.4
+
+    /// Entry of the result record of a member with that many sub-spans.
+    int Entry(int subSpans) const { return load.point < subSpans ? 1 + 2 * load.point : 2 * subSpans; }
 };
 
 /// One check of a member.
@@ -124,6 +181,7 @@ public:
     const std::vector<Position>& Positions() const { return m_positions; }
     const std::vector<StrutSpan>& Struts() const { return m_struts; }
     const std::vector<LateralSpan>& Laterals() const { return m_laterals; }
+    const std::vector<WebLoadCheck>& WebLoads() const { return m_webLoads; }
     const std::vector<Combination>& Combinations() const { return m_combinations; }
     Design::MemberFindings& Findings() { return m_findings; }
     const Design::MemberFindings& Findings() const { return m_findings; }
@@ -153,9 +211,19 @@ private:
     void RecordTorsion();
     void RecordSlenderWeb();
     void RecordShearBuckling();
+    void RecordShearBending(bool across);
     void RecordCombined();
     void AddCombinedSteps(Design::RuleFinding& f, const Interaction& i, const Position& p) const;
     int Worst(double Position::*utilisation) const;
+
+    // Webs under concentrated loads (ConcentratedLoads.cpp).
+    void FindWebLoads();
+    bool IsWebLoadHeld(const Design::PointLoad& load) const;
+    double BendingOf(const WebLoadCheck& check) const;
+    void RecordWebLoads();
+    void RecordUnheldWebLoads();
+    void RecordWebForce();
+    void RecordWebBending();
 
     // Struts (Struts.cpp).
     bool IsHeld(BucklingMode mode, const Steel::CRestraint& restraint) const;
@@ -178,11 +246,13 @@ private:
     double ShiftChi(double Mcr) const;
     void SetShift(LateralSpan& span, const Stability::CriticalLoads& uniform) const;
     bool HasShift() const { return m_class.effective.eNy > 0.0 && LargestCompression(m_in.Start(), m_in.End()) > 0.0; }
-    Stability::CriticalLoads Analyse(bool atShearCentre, double uniform) const;
+    Stability::CriticalLoads Analyse(bool atShearCentre, double uniform, bool withAxial = false) const;
     void SetElastic(LateralSpan& span, const Stability::Unit& unit) const;
     void SetC1(LateralSpan& span, const Stability::CriticalLoads& centre,
                const Stability::CriticalLoads& uniform) const;
     void SetByTables(LateralSpan& span) const;
+    void SetSimplified(LateralSpan& span) const;
+    void AddFlangeSteps(Design::RuleFinding& f, const LateralSpan& span) const;
     void CheckLateral(LateralSpan& span) const;
     void WarnOfCurveFactor(const LateralSpan& span);
     void RecordLateral(const LateralSpan& span);
@@ -191,18 +261,38 @@ private:
 
     // Interaction (Interaction.cpp).
     void FindCombinations();
-    void CheckCombination(Combination& c) const;
-    const StretchMoments& StretchOf(const Combination& c) const;
     void SetEffects(Combination& c) const;
     const wchar_t* OpenReason(const Combination& c) const;
     void SetStrutTerms(Combination& c) const;
     double LeastTwist(Combination& c, double& slenderness) const;
     void AddInteractionSteps(Design::RuleFinding& f, const Combination& c, bool first) const;
-    void AddFactorSteps(Design::RuleFinding& f, const Combination& c, bool first) const;
+    void CheckCombination(Combination& c);
+    void SetFactors(Combination& c) const;
     bool IsHeldInside() const;
     double MomentFactor(const Design::MomentDiagram& moments, double from, double to, double noise) const;
     StretchMoments MomentsOver(double from, double to) const;
     void RecordCombination(const Combination& c, bool first);
+    void RecordCombinations();
+    void RecordOtherMethods();
+    const StretchMoments& StretchOf(const Combination& c) const;
+    void AddFactorSteps(Design::RuleFinding& f, const Combination& c, bool first) const;
+
+    // Annex A (AnnexA.cpp).
+    DeflectedMoments DeflectedOver(const Design::MomentDiagram& moments, double from, double to, double noise) const;
+    static double LargestDeflection(const Design::MomentDiagram& moments, double from, double to);
+    const wchar_t* AnnexARefusal(const Combination& c) const;
+    void ApplyAnnexA(Combination& c) const;
+
+    // General method (GeneralMethod.cpp).
+    const wchar_t* CriticalFactorOver(double from, double to, double& factor) const;
+    void CheckByGeneralMethod(Combination& c);
+    void RecordGeneral(const Combination& c);
+
+    // Columns in simple construction (SimpleColumn.cpp).
+    const wchar_t* SimpleColumnRefusal(const Combination& c) const;
+    double LeastCompression(double from, double to) const;
+    void CheckSimpleColumn(Combination& c) const;
+    void RecordSimpleColumn(const Combination& c);
 
     MemberInput m_in;
     Design::MomentDiagram m_major;
@@ -212,9 +302,11 @@ private:
     bool m_heldInside = false; ///< something holds the member between its ends, in any mode of buckling
     std::optional<CrossSectionCheck> m_check;
     std::vector<Position> m_positions;
+    std::vector<WebLoadCheck> m_webLoads;
     std::vector<StrutSpan> m_struts;
     std::vector<LateralSpan> m_laterals;
     std::vector<Combination> m_combinations;
+    std::optional<Stability::CriticalLoads> m_loaded; ///< under all forces, for 6.3.4
     Design::MemberFindings m_findings;
 };
 
@@ -229,6 +321,12 @@ void MemberCheck::AddStep(Design::RuleFinding& f, const wchar_t* symbol, Design:
     step.clause = clause;
     step.formula.Format(formula, args...);
     f.steps.push_back(step);
+}
+
+/// The result record counts exactly 1.0 as a failure of a cross-section.
+inline Design::CheckStatus LocalStatus(double utilisation)
+{
+    return utilisation < 1.0 ? Design::CheckStatus::Passed : Design::CheckStatus::Failed;
 }
 
 /// Moment along a stretch for Table B.3.

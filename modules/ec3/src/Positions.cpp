@@ -45,8 +45,8 @@ public:
 
 private:
     using Measure = double Position::*;
-    static constexpr std::array<Measure, 4> MEASURES{&Position::combined, &Position::highMajor, &Position::highMinor,
-                                                     &Position::shearMoment};
+    static constexpr std::array<Measure, 5> MEASURES{&Position::combined, &Position::highMajor, &Position::highMinor,
+                                                     &Position::shearMoment, &Position::shearMomentAcross};
 
     Position At(double s, Place place) const
     {
@@ -71,7 +71,7 @@ private:
     {
         const double Vz = std::max(std::abs(m_left.z), std::abs(m_right.z));
         const double Vy = std::max(std::abs(m_left.y), std::abs(m_right.y));
-        return Vz > m_check.HalfVz() || Vy > m_check.HalfVy() || m_check.bucklesInShear;
+        return Vz > m_check.HalfVz() || Vy > m_check.HalfVy() || m_check.bucklesInShear || m_check.bucklesAcross;
     }
 
     // One moment with a constant axial force and little shear is at its worst at an end or at an extreme.

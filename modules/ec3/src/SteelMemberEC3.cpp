@@ -200,10 +200,14 @@ void CSteelMemberEC3::WriteUtilisations(const MemberCheck& check)
             r.SetUtilLocalAxial(p.Axial());
             r.SetUtilLocalMomMajor(p.Major());
             r.SetUtilLocalMomMinor(p.Minor());
-            r.SetUtilLocalShearMajor(std::max(p.shearMajor, p.shearBuckling));
-            r.SetUtilLocalShearMinor(p.shearMinor);
+            r.SetUtilLocalShearMajor(p.ShearMajor());
+            r.SetUtilLocalShearMinor(p.ShearMinor());
             r.SetUtilLocalCombined(p.combined);
         }
+    for (const WebLoadCheck& w : check.WebLoads()) {
+        r.SetCurSubSpan(w.Entry(static_cast<int>(SubSpans().size())));
+        r.SetUtilLocalShearMajor(std::max(w.utilisation, w.withMoment));
+    }
     if (!hasBuckling) return;
     r.SetCurSubSpan(2 * static_cast<int>(SubSpans().size()) + 1);
     for (const Design::RuleFinding& f : check.Findings().rules) {
@@ -226,6 +230,8 @@ void CSteelMemberEC3::WriteUtilisations(const MemberCheck& check)
             break;
         case Rule::InteractionMajor:
         case Rule::InteractionMinor:
+        case Rule::GeneralMethod:
+        case Rule::SimpleColumn:
             r.SetUtilBucklingCombined(f.utilisation);
             break;
         default:

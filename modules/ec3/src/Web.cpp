@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace Keltrix::EC3 {
 
@@ -49,7 +50,23 @@ bool NeedsShearBuckling(const Section& s, const Strength& m, const WebPanel& pan
 
 bool NeedsShearBucklingAcross(const Section& s, const Strength& m)
 {
-    return s.shape == Shape::RHS && (s.b - 2.0 * s.tw) / s.tf > 72.0 * m.epsilon / m.eta;
+    return s.shape == Shape::RHS && NeedsShearBuckling(TurnedSection(s), m);
+}
+
+Section TurnedSection(const Section& s)
+{
+    Section t = s;
+    if (s.shape != Shape::RHS) return t;
+    std::swap(t.h, t.b);
+    std::swap(t.tw, t.tf);
+    t.b2 = t.b;
+    t.tf2 = t.tf;
+    t.hw = t.h - 2.0 * t.tf;
+    std::swap(t.Iy, t.Iz);
+    std::swap(t.Wply, t.Wplz);
+    std::swap(t.Wely, t.Welz);
+    std::swap(t.iy, t.iz);
+    return t;
 }
 
 double WebSlenderness(const Section& s, const Strength& m, const WebPanel& panel)
@@ -115,18 +132,31 @@ double PlasticMoment(const Section& s, const Strength& m, double NEd)
 
 } // namespace
 
-std::optional<double> ShearBucklingInteraction(const Section& s, const Strength& m, const WebPanel& panel, double MEd,
-                                               double VEd, double NEd)
+std::optional<ShearBending> BendWithShearBuckling(const Section& s, const Strength& m, const WebPanel& panel,
+                                                  double MEd, double VEd, double NEd)
 {
     const Resistance web = VbwRd(s, m, panel);
     if (!web) return std::nullopt;
-    const double eta3 = std::abs(VEd) / *web.value;
-    const double Mpl = PlasticMoment(s, m, NEd);
-    const double Mf = std::min(*MfRd(s, m, NEd).value, Mpl);
-    if (eta3 <= 0.5 || std::abs(MEd) < Mf || MEd == 0.0) return 0.0;
-    if (!(Mpl > 0.0)) return std::numeric_limits<double>::infinity();
-    const double over = 2.0 * std::min(eta3, 1.0) - 1.0;
-    return std::abs(MEd) / Mpl + (1.0 - Mf / Mpl) * over * over;
+    ShearBending r;
+    r.eta3 = std::abs(VEd) / *web.value;
+    r.MplRd = PlasticMoment(s, m, NEd);
+    r.MfRd = std::min(*MfRd(s, m, NEd).value, r.MplRd);
+    if (r.eta3 <= 0.5 || std::abs(MEd) < r.MfRd || MEd == 0.0) return r;
+    if (!(r.MplRd > 0.0)) {
+        r.utilisation = std::numeric_limits<double>::infinity();
+        return r;
+    }
+    const double over = 2.0 * std::min(r.eta3, 1.0) - 1.0;
+    r.utilisation = std::abs(MEd) / r.MplRd + (1.0 - r.MfRd / r.MplRd) * over * over;
+    return r;
+}
+
+std::optional<double> ShearBucklingInteraction(const Section& s, const Strength& m, const WebPanel& panel, double MEd,
+                                               double VEd, double NEd)
+{
+    const std::optional<ShearBending> r = BendWithShearBuckling(s, m, panel, MEd, VEd, NEd);
+    if (!r) return std::nullopt;
+    return r->utilisation;
 }
 
 namespace {
@@ -155,21 +185,45 @@ double LoadedLength(const Loaded& w, const Strength& m, const WebForce& force, d
 
 } // namespace
 
-Resistance FRd(const Section& s, const Strength& m, const WebForce& force)
+std::optional<WebForceResistance> ResistWebForce(const Section& s, const Strength& m, const WebForce& force)
 {
-    constexpr const wchar_t* clause = L"EN 1993-1-5 6.2";
-    if (s.shape != Shape::I && s.shape != Shape::UnequalI) return {std::nullopt, clause, NO_WEB_FORCE};
+    if (s.shape != Shape::I && s.shape != Shape::UnequalI) return std::nullopt;
     const bool first = force.onFlange1;
     const Loaded w{first ? s.b : s.b2, first ? s.tf : s.tf2, s.tw, s.hw,
                    force.limitToDepth ? std::min(force.ss, s.hw) : force.ss};
-    const double kF = force.atEnd ? std::min(6.0, 2.0 + 6.0 * (w.ss + force.c) / w.hw) : 6.0;
-    const double Fcr = CriticalForce(w, m, kF);
-    const auto slenderness = [&](double ly) { return std::sqrt(ly * w.tw * m.fy / Fcr); };
+    WebForceResistance r;
+    r.ss = w.ss;
+    r.kF = force.atEnd ? std::min(6.0, 2.0 + 6.0 * (w.ss + force.c) / w.hw) : 6.0;
+    r.Fcr = CriticalForce(w, m, r.kF);
+    r.m1 = w.bf / w.tw;
+    const auto slenderness = [&](double ly) { return std::sqrt(ly * w.tw * m.fy / r.Fcr); };
     // m2 counts where λ̄F with it is above 0.5.
-    double ly = LoadedLength(w, m, force, kF, 0.02 * (w.hw / w.tf) * (w.hw / w.tf));
-    if (slenderness(ly) <= 0.5) ly = LoadedLength(w, m, force, kF, 0.0);
-    const double chi = std::min(1.0, 0.5 / slenderness(ly));
-    return {chi * ly * w.tw * m.fy / m.gammaM1, clause, nullptr};
+    r.m2 = 0.02 * (w.hw / w.tf) * (w.hw / w.tf);
+    r.ly = LoadedLength(w, m, force, r.kF, r.m2);
+    if (slenderness(r.ly) <= 0.5) {
+        r.m2 = 0.0;
+        r.ly = LoadedLength(w, m, force, r.kF, r.m2);
+    }
+    r.slenderness = slenderness(r.ly);
+    r.chi = std::min(1.0, 0.5 / r.slenderness);
+    r.FRd = r.chi * r.ly * w.tw * m.fy / m.gammaM1;
+    return r;
+}
+
+Resistance FRd(const Section& s, const Strength& m, const WebForce& force)
+{
+    constexpr const wchar_t* clause = L"EN 1993-1-5 6.2";
+    const std::optional<WebForceResistance> r = ResistWebForce(s, m, force);
+    if (!r) return {std::nullopt, clause, NO_WEB_FORCE};
+    return {r->FRd, clause, nullptr};
+}
+
+double LongestLoadedLength(const Section& s, const WebForce& force)
+{
+    const double b = force.onFlange1 ? s.b : s.b2;
+    const double t = force.onFlange1 ? s.tf : s.tf2;
+    if (!s.HasTwoFlanges()) return force.ss;
+    return force.ss + 2.0 * t * (1.0 + std::sqrt(b / s.tw + 0.02 * (s.hw / t) * (s.hw / t)));
 }
 
 } // namespace Keltrix::EC3

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -16,7 +17,7 @@ namespace Keltrix::Design {
 
 /// Raised with every change of what stands in this header, in Findings.h or in the classes of the steel library: a module that was
 /// compiled against another number is not loaded.
-inline constexpr int INTERFACE_VERSION = 3;
+inline constexpr int INTERFACE_VERSION = 4;
 
 /// A name and what it means: a value of an option, a grade, a family of sections, a national annex.
 struct Term {
@@ -37,6 +38,16 @@ struct CodeOption {
     double most = 0.0;
 };
 
+/// A value that a standard leaves to the countries. A file of national choices names it by its key.
+struct NationalChoice {
+    const wchar_t* key = L"";     ///< one word: "gamma-M0"
+    const wchar_t* clause = L"";  ///< "6.1(1)"
+    const wchar_t* meaning = L""; ///< "γM0"
+    double least = 0.0;           ///< of a number
+    double most = 0.0;
+    std::vector<Term> values; ///< of a choice among words; empty for a number
+};
+
 /// What a design code says of itself.
 struct CodeDescription {
     const wchar_t* id = L"";      ///< by which it is chosen: "bs5950"; letter case does not matter
@@ -51,8 +62,13 @@ struct CodeDescription {
     /// Whose combinations of actions go with it, by their name in beam files: "bs5950", "en1990", "en1990-uk"; empty where a beam file has to
     /// say so.
     const wchar_t* combinations = L"";
+    /// The same of each annex, in their order; `combinations` for those beyond the end.
+    std::vector<const wchar_t*> annexCombinations;
+    std::vector<NationalChoice> nationalChoices; ///< that a file can make; empty where the code takes no such file
     /// Capacity tables of lateral-torsional resistance are made with a factor C1 of the moment's shape (CodeSettings::C1).
     bool tablesTakeC1 = false;
+    /// JSON output has its resistances by name as well, with the list inside; kept for compatibility with readers of BS 5950-1's output.
+    bool resistancesByName = false;
     const wchar_t* scope = L""; ///< what is checked and what is not, in a sentence or two
 };
 
@@ -63,12 +79,28 @@ struct CodeSettings {
     /// choice counted from 1, a length in m; 0 where nothing is given. Options beyond the end are not given.
     std::vector<double> options;
     double C1 = 1.0; ///< of capacity tables: elastic critical moment over that under uniform moment
+    /// Choices of a file in place of those of the annex, one for each of CodeDescription::nationalChoices, in their order: a number, or the place of
+    /// a word counted from 1; not-a-number where the annex's own holds. Choices beyond the end are the annex's.
+    std::vector<double> nationalChoices;
+    CString annexTitle;        ///< what the file calls itself; empty without a file
+    CString annexCombinations; ///< whose combinations the file says go with it; empty where it does not
 
     double Length(std::size_t option) const { return option < options.size() ? options[option] : 0.0; }
     bool Flag(std::size_t option) const { return Length(option) != 0.0; }
+    double National(std::size_t choice) const
+    {
+        return choice < nationalChoices.size() ? nationalChoices[choice] : std::numeric_limits<double>::quiet_NaN();
+    }
     /// The place of the value, counted from 1; 0 where none is given.
     std::size_t Choice(std::size_t option) const { return static_cast<std::size_t>(Length(option)); }
 };
+
+/// Whose combinations of actions go with a code under these settings, by their name in beam files; empty where a beam file has to say so.
+inline CString CombinationsOf(const CodeDescription& code, const CodeSettings& settings)
+{
+    if (!settings.annexCombinations.IsEmpty()) return settings.annexCombinations;
+    return settings.annex < code.annexCombinations.size() ? code.annexCombinations[settings.annex] : code.combinations;
+}
 
 /// The findings of a member: the second base of a design code's member class, whose first is CSteelMemberGen.
 class KELTRIX_DESIGN_API CodeMember {
@@ -116,6 +148,10 @@ struct CapacityTable {
     std::vector<double> shares;     ///< of an axial force, for `reduced`
     std::vector<CapacityCurve> reduced;
     std::vector<CapacityCurve> buckling; ///< for each effective length that was asked for
+    const wchar_t* bearingName = L"";    ///< "ss"
+    std::vector<double> bearings;        ///< stiff bearing lengths for `bearing`, m
+    std::vector<CapacityCurve> bearing;  ///< of the web under a concentrated load or reaction
+    std::vector<CString> notes;          ///< what a reader of the table must know, a sentence each
 };
 
 /// A design code.

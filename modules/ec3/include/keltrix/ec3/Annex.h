@@ -33,6 +33,8 @@ struct Annex {
     StrengthSource strengths = StrengthSource::Table31;
     LateralChoice rolled;            ///< 6.3.2.3(1), rolled I and H sections
     LateralChoice welded;            ///< equivalent welded sections
+    double flangePlateau = 0.5;      ///< λc0 of 6.3.2.4(1)
+    double flangeFactor = 1.10;      ///< kfl of 6.3.2.4(2)
     bool lateralOfHotHollow = false; ///< 6.3.2.3 holds for hot finished hollow sections, by the row of rolled sections
     bool lateralOfChannels = false;  ///< 6.3.2.3 holds for rolled channels, by curve d
 };

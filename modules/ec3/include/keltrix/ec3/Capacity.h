@@ -6,6 +6,7 @@
 #include "keltrix/ec3/Classification.h"
 #include "keltrix/ec3/CrossSection.h"
 #include "keltrix/ec3/Export.h"
+#include "keltrix/ec3/Web.h"
 
 namespace Keltrix::EC3 {
 
@@ -31,6 +32,13 @@ public:
     std::optional<double> MczRd() const { return EC3::MczRd(m_section, m_strength, m_minor).value; }
     std::optional<double> VczRd() const { return EC3::VczRd(m_section, m_strength).value; }
     std::optional<double> VcyRd() const { return EC3::VcyRd(m_section, m_strength).value; }
+
+    /// EN 1993-1-5 5.2: of webs, and of the walls across, that buckle in shear, stiffened at supports only; nothing where they do not.
+    std::optional<double> VbwRd() const;
+    std::optional<double> VbwyRd() const;
+    /// EN 1993-1-5 6: of the unstiffened web under a force on a stiff bearing of the length ss, which counts up to hw. At the end of the member
+    /// the bearing begins there; otherwise it is so far from the end that this does not matter, kF = 6. I and H sections alone.
+    std::optional<double> FRd(double ss, bool atEnd) const;
 
     /// With the axial force n Npl,Rd, 0 <= n <= 1: MN,Rd in classes 1 and 2 of a member with moment and that compression.
     std::optional<double> MNyRd(double n) const;

@@ -16,8 +16,20 @@ namespace Keltrix::EC3 {
 /// tables' factor C1 and loads at the shear centre, for comparison with handbooks.
 enum class CriticalMoment { Elastic, C1 };
 
+/// How members under compression and bending are checked: (6.61) and (6.62) with the factors of Annex B or of Annex A, or 6.3.4.
+enum class InteractionMethod { AnnexB, AnnexA, General };
+
+/// How lateral-torsional buckling is checked: by reduction factors of 6.3.2.2 and 6.3.2.3, or by 6.3.2.4.
+enum class LateralMethod { Curves, Simplified };
+
 struct DesignOptions {
     CriticalMoment mcr = CriticalMoment::Elastic;
+    /// Stiff bearing length ss at supports and concentrated loads, m; 0 where none is given. EN 1993-1-5 6.
+    double stiffBearing = 0.0;
+    InteractionMethod interaction = InteractionMethod::AnnexB;
+    LateralMethod lateral = LateralMethod::Curves;
+    /// Column in simple construction with nominal moments, by NCCI SN048.
+    bool simpleColumn = false;
 };
 
 /// Why the module does not take a section; null where it does.

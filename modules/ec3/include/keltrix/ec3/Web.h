@@ -17,9 +17,12 @@ struct WebPanel {
 /// EN 1993-1-5 5.1(2): whether hw/tw is above 72 ε/η (31 ε kτ^0.5/η with stiffeners), so that shear buckling is to be checked. False
 /// for shapes without a web between two flanges.
 KELTRIX_EC3_API bool NeedsShearBuckling(const Section& section, const Strength& strength, const WebPanel& panel = {});
-/// The same of the plates that carry a shear across the web, the walls b of a rectangular hollow section: (b - 2 tw)/tf above 72 ε/η. They have no
-/// resistance here. False for other shapes.
+/// The same of the plates that carry a shear across the web, the walls b of a rectangular hollow section: (b - 2 tw)/tf above 72 ε/η.
+/// False for other shapes.
 KELTRIX_EC3_API bool NeedsShearBucklingAcross(const Section& section, const Strength& strength);
+/// A rectangular hollow section turned by a right angle: h and b, tw and tf and what goes with both axes change places, so that its
+/// webs are the walls that carry a shear across. Any other section as it is. Basis and plates stay.
+KELTRIX_EC3_API Section TurnedSection(const Section& section);
 /// EN 1993-1-5 5.3: λ̄w and χw.
 KELTRIX_EC3_API double WebSlenderness(const Section& section, const Strength& strength, const WebPanel& panel = {});
 KELTRIX_EC3_API double WebShearFactor(double slenderness, double eta, bool rigidEndPost);
@@ -31,7 +34,18 @@ KELTRIX_EC3_API Resistance MfRd(const Section& section, const Strength& strength
 KELTRIX_EC3_API Resistance VbRd(const Section& section, const Strength& strength, const WebPanel& panel, double MEd,
                                 double NEd = 0.0);
 /// EN 1993-1-5 7.1(1): left side of (7.1), η̄1 + (1 - Mf/Mpl)(2 η̄3 - 1)², where VEd is above half of Vbw,Rd and MEd not below Mf,Rd;
-/// otherwise 0, because there is nothing to check. Mf and Mpl are those with NEd (7.1(4)). Nothing where the shape has no such web.
+/// otherwise 0, because there is nothing to check. Mf and Mpl are those with NEd (7.1(4)).
+struct ShearBending {
+    double eta3 = 0.0; ///< VEd/Vbw,Rd
+    double MfRd = 0.0;
+    double MplRd = 0.0;
+    double utilisation = 0.0;
+};
+/// Nothing where the shape has no such web.
+KELTRIX_EC3_API std::optional<ShearBending> BendWithShearBuckling(const Section& section, const Strength& strength,
+                                                                  const WebPanel& panel, double MEd, double VEd,
+                                                                  double NEd = 0.0);
+/// Its utilisation alone.
 KELTRIX_EC3_API std::optional<double> ShearBucklingInteraction(const Section& section, const Strength& strength,
                                                                const WebPanel& panel, double MEd, double VEd,
                                                                double NEd = 0.0);
@@ -45,7 +59,23 @@ struct WebForce {
     /// 6.3(1): ss counts up to hw. False compares with tables that were made without that limit.
     bool limitToDepth = true;
 };
-/// EN 1993-1-5 6: FRd = χF ly tw fyw/γM1 of an unstiffened web. m2 of (6.9) counts where λ̄F with it is above 0.5. Nothing for shapes other than I and unequal I.
+/// The resistance of EN 1993-1-5 6 with what led to it. N, m.
+struct WebForceResistance {
+    double ss = 0.0; ///< that counts
+    double m1 = 0.0; ///< (6.8)
+    double m2 = 0.0; ///< (6.9), 0 where λ̄F with it is not above 0.5
+    double kF = 0.0;
+    double Fcr = 0.0; ///< (6.5)
+    double ly = 0.0;
+    double slenderness = 0.0; ///< λ̄F
+    double chi = 0.0;
+    double FRd = 0.0;
+};
+/// FRd = χF ly tw fyw/γM1 of an unstiffened web. Nothing for shapes other than I and unequal I.
+KELTRIX_EC3_API std::optional<WebForceResistance> ResistWebForce(const Section& section, const Strength& strength,
+                                                                 const WebForce& force);
 KELTRIX_EC3_API Resistance FRd(const Section& section, const Strength& strength, const WebForce& force);
+/// (6.10) with m2: a bound of ly wherever the force acts. ss alone for shapes without a web between two flanges.
+KELTRIX_EC3_API double LongestLoadedLength(const Section& section, const WebForce& force);
 
 } // namespace Keltrix::EC3

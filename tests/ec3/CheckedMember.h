@@ -1,13 +1,15 @@
 #pragma once
 
-// Members for the tests of the EN 1993-1-1 module.
+// Members that were checked, for the tests of the EN 1993-1-1 module.
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <memory>
 #include <stdexcept>
 #include <string>
 
+#include "Sections.h"
 #include "design/RandomMember.h"
 #include "keltrix/ec3/Buckling.h"
 #include "keltrix/ec3/DesignCode.h"
@@ -15,23 +17,28 @@
 
 namespace EC3Test {
 
-using namespace Keltrix;
-using namespace Keltrix::EC3;
-using Design::CheckStatus;
-using Design::RuleFinding;
 using DesignTest::AddPoint;
 using DesignTest::AddSubSpan;
 
-/// A member that was checked, with its findings.
+inline constexpr wchar_t DECK[] = L"F1L F2L TR";
+
+// A member that was checked, with its findings.
 class Checked {
 public:
     Checked(const DesignTest::Member& m, const wchar_t* section, const wchar_t* grade, bool text = false,
-            const DesignOptions& options = {})
+            const DesignOptions& options = {}, int type = -1, const Annex& annex = UkAnnex())
     {
+        CSection made{CString(section)};
+        if (type >= 0) {
+            CSecComp component = made.Component(0);
+            component.SetType(type);
+            made.SetComponent(0, component);
+        }
+        member.SetAnnex(annex);
         result.EnableText(text);
         member.SetOptions(options);
         member.SetResult(&result);
-        EXPECT_TRUE(member.SetKeltrixSec(CSection(CString(section))));
+        EXPECT_TRUE(member.SetKeltrixSec(made));
         EXPECT_TRUE(member.SetGrade(CSteelGrade(CString(grade), 0.0, 0.0, 0.0, 1.0)));
         member.SetMemberPointVec(m.points);
         member.SetSubSpanVec(m.subSpans);
@@ -40,10 +47,10 @@ public:
     }
 
     // The finding of the largest utilisation of a clause and a symbol.
-    const RuleFinding& Rule(const std::wstring& clause, const std::wstring& symbol = L"") const
+    const Design::RuleFinding& Rule(const std::wstring& clause, const std::wstring& symbol = L"") const
     {
-        const RuleFinding* best = nullptr;
-        for (const RuleFinding& f : findings.rules)
+        const Design::RuleFinding* best = nullptr;
+        for (const Design::RuleFinding& f : findings.rules)
             if (f.clause == clause && (symbol.empty() || f.symbol == symbol))
                 if (!best || f.utilisation > best->utilisation) best = &f;
         if (!best) throw std::runtime_error("no such finding");
@@ -57,13 +64,13 @@ public:
     }
     double Largest() const
     {
-        const RuleFinding* f = findings.Governing();
+        const Design::RuleFinding* f = findings.Governing();
         return f ? f->utilisation : 0.0;
     }
     bool HasOpen() const
     {
-        for (const RuleFinding& f : findings.rules)
-            if (f.status == CheckStatus::NotEvaluated) return true;
+        for (const Design::RuleFinding& f : findings.rules)
+            if (f.status == Design::CheckStatus::NotEvaluated) return true;
         return false;
     }
 
@@ -73,7 +80,7 @@ public:
     bool passed = false;
 };
 
-/// A beam between forks with a uniform load w, N/m, and a force P at the middle, N; sagging is below zero.
+// A beam between forks with a uniform load w, N/m, and a force P at the middle, N; sagging is below zero.
 inline DesignTest::Member Beam(double L, double w, double P, const wchar_t* along = L"Free")
 {
     DesignTest::Member m;
@@ -87,7 +94,7 @@ inline DesignTest::Member Beam(double L, double w, double P, const wchar_t* alon
     return m;
 }
 
-/// A strut between forks with the moments at its right end.
+// A strut between forks with the moments at its right end.
 inline DesignTest::Member Column(double L, double N, double My, double Mz)
 {
     DesignTest::Member m;

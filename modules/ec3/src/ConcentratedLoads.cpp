@@ -1,0 +1,192 @@
+// Unstiffened webs under concentrated loads and reactions, EN 1993-1-5 6 and 7.2.
+
+#include <algorithm>
+#include <cmath>
+
+#include "MemberCheck.h"
+
+namespace Keltrix::EC3 {
+
+using Design::CheckStatus;
+using Design::Quantity;
+using Design::RuleFinding;
+
+namespace {
+
+const WebLoadCheck* WorstOf(const std::vector<WebLoadCheck>& loads, double WebLoadCheck::*utilisation)
+{
+    const WebLoadCheck* worst = nullptr;
+    for (const WebLoadCheck& w : loads)
+        if (w.isHeld && w.*utilisation > (worst ? worst->*utilisation : 0.0)) worst = &w;
+    return worst;
+}
+
+} // namespace
+
+// 6.1(1): the compression flange is held laterally. The flange that is pressed would turn against the web as well.
+bool MemberCheck::IsWebLoadHeld(const Design::PointLoad& load) const
+{
+    if (!load.held) return false;
+    const auto left = m_major.LeftOf(load.x);
+    const auto right = m_major.RightOf(load.x);
+    const double noise = m_check->NoiseMy();
+    const auto holds = [&](Design::Flange flange) {
+        return Design::IsFlangeHeld(m_in.points, m_in.subSpans, m_major, load.point, flange);
+    };
+    if (std::min(left.least, right.least) < -noise && !holds(Design::Flange::First)) return false;
+    return !(std::max(left.greatest, right.greatest) > noise) || holds(Design::Flange::Second);
+}
+
+// η1 of 4.6, with the axial force, and the moments where they compress the flange that is pressed: 0 where My does not (7.2(2)).
+double MemberCheck::BendingOf(const WebLoadCheck& check) const
+{
+    const auto left = m_major.LeftOf(check.load.x);
+    const auto right = m_major.RightOf(check.load.x);
+    const double My =
+        check.load.onFlange1 ? -std::min(left.least, right.least) : std::max(left.greatest, right.greatest);
+    if (!(My > m_check->NoiseMy())) return 0.0;
+    const double Mz = std::max(m_minor.LeftOf(check.load.x).Magnitude(), m_minor.RightOf(check.load.x).Magnitude());
+    double N = 0.0;
+    const auto take = [&](int subSpan, bool rightEnd) {
+        if (subSpan < 0 || subSpan >= static_cast<int>(m_in.subSpans.size())) return;
+        const Steel::CSubSpan& sub = m_in.subSpans[static_cast<std::size_t>(subSpan)];
+        N = std::max(N, -(rightEnd ? sub.GetForcesRight() : sub.GetForcesLeft()).x);
+    };
+    take(check.load.point - 1, true);
+    take(check.load.point, false);
+    const bool slender = m_class.cls == 4;
+    const EffectiveSection& e = m_class.effective;
+    const double area = slender ? e.Aeff : m_in.section.A;
+    const double Wy = slender ? e.Weffy : m_in.section.Wely;
+    const double Wz = slender ? e.Weffz : m_in.section.Welz;
+    const auto term = [&](double action, double property) {
+        return action > 0.0 ? action * m_in.strength.gammaM0 / (property * m_in.strength.fy) : 0.0;
+    };
+    return term(N, area) + term(My + N * (slender ? e.eNy : 0.0), Wy) + term(Mz + N * (slender ? e.eNz : 0.0), Wz);
+}
+
+void MemberCheck::FindWebLoads()
+{
+    m_webLoads.clear();
+    const double ss = m_in.options.stiffBearing;
+    WebForce force;
+    force.ss = ss;
+    force.atEnd = true;
+    double spread = 0.0;
+    for (const bool first : {true, false}) {
+        force.onFlange1 = first;
+        spread = std::max(spread, LongestLoadedLength(m_in.section, force));
+    }
+    for (const Design::PointLoad& load : Design::FindPointLoads(m_in.points, m_in.subSpans, m_major, ss, spread)) {
+        WebLoadCheck w;
+        w.load = load;
+        w.force = force;
+        w.force.c = load.bearingToEnd;
+        w.force.onFlange1 = load.onFlange1;
+        if (const auto r = ResistWebForce(m_in.section, m_in.strength, w.force)) w.resistance = *r;
+        w.isHeld = IsWebLoadHeld(load);
+        m_webLoads.push_back(w);
+    }
+}
+
+void MemberCheck::RecordWebLoads()
+{
+    FindWebLoads();
+    const auto both = [this](CheckStatus status, const wchar_t* reason) {
+        Add(FindingOf(Rule::ConcentratedLoads, status, reason));
+        Add(FindingOf(Rule::WebLoadBending, status, reason));
+        m_webLoads.clear();
+    };
+    if (m_webLoads.empty()) return both(CheckStatus::NotApplicable, L"no concentrated load or reaction along the web");
+    if (!(m_in.options.stiffBearing > 0.0))
+        return both(CheckStatus::OutOfScope, L"no stiff bearing length is given for supports and concentrated loads");
+    const Shape shape = m_in.section.shape;
+    if (shape != Shape::I && shape != Shape::UnequalI) {
+        RuleFinding f = FindingOf(Rule::ConcentratedLoads, CheckStatus::NotEvaluated,
+                                  L"the rule is evaluated for webs of I and H sections alone");
+        f.start = f.end = m_webLoads.front().load.x;
+        Add(f);
+        Add(FindingOf(Rule::WebLoadBending, CheckStatus::NotApplicable, L"no resistance of the web alone"));
+        m_webLoads.clear();
+        return;
+    }
+    Assume(L"stiff bearing",
+           L"the given length at every support and concentrated load, with what follows within the effective loaded "
+           L"length of it; at an end of the member it begins there; webs without stiffeners there. Loads along longer "
+           L"sub-spans are taken to be spread",
+           m_in.options.stiffBearing);
+    for (WebLoadCheck& w : m_webLoads) {
+        if (!w.isHeld) continue;
+        w.utilisation = Steel::CMemberResult::InfinitiseNANs(w.load.force / w.resistance.FRd);
+        w.eta1 = BendingOf(w);
+        if (w.eta1 > 0.0) w.withMoment = Steel::CMemberResult::InfinitiseNANs((w.utilisation + 0.8 * w.eta1) / 1.4);
+    }
+    RecordUnheldWebLoads();
+    RecordWebForce();
+    RecordWebBending();
+}
+
+void MemberCheck::RecordUnheldWebLoads()
+{
+    for (const WebLoadCheck& w : m_webLoads) {
+        if (w.isHeld) continue;
+        RuleFinding f = FindingOf(Rule::ConcentratedLoads, CheckStatus::NotEvaluated,
+                                  L"the rule needs the compression flange, and the flange that the load presses on, "
+                                  L"held laterally there (6.1(1))");
+        f.start = f.end = w.load.x;
+        Add(f);
+    }
+}
+
+void MemberCheck::RecordWebForce()
+{
+    const WebLoadCheck* const worst = WorstOf(m_webLoads, &WebLoadCheck::utilisation);
+    if (!worst) return;
+    const WebForceResistance& r = worst->resistance;
+    RuleFinding f = FindingOf(Rule::ConcentratedLoads, LocalStatus(worst->utilisation));
+    f.start = f.end = worst->load.x;
+    f.utilisation = worst->utilisation;
+    f.resistance = r.FRd;
+    f.symbol = L"FRd";
+    f.quantity = Quantity::Force;
+    AddResistance(f.symbol, f.quantity, f.resistance, worst->load.x, worst->load.x);
+    if (m_in.withSteps) {
+        AddStep(f, L"ss", Quantity::Length, r.ss, L"6.3", L"stiff bearing, at most hw");
+        AddStep(f, L"c", Quantity::Length, worst->force.c, L"Figure 6.1", L"from the end of the member to the bearing");
+        AddStep(f, L"kF", Quantity::None, r.kF, L"Figure 6.1", L"2 + 6 (ss + c)/hw, at most 6");
+        AddStep(f, L"Fcr", Quantity::Force, r.Fcr, L"(6.5)", L"0.9 kF E tw³/hw");
+        AddStep(f, L"m1, m2", Quantity::None, std::nan(""), L"(6.8), (6.9)", L"%s, %s", m_in.format.NoDim(r.m1),
+                m_in.format.NoDim(r.m2));
+        AddStep(f, L"ly", Quantity::Length, r.ly, L"(6.10) to (6.12)", L"the least of the three");
+        AddStep(f, L"λF", Quantity::None, r.slenderness, L"(6.4)", L"(ly tw fyw/Fcr)^0.5");
+        AddStep(f, L"χF", Quantity::None, r.chi, L"(6.3)", L"0.5/λF, at most 1");
+        AddStep(f, L"FRd", Quantity::Force, r.FRd, L"(6.1)", L"χF ly tw fyw/γM1 = %s * %s * %s * %s/%s",
+                m_in.format.NoDim(r.chi), Design::QuantityText(Quantity::Length, r.ly, m_in.format),
+                Design::QuantityText(Quantity::Length, m_in.section.tw, m_in.format),
+                m_in.format.Stress(m_in.strength.fy), m_in.format.NoDim(m_in.strength.gammaM1));
+        AddStep(f, L"FEd", Quantity::Force, worst->load.force, L"",
+                worst->load.onFlange1 ? L"on the top flange" : L"on the bottom flange");
+    }
+    Add(f);
+}
+
+void MemberCheck::RecordWebBending()
+{
+    const WebLoadCheck* const worst = WorstOf(m_webLoads, &WebLoadCheck::withMoment);
+    if (!worst)
+        return Add(FindingOf(Rule::WebLoadBending, CheckStatus::NotApplicable,
+                             L"no load presses on a flange that the moment compresses"));
+    RuleFinding f = FindingOf(Rule::WebLoadBending, LocalStatus(worst->withMoment));
+    f.start = f.end = worst->load.x;
+    f.utilisation = worst->withMoment;
+    if (m_in.withSteps) {
+        AddStep(f, L"η1", Quantity::None, worst->eta1, L"(4.14)",
+                L"of the moments and the compression there, by elastic moduli, of class 4 effective ones");
+        AddStep(f, L"η2", Quantity::None, worst->utilisation, L"(6.14)", L"FEd/FRd = %s/%s",
+                m_in.format.Force(worst->load.force), m_in.format.Force(worst->resistance.FRd));
+        AddStep(f, L"η2 + 0.8 η1", Quantity::None, worst->utilisation + 0.8 * worst->eta1, L"(7.2)", L"at most 1.4");
+    }
+    Add(f);
+}
+
+} // namespace Keltrix::EC3

@@ -1,0 +1,182 @@
+// Unstiffened webs under concentrated loads in a check, and webs and walls that buckle in shear.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "CheckedMember.h"
+#include "keltrix/ec3/Capacity.h"
+
+using namespace EC3Test;
+using Design::CheckStatus;
+using Design::RuleFinding;
+
+namespace {
+
+DesignOptions Bearing(double ss)
+{
+    DesignOptions options;
+    options.stiffBearing = ss;
+    return options;
+}
+
+const RuleFinding* Find(const Checked& c, const std::wstring& clause)
+{
+    for (const RuleFinding& f : c.findings.rules)
+        if (f.clause == clause) return &f;
+    return nullptr;
+}
+
+double FRdOf(const wchar_t* section, double fy, double ss, double c, bool onFlange1 = true)
+{
+    WebForce force;
+    force.ss = ss;
+    force.atEnd = true;
+    force.c = c;
+    force.onFlange1 = onFlange1;
+    return *FRd(SectionOf(section), StrengthOf(fy), force).value;
+}
+
+} // namespace
+
+// The beam of SCI P364 (2009), example 2, held along its length: reactions of 269.5 kN on 50 mm at the very ends, FRd 324 kN printed.
+TEST(WebLoads, WorkedExampleOfTheReactionOfABeam)
+{
+    const auto beam = Beam(6.5, 63.7e3, 125e3, DECK);
+    const Checked c(beam, L"UB 533x210x92", L"S275", true, Bearing(0.05));
+    const RuleFinding& f = c.Rule(L"EN 1993-1-5 6");
+    EXPECT_EQ(f.status, CheckStatus::Passed);
+    EXPECT_EQ(std::wstring(f.symbol), L"FRd");
+    EXPECT_NEAR(f.resistance / 1e3, 324.0, 1.6);
+    EXPECT_NEAR(f.utilisation, 269.5 / 324.0, 0.005);
+    EXPECT_EQ(f.start, f.end);
+    EXPECT_TRUE(f.start == 0.0 || f.start == 6.5);
+    // By hand (7.2) at the middle: η1 = 539.5/(Wel 2072 cm³ * 275) = 0.947, η2 = 125/FRd; the load presses on the compressed flange.
+    const RuleFinding& bent = c.Rule(L"EN 1993-1-5 7.2");
+    const double eta2 = 125e3 / FRdOf(L"UB 533x210x92", 275.0, 0.05, 3.25 - 0.025);
+    EXPECT_NEAR(bent.utilisation, (eta2 + 0.8 * 0.947) / 1.4, 0.003);
+    EXPECT_EQ(bent.start, 3.25);
+    EXPECT_FALSE(f.steps.empty());
+    EXPECT_TRUE(c.passed);
+}
+
+TEST(WebLoads, WithoutABearingLengthAreTold)
+{
+    const Checked c(Beam(6.5, 63.7e3, 125e3, DECK), L"UB 533x210x92", L"S275");
+    ASSERT_TRUE(Find(c, L"EN 1993-1-5 6"));
+    EXPECT_EQ(Find(c, L"EN 1993-1-5 6")->status, CheckStatus::OutOfScope);
+    EXPECT_EQ(Find(c, L"EN 1993-1-5 7.2")->status, CheckStatus::OutOfScope);
+    EXPECT_TRUE(c.passed);
+}
+
+TEST(WebLoads, KeepAMemberFromPassingWhereTheRuleDoesNotHold)
+{
+    // The load presses on a flange that nothing holds.
+    const Checked free(Beam(3.0, 0.0, 20e3), L"UB 533x210x92", L"S275", false, Bearing(0.05));
+    EXPECT_FALSE(free.passed);
+    int open = 0;
+    for (const RuleFinding& f : free.findings.rules)
+        open += f.clause == std::wstring(L"EN 1993-1-5 6") && f.status == CheckStatus::NotEvaluated;
+    EXPECT_EQ(open, 1);
+    EXPECT_EQ(free.Rule(L"EN 1993-1-5 6", L"FRd").status, CheckStatus::Passed) << "the reactions are evaluated";
+    // Hollow sections have no rule.
+    const Checked box(Beam(3.0, 0.0, 20e3, DECK), L"RHS 200x100x6.3", L"S355", false, Bearing(0.05));
+    EXPECT_FALSE(box.passed);
+    EXPECT_EQ(box.Rule(L"EN 1993-1-5 6").status, CheckStatus::NotEvaluated);
+    // No shear, no load.
+    const Checked none(Column(3.0, 100e3, 0.0, 0.0), L"UC 254x254x89", L"S355", false, Bearing(0.05));
+    EXPECT_EQ(none.Rule(L"EN 1993-1-5 6").status, CheckStatus::NotApplicable);
+}
+
+// A reaction counts by its shear at the end, on the bottom flange, in tension there: 7.2 does not apply to it. More bearing, less use.
+TEST(WebLoads, FallWithTheBearingAndRiseWithTheLoad)
+{
+    double before = 1e9;
+    for (double ss = 0.01; ss < 0.3; ss += 0.02) {
+        const Checked c(Beam(5.0, 0.0, 200e3, DECK), L"UB 457x191x67", L"S355", false, Bearing(ss));
+        const RuleFinding& f = c.Rule(L"EN 1993-1-5 6");
+        EXPECT_LE(f.utilisation, before);
+        before = f.utilisation;
+        const Checked twice(Beam(5.0, 0.0, 400e3, DECK), L"UB 457x191x67", L"S355", false, Bearing(ss));
+        EXPECT_NEAR(twice.Rule(L"EN 1993-1-5 6").utilisation, 2.0 * f.utilisation, 1e-9);
+    }
+}
+
+// Uplift of the same size has the same web, mirrored.
+TEST(WebLoads, AreMirroredWithTheLoad)
+{
+    auto up = Beam(5.0, 10e3, 150e3, DECK);
+    Scale(up, -1.0);
+    const Checked down(Beam(5.0, 10e3, 150e3, DECK), L"UB 457x191x67", L"S355", false, Bearing(0.08));
+    const Checked uplift(up, L"UB 457x191x67", L"S355", false, Bearing(0.08));
+    for (const wchar_t* clause : {L"EN 1993-1-5 6", L"EN 1993-1-5 7.2"}) {
+        EXPECT_GT(down.Rule(clause).utilisation, 0.0);
+        EXPECT_DOUBLE_EQ(down.Rule(clause).utilisation, uplift.Rule(clause).utilisation);
+    }
+}
+
+// Walls b = 1200 of 10 mm carry the shear across: hw 1160, λ̄w = 116/(86.4*0.8253) = 1.627, χw = 0.83/1.627 = 0.510,
+// Vbw = 0.510*2*1160*10*345/3^0.5 = 2357 kN; VEd = 3000 kN.
+TEST(ShearBuckling, OfTheWallsAcrossABoxByHand)
+{
+    DesignTest::Member m;
+    DesignTest::AddPoint(m, 0.0, L"Pinned");
+    DesignTest::AddPoint(m, 1.2, L"Pinned");
+    DesignTest::AddSubSpan(m, 0.0, 0.0, 0.0, 0.0);
+    m.subSpans[0].SetForcesAll({0.0, -3e6, 0.0}, {0.0, -3e6, 0.0});
+    m.subSpans[0].SetMomentsAll({0.0, 0.0, -1.8e6}, {0.0, 0.0, 1.8e6});
+    const Checked c(m, L"BOX 300x1200x20x10", L"S355", true, {}, SEC_WELDED);
+    const RuleFinding& f = c.Rule(L"EN 1993-1-5 5", L"VbwyRd");
+    EXPECT_EQ(f.status, CheckStatus::Failed);
+    EXPECT_NEAR(f.resistance / 1e3, 2357.0, 5.0);
+    EXPECT_NEAR(f.utilisation, 3000.0 / 2357.0, 0.005);
+    EXPECT_FALSE(c.passed);
+    // Half of the shear is within it; the web along the other direction has nothing to say.
+    for (auto* which : {&m.subSpans[0]}) {
+        which->SetForcesAll({0.0, -1e6, 0.0}, {0.0, -1e6, 0.0});
+        which->SetMomentsAll({0.0, 0.0, -0.6e6}, {0.0, 0.0, 0.6e6});
+    }
+    const Checked less(m, L"BOX 300x1200x20x10", L"S355", false, {}, SEC_WELDED);
+    EXPECT_NEAR(less.Rule(L"EN 1993-1-5 5", L"VbwyRd").utilisation, 1000.0 / 2357.0, 0.005);
+    EXPECT_FALSE(less.HasOpen());
+}
+
+// A box and the same box turned, with the shear turned along, buckle alike.
+TEST(ShearBuckling, OfABoxTurnsWithIt)
+{
+    const Section flat = SectionOf(L"BOX 300x1200x20x10", SEC_WELDED);
+    const Section upright = SectionOf(L"BOX 1200x300x10x20", SEC_WELDED);
+    const Strength m = StrengthOf(345.0);
+    EXPECT_TRUE(NeedsShearBucklingAcross(flat, m));
+    EXPECT_TRUE(NeedsShearBuckling(upright, m));
+    EXPECT_FALSE(NeedsShearBucklingAcross(upright, m));
+    EXPECT_NEAR(*VbwRd(TurnedSection(flat), m).value, *VbwRd(upright, m).value, 1e-3);
+    const auto a = BendWithShearBuckling(TurnedSection(flat), m, {}, 3e6, 1.8e6);
+    const auto b = BendWithShearBuckling(upright, m, {}, 3e6, 1.8e6);
+    ASSERT_TRUE(a && b);
+    EXPECT_NEAR(a->utilisation, b->utilisation, 1e-3);
+    EXPECT_NEAR(a->MfRd, b->MfRd, 1e-3 * b->MfRd);
+}
+
+// Published tables, UK National Annex: UB 457x191x67 in S275, ss 0 and 100 mm, at the end 153 and 316 kN, far from it 432 and 530 kN.
+TEST(WebLoads, StandInTheCapacityTable)
+{
+    const SectionCapacity c(CSection(L"UB 457x191x67"), CSteelGrade(L"S275", 0.0, 0.0, 0.0, 1.0), UkAnnex());
+    EXPECT_NEAR(*c.FRd(0.0, true) / 1e3, 153.0, 1.0);
+    EXPECT_NEAR(*c.FRd(0.1, true) / 1e3, 316.0, 2.0);
+    EXPECT_NEAR(*c.FRd(0.0, false) / 1e3, 432.0, 3.0);
+    EXPECT_NEAR(*c.FRd(0.1, false) / 1e3, 530.0, 3.0);
+    EXPECT_FALSE(c.VbwRd());
+    const auto table =
+        Code().Capacities(CSection(L"I 1200x350x9x20"), CSteelGrade(L"S355", 0.0, 0.0, 0.0, 1.0), {3.0}, {});
+    bool any = false;
+    for (const auto& value : table.crossSection)
+        if (value.resistance.symbol == std::wstring(L"VbwRd")) {
+            any = true;
+            EXPECT_NEAR(value.resistance.value / 1e3, 955.0, 5.0); // λ̄w 1.809, χw 0.459
+        }
+    EXPECT_TRUE(any);
+    EXPECT_EQ(table.notes.size(), 1u);
+    ASSERT_EQ(table.bearing.size(), 2u);
+    EXPECT_EQ(table.bearing[0].values.size(), table.bearings.size());
+}

@@ -1,0 +1,333 @@
+// Annex A, the general method of 6.3.4, the simplified method of 6.3.2.4 and columns in simple construction.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <random>
+
+#include "CheckedMember.h"
+#include "keltrix/ec3/AnnexA.h"
+#include "keltrix/ec3/GeneralMethod.h"
+
+using namespace EC3Test;
+using Design::CheckStatus;
+using Design::RuleFinding;
+
+namespace {
+
+constexpr double NEVER = std::numeric_limits<double>::infinity();
+
+DesignOptions With(InteractionMethod method)
+{
+    DesignOptions options;
+    options.interaction = method;
+    return options;
+}
+
+// A strut in its plane that is elastic, N and moments over NRk and MRk.
+AnnexAInput ElasticStrut(double lambda, double chi, double n, double m)
+{
+    AnnexAInput i;
+    i.isPlastic = false;
+    i.N = n;
+    i.NRd = 1.0;
+    i.NcrY = 1.0 / (lambda * lambda);
+    i.NcrZ = i.NcrT = NEVER;
+    i.chiY = chi;
+    i.lambdaY = lambda;
+    i.My = m;
+    i.MplyRd = i.MplzRd = i.A = i.Wy = i.Wely = i.Welz = i.Wply = i.Wplz = 1.0;
+    i.It = 0.0;
+    i.Iy = 1.0;
+    return i;
+}
+
+const RuleFinding* Find(const Checked& c, const std::wstring& clause)
+{
+    for (const RuleFinding& f : c.findings.rules)
+        if (f.clause == clause) return &f;
+    return nullptr;
+}
+
+} // namespace
+
+// Second-order elastic theory of a bowed strut under a sinusoidal moment: the outer fibre yields where
+// n + n η/(1 - n λ²) + m/(1 - n λ²) = 1, η = (1/χ - 1)(1 - χ λ²) of the strut alone. Annex A of class 3 has 1 there exactly.
+TEST(AnnexA, IsSecondOrderElasticTheoryInThePlane)
+{
+    std::mt19937 random(20);
+    std::uniform_real_distribution<double> slender(0.25, 2.5), part(0.05, 0.95);
+    for (int k = 0; k < 2000; ++k) {
+        const double lambda = slender(random);
+        const double chi = CompressionReduction(lambda, 0.34).chi;
+        const double n = part(random) * chi;
+        const double l2 = lambda * lambda;
+        const double eta = (1.0 / chi - 1.0) * (1.0 - chi * l2);
+        const double m = (1.0 - n) * (1.0 - n * l2) - n * eta;
+        ASSERT_GT(m, 0.0);
+        AnnexAInput input = ElasticStrut(lambda, chi, n, m);
+        input.major = {false, 1.0, 1.0};
+        const AnnexAFactors f = AnnexA(input);
+        EXPECT_NEAR(n / chi + f.k.kyy * m, 1.0, 1e-9) << "λ " << lambda << ", n " << n << ", seed 20";
+        EXPECT_EQ(f.CmLT, 1.0);
+    }
+}
+
+// π² E I δ/(L² M): 5 w L⁴/384 with w L²/8, P L³/48 with P L/4; the rows of the table are 1 + 0.03 and 1 - 0.18. A uniform moment
+// has M L²/8: 1 + 0.234, the row for end moments 1 + 0.241.
+TEST(AnnexA, HasTheRowsOfTableA2)
+{
+    const double pi2 = std::numbers::pi * std::numbers::pi;
+    EXPECT_NEAR(MomentFactorA2({false, 1.0, pi2 * 5.0 / 384.0 * 8.0}, 1.0), 1.03, 0.003);
+    EXPECT_NEAR(MomentFactorA2({false, 1.0, pi2 / 12.0}, 1.0), 0.82, 0.003);
+    EXPECT_NEAR(MomentFactorA2({true, 1.0, 1.0}, 1.0), 1.0 + pi2 / 8.0 - 1.0, 0.01);
+    EXPECT_NEAR(MomentFactorA2({true, -1.0, 1.0}, 0.0), 0.58, 1e-12);
+    EXPECT_NEAR(MomentFactorA2({true, 0.0, 1.0}, 0.5), 0.79 - 0.36 * 0.33 * 0.5, 1e-12);
+}
+
+// Without a force the factors are those of the moment; from the critical force on they are infinite; plastic factors stay within their bounds.
+TEST(AnnexA, HasItsLimits)
+{
+    AnnexAInput i = ElasticStrut(1.0, CompressionReduction(1.0, 0.34).chi, 0.0, 0.5);
+    i.major = {true, 0.3, 1.0};
+    EXPECT_NEAR(AnnexA(i).k.kyy, 0.79 + 0.21 * 0.3, 1e-12);
+    i.lambda0 = 1.0;
+    // The whole moment takes part in lateral-torsional buckling: Cmy and CmLT are 1.
+    EXPECT_NEAR(AnnexA(i).k.kyy, 1.0, 1e-12);
+    i.N = 1.0;
+    EXPECT_EQ(AnnexA(i).k.kyy, NEVER);
+    std::mt19937 random(7);
+    std::uniform_real_distribution<double> any(0.0, 1.0);
+    for (int k = 0; k < 2000; ++k) {
+        AnnexAInput p = ElasticStrut(0.1 + 2.0 * any(random), 0.5, 0.2 * any(random), any(random));
+        p.isPlastic = true;
+        p.NcrY = 1.0 / (p.lambdaY * p.lambdaY);
+        if (!(p.N < 0.9 * p.NcrY)) continue;
+        p.Wply = 1.14;
+        p.Wplz = 1.5;
+        p.MplyRd = 1.14;
+        p.MplzRd = 1.5;
+        p.lambda0 = any(random);
+        p.Mz = any(random);
+        const AnnexAFactors f = AnnexA(p);
+        EXPECT_GE(f.Cyy, 1.0 / 1.14);
+        EXPECT_GE(f.Czz, 1.0 / 1.5);
+        EXPECT_GE(f.CmLT, 1.0);
+        EXPECT_GT(std::min({f.k.kyy, f.k.kyz, f.k.kzy, f.k.kzz}), 0.0);
+    }
+}
+
+// A column that nothing lets twist, under a uniform load along its web and its row of Table A.2.
+TEST(AnnexA, TakesTheDeflectionOfALoadedMember)
+{
+    auto m = Beam(8.0, 15e3, 0.0, DECK);
+    for (Steel::CSubSpan& s : m.subSpans) {
+        const Vec3<double> left = s.GetForcesLeft(), right = s.GetForcesRight();
+        s.SetForcesAll({-600e3, left.y, left.z}, {-600e3, right.y, right.z});
+    }
+    const Checked c(m, L"UC 254x254x89", L"S355", true, With(InteractionMethod::AnnexA));
+    const double Ncr = c.Value(L"NcrY"), chi = c.Value(L"chiY");
+    const double share = 600e3 / Ncr;
+    // Held along its length: χLT and CmLT are 1. wy 1.12; npl and λ̄max by the member's own figures.
+    const Section s = SectionOf(L"UC 254x254x89");
+    const double wy = s.Wply / s.Wely, lambda = c.Value(L"lambdaY"), npl = 600e3 / c.Value(L"NplRd");
+    const double Cm = 1.0 + 0.03 * share;
+    const double Cyy = 1.0 + (wy - 1.0) * (2.0 - 1.6 / wy * Cm * Cm * (lambda + lambda * lambda)) * npl;
+    const double kyy = Cm * (1.0 - share) / (1.0 - chi * share) / (1.0 - share) / std::max(Cyy, s.Wely / s.Wply);
+    EXPECT_NEAR(c.Value(L"kyy"), kyy, 0.003 * kyy);
+    EXPECT_FALSE(c.HasOpen());
+}
+
+// Two methods for one thing: over random members they are near each other, and never far apart on the unsafe side.
+TEST(AnnexA, IsNearAnnexB)
+{
+    std::mt19937 random(31);
+    std::uniform_real_distribution<double> unit(0.0, 1.0);
+    int compared = 0;
+    double least = 9.0, most = 0.0;
+    for (int i = 0; i < 300; ++i) {
+        const double L = 3.0 + 5.0 * unit(random);
+        const auto m = Column(L, 800e3 * unit(random) + 50e3, 120e3 * unit(random), 20e3 * unit(random));
+        const Checked b(m, L"UC 254x254x89", L"S355");
+        const Checked a(m, L"UC 254x254x89", L"S355", false, With(InteractionMethod::AnnexA));
+        const auto larger = [](const Checked& c) {
+            return std::max(c.Rule(L"6.3.3 (6.61)").utilisation, c.Rule(L"6.3.3 (6.62)").utilisation);
+        };
+        const double ratio = larger(a) / larger(b);
+        least = std::min(least, ratio);
+        most = std::max(most, ratio);
+        ++compared;
+    }
+    EXPECT_EQ(compared, 300);
+    EXPECT_GT(least, 0.75) << "seed 31";
+    EXPECT_LT(most, 1.2) << "seed 31";
+}
+
+TEST(AnnexA, IsRefusedWhereItsTableDoesNotReach)
+{
+    DesignTest::Member m;
+    AddPoint(m, 0.0, L"Fixed");
+    AddPoint(m, 4.0, L"Free");
+    AddSubSpan(m, 0.0, 0.0, 50e3, 50e3, DECK);
+    m.subSpans[0].SetForcesAll({-500e3, 0.0, 0.0}, {-500e3, 0.0, 0.0});
+    const Checked c(m, L"UC 254x254x89", L"S355", false, With(InteractionMethod::AnnexA));
+    EXPECT_EQ(c.Rule(L"6.3.3 (6.61)").status, CheckStatus::NotEvaluated);
+    EXPECT_FALSE(c.passed);
+}
+
+// Forks, uniform moment and force: (1 - α N/Ncr,z)(1 - α N/Ncr,T) = (α M/Mcr)².
+TEST(GeneralMethod, HasTheCriticalFactorOfTheClosedForm)
+{
+    DesignTest::Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddPoint(m, 5.0, L"Pinned");
+    AddSubSpan(m, 0.0, 0.0, 80e3, 80e3);
+    m.subSpans[0].SetForcesAll({-400e3, 0.0, 0.0}, {-400e3, 0.0, 0.0});
+    const Checked c(m, L"UB 457x191x67", L"S355", true, With(InteractionMethod::General));
+    const auto basis = SectionOf(L"UB 457x191x67").basis;
+    const double Nz = FlexuralNcr(210e9, basis.Iy, 5.0), Nt = TorsionalNcr(basis, 210e9, 81e9, 5.0);
+    const double Mcr = ElasticMoment(basis, 210e9, 81e9, 5.0, 1.0);
+    double low = 0.0, high = Nz / 400e3;
+    for (int i = 0; i < 100; ++i) {
+        const double a = 0.5 * (low + high);
+        ((1.0 - a * 400e3 / Nz) * (1.0 - a * 400e3 / Nt) > std::pow(a * 80e3 / Mcr, 2.0) ? low : high) = a;
+    }
+    EXPECT_NEAR(c.Value(L"alphaCr"), low, 0.003 * low);
+    const RuleFinding& f = c.Rule(L"6.3.4");
+    ASSERT_TRUE(f.WasEvaluated());
+    // By hand from the factors: λ̄op = (αult/αcr)^0.5, the smaller of χ (curve b, h/b > 1.2) and χLT, no f.
+    const double l = std::sqrt(c.Value(L"alphaUlt") / c.Value(L"alphaCr"));
+    EXPECT_NEAR(f.slenderness, l, 1e-9);
+    EXPECT_NEAR(f.utilisation, 1.0 / (c.Value(L"chiOp") * c.Value(L"alphaUlt")), 1e-9);
+    EXPECT_LE(c.Value(L"chiOp"), CompressionReduction(l, 0.34).chi + 1e-12);
+    EXPECT_EQ(c.Rule(L"6.3.3 (6.61)").status, CheckStatus::NotApplicable);
+}
+
+// No force: the cross-section reached at M, λ̄op that of lateral-torsional buckling; no moment: that of flexural buckling out of the plane.
+TEST(GeneralMethod, HasItsLimits)
+{
+    InPlaneInput in;
+    in.moment = 0.4;
+    EXPECT_NEAR(InPlaneAmplifier(in), 2.5, 1e-9);
+    in.moment = 0.0;
+    in.axial = 0.3;
+    in.factors.ny = 0.3 / 0.8;
+    EXPECT_NEAR(InPlaneAmplifier(in), 0.8 / 0.3, 1e-9);
+    EXPECT_EQ(InPlaneAmplifier({}), NEVER);
+    const auto rule = LateralRuleOf(SectionOf(L"UB 457x191x67").basis, UkAnnex());
+    const GeneralReduction r = ReduceGeneral(2.0, 2.0, Curve::B, &*rule);
+    EXPECT_EQ(r.slenderness, 1.0);
+    EXPECT_EQ(r.chi, CompressionReduction(1.0, 0.34).chi);
+    EXPECT_EQ(r.chiLT, ReduceLateral(*rule, 1.0, 1.0).chi);
+    EXPECT_EQ(ReduceGeneral(2.0, 0.0, Curve::B, &*rule).Chi(), 0.0);
+    EXPECT_EQ(ReduceGeneral(2.0, NEVER, Curve::B, nullptr).Chi(), 1.0);
+    // More load, more use.
+    double before = 0.0;
+    for (double n = 0.0; n < 1.0; n += 0.05) {
+        InPlaneInput more;
+        more.moment = 0.3;
+        more.axial = n;
+        more.factors.ny = n;
+        more.factors.lambdaY = 0.9;
+        EXPECT_GE(1.0 / InPlaneAmplifier(more), before);
+        before = 1.0 / InPlaneAmplifier(more);
+    }
+}
+
+TEST(GeneralMethod, IsForBendingInThePlane)
+{
+    const Checked c(Column(5.0, 300e3, 40e3, 10e3), L"UC 254x254x89", L"S355", false, With(InteractionMethod::General));
+    EXPECT_EQ(c.Rule(L"6.3.4").status, CheckStatus::NotEvaluated);
+    EXPECT_FALSE(c.passed);
+}
+
+// UB 457x191x67 in S275, uniform moment over 3 m: If,z = 12.7*189.9³/12 = 7.248e6 mm⁴, A = 2411.7 + 0.5*428*8.5/3 = 3018 mm², if,z = 49.0 mm;
+// λ1 = 93.9*0.9244 = 86.8, λ̄f = 3000/(49.0*86.8) = 0.705, curve c: χ = 0.7215; UK Mb = 0.7215*404.6 = 291.9, recommended 1.1 times that.
+TEST(Simplified, CompressionFlangeByHand)
+{
+    DesignTest::Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddPoint(m, 3.0, L"Pinned");
+    AddSubSpan(m, 0.0, 0.0, 280e3, 280e3);
+    DesignOptions options;
+    options.lateral = LateralMethod::Simplified;
+    const Checked uk(m, L"UB 457x191x67", L"S275", true, options);
+    const RuleFinding& f = uk.Rule(L"6.3.2.4");
+    EXPECT_NEAR(f.slenderness, 0.705, 0.002);
+    EXPECT_NEAR(f.resistance / 1e3, 291.9, 1.0);
+    EXPECT_NEAR(f.utilisation, 280.0 / 291.9, 0.004);
+    Scale(m, 300.0 / 280.0);
+    const Checked recommended(m, L"UB 457x191x67", L"S275", false, options, -1, RecommendedAnnex());
+    // 0.705 is above 0.5*404.6/300 = 0.674.
+    EXPECT_NEAR(recommended.Rule(L"6.3.2.4").resistance / 1e3, 321.1, 1.2);
+    // A slenderness within λc0 Mc/M has no reduction: 0.705 <= 0.4*404.6/200.
+    Scale(m, 200.0 / 300.0);
+    const Checked stocky(m, L"UB 457x191x67", L"S275", false, options);
+    EXPECT_NEAR(stocky.Rule(L"6.3.2.4").resistance / 1e3, 404.6, 1.0);
+}
+
+TEST(Simplified, IsRefusedWhereItDoesNotReach)
+{
+    DesignOptions options;
+    options.lateral = LateralMethod::Simplified;
+    DesignTest::Member cantilever;
+    AddPoint(cantilever, 0.0, L"Fixed");
+    AddPoint(cantilever, 3.0, L"Free");
+    AddSubSpan(cantilever, 20e3, 20e3, -60e3, 0.0);
+    const Checked free(cantilever, L"UB 457x191x67", L"S275", false, options);
+    EXPECT_FALSE(free.passed);
+    EXPECT_TRUE(free.HasOpen());
+    const Checked box(Beam(4.0, 10e3, 0.0), L"RHS 300x200x8", L"S355", false, options);
+    EXPECT_TRUE(box.HasOpen());
+}
+
+// NEd/Nb,min + My/Mb + 1.5 Mz/Mcz with the resistances that the check itself gives; more than (6.61) and (6.62) of Annex B always.
+TEST(SimpleColumn, AddsThreeTerms)
+{
+    DesignOptions options;
+    options.simpleColumn = true;
+    const auto m = Column(4.0, 900e3, 30e3, 5e3);
+    const Checked c(m, L"UC 254x254x89", L"S275", true, options);
+    const RuleFinding& f = c.Rule(L"NCCI SN048");
+    const double by_hand =
+        900e3 / c.Value(L"NbzRd") + 30e3 / c.Value(L"MbRd") + 1.5 * 5e3 / c.Rule(L"6.2.5", L"MczRd").resistance;
+    EXPECT_NEAR(f.utilisation, by_hand, 1e-9);
+    EXPECT_EQ(f.status, CheckStatus::Passed);
+    EXPECT_EQ(c.Rule(L"6.3.3 (6.62)").status, CheckStatus::NotApplicable);
+    std::mt19937 random(5);
+    std::uniform_real_distribution<double> unit(0.0, 1.0);
+    int used = 0;
+    for (int i = 0; i < 200; ++i) {
+        const auto any =
+            Column(2.0 + 6.0 * unit(random), 1500e3 * unit(random), 100e3 * unit(random), 20e3 * unit(random));
+        const Checked simple(any, L"UC 254x254x89", L"S355", false, options);
+        const Checked full(any, L"UC 254x254x89", L"S355");
+        const double most = std::max(full.Rule(L"6.3.3 (6.61)").utilisation, full.Rule(L"6.3.3 (6.62)").utilisation);
+        const RuleFinding& rule = simple.Rule(L"NCCI SN048");
+        if (!rule.WasEvaluated()) {
+            EXPECT_GT(simple.Rule(L"6.3.3 (6.62)").utilisation, 0.0);
+            continue;
+        }
+        ++used;
+        EXPECT_GE(rule.utilisation, most - 1e-9) << "seed 5";
+    }
+    EXPECT_GT(used, 100);
+}
+
+TEST(SimpleColumn, IsNoneUnderLoadsBetweenFloors)
+{
+    DesignOptions options;
+    options.simpleColumn = true;
+    auto m = Beam(5.0, 5e3, 0.0, DECK);
+    for (Steel::CSubSpan& s : m.subSpans) {
+        const Vec3<double> left = s.GetForcesLeft(), right = s.GetForcesRight();
+        s.SetForcesAll({-300e3, left.y, left.z}, {-300e3, right.y, right.z});
+    }
+    const Checked c(m, L"UC 254x254x89", L"S355", false, options);
+    ASSERT_TRUE(Find(c, L"NCCI SN048"));
+    EXPECT_EQ(Find(c, L"NCCI SN048")->status, CheckStatus::NotApplicable);
+    EXPECT_GT(c.Rule(L"6.3.3 (6.61)").utilisation, 0.0);
+    EXPECT_FALSE(c.findings.assumptions.empty());
+}
