@@ -6,6 +6,8 @@
 #include "keltrix/ec3/Capacity.h"
 
 using namespace EC3Test;
+using Design::CheckStatus;
+using Design::RuleFinding;
 
 namespace {
 

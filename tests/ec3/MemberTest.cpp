@@ -1,5 +1,7 @@
 // Members by hand, and what holds for any member.
 
+#include <gtest/gtest.h>
+
 #include <cmath>
 #include <memory>
 
