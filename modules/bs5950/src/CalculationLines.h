@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cmath>
+#include <cstddef>
 #include <vector>
 
 #include "keltrix/design/Findings.h"
@@ -48,6 +49,8 @@ struct CalculationLine {
 /// The lines of one rule at one place.
 class CalculationLines {
 public:
+    CalculationLines() { m_lines.reserve(USUAL_LINES); }
+
     template <class... Args>
     CalculationLine& Step(const wchar_t* symbol, const LineValue& value, const wchar_t* formula, const Args&... args)
     {
@@ -55,7 +58,7 @@ public:
         line.step.symbol = symbol;
         line.step.quantity = value.quantity;
         line.step.value = value.value;
-        line.step.formula.Format(formula, args...);
+        line.step.formula.AppendFormat(formula, args...);
         line.shown = value.shown;
         line.indent = m_indent;
         return line;
@@ -64,7 +67,7 @@ public:
     void Remark(const wchar_t* text, const Args&... args)
     {
         CalculationLine& line = m_lines.emplace_back();
-        line.lead.Format(text, args...);
+        line.lead.AppendFormat(text, args...);
         line.indent = m_indent;
     }
     /// Indents the lines that follow.
@@ -75,6 +78,8 @@ public:
     std::vector<Design::Step> Steps() const;
 
 private:
+    static constexpr std::size_t USUAL_LINES = 32;
+
     std::vector<CalculationLine> m_lines;
     int m_indent = 0;
 };

@@ -45,17 +45,19 @@ CString MemberText::TextOf(const CalculationLine& line) const
     CString text = line.lead;
     if (*step.symbol) {
         text += step.symbol;
-        if (!step.formula.IsEmpty()) text += L" = " + step.formula;
-        if (line.shown == Shown::BelowOne || line.shown == Shown::UpToOne)
-            text += L" = " + Verdict(step.value, line.shown == Shown::BelowOne);
-        else if (line.shown == Shown::Value)
-            text += L" = " + Design::QuantityText(step.quantity, step.value, m_fmt);
+        if (!step.formula.IsEmpty()) (text += L" = ") += step.formula;
+        if (line.shown != Shown::InFormula) text += L" = ";
+        if (line.shown == Shown::Value)
+            text += Design::QuantityText(step.quantity, step.value, m_fmt);
+        else if (line.shown != Shown::InFormula)
+            text += Verdict(step.value, line.shown == Shown::BelowOne);
         if (line.cites) {
             const bool isClause = *step.clause >= L'0' && *step.clause <= L'9';
-            text += (isClause ? L" <i>cl. " : L" <i>") + CString(step.clause) + L"</i>";
+            ((text += isClause ? L" <i>cl. " : L" <i>") += step.clause) += L"</i>";
         }
     }
-    return text + line.tail;
+    text += line.tail;
+    return text;
 }
 
 void MemberText::Print(const CalculationLines& lines)
