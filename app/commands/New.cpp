@@ -53,7 +53,7 @@ void Refuse(const std::vector<Defect>& defects)
 }
 
 // The member under the first combination of the beam.
-std::string MemberText(const BeamFile& file, const Design::DesignCode* code)
+std::string FirstMemberOf(const BeamFile& file, const Design::DesignCode* code)
 {
     const BeamMembers made = MembersOf(file, code);
     Refuse(made.defects);
@@ -68,7 +68,7 @@ ExitCode New(const NewOptions& options, const Console& console)
     const std::string text = BeamFileText(BeamOf(options));
     const BeamFile file = ReadBeamFile("new beam", text, options.code.code);
     Refuse(file.defects);
-    const std::string content = options.kind == "member" ? MemberText(file, options.code.code) : text;
+    const std::string content = options.kind == "member" ? FirstMemberOf(file, options.code.code) : text;
     if (options.output.empty() || options.output == "-") {
         console.out(content);
         return EXIT_FINE;
