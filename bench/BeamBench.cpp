@@ -1,5 +1,5 @@
 // A thousand beam files of three spans, each another one, with twenty ultimate combinations: from text to members, and with the check of them all to
-// BS 5950-1. Floors: copying as many members that are ready, and checking as many members that are read.
+// BS 5950-1. Floors: copying as many members that are ready, the statics of as many beams that are read, and checking as many members that are read.
 
 #include "Bench.h"
 
@@ -103,6 +103,22 @@ void RegisterBeams()
     const auto beams = std::make_shared<std::vector<Beam>>();
     for (std::size_t i = 0; i < few; ++i)
         beams->push_back(ReadBeam("beam", (*texts)[i * BEAMS / few], {}, code.code));
+    // What of it is no check: TOML, statics, members as files and read again.
+    MeasureWithFloor(
+        "a beam file with 20 combinations, from text to its members",
+        [texts, code] {
+            std::size_t members = 0;
+            for (std::size_t i = 0; i < few; ++i)
+                members += ReadBeam("beam", (*texts)[i * BEAMS / few], {}, code.code).members.size();
+            return members;
+        },
+        [texts, code] {
+            std::size_t points = 0;
+            for (std::size_t i = 0; i < few; ++i)
+                points += Members(ReadBeamFile("beam", (*texts)[i * BEAMS / few], code.code)).front().points.size();
+            return points;
+        },
+        0.0, perBeam);
     MeasureWithFloor(
         "a beam file with 20 combinations, from text to its check",
         [texts, code] {

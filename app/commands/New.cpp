@@ -54,7 +54,7 @@ void Refuse(const std::vector<Defect>& defects)
 }
 
 // The member under the first combination of the beam.
-std::string MemberText(const BeamFile& file, const CodeChoice& choice)
+std::string FirstMemberOf(const BeamFile& file, const CodeChoice& choice)
 {
     const BeamMembers made = MembersOf(file, choice.code, choice.settings);
     Refuse(made.defects);
@@ -69,7 +69,7 @@ ExitCode New(const NewOptions& options, const Console& console)
     const std::string text = BeamFileText(BeamOf(options));
     const BeamFile file = ReadBeamFile("new beam", text, options.code.code);
     Refuse(file.defects);
-    const std::string content = options.kind == "member" ? MemberText(file, options.code) : text;
+    const std::string content = options.kind == "member" ? FirstMemberOf(file, options.code) : text;
     if (options.output.empty() || options.output == "-") {
         console.out(content);
         return EXIT_FINE;

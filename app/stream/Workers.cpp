@@ -105,30 +105,30 @@ bool SendText(int descriptor, std::string_view text)
     _exit(0);
 }
 
-struct Slot {
-    enum State { Waiting, Running, Done, Lost } state = Waiting;
-    std::string request;
-    std::unique_ptr<char[]> reply; // a string would be filled with zeros first
-    Length replyLength = 0;
-    std::string end;        // of its last worker, where that ended
-    int attempts = 0;       // workers that began with it and ended
-    int futile = 0;         // workers that ended before they began with it
-    bool isSuspect = false; // a worker ended that had begun with it, or with more of which it is a part
-};
-
-struct Worker {
-    pid_t process = -1;
-    int requests = -1;
-    int replies = -1;
-    Slot* slot = nullptr; // what it is at work on
-    // HAS_BEGUN, the reply's length and its text, as far as they were received.
-    std::array<char, 1 + sizeof(Length)> head{};
-    std::size_t received = 0;
-};
-
 } // namespace
 
 class Workers::Pool {
+    struct Slot {
+        enum State { Waiting, Running, Done, Lost } state = Waiting;
+        std::string request;
+        std::unique_ptr<char[]> reply; // a string would be filled with zeros first
+        Length replyLength = 0;
+        std::string end;        // of its last worker, where that ended
+        int attempts = 0;       // workers that began with it and ended
+        int futile = 0;         // workers that ended before they began with it
+        bool isSuspect = false; // a worker ended that had begun with it, or with more of which it is a part
+    };
+
+    struct Worker {
+        pid_t process = -1;
+        int requests = -1;
+        int replies = -1;
+        Slot* slot = nullptr; // what it is at work on
+        // HAS_BEGUN, the reply's length and its text, as far as they were received.
+        std::array<char, 1 + sizeof(Length)> head{};
+        std::size_t received = 0;
+    };
+
 public:
     Pool(int count, RequestSource& source, Work work) :
         m_count(static_cast<std::size_t>(count)), m_source(source), m_work(std::move(work))

@@ -8,7 +8,6 @@
 #include <set>
 #include <sstream>
 #include <stdexcept>
-#include <utility>
 
 namespace Keltrix::TestKit {
 
@@ -45,17 +44,12 @@ std::string Words(const TestMember& m)
     return text.str();
 }
 
-// Figures beside the rules come from numerical solutions as a rule.
-constexpr double TOLERANCE_OF_INFORMATION = 1e-3;
-
-// By rule, those of figures beside the rules by themselves, ascending.
-using Utilisation = std::map<std::pair<int, bool>, std::vector<double>>;
-
-Utilisation Utilisations(const MemberFindings& findings)
+// By rule, ascending. Figures beside the rules are no part of it.
+std::map<int, std::vector<double>> Utilisations(const MemberFindings& findings)
 {
-    Utilisation all;
+    std::map<int, std::vector<double>> all;
     for (const RuleFinding& rule : findings.rules)
-        all[{rule.rule, rule.status == CheckStatus::Information}].push_back(rule.utilisation);
+        if (rule.status != CheckStatus::Information) all[rule.rule].push_back(rule.utilisation);
     for (auto& [rule, list] : all)
         std::sort(list.begin(), list.end());
     return all;
@@ -83,13 +77,12 @@ std::string Difference(const Outcome& a, const Outcome& b, double tolerance)
     const auto those = Utilisations(b.findings);
     for (const auto& [rule, list] : these) {
         const auto other = those.find(rule);
-        const std::string name = NameOf(a.findings, rule.first);
-        const double most = rule.second ? std::max(tolerance, TOLERANCE_OF_INFORMATION) : tolerance;
+        const std::string name = NameOf(a.findings, rule);
         if (other == those.end()) return name + " is missing";
         if (other->second.size() != list.size())
             return name + ": " + std::to_string(list.size()) + " entries and " + std::to_string(other->second.size());
         for (std::size_t i = 0; i < list.size(); ++i) {
-            if (AreEqual(list[i], other->second[i], most)) continue;
+            if (AreEqual(list[i], other->second[i], tolerance)) continue;
             text << name << ": " << list[i] << " and " << other->second[i];
             return text.str();
         }
@@ -103,13 +96,20 @@ std::string Difference(const Outcome& a, const Outcome& b, double tolerance)
     return {};
 }
 
-// Least resistance of a symbol among the stretches at a place.
-double ResistanceAt(const MemberFindings& findings, const CString& symbol, double x)
+bool IsOfBuckling(const RuleFinding& rule)
+{
+    const bool isBuckling = rule.topic == Design::Topic::BucklingMajor || rule.topic == Design::Topic::BucklingMinor ||
+                            rule.topic == Design::Topic::LateralTorsional;
+    return isBuckling && rule.WasEvaluated() && std::isfinite(rule.resistance) && rule.start < rule.end;
+}
+
+// Least resistance of a topic among the stretches that were checked at a place.
+double ResistanceAt(const MemberFindings& findings, Design::Topic topic, double x)
 {
     double least = std::numeric_limits<double>::infinity();
-    for (const Design::SpanFinding& span : findings.spans)
-        if (symbol == span.resistance.symbol && x > span.start && x < span.end && !std::isnan(span.resistance.value))
-            least = std::min(least, span.resistance.value);
+    for (const RuleFinding& rule : findings.rules)
+        if (rule.topic == topic && IsOfBuckling(rule) && x > rule.start && x < rule.end)
+            least = std::min(least, rule.resistance);
     return least;
 }
 
@@ -265,15 +265,14 @@ private:
         m_changed = WithOneMore(m_random, m_member);
         const MemberFindings before = Check(m_member).findings;
         const MemberFindings after = Check(*m_changed).findings;
-        for (const Design::SpanFinding& span : before.spans) {
-            const CString symbol = span.resistance.symbol;
-            for (int j = 0; j < places && !symbol.IsEmpty(); ++j) {
+        for (const RuleFinding& rule : before.rules) {
+            for (int j = 0; j < places && IsOfBuckling(rule); ++j) {
                 const double x = m_member.points.front().GetPos() + (j + 0.517) / places * m_member.Length();
-                const double least = ResistanceAt(before, symbol, x);
-                if (std::isinf(least)) continue; // nothing was checked there
-                if (ResistanceAt(after, symbol, x) >= least * (1.0 - m_options.tolerance)) continue;
-                return Narrow(symbol) + " at " + std::to_string(x) + " m is " + std::to_string(least) + ", and " +
-                       std::to_string(ResistanceAt(after, symbol, x)) + " with a restraint more";
+                const double least = ResistanceAt(before, rule.topic, x);
+                const double then = ResistanceAt(after, rule.topic, x);
+                if (std::isinf(least) || then >= least * (1.0 - m_options.tolerance)) continue;
+                return Narrow(rule.name) + " at " + std::to_string(x) + " m has a resistance of " +
+                       std::to_string(least) + ", and " + std::to_string(then) + " with a restraint more";
             }
         }
         return {};

@@ -17,5 +17,6 @@ using TestKit::Divided;
 using TestKit::Mirrored;
 using TestKit::RandomMember;
 using TestKit::Restraint;
+using TestKit::Scaled;
 
 } // namespace DesignTest

@@ -110,17 +110,6 @@ Member UpsideDown(const Member& m)
     return u;
 }
 
-Member Scaled(const Member& m, double factor)
-{
-    Member r = m;
-    const auto times = [&](const Vec3<double>& v) { return Vec3<double>(v.x * factor, v.y * factor, v.z * factor); };
-    for (auto& s : r.subSpans) {
-        s.SetForcesAll(times(s.GetForcesLeft()), times(s.GetForcesRight()));
-        s.SetMomentsAll(times(s.GetMomentsLeft()), times(s.GetMomentsRight()));
-    }
-    return r;
-}
-
 } // namespace
 
 TEST(RandomLaws, ARestraintNeverLowersTheFactor)

@@ -187,17 +187,21 @@ TEST(Breaches, ACodeThatPassesWhatIsNoNumber)
     ExpectBreach(Law::NotANumber, "passes", [](Findings& f, Member&) { f.status = Design::Status::Passed; });
 }
 
-// A stretch of which the resistance depends on how often the member is held.
+// A stretch whose resistance depends on how often the member is held.
 TEST(Breaches, ACodeInWhichARestraintHarms)
 {
     ExpectBreach(Law::RestraintAdded, "with a restraint more", [](Findings& f, Member& m) {
         int held = 0;
         for (const Steel::CMemberPoint& point : m.GetMemberPointVec())
             held += point.GetRestraint().IsRestrained(Steel::CRestraint::FLANGE1_LATERAL, true) ? 1 : 0;
-        Design::SpanFinding span;
-        span.end = 3.0;
-        span.resistance = {L"Mb", Design::Quantity::Moment, 1e5 / (1.0 + held)};
-        f.spans.push_back(span);
+        Design::RuleFinding rule;
+        rule.name = L"lateral-torsional buckling";
+        rule.topic = Design::Topic::LateralTorsional;
+        rule.status = Design::CheckStatus::Passed;
+        rule.start = 0.0;
+        rule.end = 3.0;
+        rule.resistance = 1e5 / (1.0 + held);
+        f.rules.push_back(rule);
     });
 }
 

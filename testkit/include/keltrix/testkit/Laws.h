@@ -13,7 +13,8 @@
 namespace Keltrix::TestKit {
 
 enum class Law {
-    Division,  ///< a sub-span divided where its own forces say what acts there: each rule has the same utilisations
+    Division, ///< a sub-span divided where its own forces say what acts there: each rule has the same utilisations; figures beside
+    ///< the rules are left out
     Mirroring, ///< a member turned end for end: likewise
     MoreLoad,  ///< all forces and moments doubled: the largest utilisation does not fall, and what failed does not pass
     Units,     ///< findings are the same with or without a result, with or without text, and in whatever units that is
