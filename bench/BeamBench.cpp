@@ -102,13 +102,13 @@ void RegisterBeams()
     const Work perBeam{static_cast<double>(few)};
     const auto beams = std::make_shared<std::vector<Beam>>();
     for (std::size_t i = 0; i < few; ++i)
-        beams->push_back(ReadBeam("beam", (*texts)[i * BEAMS / few], {}, code.code));
+        beams->push_back(ReadBeam("beam", (*texts)[i * BEAMS / few], {}, code));
     MeasureWithFloor(
         "a beam file with 20 combinations, from text to its check",
         [texts, code] {
             double sum = 0.0;
             for (std::size_t i = 0; i < few; ++i)
-                sum += Checked(ReadBeam("beam", (*texts)[i * BEAMS / few], {}, code.code), code);
+                sum += Checked(ReadBeam("beam", (*texts)[i * BEAMS / few], {}, code), code);
             return sum;
         },
         [beams, code] {
