@@ -102,14 +102,14 @@ void RegisterBeams()
     const Work perBeam{static_cast<double>(few)};
     const auto beams = std::make_shared<std::vector<Beam>>();
     for (std::size_t i = 0; i < few; ++i)
-        beams->push_back(ReadBeam("beam", (*texts)[i * BEAMS / few], {}, code.code));
+        beams->push_back(ReadBeam("beam", (*texts)[i * BEAMS / few], {}, code));
     // What of it is no check: TOML, statics, members as files and read again.
     MeasureWithFloor(
         "a beam file with 20 combinations, from text to its members",
         [texts, code] {
             std::size_t members = 0;
             for (std::size_t i = 0; i < few; ++i)
-                members += ReadBeam("beam", (*texts)[i * BEAMS / few], {}, code.code).members.size();
+                members += ReadBeam("beam", (*texts)[i * BEAMS / few], {}, code).members.size();
             return members;
         },
         [texts, code] {
@@ -124,7 +124,7 @@ void RegisterBeams()
         [texts, code] {
             double sum = 0.0;
             for (std::size_t i = 0; i < few; ++i)
-                sum += Checked(ReadBeam("beam", (*texts)[i * BEAMS / few], {}, code.code), code);
+                sum += Checked(ReadBeam("beam", (*texts)[i * BEAMS / few], {}, code), code);
             return sum;
         },
         [beams, code] {

@@ -62,7 +62,7 @@ ExitCode ShowBuckling(const BucklingOptions& options, const Console& console)
         CodelessMember member;
         member.SetGrade(file.ReadInto(i, member));
         const BucklingReport report =
-            MakeBucklingReport(member, ModuliOf(options.code, member.GetGrade()), options.continuity);
+            MakeBucklingReport(member, ModuliOf(options.code.code, member.GetGrade()), options.continuity);
         const std::string title = Utf8(member.GetTitle());
         drawing.Add(report, member, title);
         if (hasText && options.format == Format::JSON_LINES)

@@ -101,10 +101,13 @@ std::string ReducedMarkup(const Design::CapacityTable& table)
 std::string BearingMarkup(const Design::CapacityTable& table)
 {
     if (table.bearing.empty()) return {};
-    std::string text = "<h5>Web under concentrated loads (kN)</h5>\n<table>" + Utf8(table.bearingName);
-    for (const Design::CapacityCurve& curve : table.bearing)
+    std::string text = "<h5>Web under concentrated loads</h5>\n<table>" + Utf8(table.bearingName);
+    std::string units = "mm";
+    for (const Design::CapacityCurve& curve : table.bearing) {
         text.append("\t").append(Utf8(curve.symbol));
-    text += "\n<tablewrap><i>mm</i></tablewrap>\n";
+        units.append("\t").append(UnitOf(curve.quantity));
+    }
+    text += "\n<tablewrap><i>" + units + "</i></tablewrap>\n";
     for (std::size_t i = 0; i < table.bearings.size(); ++i) {
         text += Rounded(table.bearings[i] * 1e3, 5);
         for (const Design::CapacityCurve& curve : table.bearing)

@@ -84,18 +84,18 @@ void AddAxes(ValueList& list, const CSection& section, const Steel::CDesSectGeom
     list.Millimetres("Yp", outline.HalvingHeight(), "axis of equal areas parallel to x-x, above the bottom edge");
 }
 
-struct Dimensions {
+struct DimensionOf {
     const CSecComp& component;
     double operator()(Geom::Prop prop) const { return component.Dimension(0.0, prop); }
 };
 
-void AddRadii(ValueList& list, const Dimensions& dim)
+void AddRadii(ValueList& list, const DimensionOf& dim)
 {
     list.Millimetres("r", dim(Geom::ROOT_RADIUS), "root radius");
     if (dim(Geom::TOE_RADIUS) > 0.0) list.Millimetres("rt", dim(Geom::TOE_RADIUS), "toe radius");
 }
 
-void AddFlangedDimensions(ValueList& list, const Dimensions& dim, const char* web)
+void AddFlangedDimensions(ValueList& list, const DimensionOf& dim, const char* web)
 {
     list.Millimetres("D", dim(Geom::DEPTH), "depth");
     list.Millimetres("B", dim(Geom::WIDTH), "width");
@@ -104,7 +104,7 @@ void AddFlangedDimensions(ValueList& list, const Dimensions& dim, const char* we
     AddRadii(list, dim);
 }
 
-void AddUnequalDimensions(ValueList& list, const Dimensions& dim)
+void AddUnequalDimensions(ValueList& list, const DimensionOf& dim)
 {
     list.Millimetres("D", dim(Geom::DEPTH), "depth");
     list.Millimetres("B", dim(Geom::WIDTH), "width of the top flange");
@@ -115,7 +115,7 @@ void AddUnequalDimensions(ValueList& list, const Dimensions& dim)
     AddRadii(list, dim);
 }
 
-void AddHollowDimensions(ValueList& list, const Dimensions& dim, const CSection& section)
+void AddHollowDimensions(ValueList& list, const DimensionOf& dim, const CSection& section)
 {
     list.Millimetres("D", dim(Geom::DEPTH), "depth");
     list.Millimetres("B", dim(Geom::WIDTH), "width");
@@ -132,7 +132,7 @@ void AddHollowDimensions(ValueList& list, const Dimensions& dim, const CSection&
 
 std::vector<SectionValue> SectionDimensionValues(const CSection& section)
 {
-    const Dimensions dim{section.Component(0)};
+    const DimensionOf dim{section.Component(0)};
     ValueList list;
     switch (section.Component(0).Shape() & Geom::SHAPE_MASK) {
     case Geom::SHAPE_CHS:

@@ -23,7 +23,7 @@ inline std::string FloorBeam(const std::string& keys = {}, const std::string& ta
 
 inline Beam Read(const std::string& text, const ReadingOptions& reading = {})
 {
-    return ReadBeam("beam.toml", text, reading, DefaultCode().code);
+    return ReadBeam("beam.toml", text, reading, DefaultCode());
 }
 
 /// All defects as messages, one to a line.
