@@ -200,7 +200,7 @@ Choice Choose(const MemberFile& file, std::size_t i, const DesignOptions& option
     const std::unique_ptr<Design::CodeMember> coded = options.code.code->NewMember(options.code.settings);
     Steel::CSteelMemberGen& member = coded->Member();
     const CSteelGrade grade = file.ReadInto(i, member);
-    SetGradeOf(file, i, *options.code, member, grade);
+    SetGradeOf(file, i, *options.code.code, member, grade);
     RequireUsableFactors(file, i, *coded);
     const CSecComp own = member.GetKeltrixSec().Component(0);
     return ChooseBy(options, [&](const CSectDB::Entry& entry) { return Try(*coded, grade, own, entry); });
@@ -221,7 +221,7 @@ Candidate Try(const Beam& own, const CSectDB::Entry& entry, const DesignOptions&
     Candidate candidate = CandidateOf(entry);
     BeamFile file = own.file;
     if (file.type == "ROLLED") file.type = "UNDEF"; // as the catalogue has it
-    SetSectionOf(file, FindSection(candidate.name), options.code);
+    SetSectionOf(file, FindSection(candidate.name), options.code.code);
     try {
         const Beam beam = MakeBeam(std::move(file), options.reading, options.code);
         if (beam.members.empty()) {

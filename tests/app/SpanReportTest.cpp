@@ -310,7 +310,7 @@ TEST(SpanReport, LengthsAreThoseOfTheCheck)
         std::map<std::pair<double, double>, double> byCheck;
         for (const BS5950::SpanResult& span : checked.Spans()) {
             if (span.mode != BS5950::BucklingMode::LateralTorsional || span.continuous) continue;
-            if (!span.compressed[0] && !span.compressed[1]) continue;
+            if (!span.lateral.compressed[0] && !span.lateral.compressed[1]) continue;
             double& length = byCheck[{span.start, span.end}];
             length = std::max(length, span.LE);
             ++compared;

@@ -65,9 +65,9 @@ std::vector<Figure> Figures()
         const Classification c = Classify(s, m, ClassActions::Major(N));
         return std::pair(c.cls, *MNyRd(s, m, c, -N).value / 1e3);
     };
-    constexpr const char* P364_2 = "SCI P364 (2009), example 2";
-    constexpr const char* P364_3 = "SCI P364, example 3";
-    constexpr const char* P364_9 = "SCI P364, example 9";
+    constexpr const char* DESIGNERS_2 = "SCI P364 (2009), example 2";
+    constexpr const char* DESIGNERS_3 = "SCI P364, example 3";
+    constexpr const char* DESIGNERS_9 = "SCI P364, example 9";
     constexpr const char* P387 = "SCI P387, example 1";
     constexpr const char* JRC1 = "JRC workshop 2014, column";
     constexpr const char* JRC2 = "JRC workshop 2014, beam";
@@ -79,18 +79,18 @@ std::vector<Figure> Figures()
     const double tubeI = std::acos(-1.0) / 64.0 * (std::pow(0.2445, 4) - std::pow(0.2245, 4));
     const auto tube = [=] { return BuckleStrut(FlexuralNcr(210e9, tubeI, 4.0), tubeA, 355e6, 1.0, Curve::A); };
     return {
-        {P364_2, "class", 1, 1, [=] { return uk(L"UB 533x210x92", L"S275").MajorBending().cls; }},
-        {P364_2, "Vpl,Rd kN", 909, 1, [=] { return *uk(L"UB 533x210x92", L"S275").VczRd() / 1e3; }, ROUNDED},
-        {P364_2, "Mc,y,Rd kNm", 649, 1, [=] { return *uk(L"UB 533x210x92", L"S275").McyRd() / 1e3; }},
-        {P364_2, "FRd kN, ss 50 mm", 324, 1, [] { return WebFRd(L"UB 533x210x92", 275.0, 0.05); }},
-        {P364_3, "λLT", 1.07, 0.01, [=] { return reduced(355.7e3, 2.65).slenderness; }},
-        {P364_3, "χLT", 0.60, 0.01, [=] { return reduced(355.7e3, 2.65).chi; }},
-        {P364_3, "f", 0.83, 0.01, [=] { return reduced(355.7e3, 2.65).f; }},
-        {P364_3, "χLT,mod", 0.72, 0.01, [=] { return reduced(355.7e3, 2.65).chiMod; }},
-        {P364_9, "Npl,Rd kN", 5658, 1, [=] { return *uk(L"UC 356x368x129", L"S355").NplRd() / 1e3; }, ROUNDED},
-        {P364_9, "λz", 0.82, 0.01, [] { return StrutOf(L"UC 356x368x129", 345.0, 6.0, true).slenderness; }},
-        {P364_9, "χz", 0.65, 0.01, [] { return StrutOf(L"UC 356x368x129", 345.0, 6.0, true).reduction.chi; }},
-        {P364_9, "Nb,z,Rd kN", 3678, 1, [] { return StrutOf(L"UC 356x368x129", 345.0, 6.0, true).NbRd / 1e3; },
+        {DESIGNERS_2, "class", 1, 1, [=] { return uk(L"UB 533x210x92", L"S275").MajorBending().cls; }},
+        {DESIGNERS_2, "Vpl,Rd kN", 909, 1, [=] { return *uk(L"UB 533x210x92", L"S275").VczRd() / 1e3; }, ROUNDED},
+        {DESIGNERS_2, "Mc,y,Rd kNm", 649, 1, [=] { return *uk(L"UB 533x210x92", L"S275").McyRd() / 1e3; }},
+        {DESIGNERS_2, "FRd kN, ss 50 mm", 324, 1, [] { return WebFRd(L"UB 533x210x92", 275.0, 0.05); }},
+        {DESIGNERS_3, "λLT", 1.07, 0.01, [=] { return reduced(355.7e3, 2.65).slenderness; }},
+        {DESIGNERS_3, "χLT", 0.60, 0.01, [=] { return reduced(355.7e3, 2.65).chi; }},
+        {DESIGNERS_3, "f", 0.83, 0.01, [=] { return reduced(355.7e3, 2.65).f; }},
+        {DESIGNERS_3, "χLT,mod", 0.72, 0.01, [=] { return reduced(355.7e3, 2.65).chiMod; }},
+        {DESIGNERS_9, "Npl,Rd kN", 5658, 1, [=] { return *uk(L"UC 356x368x129", L"S355").NplRd() / 1e3; }, ROUNDED},
+        {DESIGNERS_9, "λz", 0.82, 0.01, [] { return StrutOf(L"UC 356x368x129", 345.0, 6.0, true).slenderness; }},
+        {DESIGNERS_9, "χz", 0.65, 0.01, [] { return StrutOf(L"UC 356x368x129", 345.0, 6.0, true).reduction.chi; }},
+        {DESIGNERS_9, "Nb,z,Rd kN", 3678, 1, [] { return StrutOf(L"UC 356x368x129", 345.0, 6.0, true).NbRd / 1e3; },
          "the example goes on with χ = 0.65"},
         {P387, "class", 1, 1, [=] { return uk(L"UB 457x191x82", L"S275").MajorBending().cls; }},
         {P387, "Mc,y,Rd kNm", 503, 1, [=] { return *uk(L"UB 457x191x82", L"S275").McyRd() / 1e3; }, ROUNDED},
@@ -138,7 +138,7 @@ std::vector<Figure> Figures()
     };
 }
 
-std::string Cell(double value, double lastDigit, int more)
+std::string CellText(double value, double lastDigit, int more)
 {
     char text[40];
     const int decimals = lastDigit >= 1.0 ? 0 : lastDigit >= 0.1 ? 1 : lastDigit >= 0.01 ? 2 : 3;
@@ -155,8 +155,8 @@ std::string Examples()
         char departure[24];
         std::snprintf(departure, sizeof departure, "%+.2f %%", 100.0 * (computed / f.published - 1.0));
         const bool within = std::abs(computed - f.published) <= 0.5001 * f.lastDigit;
-        page += std::string("| ") + f.example + " | " + f.symbol + " | " + Cell(f.published, f.lastDigit, 0) + " | " +
-                Cell(computed, f.lastDigit, 1) + " | " + departure + " | " + (within ? "" : f.why) + " |\n";
+        page += std::string("| ") + f.example + " | " + f.symbol + " | " + CellText(f.published, f.lastDigit, 0) +
+                " | " + CellText(computed, f.lastDigit, 1) + " | " + departure + " | " + (within ? "" : f.why) + " |\n";
     }
     return page;
 }

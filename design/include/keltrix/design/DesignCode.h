@@ -81,9 +81,9 @@ struct CodeSettings {
     double C1 = 1.0; ///< of capacity tables: elastic critical moment over that under uniform moment
     /// Choices of a file in place of those of the annex, one for each of CodeDescription::nationalChoices, in their order: a number, or the place of
     /// a word counted from 1; not-a-number where the annex's own holds. Choices beyond the end are the annex's.
-    std::vector<double> nationalChoices;
-    CString annexTitle;        ///< what the file calls itself; empty without a file
-    CString annexCombinations; ///< whose combinations the file says go with it; empty where it does not
+    std::vector<double> nationalChoices = {};
+    CString annexTitle = {};        ///< what the file calls itself; empty without a file
+    CString annexCombinations = {}; ///< whose combinations the file says go with it; empty where it does not
 
     double Length(std::size_t option) const { return option < options.size() ? options[option] : 0.0; }
     bool Flag(std::size_t option) const { return Length(option) != 0.0; }
