@@ -78,6 +78,7 @@ endfunction()
 # keltrix_summary(): what is built and what is left out.
 function(keltrix_summary)
   get_property(libraries GLOBAL PROPERTY KELTRIX_LIBRARIES)
+  list(REMOVE_ITEM libraries testkit) # for tests alone, and always static
   list(JOIN libraries ", " libraries)
   set(kind static)
   if(BUILD_SHARED_LIBS)

@@ -97,8 +97,7 @@ private:
 ExitCode CheckEnvelope(const CheckOptions& options, const Console& console)
 {
     std::vector<CheckedMember> cases;
-    MemberStream stream(options.files, options.reading, console, BeamReading::MembersWithDeflections,
-                        options.code);
+    MemberStream stream(options.files, options.reading, console, BeamReading::MembersWithDeflections, options.code);
     while (auto member = stream.Next()) {
         if (!member->remark.empty()) console.err(member->remark);
         stream.Use(*member, [&] {

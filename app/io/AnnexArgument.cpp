@@ -3,7 +3,7 @@
 #include <iostream>
 
 #ifdef KELTRIX_HOST_WITH_STATICS
-#include "beamfile/AnnexFile.h"
+#include "check/AnnexFile.h"
 #endif
 #include "io/Input.h"
 #include "text/BadInput.h"

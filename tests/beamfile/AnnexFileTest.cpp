@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "beamfile/AnnexFile.h"
+#include "check/AnnexFile.h"
 #include "check/CheckedMember.h"
 #include "memberfile/MemberFile.h"
 #include "text/BadInput.h"

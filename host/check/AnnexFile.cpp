@@ -1,4 +1,4 @@
-#include "beamfile/AnnexFile.h"
+#include "check/AnnexFile.h"
 
 #include <cmath>
 #include <limits>
