@@ -147,10 +147,7 @@ TEST_P(EC3Laws, FindingsKeepTheUsualLaws)
         ExpectLaw(law, SubjectOf(GetParam(), EC3::Code()), options);
 }
 
-INSTANTIATE_TEST_SUITE_P(EveryShape, EC3Laws,
-                         ::testing::Values(SECTIONS[0], SECTIONS[1], SECTIONS[2], SECTIONS[11], SECTIONS[12],
-                                           SECTIONS[13]),
-                         NameOfShape);
+INSTANTIATE_TEST_SUITE_P(EveryShape, EC3Laws, ::testing::ValuesIn(SECTIONS), NameOfShape);
 #endif
 
 } // namespace
