@@ -249,14 +249,14 @@ private:
         return Stability::IsWarpingFree(m_in.section, unit.stations.back().x - unit.stations.front().x);
     }
 
-    // Stations at which units end. A length from an end of the member to the first section that is held, which this section by
+    // Stations at which units end, not those inside a length that is held all along, wherever that is divided. A length from an end of the member to the first section that is held, which this section by
     // itself does not hold, is analysed together with the length beyond it.
     void FindEnds()
     {
         const std::size_t last = Whole().pieces.size();
         m_ends.push_back(0);
         for (std::size_t i = 1; i < last && !m_options.continuity; ++i)
-            if (IsHeld(i)) m_ends.push_back(i);
+            if (IsHeld(i) && !IsHeldAlong(i - 1, i + 1)) m_ends.push_back(i);
         m_ends.push_back(last);
         while (m_ends.size() > 2 && !IsHeld(0) && IsFree(m_ends[0], m_ends[1]))
             m_ends.erase(m_ends.begin() + 1);

@@ -137,7 +137,7 @@ class EC3Laws : public ::testing::TestWithParam<SectionOf> {};
 // Elastic critical loads are eigenvalues of a numerical solution.
 TEST_P(EC3Laws, FindingsKeepTheUsualLaws)
 {
-    LawOptions options = OptionsOf(GetParam(), 12);
+    LawOptions options = OptionsOf(GetParam(), 26);
     options.tolerance = 1e-3;
     options.manner = [](std::mt19937& random) {
         const auto any = [&](int n) { return std::uniform_int_distribution<int>(0, n)(random); };

@@ -27,11 +27,14 @@ bool IsLinear(const MomentDiagram& moments, double from, double to, double left,
     const MomentDiagram::Range range = moments.Covering(from, to);
     for (int k = range.first; k < range.last; ++k) {
         const MomentDiagram::Piece& piece = moments.At(k);
-        for (const double s : {0.0, 0.5, 1.0}) {
-            const double x = piece.Position(s);
-            if (x < from || x > to) continue;
+        if (!(piece.length > 0.0)) continue;
+        // The part of the sub-span that lies between the places: a parabola is known by three points.
+        const double a = std::max(from, piece.start);
+        const double b = std::min(to, piece.End());
+        for (const double x : {a, 0.5 * (a + b), b}) {
             const double line = left + (right - left) * (x - from) / (to - from);
-            if (std::abs(moments.Curves(k).front().At(s) - line) > tolerance) return false;
+            const double M = moments.Curves(k).front().At((x - piece.start) / piece.length);
+            if (std::abs(M - line) > tolerance) return false;
         }
     }
     return true;

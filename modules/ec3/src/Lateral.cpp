@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "MemberCheck.h"
 #include "keltrix/design/Stretches.h"
@@ -72,22 +73,58 @@ bool MemberCheck::HasLoadHeight(double from, double to) const
     return false;
 }
 
+// Restraints of the compression or the tension flange along a sub-span hold one flange up to where the moment changes sign and the other
+// one beyond: the sub-span is divided there, so that each part holds one.
+void MemberCheck::DivideAtContraflexures(std::vector<Steel::CMemberPoint>& points,
+                                         std::vector<Steel::CSubSpan>& subSpans) const
+{
+    const std::vector<Steel::CSubSpan> whole = std::exchange(subSpans, {});
+    const std::vector<Steel::CMemberPoint> given = std::exchange(points, {});
+    const auto addPoint = [&](Steel::CMemberPoint p) {
+        points.push_back(std::move(p));
+        points.back().Set1Index(static_cast<int>(points.size()));
+    };
+    for (std::size_t k = 0; k < whole.size(); ++k) {
+        addPoint(given[k]);
+        const auto& piece = m_major.At(static_cast<int>(k));
+        const Design::Parabola& moment = m_major.Curves(static_cast<int>(k)).front();
+        const CRestraint along = whole[k].GetRestraint();
+        double from = 0.0;
+        const auto addPart = [&](double to) {
+            subSpans.push_back(whole[k]);
+            subSpans.back().Set1Index(static_cast<int>(subSpans.size()));
+            const double M = moment.At(0.5 * (from + to));
+            subSpans.back().SetRestraint(Design::Resolved(along, M > 0.0 ? 1 : M < 0.0 ? -1 : 0));
+            from = to;
+        };
+        if (!along.IsFree(BY_MOMENT, false)) {
+            for (const double s : moment.Zeros()) {
+                if (std::isnan(s)) break;
+                addPart(s);
+                Steel::CMemberPoint p;
+                p.SetPos(piece.Position(s));
+                addPoint(p);
+            }
+        }
+        addPart(1.0);
+    }
+    addPoint(given.back());
+}
+
 // The bending moments, alone unless `withAxial` says so: axial forces take part by 6.3.3. A uniform moment in their place, N·m, keeps the restraints as the real
 // moments have them: those of the compression or the tension flange become those of a flange.
 Stability::CriticalLoads MemberCheck::Analyse(bool atShearCentre, double uniform, bool withAxial) const
 {
     std::vector<Steel::CMemberPoint> points = m_in.points;
     std::vector<Steel::CSubSpan> subSpans = m_in.subSpans;
-    for (std::size_t k = 0; k < subSpans.size(); ++k) {
-        Steel::CSubSpan& sub = subSpans[k];
+    if (uniform != 0.0) DivideAtContraflexures(points, subSpans);
+    for (Steel::CSubSpan& sub : subSpans) {
         Vec3<double> left = sub.GetForcesLeft();
         Vec3<double> right = sub.GetForcesRight();
         if (!withAxial) left.x = right.x = 0.0;
         if (uniform != 0.0) {
             left.z = right.z = 0.0;
             sub.SetMomentsAll({0.0, uniform, 0.0}, {0.0, uniform, 0.0});
-            const auto& piece = m_major.At(static_cast<int>(k));
-            sub.SetRestraint(Design::Resolved(sub.GetRestraint(), SignOf(m_major.Between(piece.start, piece.End()))));
         }
         sub.SetForcesAll(left, right);
         if (atShearCentre) MoveToShearCentre(sub);

@@ -249,6 +249,7 @@ private:
     double ShiftChi(double Mcr) const;
     void SetShift(LateralSpan& span, const Stability::CriticalLoads& uniform) const;
     bool HasShift() const { return m_class.effective.eNy > 0.0 && LargestCompression(m_in.Start(), m_in.End()) > 0.0; }
+    void DivideAtContraflexures(std::vector<Steel::CMemberPoint>& points, std::vector<Steel::CSubSpan>& subSpans) const;
     Stability::CriticalLoads Analyse(bool atShearCentre, double uniform, bool withAxial = false) const;
     void SetElastic(LateralSpan& span, const Stability::Unit& unit) const;
     void SetC1(LateralSpan& span, const Stability::CriticalLoads& centre,
