@@ -80,8 +80,8 @@ void MemberCheck::DivideAtContraflexures(std::vector<Steel::CMemberPoint>& point
 {
     const std::vector<Steel::CSubSpan> whole = std::exchange(subSpans, {});
     const std::vector<Steel::CMemberPoint> given = std::exchange(points, {});
-    const auto addPoint = [&](Steel::CMemberPoint p) {
-        points.push_back(std::move(p));
+    const auto addPoint = [&](const Steel::CMemberPoint& p) {
+        points.push_back(p);
         points.back().Set1Index(static_cast<int>(points.size()));
     };
     for (std::size_t k = 0; k < whole.size(); ++k) {

@@ -34,21 +34,21 @@ const wchar_t* RefusalOfEnds(const Design::Stretch& stretch)
 
 } // namespace
 
-double FlangeRadius(const Section& s)
+double FlangeRadius(const Section& section)
 {
-    const double I = s.tf * s.b * s.b * s.b / 12.0;
-    return std::sqrt(I / (s.b * s.tf + 0.5 * s.hw * s.tw / 3.0));
+    const double I = section.tf * section.b * section.b * section.b / 12.0;
+    return std::sqrt(I / (section.b * section.tf + 0.5 * section.hw * section.tw / 3.0));
 }
 
-FlangeStrut ReduceFlange(const Section& s, const Strength& m, const Annex& annex, double Lc, double kc)
+FlangeStrut ReduceFlange(const Section& section, const Strength& strength, const Annex& annex, double Lc, double kc)
 {
     FlangeStrut f;
     f.Lc = Lc;
     f.kc = kc;
-    f.radius = FlangeRadius(s);
-    f.lambda1 = 93.9 * m.epsilon;
+    f.radius = FlangeRadius(section);
+    f.lambda1 = 93.9 * strength.epsilon;
     f.slenderness = kc * Lc / (f.radius * f.lambda1);
-    f.curve = s.IsWelded() && s.h / s.tf <= 44.0 * m.epsilon ? Curve::D : Curve::C;
+    f.curve = section.IsWelded() && section.h / section.tf <= 44.0 * strength.epsilon ? Curve::D : Curve::C;
     f.chi = std::min(1.0, annex.flangeFactor * CompressionReduction(f.slenderness, ImperfectionFactor(f.curve)).chi);
     return f;
 }
