@@ -71,8 +71,8 @@ TEST(Material, HasTheStrengthsOfTable31WhereTheyAreRecommended)
 
 TEST(Material, TakesAUsersGradeWithinTheStandard)
 {
-    const auto make = [](double fy, double fu, double E, double factor) {
-        return MakeMaterial(CSteelGrade(L"User_defined", fy, fu, E, factor), 0.02, false, Fabrication::Rolled,
+    const auto make = [](double fy, double fu, double modulus, double factor) {
+        return MakeMaterial(CSteelGrade(L"User_defined", fy, fu, modulus, factor), 0.02, false, Fabrication::Rolled,
                             UkAnnex());
     };
     const Material m = make(300e6, 400e6, 205e9, 1.25);

@@ -2,18 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "MemberCheck.h"
 #include "keltrix/design/Segments.h"
 
 namespace Keltrix::EC3 {
-
-namespace {
-
-constexpr double NEVER = std::numeric_limits<double>::infinity();
-
-} // namespace
 
 // Lengths between sections that are held along both legs and in twist. The moment counts as uniform, whatever its course, which is safe.
 void MemberCheck::FindOfAngle()

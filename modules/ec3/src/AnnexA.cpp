@@ -170,7 +170,6 @@ void MemberCheck::ApplyAnnexA(Combination& c) const
     const LateralSpan& lateral = m_laterals[c.lateral];
     const Strength& m = m_in.strength;
     const Section& s = m_in.section;
-    constexpr double NEVER = std::numeric_limits<double>::infinity();
     AnnexAInput i;
     i.isPlastic = m_class.IsPlastic();
     i.N = std::max(c.Ny, c.Nz);

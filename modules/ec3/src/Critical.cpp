@@ -56,9 +56,9 @@ double CoupledNcr(const Section& s, const ModeForces& forces)
 
 double UniformMcr(const Section& s, double E, double G, double L, bool compressesTop)
 {
-    constexpr double PI2 = std::numbers::pi * std::numbers::pi;
+    constexpr double PI_SQUARED = std::numbers::pi * std::numbers::pi;
     const double Pz = FlexuralNcr(E, MinorSecondMoment(s), L);
-    const double torsion = G * s.It + PI2 * E * s.Iw / (L * L);
+    const double torsion = G * s.It + PI_SQUARED * E * s.Iw / (L * L);
     double beta = s.basis.monosymmetry;
     if (s.shape == Shape::Angle)
         beta = -std::abs(beta);

@@ -21,7 +21,6 @@ using Steel::CRestraint;
 
 namespace {
 
-constexpr double NEVER = std::numeric_limits<double>::infinity();
 // C1 of the diagram with the smallest kc of Table 6.6, end moments of ψ = -1.
 constexpr double LARGEST_C1 = 2.76;
 constexpr unsigned int BY_MOMENT = CRestraint::COMP_FLANGE_LATERAL | CRestraint::TENS_FLANGE_LATERAL |

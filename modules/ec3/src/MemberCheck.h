@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -40,6 +41,9 @@ struct MemberInput {
     /// Distance within which two positions are one.
     double SamePlace() const { return 1e-9 * Length(); }
 };
+
+/// Critical load of a length in which nothing buckles.
+inline constexpr double NEVER = std::numeric_limits<double>::infinity();
 
 enum class BucklingMode { Major, Minor, Torsion };
 
