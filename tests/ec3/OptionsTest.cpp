@@ -281,6 +281,10 @@ TEST(Simplified, IsRefusedWhereItDoesNotReach)
     EXPECT_TRUE(free.HasOpen());
     const Checked box(Beam(4.0, 10e3, 0.0), L"RHS 300x200x8", L"S355", false, options);
     EXPECT_TRUE(box.HasOpen());
+    const Checked angle(Beam(2.0, 1e3, 0.0), L"L 100x100x10", L"S275", false, options);
+    EXPECT_FALSE(angle.passed);
+    EXPECT_EQ(std::wstring(angle.Rule(L"6.3.2").reason),
+              L"6.3.2.4 is applied to I and H sections with equal flanges alone");
 }
 
 // NEd/Nb,min + My/Mb + 1.5 Mz/Mcz with the resistances that the check itself gives; more than (6.61) and (6.62) of Annex B always.

@@ -31,6 +31,8 @@ void MemberCheck::FindOfAngle()
             span.open =
                 L"an end is not held along both legs and in twist, and the closed form of Mcr of an angle is for "
                 L"lengths between such ends";
+        else if (!span.held && m_in.options.lateral == LateralMethod::Simplified)
+            span.open = L"6.3.2.4 is applied to I and H sections with equal flanges alone";
         else if (!span.held && HasLoadHeight(span.start, span.end))
             span.open = L"a load acts off the shear centre, which the closed form of Mcr of an angle does not take";
         else if (!span.held) {
