@@ -163,7 +163,7 @@ void RequireJson(const CheckedMember& checked)
         RequireSame(local[i]["shear_minor"], p.shearMinor, "JSON has the figures of a position");
     }
     std::vector<BS5950::LedgerEntry> entries = StandardOf(checked).Checks().Entries();
-    const std::vector<BS5950::LedgerEntry> information = StandardOf(checked).Information();
+    const std::vector<BS5950::LedgerEntry> information = StandardOf(checked).InformationEntries();
     entries.insert(entries.end(), information.begin(), information.end());
     Require(json["checks"].size() == entries.size(), "JSON has every entry");
     for (std::size_t i = 0; i < entries.size(); ++i)

@@ -6,4 +6,6 @@ namespace Keltrix::Design {
 CodeMember::~CodeMember() = default;
 DesignCode::~DesignCode() = default;
 
+std::vector<RuleFinding> CodeMember::Information() const { return {}; }
+
 } // namespace Keltrix::Design

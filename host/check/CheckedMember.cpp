@@ -71,13 +71,19 @@ const char* QuantityWord(Design::Quantity quantity)
 
 Json OrNull(double value) { return std::isnan(value) ? Json() : Json(value); }
 
+Json EntryJson(const RuleFinding& entry)
+{
+    return JsonObject("rule", Utf8(entry.name), "topic", Utf8(Design::TopicName(entry.topic)), "clause",
+                      Utf8(entry.clause), "status", Utf8(Design::StatusName(entry.status)), "reason",
+                      Utf8(entry.reason), "start", entry.start, "end", entry.end, "utilisation", entry.utilisation,
+                      "slenderness", OrNull(entry.slenderness), "symbol", Utf8(entry.symbol), "quantity",
+                      QuantityWord(entry.quantity), "resistance", entry.resistance, "governing", entry.governing);
+}
+
+// The same with its source.
 Json EntryJson(const CheckedMember& checked, const RuleFinding& entry)
 {
-    Json json = JsonObject("rule", Utf8(entry.name), "topic", Utf8(Design::TopicName(entry.topic)), "clause",
-                           Utf8(entry.clause), "status", Utf8(Design::StatusName(entry.status)), "reason",
-                           Utf8(entry.reason), "start", entry.start, "end", entry.end, "utilisation", entry.utilisation,
-                           "slenderness", OrNull(entry.slenderness), "symbol", Utf8(entry.symbol), "quantity",
-                           QuantityWord(entry.quantity), "resistance", entry.resistance, "governing", entry.governing);
+    Json json = EntryJson(entry);
     if (checked.sources.empty()) return json;
     const RuleSource& source = checked.sources[static_cast<std::size_t>(&entry - checked.findings.rules.data())];
     json["combination"] = source.combination;
@@ -611,6 +617,11 @@ Json JsonOf(const CheckedMember& checked)
     Json checks = Json::array();
     for (const RuleFinding& entry : checked.findings.rules)
         checks.push_back(EntryJson(checked, entry));
+    for (const RuleFinding& entry : checked.Information()) {
+        Json json = EntryJson(entry);
+        if (!checked.sources.empty()) json["combination"] = checked.caseName.empty() ? checked.name : checked.caseName;
+        checks.push_back(std::move(json));
+    }
     Json assumptions = Json::array();
     for (const Design::Assumption& assumption : checked.findings.assumptions)
         assumptions.push_back(JsonObject("name", Utf8(assumption.name), "text", Utf8(assumption.text), "value",

@@ -61,6 +61,9 @@ struct CheckedMember {
     std::string CombinationOf(const Design::RuleFinding* entry) const;
     /// "pass", "fail", or "not checked" where nothing could be checked; only the first passes.
     std::string Status() const;
+    /// Figures beside the rules, of status Information; of an envelope, those of the case with the largest utilisation. Computed at each call, which
+    /// can take longer than the check.
+    std::vector<Design::RuleFinding> Information() const { return coded->Information(); }
     /// The warnings that the check added to those of the file.
     std::vector<MemberWarning> CheckWarnings() const;
     /// DescribeEntry of the governing entry; "nothing" without one.

@@ -344,11 +344,10 @@ std::string IdleTable(const Design::MemberFindings& findings, bool isBrief)
 }
 
 // Figures beside the rules.
-std::string InformationTable(const Design::MemberFindings& findings)
+std::string InformationTable(const CheckedMember& checked)
 {
     std::string rows;
-    for (const RuleFinding& entry : findings.rules) {
-        if (entry.status != Design::CheckStatus::Information) continue;
+    for (const RuleFinding& entry : checked.Information()) {
         rows += "<tr><td>" + Wording(entry.name) + "</td><td>" + Wording(entry.clause) + "</td><td>" +
                 PlaceText(entry) + "</td><td class=\"n\">" + UtilisationText(entry.utilisation) +
                 "</td><td class=\"n\">" + ResistanceText(entry) + "</td><td>" + Wording(entry.reason) + "</td></tr>\n";
@@ -625,7 +624,7 @@ std::string MemberSheet(const CheckedMember& checked, const TitleBlock& block, c
     html +=
         Part(id, "checks", "Checks",
              (chart.empty() ? "<p>No check has a utilisation above zero.</p>\n" : "<figure>" + chart + "</figure>\n") +
-                 CheckTable(checked, false) + InformationTable(findings) + IdleTable(findings, false));
+                 CheckTable(checked, false) + InformationTable(checked) + IdleTable(findings, false));
     html += Part(id, "critical", "Elastic critical load", BucklingHtml(id, checked, layout, axis));
     return html + flags +
            calculation("Calculation", CalculationHtml(findings, false), checked.ShownResult().GetVerbose()) +

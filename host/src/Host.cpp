@@ -60,6 +60,8 @@ void TakeChecked(Outcome& outcome, CheckedMember member)
     outcome.utilisation = checked->Utilisation();
     outcome.governing = checked->Governing();
     outcome.findings = checked->findings;
+    const std::vector<Design::RuleFinding> information = checked->Information();
+    outcome.findings.rules.insert(outcome.findings.rules.end(), information.begin(), information.end());
     for (const MemberWarning& warning : checked->CheckWarnings())
         outcome.diagnostics.push_back(DiagnosticOf(warning));
     outcome.checked = std::move(checked);

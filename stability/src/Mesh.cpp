@@ -17,14 +17,49 @@ constexpr double MOST_OTHERS = 200.0;
 constexpr double WARPING_FREE = 1e-4;
 // Share of the unit below which an element would spoil the digits of the others.
 constexpr double SHORTEST = 5e-4;
+// Share of the largest moment or force up to which two are the same.
+constexpr double SAME = 1e-9;
+
+// Whether the piece in front of a station goes on behind it as it is, so that the station divides nothing.
+bool GoesOn(const Layout& unit, std::size_t i, double largestMoment, double largestForce)
+{
+    const Station& station = unit.stations[i];
+    const Piece& before = unit.pieces[i - 1];
+    const Piece& after = unit.pieces[i];
+    if (station.holds.Any() || station.jump || station.torque != 0.0 || !(before.along == after.along) ||
+        std::abs(before.torque - after.torque) > SAME * largestForce)
+        return false;
+    // The longer one as it would be over the other: that way round rounding grows least.
+    const double h1 = station.x - unit.stations[i - 1].x;
+    const double h2 = unit.stations[i + 1].x - station.x;
+    const bool isFirst = h1 >= h2;
+    const double ratio = isFirst ? h2 / h1 : h1 / h2;
+    const Piece& longer = isFirst ? before : after;
+    const Piece& shorter = isFirst ? after : before;
+    for (const double share : {0.5, 1.0}) {
+        const double there = isFirst ? 1.0 + share * ratio : -share * ratio;
+        const double here = isFirst ? share : 1.0 - share;
+        const double force = longer.axialLeft + there * (longer.axialRight - longer.axialLeft);
+        const double given = shorter.axialLeft + here * (shorter.axialRight - shorter.axialLeft);
+        if (std::abs(longer.moment.At(there) - shorter.moment.At(here)) > SAME * largestMoment) return false;
+        if (std::abs(force - given) > SAME * largestForce) return false;
+    }
+    return true;
+}
 
 // Stations that get nodes: those where something is held, where what is held along the member changes, and the ends. Others are
-// left out where they come too thickly. Restraints that do so for themselves are left out, which lowers the critical load.
+// left out where they divide nothing, or come too thickly. Restraints that do so for themselves are left out, which lowers the critical load.
 class Chooser {
 public:
     Chooser(const Layout& unit, Mesh& mesh) : m_unit(unit), m_mesh(mesh)
     {
         m_length = unit.stations.back().x - unit.stations.front().x;
+        for (const Piece& piece : unit.pieces) {
+            for (const double s : {0.0, 0.5, 1.0})
+                m_largestMoment = std::max(m_largestMoment, std::abs(piece.moment.At(s)));
+            m_largestForce = std::max(
+                {m_largestForce, std::abs(piece.axialLeft), std::abs(piece.axialRight), std::abs(piece.torque)});
+        }
     }
 
     std::vector<std::size_t> Choose()
@@ -33,8 +68,9 @@ public:
         const bool crowded = static_cast<double>(last) > MOST_OTHERS;
         std::vector<std::size_t> chosen{0};
         for (std::size_t i = 1; i < last; ++i) {
+            if (GoesOn(m_unit, i, m_largestMoment, m_largestForce)) continue;
             const bool required = IsRequired(i);
-            const double least = m_length / (!crowded ? 1.0 / SHORTEST : required ? MOST_REQUIRED : MOST_OTHERS);
+            const double least = m_length * (!required ? 1.0 / MOST_OTHERS : crowded ? 1.0 / MOST_REQUIRED : SHORTEST);
             const double x = m_unit.stations[i].x;
             const bool room = x - m_unit.stations[chosen.back()].x >= least && m_unit.stations[last].x - x >= least;
             if (room)
@@ -55,6 +91,8 @@ private:
     const Layout& m_unit;
     Mesh& m_mesh;
     double m_length = 0.0;
+    double m_largestMoment = 0.0;
+    double m_largestForce = 0.0;
 };
 
 // What is held all along several pieces.

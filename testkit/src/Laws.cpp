@@ -44,13 +44,13 @@ std::string Words(const TestMember& m)
     return text.str();
 }
 
-// By rule, ascending. Figures beside the rules are no part of it.
-std::map<int, std::vector<double>> Utilisations(const MemberFindings& findings)
+// By rule, ascending; those of figures beside a rule by themselves.
+std::map<std::pair<int, bool>, std::vector<double>> Utilisations(const MemberFindings& findings)
 {
-    std::map<int, std::vector<double>> all;
+    std::map<std::pair<int, bool>, std::vector<double>> all;
     for (const RuleFinding& rule : findings.rules)
-        if (rule.status != CheckStatus::Information) all[rule.rule].push_back(rule.utilisation);
-    for (auto& [rule, list] : all)
+        all[{rule.rule, rule.status == CheckStatus::Information}].push_back(rule.utilisation);
+    for (auto& [key, list] : all)
         std::sort(list.begin(), list.end());
     return all;
 }
@@ -69,20 +69,20 @@ bool AreEqual(double a, double b, double tolerance)
 }
 
 // How two checks of what is one member differ; empty where they do not.
-std::string Difference(const Outcome& a, const Outcome& b, double tolerance)
+std::string Difference(const Outcome& a, const Outcome& b, double tolerance, double informationTolerance)
 {
     std::ostringstream text;
     text.precision(15);
     const auto these = Utilisations(a.findings);
     const auto those = Utilisations(b.findings);
-    for (const auto& [rule, list] : these) {
-        const auto other = those.find(rule);
-        const std::string name = NameOf(a.findings, rule);
+    for (const auto& [key, list] : these) {
+        const auto other = those.find(key);
+        const std::string name = NameOf(a.findings, key.first) + (key.second ? ", figure beside the rule" : "");
         if (other == those.end()) return name + " is missing";
         if (other->second.size() != list.size())
             return name + ": " + std::to_string(list.size()) + " entries and " + std::to_string(other->second.size());
         for (std::size_t i = 0; i < list.size(); ++i) {
-            if (AreEqual(list[i], other->second[i], tolerance)) continue;
+            if (AreEqual(list[i], other->second[i], key.second ? informationTolerance : tolerance)) continue;
             text << name << ": " << list[i] << " and " << other->second[i];
             return text.str();
         }
@@ -181,6 +181,8 @@ private:
         Outcome outcome;
         outcome.passed = coded->Member().Check();
         outcome.findings = coded->Findings();
+        const std::vector<RuleFinding> beside = coded->Information();
+        outcome.findings.rules.insert(outcome.findings.rules.end(), beside.begin(), beside.end());
         if (result) outcome.flags = result->GetFlags();
         if (result) outcome.overall = result->UtilOverAll();
         return outcome;
@@ -211,7 +213,7 @@ private:
     std::string Same(TestMember other)
     {
         m_changed = std::move(other);
-        return Difference(Check(m_member), Check(*m_changed), m_options.tolerance);
+        return Difference(Check(m_member), Check(*m_changed), m_options.tolerance, m_options.informationTolerance);
     }
 
     TestMember DividedThrice()
@@ -242,10 +244,10 @@ private:
     std::string Units()
     {
         const Outcome plain = Check(m_member);
-        std::string difference = Difference(plain, Check(m_member, nullptr), 0.0);
+        std::string difference = Difference(plain, Check(m_member, nullptr), 0.0, 0.0);
         if (!difference.empty()) return "without a result: " + difference;
         CMemberResult written;
-        difference = Difference(plain, Check(m_member, &written), 0.0);
+        difference = Difference(plain, Check(m_member, &written), 0.0, 0.0);
         if (!difference.empty()) return "with text: " + difference;
         CUnit other;
         other.SetLength(L"mm", 1e3);
@@ -254,7 +256,7 @@ private:
         other.SetStress(L"Pa", 1.0);
         CMemberResult inOthers;
         inOthers.SetDesFormat(CDesFormat(other));
-        difference = Difference(plain, Check(m_member, &inOthers), 0.0);
+        difference = Difference(plain, Check(m_member, &inOthers), 0.0, 0.0);
         return difference.empty() ? difference : "with text in other units: " + difference;
     }
 

@@ -164,6 +164,45 @@ TEST(RandomLaws, DivisionChangesNothing)
     });
 }
 
+// A millimetre from an end of a sub-span, too: a division alone is no place for a node, and its short elements would take digits.
+TEST(RandomLaws, DivisionCloseToAnEndChangesNothing)
+{
+    ForRandomMembers([](const Pair& pair, std::mt19937& random) {
+        const double share = std::pow(10.0, std::uniform_real_distribution<double>(-5.0, -2.0)(random));
+        Member m = DesignTest::Divided(pair.member, random() % pair.member.subSpans.size(), share);
+        m = DesignTest::Divided(m, random() % m.subSpans.size(), 1.0 - share);
+        const Factors divided = FactorsOf(m, pair.second.section);
+        const Factors before = FactorsOf(pair.member, pair.second.section);
+        EXPECT_NEAR(divided.error, before.error, 1e-6 + 0.01 * before.error);
+        ExpectSame(divided, before);
+        ExpectSame(FactorsOf(m, pair.second.section, false), FactorsOf(pair.member, pair.second.section, false));
+    });
+}
+
+// An overhang of a deep section that turns about its held flange: 1.2 mm in front of its tip and 1.4 mm more.
+TEST(Units, ATipDividedWithinMillimetres)
+{
+    const auto factor = [](const std::vector<double>& places) {
+        Member m;
+        for (const double x : places)
+            AddPoint(m, x, x == places.back() ? L"Pinned" : L"Free");
+        for (std::size_t i = 0; i + 1 < places.size(); ++i) {
+            Steel::CSubSpan sub;
+            sub.Set1Index(static_cast<int>(i) + 1);
+            const auto force = [&](double x) { return -1.5e6 - 0.4e6 * x; };
+            sub.SetForcesAll({force(places[i]), 0.0, 0.0}, {force(places[i + 1]), 0.0, 0.0});
+            sub.SetRestraint(DesignTest::Restraint(i + 2 == places.size() ? L"Pinned" : L"F1L"));
+            m.subSpans.push_back(sub);
+        }
+        return FactorsOf(
+            m, *Stability::MakeSectionConstants(CSection(L"I 1200x400x10x25"), 205e9, 205e9 / 2.6, nullptr), false);
+    };
+    const Factors whole = factor({0.0, 0.9, 4.0});
+    EXPECT_LT(whole.error, 1e-4);
+    ExpectSame(factor({0.0, 0.0012, 0.0026, 0.23, 0.9, 4.0}), whole);
+    ExpectSame(factor({0.0, 0.0012, 0.9, 4.0}), whole);
+}
+
 TEST(RandomLaws, ScalingTheForcesScalesTheFactor)
 {
     ForRandomMembers([](const Pair& pair, std::mt19937&) {

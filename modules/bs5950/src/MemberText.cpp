@@ -79,8 +79,8 @@ void MemberText::LedgerTable()
     Line(L"<h4>Ledger of checks:</h4>");
     CString rows = L"<table><align left>Clause\tRule\tStatus\tWhere\tUtilisation\tResistance\n";
     std::vector<LedgerEntry> entries = m_found.ledger.Entries();
-    for (const LedgerEntry& e : Information(m_model, m_found))
-        entries.push_back(e);
+    m_found.information = Information(m_model, m_found);
+    entries.insert(entries.end(), m_found.information->begin(), m_found.information->end());
     for (const LedgerEntry& e : entries) {
         CString where;
         if (e.position >= 0)

@@ -47,6 +47,7 @@ void MemberResults::Clear()
     interactions.clear();
     units.clear();
     elasticReason = CString();
+    information.reset();
     parts.clear();
 }
 

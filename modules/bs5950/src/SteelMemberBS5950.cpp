@@ -134,6 +134,7 @@ bool CSteelMemberBS5950::Run(Part part, bool alongMember)
         Refuse(refusal);
         return false;
     }
+    m_found.information.reset();
     MemberModel model(Input());
     MemberCheck check(model, m_found);
     check.CheckGeneral();
@@ -187,9 +188,10 @@ bool CSteelMemberBS5950::Check()
     return Run(Part::Both, true) && Status() == Design::Status::Passed;
 }
 
-std::vector<LedgerEntry> CSteelMemberBS5950::Information() const
+std::vector<LedgerEntry> CSteelMemberBS5950::InformationEntries() const
 {
     if (m_found.spans.empty()) return {};
+    if (m_found.information) return *m_found.information;
     return BS5950::Information(MemberModel(Input()), m_found);
 }
 
@@ -249,8 +251,6 @@ Design::MemberFindings CSteelMemberBS5950::Findings() const
         for (std::size_t i = 0; i < steps.size(); ++i)
             findings.rules[i].steps = std::move(steps[i]);
     }
-    for (const LedgerEntry& entry : Information())
-        findings.rules.push_back(FindingOf(entry));
     findings.assumptions = m_found.assumptions;
     findings.warnings = m_found.warnings;
     findings.positions.reserve(m_found.positions.size());
@@ -270,6 +270,14 @@ Design::MemberFindings CSteelMemberBS5950::Findings() const
     std::stable_sort(parts.begin(), parts.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     for (const auto& [entry, part] : parts)
         findings.parts.push_back(part);
+    return findings;
+}
+
+std::vector<Design::RuleFinding> CSteelMemberBS5950::Information() const
+{
+    std::vector<Design::RuleFinding> findings;
+    for (const LedgerEntry& entry : InformationEntries())
+        findings.push_back(FindingOf(entry));
     return findings;
 }
 

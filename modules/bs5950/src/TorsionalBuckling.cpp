@@ -9,6 +9,7 @@
 #include <numbers>
 
 #include "BucklingEntry.h"
+#include "keltrix/stability/Refusal.h"
 #include "keltrix/stability/SectionConstants.h"
 
 namespace Keltrix::BS5950 {
@@ -20,6 +21,8 @@ namespace {
 
 // Relative difference up to which a critical load counts as that of flexure.
 constexpr double SAME_LOAD = 1e-3;
+
+constexpr const wchar_t* NOT_HELD = L"not held: the restraints leave the length free to move sideways or to twist";
 
 // The member under its axial forces alone.
 std::vector<Steel::CSubSpan> AxialAlone(std::vector<Steel::CSubSpan> subSpans)
@@ -44,9 +47,8 @@ double CheckedFlexuralLoad(const MemberModel& model, const std::vector<SpanResul
     return least;
 }
 
-} // namespace
-
-std::vector<LedgerEntry> StrutInformation(const MemberModel& model, const std::vector<SpanResult>& spans)
+// The critical load of each length that is compressed; NotEvaluated, with the reason, where the analysis is not exact enough.
+std::vector<LedgerEntry> CriticalLoadsOf(const MemberModel& model, const std::vector<SpanResult>& spans)
 {
     std::vector<LedgerEntry> entries;
     const auto isStrut = [](const SpanResult& span) {
@@ -70,26 +72,37 @@ std::vector<LedgerEntry> StrutInformation(const MemberModel& model, const std::v
                 compression = std::max({compression, -axial[k].GetForcesLeft().x, -axial[k].GetForcesRight().x});
         }
         if (!(compression > 0.0) || unit.outcome == Outcome::NothingBuckles) continue;
+        const wchar_t* const refusal = Stability::DesignRefusal(unit);
         LedgerEntry e;
         e.rule = Rule::TorsionalBuckling;
         e.clause = L"elastic Ncr";
-        e.status = CheckStatus::Information;
+        e.status = refusal ? CheckStatus::NotEvaluated : CheckStatus::Information;
         e.start = unit.start;
         e.end = unit.end;
         e.symbol = L"Ncr";
         e.quantity = Quantity::Force;
-        e.resistance = unit.positive ? unit.positive->lambda * compression / (1.0 + unit.positive->error) : 0.0;
+        const bool isKnown = unit.positive && !refusal;
+        e.resistance = isKnown ? unit.positive->lambda * compression / (1.0 + unit.positive->error) : 0.0;
         e.utilisation = CMemberResult::InfinitiseNANs(compression / e.resistance);
         e.slenderness = std::numbers::pi * std::sqrt(E * model.Properties().A / e.resistance);
         const bool lower = e.resistance < CheckedFlexuralLoad(model, spans, unit.start, unit.end) * (1.0 - SAME_LOAD);
         e.reason =
-            unit.outcome == Outcome::NotHeld
-                ? L"not held: the restraints leave the length free to move sideways or to twist"
+            unit.outcome == Outcome::NotHeld ? NOT_HELD
+            : refusal                        ? refusal
             : lower ? L"BELOW the critical load of the effective lengths that are checked: twist, or how the member is "
                       L"held, lowers the load at which it buckles, and no rule of the standard checks that"
                     : L"not below the critical load of the effective lengths that are checked";
         entries.push_back(e);
     }
+    return entries;
+}
+
+} // namespace
+
+std::vector<LedgerEntry> StrutInformation(const MemberModel& model, const std::vector<SpanResult>& spans)
+{
+    std::vector<LedgerEntry> entries = CriticalLoadsOf(model, spans);
+    std::erase_if(entries, [](const LedgerEntry& e) { return e.status != CheckStatus::Information; });
     return entries;
 }
 
@@ -138,7 +151,7 @@ void RecordTorsionalBuckling(const MemberModel& model, MemberResults& found)
 {
     const bool failed = found.ledger.HasFailed(Stage::Local) || found.ledger.HasFailed(Stage::Buckling);
     const std::vector<LedgerEntry> struts =
-        failed || IsPlainlyStable(model) ? std::vector<LedgerEntry>() : StrutInformation(model, found.spans);
+        failed || IsPlainlyStable(model) ? std::vector<LedgerEntry>() : CriticalLoadsOf(model, found.spans);
     LedgerEntry e;
     e.rule = Rule::TorsionalBuckling;
     e.clause = RuleClause(e.rule);
@@ -151,11 +164,16 @@ void RecordTorsionalBuckling(const MemberModel& model, MemberResults& found)
         e.status = CheckStatus::NotEvaluated;
         e.start = worst->start;
         e.end = worst->end;
-        e.reason = worst->resistance > 0.0 ? L"the compression reaches the elastic critical load of the member as it "
-                                             L"is held, and the standard has "
-                                             L"no rule for it"
-                                           : L"the restraints leave the strut free to move sideways or to twist, and "
-                                             L"the standard has no rule for it";
+        if (worst->resistance > 0.0)
+            e.reason =
+                L"the compression reaches the elastic critical load of the member as it is held, and the standard has "
+                L"no rule for it";
+        else if (worst->reason == NOT_HELD)
+            e.reason =
+                L"the restraints leave the strut free to move sideways or to twist, and the standard has no rule "
+                L"for it";
+        else
+            e.reason = worst->reason;
     }
     found.ledger.Add(e);
 }

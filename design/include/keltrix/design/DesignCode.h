@@ -17,7 +17,7 @@ namespace Keltrix::Design {
 
 /// Raised with every change of what stands in this header, in Findings.h or in the classes of the steel library: a module that was
 /// compiled against another number is not loaded.
-inline constexpr int INTERFACE_VERSION = 4;
+inline constexpr int INTERFACE_VERSION = 5;
 
 /// A name and what it means: a value of an option, a grade, a family of sections, a national annex.
 struct Term {
@@ -110,6 +110,9 @@ public:
     virtual Steel::CSteelMemberGen& Member() = 0;
     /// The findings of the last check, empty before one.
     virtual MemberFindings Findings() const = 0;
+    /// Figures beside the rules of the last check, such as those of a way that the options do not take: rules of status Information, which neither
+    /// pass nor fail. Computed when they are asked for, which can take longer than the check. Empty where a code has none, and before a check.
+    virtual std::vector<RuleFinding> Information() const;
 
 protected:
     CodeMember() = default;

@@ -13,8 +13,7 @@
 namespace Keltrix::TestKit {
 
 enum class Law {
-    Division, ///< a sub-span divided where its own forces say what acts there: each rule has the same utilisations; figures beside
-    ///< the rules are left out
+    Division, ///< a sub-span divided where its own forces say what acts there: each rule and each figure beside the rules has the same utilisations
     Mirroring, ///< a member turned end for end: likewise
     MoreLoad,  ///< all forces and moments doubled: the largest utilisation does not fall, and what failed does not pass
     Units,     ///< findings are the same with or without a result, with or without text, and in whatever units that is
@@ -51,6 +50,7 @@ struct LawOptions {
     unsigned seed = 1;
     int members = 100;
     double tolerance = 1e-9; ///< of utilisations, relative above 1; for codes with numerical solutions 1e-3 as a rule
+    double informationTolerance = 1e-3; ///< of figures beside the rules, many of which come from numerical solutions
     /// The members; without it RandomMember, scaled to the section.
     std::function<TestMember(std::mt19937&)> make = {};
     /// With what each is checked; without it the settings are empty.

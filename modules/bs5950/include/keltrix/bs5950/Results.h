@@ -233,6 +233,8 @@ struct MemberResults {
     std::vector<InteractionResult> interactions;
     std::vector<ElasticUnit> units; ///< where the option asks for elastic checks
     CString elasticReason;          ///< why there are none; empty where there are or none were asked for
+    /// Figures beside the rules, where a check has written them; others are computed when they are asked for.
+    std::optional<std::vector<LedgerEntry>> information;
     /// Parts of the text, in the order of writing, each with its entry of the result record.
     std::vector<std::pair<int, Design::CalculationPart>> parts;
 

@@ -60,6 +60,8 @@ public:
     Steel::CSteelMemberGen& Member() override { return *this; }
     /// A copy of what stands in Checks(), Positions() and so on, as every design code gives it.
     Design::MemberFindings Findings() const override;
+    /// InformationEntries() in the same way.
+    std::vector<Design::RuleFinding> Information() const override;
 
     /// Drops the findings.
     void SetOptions(const DesignOptions& options);
@@ -88,8 +90,9 @@ public:
     const std::vector<InteractionResult>& Interactions() const { return m_found.interactions; }
     /// Figures beside the rules, as entries of status Information: lateral-torsional buckling by the method that was not used, and
     /// the elastic critical load of a strut. With LateralMethod::Tables the elastic figures are given where a stretch has no effective length, where
-    /// the other flange is held along it, and for cantilevers. Calculated at each call; empty before a check.
-    std::vector<LedgerEntry> Information() const;
+    /// the other flange is held along it, and for cantilevers. Calculated at each call, except after a check with text, which has them; empty
+    /// before a check.
+    std::vector<LedgerEntry> InformationEntries() const;
     ResistanceSummary Resistances() const { return m_found.Resistances(); }
 
 protected:
