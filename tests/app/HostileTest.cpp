@@ -314,6 +314,7 @@ TEST(OutputFile, AnInterruptedRunLeavesNothingBehind)
         ASSERT_EQ(pipe(ready), 0);
         const pid_t child = fork();
         if (child == 0) {
+            std::signal(signal, SIG_DFL); // a shell starts its background jobs with SIGINT ignored
             WriteFile(file, [&](const TextSink& put) {
                 put("half");
                 if (write(ready[1], "x", 1) != 1) _exit(1);
