@@ -14,6 +14,7 @@
 
 #include "check/DesignCodes.h"
 #ifdef KELTRIX_HOST_WITH_STATICS
+#include "beamfile/BeamFile.h"
 #include "commands/BeamCommands.h"
 #endif
 #include "commands/CodeCommands.h"
@@ -349,7 +350,7 @@ void AddNew(CLI::App& app, Commands& commands, Shared& shared, NewOptions& optio
     list("--restraint", options.restraints, "FLANGE@A[:B]",
          "Flange (top, bottom, both) held laterally at a place or along a length: top@0:6");
     command->add_option("--combinations", options.combinations, "Standard of the combinations")
-        ->check(CLI::IsMember({"bs5950", "en1990", "en1990-610ab", "en1990-uk", "en1990-uk-610ab"}));
+        ->check(CLI::IsMember(CombinationNames()));
     AddCode(*command, shared, CodeNeed::WhenThere, options.code, "Design code that judges section and grade");
     command->add_option("-o,--output", options.output, "The file; without it standard output")->type_name("FILE");
     command->add_flag("--force", options.force, "Replace a file that is there");

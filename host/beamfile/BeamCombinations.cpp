@@ -127,6 +127,14 @@ const CombinationStandard* StandardNamed(std::wstring_view word)
     return nullptr;
 }
 
+std::vector<std::string> CombinationNames()
+{
+    std::vector<std::string> names;
+    for (const CombinationStandard& standard : STANDARDS)
+        names.emplace_back(standard.word);
+    return names;
+}
+
 std::string StandardWords()
 {
     std::vector<const char*> words;

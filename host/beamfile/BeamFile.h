@@ -65,6 +65,9 @@ struct BeamFile {
 /// section and gives the modulus of elasticity; without one that is 205 kN/mm². Throws BadInput for bytes that are no text.
 BeamFile ReadBeamFile(const std::string& name, std::string_view bytes, const Design::DesignCode* code);
 
+/// The names of the standards whose combinations a beam file can ask for: "bs5950".
+std::vector<std::string> CombinationNames();
+
 /// Puts the section `named` into a beam: its name, stiffness, mass and the heights of its flanges, which are known where the shear centre is at
 /// half the depth.
 void SetSectionOf(BeamFile& file, const NamedSection& named, const Design::DesignCode* code);

@@ -223,7 +223,6 @@ TEST(BeamCheck, TheDesignCodeRejectsTheSectionInItsLine)
                 HasSubstr("beam.toml:2: error: grade: got \"S276\", expected one of S275, S355, S460"));
 }
 
-// 60 kN at 0.1 + 0.1 m from a column of 5 m, at its middle: 1.4 x 12 = 16.8 kNm, half of it above and half below.
 TEST(BeamCheck, TheHostLibraryTakesABeamAsOneMember)
 {
     const Outcomes outcomes = Host::Check(FloorBeam(), "beam.toml");
@@ -260,6 +259,7 @@ TEST(BeamCheck, CombinationsAndLimitsOfTheEurocodes)
     EXPECT_TRUE(other.made.deflections.empty());
 }
 
+// 60 kN at 0.1 + 0.1 m from a column of 5 m, at its middle: 1.4 x 12 = 16.8 kNm, half of it above and half below.
 TEST(BeamCheck, AMomentThatTheFileHasIsNoJumpToBeWarnedOf)
 {
     const CheckedMember checked =
