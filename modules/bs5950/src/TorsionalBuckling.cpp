@@ -7,8 +7,10 @@
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <optional>
 
 #include "BucklingEntry.h"
+#include "keltrix/stability/CoupledBuckling.h"
 #include "keltrix/stability/Refusal.h"
 #include "keltrix/stability/SectionConstants.h"
 
@@ -34,17 +36,88 @@ std::vector<Steel::CSubSpan> AxialAlone(std::vector<Steel::CSubSpan> subSpans)
     return subSpans;
 }
 
-// The smallest critical load of the slendernesses with which compression is checked somewhere in a length.
-double CheckedFlexuralLoad(const MemberModel& model, const std::vector<SpanResult>& spans, double from, double to)
+// The smallest critical load of the slendernesses with which compression is checked somewhere in a length, about one axis or both.
+double CheckedFlexuralLoad(const MemberModel& model, const std::vector<SpanResult>& spans, double from, double to,
+                           std::optional<BucklingMode> mode = std::nullopt)
 {
     const double EA = model.Steel().E * model.Properties().A;
     double least = std::numeric_limits<double>::infinity();
     for (const SpanResult& span : spans) {
-        const bool checked = span.mode != BucklingMode::LateralTorsional && span.applied && span.slenderness > 0.0;
+        const bool isWanted = mode ? span.mode == *mode : span.mode != BucklingMode::LateralTorsional;
+        const bool checked = isWanted && span.applied && span.slenderness > 0.0;
         if (!checked || !(span.start < to && from < span.end)) continue;
         least = std::min(least, std::numbers::pi * std::numbers::pi * EA / (span.slenderness * span.slenderness));
     }
     return least;
+}
+
+// The largest compression of the sub-spans in a length; 0 where there is none.
+double LargestCompression(const MemberModel& model, double from, double to)
+{
+    const double tolerance = 1e-9 * model.Length();
+    double compression = 0.0;
+    for (std::size_t k = 0; k < model.subSpans.size(); ++k) {
+        const Steel::CSubSpan& sub = model.subSpans[k];
+        const bool inside =
+            model.points[k].GetPos() >= from - tolerance && model.points[k + 1].GetPos() <= to + tolerance;
+        if (inside) compression = std::max({compression, -sub.GetForcesLeft().x, -sub.GetForcesRight().x});
+    }
+    return compression;
+}
+
+bool IsFork(const Steel::CMemberPoint& point)
+{
+    return point.GetRestraint().IsRestrained(Data::CRestraint::MINOR_SHEAR | Data::CRestraint::TORSION, true);
+}
+
+LedgerEntry EntryOf(const MemberModel& model, const std::vector<SpanResult>& spans, double start, double end,
+                    double load, double compression)
+{
+    LedgerEntry e;
+    e.rule = Rule::TorsionalBuckling;
+    e.clause = L"elastic Ncr";
+    e.status = CheckStatus::Information;
+    e.start = start;
+    e.end = end;
+    e.symbol = L"Ncr";
+    e.quantity = Quantity::Force;
+    e.resistance = load;
+    e.utilisation = CMemberResult::InfinitiseNANs(compression / load);
+    e.slenderness = std::numbers::pi * std::sqrt(model.Steel().E * model.Properties().A / load);
+    const bool lower = load < CheckedFlexuralLoad(model, spans, start, end) * (1.0 - SAME_LOAD);
+    e.reason = lower
+                   ? L"BELOW the critical load of the effective lengths that are checked: twist, or how the member is "
+                     L"held, lowers the load at which it buckles, and no rule of the standard checks that"
+                   : L"not below the critical load of the effective lengths that are checked";
+    return e;
+}
+
+// A channel, whose shear centre lies off the plane of its web: flexure about the major axis and twist together, between neighbouring sections that
+// hold it laterally and against twist. What holds it in between is left out, which is safe. Nothing is known of free ends.
+std::vector<LedgerEntry> CoupledLoadsOf(const MemberModel& model, const std::vector<SpanResult>& spans)
+{
+    std::vector<LedgerEntry> entries;
+    const auto& points = model.points;
+    if (!IsFork(points.front()) || !IsFork(points.back())) return entries;
+    const SectionProperties& s = model.Properties();
+    const double E = model.Steel().E;
+    const double i2 = (s.Ix + s.Iy) / s.A + s.x0 * s.x0 + s.y0 * s.y0;
+    double start = points.front().GetPos();
+    for (const Steel::CMemberPoint& point : points) {
+        const double end = point.GetPos();
+        if (!IsFork(point) || !(end > start)) continue;
+        const double compression = LargestCompression(model, start, end);
+        const double k2 = std::numbers::pi * std::numbers::pi / ((end - start) * (end - start));
+        Stability::ModeForces forces;
+        forces.major = CheckedFlexuralLoad(model, spans, start, end, BucklingMode::Major);
+        forces.minor = k2 * E * s.Iy;
+        forces.twist = (E / 2.6 * s.J + k2 * E * s.H) / i2;
+        const double coupled = Stability::CoupledForce(s.x0 / std::sqrt(i2), s.y0 / std::sqrt(i2), forces);
+        if (compression > 0.0)
+            entries.push_back(EntryOf(model, spans, start, end, std::min(coupled, forces.minor), compression));
+        start = end;
+    }
+    return entries;
 }
 
 // The critical load of each length that is compressed; NotEvaluated, with the reason, where the analysis is not exact enough.
@@ -54,44 +127,25 @@ std::vector<LedgerEntry> CriticalLoadsOf(const MemberModel& model, const std::ve
     const auto isStrut = [](const SpanResult& span) {
         return span.mode != BucklingMode::LateralTorsional && span.applied;
     };
+    if (std::none_of(spans.begin(), spans.end(), isStrut)) return entries;
     const Shape shape = model.Properties().shape;
-    const bool covered = shape != Shape::Angle && shape != Shape::Channel; // the shear centre lies in the web plane
-    if (!covered || std::none_of(spans.begin(), spans.end(), isStrut)) return entries;
+    if (shape == Shape::Angle) return entries; // 4.7.10 has the lengths of its ends
+    if (shape == Shape::Channel) return CoupledLoadsOf(model, spans);
     const double E = model.Steel().E;
     const auto constants = Stability::MakeSectionConstants(model.KeltrixSection(), E, E / 2.6, nullptr);
     if (!constants) return entries;
     const std::vector<Steel::CSubSpan> axial = AxialAlone(model.subSpans);
     const Design::MomentDiagram none(model.points, axial, Design::Bending::Major);
     for (const Stability::Unit& unit : Stability::FindCriticalLoads(model.points, axial, none, *constants).units) {
-        const double tolerance = 1e-9 * model.Length();
-        double compression = 0.0;
-        for (std::size_t k = 0; k < axial.size(); ++k) {
-            const bool inside = model.points[k].GetPos() >= unit.start - tolerance &&
-                                model.points[k + 1].GetPos() <= unit.end + tolerance;
-            if (inside)
-                compression = std::max({compression, -axial[k].GetForcesLeft().x, -axial[k].GetForcesRight().x});
-        }
+        const double compression = LargestCompression(model, unit.start, unit.end);
         if (!(compression > 0.0) || unit.outcome == Outcome::NothingBuckles) continue;
         const wchar_t* const refusal = Stability::DesignRefusal(unit);
-        LedgerEntry e;
-        e.rule = Rule::TorsionalBuckling;
-        e.clause = L"elastic Ncr";
-        e.status = refusal ? CheckStatus::NotEvaluated : CheckStatus::Information;
-        e.start = unit.start;
-        e.end = unit.end;
-        e.symbol = L"Ncr";
-        e.quantity = Quantity::Force;
         const bool isKnown = unit.positive && !refusal;
-        e.resistance = isKnown ? unit.positive->lambda * compression / (1.0 + unit.positive->error) : 0.0;
-        e.utilisation = CMemberResult::InfinitiseNANs(compression / e.resistance);
-        e.slenderness = std::numbers::pi * std::sqrt(E * model.Properties().A / e.resistance);
-        const bool lower = e.resistance < CheckedFlexuralLoad(model, spans, unit.start, unit.end) * (1.0 - SAME_LOAD);
-        e.reason =
-            unit.outcome == Outcome::NotHeld ? NOT_HELD
-            : refusal                        ? refusal
-            : lower ? L"BELOW the critical load of the effective lengths that are checked: twist, or how the member is "
-                      L"held, lowers the load at which it buckles, and no rule of the standard checks that"
-                    : L"not below the critical load of the effective lengths that are checked";
+        const double load = isKnown ? unit.positive->lambda * compression / (1.0 + unit.positive->error) : 0.0;
+        LedgerEntry e = EntryOf(model, spans, unit.start, unit.end, load, compression);
+        if (unit.outcome == Outcome::NotHeld) e.reason = NOT_HELD;
+        if (refusal) e.reason = refusal;
+        if (refusal) e.status = CheckStatus::NotEvaluated;
         entries.push_back(e);
     }
     return entries;
@@ -114,18 +168,14 @@ namespace {
 bool IsPlainlyStable(const MemberModel& model)
 {
     constexpr double MARGIN = 0.9;
-    constexpr unsigned int FORK = Data::CRestraint::MINOR_SHEAR | Data::CRestraint::TORSION;
-    const auto isFork = [](const Steel::CMemberPoint& point) { return point.GetRestraint().IsRestrained(FORK, true); };
     const auto& points = model.points;
-    double compression = 0.0;
-    for (const Steel::CSubSpan& sub : model.subSpans)
-        compression = std::max({compression, -sub.GetForcesLeft().x, -sub.GetForcesRight().x});
+    const double compression = LargestCompression(model, points.front().GetPos(), points.back().GetPos());
     if (!(compression > 0.0)) return true;
-    if (!isFork(points.front()) || !isFork(points.back())) return false;
+    if (model.Properties().shape == Shape::Channel || !IsFork(points.front()) || !IsFork(points.back())) return false;
     double longest = 0.0;
     double held = points.front().GetPos();
     for (const Steel::CMemberPoint& point : points) {
-        if (!isFork(point)) continue;
+        if (!IsFork(point)) continue;
         longest = std::max(longest, point.GetPos() - held);
         held = point.GetPos();
     }

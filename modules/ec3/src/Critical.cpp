@@ -1,8 +1,6 @@
 #include "keltrix/ec3/Critical.h"
 
-#include <algorithm>
 #include <cmath>
-#include <limits>
 #include <numbers>
 
 #include "keltrix/ec3/Buckling.h"
@@ -32,26 +30,7 @@ ShearCentre ShearCentreOf(const Section& s)
 double CoupledNcr(const Section& s, const ModeForces& forces)
 {
     const ShearCentre centre = ShearCentreOf(s);
-    const double a = centre.alongMajor / s.i0;
-    const double b = centre.alongMinor / s.i0;
-    if (!std::isfinite(forces.twist)) return forces.twist;
-    double high = forces.twist;
-    if (a != 0.0) high = std::min(high, forces.major);
-    if (b != 0.0) high = std::min(high, forces.minor);
-    if (a == 0.0 && b == 0.0) return high;
-    // What is left of the stiffness of twist falls with the force, down to zero at the smallest root.
-    const auto isStable = [&](double N) {
-        const auto lost = [N](double share, double force) {
-            return share == 0.0 ? 0.0 : N * N * share * share / (force - N);
-        };
-        return forces.twist - N - lost(a, forces.major) - lost(b, forces.minor) > 0.0;
-    };
-    double low = 0.0;
-    for (int i = 0; i < 60; ++i) {
-        const double middle = 0.5 * (low + high);
-        (isStable(middle) ? low : high) = middle;
-    }
-    return low;
+    return Stability::CoupledForce(centre.alongMajor / s.i0, centre.alongMinor / s.i0, forces);
 }
 
 double UniformMcr(const Section& s, double E, double G, double L, bool compressesTop)

@@ -2,6 +2,7 @@
 
 #include "keltrix/ec3/Export.h"
 #include "keltrix/ec3/Section.h"
+#include "keltrix/stability/CoupledBuckling.h"
 
 // Elastic critical forces and moments of sections with one axis of symmetry or none, in closed form. N, N·m, m, Pa.
 namespace Keltrix::EC3 {
@@ -18,16 +19,8 @@ struct ShearCentre {
 };
 KELTRIX_EC3_API ShearCentre ShearCentreOf(const Section& section);
 
-/// Critical forces of the three modes by themselves; infinite where one is held.
-struct ModeForces {
-    double major = 0.0; ///< flexure about y-y, or u-u of an angle
-    double minor = 0.0; ///< flexure about z-z, or v-v
-    double twist = 0.0;
-};
-/// 6.3.1.4: smallest force at which twist and the flexure that it is coupled with buckle together; that of twist alone where the shear
-/// centre is the centroid; infinite where twist is held. The smallest root of Timoshenko and Gere, Theory of Elastic Stability,
-/// (5-38). Where the modes have different lengths it is a lower bound of the critical force, because their shapes then
-/// do less work on each other than equal ones.
+using Stability::ModeForces; ///< about y-y and z-z, of an angle about u-u and v-v
+/// 6.3.1.4: Stability::CoupledForce with the section's shear centre.
 KELTRIX_EC3_API double CoupledNcr(const Section& section, const ModeForces& forces);
 
 /// Elastic critical moment under a uniform moment between forks, k = kw = 1: the root of M² = Pz (G It + π² E Iw/L² + β M) with
