@@ -55,6 +55,39 @@ TEST(MemberCheck, ADecimalCommaInAPositionIsRecognised)
                 ElementsAre("floor.csv:13: MEMBERPOINT position: got \"2,5m\", expected a number in m; write 2.5"));
 }
 
+// What a number with its unit is in the unit of the field.
+TEST(MemberCheck, UnitsAreConverted)
+{
+    const auto advice = [](const std::vector<std::string>& defects) {
+        for (const std::string& defect : defects)
+            if (const auto at = defect.rfind("write "); at != std::string::npos) return defect.substr(at);
+        return std::string("no advice");
+    };
+    const auto position = [&](const std::string& value) {
+        return advice(DefectsWithLine(13, "MEMBERPOINT,2," + value + ",Top flange lateral,0\n"));
+    };
+    const auto subSpan = [&](const std::string& force, const std::string& moment) {
+        return advice(DefectsWithLine(17, "SUBSPAN,2,0,0," + force + ",0,0,0,0," + moment + ",0,0,0,0,Free,0\n"));
+    };
+    const auto strength = [&](const std::string& value) {
+        return advice(DefectsWithLine(4, "GRADE,User_defined," + value + ",410e6,0,1\n"));
+    };
+    EXPECT_EQ(position("2.5m"), "write 2.5");
+    EXPECT_EQ(position("250cm"), "write 2.5");
+    EXPECT_EQ(position("2500mm"), "write 2.5");
+    EXPECT_EQ(subSpan("12N", "0"), "write 12");
+    EXPECT_EQ(subSpan("12kN", "0"), "write 12000");
+    EXPECT_EQ(subSpan("12MN", "0"), "write 12000000");
+    EXPECT_EQ(subSpan("0", "12Nm"), "write 12");
+    EXPECT_EQ(subSpan("0", "12kNm"), "write 12000");
+    EXPECT_EQ(subSpan("0", "12MNm"), "write 12000000");
+    EXPECT_EQ(strength("275000000Pa"), "write 275000000");
+    EXPECT_EQ(strength("275000kPa"), "write 275000000");
+    for (const char* const unit : {"MPa", "N/mm2", "N/mm²"})
+        EXPECT_EQ(strength(std::string("275") + unit), "write 275000000") << unit;
+    EXPECT_EQ(strength("0.275GPa"), "write 275000000");
+}
+
 TEST(MemberCheck, ANumberWithTrailingLettersIsToldWithWhatToWriteAndOneThatIsNoneIsAnError)
 {
     EXPECT_THAT(DefectsWithLine(13, "MEMBERPOINT,2,2.5m,Top flange lateral,0\n"),
@@ -306,6 +339,8 @@ TEST(MemberCheck, SmallLettersWhereTheReaderWantsCapitalsAreTold)
                 ElementsAre("floor.csv:9: EFFECTIVE_LENGTH_OVERRIDES word: got \"yes\", expected YES or NO; write YES, "
                             "in capitals"));
     EXPECT_THAT(DefectsWithLine(9, "EFFECTIVE_LENGTH_OVERRIDES,no\n"), ElementsAre());
+    EXPECT_THAT(DefectsWithLine(9, "EFFECTIVE_LENGTH_OVERRIDES,NO,6\n"),
+                ElementsAre(::testing::HasSubstr("got 2 fields, expected 1 field")));
     EXPECT_THAT(DefectsWithLine(3, "SECTION,UB 457x191x67,rolled\n"),
                 ElementsAre("floor.csv:3: warning: SECTION type: got \"rolled\", expected ROLLED, WELDED, FORMED or "
                             "UNDEF, in capitals; it is read as UNDEF"));
