@@ -593,6 +593,14 @@ std::string DescribeEntry(const RuleFinding& entry)
     return DescribeRule(entry) + (entry.start == entry.end ? " " : ", ") + place;
 }
 
+std::string DescribeOpenRule(const Design::MemberFindings& findings)
+{
+    for (const RuleFinding& rule : findings.rules)
+        if (rule.status == Design::CheckStatus::NotEvaluated)
+            return "not evaluated: " + DescribeEntry(rule) + (*rule.reason ? ": " + Utf8(rule.reason) : "");
+    return {};
+}
+
 Json HeadlineJson(const CheckedMember& checked)
 {
     const RuleFinding* const governing = checked.findings.Governing();

@@ -103,6 +103,9 @@ std::string DescribePlace(const Design::RuleFinding& entry);
 /// Both: "lateral-torsional buckling (4.3.6), 0 m to 3 m".
 std::string DescribeEntry(const Design::RuleFinding& entry);
 
+/// The first rule that applies and was not evaluated, with the reason: "not evaluated: torsion (none): no rule"; empty without one.
+std::string DescribeOpenRule(const Design::MemberFindings& findings);
+
 /// What an engineer asks first: the member, its status, utilisation and what governs.
 Json HeadlineJson(const CheckedMember& checked);
 

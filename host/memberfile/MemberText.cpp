@@ -27,21 +27,25 @@ std::string RestraintWords(const CRestraint& restraint)
 // A line up to its first field.
 std::string Begun(LineKind kind) { return KeywordOf(kind) + ','; }
 
-std::string PointLine(std::size_t index, const Steel::CMemberPoint& point)
+// What is held in the words that are given, or in those of the record.
+std::string Held(const std::vector<std::string>& words, std::size_t i, const CRestraint& restraint)
 {
-    const CRestraint restraint = point.GetRestraint();
-    return Begun(LineKind::MemberPoint) + std::to_string(index) + ',' + Number(point.GetPos()) + ',' +
-           RestraintWords(restraint) + ',' + Number(restraint.LoadHeight()) + '\n';
+    return i < words.size() ? words[i] : RestraintWords(restraint);
 }
 
-std::string SubSpanLine(std::size_t index, const Steel::CSubSpan& subSpan)
+std::string PointLine(std::size_t index, const Steel::CMemberPoint& point, const std::string& held)
+{
+    return Begun(LineKind::MemberPoint) + std::to_string(index) + ',' + Number(point.GetPos()) + ',' + held + ',' +
+           Number(point.GetRestraint().LoadHeight()) + '\n';
+}
+
+std::string SubSpanLine(std::size_t index, const Steel::CSubSpan& subSpan, const std::string& held)
 {
     std::string line = Begun(LineKind::SubSpan) + std::to_string(index);
     for (const Vec3<double>& end :
          {subSpan.GetForcesLeft(), subSpan.GetForcesRight(), subSpan.GetMomentsLeft(), subSpan.GetMomentsRight()})
         line += ',' + Number(end.x) + ',' + Number(end.y) + ',' + Number(end.z);
-    return line + ',' + RestraintWords(subSpan.GetRestraint()) + ',' + Number(subSpan.GetRestraint().LoadHeight()) +
-           '\n';
+    return line + ',' + held + ',' + Number(subSpan.GetRestraint().LoadHeight()) + '\n';
 }
 
 } // namespace
@@ -74,10 +78,11 @@ std::string MemberFileText(const MemberContent& content)
     if (content.momentFactor) text += Begun(LineKind::UniformMoment) + Number(*content.momentFactor) + '\n';
     text += CaptionLineOf(LineKind::MemberPoint);
     for (std::size_t i = 0; i < content.points.size(); ++i)
-        text += PointLine(i + 1, content.points[i]);
+        text += PointLine(i + 1, content.points[i], Held(content.pointWords, i, content.points[i].GetRestraint()));
     text += CaptionLineOf(LineKind::SubSpan);
     for (std::size_t i = 0; i < content.subSpans.size(); ++i)
-        text += SubSpanLine(i + 1, content.subSpans[i]);
+        text +=
+            SubSpanLine(i + 1, content.subSpans[i], Held(content.subSpanWords, i, content.subSpans[i].GetRestraint()));
     return text + KeywordOf(LineKind::End) + '\n';
 }
 
