@@ -1,6 +1,7 @@
 #include "memberfile/MemberText.h"
 
 #include <algorithm>
+#include <array>
 
 #include "memberfile/MemberGrammar.h"
 #include "text/Text.h"
@@ -24,8 +25,32 @@ std::string RestraintWords(const CRestraint& restraint)
     return std::to_string(static_cast<unsigned int>(bare.RestFlag()));
 }
 
+// The beginnings and the captions of lines, which do not differ from file to file.
+struct LineTexts {
+    LineTexts()
+    {
+        for (const LineRule& rule : MemberLines()) {
+            begun[static_cast<std::size_t>(rule.kind) + 1] = KeywordOf(rule.kind) + ',';
+            captions[static_cast<std::size_t>(rule.kind) + 1] = CaptionLineOf(rule.kind);
+        }
+    }
+
+    static constexpr std::size_t COUNT = static_cast<std::size_t>(LineKind::End) + 2; // those of captions are -1
+    std::array<std::string, COUNT> begun;
+    std::array<std::string, COUNT> captions;
+};
+
+const LineTexts& Texts()
+{
+    static const LineTexts texts;
+    return texts;
+}
+
 // A line up to its first field.
-std::string Begun(LineKind kind) { return KeywordOf(kind) + ','; }
+const std::string& Begun(LineKind kind) { return Texts().begun[static_cast<std::size_t>(kind) + 1]; }
+
+// The captions over the fields of a line.
+const std::string& Captions(LineKind kind) { return Texts().captions[static_cast<std::size_t>(kind) + 1]; }
 
 // What is held in the words that are given, or in those of the record.
 std::string Held(const std::vector<std::string>& words, std::size_t i, const CRestraint& restraint)
@@ -69,17 +94,17 @@ std::string MemberFileText(const MemberContent& content)
     text += Begun(LineKind::NetToGross) + Number(content.netToGross) + '\n';
     text += Begun(LineKind::PlasticToElastic) + Number(content.plasticToElastic) + '\n';
     text += Begun(LineKind::ShearLag) + Number(content.shearLag) + '\n';
-    text += CaptionLineOf(LineKind::LengthOverrides) + Begun(LineKind::LengthOverrides);
+    text += Captions(LineKind::LengthOverrides) + Begun(LineKind::LengthOverrides);
     text += content.effectiveLengths ? "YES" : "NO";
     if (content.effectiveLengths)
         for (const double length : *content.effectiveLengths)
             text += ',' + Number(length);
     text += '\n';
     if (content.momentFactor) text += Begun(LineKind::UniformMoment) + Number(*content.momentFactor) + '\n';
-    text += CaptionLineOf(LineKind::MemberPoint);
+    text += Captions(LineKind::MemberPoint);
     for (std::size_t i = 0; i < content.points.size(); ++i)
         text += PointLine(i + 1, content.points[i], Held(content.pointWords, i, content.points[i].GetRestraint()));
-    text += CaptionLineOf(LineKind::SubSpan);
+    text += Captions(LineKind::SubSpan);
     for (std::size_t i = 0; i < content.subSpans.size(); ++i)
         text +=
             SubSpanLine(i + 1, content.subSpans[i], Held(content.subSpanWords, i, content.subSpans[i].GetRestraint()));
