@@ -40,7 +40,8 @@ std::string TextOf(const Beam& beam)
             text += Printable(defect.Text(member.Name())) + '\n';
     return text + beam.file.name + ": 1 beam, " + CountOf(beam.members.size(), "combination") + ", " +
            CountOf(DefectCount(beam, Severity::Error), "error") + ", " +
-           CountOf(DefectCount(beam, Severity::Warning), "warning") + NotesText(DefectCount(beam, Severity::Note)) + '\n';
+           CountOf(DefectCount(beam, Severity::Warning), "warning") + NotesText(DefectCount(beam, Severity::Note)) +
+           '\n';
 }
 
 // Whether the bytes were a beam, and what was said of it.
