@@ -10,6 +10,7 @@ import sys
 import textwrap
 import threading
 import time
+from collections.abc import Callable
 
 import pytest
 from support import MEMBER, SOURCE
@@ -64,27 +65,31 @@ def test_a_pickle_of_other_findings_is_refused() -> None:
             remade(*changed)
 
 
-def test_the_interpreter_runs_on_during_checks() -> None:
-    table = {"section": "UB 457x191x67", "grade": "S275", "length": [4.0] * 20_000, "w": 1e4}
-    running = threading.Event()
-    ticks: list[float] = []
+def looks_during(work: Callable[[], object]) -> int:
+    """How often this thread wakes up while another one is at work: once or twice where the work keeps the interpreter's lock."""
+    state = ["before"]
 
-    def tick() -> None:
-        running.set()
-        while running.is_set():
-            ticks.append(time.perf_counter())
-            time.sleep(0.001)
+    def run() -> None:
+        state[0] = "at work"
+        work()
+        state[0] = "done"
 
-    thread = threading.Thread(target=tick)
+    thread = threading.Thread(target=run)
     thread.start()
-    running.wait()
-    rows = kx._tables._Table(table, kx._settings.Settings().native)  # type: ignore[attr-defined]
-    before = time.perf_counter()
-    rows.rows.check(0, 20_000, 1)
-    after = time.perf_counter()
-    running.clear()
+    looks = 0
+    while state[0] != "done":
+        looks += state[0] == "at work"
+        time.sleep(0.001)
     thread.join()
-    assert sum(before < one < after for one in ticks) >= 3
+    return looks
+
+
+def test_the_interpreter_runs_on_during_checks() -> None:
+    numbers = list(range(5_000_000))
+    assert looks_during(lambda: sum(numbers)) <= 4, "work that keeps the lock"
+    table = {"section": "UB 457x191x67", "grade": "S275", "length": [4.0] * 5_000, "w": 1e4}
+    rows = kx._tables._Table(table, kx._settings.Settings().native)  # type: ignore[attr-defined]
+    assert any(looks_during(lambda: rows.rows.check(0, 5_000, 1)) >= 8 for _ in range(20))
 
 
 def test_threads_check_what_one_thread_checks() -> None:
