@@ -124,7 +124,8 @@ def validate(
     ----------
     subject : Beam, Member, str or bytes
     code : str, optional
-        Design code whose refusals are found as well; "" is the first one. Without it the text alone is judged.
+        Design code whose refusals are found as well; "" is the first one. Without it the text alone is judged; a beam
+        takes its modulus, its grades and its combinations from the first one then.
     annex : str
         Its national annex.
     allow_gaps, strict : bool

@@ -24,9 +24,9 @@ __all__ = ["Buckling", "Candidate", "Design", "buckling", "capacity", "design"]
 _SHAPE = [("x", "f8"), ("v", "f8"), ("phi", "f8"), ("flange_1", "f8"), ("flange_2", "f8")]
 
 
-def _require_readable(source: Source, with_code: bool) -> None:
+def _require_readable(source: Source) -> None:
     """InputError where the text has errors, or holds no member."""
-    found = json.loads(_keltrix.validate(source.text, source.name, source.settings.native, with_code))
+    found = json.loads(_keltrix.read(source.text, source.name, source.settings.native))
     diagnostics = [Diagnostic(**record) for record in found["defects"]]
     if any(one.severity == "error" for one in diagnostics):
         raise input_error(diagnostics)
@@ -152,7 +152,7 @@ def buckling(
     (9.0, 1.0)
     """
     source = source_of(subject, make_settings(code or "", annex, False, False, {}))
-    _require_readable(source, code is not None)
+    _require_readable(source)
     text = _keltrix.buckling(source.text, source.name, source.settings.native, code is not None, continuity)
     records = json.loads(text)
     if not isinstance(subject, Beam) and len(records) > 1 and len({one["file"] for one in records}) == 1:
@@ -335,7 +335,7 @@ def design(
     (True, 'pass')
     """
     source = source_of(subject, make_settings(code, annex, False, False, options))
-    _require_readable(source, False)
+    _require_readable(source)
     families = [family] if isinstance(family, str) else list(family)
     text = _keltrix.design(
         source.text,

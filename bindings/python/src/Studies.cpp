@@ -53,6 +53,21 @@ py::str Validate(const py::bytes& text, const std::string& name, const Host::Set
     return TextOf(json);
 }
 
+// Of a beam, which takes its modulus and its combinations from a code in any case, the first where none is asked for.
+CodeChoice ChoiceOfBeam(const CodeChoice& choice) { return choice.code ? choice : Host::DefaultCode(); }
+
+// What reading finds, without a check. A beam is read for the design code, which judges its grade and its section.
+py::str Read(const py::bytes& text, const std::string& name, const Host::Settings& settings)
+{
+    const std::string_view bytes = text;
+    const std::string printable = Host::PrintableLine(name);
+    if (Host::IsBeamText(printable, bytes)) {
+        const Host::Beam beam = Host::ReadBeam(printable, bytes, ReadingOf(settings), ChoiceOf(settings));
+        return TextOf(Host::JsonText(Host::JsonOf(beam)));
+    }
+    return TextOf(Host::JsonText(Host::JsonOf(MemberFile(Host::DecodeText(printable, bytes), ReadingOf(settings)))));
+}
+
 Json BucklingOf(const MemberFile& file, std::size_t i, const CodeChoice& choice, bool continuity)
 {
     Host::CodelessMember member;
@@ -66,11 +81,10 @@ Json BucklingOf(const MemberFile& file, std::size_t i, const CodeChoice& choice,
 Json BucklingsOf(std::string_view bytes, const std::string& name, const Host::Settings& settings, bool withCode,
                  bool continuity)
 {
-    // A beam takes its modulus and its combinations from the default code where none is asked for; the members that it makes do not.
     const CodeChoice choice = withCode ? ChoiceOf(settings) : CodeChoice();
     Json members = Json::array();
     if (Host::IsBeamText(name, bytes)) {
-        const Host::Beam beam = Host::ReadAndJudge(name, bytes, ReadingOf(settings), choice);
+        const Host::Beam beam = Host::ReadBeam(name, bytes, ReadingOf(settings), ChoiceOfBeam(choice));
         for (const MemberFile& file : beam.members)
             members.push_back(BucklingOf(file, 0, choice, continuity));
         return members;
@@ -161,6 +175,7 @@ py::str Capacity(const std::string& name, const std::string& type, const std::st
 void AddStudies(py::module_& module)
 {
     module.def("validate", Validate, py::arg("text"), py::arg("name"), py::arg("settings"), py::arg("with_code"));
+    module.def("read", Read, py::arg("text"), py::arg("name"), py::arg("settings"));
     module.def("buckling", Buckling, py::arg("text"), py::arg("name"), py::arg("settings"), py::arg("with_code"),
                py::arg("continuity"));
     module.def("design", Designs, py::arg("text"), py::arg("name"), py::arg("settings"), py::arg("families"),

@@ -49,6 +49,15 @@ def test_the_section_that_is_chosen_passes() -> None:
     assert not beam.check().passed
 
 
+def test_a_grade_of_another_code_than_the_first_is_taken() -> None:
+    beam = kx.Beam("IPE 400", "S235", spans=[6.0]).add_udl(5.0, case="permanent").add_udl(8.0, case="imposed")
+    found = kx.design(beam, "IPE", count=1, code="ec3")
+    assert found.chosen is not None
+    with pytest.raises(kx.InputError, match="S235"):
+        kx.design(beam, "IPE", count=1, code="bs5950")
+    assert kx.buckling(beam, code="ec3").to_dict()["moduli_of"].startswith("EN 1993")
+
+
 def test_designs_refuse_what_means_nothing() -> None:
     for keys, part in (
         ({"family": "XX"}, "the catalogue has"),
@@ -107,9 +116,10 @@ def test_capacity_refuses_what_means_nothing() -> None:
 
 
 @pytest.mark.parametrize("path", [*MEMBER_FILES, *BEAM_FILES], ids=str)
-def test_buckling_is_that_of_the_command_line(path: os.PathLike[str]) -> None:
-    records = ksteel_json("buckling", path)
-    found = kx.buckling(subject_of(path))
+@pytest.mark.parametrize(("code", "continuity"), [("bs5950", False), ("ec3", True)])
+def test_buckling_is_that_of_the_command_line(path: os.PathLike[str], code: str, continuity: bool) -> None:
+    records = ksteel_json("buckling", path, "--code", code, *(["--continuity"] if continuity else []))
+    found = kx.buckling(subject_of(path), code=code, continuity=continuity)
     everything = [found, *found.others]
     assert len(everything) == len(records)
     for record in records:
