@@ -37,19 +37,6 @@ private:
     std::size_t m_members = 0;
 };
 
-Json EntryOf(const MemberFile& file, std::size_t i, CodelessMember& member, const BucklingReport& report)
-{
-    Json entry = {{"schema", JSON_SCHEMA},
-                  {"file", file.Name()},
-                  {"line", file.Member(i).firstLine},
-                  {"title", Utf8(member.GetTitle())},
-                  {"section", Utf8(member.GetKeltrixSec().Component(0).Description(true))},
-                  {"grade", Utf8(member.GetGrade().Name())},
-                  {"warnings", WarningsJson(file.WarningsOf(i))}};
-    entry.update(JsonOf(report));
-    return entry;
-}
-
 } // namespace
 
 ExitCode ShowBuckling(const BucklingOptions& options, const Console& console)
@@ -66,9 +53,9 @@ ExitCode ShowBuckling(const BucklingOptions& options, const Console& console)
         const std::string title = Utf8(member.GetTitle());
         drawing.Add(report, member, title);
         if (hasText && options.format == Format::JSON_LINES)
-            console.out(JsonLine(EntryOf(file, i, member, report)));
+            console.out(JsonLine(BucklingJson(file, i, member, report)));
         else if (hasText && isJson)
-            members.push_back(EntryOf(file, i, member, report));
+            members.push_back(BucklingJson(file, i, member, report));
         else if (hasText)
             console.out(RenderMarkup("<h4>" + AsText(title) + "</h4>\n" + WarningMarkup(file.WarningsOf(i)) +
                                          BucklingMarkup(report),

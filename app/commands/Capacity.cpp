@@ -2,8 +2,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "check/CapacityReport.h"
 #include "commands/CodeCommands.h"
-#include "sections/SectionCatalogue.h"
 #include "text/Json.h"
 #include "text/Text.h"
 
@@ -37,17 +37,6 @@ std::vector<double> Numbers(const std::string& text, char separator, const std::
 std::string Kilo(double value, int figures) { return Figures(value / 1e3, figures); }
 
 std::string OrDash(const std::optional<double>& value) { return value ? Kilo(*value, 3) : "-"; }
-
-// The section as --type says it is made.
-NamedSection SectionOfType(const CapacityOptions& options)
-{
-    NamedSection section = FindSection(options.name);
-    if (options.type.empty()) return section;
-    CSecComp component = section.section.Component(0);
-    component.SetType(options.type == "rolled" ? SEC_ROLLED : options.type == "welded" ? SEC_WELDED : SEC_FORMED);
-    section.section.SetComponent(0, component);
-    return section;
-}
 
 const char* UnitOf(Design::Quantity quantity)
 {
@@ -156,53 +145,6 @@ std::string Markup(const NamedSection& section, const std::string& grade, const 
            BucklingMarkup(table, lengths) + BearingMarkup(table);
 }
 
-Json OrNull(const std::optional<double>& value) { return value ? Json(*value) : Json(); }
-
-void AddLists(Json& row, const std::vector<Design::CapacityCurve>& curves)
-{
-    for (const Design::CapacityCurve& curve : curves) {
-        Json values = Json::array();
-        for (const std::optional<double>& value : curve.values)
-            values.push_back(OrNull(value));
-        row[Utf8(curve.symbol)] = std::move(values);
-    }
-}
-
-Json JsonOf(const Design::CapacityTable& table, const std::vector<double>& lengths)
-{
-    const std::string note = Utf8(table.fabricationNote);
-    Json list = Json::array();
-    for (std::size_t i = 0; i < lengths.size(); ++i) {
-        Json row{{"schema", JSON_SCHEMA},
-                 {"LE", lengths[i]},
-                 {"type", Utf8(table.fabrication)},
-                 {"type_note", note.empty() ? Json() : Json(note)}};
-        for (const Design::Capacity& c : table.crossSection)
-            row[Utf8(c.resistance.symbol)] = c.resistance.value;
-        AddLists(row, table.reduced);
-        for (const Design::CapacityCurve& curve : table.buckling)
-            row[Utf8(curve.symbol)] = OrNull(curve.values[i]);
-        if (!table.bearing.empty()) row[Utf8(table.bearingName)] = table.bearings;
-        AddLists(row, table.bearing);
-        for (const CString& text : table.notes)
-            row["notes"].push_back(Utf8(text));
-        list.push_back(std::move(row));
-    }
-    return list;
-}
-
-// A module may fill less than it should.
-void RequireComplete(const Design::CapacityTable& table, const Design::DesignCode& code, std::size_t lengths)
-{
-    const auto isShort = [](const std::vector<Design::CapacityCurve>& curves, std::size_t count) {
-        return std::any_of(curves.begin(), curves.end(),
-                           [=](const auto& curve) { return curve.values.size() != count; });
-    };
-    if (isShort(table.reduced, table.shares.size()) || isShort(table.buckling, lengths) ||
-        isShort(table.bearing, table.bearings.size()))
-        throw BadInput(Utf8(code.Description().title) + ": the capacity table of the design code has gaps");
-}
-
 } // namespace
 
 std::vector<double> EffectiveLengthList(const std::string& text)
@@ -227,14 +169,10 @@ std::vector<double> EffectiveLengthList(const std::string& text)
 ExitCode Capacity(const CapacityOptions& options, const Console& console)
 {
     const std::vector<double> lengths = EffectiveLengthList(options.LE);
-    const NamedSection section = SectionOfType(options);
+    const NamedSection section = FindSectionOfType(options.name, options.type);
     const Design::DesignCode& code = *options.code.code;
     const std::string grade = options.grade.empty() ? Utf8(code.Description().grades.front().name) : options.grade;
-    const Design::CapacityTable table =
-        code.Capacities(section.section, CSteelGrade(Wide(grade), 0.0, 0.0, 0.0, 1.0), lengths, options.code.settings);
-    if (!table.refusal.IsEmpty())
-        throw BadInput(section.name + " in " + PrintableLine(grade) + ": " + Utf8(table.refusal));
-    RequireComplete(table, code, lengths.size());
+    const Design::CapacityTable table = CapacityTableOf(section, grade, lengths, options.code);
     console.out(options.format == Format::JSON
                     ? JsonText(JsonOf(table, lengths))
                     : RenderMarkup(Markup(section, PrintableLine(grade), table, lengths), options.rendering));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "check/SectionChoice.h"
 #include "commands/Commands.h"
 #include "report/MemberSheet.h"
 
@@ -45,15 +46,9 @@ struct ReportOptions {
 /// member could be read.
 ExitCode Report(const ReportOptions& options, const Console& console);
 
-struct DesignOptions {
+struct DesignOptions : SectionSearch {
     std::vector<std::string> files;
-    ReadingOptions reading;
-    std::vector<std::string> families;
-    std::string by = "mass";        ///< or "depth": which sections come first
-    std::optional<double> maxDepth; ///< m
-    bool envelope = false;          ///< the files are load cases of one member
-    int count = 6;                  ///< sections shown, the first that passes first
-    CodeChoice code;
+    bool envelope = false; ///< the files are load cases of one member
     Format format = Format::TABLE;
     Rendering rendering = Rendering::Plain;
 };

@@ -1,3 +1,4 @@
+#include "check/CodesJson.h"
 #include "commands/CodeCommands.h"
 #include "text/Json.h"
 #include "text/Markup.h"
@@ -6,18 +7,6 @@
 namespace Keltrix::App {
 
 namespace {
-
-const char* KindName(Design::OptionKind kind)
-{
-    switch (kind) {
-    case Design::OptionKind::Choice:
-        return "choice";
-    case Design::OptionKind::Length:
-        return "length";
-    default:
-        return "flag";
-    }
-}
 
 std::string RangeText(const Design::CodeOption& option)
 {
@@ -71,51 +60,19 @@ std::string Markup(const Design::CodeDescription& d, bool isDefault)
            Part("National annexes", TermLines(d.annexes)) + Part("Options", OptionLines(d.options));
 }
 
-Json JsonOf(const std::vector<Design::Term>& terms)
-{
-    Json list = Json::array();
-    for (const Design::Term& term : terms)
-        list.push_back({{"name", Utf8(term.name)}, {"meaning", Utf8(term.meaning)}});
-    return list;
-}
-
-Json JsonOf(const Design::CodeOption& option)
-{
-    const bool isLength = option.kind == Design::OptionKind::Length;
-    return {{"name", Utf8(option.name)},
-            {"kind", KindName(option.kind)},
-            {"meaning", Utf8(option.meaning)},
-            {"values", JsonOf(option.values)},
-            {"least", isLength ? Json(option.least) : Json()},
-            {"most", isLength ? Json(option.most) : Json()}};
-}
-
-Json JsonOf(const Design::CodeDescription& d, bool isDefault)
-{
-    Json options = Json::array();
-    for (const Design::CodeOption& option : d.options)
-        options.push_back(JsonOf(option));
-    return {{"schema", JSON_SCHEMA},          {"id", Utf8(d.id)},           {"title", Utf8(d.title)},
-            {"edition", Utf8(d.edition)},     {"default", isDefault},       {"scope", Utf8(d.scope)},
-            {"families", JsonOf(d.families)}, {"grades", JsonOf(d.grades)}, {"annexes", JsonOf(d.annexes)},
-            {"options", std::move(options)}};
-}
-
 } // namespace
 
 ExitCode ListCodes(const CodesOptions& options, const Console& console)
 {
-    Json list = Json::array();
-    std::string text;
-    for (const Design::DesignCode* code : DesignCodes()) {
-        const bool isDefault = code == DesignCodes().front();
-        if (options.format == Format::JSON)
-            list.push_back(JsonOf(code->Description(), isDefault));
-        else
-            text += Markup(code->Description(), isDefault);
+    if (options.format == Format::JSON) {
+        console.out(JsonText(CodesJson()));
+        return EXIT_FINE;
     }
+    std::string text;
+    for (const Design::DesignCode* code : DesignCodes())
+        text += Markup(code->Description(), code == DesignCodes().front());
     if (text.empty()) text = "no design code is built in\n";
-    console.out(options.format == Format::JSON ? JsonText(list) : RenderMarkup(text, options.rendering));
+    console.out(RenderMarkup(text, options.rendering));
     return EXIT_FINE;
 }
 

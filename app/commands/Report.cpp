@@ -24,8 +24,7 @@ ExitCode Added(HtmlReport& report, const Console& noting, const CheckedMember& c
 LoadPart LoadsOf([[maybe_unused]] const StreamMember& member)
 {
 #ifdef KELTRIX_HOST_WITH_STATICS
-    if (member.beam)
-        return [&beam = *member.beam](const std::string& id, bool isBrief) { return LoadHtml(id, beam, isBrief); };
+    if (member.beam) return LoadPartOf(member.beam);
 #endif
     return {};
 }

@@ -71,16 +71,6 @@ void SortRows(std::vector<Row>& rows, const std::string& key)
     throw BadUsage("--sort: got \"" + PrintableLine(key) + "\", expected one of " + names);
 }
 
-std::string CheckedFamily(const std::string& wanted)
-{
-    std::string list;
-    for (const std::string& family : Families()) {
-        if (SameWord(Wide(family), Wide(wanted))) return family;
-        list += (list.empty() ? "" : ", ") + family;
-    }
-    throw BadInput("unknown family " + Quote(Wide(wanted)) + "; the catalogue has " + list);
-}
-
 std::string Markup(const std::vector<Row>& rows)
 {
     std::string text = "<table>Section\tMass\tD\tB\tt\tT\tA\tIxx\tIyy\tZxx\tSxx\try\n"
@@ -129,7 +119,7 @@ ExitCode ListSections(const SectionsOptions& options, const Console& console)
     if (!(options.minIxx >= 0.0 && std::isfinite(options.minIxx)))
         throw BadUsage("--min-Ixx: got " + Shortest(options.minIxx) +
                        ", expected a second moment of area in cm^4, not below 0");
-    const std::string family = options.family.empty() ? std::string() : CheckedFamily(options.family);
+    const std::string family = options.family.empty() ? std::string() : FamilyNamed(options.family);
     std::vector<Row> rows;
     for (const CSectDB::Entry& entry : CSectDB::GetDatabase()->Entries()) {
         if (!family.empty() && Utf8(entry.family) != family) continue;

@@ -174,4 +174,17 @@ Json JsonOf(const BucklingReport& report)
             {"units", std::move(units)}};
 }
 
+Json BucklingJson(const MemberFile& file, std::size_t i, CodelessMember& member, const BucklingReport& report)
+{
+    Json entry = {{"schema", JSON_SCHEMA},
+                  {"file", file.Name()},
+                  {"line", file.Member(i).firstLine},
+                  {"title", Utf8(member.GetTitle())},
+                  {"section", Utf8(member.GetKeltrixSec().Component(0).Description(true))},
+                  {"grade", Utf8(member.GetGrade().Name())},
+                  {"warnings", WarningsJson(file.WarningsOf(i))}};
+    entry.update(JsonOf(report));
+    return entry;
+}
+
 } // namespace Keltrix::Host

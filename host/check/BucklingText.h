@@ -3,6 +3,8 @@
 #include <string>
 
 #include "check/BucklingReport.h"
+#include "memberfile/CodelessMember.h"
+#include "memberfile/MemberFile.h"
 #include "text/Json.h"
 
 namespace Keltrix::Host {
@@ -13,5 +15,8 @@ std::string BucklingMarkup(const BucklingReport& report);
 
 /// The report as data; docs/schema/buckling.schema.json has every name.
 Json JsonOf(const BucklingReport& report);
+
+/// The same with member i of a file in front, as `ksteel buckling --format json` writes it; `member` was read from there.
+Json BucklingJson(const MemberFile& file, std::size_t i, CodelessMember& member, const BucklingReport& report);
 
 } // namespace Keltrix::Host

@@ -193,6 +193,12 @@ std::string CheckedMember::CombinationOf(const RuleFinding* entry) const
     return sources[static_cast<std::size_t>(entry - findings.rules.data())].combination;
 }
 
+std::string CheckedMember::InformationCombination() const
+{
+    if (sources.empty()) return {};
+    return caseName.empty() ? name : caseName;
+}
+
 std::string StatusText(bool passed, bool failed)
 {
     if (failed) return "fail";
@@ -599,6 +605,14 @@ std::string DescribeEntry(const RuleFinding& entry)
     return DescribeRule(entry) + (entry.start == entry.end ? " " : ", ") + place;
 }
 
+std::string DescribeOpenRule(const Design::MemberFindings& findings)
+{
+    for (const RuleFinding& rule : findings.rules)
+        if (rule.status == Design::CheckStatus::NotEvaluated)
+            return "not evaluated: " + DescribeEntry(rule) + (*rule.reason ? ": " + Utf8(rule.reason) : "");
+    return {};
+}
+
 Json HeadlineJson(const CheckedMember& checked)
 {
     const RuleFinding* const governing = checked.findings.Governing();
@@ -619,7 +633,7 @@ Json JsonOf(const CheckedMember& checked)
         checks.push_back(EntryJson(checked, entry));
     for (const RuleFinding& entry : checked.Information()) {
         Json json = EntryJson(entry);
-        if (!checked.sources.empty()) json["combination"] = checked.caseName.empty() ? checked.name : checked.caseName;
+        if (!checked.sources.empty()) json["combination"] = checked.InformationCombination();
         checks.push_back(std::move(json));
     }
     Json assumptions = Json::array();

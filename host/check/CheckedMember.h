@@ -64,6 +64,8 @@ struct CheckedMember {
     /// Figures beside the rules, of status Information; of an envelope, those of the case with the largest utilisation. Computed at each call, which
     /// can take longer than the check.
     std::vector<Design::RuleFinding> Information() const { return coded->Information(); }
+    /// The load case or combination of these figures; empty where there is one case alone.
+    std::string InformationCombination() const;
     /// The warnings that the check added to those of the file.
     std::vector<MemberWarning> CheckWarnings() const;
     /// DescribeEntry of the governing entry; "nothing" without one.
@@ -105,6 +107,9 @@ std::string DescribeRule(const Design::RuleFinding& entry);
 std::string DescribePlace(const Design::RuleFinding& entry);
 /// Both: "lateral-torsional buckling (4.3.6), 0 m to 3 m".
 std::string DescribeEntry(const Design::RuleFinding& entry);
+
+/// The first rule that applies and was not evaluated, with the reason: "not evaluated: torsion (none): no rule"; empty without one.
+std::string DescribeOpenRule(const Design::MemberFindings& findings);
 
 /// What an engineer asks first: the member, its status, utilisation and what governs.
 Json HeadlineJson(const CheckedMember& checked);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <set>
+#include <string_view>
 #include <system_error>
 
 #include "text/BadInput.h"
@@ -179,6 +181,20 @@ void SetOption(const Design::DesignCode& code, const std::string& name, const st
     }
     settings.options.resize(options.size(), 0.0);
     settings.options[static_cast<std::size_t>(option - options.begin())] = OptionValue(*option, value);
+}
+
+CodeChoice ChooseCode(const std::string& code, const std::string& annex,
+                      const std::vector<std::pair<std::string, std::string>>& options)
+{
+    CodeChoice choice;
+    choice.code = code.empty() ? DefaultCode().code : &DesignCodeNamed(code, "design code");
+    if (!annex.empty()) choice.settings.annex = AnnexNamed(*choice.code, annex, "national annex");
+    std::set<std::string_view> given;
+    for (const auto& [name, value] : options) {
+        SetOption(*choice.code, name, value, choice.settings);
+        if (!given.insert(name).second) throw BadInput("option " + name + ": is given twice");
+    }
+    return choice;
 }
 
 CodeChoice DefaultCode()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "keltrix/design/DesignCode.h"
@@ -43,6 +44,11 @@ std::size_t PlaceOf(const std::vector<Design::Term>& values, const std::string& 
 /// that the code does not have, and for a value that means nothing.
 void SetOption(const Design::DesignCode& code, const std::string& name, const std::string& value,
                Design::CodeSettings& settings);
+
+/// A code with its annex and options in words: names and values as SetOption takes them. Without a name the code and the annex are the
+/// first. Throws BadInput for names and values that there are not, and for an option that is given twice.
+CodeChoice ChooseCode(const std::string& code, const std::string& annex,
+                      const std::vector<std::pair<std::string, std::string>>& options);
 
 /// The default code as it is. Throws BadInput where the process has none.
 CodeChoice DefaultCode();

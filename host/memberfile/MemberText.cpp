@@ -1,6 +1,7 @@
 #include "memberfile/MemberText.h"
 
 #include <algorithm>
+#include <array>
 
 #include "memberfile/MemberGrammar.h"
 #include "text/Text.h"
@@ -24,24 +25,52 @@ std::string RestraintWords(const CRestraint& restraint)
     return std::to_string(static_cast<unsigned int>(bare.RestFlag()));
 }
 
-// A line up to its first field.
-std::string Begun(LineKind kind) { return KeywordOf(kind) + ','; }
+// The beginnings and the captions of lines, which do not differ from file to file.
+struct LineTexts {
+    LineTexts()
+    {
+        for (const LineRule& rule : MemberLines()) {
+            begun[static_cast<std::size_t>(rule.kind) + 1] = KeywordOf(rule.kind) + ',';
+            captions[static_cast<std::size_t>(rule.kind) + 1] = CaptionLineOf(rule.kind);
+        }
+    }
 
-std::string PointLine(std::size_t index, const Steel::CMemberPoint& point)
+    static constexpr std::size_t COUNT = static_cast<std::size_t>(LineKind::End) + 2; // those of captions are -1
+    std::array<std::string, COUNT> begun;
+    std::array<std::string, COUNT> captions;
+};
+
+const LineTexts& Texts()
 {
-    const CRestraint restraint = point.GetRestraint();
-    return Begun(LineKind::MemberPoint) + std::to_string(index) + ',' + Number(point.GetPos()) + ',' +
-           RestraintWords(restraint) + ',' + Number(restraint.LoadHeight()) + '\n';
+    static const LineTexts texts;
+    return texts;
 }
 
-std::string SubSpanLine(std::size_t index, const Steel::CSubSpan& subSpan)
+// A line up to its first field.
+const std::string& Begun(LineKind kind) { return Texts().begun[static_cast<std::size_t>(kind) + 1]; }
+
+// The captions over the fields of a line.
+const std::string& Captions(LineKind kind) { return Texts().captions[static_cast<std::size_t>(kind) + 1]; }
+
+// What is held in the words that are given, or in those of the record.
+std::string Held(const std::vector<std::string>& words, std::size_t i, const CRestraint& restraint)
+{
+    return i < words.size() ? words[i] : RestraintWords(restraint);
+}
+
+std::string PointLine(std::size_t index, const Steel::CMemberPoint& point, const std::string& held)
+{
+    return Begun(LineKind::MemberPoint) + std::to_string(index) + ',' + Number(point.GetPos()) + ',' + held + ',' +
+           Number(point.GetRestraint().LoadHeight()) + '\n';
+}
+
+std::string SubSpanLine(std::size_t index, const Steel::CSubSpan& subSpan, const std::string& held)
 {
     std::string line = Begun(LineKind::SubSpan) + std::to_string(index);
     for (const Vec3<double>& end :
          {subSpan.GetForcesLeft(), subSpan.GetForcesRight(), subSpan.GetMomentsLeft(), subSpan.GetMomentsRight()})
         line += ',' + Number(end.x) + ',' + Number(end.y) + ',' + Number(end.z);
-    return line + ',' + RestraintWords(subSpan.GetRestraint()) + ',' + Number(subSpan.GetRestraint().LoadHeight()) +
-           '\n';
+    return line + ',' + held + ',' + Number(subSpan.GetRestraint().LoadHeight()) + '\n';
 }
 
 } // namespace
@@ -65,19 +94,20 @@ std::string MemberFileText(const MemberContent& content)
     text += Begun(LineKind::NetToGross) + Number(content.netToGross) + '\n';
     text += Begun(LineKind::PlasticToElastic) + Number(content.plasticToElastic) + '\n';
     text += Begun(LineKind::ShearLag) + Number(content.shearLag) + '\n';
-    text += CaptionLineOf(LineKind::LengthOverrides) + Begun(LineKind::LengthOverrides);
+    text += Captions(LineKind::LengthOverrides) + Begun(LineKind::LengthOverrides);
     text += content.effectiveLengths ? "YES" : "NO";
     if (content.effectiveLengths)
         for (const double length : *content.effectiveLengths)
             text += ',' + Number(length);
     text += '\n';
     if (content.momentFactor) text += Begun(LineKind::UniformMoment) + Number(*content.momentFactor) + '\n';
-    text += CaptionLineOf(LineKind::MemberPoint);
+    text += Captions(LineKind::MemberPoint);
     for (std::size_t i = 0; i < content.points.size(); ++i)
-        text += PointLine(i + 1, content.points[i]);
-    text += CaptionLineOf(LineKind::SubSpan);
+        text += PointLine(i + 1, content.points[i], Held(content.pointWords, i, content.points[i].GetRestraint()));
+    text += Captions(LineKind::SubSpan);
     for (std::size_t i = 0; i < content.subSpans.size(); ++i)
-        text += SubSpanLine(i + 1, content.subSpans[i]);
+        text +=
+            SubSpanLine(i + 1, content.subSpans[i], Held(content.subSpanWords, i, content.subSpans[i].GetRestraint()));
     return text + KeywordOf(LineKind::End) + '\n';
 }
 

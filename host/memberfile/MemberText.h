@@ -23,6 +23,10 @@ struct MemberContent {
     std::optional<double> momentFactor;
     std::vector<Steel::CMemberPoint> points;
     std::vector<Steel::CSubSpan> subSpans; ///< one less than points
+    /// What is held at the points and along the sub-spans in words, as they are, for the reader of the text to judge; where one of
+    /// these is empty, the restraints of the records stand.
+    std::vector<std::string> pointWords = {};
+    std::vector<std::string> subSpanWords = {};
 };
 
 /// The GRADE fields of a grade: its name, and the strengths where it has its own.

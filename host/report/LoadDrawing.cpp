@@ -51,8 +51,8 @@ private:
 
 class LoadPicture {
 public:
-    LoadPicture(const std::string& id, const std::string& title, const std::string& description, const Beam& beam,
-                const LoadReport& report) :
+    LoadPicture(const std::string& id, const std::string& title, const std::string& description,
+                const Statics::Beam& beam, const LoadReport& report) :
         m_beam(beam),
         m_report(report), m_svg(id, title, description), m_scale(DrawingScale(beam.length, 158.0))
     {}
@@ -728,7 +728,7 @@ private:
         m_y = base + down * unit + 7.0;
     }
 
-    const Beam& m_beam;
+    const Statics::Beam& m_beam;
     const LoadReport& m_report;
     Svg m_svg;
     double m_scale;
@@ -768,7 +768,7 @@ std::string EnvelopeDescription(const LoadReport& report)
 
 } // namespace
 
-std::string LoadsSvg(const std::string& id, const Beam& beam, const LoadReport& report)
+std::string LoadsSvg(const std::string& id, const Statics::Beam& beam, const LoadReport& report)
 {
     LoadPicture picture(id, "Supports and loads, " + Metres(report.length), LoadsDescription(report), beam, report);
     picture.Elevation();
@@ -776,7 +776,7 @@ std::string LoadsSvg(const std::string& id, const Beam& beam, const LoadReport& 
     return picture.Finish();
 }
 
-std::vector<std::string> LoadsSvgs(const std::string& id, const Beam& beam, const LoadReport& report)
+std::vector<std::string> LoadsSvgs(const std::string& id, const Statics::Beam& beam, const LoadReport& report)
 {
     constexpr std::size_t casesOfPage = 3;
     const std::size_t count = LoadPicture::CaseCount(report);
@@ -792,7 +792,7 @@ std::vector<std::string> LoadsSvgs(const std::string& id, const Beam& beam, cons
     return drawings;
 }
 
-std::string EnvelopeSvg(const std::string& id, const Beam& beam, const LoadReport& report)
+std::string EnvelopeSvg(const std::string& id, const Statics::Beam& beam, const LoadReport& report)
 {
     const bool hasEnvelope = std::any_of(report.envelopes.begin(), report.envelopes.end(),
                                          [](const ActionEnvelope& envelope) { return !envelope.whole.IsZero(); });
@@ -804,7 +804,7 @@ std::string EnvelopeSvg(const std::string& id, const Beam& beam, const LoadRepor
     return picture.Finish();
 }
 
-std::string LoadSvgFile(const Beam& beam, const LoadReport& report)
+std::string LoadSvgFile(const Statics::Beam& beam, const LoadReport& report)
 {
     LoadPicture picture("loads", "Loads, envelopes and deflected shape of " + PrintableLine(report.title),
                         LoadsDescription(report) + " " + EnvelopeDescription(report), beam, report);

@@ -28,4 +28,9 @@ std::string LoadHtml(const std::string& id, const Beam& beam, bool isBrief)
     return html + RenderHtml(ReadMarkup(LoadTables(report, isBrief)));
 }
 
+LoadPart LoadPartOf(std::shared_ptr<const Beam> beam)
+{
+    return [beam = std::move(beam)](const std::string& id, bool isBrief) { return LoadHtml(id, *beam, isBrief); };
+}
+
 } // namespace Keltrix::Host

@@ -4,6 +4,7 @@
 
 #include "sections/SectionShapes.h"
 #include "text/BadInput.h"
+#include "text/Fields.h"
 #include "text/Text.h"
 
 namespace Keltrix::Host {
@@ -59,6 +60,19 @@ std::vector<std::string> Families()
             families.push_back(std::move(family));
     }
     return families;
+}
+
+std::string FamilyNamed(const std::string& name)
+{
+    std::string wanted = name;
+    wanted.erase(0, wanted.find_first_not_of(' '));
+    wanted.erase(wanted.find_last_not_of(' ') + 1);
+    std::string list;
+    for (const std::string& family : Families()) {
+        if (SameWord(Wide(family), Wide(wanted))) return family;
+        list += (list.empty() ? "" : ", ") + family;
+    }
+    throw BadInput("unknown family " + Quote(Wide(name)) + "; the catalogue has " + list);
 }
 
 std::string ShapeName(int shape)

@@ -29,6 +29,9 @@ double MassPerMetre(const NamedSection& section);
 /// Families of the catalogue in its order.
 std::vector<std::string> Families();
 
+/// A family as the catalogue writes it; letter case and blanks around it do not matter. Throws BadInput, with all of them, for any other name.
+std::string FamilyNamed(const std::string& name);
+
 /// "I", "channel", "tee", "angle", "RHS", "CHS"; empty for any other shape.
 std::string ShapeName(int shape);
 

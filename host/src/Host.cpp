@@ -1,7 +1,6 @@
 #include "keltrix/host/Host.h"
 
 #include <algorithm>
-#include <set>
 #include <stdexcept>
 
 #include "beamfile/BeamText.h"
@@ -12,6 +11,9 @@
 #include "check/DesignCodes.h"
 #include "memberfile/MemberFile.h"
 #include "report/HtmlReport.h"
+#ifdef KELTRIX_HOST_WITH_STATICS
+#include "report/LoadSheet.h"
+#endif
 #include "report/MemberReport.h"
 #include "text/BadInput.h"
 #include "text/Json.h"
@@ -23,22 +25,17 @@ namespace Keltrix::Host {
 
 namespace {
 
-CodeChoice ChoiceOf(const Settings& settings)
-{
-    CodeChoice choice;
-    choice.code = settings.code.empty() ? DefaultCode().code : &DesignCodeNamed(settings.code, "design code");
-    if (!settings.annex.empty()) choice.settings.annex = AnnexNamed(*choice.code, settings.annex, "national annex");
-    std::set<std::string_view> given;
-    for (const auto& [name, value] : settings.options) {
-        SetOption(*choice.code, name, value, choice.settings);
-        if (!given.insert(name).second) throw BadInput("option " + name + ": is given twice");
-    }
-    return choice;
-}
-
 Diagnostic DiagnosticOf(const Defect& defect, const std::string& name)
 {
-    return {SeverityWord(defect.severity), defect.line, defect.code, defect.Text(name)};
+    return {SeverityWord(defect.severity),
+            defect.line,
+            defect.code,
+            defect.Text(name),
+            defect.keyword,
+            defect.field,
+            defect.got,
+            defect.expected,
+            defect.advice};
 }
 
 Diagnostic DiagnosticOf(const MemberWarning& warning)
@@ -100,18 +97,20 @@ Outcome OutcomeOf(const MemberFile& file, std::size_t i, const CodeChoice& choic
 Outcome OutcomeOfBeam(const std::string& name, std::string_view text, const ReadingOptions& reading,
                       const CodeChoice& choice)
 {
-    const Beam beam = ReadBeam(name, text, reading, choice);
+    const auto beam = std::make_shared<const Beam>(ReadBeam(name, text, reading, choice));
     Outcome outcome;
     outcome.line = 1;
-    outcome.title = beam.file.title;
-    for (const Defect& defect : beam.made.defects)
-        outcome.diagnostics.push_back(
-            {SeverityWord(defect.severity), defect.line, defect.code, BeamMessage(defect, name)});
+    outcome.title = beam->file.title;
+    for (const Defect& defect : beam->made.defects) {
+        outcome.diagnostics.push_back(DiagnosticOf(defect, name));
+        outcome.diagnostics.back().message = BeamMessage(defect, name);
+    }
     try {
-        if (beam.members.empty())
+        if (beam->members.empty())
             outcome.status = "refused";
         else
-            TakeChecked(outcome, CheckBeam(beam, choice, true));
+            TakeChecked(outcome, CheckBeam(*beam, choice, true));
+        outcome.loads = LoadPartOf(beam);
     } catch (const BadMember& refusal) {
         outcome.status = "refused";
         outcome.diagnostics.push_back(DiagnosticOf(refusal.defect, name));
@@ -145,7 +144,7 @@ bool Outcomes::Pass() const
 
 Outcomes Check(std::string_view text, const std::string& name, const Settings& settings)
 {
-    const CodeChoice choice = ChoiceOf(settings);
+    const CodeChoice choice = ChooseCode(settings.code, settings.annex, settings.options);
     Outcomes outcomes;
     const std::string printable = PrintableLine(name);
     try {
@@ -182,7 +181,7 @@ std::string Sheets(const Outcomes& outcomes, const std::string& job)
     for (const Outcome& outcome : outcomes.members) {
         for (const Diagnostic& diagnostic : outcome.diagnostics)
             report.AddRemark(diagnostic.message);
-        if (outcome.checked) report.Add(*outcome.checked);
+        if (outcome.checked) report.Add(*outcome.checked, outcome.loads);
     }
     for (const Diagnostic& diagnostic : outcomes.diagnostics)
         report.AddRemark(diagnostic.message);

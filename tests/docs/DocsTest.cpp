@@ -1,6 +1,6 @@
 // Runs the documents: in a fenced block marked "console" every line that starts with "$ " is a command, and the lines after
 // it are its exact output; a block marked "cpp FILE" must stand, as it is, in that file, which the build compiles.
-// "./run ARGS" stands for "ksteel ARGS", which it ends in.
+// "./run ARGS" stands for "ksteel ARGS", which it ends in, and "./python ARGS" for Python with the package on its path.
 
 #include <gtest/gtest.h>
 
@@ -17,6 +17,8 @@ namespace fs = std::filesystem;
 namespace {
 
 const fs::path SOURCE_DIR = KELTRIX_SOURCE_DIR;
+/// Python with the package on its path; empty where it is not built.
+const std::string PYTHON = KELTRIX_PYTHON_COMMAND;
 
 struct Command {
     std::string text;
@@ -103,11 +105,19 @@ TEST(Docs, EveryCommandPrintsWhatTheDocumentsSay)
     const bool hasParallel = OutputOf("parallel echo ::: works") == "works\n";
     int commands = 0;
     int left = 0;
+    int leftPython = 0;
     for (const fs::path& path : Documents()) {
         for (const Command& command : ReadDocument(path).commands) {
             std::string text = command.text;
             if (text == "./test" || text == "./run") continue; // set up a machine; the gates run them
             if (text.rfind("./run ", 0) == 0) text = "ksteel " + text.substr(6);
+            if (text.rfind("./python ", 0) == 0) {
+                if (PYTHON.empty()) {
+                    ++leftPython;
+                    continue;
+                }
+                text = PYTHON + text.substr(8);
+            }
             if (!hasParallel && text.find("parallel --") != std::string::npos) {
                 ++left;
                 continue;
@@ -118,6 +128,9 @@ TEST(Docs, EveryCommandPrintsWhatTheDocumentsSay)
         }
     }
     EXPECT_GE(commands, 10) << "the documents show the tool at work";
+    if (leftPython > 0)
+        GTEST_SKIP() << "Left out: needs the Python package (configure with KELTRIX_BUILD_PYTHON=ON) for " << leftPython
+                     << " commands";
     if (left > 0)
         GTEST_SKIP() << "Left out: needs GNU parallel (Debian: apt-get install parallel) for " << left << " commands";
 }

@@ -72,6 +72,33 @@ TEST(HostCheck, ARefusedMemberKeepsNoneOfTheOthersAndDoesNotPass)
     EXPECT_THROW(Report(outcomes.members[0]), std::invalid_argument);
 }
 
+TEST(HostCheck, DiagnosticsHaveTheirParts)
+{
+    const Outcomes outcomes = Check(With(BEAM, "2.5,Free", "2.5m,Free"), "beams.csv");
+    ASSERT_EQ(outcomes.members.size(), 1U);
+    ASSERT_FALSE(outcomes.members[0].diagnostics.empty());
+    const Diagnostic& error = outcomes.members[0].diagnostics[0];
+    EXPECT_EQ(error.keyword, "MEMBERPOINT");
+    EXPECT_EQ(error.field, "position");
+    EXPECT_EQ(error.got, "\"2.5m\"");
+    EXPECT_EQ(error.expected, "a number in m");
+    EXPECT_EQ(error.advice, "write 2.5");
+}
+
+TEST(HostCheck, SheetsOfBeamsHaveTheirLoads)
+{
+    const std::string beam = "section = \"UB 457x191x67\"\ngrade = \"S275\"\nlength = 6.0\n[[load]]\nkind = "
+                             "\"imposed\"\nudl = 5.0\n";
+    const Outcomes outcomes = Check(beam, "beam.toml");
+    ASSERT_EQ(outcomes.members.size(), 1U);
+    ASSERT_TRUE(outcomes.members[0].loads);
+    EXPECT_THAT(outcomes.members[0].loads("m1", false), HasSubstr("m1-loads"));
+    EXPECT_THAT(Sheets(outcomes, "Job"), HasSubstr("-loads"));
+    const Outcomes member = Check(BEAM, "beams.csv");
+    EXPECT_FALSE(member.members.at(0).loads);
+    EXPECT_THAT(Sheets(member, "Job"), testing::Not(HasSubstr("-loads")));
+}
+
 TEST(HostCheck, WhatTheDesignCodeRejectsHasItsLine)
 {
     const Outcomes outcomes = Check(With(BEAM, "GRADE,S275", "GRADE,S111"), "beams.csv");

@@ -96,7 +96,7 @@ TEST(LoadDrawing, LoadsStandWhereTheyActWithTheirSizes)
 TEST(LoadDrawing, ArrowsOfCloseLoadsCrossNoLabel)
 {
     for (const double place : {0.1, 3.0, 6.2, 8.4}) {
-        Beam beam = FloorBeam();
+        Statics::Beam beam = FloorBeam();
         beam.loads.clear();
         for (const double from : {0.0, 0.05, 0.15, 0.2, 0.5})
             beam.loads.push_back(PointLoad(1, 145e3, place + from));
@@ -168,7 +168,7 @@ TEST(LoadDrawing, PeaksStandAtTheirPlaces)
 
 TEST(LoadDrawing, SymbolsOfWhatHolds)
 {
-    Beam beam = StaticsTest::Continuous({6.0, 8.0, 7.0});
+    Statics::Beam beam = StaticsTest::Continuous({6.0, 8.0, 7.0});
     beam.length = 23.0;
     beam.supports[0].holds = Held(0.0, StaticsTest::ENCASTRE).holds;
     beam.supports[2].vertical = 2e6;
@@ -200,7 +200,7 @@ TEST(LoadDrawing, SymbolsOfWhatHolds)
 
 TEST(LoadDrawing, EveryKindOfLoadHasItsSense)
 {
-    Beam beam = Single(10.0, StaticsTest::PINNED, StaticsTest::PINNED);
+    Statics::Beam beam = Single(10.0, StaticsTest::PINNED, StaticsTest::PINNED);
     beam.loads = {UniformLoad(0, -3e3, 0.0, 4.0),
                   TrapezoidalLoad(0, 5.0, 0.0, 9.0, 15e3),
                   PointLoad(0, -5e3, 2.0),
@@ -266,7 +266,7 @@ TEST(LoadDrawing, TheDeflectedShapeIsThatOfTheCheck)
 
 TEST(LoadDrawing, ManyCasesAndLoadsAreSaidAndNotDrawn)
 {
-    Beam beam = Single(10.0, StaticsTest::PINNED, StaticsTest::PINNED);
+    Statics::Beam beam = Single(10.0, StaticsTest::PINNED, StaticsTest::PINNED);
     for (int i = 0; i < 100; ++i)
         beam.loads.push_back(PointLoad(0, 1e3, 0.1 * i));
     EXPECT_THAT(LoadsOf(Loaded(beam)).Texts("note"), Contains("60 more loads of this case are in the table alone."));
@@ -277,7 +277,7 @@ TEST(LoadDrawing, ManyCasesAndLoadsAreSaidAndNotDrawn)
 
 TEST(LoadDrawing, LoadHeightsAreWritten)
 {
-    Beam beam = FloorBeam();
+    Statics::Beam beam = FloorBeam();
     beam.section.topFlange = 0.2;
     beam.loads[1].reference = Steel::TOP_FLANGE;
     EXPECT_THAT(LoadsOf(Loaded(beam)).Texts("value over"), ElementsAre("12 kN/m", "45 kN, on the top flange"));
@@ -293,7 +293,7 @@ TEST(LoadDrawing, RandomBeamsStayOnThePaper)
         SCOPED_TRACE("seed " + std::to_string(seed) + ", beam " + std::to_string(i));
         StaticsTest::BeamGenerator::Kinds kinds;
         kinds.cases = 2;
-        Beam beam = random.Make(kinds);
+        Statics::Beam beam = random.Make(kinds);
         beam.inclination = i % 2 == 0 ? 0.0 : random.Real(-1.57, 1.57);
         beam.cases[1] = {L"<&> \"wind\"", ActionKind::Wind, Category::None, false};
         if (!Analysis(beam).IsAnswered()) continue;
@@ -324,7 +324,7 @@ TEST(LoadDrawing, RandomBeamsStayOnThePaper)
 
 TEST(LoadDrawing, OnPaperEachCaseIsDrawnOnce)
 {
-    Beam beam = Single(10.0, StaticsTest::PINNED, StaticsTest::PINNED);
+    Statics::Beam beam = Single(10.0, StaticsTest::PINNED, StaticsTest::PINNED);
     beam.cases.resize(7);
     for (std::size_t c = 0; c < 7; ++c) {
         beam.cases[c].name.Format(L"Case %s", CDesFormat().Int(static_cast<int>(c)));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -32,6 +33,13 @@ struct Diagnostic {
     std::int64_t line = 0; ///< of the text, counted from 1; 0 where it is none
     std::string code; ///< one word for each kind: "missing-field"; empty where a member is refused for another reason
     std::string message; ///< with its place: "floor.csv:14: MEMBERPOINT position: got "2.5m", expected a number in m"
+
+    // The parts of the message, each empty where it does not apply.
+    std::string keyword = {};  ///< of the line, or the key of a beam file: "MEMBERPOINT", "load.at"
+    std::string field = {};    ///< "position"
+    std::string got = {};      ///< what stands there, quoted
+    std::string expected = {}; ///< "a number in m"
+    std::string advice = {};   ///< what comes of it, or what to write instead
 };
 
 /// A member of a text.
@@ -47,6 +55,9 @@ struct Outcome {
     Design::MemberFindings findings;     ///< empty where it is refused
 
     std::shared_ptr<const CheckedMember> checked; ///< for the functions below; null where it is refused
+
+    /// Of a beam: makes the part of its calculation sheet about its loads, with ids that start with `id`; empty for a member file.
+    std::function<std::string(const std::string& id, bool isBrief)> loads;
 };
 
 /// The members of a text and what is wrong between them.

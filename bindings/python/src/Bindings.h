@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <pybind11/pybind11.h>
+
+// The parts of the module _keltrix. Each is a thin layer over the host library: what goes in are texts, numbers and words, what comes out are
+// plain values, arrays and JSON. The package keltrix around it is what people see.
+namespace Keltrix::Python {
+
+namespace py = pybind11;
+
+/// Python's text of a UTF-8 text; ill-formed bytes become U+FFFD.
+py::str TextOf(std::string_view utf8);
+py::str TextOf(const wchar_t* text);
+
+/// None for not-a-number, which says that a number is not there.
+py::object OrNone(double value);
+
+void AddSettings(py::module_& module);
+void AddSections(py::module_& module);
+void AddMembers(py::module_& module);
+void AddChecks(py::module_& module);
+void AddRows(py::module_& module);
+void AddStudies(py::module_& module);
+
+} // namespace Keltrix::Python
