@@ -16,6 +16,16 @@ struct PrefixRow {
     std::size_t whole;
 };
 
+TEST(Fields, EveryLetterIsTheSameInEitherCase)
+{
+    for (wchar_t c = L'A'; c <= L'Z'; ++c)
+        EXPECT_TRUE(SameWord(std::wstring(1, c), std::wstring(1, static_cast<wchar_t>(c - L'A' + L'a'))))
+            << static_cast<char>(c);
+    // The neighbours of the letters have no other case: @ and `, [ and {.
+    EXPECT_FALSE(SameWord(L"@", L"`"));
+    EXPECT_FALSE(SameWord(L"[", L"{"));
+}
+
 TEST(Fields, ThePrefixThatIsReadAsANumberIsFound)
 {
     static constexpr PrefixRow rows[] = {

@@ -28,6 +28,17 @@ TEST(Markup, TerminalsGetStylesAndColours)
     EXPECT_EQ(Ansi("<h4>T</h4>\n"), "\x1B[1;4mT\x1B[0m\n");
 }
 
+// What a table leaves open ends with it.
+TEST(Markup, TheAlignmentOfATableEndsWithIt)
+{
+    const std::string second = "<table>c\td\n1\t22\n333\t4\n</table>\n";
+    const std::string alone = Plain(second);
+    ASSERT_NE(alone, Plain("<table><align left>c\td\n1\t22\n333\t4\n</table>\n"));
+    const std::string both = Plain("<table><align left>a\tb\n1\t2\n</table>\n" + second);
+    ASSERT_GT(both.size(), alone.size());
+    EXPECT_EQ(both.substr(both.size() - alone.size()), alone);
+}
+
 TEST(Markup, RawIsUntouched)
 {
     EXPECT_EQ(RenderMarkup("<h4>x</h4>\n\t<zz>\x1B", Rendering::Raw), "<h4>x</h4>\n\t<zz>\x1B");
