@@ -142,6 +142,25 @@ std::size_t AnnexNamed(const Design::DesignCode& code, const std::string& name, 
         (annexes.empty() ? "none: " + Utf8(code.Description().title) + " has no national annexes" : ListOf(annexes)));
 }
 
+bool IsGradeOfAnyCode(const std::string& name)
+{
+    return Codes().empty() || std::any_of(Codes().begin(), Codes().end(), [&](const Design::DesignCode* code) {
+               return code->HasGrade(Wide(name)) && !code->IsUserGrade(CSteelGrade(Wide(name), 0.0, 0.0, 0.0, 1.0));
+           });
+}
+
+std::string GradesOfAllCodes()
+{
+    std::string grades;
+    for (const Design::DesignCode* const code : Codes())
+        for (const Design::Term& grade : code->Description().grades) {
+            const std::string name = Utf8(grade.name);
+            const bool isUsers = code->IsUserGrade(CSteelGrade(grade.name, 0.0, 0.0, 0.0, 1.0));
+            if (!isUsers && grades.find(name) == std::string::npos) grades += (grades.empty() ? "" : ", ") + name;
+        }
+    return grades;
+}
+
 std::string AnnexOf(const CodeChoice& choice)
 {
     if (!choice.settings.annexTitle.IsEmpty()) return Utf8(choice.settings.annexTitle);

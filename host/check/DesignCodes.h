@@ -28,6 +28,12 @@ std::size_t AnnexNamed(const Design::DesignCode& code, const std::string& name, 
 /// "S275, S355 or S460": names of terms in a sentence.
 std::string ListOf(const std::vector<Design::Term>& terms);
 
+/// Whether one of the codes has a grade of that name, strengths of the user's own left out; without any code every name is one.
+bool IsGradeOfAnyCode(const std::string& name);
+
+/// Those grades, each once: "S275, S355".
+std::string GradesOfAllCodes();
+
 /// A design code with what is said about members beyond their files.
 struct CodeChoice {
     const Design::DesignCode* code = nullptr;

@@ -17,6 +17,7 @@ from ._beams import Beam
 from ._checks import check_file, check_text, report, validate
 from ._codes import Code, Option, Term, codes
 from ._errors import Diagnostic, InputError
+from ._imports import Imported, from_table
 from ._members import Member
 from ._results import Finding, Resistance, Result, Results, Step
 from ._sections import Section, Sections, SectionValue, sections
@@ -33,6 +34,7 @@ __all__ = [
     "Design",
     "Diagnostic",
     "Finding",
+    "Imported",
     "InputError",
     "Member",
     "Option",
@@ -52,6 +54,7 @@ __all__ = [
     "codes",
     "columns",
     "design",
+    "from_table",
     "member_of_row",
     "report",
     "sections",

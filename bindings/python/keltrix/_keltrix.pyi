@@ -79,6 +79,9 @@ def design(
     max_depth: float | None,
     count: int,
 ) -> str: ...
+def from_tables(
+    forces: bytes, members: bytes, map: Sequence[str], allow_repeats: bool, strict: bool
+) -> tuple[str, list[dict[str, Any]], int, int]: ...
 def capacity(
     section: str,
     type: str,

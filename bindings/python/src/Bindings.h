@@ -24,5 +24,6 @@ void AddMembers(py::module_& module);
 void AddChecks(py::module_& module);
 void AddRows(py::module_& module);
 void AddStudies(py::module_& module);
+void AddTables(py::module_& module);
 
 } // namespace Keltrix::Python

@@ -55,4 +55,5 @@ PYBIND11_MODULE(_keltrix, module)
     kx::AddChecks(module);
     kx::AddRows(module);
     kx::AddStudies(module);
+    kx::AddTables(module);
 }

@@ -13,6 +13,7 @@ import keltrix as kx
 ORDER = [
     ("Beams and members", ["Beam", "Member"]),
     ("Checks", ["check_text", "check_file", "check_many", "columns", "member_of_row", "validate", "report"]),
+    ("Tables of other programs", ["from_table", "Imported"]),
     ("Results", ["Result", "Results", "Finding", "Step", "Resistance", "Diagnostic", "InputError"]),
     ("Studies", ["design", "Design", "Candidate", "capacity", "buckling", "Buckling"]),
     ("Sections and design codes", ["sections", "Sections", "Section", "SectionValue", "codes", "Code", "Option", "Term"]),
