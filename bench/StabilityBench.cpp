@@ -39,16 +39,17 @@ double FactoriseBanded(int size)
     return rows.back();
 }
 
-/// A beam with a uniform load, in sub-spans of which each point holds `held`.
-Member Divided(int count, const wchar_t* held)
+/// A beam in sub-spans of which each point holds `held`, under a uniform load, or under equal loads at the points.
+Member Divided(int count, const wchar_t* held, bool isUniform = true)
 {
+    const double load = isUniform ? 2.0 : 0.0;
     const double length = 6.0;
     Member m;
     AddPoint(m, 0.0, L"Pinned");
     for (int i = 0; i < count; ++i) {
         const double a = length * i / count;
         const double b = length * (i + 1) / count;
-        AddSpan(m, b - a, a * (length - a), b * (length - b), 2.0, L"Free", i + 1 == count ? L"Pinned" : held);
+        AddSpan(m, b - a, a * (length - a), b * (length - b), load, L"Free", i + 1 == count ? L"Pinned" : held);
     }
     return m;
 }
@@ -82,6 +83,7 @@ void RegisterStability()
 {
     MeasureMember("critical load, one span", Divided(1, L"Free"));
     MeasureMember("critical load, 20 sub-spans", Divided(20, L"Free"));
+    MeasureMember("critical load, 20 sub-spans with loads between them", Divided(20, L"Free", false));
     MeasureMember("critical load, 20 restraints", Divided(20, L"TR"));
 }
 
