@@ -392,3 +392,59 @@ TEST(Families, CapacityHasTheMembersResistances)
         EXPECT_EQ(capacity.MbRd(4.0, 1.77).has_value(), isChannel) << "C1 of the tables";
     }
 }
+
+// Bending about z-z of sections that are stiffer about z-z buckles them along their webs. Mcr = (Ncr,y (G It + π² E Iw/L²))^0.5, of T 152x305x49 of 8 m
+// about 101 kNm beside Wel,z fy = 85 kNm: λ = 0.92.
+TEST(Families, LateralBucklingAboutTheStrongerAxisIsNeverPassedOver)
+{
+    const auto reason = [](const Checked& checked) {
+        for (const Design::RuleFinding& f : checked.findings.rules)
+            if (f.status == Design::CheckStatus::NotEvaluated && f.topic == Design::Topic::LateralTorsional)
+                return std::wstring(f.reason).substr(0, 46);
+        return std::wstring();
+    };
+    auto across = Column(8.0, 0.0, 0.0, 80e3);
+    across.subSpans[0].SetForcesAll({0, 0, 0}, {0, 0, 0});
+    across.subSpans[0].SetMomentsAll({0, 0, 80e3}, {0, 0, 80e3});
+    const Checked tee(across, L"T 152x305x49", L"S355");
+    EXPECT_FALSE(tee.passed);
+    EXPECT_EQ(tee.findings.status, Design::Status::NotChecked);
+    EXPECT_EQ(reason(tee), L"the section is stiffer about z-z than about y-");
+    // The same tube fails upright, where the rule is evaluated.
+    auto tube = Column(25.0, 0.0, 0.0, 80e3);
+    tube.subSpans[0].SetForcesAll({0, 0, 0}, {0, 0, 0});
+    tube.subSpans[0].SetMomentsAll({0, 0, 80e3}, {0, 0, 80e3});
+    EXPECT_FALSE(Checked(tube, L"BOX 100x300x5x5", L"S275").passed);
+    tube.subSpans[0].SetMomentsAll({0, 80e3, 0}, {0, 80e3, 0});
+    EXPECT_EQ(Checked(tube, L"BOX 300x100x5x5", L"S275").findings.status, Design::Status::Failed);
+    // A stocky length, and one that is held all along, lose nothing; nor do sections that are stiffer about y-y.
+    across = Column(1.5, 0.0, 0.0, 20e3);
+    EXPECT_EQ(reason(Checked(across, L"T 152x305x49", L"S355")), L"");
+    EXPECT_TRUE(Checked(across, L"T 152x305x49", L"S355").passed);
+    across = Column(8.0, 0.0, 0.0, 10e3);
+    EXPECT_EQ(reason(Checked(across, L"UB 457x191x67", L"S355")), L"");
+}
+
+// Rounding of the area lost on both sides of an axis of symmetry is no shift of the centroid: Cmy of opposite end moments stays 0.4.
+TEST(Families, DoublySymmetricSectionsOfClass4HaveNoShift)
+{
+    DesignTest::Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddPoint(m, 4.0, L"Pinned");
+    AddSubSpan(m, 0.0, 0.0, 0.0, 0.0);
+    m.subSpans[0].SetForcesAll({-2000e3, 0, -175e3}, {-2000e3, 0, -175e3});
+    m.subSpans[0].SetMomentsAll({0, 350e3, 0}, {0, -350e3, 0});
+    const Checked checked(m, L"UBP 356x368x109", L"S355");
+    EXPECT_NEAR(checked.Largest(), 1.059, 0.005);
+    for (const wchar_t* name : {L"UBP 356x368x109", L"I 800x300x6x12", L"I 1200x400x8x14"}) {
+        const Section s = SectionOf(name, SEC_WELDED);
+        EXPECT_EQ(MakeEffective(s, StrengthOf(355.0)).eNy, 0.0);
+    }
+}
+
+// Table 6.2: angles buckle by curve b in every grade. Nb,v of L 25x25x4 in S460, 0.57 m: 22.26 kN.
+TEST(Families, AnglesOfS460BuckleByCurveB)
+{
+    const Checked checked(Column(0.57, 23e3, 0.0, 0.0), L"L 25x25x4", L"S460");
+    EXPECT_NEAR(checked.Largest(), 1.033, 0.003);
+}

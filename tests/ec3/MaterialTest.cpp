@@ -65,7 +65,13 @@ TEST(Material, HasTheStrengthsOfTable31WhereTheyAreRecommended)
             {L"S355", 40, false, ROLLED, 355, 490},
             {L"S355", 41, false, ROLLED, 335, 470},
             {L"S355", 81, false, ROLLED, 0, 0},
-            {L"S460", 41, false, ROLLED, 430, 530}},
+            {L"S460", 41, false, ROLLED, 430, 530},
+            // Hollow sections, EN 10210-1 and the lower qualities of EN 10219-1.
+            {L"S235", 40, true, ROLLED, 235, 360},
+            {L"S235", 41, true, ROLLED, 215, 340},
+            {L"S420", 10, true, Fabrication::Formed, 420, 500},
+            {L"S420", 10, false, ROLLED, 420, 520},
+            {L"S460", 10, true, Fabrication::Formed, 460, 530}},
            RecommendedAnnex());
 }
 

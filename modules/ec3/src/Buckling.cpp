@@ -141,7 +141,7 @@ AxisCurves CompressionCurves(const SectionProperties& section, Grade grade)
     case Shape::CHS:
         return HollowCurves(section, isS460);
     case Shape::Angle:
-        return isS460 ? AxisCurves{Curve::A, Curve::A} : AxisCurves{Curve::B, Curve::B};
+        return {Curve::B, Curve::B};
     case Shape::Channel:
     case Shape::Tee:
         break;

@@ -49,6 +49,21 @@ double ReductionOutstand(double slenderness)
 
 namespace {
 
+double Slenderness(const Plate& plate, const Strength& m, double k)
+{
+    return plate.Ratio() / (28.4 * m.epsilon * std::sqrt(k));
+}
+
+} // namespace
+
+double UniformReduction(const Plate& plate, const Strength& m)
+{
+    if (plate.kind == PlateKind::Internal) return ReductionInternal(Slenderness(plate, m, 4.0), 1.0);
+    return ReductionOutstand(Slenderness(plate, m, 0.43));
+}
+
+namespace {
+
 constexpr const wchar_t* TUBE = L"a circular hollow section of class 4 is for EN 1993-1-6";
 constexpr const wchar_t* UNEQUAL_ANGLE =
     L"bending of an unequal angle of class 4: its effective legs turn the principal axes";
@@ -76,17 +91,6 @@ private:
     double m_S;
     double m_I;
 };
-
-double Slenderness(const Plate& plate, const Strength& m, double k)
-{
-    return plate.Ratio() / (28.4 * m.epsilon * std::sqrt(k));
-}
-
-double UniformReduction(const Plate& plate, const Strength& m)
-{
-    if (plate.kind == PlateKind::Internal) return ReductionInternal(Slenderness(plate, m, 4.0), 1.0);
-    return ReductionOutstand(Slenderness(plate, m, 0.43));
-}
 
 // A plate along the gradient of stress: internal, or an outstand whose tip or whose root is its more compressed edge.
 struct SidePlate {
@@ -230,8 +234,13 @@ void SetCompression(const Section& s, const Strength& m, EffectiveSection& e)
         Sz -= area * z;
         Sy -= area * y;
     }
-    if (s.shape != Shape::RHS) e.eNy = std::abs(Sz / e.Aeff);
-    if (s.shape == Shape::Channel) e.eNz = std::abs(Sy / e.Aeff);
+    // What rounding leaves about an axis of symmetry is no shift.
+    const auto shift = [&](double moment) {
+        const double offset = std::abs(moment / e.Aeff);
+        return offset > 1e-9 * s.h ? offset : 0.0;
+    };
+    if (s.shape != Shape::RHS) e.eNy = shift(Sz);
+    if (s.shape == Shape::Channel) e.eNz = shift(Sy);
 }
 
 // Legs lose their tips as in uniform compression, in bending too: there at least as much is effective. Of equal legs u-u stays the

@@ -227,9 +227,9 @@ void MemberCheck::SetStrutTerms(Combination& c) const
         double slenderness = 0.0;
         const double twist = LeastTwist(c, slenderness);
         const auto take = [&](double& NbRd, double& lambda) {
-            if (!(twist < NbRd)) return;
+            if (!(twist < NbRd) && !(slenderness > lambda)) return;
             c.twists = true;
-            NbRd = twist;
+            NbRd = std::min(NbRd, twist);
             lambda = std::max(lambda, slenderness);
         };
         if (ShearCentreOf(m_in.section).alongMajor != 0.0) take(c.NyRd, i.lambdaY);
@@ -287,6 +287,7 @@ void MemberCheck::CheckBuckling()
         if (!span.held) span.moments = MomentsOver(span.start, span.end);
         RecordLateral(span);
     }
+    RecordLateralAcross();
     FindCombinations();
     RecordCombinations();
 }

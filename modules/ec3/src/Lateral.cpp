@@ -437,6 +437,10 @@ void MemberCheck::RecordLateral(const LateralSpan& span)
         if (m_in.lengthOverride || IsAngle())
             AddStep(f, L"Mcr", Quantity::Moment, span.Mcr, L"6.3.2.2(2)",
                     L"of a uniform moment, (Pz β/2) + ((Pz β/2)² + Pz (G It + π² E Iw/L²))^0.5, Pz = π² E Iz/L²");
+        else if (m_in.options.mcr == CriticalMoment::C1)
+            AddStep(f, L"Mcr", Quantity::Moment, span.Mcr, L"6.3.2.2(2)",
+                    L"C1 (Pz (G It + π² E Iw/L²))^0.5, Pz = π² E Iz/L², C1 %s, L = %s", span.C1Source,
+                    m_in.format.Length(span.end - span.start));
         else
             AddStep(f, L"Mcr", Quantity::Moment, span.Mcr, L"6.3.2.2(2)", L"λcr MEd less the estimated error: %s * %s",
                     m_in.format.NoDim(span.lambda), m_in.format.Moment(span.M));

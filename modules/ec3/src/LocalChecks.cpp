@@ -263,7 +263,8 @@ void MemberCheck::RecordShearBending(bool across)
         AddStep(f, L"η3", Quantity::None, r.eta3, L"7.1(1)", L"VEd/Vbw,Rd = %s/%s", m_in.format.Force(V),
                 m_in.format.Force(across ? *m_check->vbwAcross.value : *m_check->vbw.value));
         AddStep(f, L"Mf,Rd", Quantity::Moment, r.MfRd, L"5.4", L"of the flanges alone");
-        AddStep(f, L"Mpl,Rd", Quantity::Moment, r.MplRd, L"7.1(1)", L"of the whole section, whatever its class");
+        AddStep(f, L"Mpl,Rd", Quantity::Moment, r.MplRd, L"7.1(1)",
+                L"of the effective flanges and the whole web, whatever its class");
         AddStep(f, L"left side", Quantity::None, r.utilisation, L"(7.1)",
                 L"MEd/Mpl,Rd + (1 - Mf,Rd/Mpl,Rd)(2 η3 - 1)²");
     }

@@ -55,6 +55,10 @@ constexpr std::array<Row, 2> T31_S420_FY{{{40, 420}, {80, 390}}};
 constexpr std::array<Row, 2> T31_S420_FU{{{40, 520}, {80, 500}}};
 constexpr std::array<Row, 2> T31_S460_FY{{{40, 460}, {80, 430}}};
 constexpr std::array<Row, 2> T31_S460_FU{{{40, 540}, {80, 530}}};
+// Its part for EN 10210-1 and EN 10219-1, where that gives less; cold formed to 40 mm.
+constexpr std::array<Row, 2> T31_S235H_FU{{{40, 360}, {80, 340}}};
+constexpr std::array<Row, 1> T31_S420H_COLD_FU{{{40, 500}}};
+constexpr std::array<Row, 1> T31_S460H_COLD_FU{{{40, 530}}};
 
 // Walls to which the standards of hollow sections go, mm.
 constexpr double MOST_COLD_FORMED = 40.0;
@@ -78,19 +82,19 @@ Strengths ProductRows(Grade grade, bool hollow)
     }
 }
 
-Strengths TableRows(Grade grade)
+Strengths TableRows(Grade grade, bool hollow, bool cold)
 {
     switch (grade) {
     case Grade::S235:
-        return {T31_S235_FY, T31_S235_FU};
+        return hollow ? Strengths{T31_S235_FY, T31_S235H_FU} : Strengths{T31_S235_FY, T31_S235_FU};
     case Grade::S275:
         return {T31_S275_FY, T31_S275_FU};
     case Grade::S355:
         return {T31_S355_FY, T31_S355_FU};
     case Grade::S420:
-        return {T31_S420_FY, T31_S420_FU};
+        return cold ? Strengths{T31_S420_FY, T31_S420H_COLD_FU} : Strengths{T31_S420_FY, T31_S420_FU};
     case Grade::S460:
-        return {T31_S460_FY, T31_S460_FU};
+        return cold ? Strengths{T31_S460_FY, T31_S460H_COLD_FU} : Strengths{T31_S460_FY, T31_S460_FU};
     default:
         return {};
     }
@@ -171,7 +175,9 @@ Material MakeMaterial(const CSteelGrade& grade, double thickest, bool hollow, Fa
         return m;
     }
     const bool tubular = hollow && fabrication != Fabrication::Welded;
-    const Strengths rows = annex.strengths == StrengthSource::Table31 ? TableRows(which) : ProductRows(which, tubular);
+    const Strengths rows = annex.strengths == StrengthSource::Table31
+                               ? TableRows(which, tubular, tubular && fabrication == Fabrication::Formed)
+                               : ProductRows(which, tubular);
     const double most = !tubular                             ? std::numeric_limits<double>::infinity()
                         : fabrication == Fabrication::Formed ? MOST_COLD_FORMED
                                                              : MOST_HOT_FINISHED;

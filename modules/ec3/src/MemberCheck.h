@@ -264,6 +264,7 @@ private:
     void CheckLateral(LateralSpan& span) const;
     void WarnOfCurveFactor(const LateralSpan& span);
     void RecordLateral(const LateralSpan& span);
+    void RecordLateralAcross();
     bool HasLoadHeight(double from, double to) const;
     std::vector<Steel::CMemberPoint>::const_iterator FirstPointFrom(double x) const;
 

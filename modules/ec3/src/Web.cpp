@@ -7,6 +7,8 @@
 #include <limits>
 #include <utility>
 
+#include "keltrix/ec3/Classification.h"
+
 namespace Keltrix::EC3 {
 
 namespace {
@@ -32,6 +34,21 @@ double FlangeWidth(const Section& s, const Strength& m, bool first)
     if (s.shape == Shape::RHS) return std::min(b, 2.0 * (each + s.tw));
     if (s.shape == Shape::Channel) return std::min(b, each + s.tw);
     return std::min(b, 2.0 * each + s.tw);
+}
+
+// Area that a flange of class 4 loses where it is compressed.
+double LostArea(const Section& s, const Strength& m, PlatePlace place)
+{
+    const Plate* const flange = s.Find(place);
+    return flange ? (1.0 - UniformReduction(*flange, m)) * flange->c * flange->t * flange->count : 0.0;
+}
+
+// Area of a flange that counts beside a fully effective web.
+double FlangeArea(const Section& s, const Strength& m, bool first)
+{
+    const double gross = first ? s.b * s.tf : s.b2 * s.tf2;
+    const double left = gross - LostArea(s, m, first ? PlatePlace::Flange1 : PlatePlace::Flange2);
+    return std::min(left, FlangeWidth(s, m, first) * (first ? s.tf : s.tf2));
 }
 
 bool FirstFlangeIsWeaker(const Section& s, const Strength& m)
@@ -66,6 +83,12 @@ Section TurnedSection(const Section& s)
     std::swap(t.Wply, t.Wplz);
     std::swap(t.Wely, t.Welz);
     std::swap(t.iy, t.iz);
+    for (Plate& plate : t.plates) {
+        const bool isWeb = plate.place == PlatePlace::Web;
+        const Plate& other = *s.Find(isWeb ? PlatePlace::Flange1 : PlatePlace::Web);
+        plate.c = other.c;
+        plate.t = other.t;
+    }
     return t;
 }
 
@@ -94,8 +117,8 @@ Resistance MfRd(const Section& s, const Strength& m, double NEd)
 {
     constexpr const wchar_t* clause = L"EN 1993-1-5 5.4";
     if (!HasPanels(s)) return {std::nullopt, clause, NO_WEB};
-    const double first = FlangeWidth(s, m, true) * s.tf;
-    const double second = FlangeWidth(s, m, false) * s.tf2;
+    const double first = FlangeArea(s, m, true);
+    const double second = FlangeArea(s, m, false);
     const double lever = s.h - 0.5 * (s.tf + s.tf2);
     const double axial = std::abs(NEd) / ((first + second) * m.fy / m.gammaM0);
     return {std::max(0.0, 1.0 - axial) * std::min(first, second) * lever * m.fy / m.gammaM0, clause, nullptr};
@@ -120,13 +143,31 @@ Resistance VbRd(const Section& s, const Strength& m, const WebPanel& panel, doub
 
 namespace {
 
-// Mpl,Rd of the whole section, whatever its class, with an axial force: by 6.2.9.1(5) for equal flanges, else in proportion.
+// Plastic modulus of the webs between flanges of given areas.
+double PlasticModulus(const Section& s, double first, double second)
+{
+    const double t = s.webs * s.tw;
+    const double below = std::clamp((first - second + t * s.hw) / (2.0 * t), 0.0, s.hw); // of the plastic neutral axis
+    const double above = s.hw - below;
+    return first * (above + 0.5 * s.tf) + second * (below + 0.5 * s.tf2) + 0.5 * t * (below * below + above * above);
+}
+
+// Mpl,Rd of EN 1993-1-5 7.1(1), of the effective area of the flanges and the whole web, whatever its class, with an axial force: by 6.2.9.1(5) for
+// equal flanges, else in proportion. The flange counts as compressed with which it is the smaller one; beside an axial force both.
 double PlasticMoment(const Section& s, const Strength& m, double NEd)
 {
-    const double n = std::min(1.0, std::abs(NEd) / (s.A * m.fy / m.gammaM0));
-    const double Mpl = s.Wply * m.fy / m.gammaM0;
+    const double lost = LostArea(s, m, PlatePlace::Flange1);
+    const double lost2 = LostArea(s, m, PlatePlace::Flange2);
+    const double first = s.b * s.tf;
+    const double second = s.b2 * s.tf2;
+    const double left =
+        NEd != 0.0 ? PlasticModulus(s, first - lost, second - lost2)
+                   : std::min(PlasticModulus(s, first - lost, second), PlasticModulus(s, first, second - lost2));
+    const double A = s.A - lost - lost2;
+    const double n = std::min(1.0, std::abs(NEd) / (A * m.fy / m.gammaM0));
+    const double Mpl = (s.Wply - (PlasticModulus(s, first, second) - left)) * m.fy / m.gammaM0;
     if (s.shape != Shape::I) return (1.0 - n) * Mpl;
-    const double a = std::min(0.5, (s.A - 2.0 * s.b * s.tf) / s.A);
+    const double a = std::min(0.5, (A - 2.0 * (first - lost)) / A);
     return std::min(1.0, (1.0 - n) / (1.0 - 0.5 * a)) * Mpl;
 }
 

@@ -86,5 +86,7 @@ KELTRIX_EC3_API double BucklingFactorRoot(double psi);
 /// EN 1993-1-5 (4.2), (4.3): share of the compressed width that is effective.
 KELTRIX_EC3_API double ReductionInternal(double slenderness, double psi);
 KELTRIX_EC3_API double ReductionOutstand(double slenderness);
+/// The same of a plate under uniform compression; 1 up to class 3.
+double UniformReduction(const Plate& plate, const Strength& strength);
 
 } // namespace Keltrix::EC3

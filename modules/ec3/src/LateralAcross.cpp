@@ -1,0 +1,57 @@
+// Bending about z-z of sections that are stiffer about z-z than about y-y: 6.3.2.1(1) has the axis of the larger stiffness in mind, whatever the
+// axes are called.
+
+#include <cmath>
+#include <numbers>
+
+#include "MemberCheck.h"
+#include "keltrix/design/Segments.h"
+#include "keltrix/ec3/Buckling.h"
+
+namespace Keltrix::EC3 {
+
+namespace {
+
+// Under a uniform moment about z-z between forks. The section moves along its web then.
+double MomentAcross(const Section& s, double E, double G, double L)
+{
+    const double k2 = std::numbers::pi * std::numbers::pi / (L * L);
+    return std::sqrt(FlexuralNcr(E, s.Iy, L) * (G * s.It + k2 * E * s.Iw));
+}
+
+} // namespace
+
+// Lateral-torsional buckling is evaluated about y-y alone. About z-z nothing is lost up to the slenderness of 6.3.2.2(4), found for a uniform
+// moment, which is safe; beyond it the length stays open.
+void MemberCheck::RecordLateralAcross()
+{
+    const Section& s = m_in.section;
+    if (IsAngle() || !(s.Iz > s.Iy * (1.0 + 1e-9))) return;
+    const auto isHeld = [this](const auto& part) {
+        const Steel::CRestraint restraint = part.GetRestraint();
+        return IsHeld(BucklingMode::Major, restraint) && IsHeld(BucklingMode::Torsion, restraint);
+    };
+    const auto pointHeld = [&](int i) { return isHeld(m_in.points[static_cast<std::size_t>(i)]); };
+    const auto subHeld = [&](int k) { return isHeld(m_in.subSpans[static_cast<std::size_t>(k)]); };
+    const int last = static_cast<int>(m_in.points.size()) - 1;
+    const double plateau = (s.IsWelded() ? m_in.annex->welded : m_in.annex->rolled).lambda0;
+    for (const auto& [left, right] : Design::Segments(last + 1, pointHeld, subHeld)) {
+        Design::RuleFinding f =
+            FindingOf(Rule::Lateral, Design::CheckStatus::NotEvaluated,
+                      L"the section is stiffer about z-z than about y-y, and lateral-torsional buckling under "
+                      L"moments about z-z is not evaluated");
+        f.start = m_in.points[static_cast<std::size_t>(left)].GetPos();
+        f.end = m_in.points[static_cast<std::size_t>(right)].GetPos();
+        const double M = MomentsOver(f.start, f.end).Mz;
+        if (subHeld(left) || !(M > 0.0)) continue;
+        const bool isFork = (left > 0 || pointHeld(left)) && (right < last || pointHeld(right));
+        const double Mcr = isFork ? MomentAcross(s, m_in.material.E, m_in.material.G, f.end - f.start) : 0.0;
+        const double slenderness2 = m_class.Wz * m_in.material.fy / Mcr;
+        const bool isStocky = slenderness2 <= plateau * plateau || M <= plateau * plateau * Mcr;
+        if (m_class.Wz > 0.0 && isStocky) continue;
+        if (isFork) f.slenderness = std::sqrt(slenderness2);
+        Add(f);
+    }
+}
+
+} // namespace Keltrix::EC3
