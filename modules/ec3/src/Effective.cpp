@@ -56,10 +56,10 @@ double Slenderness(const Plate& plate, const Strength& m, double k)
 
 } // namespace
 
-double UniformReduction(const Plate& plate, const Strength& m)
+double UniformReduction(const Plate& plate, const Strength& strength)
 {
-    if (plate.kind == PlateKind::Internal) return ReductionInternal(Slenderness(plate, m, 4.0), 1.0);
-    return ReductionOutstand(Slenderness(plate, m, 0.43));
+    if (plate.kind == PlateKind::Internal) return ReductionInternal(Slenderness(plate, strength, 4.0), 1.0);
+    return ReductionOutstand(Slenderness(plate, strength, 0.43));
 }
 
 namespace {
