@@ -53,22 +53,6 @@ constexpr FlagWord FLAG_WORDS[] = {
     {CMemberResult::INFO_MEMBER_SLENDER, "INFO MEMBER SLENDER"},
 };
 
-const char* QuantityWord(Design::Quantity quantity)
-{
-    switch (quantity) {
-    case Design::Quantity::Force:
-        return "force";
-    case Design::Quantity::Moment:
-        return "moment";
-    case Design::Quantity::Stress:
-        return "stress";
-    case Design::Quantity::Length:
-        return "length";
-    default:
-        return "";
-    }
-}
-
 Json OrNull(double value) { return std::isnan(value) ? Json() : Json(value); }
 
 Json EntryJson(const RuleFinding& entry)
@@ -176,6 +160,22 @@ Json ResistancesByName(const Design::MemberFindings& findings)
 }
 
 } // namespace
+
+const char* QuantityWord(Design::Quantity quantity)
+{
+    switch (quantity) {
+    case Design::Quantity::Force:
+        return "force";
+    case Design::Quantity::Moment:
+        return "moment";
+    case Design::Quantity::Stress:
+        return "stress";
+    case Design::Quantity::Length:
+        return "length";
+    default:
+        return "";
+    }
+}
 
 std::string CheckedMember::Section() const { return Utf8(member->GetKeltrixSec().Component(0).Description(true)); }
 

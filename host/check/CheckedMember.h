@@ -101,6 +101,9 @@ std::string StatusText(bool passed, bool failed);
 /// The words of the flags of a result.
 std::vector<std::string> FlagWords(int flags);
 
+/// "force", "moment", "stress", "length"; empty for a number.
+const char* QuantityWord(Design::Quantity quantity);
+
 /// Rule and clause of a finding: "moment capacity, major axis (4.2.5)".
 std::string DescribeRule(const Design::RuleFinding& entry);
 /// Its place: "at 3 m", "0 m to 3 m", or empty where it is of the member as a whole.

@@ -45,27 +45,11 @@ py::list DiagnosticsOf(const std::vector<Diagnostic>& diagnostics)
     return made;
 }
 
-const char* QuantityWord(Design::Quantity quantity)
-{
-    switch (quantity) {
-    case Design::Quantity::Force:
-        return "force";
-    case Design::Quantity::Moment:
-        return "moment";
-    case Design::Quantity::Stress:
-        return "stress";
-    case Design::Quantity::Length:
-        return "length";
-    default:
-        return "";
-    }
-}
-
 py::tuple StepsOf(const Design::RuleFinding& finding)
 {
     py::list steps;
     for (const Design::Step& step : finding.steps)
-        steps.append(py::make_tuple(TextOf(step.symbol), QuantityWord(step.quantity), OrNone(step.value),
+        steps.append(py::make_tuple(TextOf(step.symbol), Host::QuantityWord(step.quantity), OrNone(step.value),
                                     TextOf(step.formula.GetString()), TextOf(step.clause)));
     return py::tuple(steps);
 }
@@ -84,7 +68,7 @@ py::dict FindingOf(const Design::RuleFinding& finding, double demand, const std:
     made["demand"] = OrNone(demand);
     made["resistance"] = OrNone(finding.resistance);
     made["symbol"] = TextOf(finding.symbol);
-    made["quantity"] = QuantityWord(finding.quantity);
+    made["quantity"] = Host::QuantityWord(finding.quantity);
     made["slenderness"] = OrNone(finding.slenderness);
     made["governing"] = finding.governing;
     made["combination"] = TextOf(combination);

@@ -8,8 +8,7 @@
 
 namespace Keltrix::EC3 {
 
-// Lengths between sections that are held along both legs and in twist. The moment counts as uniform, whatever its course, which is safe.
-void MemberCheck::FindOfAngle()
+std::vector<ForkLength> MemberCheck::FindForkLengths() const
 {
     const auto isHeld = [this](const auto& part) {
         const Steel::CRestraint restraint = part.GetRestraint();
@@ -18,16 +17,28 @@ void MemberCheck::FindOfAngle()
     const auto pointHeld = [&](int i) { return isHeld(m_in.points[static_cast<std::size_t>(i)]); };
     const auto subHeld = [&](int k) { return isHeld(m_in.subSpans[static_cast<std::size_t>(k)]); };
     const int last = static_cast<int>(m_in.points.size()) - 1;
-    for (const auto& [left, right] : Design::Segments(last + 1, pointHeld, subHeld)) {
+    const auto segments = Design::Segments(last + 1, pointHeld, subHeld);
+    std::vector<ForkLength> lengths;
+    lengths.reserve(segments.size());
+    for (const auto& [left, right] : segments)
+        lengths.push_back({m_in.points[static_cast<std::size_t>(left)].GetPos(),
+                           m_in.points[static_cast<std::size_t>(right)].GetPos(), subHeld(left),
+                           (left > 0 || pointHeld(left)) && (right < last || pointHeld(right))});
+    return lengths;
+}
+
+// Lengths between sections that are held along both legs and in twist. The moment counts as uniform, whatever its course, which is safe.
+void MemberCheck::FindOfAngle()
+{
+    for (const ForkLength& length : FindForkLengths()) {
         LateralSpan span;
-        span.start = m_in.points[static_cast<std::size_t>(left)].GetPos();
-        span.end = m_in.points[static_cast<std::size_t>(right)].GetPos();
-        span.held = subHeld(left);
+        span.start = length.start;
+        span.end = length.end;
+        span.held = length.held;
         span.M = MomentsOver(span.start, span.end).My;
         span.C1Source = L"the moment of an angle counts as uniform";
         span.lambda = span.Mcr = NEVER;
-        const bool isFork = (left > 0 || pointHeld(left)) && (right < last || pointHeld(right));
-        if (!span.held && !isFork)
+        if (!span.held && !length.isFork)
             span.open =
                 L"an end is not held along both legs and in twist, and the closed form of Mcr of an angle is for "
                 L"lengths between such ends";

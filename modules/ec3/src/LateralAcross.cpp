@@ -5,7 +5,6 @@
 #include <numbers>
 
 #include "MemberCheck.h"
-#include "keltrix/design/Segments.h"
 #include "keltrix/ec3/Buckling.h"
 
 namespace Keltrix::EC3 {
@@ -27,29 +26,21 @@ void MemberCheck::RecordLateralAcross()
 {
     const Section& s = m_in.section;
     if (IsAngle() || !(s.Iz > s.Iy * (1.0 + 1e-9))) return;
-    const auto isHeld = [this](const auto& part) {
-        const Steel::CRestraint restraint = part.GetRestraint();
-        return IsHeld(BucklingMode::Major, restraint) && IsHeld(BucklingMode::Torsion, restraint);
-    };
-    const auto pointHeld = [&](int i) { return isHeld(m_in.points[static_cast<std::size_t>(i)]); };
-    const auto subHeld = [&](int k) { return isHeld(m_in.subSpans[static_cast<std::size_t>(k)]); };
-    const int last = static_cast<int>(m_in.points.size()) - 1;
     const double plateau = (s.IsWelded() ? m_in.annex->welded : m_in.annex->rolled).lambda0;
-    for (const auto& [left, right] : Design::Segments(last + 1, pointHeld, subHeld)) {
+    for (const ForkLength& length : FindForkLengths()) {
         Design::RuleFinding f =
             FindingOf(Rule::Lateral, Design::CheckStatus::NotEvaluated,
                       L"the section is stiffer about z-z than about y-y, and lateral-torsional buckling under "
                       L"moments about z-z is not evaluated");
-        f.start = m_in.points[static_cast<std::size_t>(left)].GetPos();
-        f.end = m_in.points[static_cast<std::size_t>(right)].GetPos();
+        f.start = length.start;
+        f.end = length.end;
         const double M = MomentsOver(f.start, f.end).Mz;
-        if (subHeld(left) || !(M > 0.0)) continue;
-        const bool isFork = (left > 0 || pointHeld(left)) && (right < last || pointHeld(right));
-        const double Mcr = isFork ? MomentAcross(s, m_in.material.E, m_in.material.G, f.end - f.start) : 0.0;
+        if (length.held || !(M > 0.0)) continue;
+        const double Mcr = length.isFork ? MomentAcross(s, m_in.material.E, m_in.material.G, f.end - f.start) : 0.0;
         const double slenderness2 = m_class.Wz * m_in.material.fy / Mcr;
         const bool isStocky = slenderness2 <= plateau * plateau || M <= plateau * plateau * Mcr;
         if (m_class.Wz > 0.0 && isStocky) continue;
-        if (isFork) f.slenderness = std::sqrt(slenderness2);
+        if (length.isFork) f.slenderness = std::sqrt(slenderness2);
         Add(f);
     }
 }

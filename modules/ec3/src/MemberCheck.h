@@ -72,6 +72,13 @@ struct StrutSpan {
     bool IsApplied() const { return N > 0.0; }
 };
 
+/// Length between neighbouring sections that are held along the web and in twist, or one that is held so all along.
+struct ForkLength {
+    double start = 0.0, end = 0.0;
+    bool held = false;   ///< all along
+    bool isFork = false; ///< both ends are held; an end of the member may not be
+};
+
 /// The compression flange as a strut, 6.3.2.4. Lengths in m.
 struct FlangeStrut {
     double Lc = 0.0;
@@ -265,6 +272,7 @@ private:
     void WarnOfCurveFactor(const LateralSpan& span);
     void RecordLateral(const LateralSpan& span);
     void RecordLateralAcross();
+    std::vector<ForkLength> FindForkLengths() const;
     bool HasLoadHeight(double from, double to) const;
     std::vector<Steel::CMemberPoint>::const_iterator FirstPointFrom(double x) const;
 
