@@ -442,6 +442,19 @@ TEST(Families, DoublySymmetricSectionsOfClass4HaveNoShift)
     }
 }
 
+// A stocky channel, χ = 1 for flexure (λ = 0.035) and for twist (λT = 0.148): the larger slenderness goes into kyy although the resistances are equal.
+// Table B.1 as in class 3: kyy = Cmy (1 + 0.6 λ NEd/(χy NRk/γM1)), Cmy = 0.95 under a uniform load.
+TEST(Families, ChannelsTakeTheLargerSlendernessOfEqualResistances)
+{
+    DesignTest::Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddPoint(m, 0.2, L"Pinned");
+    AddSubSpan(m, 0.0, 0.0, 0.0, 0.0);
+    m.subSpans[0].SetForcesAll({-1169.7e3, 0, -49190}, {-1169.7e3, 0, 49190});
+    const Checked checked(m, L"PFC 200x75x23", L"S420");
+    EXPECT_NEAR(checked.Value(L"kyy"), 0.95 * (1.0 + 0.6 * 0.148 * 1169.7e3 / checked.Value(L"NbyRd")), 2e-3);
+}
+
 // Table 6.2: angles buckle by curve b in every grade. Nb,v of L 25x25x4 in S460, 0.57 m: 22.26 kN.
 TEST(Families, AnglesOfS460BuckleByCurveB)
 {
