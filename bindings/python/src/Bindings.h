@@ -5,6 +5,8 @@
 
 #include <pybind11/pybind11.h>
 
+#include "keltrix/host/Host.h"
+
 // The parts of the module _keltrix. Each is a thin layer over the host library: what goes in are texts, numbers and words, what comes out are
 // plain values, arrays and JSON. The package keltrix around it is what people see.
 namespace Keltrix::Python {
@@ -17,6 +19,9 @@ py::str TextOf(const wchar_t* text);
 
 /// None for not-a-number, which says that a number is not there.
 py::object OrNone(double value);
+
+/// A diagnostic with its parts by name; None for the line where it is none.
+py::dict DiagnosticOf(const Host::Diagnostic& diagnostic);
 
 void AddSettings(py::module_& module);
 void AddSections(py::module_& module);

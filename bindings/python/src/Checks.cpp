@@ -15,14 +15,7 @@
 
 namespace Keltrix::Python {
 
-namespace {
-
-using Host::CheckedMember;
-using Host::Diagnostic;
-using Host::Outcome;
-using Host::Outcomes;
-
-py::dict DiagnosticOf(const Diagnostic& diagnostic)
+py::dict DiagnosticOf(const Host::Diagnostic& diagnostic)
 {
     py::dict made;
     made["severity"] = TextOf(diagnostic.severity);
@@ -36,6 +29,13 @@ py::dict DiagnosticOf(const Diagnostic& diagnostic)
     made["message"] = TextOf(diagnostic.message);
     return made;
 }
+
+namespace {
+
+using Host::CheckedMember;
+using Host::Diagnostic;
+using Host::Outcome;
+using Host::Outcomes;
 
 py::list DiagnosticsOf(const std::vector<Diagnostic>& diagnostics)
 {

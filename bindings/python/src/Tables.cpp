@@ -14,17 +14,8 @@ namespace {
 py::dict FindingOf(const Host::ImportFinding& finding)
 {
     const Host::Defect& defect = finding.defect;
-    py::dict made;
-    made["severity"] = Host::SeverityWord(defect.severity);
-    made["line"] = defect.line > 0 ? py::object(py::int_(defect.line)) : py::none();
-    made["code"] = TextOf(defect.code);
-    made["keyword"] = TextOf(defect.keyword);
-    made["field"] = TextOf(defect.field);
-    made["got"] = TextOf(defect.got);
-    made["expected"] = TextOf(defect.expected);
-    made["advice"] = TextOf(defect.advice);
-    made["message"] = TextOf(finding.Message());
-    return made;
+    return DiagnosticOf({Host::SeverityWord(defect.severity), defect.line, defect.code, finding.Message(),
+                         defect.keyword, defect.field, defect.got, defect.expected, defect.advice});
 }
 
 // `map` is what `ksteel import --map` takes. With errors the text is empty.
