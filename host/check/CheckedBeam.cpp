@@ -50,35 +50,58 @@ bool IsOfCouple(const Beam& beam, const MemberWarning& warning)
            });
 }
 
-// Each text once, with the combinations that have it.
+// A warning that several combinations have, in the one that shows it best.
+struct SharedWarning {
+    MemberWarning warning;
+    std::string shown; ///< combination
+    std::string last;
+    std::size_t combinations = 1;
+
+    bool HasUtilisation() const { return !std::isnan(warning.utilisation); }
+    bool IsThatOf(const MemberWarning& other) const
+    {
+        if (warning.code != other.code) return false;
+        return warning.text == other.text ||
+               (HasUtilisation() && warning.start == other.start && warning.end == other.end);
+    }
+    void Add(const MemberWarning& other, const std::string& combination)
+    {
+        combinations += last != combination;
+        last = combination;
+        if (!(other.utilisation > warning.utilisation)) return;
+        warning = other;
+        shown = combination;
+    }
+    std::string Combinations() const
+    {
+        if (combinations == 1) return " (in " + shown + ')';
+        if (HasUtilisation()) return " (in " + shown + ", the worst of " + std::to_string(combinations) + ')';
+        return " (in " + shown + " and " + std::to_string(combinations - 1) + " more)";
+    }
+};
+
+// Each text once, and each place once where the warnings have a utilisation, with the combinations that have it.
 std::vector<MemberWarning> Gathered(const Beam& beam, const std::vector<CheckedMember>& cases)
 {
-    struct Found {
-        MemberWarning warning;
-        std::string first;
-        std::size_t more = 0;
-    };
-    std::vector<Found> found;
+    std::vector<SharedWarning> found;
     for (const CheckedMember& one : cases) {
         for (const MemberWarning& warning : one.warnings) {
             if (IsOfTheBeam(warning.code) || warning.code == "small-forces") continue; // the file has kN
             if (IsOfCouple(beam, warning)) continue;
-            const auto at = std::find_if(found.begin(), found.end(), [&](const Found& known) {
-                return known.warning.text == warning.text && known.warning.code == warning.code;
-            });
+            const auto at = std::find_if(found.begin(), found.end(),
+                                         [&](const SharedWarning& known) { return known.IsThatOf(warning); });
             if (at == found.end())
-                found.push_back({warning, one.caseName, 0});
+                found.push_back({warning, one.caseName, one.caseName});
             else
-                at->more += at->first != one.caseName;
+                at->Add(warning, one.caseName);
         }
     }
     std::vector<MemberWarning> warnings;
-    for (Found& one : found) {
+    warnings.reserve(found.size());
+    for (SharedWarning& one : found) {
         one.warning.file = beam.file.name;
         one.warning.line = 1;
-        one.warning.text += " (in " + one.first;
-        if (one.more > 0) one.warning.text += " and " + std::to_string(one.more) + " more";
-        one.warning.text += ')';
+        one.warning.text += one.Combinations();
         warnings.push_back(std::move(one.warning));
     }
     return warnings;

@@ -247,7 +247,8 @@ void TakeWarnings(const MemberFile& file, std::size_t i, CheckedMember& checked)
         if (warning.kind == Design::WarningKind::CurveFactor) code = "curve-factor";
         if (warning.kind == Design::WarningKind::HeldAlong) code = "held-along";
         if (file.IsStrict()) throw file.Refusal(i, "TITLE", code, Utf8(warning.text), {});
-        checked.warnings.push_back({code, Severity::Warning, checked.file, checked.line, Utf8(warning.text)});
+        checked.warnings.push_back({code, Severity::Warning, checked.file, checked.line, Utf8(warning.text),
+                                    warning.start, warning.end, warning.utilisation});
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,10 @@ struct MemberWarning {
     std::string file;
     LineNumber line = 0; ///< that it speaks of
     std::string text;
+    /// Design::Warning's stretch and utilisation; not-a-number where it has none.
+    double start = std::numeric_limits<double>::quiet_NaN();
+    double end = std::numeric_limits<double>::quiet_NaN();
+    double utilisation = std::numeric_limits<double>::quiet_NaN();
 
     /// "floor.csv:14: warning: MEMBERPOINT: " and so on.
     std::string Message() const;

@@ -299,6 +299,40 @@ RuleFinding FindingOf(int rule, CheckStatus status, double utilisation, double a
     return finding;
 }
 
+// Two spans, the top flange held all along, braces at the bottom flange 2 m from the support: C1 is large in the spans, in several combinations with
+// other figures each.
+TEST(BeamCheck, AWarningWithAUtilisationStandsOnceForEachPlaceInItsWorstCombination)
+{
+    const std::string text =
+        "section = \"UB 533x210x101\"\ngrade = \"S275\"\nspans = [8.0, 8.0]\ncombinations = \"bs5950\"\n"
+        "[[restraint]]\nfrom = 0\nto = 16\nholds = \"Top flange lateral\"\n"
+        "[[restraint]]\nat = [6.0, 10.0]\nholds = \"Bottom flange lateral\"\n"
+        "[[load]]\ncase = \"Dead\"\nkind = \"permanent\"\nudl = 10.0\n"
+        "[[load]]\ncase = \"Imposed\"\nkind = \"imposed\"\nudl = 20.0\n";
+    const CodeChoice ec3 = ChooseCode("ec3", "", {});
+    const Beam beam = ReadBeam("beam.toml", text, {}, ec3);
+    ASSERT_FALSE(beam.made.HasErrors()) << Messages(beam);
+    const auto isCurve = [](const MemberWarning& w) { return w.code == "curve-factor"; };
+    std::map<double, double> worst;
+    std::size_t all = 0;
+    for (std::size_t i = 0; i < beam.members.size(); ++i)
+        for (const MemberWarning& w : CheckMember(beam.members[i], 0, ec3, false).warnings) {
+            if (!isCurve(w)) continue;
+            ++all;
+            worst[w.start] = std::max(worst[w.start], w.utilisation);
+        }
+    ASSERT_GT(all, worst.size());
+    const CheckedMember checked = CheckBeam(beam, ec3, false);
+    std::size_t shown = 0;
+    for (const MemberWarning& w : checked.warnings) {
+        if (!isCurve(w)) continue;
+        ++shown;
+        EXPECT_EQ(w.utilisation, worst.at(w.start));
+        EXPECT_THAT(w.text, HasSubstr(", the worst of "));
+    }
+    EXPECT_EQ(shown, worst.size());
+}
+
 // Of each rule at each place the worst: not-a-number before a failure without a number before any utilisation; what was not evaluated in one
 // case stays beside what was in another; what applies in one case applies.
 TEST(BeamCheck, EnvelopeKeepsTheWorstOfEachRuleAtEachPlace)

@@ -421,6 +421,124 @@ TEST(ElasticLateral, SectionsThatTheTablesExempt)
     }
 }
 
+namespace {
+
+/// The entry of moments about the stiffer y-y axis.
+LedgerEntry AcrossEntry(const Checked& c, Rule rule = Rule::LateralTorsional)
+{
+    for (const LedgerEntry& e : c.member.Checks().Entries())
+        if (e.rule == rule && std::wstring(e.reason).find(L"y-y, the stiffer axis") != std::wstring::npos) return e;
+    return {};
+}
+
+} // namespace
+
+// A box that lies flat under moments about y-y is the same box upright under moments about x-x, loads at its upper edge.
+TEST(ElasticLateral, ABoxLyingFlatIsTheBoxUpright)
+{
+    constexpr unsigned SEED = 5950281;
+    std::mt19937 random(SEED);
+    const auto real = [&](double a, double b) { return std::uniform_real_distribution<double>(a, b)(random); };
+    const int cases = RandomCases(300);
+    int reduced = 0;
+    Case box;
+    box.type = SEC_WELDED;
+    for (int i = 0; i < cases; ++i) {
+        const int deep = static_cast<int>(real(200, 600));
+        const int wide = static_cast<int>(deep * real(0.15, 0.8));
+        const double t = real(4.0, 16.0);
+        wchar_t upright[80], flat[80];
+        std::swprintf(upright, 80, L"BOX %dx%dx%.1fx%.1f", deep, wide, t, t);
+        std::swprintf(flat, 80, L"BOX %dx%dx%.1fx%.1f", wide, deep, t, t);
+        const double L = real(2.0, 40.0);
+        const double left = real(-60e3, 60e3);
+        const double right = real(-60e3, 60e3);
+        const double w = i % 3 == 0 ? 0.0 : real(-3e3, 3e3);
+        const auto shear = [=](double x) { return (right - left) / L + w * (x - 0.5 * L); };
+        const auto moment = [=](double x) { return left + (right - left) * x / L - 0.5 * w * x * (L - x); };
+        Case standing = box;
+        Case lying = box;
+        standing.section = upright;
+        lying.section = flat;
+        standing.points.back().first = L;
+        lying.points.back().first = L;
+        standing.force = [=](double x) { return Vector(0.0, 0.0, shear(x)); };
+        standing.moment = [=](double x) { return Vector(0.0, moment(x), 0.0); };
+        lying.force = [=](double x) { return Vector(0.0, -shear(x), 0.0); };
+        lying.moment = [=](double x) { return Vector(0.0, 0.0, moment(x)); };
+        Checked x(standing, false);
+        Checked y(lying, false);
+        std::vector<CSubSpan> loaded = x.member.GetSubSpanVec();
+        CRestraint along = loaded[0].GetRestraint();
+        along.SetLoadHeight(std::copysign(0.5e-3 * deep, w));
+        loaded[0].SetRestraint(along);
+        x.member.SetSubSpanVec(loaded);
+        x.member.SetOptions(Elastic());
+        x.Check();
+        y.Check();
+        const LedgerEntry& a = x.Entry(Rule::LateralTorsional);
+        const LedgerEntry b = AcrossEntry(y);
+        ASSERT_GT(b.resistance, 0.0) << i << " seed " << SEED;
+        EXPECT_NEAR(b.resistance, a.resistance, 2e-3 * a.resistance)
+            << i << " seed " << SEED << " " << deep << "x" << wide << "x" << t << " L " << L << " w " << w;
+        EXPECT_NEAR(b.utilisation, a.utilisation, 2e-3 * a.utilisation);
+        reduced += b.resistance < 0.95 * y.member.Results().Resistances().Mcy;
+    }
+    EXPECT_GT(reduced, cases / 10);
+}
+
+// B.2.8 b: a wide T, Mcr = π/L (E Ix G J)^0.5 with the warping constant of the T. Hand: T 152x305x49 of 8 m has λLT by λLT² = π² E Wy/Mcr.
+TEST(ElasticLateral, WideTeesBucklingAlongTheirStem)
+{
+    Case given;
+    given.section = L"T 152x305x49";
+    given.grade = L"S355";
+    given.points = {{0.0, L"Pinned"}, {8.0, L"Pinned"}};
+    EndMoments(given, 8.0, 0.0, 0.0, 0.0, 40e3, 40e3);
+    Checked c(given);
+    c.Check();
+    const LedgerEntry e = AcrossEntry(c);
+    EXPECT_EQ(std::wstring(e.clause), L"B.2.8 b, elastic Mcr");
+    const SectionProperties s = PropertiesOf(L"T 152x305x49", SEC_ROLLED);
+    const double Mcr = PI / 8.0 * std::sqrt(E * s.Ix * (G * s.J + PI * PI * E * s.H / 64.0));
+    ASSERT_EQ(c.member.Results().across.size(), 1u);
+    const AcrossResult across = c.member.Results().across[0];
+    EXPECT_NEAR(across.elastic.Mcr, Mcr, 1e-3 * Mcr);
+    EXPECT_NEAR(e.slenderness, PI * std::sqrt(E * across.modulus / Mcr), 1e-3 * e.slenderness);
+    EXPECT_EQ(c.result.UtilBucklingLT(), e.utilisation);
+    EXPECT_NE(c.Verbose().find("y-y, the stiffer axis"), std::string::npos);
+    EXPECT_EQ(c.member.Status(), e.utilisation > 1.0 ? Design::Status::Failed : Design::Status::Passed);
+    // Beside other actions: 4.8.3.3.1 with all three terms.
+    EndMoments(given, 8.0, -5e3, -5e3, -50e3, 20e3, 20e3);
+    Checked both(given);
+    both.Check();
+    const AcrossResult with = both.member.Results().across.at(0);
+    const double struts =
+        std::max(both.Entry(Rule::BucklingMajor).utilisation, both.Entry(Rule::BucklingMinor).utilisation);
+    EXPECT_GT(struts, 0.0);
+    const SpanResult mx = both.Spans(BucklingMode::Major).at(0);
+    EXPECT_NEAR(with.combined, struts + mx.m * 5e3 / mx.flexural.pyZx + 20e3 / with.Mb, 1e-9);
+    EXPECT_EQ(AcrossEntry(both, Rule::BucklingInteraction).utilisation, with.combined);
+    EXPECT_EQ(both.result.UtilBucklingCombined(), with.combined);
+    // A length that nothing holds along the web.
+    given.points = {{0.0, L"MINV"}, {8.0, L"MINV"}};
+    EndMoments(given, 8.0, 0.0, 0.0, 0.0, 1e3, 1e3);
+    Checked loose(given);
+    loose.Check();
+    EXPECT_EQ(loose.member.Status(), Design::Status::Failed);
+    EXPECT_EQ(AcrossEntry(loose).status, CheckStatus::Failed);
+    // A given effective length is that of a uniform moment.
+    given.points = {{0.0, L"Pinned"}, {8.0, L"Pinned"}};
+    EndMoments(given, 8.0, 0.0, 0.0, 0.0, 40e3, 40e3);
+    Checked overridden(given);
+    overridden.member.SetLengthOverride(true);
+    overridden.member.SetLyy(8.0);
+    overridden.member.SetLzz(8.0);
+    overridden.member.SetLlt(8.0);
+    overridden.Check();
+    EXPECT_NEAR(AcrossEntry(overridden).resistance, e.resistance, 1e-3 * e.resistance);
+}
+
 // A factor that the user gives does not lower what Mcr holds already; a larger one counts.
 TEST(ElasticLateral, AGivenFactorBelowOneIsNotUsed)
 {

@@ -224,22 +224,6 @@ TEST(Refusals, OfColdFormedOpenSections)
     EXPECT_TRUE(member.SetKeltrixSec(CSection(L"CFRHS 200x100x6")));
 }
 
-// A hollow section laid flat is stiffer about its y-y axis; lateral buckling under that moment is not covered, and said.
-TEST(Refusals, OfLateralBucklingAboutTheOtherAxis)
-{
-    Case given;
-    given.section = L"BOX 100x300x8x8";
-    given.type = SEC_WELDED;
-    EndMoments(given, 6.0, 0.0, 0.0, 0.0, 20e3, 20e3);
-    Checked c(given);
-    c.Check();
-    EXPECT_TRUE(c.result.TestFlags(CMemberResult::NOT_CHECKED));
-    int open = 0;
-    for (const LedgerEntry& e : c.member.Checks().Entries())
-        open += e.rule == Rule::LateralTorsional && e.status == CheckStatus::NotEvaluated;
-    EXPECT_EQ(open, 1);
-}
-
 // Not-a-number is no action and no normal load: whatever it stands for is not known.
 TEST(Refusals, OfNumbersThatAreNotFinite)
 {

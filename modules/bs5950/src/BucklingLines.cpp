@@ -406,4 +406,47 @@ void BucklingLines::ExactInteraction(const InteractionResult& r, const MemberRes
         .Cite(r.clause);
 }
 
+void BucklingLines::Across(const AcrossResult& r)
+{
+    const ElasticUnit& e = r.elastic;
+    const double E = m_model.Steel().E;
+    const wchar_t* const p = r.py < m_model.Steel().py ? L"pyr" : L"py";
+    if (e.outcome == Stability::Outcome::NotHeld) {
+        Remark(L"not held: the restraints leave this length free to move along the web or to twist; pb = 0");
+    } else if (e.outcome == Stability::Outcome::NothingBuckles) {
+        Remark(L"nothing buckles under these moments, however large they are: pb = %s", p);
+    } else if (r.LE > 0.0) {
+        Step(L"Mcr", LineValue::Moment(e.Mcr), L"(π² E Ix/LE² (G J + π² E H/LE²))^0.5, a uniform moment over LE = %s",
+             m_fmt.Length(r.LE));
+    } else {
+        Remark(L"elastic analysis of this length under the moments about y-y alone; loads act at the edge of the "
+               L"section towards "
+               L"which they destabilise");
+        Step(L"Mcr", LineValue::Moment(e.Mcr), L"λcr Mmax/(1 + error) = %s * %s/(1 + %s)", m_fmt.NoDim(e.lambda),
+             m_fmt.Moment(e.largestMoment), m_fmt.NoDim(e.error));
+    }
+    if (e.outcome == Stability::Outcome::Buckles) {
+        Step(L"λLT", LineValue::Number(r.lambdaLT), L"(π² E Wy/Mcr)^0.5 = (9.87 * %s * %s/%s)^0.5", m_fmt.Stress(E),
+             VolumeText(r.modulus), m_fmt.Moment(e.Mcr))
+            .Cite(L"Annex B.2");
+        CString lead;
+        lead.Format(L"for %s = %s: λL0 = %s, ", p, m_fmt.Stress(r.py), m_fmt.NoDim(LimitingSlendernessLT(r.py, E)));
+        Step(L"pb", LineValue::Stress(r.Mb / r.modulus), L"").Lead(lead).Cite(L"Annex B.2");
+    }
+    CString tail;
+    tail.Format(L", class %i", r.cls);
+    Step(L"Mb", LineValue::Moment(r.Mb), L"pb Wy = %s * %s", m_fmt.Stress(r.Mb / r.modulus), VolumeText(r.modulus))
+        .Cite(L"4.3.6.4")
+        .Tail(tail);
+    Step(L"m My/Mb", LineValue::Utilisation(r.utilisation, false), L"%s * %s/%s", m_fmt.NoDim(r.m), m_fmt.Moment(r.My),
+         m_fmt.Moment(r.Mb));
+}
+
+void BucklingLines::InteractionAcross(const AcrossResult& r)
+{
+    Step(L"Fc/Pc + mx Mx/(py Zx) + m My/Mb", LineValue::Utilisation(r.combined, false), L"%s + %s + %s",
+         m_fmt.NoDim(r.compression), m_fmt.NoDim(r.MxTerm), m_fmt.NoDim(r.utilisation))
+        .Cite(L"4.8.3.3.1");
+}
+
 } // namespace Keltrix::BS5950

@@ -17,6 +17,9 @@ public:
     /// What Mb follows from where it is found elastically.
     void ElasticResistance(const SpanResult& span);
     void Interaction(const InteractionResult& r, const MemberResults& found);
+    /// Of a result that is evaluated.
+    void Across(const AcrossResult& r);
+    void InteractionAcross(const AcrossResult& r);
 
 private:
     void FlexuralLength(const SpanResult& span);

@@ -142,6 +142,8 @@ void MemberText::Buckling()
             Flexural(span);
     for (const InteractionResult& interaction : m_found.interactions)
         Interaction(interaction);
+    for (const AcrossResult& across : m_found.across)
+        Across(across);
     ElasticOffers();
     Summary();
 }
@@ -153,6 +155,23 @@ void MemberText::Interaction(const InteractionResult& r)
     const CResultIndent indent(&m_result);
     BucklingLines lines(m_model);
     lines.Interaction(r, m_found);
+    Print(lines);
+}
+
+void MemberText::Across(const AcrossResult& r)
+{
+    const ElasticUnit& e = r.elastic;
+    BeginPart(e.start, e.end, LastEntry());
+    Line(L"<h5>Lateral-torsional buckling under moments about y-y, the stiffer axis: %s to %s</h5>",
+         m_fmt.Length(e.start), m_fmt.Length(e.end));
+    const CResultIndent indent(&m_result);
+    if (r.open) {
+        Line(L"<red>not evaluated</red>: %s", r.open);
+        return;
+    }
+    BucklingLines lines(m_model);
+    lines.Across(r);
+    if (r.combined > 0.0) lines.InteractionAcross(r);
     Print(lines);
 }
 

@@ -26,6 +26,13 @@ constexpr double POISSON = 0.30;
 // Share of the member's length within which two positions are one.
 constexpr double SAME_PLACE = 1e-9;
 
+bool Overlaps(double from, double to, double otherFrom, double otherTo, double tolerance)
+{
+    return std::min(to, otherTo) - std::max(from, otherFrom) > tolerance;
+}
+
+} // namespace
+
 ElasticUnit ElasticUnitOf(const Stability::Unit& unit)
 {
     ElasticUnit e;
@@ -43,13 +50,6 @@ ElasticUnit ElasticUnitOf(const Stability::Unit& unit)
     if (e.outcome == Outcome::NotHeld) e.lambda = e.Mcr = 0.0;
     return e;
 }
-
-bool Overlaps(double from, double to, double otherFrom, double otherTo, double tolerance)
-{
-    return std::min(to, otherTo) - std::max(from, otherFrom) > tolerance;
-}
-
-} // namespace
 
 double ElasticRules::Tolerance() const { return SAME_PLACE * m_model.Length(); }
 

@@ -40,6 +40,9 @@ private:
     LateralRules m_lateral;
 };
 
+/// What a unit of an elastic analysis gives a check.
+ElasticUnit ElasticUnitOf(const Stability::Unit& unit);
+
 /// Whether some length of a member is checked elastically.
 bool UsesElastic(const std::vector<ElasticUnit>& units);
 

@@ -79,7 +79,7 @@ private:
         while (next < m_found.spans.size() &&
                (m_found.spans[next].mode != mode || (m_found.spans[next].turned && !lateral)))
             ++next;
-        if (next == m_found.spans.size()) return {};
+        if (next == m_found.spans.size()) return lateral ? OfAcross() : Steps();
         const SpanResult& span = m_found.spans[next++];
         if (!span.applied) return {};
         BucklingLines lines(m_model);
@@ -90,9 +90,30 @@ private:
         return lines.Steps();
     }
 
+    // The entries of moments about the stiffer y-y axis follow those of the spans.
+    Steps OfAcross()
+    {
+        if (m_nextAcross == m_found.across.size()) return {};
+        const AcrossResult& across = m_found.across[m_nextAcross++];
+        if (across.open) return {};
+        BucklingLines lines(m_model);
+        lines.Across(across);
+        return lines.Steps();
+    }
+
+    Steps OfInteractionAcross()
+    {
+        while (m_nextCombined < m_found.across.size() && !(m_found.across[m_nextCombined].combined > 0.0))
+            ++m_nextCombined;
+        if (m_nextCombined == m_found.across.size()) return {};
+        BucklingLines lines(m_model);
+        lines.InteractionAcross(m_found.across[m_nextCombined++]);
+        return lines.Steps();
+    }
+
     Steps OfInteraction()
     {
-        if (m_nextInteraction == m_found.interactions.size()) return {};
+        if (m_nextInteraction == m_found.interactions.size()) return OfInteractionAcross();
         BucklingLines lines(m_model);
         lines.Interaction(m_found.interactions[m_nextInteraction++], m_found);
         return lines.Steps();
@@ -102,6 +123,8 @@ private:
     const MemberResults& m_found;
     std::array<std::size_t, 3> m_next{};
     std::size_t m_nextInteraction = 0;
+    std::size_t m_nextAcross = 0;
+    std::size_t m_nextCombined = 0;
 };
 
 } // namespace

@@ -45,8 +45,6 @@ public:
     void FindSpans(bool turned);
     /// Checks one of them and adds its entry to the ledger.
     void Check(SpanResult& span);
-    /// Sections stiffer about y-y under moments about that axis.
-    void RecordMinorAxis();
 
 private:
     void SetLength(SpanResult& span);

@@ -344,21 +344,4 @@ void LateralChecks::Record(const SpanResult& span)
     m_found.ledger.Add(e);
 }
 
-// Sections stiffer about y-y, such as wide tees (B.2.8 b) and hollow sections laid flat, buckle laterally under moment
-// about y-y.
-void LateralChecks::RecordMinorAxis()
-{
-    const SectionProperties& s = m_model.Properties();
-    if (!(s.Iy > s.Ix * (1.0 + 1e-9)) || s.shape == Shape::Angle || m_model.minor.Largest() <= m_model.LeastMomentY())
-        return;
-    LedgerEntry e;
-    e.rule = Rule::LateralTorsional;
-    e.clause = s.shape == Shape::Tee ? L"B.2.8 b" : L"4.3.6";
-    e.start = m_model.points.front().GetPos();
-    e.end = m_model.points.back().GetPos();
-    e.status = CheckStatus::NotEvaluated;
-    e.reason = L"lateral-torsional buckling under moment about y-y, the stiffer axis, is not covered";
-    m_found.ledger.Add(e);
-}
-
 } // namespace Keltrix::BS5950

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "AcrossChecks.h"
 #include "CompressionChecks.h"
 #include "ElasticRules.h"
 #include "Interaction.h"
@@ -163,10 +164,12 @@ void MemberCheck::CheckBuckling()
             lateral.Check(span);
         else
             compression.Check(span);
-    lateral.RecordMinorAxis();
+    AcrossChecks across(m_model, m_found);
+    across.Check();
     compression.RecordConnections();
     RecordTorsionalBuckling(m_model, m_found);
     CheckInteractions(m_model, m_found);
+    across.RecordCombinations();
     m_found.ledger.MarkGoverning();
 }
 

@@ -23,6 +23,7 @@ private:
     void LateralTitle(const SpanResult& span);
     void Lateral(const SpanResult& span);
     void Interaction(const InteractionResult& r);
+    void Across(const AcrossResult& r);
     /// Elastic critical moments beside checks by the tables.
     void ElasticOffers();
     /// Assumptions, rules not evaluated and the ledger.

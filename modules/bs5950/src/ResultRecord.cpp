@@ -81,6 +81,11 @@ void WriteBuckling(const MemberResults& found, int subSpans, CMemberResult& r)
     }
     for (const InteractionResult& i : found.interactions)
         r.SetUtilBucklingCombined(i.utilisation);
+    for (const AcrossResult& a : found.across) {
+        if (a.open) continue;
+        r.SetUtilBucklingLT(a.utilisation);
+        if (a.combined > 0.0) r.SetUtilBucklingCombined(a.combined);
+    }
     NoteOpen(found, Stage::Buckling, r);
 }
 

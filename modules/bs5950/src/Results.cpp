@@ -45,6 +45,7 @@ void MemberResults::Clear()
     webLoads.clear();
     spans.clear();
     interactions.clear();
+    across.clear();
     units.clear();
     elasticReason = CString();
     information.reset();

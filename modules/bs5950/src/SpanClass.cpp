@@ -173,13 +173,14 @@ private:
         const bool slender = c.cls == 4;
         const double pyZx = slender ? c.pyMomentX * c.Wx : py * (angle ? s.Zu : s.Zx);
         const double pyZy = slender ? c.pyMomentY * c.Wy : py * (angle ? s.Zv : s.Zy);
-        if (m_worst.cls == 0) m_worst = {c.cls, c.Aeff, c.pyCompression, pyZx, pyZy, c};
+        if (m_worst.cls == 0) m_worst = {c.cls, c.Aeff, c.pyCompression, pyZx, pyZy, c, c};
         m_worst.cls = std::max(m_worst.cls, c.cls);
         m_worst.Aeff = std::min(m_worst.Aeff, c.Aeff);
         m_worst.pyCompression = std::min(m_worst.pyCompression, c.pyCompression);
         m_worst.pyZx = std::min(m_worst.pyZx, pyZx);
         m_worst.pyZy = std::min(m_worst.pyZy, pyZy);
         if (c.pyMomentX * c.Wx < m_worst.bending.pyMomentX * m_worst.bending.Wx) m_worst.bending = c;
+        if (c.pyMomentY * c.Wy < m_worst.bendingY.pyMomentY * m_worst.bendingY.Wy) m_worst.bendingY = c;
     }
 
     const SpanClass& m_of;

@@ -16,6 +16,7 @@ struct WorstClass {
     double pyCompression = 0.0;
     double pyZx = 0.0, pyZy = 0.0; ///< py Z (about u-u, v-v of an angle), with pyr or Zeff in class 4
     Classification bending;        ///< the class with the smallest pyMomentX Wx
+    Classification bendingY;       ///< the class with the smallest pyMomentY Wy
 };
 
 /// Finds the worst class over a span. The class of a place follows from axial force and moments there; tension counts as none,

@@ -385,14 +385,14 @@ void MemberCheck::CheckLateral(LateralSpan& span) const
 void MemberCheck::WarnOfCurveFactor(const LateralSpan& span)
 {
     const LateralReduction& r = span.reduction;
+    const double unraised = span.utilisation * r.chiMod / r.chi;
     CString text;
     text.Format(L"lateral-torsional buckling, %s to %s: C1 = %s is above that of any moment diagram of Table 6.6 "
                 L"(2.76), and kc = 1/C1^0.5 raises χLT "
                 L"from %s to %s; without it the utilisation is %s",
                 m_in.format.Length(span.start), m_in.format.Length(span.end), m_in.format.NoDim(span.C1),
-                m_in.format.NoDim(r.chi), m_in.format.NoDim(r.chiMod),
-                m_in.format.Util(span.utilisation * r.chiMod / r.chi));
-    m_findings.warnings.push_back({Design::WarningKind::CurveFactor, text, -1, span.start, span.end});
+                m_in.format.NoDim(r.chi), m_in.format.NoDim(r.chiMod), m_in.format.Util(unraised));
+    m_findings.warnings.push_back({Design::WarningKind::CurveFactor, text, -1, span.start, span.end, unraised});
 }
 
 void MemberCheck::RecordLateral(const LateralSpan& span)

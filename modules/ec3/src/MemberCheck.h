@@ -125,6 +125,14 @@ struct LateralSpan {
     }
 };
 
+/// Length that moves along its web and twists under moments about z-z, where that is the stiffer axis.
+struct AcrossLength {
+    double start = 0.0, end = 0.0;
+    double Mcr = 0.0;              ///< less the error; infinite where nothing buckles
+    const wchar_t* open = nullptr; ///< why it is not evaluated; null where it is
+    bool mechanism = false;        ///< its restraints leave a motion free
+};
+
 /// 6.3.4 over a length.
 struct GeneralCheck {
     double amplifier = 0.0;      ///< αult,k
@@ -271,6 +279,8 @@ private:
     void CheckLateral(LateralSpan& span) const;
     void WarnOfCurveFactor(const LateralSpan& span);
     void RecordLateral(const LateralSpan& span);
+    std::vector<AcrossLength> FindAcross() const;
+    void CheckAcross(Design::RuleFinding& f, const AcrossLength& length, double M);
     void RecordLateralAcross();
     std::vector<ForkLength> FindForkLengths() const;
     bool HasLoadHeight(double from, double to) const;

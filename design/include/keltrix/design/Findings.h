@@ -115,6 +115,9 @@ struct Warning {
     int subSpan = -1;                                        ///< counted from 0; -1 where it is of the member
     double start = std::numeric_limits<double>::quiet_NaN(); ///< m
     double end = std::numeric_limits<double>::quiet_NaN();
+    /// The utilisation that is in doubt, or what it would be: of warnings of one kind and stretch in several combinations the one with the largest is shown.
+    /// Not-a-number where there is none; every text is shown then.
+    double utilisation = std::numeric_limits<double>::quiet_NaN();
 };
 
 /// Which end of its sub-span a position is, or a place inside it.

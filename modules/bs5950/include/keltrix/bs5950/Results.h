@@ -191,6 +191,25 @@ struct SpanResult : SpanStretch {
     LateralResult lateral;   ///< of the mode LateralTorsional
 };
 
+/// Lateral-torsional buckling under moments about y-y of a section that is stiffer about that axis (B.2.8 b), over a length between sections that
+/// are supported along the web and held against twist.
+struct AcrossResult {
+    ElasticUnit elastic;           ///< of the moments about y-y
+    const wchar_t* open = nullptr; ///< why it is not evaluated; null where it is
+    double LE = 0.0;               ///< effective length for a uniform moment, where one is given; otherwise 0
+    int cls = 0;                   ///< worst class over the length
+    double py = 0.0;               ///< py, or pyr of clause 3.6.5
+    double modulus = 0.0;          ///< Wy with which Mb was made
+    double lambdaLT = 0.0;
+    double Mb = 0.0;
+    double m = 1.0;
+    double My = 0.0;          ///< largest moment about y-y
+    double utilisation = 0.0; ///< m My/Mb
+    double compression = 0.0; ///< largest Fc/Pc of the struts of the length
+    double MxTerm = 0.0;      ///< largest mx Mx/(py Zx) of the length
+    double combined = 0.0;    ///< Fc/Pc + mx Mx/(py Zx) + m My/Mb; 0 where My acts alone
+};
+
 /// Resistances of the governing positions by their symbols; not-a-number where a rule was not applied.
 struct ResistanceSummary {
     double Pz = std::numeric_limits<double>::quiet_NaN();
@@ -231,8 +250,9 @@ struct MemberResults {
     std::vector<WebLoadResult> webLoads;
     std::vector<SpanResult> spans;
     std::vector<InteractionResult> interactions;
-    std::vector<ElasticUnit> units; ///< where the option asks for elastic checks
-    CString elasticReason;          ///< why there are none; empty where there are or none were asked for
+    std::vector<AcrossResult> across; ///< where the section is stiffer about y-y and bent about it
+    std::vector<ElasticUnit> units;   ///< where the option asks for elastic checks
+    CString elasticReason;            ///< why there are none; empty where there are or none were asked for
     /// Figures beside the rules, where a check has written them; others are computed when they are asked for.
     std::optional<std::vector<LedgerEntry>> information;
     /// Parts of the text, in the order of writing, each with its entry of the result record.
