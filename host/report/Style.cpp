@@ -36,7 +36,7 @@ h5, h6 { font-size: 10pt; margin: 2mm 0 1mm; break-after: avoid; }
 h6 { font-weight: normal; text-decoration: underline; }
 p { margin: 0.6mm 0; overflow-wrap: anywhere; }
 table { border-collapse: collapse; font-variant-numeric: tabular-nums; margin: 1mm 0; }
-th, td { text-align: left; vertical-align: top; padding: 0.7mm 2mm; border-bottom: 0.2mm solid var(--rule); }
+th, td { text-align: left; vertical-align: top; padding: 0.7mm 1.7mm; border-bottom: 0.2mm solid var(--rule); }
 thead th { border-bottom: 0.4mm solid var(--ink); }
 tbody th, .pairs th { font-weight: normal; color: var(--muted); }
 td { overflow-wrap: break-word; }
