@@ -7,6 +7,7 @@
 #include "Eigenvalues.h"
 #include "Layout.h"
 #include "Mesh.h"
+#include "Series.h"
 
 namespace Keltrix::Stability {
 
@@ -277,6 +278,7 @@ private:
         unit.largestMoment = extremes.Magnitude();
         unit.largestMomentAt = -extremes.least > extremes.greatest ? extremes.leastAt : extremes.greatestAt;
         FindJump(from, to, unit);
+        if (!m_options.shapes && unit.balanced && BuckleBySeries(Part(Whole(), from, to), unit)) return unit;
         for (int reading = 0; reading < (unit.balanced ? 1 : READINGS); ++reading) {
             const Layout part = Part(m_layouts[static_cast<std::size_t>(reading)], from, to);
             const RigidMotion motion = LeastHeldMotion(part, m_in.section, IsWarpingFree(part));
@@ -312,6 +314,20 @@ private:
         unit.freeMotion = {SampleOf(unit.start, motion.translation, motion.twist, m_in.section),
                            SampleOf(unit.end, end, motion.twist, m_in.section)};
         Normalise(unit.freeMotion);
+    }
+
+    // False where the series is not for the unit.
+    bool BuckleBySeries(const Layout& part, Unit& unit) const
+    {
+        const auto factors = FactorsBySeries(part, m_in.section);
+        if (!factors) return false;
+        const auto take = [&](const std::optional<Factor>& factor, std::optional<CriticalLoad>& load) {
+            if (factor) load = {factor->lambda, factor->error, std::abs(factor->lambda) * unit.largestMoment, {}};
+        };
+        take(factors->positive, unit.positive);
+        take(factors->negative, unit.negative);
+        if (unit.positive) unit.outcome = Outcome::Buckles;
+        return true;
     }
 
     // False where the stiffness is not positive definite to working precision.

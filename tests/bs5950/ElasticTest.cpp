@@ -714,7 +714,10 @@ TEST(RandomLaws, ElasticChecksAgainstTheAnalysis)
                         EXPECT_LE(std::abs(M) / s.resistance, s.utilisation * (1.0 + 1e-9)) << SEED << " " << i;
                     }
             }
-            EXPECT_NEAR(s.lateral.elastic->Mcr, lambda * s.effect, 1e-6 * s.lateral.elastic->Mcr) << SEED << " " << i;
+            // By elements here, often by a series there; both take their error off.
+            const double errors = unit->positive->error + s.lateral.elastic->error;
+            EXPECT_NEAR(s.lateral.elastic->Mcr, lambda * s.effect, (1e-6 + 2.0 * errors) * s.lateral.elastic->Mcr)
+                << SEED << " " << i;
             EXPECT_LE(s.resistance, s.lateral.elastic->Mcr) << "buckling is never above the elastic load";
         }
     }

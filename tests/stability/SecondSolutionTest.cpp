@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <limits>
+#include <random>
 
 #include "stability/RandomBuckling.h"
 
@@ -74,6 +75,79 @@ TEST(SecondSolution, RandomMembers)
     std::printf("%d factors, %d members not held, largest difference %.2g\n", buckling, notHeld, worst);
     EXPECT_GT(buckling, NumberOfMembers(5000) / 2);
     EXPECT_GT(notHeld, NumberOfMembers(5000) / 100);
+}
+
+// Without shapes a plain unit is solved by a series. Elements give the same factors within the errors that both estimate.
+TEST(SecondSolution, SeriesAgainstElementsForPlainUnits)
+{
+    constexpr unsigned SEED = 120824;
+    std::mt19937 random(SEED);
+    const auto real = [&](double a, double b) { return std::uniform_real_distribution<double>(a, b)(random); };
+    const std::vector<CSection> sections{Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021),
+                                         Steel::Test::HostGeneralI(0.6, 0.3, 0.2, 0.01, 0.02, 0.015, 0.0),
+                                         Steel::Test::HostGeneralI(0.5, 0.12, 0.28, 0.008, 0.012, 0.02, 0.0),
+                                         Steel::Test::HostT(0.229, 0.191, 0.0105, 0.0177, 0.0102),
+                                         Steel::Test::HostChannel(0.3, 0.1, 0.009, 0.0165, 0.015),
+                                         Steel::Test::HostSection(CSecGeom::SHAPE_RHS, SEC_ROLLED,
+                                                                  {{CSecGeom::DEPTH, 0.3},
+                                                                   {CSecGeom::WIDTH, 0.1},
+                                                                   {CSecGeom::WEB_THICKNESS, 0.008},
+                                                                   {CSecGeom::FLANGE_THICKNESS, 0.008}})};
+    int bySeries = 0;
+    int atCentre = 0;
+    double worst = 0.0;
+    const int members = NumberOfMembers(2000);
+    for (int i = 0; i < members; ++i) {
+        const SectionConstants section = ConstantsOf(sections[random() % sections.size()]);
+        Member m;
+        AddPoint(m, 0.0, L"Pinned");
+        const int pieces = 1 + static_cast<int>(random() % 4);
+        bool hasHeight = false;
+        const auto setHeight = [&](auto set, std::size_t place) {
+            if (random() % 6 != 0) return;
+            hasHeight = true;
+            set(m, place, real(-0.5, 0.5));
+        };
+        double moment = random() % 3 ? real(-1e5, 1e5) : 0.0;
+        for (int k = 0; k < pieces; ++k) {
+            const double end = random() % 4 ? real(-1e5, 1e5) : moment;
+            const bool last = k + 1 == pieces;
+            AddSpan(m, real(0.3, 6.0), moment, end, random() % 2 ? real(-2e4, 2e4) : 0.0, L"Free",
+                    last ? L"Pinned" : L"Free");
+            moment = end;
+            setHeight(SetHeightAlong, static_cast<std::size_t>(k));
+            if (!last) setHeight(SetHeight, static_cast<std::size_t>(k) + 1);
+        }
+        SCOPED_TRACE("seed " + std::to_string(SEED) + ", member " + std::to_string(i));
+        const CriticalLoads elements = Analyse(m, section);
+        Options options;
+        options.shapes = false;
+        const CriticalLoads series = FindCriticalLoads(m.points, m.subSpans, MajorOf(m), section, options);
+        ASSERT_EQ(series.units.size(), 1u);
+        ASSERT_EQ(elements.units.size(), 1u);
+        const Unit& a = elements.units[0];
+        const Unit& b = series.units[0];
+        EXPECT_EQ(a.outcome, b.outcome);
+        const auto compare = [&](const std::optional<Stability::CriticalLoad>& byElements,
+                                 const std::optional<Stability::CriticalLoad>& found) {
+            ASSERT_EQ(byElements.has_value(), found.has_value());
+            if (!found || !found->shape.empty()) return;
+            ++bySeries;
+            const double difference = std::abs(found->lambda / byElements->lambda - 1.0);
+            worst = std::max(worst, difference);
+            EXPECT_LE(difference, found->error + byElements->error) << found->lambda;
+            EXPECT_NEAR(found->Mcr, byElements->Mcr, (found->error + byElements->error) * found->Mcr);
+        };
+        compare(a.positive, b.positive);
+        compare(a.negative, b.negative);
+        if (hasHeight || section.betaZ != 0.0 || (b.positive && b.positive->shape.empty())) continue;
+        ++atCentre;
+    }
+    std::printf("%d factors of %d members by the series, largest difference %.2g; %d not, though all loads are at the "
+                "shear centre\n",
+                bySeries, members, worst, atCentre);
+    EXPECT_GT(bySeries, members / 2);
+    EXPECT_LT(atCentre, members / 20);
 }
 
 } // namespace StabilityTest

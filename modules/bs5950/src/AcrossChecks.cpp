@@ -71,7 +71,8 @@ void AcrossChecks::Find()
     Stability::CriticalLoads loads;
     if (constants) {
         const SectionProperties& s = m_model.Properties();
-        loads = Stability::FindCriticalLoadsAcross(m_model.points, m_model.subSpans, *constants, std::max(s.B, s.B2));
+        loads = Stability::FindCriticalLoadsAcross(m_model.points, m_model.subSpans, *constants, std::max(s.B, s.B2),
+                                                   Stability::FACTORS_ALONE);
         reason = loads.reason;
     }
     if (!reason.IsEmpty()) {

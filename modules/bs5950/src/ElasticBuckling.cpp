@@ -74,7 +74,7 @@ ElasticRules::Analysis ElasticRules::Analyse() const
         sub.SetForcesAll(left, right);
     }
     const Stability::CriticalLoads loads =
-        Stability::FindCriticalLoads(m_model.points, bent, m_model.major, *constants);
+        Stability::FindCriticalLoads(m_model.points, bent, m_model.major, *constants, Stability::FACTORS_ALONE);
     analysis.reason = loads.reason;
     for (const Stability::Unit& unit : loads.units)
         analysis.units.push_back(ElasticUnitOf(unit));

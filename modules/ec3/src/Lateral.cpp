@@ -146,7 +146,7 @@ Stability::CriticalLoads MemberCheck::Analyse(bool atShearCentre, double uniform
         return none;
     }
     return Stability::FindCriticalLoads(points, subSpans, MomentDiagram(points, subSpans, Design::Bending::Major),
-                                        *constants);
+                                        *constants, Stability::FACTORS_ALONE);
 }
 
 void MemberCheck::FindLaterals()

@@ -41,8 +41,8 @@ std::vector<AcrossLength> MemberCheck::FindAcross() const
         Stability::MakeSectionConstants(m_in.keltrixSection, m_in.material.E, m_in.material.G, nullptr);
     Stability::CriticalLoads loads;
     if (constants)
-        loads =
-            Stability::FindCriticalLoadsAcross(m_in.points, m_in.subSpans, *constants, std::max(s.basis.B, s.basis.B2));
+        loads = Stability::FindCriticalLoadsAcross(m_in.points, m_in.subSpans, *constants,
+                                                   std::max(s.basis.B, s.basis.B2), Stability::FACTORS_ALONE);
     if (!constants || !loads.IsAnswered()) {
         lengths.push_back({m_in.Start(), m_in.End(), 0.0,
                            L"the section is stiffer about z-z than about y-y, and no elastic critical "

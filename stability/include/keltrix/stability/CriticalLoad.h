@@ -16,7 +16,13 @@ struct Options {
     /// The whole member at once. Otherwise each stretch between neighbouring sections that are held against lateral movement
     /// and twist is analysed by itself, and what lies beyond its end sections is neglected.
     bool continuity = false;
+    /// Buckled shapes. Without them units between plain forks are solved by a series, in about a tenth of the time; factors differ by no more than their
+    /// estimated errors.
+    bool shapes = true;
 };
+
+/// Without shapes, as checks need it.
+inline constexpr Options FACTORS_ALONE{.shapes = false};
 
 /// Buckled shape at a place of the member: lateral displacement of the shear centre, twist, lateral displacement of the
 /// flanges. Scaled so that the largest displacement of a flange (or of the shear centre) is 1 m.
@@ -35,7 +41,7 @@ struct CriticalLoad {
     /// lambda times the largest major-axis moment of the unit, N·m; 0 where no moment bends the unit. Axial forces are then
     /// lambda times those given.
     double Mcr = 0.0;
-    std::vector<ShapeSample> shape;
+    std::vector<ShapeSample> shape; ///< may be empty where the options ask for none
 };
 
 enum class Outcome {
