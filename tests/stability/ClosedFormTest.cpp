@@ -3,10 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <Eigen/Eigenvalues>
 #include <algorithm>
 #include <limits>
+#include <random>
 
 #include "keltrix/stability/AcrossWeb.h"
+#include "keltrix/stability/CoupledBuckling.h"
 #include "stability/Beams.h"
 
 namespace StabilityTest {
@@ -408,6 +411,38 @@ TEST(ClosedForm, WhatHoldsAMemberAcrossItsWeb)
     const CriticalLoads loose = with(L"F1L F2L", L"Free");
     ASSERT_EQ(loose.units.size(), 1u);
     EXPECT_EQ(loose.units[0].outcome, Outcome::NotHeld);
+}
+
+// The smallest N at which diag(Ny, Nz, Nt) - N [1 0 a; 0 1 b; a b 1] is singular: flexure along both axes and twist, coupled by the offsets of the shear
+// centre over the polar radius (Timoshenko and Gere, 5.6).
+TEST(ClosedForm, CoupledForceIsTheSmallestEigenvalue)
+{
+    constexpr unsigned SEED = 538;
+    std::mt19937 random(SEED);
+    const auto real = [&](double a, double b) { return std::uniform_real_distribution<double>(a, b)(random); };
+    for (int i = 0; i < 1000; ++i) {
+        const double a = i % 3 == 0 ? 0.0 : real(-0.7, 0.7);
+        const double b = i % 5 == 0 ? 0.0 : real(-0.7, 0.7);
+        const Stability::ModeForces forces{real(0.1, 10.0), real(0.1, 10.0), real(0.1, 10.0)};
+        const Eigen::Matrix3d stiffness =
+            Eigen::Vector3d(forces.major, forces.minor, forces.twist).cwiseSqrt().cwiseInverse().asDiagonal();
+        Eigen::Matrix3d work = Eigen::Matrix3d::Identity();
+        work(0, 2) = work(2, 0) = a;
+        work(1, 2) = work(2, 1) = b;
+        const Eigen::SelfAdjointEigenSolver<Eigen::Matrix3d> solver(stiffness * work * stiffness);
+        double expected = 1.0 / solver.eigenvalues()[2];
+        // A mode that is not coupled with twist is not part of the answer.
+        if (a == 0.0 || b == 0.0) {
+            Eigen::Matrix3d coupled = stiffness * work * stiffness;
+            if (a == 0.0) coupled(0, 0) = 0.0;
+            if (b == 0.0) coupled(1, 1) = 0.0;
+            expected = 1.0 / Eigen::SelfAdjointEigenSolver<Eigen::Matrix3d>(coupled).eigenvalues()[2];
+        }
+        EXPECT_NEAR(Stability::CoupledForce(a, b, forces), expected, 1e-9 * expected) << i << " seed " << SEED;
+    }
+    const double never = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(Stability::CoupledForce(0.3, 0.2, {1.0, 1.0, never}), never);
+    EXPECT_NEAR(Stability::CoupledForce(0.3, 0.0, {never, 1.0, 2.0}), 2.0, 1e-9);
 }
 
 } // namespace StabilityTest
