@@ -78,6 +78,38 @@ def test_rows_are_the_command_lines(code: str, annex: str) -> None:
         assert found["utilisation"][row] == (np.inf if record["overall"] is None else record["overall"])
 
 
+def odd_table(seed: int, rows: int) -> dict[str, Any]:
+    """The same with effective lengths, factors, titles and numbers that nobody means, and so few words that most rows share them."""
+    rng = random.Random(seed)
+    table = random_table(seed, rows)
+    odd = [0.0, -0.0, 1e-320, 1e-9, 1e15, 1e300, float("inf"), float("nan"), 150.0, -5.0]
+    table["section"] = [rng.choice(["UB 457x191x67", "UC 254x254x89", "RHS 200x100x6.3", "UB 1"]) for _ in range(rows)]
+    table["restraint_start"] = table["restraint_end"] = [rng.choice(["Pinned", "Pinned", "Free", "0"]) for _ in range(rows)]
+    table["title"] = [rng.choice(["", "A, b", " # c", "END", "a\n"]) for _ in range(rows)]
+    table["type"] = [rng.choice(["", "", "", "welded"]) for _ in range(rows)]
+    for name in ("length", "N", "Myy_start", "w"):
+        table[name] = [rng.choice(odd) if rng.random() < 0.1 else value for value in table[name]]
+    given = [rng.random() < 0.3 for _ in range(rows)]
+    for name in ("Lyy", "Lzz", "Llt"):
+        table[name] = [(rng.choice([3.0, -0.85, 0.0, 1e300]) if one else float("nan")) for one in given]
+    table["load_height"] = [rng.choice([0.0, 0.0, 0.25, 0.123456789, 6.0, -0.0]) for _ in range(rows)]
+    table["moment_factor"] = [rng.choice([float("nan"), 1.0, 0.3]) for _ in range(rows)]
+    table["plastic_to_elastic"] = [rng.choice([1.2, 1.2, 1.7, 0.5]) for _ in range(rows)]
+    return table
+
+
+@pytest.mark.parametrize(("code", "annex", "rows"), [("bs5950", "", 6000), ("ec3", "uk", 1500)])
+def test_rows_that_share_their_words_are_what_each_is_alone(code: str, annex: str, rows: int) -> None:
+    # The only row of a table is always read from its own text.
+    table = odd_table(17, rows)
+    found = kx.check_many(table, code, annex)
+    for row in range(rows):
+        alone = kx.check_many({name: values[row : row + 1] for name, values in table.items()}, code, annex)
+        got, want = ({name: repr(one[name][at]) for name in RESULTS} for one, at in ((found, row), (alone, 0)))
+        assert got == want, {name: values[row] for name, values in table.items()}
+    assert {"pass", "fail", "refused"} <= set(found["status"])
+
+
 def test_a_uniform_load_is_that_of_a_beam() -> None:
     # 6 m, 20 kN/m: 90 kNm at mid-span, 60 kN at the ends. A beam file has the same by its own combination.
     beam = kx.Beam("UB 457x191x67", "S275", length=6.0, self_weight=False, deflection=False)
