@@ -26,6 +26,7 @@
 #include "memberfile/MemberFile.h"
 #include "memberfile/MemberText.h"
 #include "text/BadInput.h"
+#include "text/SourceText.h"
 #include "text/Text.h"
 
 namespace Keltrix::Python {
@@ -247,6 +248,25 @@ private:
     std::unordered_map<FormKey, Form, FormHash> m_forms;
 };
 
+// Calls work(i, thread) for each i below the count, in blocks that the threads take as they come. The work throws nothing.
+template <class Work>
+void ShareOut(std::size_t count, unsigned int jobs, const Work& work)
+{
+    std::atomic<std::size_t> next{0};
+    constexpr std::size_t block = 64;
+    const auto take = [&](unsigned int thread) {
+        for (std::size_t at = next.fetch_add(block); at < count; at = next.fetch_add(block))
+            for (std::size_t i = at; i < std::min(at + block, count); ++i)
+                work(i, thread);
+    };
+    std::vector<std::thread> helpers;
+    for (unsigned int i = 1; i < jobs && i * block < count; ++i)
+        helpers.emplace_back(take, i);
+    take(0);
+    for (std::thread& helper : helpers)
+        helper.join();
+}
+
 // --- The table ---
 
 using Numbers = py::array_t<double, py::array::c_style | py::array::forcecast>;
@@ -286,20 +306,9 @@ public:
     std::vector<RowResult> Check(std::size_t first, std::size_t count, unsigned int jobs)
     {
         std::vector<RowResult> results(count);
-        std::atomic<std::size_t> next{0};
-        constexpr std::size_t block = 64;
         if (m_forms.size() < std::max(jobs, 1u)) m_forms.resize(std::max(jobs, 1u));
-        const auto work = [&](unsigned int thread) {
-            for (std::size_t at = next.fetch_add(block); at < count; at = next.fetch_add(block))
-                for (std::size_t i = at; i < std::min(at + block, count); ++i)
-                    results[i] = CheckRow(first + i, m_forms[thread]);
-        };
-        std::vector<std::thread> helpers;
-        for (unsigned int i = 1; i < jobs && i * block < count; ++i)
-            helpers.emplace_back(work, i);
-        work(0);
-        for (std::thread& helper : helpers)
-            helper.join();
+        ShareOut(count, jobs,
+                 [&](std::size_t i, unsigned int thread) { results[i] = CheckRow(first + i, m_forms[thread]); });
         return results;
     }
 
@@ -476,14 +485,9 @@ private:
     std::unordered_map<const wchar_t*, py::str> m_texts;
 };
 
-py::dict CheckRows(Rows& rows, std::size_t first, std::size_t count, unsigned int jobs)
+py::dict ColumnsOf(const std::vector<RowResult>& results)
 {
-    if (first > rows.Count() || count > rows.Count() - first) throw py::index_error("no such rows");
-    std::vector<RowResult> results;
-    {
-        const py::gil_scoped_release release;
-        results = rows.Check(first, count, jobs);
-    }
+    const std::size_t count = results.size();
     Interned interned;
     const py::str words[] = {py::str(STATUS_WORDS[PASS]), py::str(STATUS_WORDS[FAIL]),
                              py::str(STATUS_WORDS[NOT_CHECKED]), py::str(STATUS_WORDS[REFUSED])};
@@ -524,11 +528,76 @@ py::dict CheckRows(Rows& rows, std::size_t first, std::size_t count, unsigned in
     return made;
 }
 
+py::dict CheckRows(Rows& rows, std::size_t first, std::size_t count, unsigned int jobs)
+{
+    if (first > rows.Count() || count > rows.Count() - first) throw py::index_error("no such rows");
+    std::vector<RowResult> results;
+    {
+        const py::gil_scoped_release release;
+        results = rows.Check(first, count, jobs);
+    }
+    return ColumnsOf(results);
+}
+
+// --- Member files ---
+
+RowResult CheckOne(const Host::MemberFile& file, std::size_t i, const Host::CodeChoice& choice)
+{
+    RowResult result;
+    try {
+        if (!file.Member(i).hasErrors) {
+            Take(Host::CheckMember(file, i, choice, false), result);
+            return result;
+        }
+        for (const Host::Defect& defect : file.Check().DefectsOf(i))
+            if (defect.severity == Host::Severity::Error)
+                result.message += (result.message.empty() ? "" : "; ") + defect.Statement();
+        if (!result.message.empty()) return result;
+        for (const std::string& error : file.UnlistedErrorsOf(i))
+            result.message += (result.message.empty() ? "" : "; ") + error;
+    } catch (const Host::BadMember& refusal) {
+        result.message = refusal.defect.Statement();
+    } catch (const std::bad_alloc&) {
+        result.message = "not enough memory for this member";
+    } catch (const std::exception& failure) {
+        result.message = failure.what();
+    }
+    return result;
+}
+
+// The columns of all members of a text, with their titles.
+py::dict CheckMembers(const py::bytes& text, const std::string& name, const Host::Settings& settings, unsigned int jobs)
+{
+    const std::string_view bytes = text;
+    std::vector<RowResult> results;
+    std::vector<std::string> titles;
+    {
+        const py::gil_scoped_release release;
+        const Host::CodeChoice choice = Host::ChooseCode(settings.code, settings.annex, settings.options);
+        const Host::MemberFile file(Host::DecodeText(name, bytes), {settings.allowGaps, settings.isStrict});
+        // Lines between members could be one that has lost its TITLE.
+        for (const Host::Defect& defect : file.Check().defects)
+            if (defect.member == Host::Defect::NO_MEMBER) throw Host::BadInput(defect.Text(file.Name()));
+        results.resize(file.MemberCount());
+        titles.reserve(file.MemberCount());
+        for (std::size_t i = 0; i < file.MemberCount(); ++i)
+            titles.push_back(Host::Utf8(file.Member(i).title));
+        ShareOut(results.size(), jobs, [&](std::size_t i, unsigned int) { results[i] = CheckOne(file, i, choice); });
+    }
+    py::dict made = ColumnsOf(results);
+    py::list words(titles.size());
+    for (std::size_t i = 0; i < titles.size(); ++i)
+        words[i] = TextOf(titles[i]);
+    made["title"] = words;
+    return made;
+}
+
 } // namespace
 
 void AddRows(py::module_& module)
 {
     module.def("row_columns", Columns);
+    module.def("check_members", CheckMembers, py::arg("text"), py::arg("name"), py::arg("settings"), py::arg("jobs"));
     py::class_<Rows>(module, "Rows")
         .def(py::init<const std::vector<py::list>&, const Numbers&, const Host::Settings&>(), py::arg("texts"),
              py::arg("numbers"), py::arg("settings"))

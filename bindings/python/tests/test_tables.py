@@ -8,7 +8,7 @@ from typing import Any
 import numpy as np
 import pandas as pd
 import pytest
-from support import ksteel_json, settings
+from support import MEMBER, MEMBER_FILES, SOURCE, ksteel_json, settings
 
 import keltrix as kx
 
@@ -310,3 +310,58 @@ def test_every_column_is_told() -> None:
     columns = kx.columns()
     assert {"section", "grade", "length", "N", "Myy_start", "restraint_along"} <= set(columns)
     assert all(meaning for _, meaning in columns.values())
+
+
+@pytest.mark.parametrize(("code", "annex"), [("bs5950", ""), ("ec3", "uk")])
+def test_general_members_are_the_command_lines(code: str, annex: str) -> None:
+    texts = [(SOURCE / path).read_text(encoding="utf-8") for path in MEMBER_FILES]
+    bad = MEMBER.replace("S275", "S1").replace("TITLE,Beam", "TITLE,Bad")
+    text = "".join(texts * 20) + bad
+    records = ksteel_json("check", "-", *settings(code, annex), text="".join(texts * 20))
+    want = {record["title"]: record for record in records}
+    for jobs in (1, 2):
+        found = kx.check_many(text, code, annex, jobs=jobs)
+        assert list(found) == ["title", *RESULTS] and found["status"][-1] == "refused" and "S1" in found["message"][-1]
+        assert found["title"][-1] == "Bad" and np.isnan(found["utilisation"][-1])
+        for row, title in enumerate(found["title"][:-1]):
+            if found["status"][row] == "refused":
+                assert title not in want and found["message"][row]
+                continue
+            record = want[title]
+            governing = next((one for one in record["checks"] if one["governing"]), None)
+            assert (found["status"][row], found["section_class"][row]) == (record["status"], record["class"])
+            assert found["utilisation"][row] == (np.inf if record["overall"] is None else record["overall"])
+            if governing is not None:
+                assert (found["rule"][row], found["clause"][row], found["start"][row]) == tuple(governing[name] for name in ("rule", "clause", "start"))
+    assert len(found["title"]) == 20 * len(texts) + 1
+
+
+def test_member_and_station_rows() -> None:
+    stations = {"member": ["B1"] * 3, "case": ["ULS"] * 3, "station [m]": [0.0, 3.0, 6.0], "Vz [kN]": [60.0, 0.0, -60.0], "My [kNm]": [0.0, 90.0, 0.0]}
+    members = {"member": ["B1"], "section": ["UB 457x191x67"], "grade": ["S275"], "length [m]": [6.0], "start": ["Pinned"], "end": ["Pinned"]}
+    none = {field: "none" for field in ("N", "Vy", "T", "Mz")}
+    found = kx.check_many(kx.from_table(stations, members, "z-down", columns=none))
+    row = kx.check_many({"section": "UB 457x191x67", "grade": "S275", "length": 6.0, "w": 20e3})
+    assert found["title"].tolist() == ["B1: ULS"] and found["utilisation"][0] == pytest.approx(row["utilisation"][0], rel=1e-9)
+
+
+def test_texts_without_members_are_refused() -> None:
+    for text in ("\n", "# nothing\n", "x,y\n"):
+        found = kx.check_many(text)
+        assert set(found["status"]) == {"refused"} and all(found["message"])
+    for empty in ("", b"\xff"):
+        with pytest.raises(kx.InputError):
+            kx.check_many(empty)
+
+
+def test_lines_between_members_are_not_passed_over() -> None:
+    lost = MEMBER.split("\n", 1)[1]
+    with pytest.raises(kx.InputError, match="lines after END are not read"):
+        kx.check_many(MEMBER + lost)
+    assert kx.check_many(MEMBER + "# a comment\n\n" + MEMBER)["status"].tolist() == ["pass", "pass"]
+
+
+def test_more_defects_than_are_listed() -> None:
+    bad = MEMBER.replace("MEMBERPOINT,2,2.5", "MEMBERPOINT,2,two").replace("Free,0", "Fre,0")
+    found = kx.check_many(bad * 600)
+    assert set(found["status"]) == {"refused"} and all(found["message"])
