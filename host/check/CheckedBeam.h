@@ -33,4 +33,8 @@ std::vector<MemberWarning> WarningsOf(const Beam& beam);
 /// BadMember, with the place in the beam file, where the design code rejects what all members have.
 CheckedMember CheckBeam(const Beam& beam, const CodeChoice& choice, bool withText);
 
+/// Gives the rules of a checked beam the steps of their calculations, each from the combination that it comes from; limits of deflection have none. Each
+/// of these combinations is checked once more, with text.
+void AddSteps(const Beam& beam, const CodeChoice& choice, CheckedMember& checked);
+
 } // namespace Keltrix::Host

@@ -308,7 +308,7 @@ void RequireAccepted(const MemberFile& file, std::size_t i, const Design::Member
     throw file.Refusal(i, KeywordOf(refusal.subject), "code", Utf8(refusal.reason), {});
 }
 
-CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoice& choice, bool withText)
+CheckedMember ReadToCheck(const MemberFile& file, std::size_t i, const CodeChoice& choice)
 {
     CheckedMember checked;
     checked.file = file.Name();
@@ -322,8 +322,11 @@ CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoic
     const CSteelGrade grade = ReadMember(file, i, *checked.code, *checked.member);
     checked.title = Utf8(checked.member->GetTitle());
     SetGradeOf(file, i, *checked.code, *checked.member, grade);
-    if (!withText) checked.result->EnableText(false);
-    checked.member->SetResult(checked.result.get());
+    return checked;
+}
+
+void RunCheck(const MemberFile& file, std::size_t i, CheckedMember& checked)
+{
     const bool passed = checked.member->Check();
     checked.findings = checked.coded->Findings();
     RequireAccepted(file, i, checked.findings);
@@ -332,10 +335,18 @@ CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoic
     checked.failed = checked.result->HasFailed() || checked.findings.HasFailed();
     checked.momentMajor = MomentsOf(*checked.member, Design::Bending::Major);
     checked.momentMinor = MomentsOf(*checked.member, Design::Bending::Minor);
-    checked.warnings = file.WarningsOf(i);
-    checked.fileWarnings = checked.warnings.size();
     TakeWarnings(file, i, checked);
     NoteLargeUtilisation(checked);
+}
+
+CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoice& choice, bool withText)
+{
+    CheckedMember checked = ReadToCheck(file, i, choice);
+    if (!withText) checked.result->EnableText(false);
+    checked.member->SetResult(checked.result.get());
+    checked.warnings = file.WarningsOf(i);
+    checked.fileWarnings = checked.warnings.size();
+    RunCheck(file, i, checked);
     return checked;
 }
 

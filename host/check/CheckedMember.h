@@ -80,6 +80,14 @@ void SetGradeOf(const MemberFile& file, std::size_t i, const Design::DesignCode&
 /// none of its values as given, with the reason of the code and the line that it speaks of.
 void RequireAccepted(const MemberFile& file, std::size_t i, const Design::MemberFindings& findings);
 
+/// Reads member i of a file for a check by RunCheck; the result is not yet the member's. Throws BadMember where the design code rejects the section,
+/// the grade or a factor.
+CheckedMember ReadToCheck(const MemberFile& file, std::size_t i, const CodeChoice& choice);
+
+/// Checks a member that was read from place i of a file and has its result. The warnings of the check are added to those
+/// that it has. Throws BadMember where the design code rejects a value.
+void RunCheck(const MemberFile& file, std::size_t i, CheckedMember& checked);
+
 /// Reads member i of a file and checks it. Without `withText` the result holds no text, which saves most of the time.
 /// Throws BadMember where the design code rejects the section, the grade or a factor.
 CheckedMember CheckMember(const MemberFile& file, std::size_t i, const CodeChoice& choice, bool withText);

@@ -37,6 +37,8 @@ public:
     const MemberText& Member(std::size_t i) const { return m_check.members[i]; }
     /// Whether every warning is an error.
     bool IsStrict() const { return m_reading.isStrict; }
+    /// Whether numbers and positions may leave gaps.
+    bool AllowsGaps() const { return m_reading.allowGaps; }
     /// "floor.csv" where a file on disk holds one member, else "floor.csv:21", with the line at which member i starts.
     std::string NameOf(std::size_t i) const;
 

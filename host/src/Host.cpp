@@ -106,10 +106,13 @@ Outcome OutcomeOfBeam(const std::string& name, std::string_view text, const Read
         outcome.diagnostics.back().message = BeamMessage(defect, name);
     }
     try {
-        if (beam->members.empty())
+        if (beam->members.empty()) {
             outcome.status = "refused";
-        else
-            TakeChecked(outcome, CheckBeam(*beam, choice, true));
+        } else {
+            CheckedMember checked = CheckBeam(*beam, choice, true);
+            AddSteps(*beam, choice, checked);
+            TakeChecked(outcome, std::move(checked));
+        }
         outcome.loads = LoadPartOf(beam);
     } catch (const BadMember& refusal) {
         outcome.status = "refused";

@@ -13,13 +13,16 @@ from . import _keltrix
 if not _keltrix.is_main_interpreter():
     raise ImportError("keltrix works in the main interpreter of a process alone, not in subinterpreters")
 
+from . import dask
 from ._beams import Beam
 from ._checks import check_file, check_text, report, validate
 from ._codes import Code, Option, Term, codes
 from ._errors import Diagnostic, InputError
 from ._imports import Imported, from_table
 from ._members import Member
+from ._pynite import from_pynite
 from ._results import Finding, Resistance, Result, Results, Step
+from ._saf import read_saf, write_saf
 from ._sections import Section, Sections, SectionValue, sections
 from ._studies import Buckling, Candidate, Design, buckling, capacity, design
 from ._tables import check_many, columns, member_of_row
@@ -53,10 +56,14 @@ __all__ = [
     "check_text",
     "codes",
     "columns",
+    "dask",
     "design",
+    "from_pynite",
     "from_table",
     "member_of_row",
+    "read_saf",
     "report",
     "sections",
     "validate",
+    "write_saf",
 ]

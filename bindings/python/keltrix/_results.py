@@ -73,8 +73,8 @@ class Finding:
     combination : str
         Load combination of a beam from which it comes; empty without one.
     steps : tuple of Step
-        The calculation, where the design code gives it; none of a beam, each of whose findings may come from another
-        combination. Its `Result.report` and its sheet have that of the combination with the largest utilisation.
+        The calculation, where the design code gives it; of a beam that of `combination`. Limits of deflection have
+        none.
     """
 
     rule: str

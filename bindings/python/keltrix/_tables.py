@@ -11,8 +11,9 @@ import numpy.typing as npt
 
 from . import _keltrix
 from ._errors import InputError
+from ._imports import Imported
 from ._members import Member
-from ._settings import OptionValue, make_settings
+from ._settings import OptionValue, bytes_of, make_settings
 
 if TYPE_CHECKING:
     import pandas  # type: ignore[import]
@@ -160,7 +161,7 @@ def _jobs(jobs: int) -> int:
 
 
 def check_many(
-    table: Mapping[str, Any] | pandas.DataFrame,
+    table: Mapping[str, Any] | pandas.DataFrame | Imported | str | bytes,
     code: str = "",
     annex: str = "",
     *,
@@ -168,17 +169,20 @@ def check_many(
     progress: Callable[[int, int], object] | None = None,
     **options: OptionValue,
 ) -> Any:
-    """Checks a table of simple members, a row each.
+    """Checks a table of simple members, a row each, or many general members.
 
     A row is one member between two points with linear moments, or the parabola of a uniform load, between them.
     Its columns are those of `columns`; "section", "grade" and "length" are required. A value that stands alone in a
     dictionary is that of all rows. Lengths are in m, forces in N, moments in N.m; tension is above zero, and a member
     that sags has major-axis moments below zero, as the load `w` makes them.
 
+    General members come from a table of members and a table of their stations by `from_table`, or as the text of
+    member files.
+
     Parameters
     ----------
-    table : pandas.DataFrame, or mapping of str to array
-        The columns.
+    table : pandas.DataFrame, mapping of str to array, Imported, str or bytes
+        The columns, or the general members.
     code, annex : str
         Id of the design code and its national annex; without them the first ones.
     jobs : int
@@ -196,7 +200,7 @@ def check_many(
         and its place are those of the largest utilisation. A row that cannot be checked has the status "refused",
         an utilisation that is not a number and the reason in "message"; it keeps no other row from being checked.
         Of a row that was not checked in full "message" begins with the rule that was not evaluated. Warnings and
-        notes follow there.
+        notes follow there. Of general members a dictionary, with their titles in the column "title".
 
     Raises
     ------
@@ -213,6 +217,8 @@ def check_many(
     """
     settings = make_settings(code, annex, False, False, options).native
     threads = _jobs(jobs)
+    if isinstance(table, (Imported, str, bytes)):
+        return _check_members(table, settings, threads, progress)
     rows = _Table(table, settings)
     found: dict[str, npt.NDArray[Any]] = {
         name: np.empty(rows.count, dtype=kind) for name, kind in _RESULTS
@@ -231,6 +237,22 @@ def check_many(
     import pandas
 
     return pandas.DataFrame(found, index=getattr(table, "index"))
+
+
+def _check_members(
+    members: Imported | str | bytes,
+    settings: _keltrix.Settings,
+    threads: int,
+    progress: Callable[[int, int], object] | None,
+) -> dict[str, npt.NDArray[Any]]:
+    text = bytes_of(members.text if isinstance(members, Imported) else members)
+    columns = _keltrix.check_members(text, "members", settings, threads)
+    found = {name: np.asarray(columns[name], dtype=kind) for name, kind in (("title", object), *_RESULTS)}
+    if len(found["title"]) == 0:
+        raise InputError("the text holds no member")
+    if progress is not None:
+        progress(len(found["title"]), len(found["title"]))
+    return found
 
 
 def _refuse(found: dict[str, npt.NDArray[Any]], row: int, message: str) -> None:

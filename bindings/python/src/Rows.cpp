@@ -1,13 +1,16 @@
-// Tables of simple members: a row is one member between two points, with linear moments or a uniform load between them. Each row becomes the text
-// of a member file, which is read and checked as any other.
+// Tables of simple members: a row is one member between two points, with linear moments or a uniform load between them. Each row stands for the text
+// of a member file. Rows that share their words share one file, in which their numbers change; where anything is to be said of a row, its own text is
+// written and read.
 
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <bit>
 #include <cmath>
 #include <limits>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <thread>
 #include <unordered_map>
@@ -18,11 +21,12 @@
 
 #include "Bindings.h"
 #include "MemberWords.h"
-#include "check/CheckedMember.h"
+#include "check/CheckedForm.h"
 #include "keltrix/host/Host.h"
 #include "memberfile/MemberFile.h"
 #include "memberfile/MemberText.h"
 #include "text/BadInput.h"
+#include "text/SourceText.h"
 #include "text/Text.h"
 
 namespace Keltrix::Python {
@@ -208,6 +212,61 @@ void Take(const Host::CheckedMember& checked, RowResult& result)
         result.message += (result.message.empty() ? "" : "; ") + warning.text;
 }
 
+// --- Rows that differ in their numbers alone ---
+
+// What rows have in common that share a member file: the places of their words, and the bits of the numbers that are read with the words.
+using FormKey = std::array<std::uint64_t, 12>;
+
+struct FormHash {
+    std::size_t operator()(const FormKey& key) const
+    {
+        std::uint64_t hash = 14695981039346656037u;
+        for (const std::uint64_t part : key) {
+            hash = (hash ^ part) * 1099511628211u;
+            hash ^= hash >> 29;
+        }
+        return static_cast<std::size_t>(hash);
+    }
+};
+
+// The forms of one thread. A file is made a form where its words come a second time, so that rows of which no two are alike cost nothing more.
+class Forms {
+public:
+    using Form = std::unique_ptr<Host::CheckedForm>;
+
+    // The place of the form, empty where it is still to be made. Null where the words are new, or too many are known.
+    Form* Find(const FormKey& key)
+    {
+        const auto at = m_forms.find(key);
+        if (at != m_forms.end()) return &at->second;
+        if (m_forms.size() < MOST) m_forms[key];
+        return nullptr;
+    }
+
+private:
+    static constexpr std::size_t MOST = 4096;
+    std::unordered_map<FormKey, Form, FormHash> m_forms;
+};
+
+// Calls work(i, thread) for each i below the count, in blocks that the threads take as they come. The work throws nothing.
+template <class Work>
+void ShareOut(std::size_t count, unsigned int jobs, const Work& work)
+{
+    std::atomic<std::size_t> next{0};
+    constexpr std::size_t block = 64;
+    const auto take = [&](unsigned int thread) {
+        for (std::size_t at = next.fetch_add(block); at < count; at = next.fetch_add(block))
+            for (std::size_t i = at; i < std::min(at + block, count); ++i)
+                work(i, thread);
+    };
+    std::vector<std::thread> helpers;
+    for (unsigned int i = 1; i < jobs && i * block < count; ++i)
+        helpers.emplace_back(take, i);
+    take(0);
+    for (std::thread& helper : helpers)
+        helper.join();
+}
+
 // --- The table ---
 
 using Numbers = py::array_t<double, py::array::c_style | py::array::forcecast>;
@@ -243,22 +302,13 @@ public:
         return Host::MemberFileText(ContentOf(row));
     }
 
-    std::vector<RowResult> Check(std::size_t first, std::size_t count, unsigned int jobs) const
+    // One call at a time: the forms of the threads stay for the next call.
+    std::vector<RowResult> Check(std::size_t first, std::size_t count, unsigned int jobs)
     {
         std::vector<RowResult> results(count);
-        std::atomic<std::size_t> next{0};
-        constexpr std::size_t block = 64;
-        const auto work = [&] {
-            for (std::size_t at = next.fetch_add(block); at < count; at = next.fetch_add(block))
-                for (std::size_t i = at; i < std::min(at + block, count); ++i)
-                    results[i] = CheckRow(first + i);
-        };
-        std::vector<std::thread> helpers;
-        for (unsigned int i = 1; i < jobs && i * block < count; ++i)
-            helpers.emplace_back(work);
-        work();
-        for (std::thread& helper : helpers)
-            helper.join();
+        if (m_forms.size() < std::max(jobs, 1u)) m_forms.resize(std::max(jobs, 1u));
+        ShareOut(count, jobs,
+                 [&](std::size_t i, unsigned int thread) { results[i] = CheckRow(first + i, m_forms[thread]); });
         return results;
     }
 
@@ -328,6 +378,21 @@ private:
         return restraint;
     }
 
+    std::vector<Steel::CMemberPoint> PointsOf(std::size_t row) const
+    {
+        std::vector<Steel::CMemberPoint> points(2);
+        for (Steel::CMemberPoint& point : points)
+            point.SetRestraint(AtHeight(row));
+        points[1].SetPos(Number(LENGTH, row));
+        return points;
+    }
+
+    std::optional<std::array<double, 3>> LengthsOf(std::size_t row) const
+    {
+        if (std::isnan(Number(LENGTH_MAJOR, row))) return std::nullopt;
+        return {{Number(LENGTH_MAJOR, row), Number(LENGTH_MINOR, row), Number(LENGTH_LT, row)}};
+    }
+
     Host::MemberContent ContentOf(std::size_t row) const
     {
         Host::MemberContent content;
@@ -338,24 +403,51 @@ private:
         content.netToGross = Number(NET_TO_GROSS, row);
         content.plasticToElastic = Number(PLASTIC_TO_ELASTIC, row);
         content.shearLag = Number(SHEAR_LAG, row);
-        if (!std::isnan(Number(LENGTH_MAJOR, row)))
-            content.effectiveLengths = {Number(LENGTH_MAJOR, row), Number(LENGTH_MINOR, row), Number(LENGTH_LT, row)};
+        content.effectiveLengths = LengthsOf(row);
         if (!std::isnan(Number(MOMENT_FACTOR, row))) content.momentFactor = Number(MOMENT_FACTOR, row);
-        content.points.resize(2);
-        for (Steel::CMemberPoint& point : content.points)
-            point.SetRestraint(AtHeight(row));
-        content.points[1].SetPos(Number(LENGTH, row));
+        content.points = PointsOf(row);
         content.pointWords = {m_texts[RESTRAINT_START].Value(row), m_texts[RESTRAINT_END].Value(row)};
         content.subSpans = {SubSpanOf(row)};
         content.subSpanWords = {m_texts[RESTRAINT_ALONG].Value(row)};
         return content;
     }
 
-    RowResult CheckRow(std::size_t row) const
+    Host::MemberFile FileOf(std::size_t row) const
+    {
+        return Host::MemberFile(Host::SourceText{NameOf(row), Host::Wide(Text(row))}, m_reading);
+    }
+
+    // The title is no part of a key: nothing that a table gives back depends on it.
+    FormKey KeyOf(std::size_t row) const
+    {
+        FormKey key{m_types[row]};
+        std::size_t at = 1;
+        for (const TextColumn column : {SECTION, GRADE, RESTRAINT_START, RESTRAINT_END, RESTRAINT_ALONG})
+            key[at++] = m_texts[column].Place(row);
+        for (const NumberColumn column : {LOAD_HEIGHT, MOMENT_FACTOR, NET_TO_GROSS, PLASTIC_TO_ELASTIC, SHEAR_LAG})
+            key[at++] = std::bit_cast<std::uint64_t>(Number(column, row));
+        key[at++] = std::isnan(Number(LENGTH_MAJOR, row)) ? 0 : 1;
+        return key;
+    }
+
+    // Null where the row's own text has to be read.
+    const Host::CheckedMember* CheckByForm(std::size_t row, Forms& forms) const
+    {
+        Forms::Form* const form = forms.Find(KeyOf(row));
+        if (!form || !FaultOf(row).empty()) return nullptr;
+        if (!*form) *form = std::make_unique<Host::CheckedForm>(FileOf(row), m_choice);
+        return (*form)->Check({PointsOf(row), {SubSpanOf(row)}, LengthsOf(row)});
+    }
+
+    RowResult CheckRow(std::size_t row, Forms& forms) const
     {
         RowResult result;
         try {
-            const Host::MemberFile file(Host::SourceText{NameOf(row), Host::Wide(Text(row))}, m_reading);
+            if (const Host::CheckedMember* const checked = CheckByForm(row, forms)) {
+                Take(*checked, result);
+                return result;
+            }
+            const Host::MemberFile file = FileOf(row);
             for (const Host::Defect& defect : file.Check().defects)
                 if (defect.severity == Host::Severity::Error)
                     result.message += (result.message.empty() ? "" : "; ") + defect.Statement();
@@ -377,6 +469,7 @@ private:
     std::array<std::vector<double>, NUMBERS> m_numbers;
     std::vector<std::uint32_t> m_types;                           // of each row a place in the next
     std::vector<std::pair<std::string, std::string>> m_typeWords; // the word, or what is wrong with it
+    std::vector<Forms> m_forms;                                   // of each thread
 };
 
 // One text of Python for each text of the design code.
@@ -392,14 +485,9 @@ private:
     std::unordered_map<const wchar_t*, py::str> m_texts;
 };
 
-py::dict CheckRows(const Rows& rows, std::size_t first, std::size_t count, unsigned int jobs)
+py::dict ColumnsOf(const std::vector<RowResult>& results)
 {
-    if (first > rows.Count() || count > rows.Count() - first) throw py::index_error("no such rows");
-    std::vector<RowResult> results;
-    {
-        const py::gil_scoped_release release;
-        results = rows.Check(first, count, jobs);
-    }
+    const std::size_t count = results.size();
     Interned interned;
     const py::str words[] = {py::str(STATUS_WORDS[PASS]), py::str(STATUS_WORDS[FAIL]),
                              py::str(STATUS_WORDS[NOT_CHECKED]), py::str(STATUS_WORDS[REFUSED])};
@@ -440,11 +528,76 @@ py::dict CheckRows(const Rows& rows, std::size_t first, std::size_t count, unsig
     return made;
 }
 
+py::dict CheckRows(Rows& rows, std::size_t first, std::size_t count, unsigned int jobs)
+{
+    if (first > rows.Count() || count > rows.Count() - first) throw py::index_error("no such rows");
+    std::vector<RowResult> results;
+    {
+        const py::gil_scoped_release release;
+        results = rows.Check(first, count, jobs);
+    }
+    return ColumnsOf(results);
+}
+
+// --- Member files ---
+
+RowResult CheckOne(const Host::MemberFile& file, std::size_t i, const Host::CodeChoice& choice)
+{
+    RowResult result;
+    try {
+        if (!file.Member(i).hasErrors) {
+            Take(Host::CheckMember(file, i, choice, false), result);
+            return result;
+        }
+        for (const Host::Defect& defect : file.Check().DefectsOf(i))
+            if (defect.severity == Host::Severity::Error)
+                result.message += (result.message.empty() ? "" : "; ") + defect.Statement();
+        if (!result.message.empty()) return result;
+        for (const std::string& error : file.UnlistedErrorsOf(i))
+            result.message += (result.message.empty() ? "" : "; ") + error;
+    } catch (const Host::BadMember& refusal) {
+        result.message = refusal.defect.Statement();
+    } catch (const std::bad_alloc&) {
+        result.message = "not enough memory for this member";
+    } catch (const std::exception& failure) {
+        result.message = failure.what();
+    }
+    return result;
+}
+
+// The columns of all members of a text, with their titles.
+py::dict CheckMembers(const py::bytes& text, const std::string& name, const Host::Settings& settings, unsigned int jobs)
+{
+    const std::string_view bytes = text;
+    std::vector<RowResult> results;
+    std::vector<std::string> titles;
+    {
+        const py::gil_scoped_release release;
+        const Host::CodeChoice choice = Host::ChooseCode(settings.code, settings.annex, settings.options);
+        const Host::MemberFile file(Host::DecodeText(name, bytes), {settings.allowGaps, settings.isStrict});
+        // Lines between members could be one that has lost its TITLE.
+        for (const Host::Defect& defect : file.Check().defects)
+            if (defect.member == Host::Defect::NO_MEMBER) throw Host::BadInput(defect.Text(file.Name()));
+        results.resize(file.MemberCount());
+        titles.reserve(file.MemberCount());
+        for (std::size_t i = 0; i < file.MemberCount(); ++i)
+            titles.push_back(Host::Utf8(file.Member(i).title));
+        ShareOut(results.size(), jobs, [&](std::size_t i, unsigned int) { results[i] = CheckOne(file, i, choice); });
+    }
+    py::dict made = ColumnsOf(results);
+    py::list words(titles.size());
+    for (std::size_t i = 0; i < titles.size(); ++i)
+        words[i] = TextOf(titles[i]);
+    made["title"] = words;
+    return made;
+}
+
 } // namespace
 
 void AddRows(py::module_& module)
 {
     module.def("row_columns", Columns);
+    module.def("check_members", CheckMembers, py::arg("text"), py::arg("name"), py::arg("settings"), py::arg("jobs"));
     py::class_<Rows>(module, "Rows")
         .def(py::init<const std::vector<py::list>&, const Numbers&, const Host::Settings&>(), py::arg("texts"),
              py::arg("numbers"), py::arg("settings"))

@@ -13,7 +13,8 @@ import keltrix as kx
 ORDER = [
     ("Beams and members", ["Beam", "Member"]),
     ("Checks", ["check_text", "check_file", "check_many", "columns", "member_of_row", "validate", "report"]),
-    ("Tables of other programs", ["from_table", "Imported"]),
+    ("Tables of other programs", ["from_table", "from_pynite", "read_saf", "write_saf", "Imported"]),
+    ("Many machines", ["dask"]),
     ("Results", ["Result", "Results", "Finding", "Step", "Resistance", "Diagnostic", "InputError"]),
     ("Studies", ["design", "Design", "Candidate", "capacity", "buckling", "Buckling"]),
     ("Sections and design codes", ["sections", "Sections", "Section", "SectionValue", "codes", "Code", "Option", "Term"]),
@@ -89,6 +90,12 @@ def entry_of(name: str) -> str:
     what = getattr(kx, name)
     if name == "sections":
         return "#### `sections`\n\nThe catalogue of this process, of the class `Sections`.\n"
+    if inspect.ismodule(what):
+        text = f"#### `{name}`\n\n{markdown_of(inspect.getdoc(what) or '')}"
+        for one in what.__all__:
+            function = getattr(what, one)
+            text += f"\n##### `{signature_of(f'{name}.{one}', function)}`\n\n{markdown_of(doc_of(function))}"
+        return text
     is_class = inspect.isclass(what)
     head = signature_of(name, what) if not is_class or name in ("Beam", "Member") else name
     text = f"#### `{head}`\n\n{markdown_of(inspect.getdoc(what) or '')}"

@@ -153,3 +153,22 @@ def test_strict_makes_errors_of_warnings() -> None:
     assert any(one.severity == "warning" for one in beam.check().warnings)
     with pytest.raises(kx.InputError):
         beam.check(strict=True)
+
+
+@pytest.mark.parametrize("code", ["bs5950", "ec3"])
+def test_each_finding_has_the_steps_of_its_combination(code: str) -> None:
+    beam = kx.Beam("UB 457x191x67", "S275", length=6.0, self_weight=False, deflection=False).restrain("top")
+    beam.add_udl(10.0, case="Dead", kind="permanent").add_udl(20.0, case="Imposed", kind="imposed", category="B")
+    beam.add_load(case="Wind", kind="wind", axial=-200.0, at=6.0)
+    result = beam.check(code)
+    combinations = {one.combination for one in result.findings if one.steps}
+    assert len(combinations) >= 2, "rules come from several combinations"
+    assert result.governing is not None and result.governing.steps
+    for one in result.findings:
+        if one.status == "passed" and one.utilisation > 0.0 and one.topic != "deflection":
+            assert one.steps, one
+    # M of the combination that it names: 1.4 * 10 + 1.6 * 20 kN/m or 1.35 * 10 + 1.5 * 20 kN/m over 6 m.
+    load = {"bs5950": 46.0, "ec3": 43.5}[code]
+    bending = next(one for one in result.findings if one.topic == "bending, major axis" and one.steps)
+    moment = load * 36.0 / 8.0
+    assert any(f"{moment:.5g}" in step.formula or step.value == pytest.approx(moment * 1e3) for step in bending.steps), bending.steps

@@ -70,6 +70,8 @@ def documented() -> list[tuple[str, Any]]:
         what = getattr(kx, name)
         if inspect.isfunction(what):
             found.append((name, what))
+        elif inspect.ismodule(what):
+            found += [(f"{name}.{one}", getattr(what, one)) for one in what.__all__]
         elif inspect.isclass(what):
             found.append((name, what))
             found += [(f"{name}.{one}", member) for one, member in reference.members_of(what)]
@@ -92,9 +94,14 @@ def test_every_parameter_is_told(name: str, what: Any) -> None:
 
 @pytest.mark.parametrize("path", sorted((PACKAGE / "examples").glob("*.py")), ids=lambda path: path.name)
 def test_examples_run(path: Path) -> None:
+    for needed in re.findall(r"^import (openpyxl|distributed|matplotlib)", path.read_text(encoding="utf-8"), re.MULTILINE):
+        pytest.importorskip(needed)
     done = subprocess.run([sys.executable, "-B", str(path)], capture_output=True, encoding="utf-8", check=False)
     assert done.returncode == 0, done.stderr
     assert done.stdout.count("\n") >= 3
+    command = f"$ ./python bindings/python/examples/{path.name}\n"
+    page = PAGE.read_text(encoding="utf-8")
+    assert command not in page or command + done.stdout + "```" in page or command + done.stdout + "$" in page
 
 
 def test_no_design_code_is_named_in_the_package() -> None:

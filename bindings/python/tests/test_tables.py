@@ -8,7 +8,7 @@ from typing import Any
 import numpy as np
 import pandas as pd
 import pytest
-from support import ksteel_json, settings
+from support import MEMBER, MEMBER_FILES, SOURCE, ksteel_json, settings
 
 import keltrix as kx
 
@@ -76,6 +76,38 @@ def test_rows_are_the_command_lines(code: str, annex: str) -> None:
         assert found["status"][row] == record["status"]
         # JSON has no infinity.
         assert found["utilisation"][row] == (np.inf if record["overall"] is None else record["overall"])
+
+
+def odd_table(seed: int, rows: int) -> dict[str, Any]:
+    """The same with effective lengths, factors, titles and numbers that nobody means, and so few words that most rows share them."""
+    rng = random.Random(seed)
+    table = random_table(seed, rows)
+    odd = [0.0, -0.0, 1e-320, 1e-9, 1e15, 1e300, float("inf"), float("nan"), 150.0, -5.0]
+    table["section"] = [rng.choice(["UB 457x191x67", "UC 254x254x89", "RHS 200x100x6.3", "UB 1"]) for _ in range(rows)]
+    table["restraint_start"] = table["restraint_end"] = [rng.choice(["Pinned", "Pinned", "Free", "0"]) for _ in range(rows)]
+    table["title"] = [rng.choice(["", "A, b", " # c", "END", "a\n"]) for _ in range(rows)]
+    table["type"] = [rng.choice(["", "", "", "welded"]) for _ in range(rows)]
+    for name in ("length", "N", "Myy_start", "w"):
+        table[name] = [rng.choice(odd) if rng.random() < 0.1 else value for value in table[name]]
+    given = [rng.random() < 0.3 for _ in range(rows)]
+    for name in ("Lyy", "Lzz", "Llt"):
+        table[name] = [(rng.choice([3.0, -0.85, 0.0, 1e300]) if one else float("nan")) for one in given]
+    table["load_height"] = [rng.choice([0.0, 0.0, 0.25, 0.123456789, 6.0, -0.0]) for _ in range(rows)]
+    table["moment_factor"] = [rng.choice([float("nan"), 1.0, 0.3]) for _ in range(rows)]
+    table["plastic_to_elastic"] = [rng.choice([1.2, 1.2, 1.7, 0.5]) for _ in range(rows)]
+    return table
+
+
+@pytest.mark.parametrize(("code", "annex", "rows"), [("bs5950", "", 6000), ("ec3", "uk", 1500)])
+def test_rows_that_share_their_words_are_what_each_is_alone(code: str, annex: str, rows: int) -> None:
+    # The only row of a table is always read from its own text.
+    table = odd_table(17, rows)
+    found = kx.check_many(table, code, annex)
+    for row in range(rows):
+        alone = kx.check_many({name: values[row : row + 1] for name, values in table.items()}, code, annex)
+        got, want = ({name: repr(one[name][at]) for name in RESULTS} for one, at in ((found, row), (alone, 0)))
+        assert got == want, {name: values[row] for name, values in table.items()}
+    assert {"pass", "fail", "refused"} <= set(found["status"])
 
 
 def test_a_uniform_load_is_that_of_a_beam() -> None:
@@ -278,3 +310,58 @@ def test_every_column_is_told() -> None:
     columns = kx.columns()
     assert {"section", "grade", "length", "N", "Myy_start", "restraint_along"} <= set(columns)
     assert all(meaning for _, meaning in columns.values())
+
+
+@pytest.mark.parametrize(("code", "annex"), [("bs5950", ""), ("ec3", "uk")])
+def test_general_members_are_the_command_lines(code: str, annex: str) -> None:
+    texts = [(SOURCE / path).read_text(encoding="utf-8") for path in MEMBER_FILES]
+    bad = MEMBER.replace("S275", "S1").replace("TITLE,Beam", "TITLE,Bad")
+    text = "".join(texts * 20) + bad
+    records = ksteel_json("check", "-", *settings(code, annex), text="".join(texts * 20))
+    want = {record["title"]: record for record in records}
+    for jobs in (1, 2):
+        found = kx.check_many(text, code, annex, jobs=jobs)
+        assert list(found) == ["title", *RESULTS] and found["status"][-1] == "refused" and "S1" in found["message"][-1]
+        assert found["title"][-1] == "Bad" and np.isnan(found["utilisation"][-1])
+        for row, title in enumerate(found["title"][:-1]):
+            if found["status"][row] == "refused":
+                assert title not in want and found["message"][row]
+                continue
+            record = want[title]
+            governing = next((one for one in record["checks"] if one["governing"]), None)
+            assert (found["status"][row], found["section_class"][row]) == (record["status"], record["class"])
+            assert found["utilisation"][row] == (np.inf if record["overall"] is None else record["overall"])
+            if governing is not None:
+                assert (found["rule"][row], found["clause"][row], found["start"][row]) == tuple(governing[name] for name in ("rule", "clause", "start"))
+    assert len(found["title"]) == 20 * len(texts) + 1
+
+
+def test_member_and_station_rows() -> None:
+    stations = {"member": ["B1"] * 3, "case": ["ULS"] * 3, "station [m]": [0.0, 3.0, 6.0], "Vz [kN]": [60.0, 0.0, -60.0], "My [kNm]": [0.0, 90.0, 0.0]}
+    members = {"member": ["B1"], "section": ["UB 457x191x67"], "grade": ["S275"], "length [m]": [6.0], "start": ["Pinned"], "end": ["Pinned"]}
+    none = {field: "none" for field in ("N", "Vy", "T", "Mz")}
+    found = kx.check_many(kx.from_table(stations, members, "z-down", columns=none))
+    row = kx.check_many({"section": "UB 457x191x67", "grade": "S275", "length": 6.0, "w": 20e3})
+    assert found["title"].tolist() == ["B1: ULS"] and found["utilisation"][0] == pytest.approx(row["utilisation"][0], rel=1e-9)
+
+
+def test_texts_without_members_are_refused() -> None:
+    for text in ("\n", "# nothing\n", "x,y\n"):
+        found = kx.check_many(text)
+        assert set(found["status"]) == {"refused"} and all(found["message"])
+    for empty in ("", b"\xff"):
+        with pytest.raises(kx.InputError):
+            kx.check_many(empty)
+
+
+def test_lines_between_members_are_not_passed_over() -> None:
+    lost = MEMBER.split("\n", 1)[1]
+    with pytest.raises(kx.InputError, match="lines after END are not read"):
+        kx.check_many(MEMBER + lost)
+    assert kx.check_many(MEMBER + "# a comment\n\n" + MEMBER)["status"].tolist() == ["pass", "pass"]
+
+
+def test_more_defects_than_are_listed() -> None:
+    bad = MEMBER.replace("MEMBERPOINT,2,2.5", "MEMBERPOINT,2,two").replace("Free,0", "Fre,0")
+    found = kx.check_many(bad * 600)
+    assert set(found["status"]) == {"refused"} and all(found["message"])
