@@ -53,6 +53,13 @@ function(keltrix_library name alias)
   set_property(GLOBAL APPEND PROPERTY KELTRIX_LIBRARIES ${name})
 endfunction()
 
+# keltrix_design_code(NAME ALIAS ...): a keltrix_library that is a design code; the host has those of the global property
+# KELTRIX_DESIGN_CODES, a list of ALIASes, built in.
+function(keltrix_design_code name alias)
+  keltrix_library(${name} ${alias} ${ARGN})
+  set_property(GLOBAL APPEND PROPERTY KELTRIX_DESIGN_CODES ${alias})
+endfunction()
+
 # keltrix_packages(RESULT WHAT DEBIAN_PACKAGES PACKAGE...): whether all packages are there. If not, WHAT is left out, and the
 # end of the configuration says so; with KELTRIX_REQUIRE_ALL that is an error.
 function(keltrix_packages result what debian)
