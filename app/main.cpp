@@ -369,6 +369,7 @@ void AddCheck(CLI::App& app, Commands& commands, Shared& shared, CheckOptions& o
         ->capture_default_str();
     command->add_flag("--envelope", options.envelope, "The files are load cases of one member");
     command->add_flag("--combinations", options.combinations, "Each combination of a beam file as a member by itself");
+    command->add_flag("--steps", options.steps, "JSON with the steps of each rule's calculation");
     AddMemberOptions(*command, shared, options.code);
     command->add_option("--jobs", options.jobs, "Worker processes that share the members; 0 is one for each processor")
         ->check(CLI::Range(0, MOST_JOBS))

@@ -119,6 +119,10 @@ ExitCode Check(const CheckOptions& options, const Console& console)
     if (options.envelope && options.jobs != 1)
         throw BadUsage(
             "--jobs: the load cases of an envelope are merged in one process; share out the members instead");
+    if (options.steps && (options.format == Format::TABLE || options.report == "table"))
+        throw BadUsage("--steps: they are in the objects of --format json and jsonl; --report table has none, and the "
+                       "other reports print "
+                       "them by themselves");
     if (options.envelope) return CheckEnvelope(options, console);
 
     const int jobs = options.jobs == 0 ? MostWorkers() : options.jobs;

@@ -36,9 +36,9 @@ std::string TextOf(const CheckedMember& checked, const CheckOptions& options)
 {
     switch (options.format) {
     case Format::JSON:
-        return IndentedJson(JsonOf(checked), 1);
+        return IndentedJson(JsonOf(checked, options.steps), 1);
     case Format::JSON_LINES:
-        return JsonLine(options.report == "table" ? HeadlineJson(checked) : JsonOf(checked));
+        return JsonLine(options.report == "table" ? HeadlineJson(checked) : JsonOf(checked, options.steps));
     default:
         if (options.report == "table") return TableRow(checked);
         return RenderMarkup(ReportMarkup(checked, options.report) +
@@ -48,12 +48,12 @@ std::string TextOf(const CheckedMember& checked, const CheckOptions& options)
 }
 
 #ifdef KELTRIX_HOST_WITH_STATICS
-CheckedMember CheckOfBeam(const Beam& beam, const CodeChoice& choice, bool withText)
+CheckedMember CheckOfBeam(const Beam& beam, const CodeChoice& choice, bool withText, bool withSteps)
 {
-    return CheckBeam(beam, choice, withText);
+    return CheckBeam(beam, choice, withText, withSteps);
 }
 #else
-CheckedMember CheckOfBeam(const Beam&, const CodeChoice&, bool)
+CheckedMember CheckOfBeam(const Beam&, const CodeChoice&, bool, bool)
 {
     throw BadInput("a beam file, and this ksteel was built without Eigen, which it needs");
 }
@@ -61,10 +61,10 @@ CheckedMember CheckOfBeam(const Beam&, const CodeChoice&, bool)
 
 } // namespace
 
-CheckedMember CheckOne(const StreamMember& member, const CodeChoice& choice, bool withText)
+CheckedMember CheckOne(const StreamMember& member, const CodeChoice& choice, bool withText, bool withSteps)
 {
-    if (member.beam) return CheckOfBeam(*member.beam, choice, withText);
-    return CheckMember(*member.file, member.place, choice, withText);
+    if (member.beam) return CheckOfBeam(*member.beam, choice, withText, withSteps);
+    return CheckMember(*member.file, member.place, choice, withText || withSteps);
 }
 
 std::string RefusalLine(const Refusal& refusal)
@@ -93,7 +93,7 @@ OutputPiece PieceOf(const Refusal& refusal, const CheckOptions& options)
 CheckedMember CheckAsAsked(const StreamMember& member, const CheckOptions& options, const Console& console)
 {
     CheckedMember checked =
-        CheckOne(member, options.code, options.format == Format::TABLE && options.report != "table");
+        CheckOne(member, options.code, options.format == Format::TABLE && options.report != "table", options.steps);
     for (const MemberWarning& warning : checked.CheckWarnings())
         console.err(warning.Message());
     return checked;

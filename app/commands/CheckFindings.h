@@ -43,7 +43,7 @@ OutputPiece PieceOf(const CheckedMember& checked, const CheckOptions& options);
 OutputPiece PieceOf(const Refusal& refusal, const CheckOptions& options);
 
 /// A member or a beam of a stream, checked. Throws BadInput as CheckMember and CheckBeam do.
-CheckedMember CheckOne(const StreamMember& member, const CodeChoice& choice, bool withText);
+CheckedMember CheckOne(const StreamMember& member, const CodeChoice& choice, bool withText, bool withSteps = false);
 
 /// A member as the options want it to be checked, or a beam: the envelope of its combinations. What looks wrong in its findings goes to the
 /// console's errors. Throws BadInput as CheckMember does.

@@ -14,6 +14,7 @@ struct CheckOptions {
     std::string report = "brief"; ///< brief, verbose, summary or table
     bool envelope = false;        ///< the files are load cases of one member
     bool combinations = false;    ///< each combination of a beam is a member by itself
+    bool steps = false;           ///< JSON has the steps of each rule
     CodeChoice code;
     int jobs = 1; ///< worker processes; 0 is one for each processor
     Format format = Format::TABLE;

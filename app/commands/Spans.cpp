@@ -99,7 +99,7 @@ private:
         const std::string place = Length(lt.start) + " to " + Length(lt.end);
         if (lt.table.empty()) return "<b>" + Length(lt.length) + "</b> (as given for the whole member, " + place + ")";
         const std::string of = CompressionFlangeName(lt.flange) + ", " + place;
-        const std::string table = "BS 5950-1:2000 " + lt.table + (lt.cantilever ? ", cantilever" : "");
+        const std::string table = lt.standard + ' ' + lt.table + (lt.cantilever ? ", cantilever" : "");
         if (std::isinf(lt.length)) return "<red>none</red>: " + of + ": no row of " + table + " applies";
         return "<b>" + Length(lt.length) + "</b>: " + of + " (" + table + ": " + lt.row + ")";
     }

@@ -101,6 +101,19 @@ private:
 
 } // namespace
 
+const wchar_t* TextOf(LateralTable table)
+{
+    switch (table) {
+    case LateralTable::Table13:
+        return L"Table 13";
+    case LateralTable::Table14:
+        return L"Table 14";
+    case LateralTable::LongerOfBoth:
+        break;
+    }
+    return L"the longer of Tables 13 and 14";
+}
+
 bool IsDestabilised(const Stretch& stretch, const std::vector<CMemberPoint>& points,
                     const std::vector<Steel::CSubSpan>& subSpans)
 {

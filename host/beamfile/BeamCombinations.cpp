@@ -8,21 +8,21 @@ namespace Keltrix::Host {
 
 namespace {
 
-using Statics::Basis;
-using Statics::Expression;
+using Statics::CombinationStandard;
 using Statics::LimitState;
 
 constexpr std::size_t MOST_RULES = 200;
 constexpr NumberRange FACTOR{-100.0, 100.0, "a factor, -100 to 100, or [unfavourable, favourable]"};
 
-constexpr CombinationStandard STANDARDS[] = {
-    {"bs5950", "BS 5950-1", {Basis::BS5950, Expression::E610}},
-    {"en1990", "EN 1990 with its recommended values, (6.10)", {Basis::EN1990, Expression::E610}},
-    {"en1990-610ab", "EN 1990 with its recommended values, (6.10a) and (6.10b)", {Basis::EN1990, Expression::E610ab}},
-    {"en1990-uk", "EN 1990 with the UK National Annex, (6.10)", {Basis::EN1990UK, Expression::E610}},
-    {"en1990-uk-610ab",
-     "EN 1990 with the UK National Annex, (6.10a) and (6.10b)",
-     {Basis::EN1990UK, Expression::E610ab}}};
+// As long as the names live.
+std::vector<const char*> WordsOf(const std::vector<std::string>& names)
+{
+    std::vector<const char*> words;
+    words.reserve(names.size());
+    for (const std::string& name : names)
+        words.push_back(name.c_str());
+    return words;
+}
 
 class CombinationReader {
 public:
@@ -30,12 +30,11 @@ public:
 
     void Read()
     {
-        std::vector<const char*> words;
-        for (const CombinationStandard& standard : STANDARDS)
-            words.push_back(standard.word);
+        const std::vector<std::string> names = CombinationNames();
+        const std::vector<const char*> words = WordsOf(names);
         m_file.combinationsLine = m_keys.LineOf(m_keys.Has("combinations") ? "combinations" : "combination");
         const std::optional<std::size_t> place = m_keys.Word("combinations", words);
-        if (place) m_file.standard = STANDARDS[*place].options;
+        if (place) m_file.standard = &Statics::CombinationStandards()[*place];
         for (const toml::table* table : m_keys.Tables("combination", MOST_RULES))
             ReadOne(*table);
     }
@@ -120,28 +119,23 @@ private:
 
 } // namespace
 
-const CombinationStandard* StandardNamed(std::wstring_view word)
+const CombinationStandard* StandardNamed(std::wstring_view name)
 {
-    for (const CombinationStandard& standard : STANDARDS)
-        if (SameWord(word, Wide(standard.word).View())) return &standard;
+    for (const CombinationStandard& standard : Statics::CombinationStandards())
+        if (SameWord(name, standard.name)) return &standard;
     return nullptr;
 }
 
 std::vector<std::string> CombinationNames()
 {
     std::vector<std::string> names;
-    for (const CombinationStandard& standard : STANDARDS)
-        names.emplace_back(standard.word);
+    names.reserve(Statics::CombinationStandards().size());
+    for (const CombinationStandard& standard : Statics::CombinationStandards())
+        names.push_back(Utf8(standard.name));
     return names;
 }
 
-std::string StandardWords()
-{
-    std::vector<const char*> words;
-    for (const CombinationStandard& standard : STANDARDS)
-        words.push_back(standard.word);
-    return InWords(words);
-}
+std::string StandardWords() { return InWords(WordsOf(CombinationNames())); }
 
 void ReadCombinations(TomlKeys& keys, BeamFile& file) { CombinationReader(keys, file).Read(); }
 

@@ -105,9 +105,9 @@ LineNumber DeepKeyIn(std::string_view bytes)
     return 0;
 }
 
-class Reader {
+class BeamFileReader {
 public:
-    Reader(const std::string& name, const Design::DesignCode* code) : m_code(code) { m_file.name = name; }
+    BeamFileReader(const std::string& name, const Design::DesignCode* code) : m_code(code) { m_file.name = name; }
 
     BeamFile Read(std::string_view bytes)
     {
@@ -387,7 +387,7 @@ void SetSectionOf(BeamFile& file, const NamedSection& named, const Design::Desig
 BeamFile ReadBeamFile(const std::string& name, std::string_view bytes, const Design::DesignCode* code)
 {
     if (bytes.size() <= LARGEST_BEAM_FILE) DecodeText(name, bytes); // for its messages
-    return Reader(name, code).Read(bytes);
+    return BeamFileReader(name, code).Read(bytes);
 }
 
 std::string FlangeHeightFault(const BeamFile& file, const Statics::Load& load)

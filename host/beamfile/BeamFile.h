@@ -40,8 +40,8 @@ struct BeamFile {
     std::optional<double> momentFactor;
     std::optional<std::array<double, 3>> effectiveLengths; ///< major, minor, lateral-torsional, m
     Statics::Beam beam;
-    /// The standard that makes the combinations; nothing where the file leaves that to the design code or has its own alone.
-    std::optional<Statics::RuleOptions> standard;
+    /// The standard that makes the combinations; null where the file leaves that to the design code or has its own alone.
+    const Statics::CombinationStandard* standard = nullptr;
     /// The file's own combinations; their cases are those of `beam`.
     std::vector<Statics::CombinationRule> own;
     DeflectionWishes deflection;
@@ -65,7 +65,7 @@ struct BeamFile {
 /// section and gives the modulus of elasticity; without one that is 205 kN/mm². Throws BadInput for bytes that are no text.
 BeamFile ReadBeamFile(const std::string& name, std::string_view bytes, const Design::DesignCode* code);
 
-/// The names of the standards whose combinations a beam file can ask for: "bs5950".
+/// The names of the standards whose combinations a beam file can ask for: "en1990-uk".
 std::vector<std::string> CombinationNames();
 
 /// Puts the section `named` into a beam: its name, stiffness, mass and the heights of its flanges, which are known where the shear centre is at

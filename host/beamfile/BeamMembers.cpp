@@ -5,6 +5,7 @@
 #include <limits>
 #include <numbers>
 #include <stdexcept>
+#include <string_view>
 
 #include "beamfile/BeamCamber.h"
 #include "beamfile/BeamReader.h"
@@ -15,7 +16,7 @@ namespace Keltrix::Host {
 
 namespace {
 
-using Statics::Basis;
+using Statics::CombinationStandard;
 using Statics::LimitState;
 
 // Units (spans of cases) beyond which the search for patterns takes longer than anybody waits.
@@ -76,7 +77,7 @@ private:
         for (const CString& note : Analysis().Notes())
             Say(Severity::Note, 1, "statics", Utf8(note));
         std::vector<Statics::CombinationRule> rules;
-        if (const std::optional<Statics::RuleOptions> standard = Standard()) rules = MakeRules(Analysis(), *standard);
+        if (const CombinationStandard* const standard = Standard()) rules = MakeRules(Analysis(), standard->options);
         rules.insert(rules.end(), m_file.own.begin(), m_file.own.end());
         try {
             m_made.combinations = Expand(Analysis(), rules);
@@ -101,21 +102,20 @@ private:
     }
 
     // Factors of one standard are balanced with the resistances of that standard.
-    void NoteForeignStandard(const Statics::RuleOptions& standard)
+    void NoteForeignStandard(const CombinationStandard& standard)
     {
         const CombinationStandard* const own = StandardOfCode();
-        if (!own || own->options.basis == standard.basis) return;
-        if ((own->options.basis == Basis::BS5950) == (standard.basis == Basis::BS5950))
+        if (!own || own->options.basis == standard.options.basis) return;
+        if (std::wstring_view(own->factors) == standard.factors)
             return Say(Severity::Note, m_file.combinationsLine, "combinations",
-                       std::string("the annex of the resistances goes with ") + own->title);
+                       "the annex of the resistances goes with " + Utf8(own->title));
         Say(Severity::Warning, m_file.combinationsLine, "combinations",
-            std::string(standard.basis == Basis::BS5950 ? "factors of BS 5950-1" : "factors of EN 1990") +
-                " with the resistances of " + Utf8(m_code->Description().title) +
+            "factors of " + Utf8(standard.factors) + " with the resistances of " + Utf8(m_code->Description().title) +
                 ": loads and resistances are of different standards");
     }
 
     // Nothing where the file has combinations of its own alone, and where nobody says which.
-    std::optional<Statics::RuleOptions> Standard()
+    const CombinationStandard* Standard()
     {
         if (m_file.standard) NoteForeignStandard(*m_file.standard);
         if (m_file.standard || !m_file.own.empty()) return m_file.standard;
@@ -123,11 +123,10 @@ private:
         if (!standard) {
             Say(Severity::Error, m_file.combinationsLine, "combinations",
                 "got nothing, expected " + StandardWords() + ", or [[combination]]; the design code names none");
-            return std::nullopt;
+            return nullptr;
         }
-        Say(Severity::Note, m_file.combinationsLine, "combinations",
-            std::string("not given: those of ") + standard->title);
-        return standard->options;
+        Say(Severity::Note, m_file.combinationsLine, "combinations", "not given: those of " + Utf8(standard->title));
+        return standard;
     }
 
     void NoteCombinations()
@@ -217,12 +216,15 @@ private:
 
     // --- Deflections ---
 
-    // The standard of the limits; nothing where neither the file nor the design code names one.
-    std::optional<Basis> LimitBasis() const
+    // The standard of the limits; null where neither the file nor the design code names one.
+    const CombinationStandard* StandardOfLimits() const { return m_file.standard ? m_file.standard : StandardOfCode(); }
+
+    // Its limits; none without one.
+    std::vector<Statics::DeflectionLimit> LimitsOfStandard() const
     {
-        if (m_file.standard) return m_file.standard->basis;
-        const CombinationStandard* const standard = StandardOfCode();
-        return standard ? std::optional(standard->options.basis) : std::nullopt;
+        const CombinationStandard* const standard = StandardOfLimits();
+        if (!standard) return {};
+        return Statics::DeflectionLimitsOf(standard->options.basis, m_file.brittle.value_or(true));
     }
 
     bool IsColumn() const { return std::abs(m_file.beam.inclination) > std::numbers::pi / 3.0; }
@@ -308,9 +310,8 @@ private:
     // A limit under all loads says nothing of variable loads alone: those of the standard stay.
     void KeepVariableLimits()
     {
-        const std::optional<Basis> basis = LimitBasis();
-        if (!basis || IsColumn()) return;
-        for (const Statics::DeflectionLimit& limit : Statics::DeflectionLimitsOf(*basis, m_file.brittle.value_or(true)))
+        if (IsColumn()) return;
+        for (const Statics::DeflectionLimit& limit : LimitsOfStandard())
             if (limit.counted == Statics::Counted::Variable) m_made.limits.push_back(limit);
         if (!m_made.limits.empty())
             Say(Severity::Note, m_file.deflection.line, "deflection",
@@ -385,13 +386,14 @@ private:
         const LineNumber line = m_file.deflection.line;
         if (IsColumn())
             return Say(Severity::Note, line, "deflection", "no limits of beams for a column; give your own");
-        const std::optional<Basis> basis = LimitBasis();
-        if (basis) m_made.limits = Statics::DeflectionLimitsOf(*basis, m_file.brittle.value_or(true));
+        m_made.limits = LimitsOfStandard();
+        const CombinationStandard* const standard = StandardOfLimits();
         if (m_made.limits.empty())
-            return Say(Severity::Warning, line, "deflection",
-                       std::string("not checked: ") +
-                           (basis ? "EN 1993-1-1 gives no limits" : "no standard is named that has limits") +
-                           "; give deflection = { imposed = 360, total = 250 }");
+            return Say(
+                Severity::Warning, line, "deflection",
+                "not checked: " +
+                    (standard ? Utf8(standard->limits) + " gives no limits" : "no standard is named that has limits") +
+                    "; give deflection = { imposed = 360, total = 250 }");
         if (!m_file.brittle)
             Say(Severity::Note, line, "deflection",
                 "not given: span/360 under variable loads, as with a brittle finish; brittle = false is span/200");

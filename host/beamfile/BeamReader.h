@@ -31,15 +31,9 @@ struct PartLines {
 void ReadSupports(TomlKeys& keys, BeamFile& file, PartLines& lines);
 /// Cases and loads.
 void ReadLoads(TomlKeys& keys, BeamFile& file, PartLines& lines);
-/// A standard of combinations, as beam files and design codes name it.
-struct CombinationStandard {
-    const char* word;  ///< "bs5950"
-    const char* title; ///< "BS 5950-1"
-    Statics::RuleOptions options;
-};
-/// The standard of a word; null where none has it.
-const CombinationStandard* StandardNamed(std::wstring_view word);
-/// "bs5950, en1990 or ...".
+/// The standard of combinations of a name, letter case aside; null where none has it.
+const Statics::CombinationStandard* StandardNamed(std::wstring_view name);
+/// The names of all in a sentence: "en1990, en1990-uk or ...".
 std::string StandardWords();
 
 /// The standard of the combinations and combinations of the file's own; the cases must have been read.

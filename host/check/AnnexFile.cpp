@@ -38,8 +38,8 @@ public:
             m_choice.settings.annexTitle = Wide(*title);
         }
         if (const auto standard = m_keys.Text("combinations", "a standard of combinations")) {
-            if (const CombinationStandard* const found = StandardNamed(Wide(*standard).View()))
-                m_choice.settings.annexCombinations = Wide(found->word);
+            if (const Statics::CombinationStandard* const found = StandardNamed(Wide(*standard).View()))
+                m_choice.settings.annexCombinations = found->name;
             else
                 m_keys.Error(m_keys.LineOf("combinations"), "combinations", Quote(Wide(*standard).View()),
                              StandardWords());

@@ -10,7 +10,6 @@ namespace Keltrix::Host {
 
 namespace {
 
-using Stability::Outcome;
 using Stability::ShapeSample;
 using Steel::CRestraint;
 
@@ -81,7 +80,7 @@ BucklingUnit MakeUnit(Stability::Unit found, const std::vector<Steel::CMemberPoi
     unit.moment = -moments.least >= moments.greatest ? moments.least : moments.greatest;
     unit.compression = LargestCompression(points, subSpans, found);
     if (found.positive) unit.Ncr = found.positive->lambda * unit.compression;
-    if (found.outcome == Outcome::NotHeld) unit.freeMotion = MotionWords(found);
+    if (found.outcome == Stability::Outcome::NotHeld) unit.freeMotion = MotionWords(found);
     unit.found = std::move(found);
     return unit;
 }
@@ -224,7 +223,7 @@ BucklingReport MakeBucklingReport(Steel::CSteelMemberGen& member, const Moduli& 
 const std::vector<ShapeSample>& ShownShape(const Stability::Unit& unit)
 {
     static const std::vector<ShapeSample> none;
-    if (unit.outcome == Outcome::NotHeld) return unit.freeMotion;
+    if (unit.outcome == Stability::Outcome::NotHeld) return unit.freeMotion;
     return unit.positive ? unit.positive->shape : none;
 }
 
@@ -261,7 +260,7 @@ double Between(const std::vector<ShapeSample>& shape, std::size_t left, double x
 
 std::string FactorText(const BucklingUnit& unit, const std::optional<Stability::CriticalLoad>& load)
 {
-    if (unit.found.outcome == Outcome::NotHeld) return UnitTable::NOT_HELD;
+    if (unit.found.outcome == Stability::Outcome::NotHeld) return UnitTable::NOT_HELD;
     return load ? Figures(load->lambda, 4) : "none";
 }
 

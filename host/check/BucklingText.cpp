@@ -10,7 +10,6 @@ namespace Keltrix::Host {
 
 namespace {
 
-using Stability::Outcome;
 using Stability::ShapeSample;
 
 std::string Modulus(double value) { return Rounded(value / 1e9, 4) + " kN/mm²"; }
@@ -86,7 +85,8 @@ private:
     {
         constexpr int intervals = 8;
         const std::vector<ShapeSample>& shape = ShownShape(unit.found);
-        m_text += "<h5>" + std::string(unit.found.outcome == Outcome::NotHeld ? "Free motion" : "Buckled shape") +
+        m_text += "<h5>" +
+                  std::string(unit.found.outcome == Stability::Outcome::NotHeld ? "Free motion" : "Buckled shape") +
                   " of unit " + std::to_string(m_report.governing + 1) +
                   ", sideways, the largest displacement as 1</h5>\n"
                   "<table>At\tFlange 1\tShear centre\tFlange 2\tOn plan: 1, 2 flanges, X both\n";
@@ -124,7 +124,7 @@ Json ErrorOf(const Stability::CriticalLoad* load) { return load ? Json(load->err
 Json JsonOf(const BucklingUnit& unit)
 {
     const Stability::Unit& found = unit.found;
-    const bool isHeld = found.outcome != Outcome::NotHeld;
+    const bool isHeld = found.outcome != Stability::Outcome::NotHeld;
     const Stability::CriticalLoad* const positive = found.positive ? &*found.positive : nullptr;
     const Stability::CriticalLoad* const negative = found.negative ? &*found.negative : nullptr;
     return {{"start", found.start},

@@ -312,13 +312,13 @@ std::vector<MemberWarning> WarningsOf(const Beam& beam)
     return warnings;
 }
 
-CheckedMember CheckBeam(const Beam& beam, const CodeChoice& choice, bool withText)
+CheckedMember CheckBeam(const Beam& beam, const CodeChoice& choice, bool withText, bool withSteps)
 {
     std::vector<CheckedMember> cases;
     for (std::size_t i = 0; i < beam.members.size(); ++i) {
         const std::vector<std::string> errors = beam.members[i].ErrorsOf(0);
         if (!errors.empty()) throw BadInput(errors.front());
-        cases.push_back(CheckCase(beam, i, choice, false));
+        cases.push_back(CheckCase(beam, i, choice, withSteps));
     }
     std::vector<MemberWarning> warnings = WarningsOf(beam);
     const std::vector<MemberWarning> ofMembers = Gathered(beam, cases);

@@ -29,9 +29,9 @@ bool IsOfTheBeam(const std::string& code);
 std::vector<MemberWarning> WarningsOf(const Beam& beam);
 
 /// Checks all members of a beam as one: the envelope of its combinations with its deflections. Each warning of the members stands once,
-/// with the first combination that has it. With `withText` the text is that of the combination with the largest utilisation. Throws
+/// with the first combination that has it. With `withSteps` each finding has the steps of its combination. With `withText` the text is that of the combination with the largest utilisation. Throws
 /// BadMember, with the place in the beam file, where the design code rejects what all members have.
-CheckedMember CheckBeam(const Beam& beam, const CodeChoice& choice, bool withText);
+CheckedMember CheckBeam(const Beam& beam, const CodeChoice& choice, bool withText, bool withSteps = false);
 
 /// Gives the rules of a checked beam the steps of their calculations, each from the combination that it comes from; limits of deflection have none. Each
 /// of these combinations is checked once more, with text.

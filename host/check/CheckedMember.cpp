@@ -64,6 +64,17 @@ Json EntryJson(const RuleFinding& entry)
                       QuantityWord(entry.quantity), "resistance", entry.resistance, "governing", entry.governing);
 }
 
+// Values in SI.
+Json StepsJson(const std::vector<Design::Step>& steps)
+{
+    Json list = Json::array();
+    for (const Design::Step& step : steps)
+        list.push_back(JsonObject("symbol", Utf8(step.symbol), "formula", Utf8(step.formula), "value",
+                                  OrNull(step.value), "quantity", QuantityWord(step.quantity), "clause",
+                                  Utf8(step.clause)));
+    return list;
+}
+
 // The same with its source.
 Json EntryJson(const CheckedMember& checked, const RuleFinding& entry)
 {
@@ -637,15 +648,19 @@ Json HeadlineJson(const CheckedMember& checked)
                       "design_strength", checked.findings.designStrength.value);
 }
 
-Json JsonOf(const CheckedMember& checked)
+Json JsonOf(const CheckedMember& checked, bool withSteps)
 {
     const SubspanEffectiveLengthData lengths = checked.member->GetEffectiveLengths();
     Json checks = Json::array();
-    for (const RuleFinding& entry : checked.findings.rules)
-        checks.push_back(EntryJson(checked, entry));
+    for (const RuleFinding& entry : checked.findings.rules) {
+        Json json = EntryJson(checked, entry);
+        if (withSteps) json["steps"] = StepsJson(entry.steps);
+        checks.push_back(std::move(json));
+    }
     for (const RuleFinding& entry : checked.Information()) {
         Json json = EntryJson(entry);
         if (!checked.sources.empty()) json["combination"] = checked.InformationCombination();
+        if (withSteps) json["steps"] = StepsJson(entry.steps);
         checks.push_back(std::move(json));
     }
     Json assumptions = Json::array();

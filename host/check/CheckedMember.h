@@ -125,7 +125,7 @@ std::string DescribeOpenRule(const Design::MemberFindings& findings);
 /// What an engineer asks first: the member, its status, utilisation and what governs.
 Json HeadlineJson(const CheckedMember& checked);
 
-/// The findings in full, the headline first.
-Json JsonOf(const CheckedMember& checked);
+/// The findings in full, the headline first; `withSteps` with the steps of each rule, which a member has that was checked with text.
+Json JsonOf(const CheckedMember& checked, bool withSteps = false);
 
 } // namespace Keltrix::Host

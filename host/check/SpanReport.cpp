@@ -244,18 +244,6 @@ std::string RowsOf(const Steel::CMemberResult& result)
     return rows;
 }
 
-const char* TableName(Design::LateralTable table)
-{
-    switch (table) {
-    case Design::LateralTable::Table13:
-        return "Table 13";
-    case Design::LateralTable::Table14:
-        return "Table 14";
-    default:
-        return "the longer of Tables 13 and 14";
-    }
-}
-
 class Reporter {
 public:
     Reporter(CodelessMember& member, Split split, std::optional<double> EI, double E) :
@@ -410,7 +398,8 @@ private:
         lt.cantilever = stretch.cantilever;
         const Design::LateralLength found = Design::FindLateralLength(
             stretch, flange, m_points, m_major, m_depth, Design::IsDestabilised(stretch, m_points, m_subSpans), rules);
-        lt.table = TableName(found.table);
+        lt.standard = Utf8(Design::LATERAL_TABLES_STANDARD);
+        lt.table = Utf8(Design::TextOf(found.table));
         lt.length = found.LE;
         lt.nominalRejectedLeft = found.nominalRefused[0];
         lt.nominalRejectedRight = found.nominalRefused[1];

@@ -60,8 +60,9 @@ struct EffectiveLengthLT {
     /// "Table 13" of beams, "Table 14" of cantilevers, "the longer of Tables 13 and 14"; empty where the member's file gives
     /// the length.
     std::string table;
-    std::string row;     ///< "1.0L(normal)"
-    double length = 0.0; ///< infinite where no row applies
+    std::string standard; ///< whose table it is: "BS 5950-1:2000"; empty where `table` is
+    std::string row;      ///< "1.0L(normal)"
+    double length = 0.0;  ///< infinite where no row applies
     bool cantilever = false;
     bool nominalRejectedLeft = false; ///< the row without torsional restraint was refused at this end
     bool nominalRejectedRight = false;

@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "keltrix/platform/KxUtil.h"
+#include "keltrix/statics/Combinations.h"
 #include "text/Fields.h"
 #include "text/Text.h"
 
@@ -30,7 +31,7 @@ std::string Quoted(const std::string& text)
 }
 
 // A comment behind a line, in one column with the others.
-std::string Commented(const std::string& line, const char* comment)
+std::string Commented(const std::string& line, const std::string& comment)
 {
     constexpr std::size_t column = 34;
     return line + std::string(line.size() < column ? column - line.size() : 1, ' ') + "# " + comment + '\n';
@@ -106,6 +107,15 @@ std::string LoadText(const NewBeam::Load& load)
     return text;
 }
 
+// "en1990, en1990-uk, ...".
+std::string StandardNames()
+{
+    std::string names;
+    for (const Statics::CombinationStandard& standard : Statics::CombinationStandards())
+        names += (names.empty() ? "" : ", ") + Utf8(standard.name);
+    return names;
+}
+
 std::string HeadText(const NewBeam& beam)
 {
     std::string spans;
@@ -118,7 +128,8 @@ std::string HeadText(const NewBeam& beam)
            Commented("section = " + Quoted(beam.section), "as \"ksteel sections\" lists it, or a description") +
            "grade = " + Quoted(beam.grade) + '\n' + Commented("spans = [" + spans + "]", "from support to support") +
            Commented("supports = \"Pinned\"", "\"Fixed\", or a list: [{ at = 0, holds = \"Pinned\" }, ...]") +
-           Commented("combinations = " + Quoted(beam.combinations), "bs5950, en1990, en1990-uk, or with -610ab") +
+           (beam.combinations.empty() ? std::string()
+                                      : Commented("combinations = " + Quoted(beam.combinations), StandardNames())) +
            Commented("deflection = { imposed = 360 }", "span/360 of imposed loads; total = 250 of all loads") +
            "# self-weight = false             # without this line the weight of the section acts, too\n";
 }

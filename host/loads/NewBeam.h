@@ -25,7 +25,7 @@ struct NewBeam {
     std::string title = "Beam";
     std::string section = "UB 457x191x67";
     std::string grade = "S275";
-    std::string combinations = "bs5950";
+    std::string combinations; ///< the name of their standard; empty: the file leaves that to the design code
     std::vector<double> spans{9.0};
     std::vector<Load> loads;
     std::vector<Restraint> restraints;

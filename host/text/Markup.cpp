@@ -59,7 +59,7 @@ std::optional<FoundTag> FindTag(std::string_view text)
     return std::nullopt;
 }
 
-class Reader {
+class MarkupReader {
 public:
     Document Read(std::string_view text)
     {
@@ -220,7 +220,7 @@ private:
 
 } // namespace
 
-Document ReadMarkup(std::string_view markup) { return Reader().Read(markup); }
+Document ReadMarkup(std::string_view markup) { return MarkupReader().Read(markup); }
 
 std::string AsText(std::string_view utf8)
 {

@@ -25,9 +25,9 @@ bool IsOneOf(Enumeration value, Enumeration last)
     return static_cast<int>(value) >= 0 && static_cast<int>(value) <= static_cast<int>(last);
 }
 
-class Finder {
+class FaultFinder {
 public:
-    explicit Finder(const Beam& beam) : m_beam(beam) {}
+    explicit FaultFinder(const Beam& beam) : m_beam(beam) {}
 
     std::vector<Fault> Find()
     {
@@ -264,6 +264,6 @@ private:
 
 } // namespace
 
-std::vector<Fault> FindFaults(const Beam& beam) { return Finder(beam).Find(); }
+std::vector<Fault> FindFaults(const Beam& beam) { return FaultFinder(beam).Find(); }
 
 } // namespace Keltrix::Statics

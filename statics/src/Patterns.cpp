@@ -10,11 +10,11 @@ namespace Keltrix::Statics {
 namespace {
 
 // Contributions below this share of the largest one of all units are nothing.
-constexpr double NOTHING = 1e-10;
+constexpr double LEAST_RESPONSE = 1e-10;
 
-class Finder {
+class SignFinder {
 public:
-    Finder(const Analysis& analysis, const std::vector<const Unit*>& variable) : m_analysis(analysis)
+    SignFinder(const Analysis& analysis, const std::vector<const Unit*>& variable) : m_analysis(analysis)
     {
         std::vector<Term> permanent;
         const std::vector<Case>& cases = analysis.GetBeam().cases;
@@ -89,7 +89,7 @@ private:
             }
         if (largest == 0.0) return;
         for (std::size_t j = 0; j < lengths; ++j)
-            Over(all.data() + j * m_responses.size(), NOTHING * largest);
+            Over(all.data() + j * m_responses.size(), LEAST_RESPONSE * largest);
     }
 
     // The signs between the zeros of all units over one length.
@@ -145,7 +145,7 @@ std::vector<const Unit*> VariableUnits(const Analysis& analysis)
 
 std::vector<Signs> FindSigns(const Analysis& analysis, const std::vector<const Unit*>& variable)
 {
-    return Finder(analysis, variable).Find();
+    return SignFinder(analysis, variable).Find();
 }
 
 std::vector<Signs> Distinct(std::vector<Signs> all)

@@ -297,6 +297,33 @@ void RequireBasis(Basis basis)
 
 } // namespace
 
+const std::vector<CombinationStandard>& CombinationStandards()
+{
+    static const std::vector<CombinationStandard> standards{
+        {L"bs5950", L"BS 5950-1", L"BS 5950-1", L"BS 5950-1", {Basis::BS5950, Expression::E610}},
+        {L"en1990",
+         L"EN 1990 with its recommended values, (6.10)",
+         L"EN 1990",
+         L"EN 1993-1-1",
+         {Basis::EN1990, Expression::E610}},
+        {L"en1990-610ab",
+         L"EN 1990 with its recommended values, (6.10a) and (6.10b)",
+         L"EN 1990",
+         L"EN 1993-1-1",
+         {Basis::EN1990, Expression::E610ab}},
+        {L"en1990-uk",
+         L"EN 1990 with the UK National Annex, (6.10)",
+         L"EN 1990",
+         L"EN 1993-1-1",
+         {Basis::EN1990UK, Expression::E610}},
+        {L"en1990-uk-610ab",
+         L"EN 1990 with the UK National Annex, (6.10a) and (6.10b)",
+         L"EN 1990",
+         L"EN 1993-1-1",
+         {Basis::EN1990UK, Expression::E610ab}}};
+    return standards;
+}
+
 Psi PsiOf(Basis basis, ActionKind kind, Category category)
 {
     RequireBasis(basis);

@@ -1,5 +1,7 @@
 // Many members: worker processes, streams, and lines of JSON.
 
+#include <algorithm>
+#include <cmath>
 #include <csignal>
 
 #include <gmock/gmock.h>
@@ -110,12 +112,42 @@ TEST(CheckJobs, BadUsage)
 {
     for (const char* arguments :
          {"check --jobs -1 examples/tie.csv", "check --jobs 1025 examples/tie.csv", "check --jobs two examples/tie.csv",
+          "check --steps examples/tie.csv", "check --steps --format jsonl --report table examples/tie.csv",
           "check --jobs 2 --envelope examples/tie.csv examples/tie.csv", "show --jobs 2 examples/tie.csv",
           "validate --format jsonl examples/tie.csv"}) {
         const auto result = RunKsteel(arguments);
         EXPECT_EQ(result.code, 3) << arguments << "\n" << result;
         EXPECT_EQ(result.out, "") << arguments;
     }
+}
+
+// The figures are those without steps. Of a beam each finding has the steps of its own combination.
+TEST(CheckJson, StepsStandBesideTheFiguresTheyLeadTo)
+{
+    for (const char* code : {"bs5950", "ec3"})
+        for (const char* file : {"examples/floor_beam.csv", "examples/floor_beam.toml"}) {
+            SCOPED_TRACE(std::string(code) + ' ' + file);
+            const std::string check = std::string("check --format jsonl --code ") + code + ' ' + file;
+            const auto result = RunKsteel(check + " --steps");
+            EXPECT_EQ(RunKsteel(check + " --steps --jobs 2").out, result.out);
+            json with = json::parse(result.out);
+            int governing = 0;
+            for (json& entry : with["checks"]) {
+                ASSERT_TRUE(entry.contains("steps"));
+                if (entry["governing"].get<bool>()) {
+                    ++governing;
+                    ASSERT_FALSE(entry["steps"].empty());
+                    const double resistance = entry["resistance"].get<double>();
+                    EXPECT_TRUE(std::any_of(entry["steps"].begin(), entry["steps"].end(), [&](const json& step) {
+                        return step["quantity"] == entry["quantity"] && step["value"].is_number() &&
+                               std::abs(step["value"].get<double>() - resistance) <= 1e-12 * resistance;
+                    })) << entry;
+                }
+                entry.erase("steps");
+            }
+            EXPECT_EQ(governing, 1);
+            EXPECT_EQ(with, json::parse(RunKsteel(check).out));
+        }
 }
 
 TEST(CheckJobs, AClosedPipeEndsTheRun)

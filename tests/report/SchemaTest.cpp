@@ -62,6 +62,8 @@ INSTANTIATE_TEST_SUITE_P(
     Output, Schema,
     ::testing::Values(
         OutputRow{"check", "check --format json examples/*.csv", 0},
+        OutputRow{"check", "check --format json --steps examples/column.csv examples/two_span.toml", 0},
+        OutputRow{"check", "check --format json --steps --code ec3 examples/column.csv examples/two_span.toml", 0},
         OutputRow{"check", "check --format json --exact examples/column.csv", 0},
         OutputRow{"check", "check --format json --envelope examples/column.csv examples/column.csv", 0},
         OutputRow{"check", "check --format json - < tests/report/failing.csv", 1},

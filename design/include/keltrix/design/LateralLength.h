@@ -13,6 +13,11 @@ namespace Keltrix::Design {
 /// Tables of BS 5950-1:2000, 4.3.5, that gave an effective length.
 enum class LateralTable { Table13, Table14, LongerOfBoth };
 
+/// Whose tables they are: "BS 5950-1:2000".
+inline constexpr wchar_t LATERAL_TABLES_STANDARD[] = L"BS 5950-1:2000";
+/// "Table 13", "Table 14" or "the longer of Tables 13 and 14".
+KELTRIX_DESIGN_API const wchar_t* TextOf(LateralTable table);
+
 /// Effective length for lateral-torsional buckling, and where it comes from.
 struct LateralLength {
     double LE = 0.0; ///< m; infinite where no row of the table applies

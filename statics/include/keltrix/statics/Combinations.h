@@ -59,6 +59,18 @@ struct RuleOptions {
     Expression expression = Expression::E610;
 };
 
+/// A standard of combinations as beam files and design codes name it.
+struct CombinationStandard {
+    const wchar_t* name = L"";    ///< one word: "en1990-uk"
+    const wchar_t* title = L"";   ///< "EN 1990 with the UK National Annex, (6.10)"
+    const wchar_t* factors = L""; ///< whose factors they are, whatever the annex and the expression: "EN 1990"
+    const wchar_t* limits = L"";  ///< the standard that is asked for limits of deflection with them: "EN 1993-1-1"
+    RuleOptions options;
+};
+
+/// All there are, in the order of lists.
+KELTRIX_STATICS_API const std::vector<CombinationStandard>& CombinationStandards();
+
 /// Table A1.1 of EN 1990 or of its UK National Annex. Of an imposed load without a category, and of permanent actions,
 /// all are 1. BS 5950 has no combination values: for it all are 1 and mean nothing. Throws std::invalid_argument where
 /// the basis is none of those above.
