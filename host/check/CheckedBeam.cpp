@@ -349,31 +349,4 @@ CheckedMember CheckBeam(const Beam& beam, const CodeChoice& choice, bool withTex
     return checked;
 }
 
-// Whether a rule of one combination is the one that stands in the envelope. Checks with and without text have the same numbers.
-static bool IsSameFinding(const RuleFinding& a, const RuleFinding& b)
-{
-    const auto same = [](double x, double y) { return x == y || (std::isnan(x) && std::isnan(y)); };
-    return a.rule == b.rule && CString(a.clause) == CString(b.clause) && a.status == b.status &&
-           same(a.start, b.start) && same(a.end, b.end) && same(a.utilisation, b.utilisation) &&
-           same(a.resistance, b.resistance);
-}
-
-void AddSteps(const Beam& beam, const CodeChoice& choice, CheckedMember& checked)
-{
-    std::vector<RuleFinding>& rules = checked.findings.rules;
-    for (std::size_t i = 0; i < beam.members.size(); ++i) {
-        const std::string& name = beam.made.members[i].name;
-        if (std::none_of(checked.sources.begin(), checked.sources.end(),
-                         [&](const RuleSource& source) { return source.combination == name; }))
-            continue;
-        const CheckedMember again = CheckCase(beam, i, choice, true);
-        for (std::size_t k = 0; k < rules.size(); ++k) {
-            if (checked.sources[k].combination != name) continue;
-            const auto at = std::find_if(again.findings.rules.begin(), again.findings.rules.end(),
-                                         [&](const RuleFinding& rule) { return IsSameFinding(rule, rules[k]); });
-            if (at != again.findings.rules.end()) rules[k].steps = at->steps;
-        }
-    }
-}
-
 } // namespace Keltrix::Host

@@ -29,12 +29,8 @@ bool IsOfTheBeam(const std::string& code);
 std::vector<MemberWarning> WarningsOf(const Beam& beam);
 
 /// Checks all members of a beam as one: the envelope of its combinations with its deflections. Each warning of the members stands once,
-/// with the first combination that has it. With `withSteps` each finding has the steps of its combination. With `withText` the text is that of the combination with the largest utilisation. Throws
-/// BadMember, with the place in the beam file, where the design code rejects what all members have.
+/// with the first combination that has it, or in the worst one where it has a utilisation. With `withText` the text is that of the combination with the largest utilisation, with `withSteps`
+/// each finding has the steps of the combination that it comes from. Throws BadMember, with the place in the beam file, where the design code rejects what all members have.
 CheckedMember CheckBeam(const Beam& beam, const CodeChoice& choice, bool withText, bool withSteps = false);
-
-/// Gives the rules of a checked beam the steps of their calculations, each from the combination that it comes from; limits of deflection have none. Each
-/// of these combinations is checked once more, with text.
-void AddSteps(const Beam& beam, const CodeChoice& choice, CheckedMember& checked);
 
 } // namespace Keltrix::Host

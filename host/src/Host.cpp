@@ -109,9 +109,7 @@ Outcome OutcomeOfBeam(const std::string& name, std::string_view text, const Read
         if (beam->members.empty()) {
             outcome.status = "refused";
         } else {
-            CheckedMember checked = CheckBeam(*beam, choice, true);
-            AddSteps(*beam, choice, checked);
-            TakeChecked(outcome, std::move(checked));
+            TakeChecked(outcome, CheckBeam(*beam, choice, true, true));
         }
         outcome.loads = LoadPartOf(beam);
     } catch (const BadMember& refusal) {

@@ -92,17 +92,17 @@ private:
     // Inverse iteration at shifts that lie below the smallest factor, which a factorisation of the potential there proves.
     static double Refined(const SmallMatrix& H, const SmallMatrix& B, SmallVector y, double lambda)
     {
-        constexpr int MOST_STEPS = 60;
+        constexpr int MOST_ROUNDS = 60;
         const auto factorised = [&](double at) {
             return Eigen::LLT<SmallMatrix>(SmallMatrix::Identity(H.rows(), H.cols()) - at * H - at * at * B);
         };
         double shift = 0.9 * lambda;
         Eigen::LLT<SmallMatrix> factors = factorised(shift);
-        for (int i = 0; factors.info() != Eigen::Success && i < MOST_STEPS; ++i) {
+        for (int i = 0; factors.info() != Eigen::Success && i < MOST_ROUNDS; ++i) {
             shift *= 0.7;
             factors = factorised(shift);
         }
-        for (int i = 0; i < MOST_STEPS; ++i) {
+        for (int i = 0; i < MOST_ROUNDS; ++i) {
             y = factors.solve((H * y + (lambda + shift) * (B * y)).eval());
             y.normalize();
             const double before = lambda;
@@ -113,7 +113,7 @@ private:
             factors = factorised(shift);
             if (factors.info() == Eigen::Success) return lambda;
             // Another shape has a smaller factor.
-            for (int k = 0; factors.info() != Eigen::Success && k < MOST_STEPS; ++k) {
+            for (int k = 0; factors.info() != Eigen::Success && k < MOST_ROUNDS; ++k) {
                 shift *= 0.95;
                 factors = factorised(shift);
             }
