@@ -15,8 +15,8 @@ namespace {
 constexpr const char* KINDS[] = {"permanent", "dead", "imposed", "live", "snow", "snow-above-1000m", "wind"};
 constexpr const char* KIND_LIST = "dead, permanent, imposed, live, snow, snow-above-1000m or wind";
 // As the reader of beam files has them.
-constexpr double MOST_METRES = 1e4;
-constexpr double MOST_FORCE = 1e9;
+constexpr double LARGEST_PLACE = 1e4;
+constexpr double LARGEST_VALUE = 1e9;
 
 // Of a basic string of TOML.
 std::string Quoted(const std::string& text)
@@ -49,7 +49,7 @@ std::optional<double> NumberIn(const std::string& text)
 std::optional<double> PlaceIn(const std::string& text)
 {
     const std::optional<double> place = NumberIn(text);
-    return place && *place >= 0.0 && *place <= MOST_METRES ? place : std::nullopt;
+    return place && *place >= 0.0 && *place <= LARGEST_PLACE ? place : std::nullopt;
 }
 
 std::string Got(const std::string& text) { return "got \"" + PrintableLine(text) + "\""; }
@@ -180,7 +180,7 @@ std::string ReadNewLoad(const std::string& text, NewBeam::Shape shape, NewBeam& 
     const std::size_t at = text.find('@', equals);
     const std::size_t end = at == std::string::npos ? text.size() : at;
     const std::optional<double> value = NumberIn(text.substr(equals + 1, end - equals - 1));
-    if (!value || std::fabs(*value) > MOST_FORCE) return Got(text) + ", expected " + form;
+    if (!value || std::fabs(*value) > LARGEST_VALUE) return Got(text) + ", expected " + form;
     load.value = *value;
     if (at == std::string::npos && !isUniform) return Got(text) + " without a place, expected " + form;
     if (at != std::string::npos) {
@@ -196,12 +196,12 @@ std::string ReadNewLoad(const std::string& text, NewBeam::Shape shape, NewBeam& 
 std::string FaultOf(const NewBeam& beam)
 {
     for (const double span : beam.spans)
-        if (!(std::isfinite(span) && span > 0.0 && span <= MOST_METRES))
+        if (!(std::isfinite(span) && span > 0.0 && span <= LARGEST_PLACE))
             return "--span: got " + Shortest(span) + ", expected a length in m above 0";
     const double length = LengthOf(beam);
-    if (length > MOST_METRES)
-        return "--span: the spans are " + Shortest(length) + " m together, expected at most " + Shortest(MOST_METRES) +
-               " m";
+    if (length > LARGEST_PLACE)
+        return "--span: the spans are " + Shortest(length) + " m together, expected at most " +
+               Shortest(LARGEST_PLACE) + " m";
     const auto beyond = [&](const std::optional<double>& place) { return place && *place > length * (1.0 + 1e-12); };
     const auto fault = [&](const char* option, double place) {
         return std::string(option) + ": the place " + Shortest(place) + " m is beyond the end of the beam, which is " +

@@ -14,6 +14,7 @@
 /// started. All texts are UTF-8. The catalogue of sections is shared by the whole process; separate calls may run in separate threads.
 namespace Keltrix::Host {
 
+struct Beam;
 struct CheckedMember;
 
 /// How texts are read and members checked.
@@ -56,6 +57,7 @@ struct Outcome {
 
     std::shared_ptr<const CheckedMember> checked; ///< for the functions below; null where it is refused
 
+    std::shared_ptr<const Beam> beam; ///< that was checked; null for a member file
     /// Of a beam: makes the part of its calculation sheet about its loads, with ids that start with `id`; empty for a member file.
     std::function<std::string(const std::string& id, bool isBrief)> loads;
 };
