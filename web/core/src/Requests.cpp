@@ -24,7 +24,6 @@
 #include "memberfile/MemberPieces.h"
 #include "report/BucklingDrawing.h"
 #include "report/HtmlReport.h"
-#include "report/LoadSheet.h"
 #include "sections/SectionCatalogue.h"
 #include "sections/SectionSvg.h"
 #include "sections/SectionValues.h"
@@ -248,8 +247,7 @@ Json MemberJson(const Host::Outcome& outcome, const Json& request)
         json["topics"] = TopicList(checked);
         if (!IsSet(request, "brief")) json["findings"] = FindingList(checked);
     }
-    const bool hasLoads = outcome.beam && !outcome.beam->made.HasErrors() && !IsSet(request, "brief");
-    if (hasLoads) json["loads"] = LoadsJson(Host::LoadReportOf(*outcome.beam));
+    if (outcome.loadReport && !IsSet(request, "brief")) json["loads"] = LoadsJson(outcome.loadReport());
     return json;
 }
 

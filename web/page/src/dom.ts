@@ -50,7 +50,8 @@ export function drawing(svg: string, style = ""): HTMLElement {
   if (parsed.nodeName !== "svg") return holder;
   for (const element of [...parsed.querySelectorAll("script, foreignObject, a")]) element.remove();
   for (const element of [parsed, ...parsed.querySelectorAll("*")])
-    for (const { name } of [...element.attributes]) if (name.startsWith("on") || name.endsWith("href")) element.removeAttribute(name);
+    for (const { name, value } of [...element.attributes])
+      if (name.startsWith("on") || (name.endsWith("href") && !value.startsWith("#"))) element.removeAttribute(name);
   const extra = document.createElement("style");
   extra.textContent = `svg { max-width: 100%; height: auto; background: none !important; } ${style}`;
   holder.attachShadow({ mode: "open" }).append(document.importNode(parsed, true), extra);

@@ -75,7 +75,7 @@ async function bothCodes(bench: Bench, body: HTMLElement, isCurrent: () => boole
     return [topic.shown ? h("span", { class: topic.failed ? "fail" : "" }, `${topic.shown} `) : null, topic.clause ? h("span", { class: "clause" }, topic.clause) : null, topic.open ? h("b", { class: "fail" }, " not evaluated") : null];
   };
   const line = (name: string, of: (i: number) => Child): Child[] => [name, ...members.map((_, i) => of(i))];
-  put(body, table(["", ...replies.map((reply) => reply.code)], [
+  put(body, table(["Matter", ...replies.map((reply) => reply.code)], [
     line("Status", (i) => h("b", { class: members[i]?.status === "pass" ? "pass" : "fail" }, members[i]?.status ?? "refused")),
     line("Utilisation", (i) => h("b", {}, members[i]?.utilisation || "–")),
     line("Governed by", (i) => members[i]?.governing || members[i]?.diagnostics.find((one) => one.severity === "error")?.message || "–"),
@@ -126,7 +126,7 @@ function chart(title: string, points: [number, number][]): HTMLElement {
   return h("figure", {}, s("svg", { viewBox: `0 0 ${w} ${height}`, class: "sketch chart", role: "img", "aria-label": `${title} by effective length` },
     s("path", { d: `M${left},14V${height - bottom}H${w - 10}`, class: "axis" }),
     s("path", { d: points.map(([at, value], i) => `${i ? "L" : "M"}${x(at).toFixed(1)},${y(value).toFixed(1)}`).join(""), class: "curve" }),
-    text(left - 4, 18, most.toPrecision(3), "end"), text(left - 4, height - bottom, "0", "end"), text(w - 10, height - 6, `${far} m`, "end")), h("figcaption", {}, title));
+    text(left - 4, 18, String(Number(most.toPrecision(3))), "end"), text(left - 4, height - bottom, "0", "end"), text(w - 10, height - 6, `${far} m`, "end")), h("figcaption", {}, title));
 }
 
 // --- The tabs ---
@@ -157,12 +157,13 @@ export class Panels {
   refresh(): void {
     if (this.bench.codes().length === 0) return;
     clearTimeout(this.timer);
-    this.body.dataset.stale = "";
+    this.element.dataset.stale = "";
     this.timer = window.setTimeout(() => void this.make(), 180);
   }
 
   private open(panel: Panel): void {
     this.current = panel;
+    this.element.dataset.stale = "";
     this.mark();
     put(this.body, h("p", { class: "quiet" }, "Working…"));
     void this.make();
@@ -193,6 +194,6 @@ export class Panels {
     } catch (failure) {
       if (isCurrent()) put(this.body, h("p", { class: "message error" }, h("b", {}, "Not available"), ` ${failure instanceof Error ? failure.message : String(failure)}`));
     }
-    if (isCurrent()) delete this.body.dataset.stale;
+    if (isCurrent()) delete this.element.dataset.stale;
   }
 }

@@ -90,6 +90,7 @@ export async function browser() {
 export async function openPage(chromiumBrowser, options = {}, fragment = "") {
   const context = await chromiumBrowser.newContext({ viewport: { width: 1440, height: 1000 }, acceptDownloads: true, ...options });
   const page = await context.newPage();
+  page.setDefaultTimeout(10_000);
   const said = [];
   const asked = [];
   page.on("console", (message) => said.push(message.text()));
@@ -99,10 +100,19 @@ export async function openPage(chromiumBrowser, options = {}, fragment = "") {
   return Object.assign(page, { said, asked, settled: () => settled(page) });
 }
 
+/** Waits until a condition holds in the page. Playwright's own waiting evaluates texts, which the page's policy forbids. */
+export async function until(page, condition, most = 20_000) {
+  const end = Date.now() + most;
+  while (!(await page.evaluate(condition))) {
+    if (Date.now() > end) throw new Error(`never came true: ${condition}`);
+    await page.waitForTimeout(40);
+  }
+}
+
 /** Waits for the verdict of what is shown. */
 export async function settled(page) {
   await page.waitForSelector(".verdict[data-status]:not([data-stale])");
-  await page.waitForFunction(() => document.querySelector("[aria-label='Design code']") !== null);
+  await until(page, () => document.querySelector("[aria-label='Design code']") !== null);
   let last = -1;
   for (;;) {
     const now = await page.evaluate(() => performance.getEntriesByName("keltrix-check").length);

@@ -14,8 +14,8 @@
 /// started. All texts are UTF-8. The catalogue of sections is shared by the whole process; separate calls may run in separate threads.
 namespace Keltrix::Host {
 
-struct Beam;
 struct CheckedMember;
+struct LoadReport;
 
 /// How texts are read and members checked.
 struct Settings {
@@ -57,9 +57,10 @@ struct Outcome {
 
     std::shared_ptr<const CheckedMember> checked; ///< for the functions below; null where it is refused
 
-    std::shared_ptr<const Beam> beam; ///< that was checked; null for a member file
     /// Of a beam: makes the part of its calculation sheet about its loads, with ids that start with `id`; empty for a member file.
     std::function<std::string(const std::string& id, bool isBrief)> loads;
+    /// Of a beam without errors: reactions, envelopes and deflections as data; empty otherwise.
+    std::function<LoadReport()> loadReport;
 };
 
 /// The members of a text and what is wrong between them.
