@@ -33,6 +33,7 @@ class Page {
   private readonly batch: Batch;
   private readonly says = h("div", { class: "messages", role: "status" });
   private readonly notice = h("p", { class: "notice", role: "alert" });
+  private readonly title = h("p", { class: "print-title" });
   private readonly paper = h("div", { class: "paper" });
   private readonly undo = this.button("Undo", "Ctrl+Z", () => this.state.undo());
   private readonly redo = this.button("Redo", "Ctrl+Y", () => this.state.redo());
@@ -93,7 +94,7 @@ class Page {
       h("main", {},
         this.editor.element,
         h("div", { id: "results", class: "results", tabindex: -1 },
-          this.verdict.element, this.says, this.paper, this.checks.element, this.panels.element)),
+          this.title, this.verdict.element, this.says, this.paper, this.checks.element, this.panels.element)),
       h("footer", {}, h("p", {}, "Everything happens in this browser: nothing is sent anywhere. The digits are those of the command line ", h("code", {}, "ksteel"), ".")));
     put(this.paper, this.sketch.element);
     new ResizeObserver(() => this.drawSoon()).observe(this.paper);
@@ -138,6 +139,7 @@ class Page {
     this.undo.disabled = !this.state.canUndo;
     this.redo.disabled = !this.state.canRedo;
     this.editor.show(this.work);
+    this.title.textContent = String(this.work.beam.title ?? "");
     this.drawSoon();
     this.panels.refresh();
     this.isWanted = true;

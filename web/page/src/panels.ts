@@ -140,7 +140,7 @@ const PANELS: Panel[] = [
 
 export class Panels {
   readonly element: HTMLElement;
-  private readonly body = h("div", { class: "panel", role: "tabpanel", id: "panel", tabindex: 0 });
+  private readonly body = h("div", { class: "panel", role: "tabpanel", id: "panel" });
   private readonly tabs: HTMLButtonElement[];
   private current = PANELS[1];
   private run = 0;
