@@ -7,6 +7,7 @@
 
 #include "keltrix/platform/CString.h"
 #include "keltrix/platform/KxUtil.h"
+#include "keltrix/platform/NumberText.h"
 #include "keltrix/steel/MemberLayout.h"
 #include "keltrix/steel/Restraint.h"
 
@@ -43,7 +44,7 @@ public:
     }
     NumberFields& Put(double value, char separator)
     {
-        m_end = std::to_chars(m_end, Limit(), value, std::chars_format::general, 6).ptr;
+        m_end = WriteNumber(m_end, Limit(), value, std::chars_format::general, 6).ptr;
         *m_end++ = separator;
         return *this;
     }

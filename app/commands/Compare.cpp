@@ -3,6 +3,7 @@
 #include <optional>
 #include <set>
 
+#include "check/TopicSummary.h"
 #include "commands/CheckFindings.h"
 #include "io/AnnexArgument.h"
 #include "report/MemberReport.h"
@@ -15,7 +16,6 @@ namespace Keltrix::App {
 namespace {
 
 using Design::CheckStatus;
-using Design::RuleFinding;
 using Design::Topic;
 
 // What one design code says of a member, or why it does not take it.
@@ -87,20 +87,13 @@ std::vector<Opinion> OpinionsOn(const std::string& file, const CompareOptions& o
 // What a code says of a topic: its largest utilisation with the clause, and whether a rule of it is open. Empty where nothing applies.
 std::string TopicCell(const CheckedMember& checked, Topic topic)
 {
-    const RuleFinding* worst = nullptr;
-    bool isOpen = false;
-    for (const RuleFinding& rule : checked.findings.rules) {
-        if (rule.topic != topic) continue;
-        isOpen = isOpen || rule.status == CheckStatus::NotEvaluated;
-        if (rule.WasEvaluated() && (!worst || !(rule.utilisation <= worst->utilisation))) worst = &rule;
-    }
+    const TopicSummary summary = SummaryOf(checked, topic);
     std::string text;
-    // Matters of no resistance, such as the strength of the steel, have no utilisation to compare.
-    if (worst && (topic != Topic::Other || worst->utilisation != 0.0)) {
-        text = UtilisationText(worst->utilisation) + " (" + AsText(Utf8(worst->clause)) + ')';
-        if (worst->status == CheckStatus::Failed) text = "<red>" + text + "</red>";
+    if (summary.worst) {
+        text = UtilisationText(summary.worst->utilisation) + " (" + AsText(Utf8(summary.worst->clause)) + ')';
+        if (summary.worst->status == CheckStatus::Failed) text = "<red>" + text + "</red>";
     }
-    if (isOpen) text += std::string(text.empty() ? "" : ", ") + "<red>not evaluated</red>";
+    if (summary.isOpen) text += std::string(text.empty() ? "" : ", ") + "<red>not evaluated</red>";
     return text;
 }
 
@@ -162,10 +155,9 @@ std::string TableOf(const std::vector<const Opinion*>& opinions, const std::vect
     text += '\n';
     for (const HeadRow& row : HEAD)
         text += Line(row.name, opinions, row.cell);
-    for (int topic = 0; topic < static_cast<int>(Topic::COUNT); ++topic) {
-        const auto of = static_cast<Topic>((topic + 1) % static_cast<int>(Topic::COUNT)); // other matters last
-        text += Line(Utf8(Design::TopicName(of)), opinions, [of](const CheckedMember& c) { return TopicCell(c, of); });
-    }
+    for (const Topic topic : TopicsInOrder())
+        text += Line(Utf8(Design::TopicName(topic)), opinions,
+                     [topic](const CheckedMember& c) { return TopicCell(c, topic); });
     return text + "</table>\n" + RefusalText(opinions, choices);
 }
 

@@ -1,11 +1,11 @@
 #include "check/DesignCodes.h"
 
 #include <algorithm>
-#include <charconv>
 #include <set>
 #include <string_view>
 #include <system_error>
 
+#include "keltrix/platform/NumberText.h"
 #include "text/BadInput.h"
 #include "text/Text.h"
 #ifdef KELTRIX_HOST_WITH_BS5950
@@ -76,7 +76,7 @@ double OptionValue(const Design::CodeOption& option, const std::string& text)
         return static_cast<double>(place);
     }
     double length = 0.0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), length);
+    const auto [end, error] = ReadNumber(text.data(), text.data() + text.size(), length);
     if (error != std::errc() || end != text.data() + text.size() || !(length >= option.least && length <= option.most))
         throw BadInput(got + "a length in m, " + Shortest(option.least) + " to " + Shortest(option.most));
     return length;

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <utility>
 
+#include "keltrix/platform/NumberText.h"
 #include "text/Fields.h"
 #include "text/SourceText.h"
 #include "text/Text.h"
@@ -406,7 +407,7 @@ std::optional<ImportNumber> ImportTable::Number(const Row& row, std::size_t fiel
     std::string_view digits = text;
     if (digits.size() > 1 && digits.front() == '+' && digits[1] != '-') digits.remove_prefix(1);
     double value = 0.0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    const auto [end, error] = ReadNumber(digits.data(), digits.data() + digits.size(), value);
     const ImportUnit* const unit = m_units[field];
     const double factor = unit ? unit->factor : 1.0;
     const std::string expected = unit ? std::string("a number in ") + unit->word : "a number";

@@ -1,10 +1,10 @@
 #include "import/MemberTable.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <set>
 
+#include "keltrix/platform/NumberText.h"
 #include "sections/SectionCatalogue.h"
 #include "text/BadInput.h"
 #include "text/Fields.h"
@@ -211,7 +211,7 @@ private:
     {
         text = Trimmed(text);
         double value = 0.0;
-        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+        const auto [end, error] = ReadNumber(text.data(), text.data() + text.size(), value);
         if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(value)) return std::nullopt;
         return value;
     }

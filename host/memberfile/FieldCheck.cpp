@@ -1,12 +1,12 @@
 #include "memberfile/FieldCheck.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
 #include <optional>
 
 #include "keltrix/platform/KxUtil.h"
+#include "keltrix/platform/NumberText.h"
 #include "text/Text.h"
 
 namespace Keltrix::Host {
@@ -56,9 +56,9 @@ const std::string& RestraintExpected()
 double ShortestOfFloat(float value)
 {
     std::array<char, 32> buffer;
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
+    const auto end = WriteNumber(buffer.data(), buffer.data() + buffer.size(), value).ptr;
     double decimal = value;
-    std::from_chars(buffer.data(), end, decimal);
+    ReadNumber(buffer.data(), end, decimal);
     return decimal;
 }
 

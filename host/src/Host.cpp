@@ -99,6 +99,7 @@ Outcome OutcomeOfBeam(const std::string& name, std::string_view text, const Read
 {
     const auto beam = std::make_shared<const Beam>(ReadBeam(name, text, reading, choice));
     Outcome outcome;
+    if (!beam->made.HasErrors()) outcome.loadReport = [beam] { return LoadReportOf(*beam); };
     outcome.line = 1;
     outcome.title = beam->file.title;
     for (const Defect& defect : beam->made.defects) {

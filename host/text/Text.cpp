@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 
 #include "keltrix/platform/KxUtil.h"
+#include "keltrix/platform/NumberText.h"
 
 namespace Keltrix::Host {
 
@@ -181,7 +181,7 @@ std::string Shortest(double value)
     if (std::isnan(value)) return "nan";
     if (std::isinf(value)) return value > 0.0 ? "inf" : "-inf";
     std::array<char, 40> buffer;
-    return {buffer.data(), std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr};
+    return {buffer.data(), WriteNumber(buffer.data(), buffer.data() + buffer.size(), value).ptr};
 }
 
 std::string Figures(double value, int figures)
@@ -190,16 +190,16 @@ std::string Figures(double value, int figures)
     if (value == 0.0) return "0";
     std::array<char, 40> buffer;
     const auto end =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::scientific, figures - 1)
+        WriteNumber(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::scientific, figures - 1)
             .ptr;
     double rounded = value;
-    std::from_chars(buffer.data(), end, rounded);
+    ReadNumber(buffer.data(), end, rounded);
     const double magnitude = std::floor(std::log10(std::fabs(rounded)) + 1e-12);
     if (magnitude < -6.0 || magnitude > 15.0) return {buffer.data(), end};
     const int decimals = std::max(figures - 1 - static_cast<int>(magnitude), 0);
     std::array<char, 64> plain;
     return {plain.data(),
-            std::to_chars(plain.data(), plain.data() + plain.size(), rounded, std::chars_format::fixed, decimals).ptr};
+            WriteNumber(plain.data(), plain.data() + plain.size(), rounded, std::chars_format::fixed, decimals).ptr};
 }
 
 std::string Rounded(double value, int figures)

@@ -7,6 +7,8 @@
 #include <stdexcept>
 #include <type_traits>
 
+#include "keltrix/platform/NumberText.h"
+
 namespace Keltrix {
 
 namespace {
@@ -135,8 +137,8 @@ using RealBuffer = std::array<char, 1536>;
 std::string_view ToChars(RealBuffer& buffer, double magnitude, std::chars_format form, int precision)
 {
     const auto result = precision < 0
-                            ? std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude, form)
-                            : std::to_chars(buffer.data(), buffer.data() + buffer.size(), magnitude, form, precision);
+                            ? WriteNumber(buffer.data(), buffer.data() + buffer.size(), magnitude, form)
+                            : WriteNumber(buffer.data(), buffer.data() + buffer.size(), magnitude, form, precision);
     return {buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data())};
 }
 

@@ -6,6 +6,7 @@
 
 #include "Numbers.h"
 #include "keltrix/platform/KxUtil.h"
+#include "keltrix/platform/NumberText.h"
 
 namespace Keltrix {
 
@@ -73,7 +74,7 @@ public:
         m_count = digits;
 
         T value{};
-        if (std::from_chars(m_buffer.data(), end, value).ec == std::errc::result_out_of_range) {
+        if (ReadNumber(m_buffer.data(), end, value).ec == std::errc::result_out_of_range) {
             return magnitude > 0 ? std::numeric_limits<T>::infinity() : T(0);
         }
         return value;
@@ -103,7 +104,7 @@ bool ReadShortReal(std::wstring_view text, T& value, std::size_t& used)
         if (count == narrow.size()) return false;
         narrow[count] = static_cast<char>(text[count]);
     }
-    const auto [end, error] = std::from_chars(narrow.data(), narrow.data() + count, value);
+    const auto [end, error] = ReadNumber(narrow.data(), narrow.data() + count, value);
     used = static_cast<std::size_t>(end - narrow.data());
     return error == std::errc();
 }

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <array>
 #include <cassert>
-#include <charconv>
 #include <cmath>
 #include <unordered_map>
 #include <unordered_set>
@@ -10,6 +9,7 @@
 #include "SectionNames.h"
 #include "keltrix/platform/KxData.h"
 #include "keltrix/platform/KxUtil.h"
+#include "keltrix/platform/NumberText.h"
 
 namespace Keltrix {
 
@@ -194,7 +194,7 @@ private:
         const std::string_view field = Field(column);
         if (field.empty()) return 0.0;
         double value = 0.0;
-        const auto [end, error] = std::from_chars(field.data(), field.data() + field.size(), value);
+        const auto [end, error] = ReadNumber(field.data(), field.data() + field.size(), value);
         if (error != std::errc() || end != field.data() + field.size() || !std::isfinite(value) || value < 0.0) {
             Expected(column, what);
             return std::nan("");

@@ -1,10 +1,10 @@
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <optional>
 
 #include "Numbers.h"
 #include "keltrix/platform/KxData.h"
+#include "keltrix/platform/NumberText.h"
 
 namespace Keltrix {
 
@@ -146,9 +146,8 @@ double ShortestMillimetres(double metres)
     for (int digits = 1; digits <= 17; ++digits) {
         double mm = 0.0;
         const auto end =
-            std::to_chars(buffer.data(), buffer.data() + buffer.size(), product, std::chars_format::general, digits)
-                .ptr;
-        std::from_chars(buffer.data(), end, mm);
+            WriteNumber(buffer.data(), buffer.data() + buffer.size(), product, std::chars_format::general, digits).ptr;
+        ReadNumber(buffer.data(), end, mm);
         if (mm / MM_PER_M == metres) return mm;
     }
     // The product is rounded, so that the dimension it comes from may be its neighbour.
@@ -162,9 +161,9 @@ std::wstring Millimetres(double metres)
 {
     // Room for the plain decimals of every double.
     std::array<char, 400> buffer;
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), ShortestMillimetres(metres),
-                                   std::chars_format::fixed)
-                         .ptr;
+    const auto end =
+        WriteNumber(buffer.data(), buffer.data() + buffer.size(), ShortestMillimetres(metres), std::chars_format::fixed)
+            .ptr;
     return std::wstring(buffer.data(), end);
 }
 

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "keltrix/platform/KxUtil.h"
+#include "keltrix/platform/NumberText.h"
 
 namespace Keltrix {
 
@@ -15,7 +16,7 @@ CString Widen(std::string_view text) { return CString(std::wstring(text.begin(),
 
 std::string_view ToChars(Buffer& buffer, double value, std::chars_format form, int precision)
 {
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, form, precision).ptr;
+    const auto end = WriteNumber(buffer.data(), buffer.data() + buffer.size(), value, form, precision).ptr;
     return {buffer.data(), static_cast<std::size_t>(end - buffer.data())};
 }
 
@@ -47,7 +48,7 @@ CString Significant(double value, int figures)
     }
 
     double rounded = value;
-    if (exponent >= figures) std::from_chars(scientific.data(), scientific.data() + scientific.size(), rounded);
+    if (exponent >= figures) ReadNumber(scientific.data(), scientific.data() + scientific.size(), rounded);
     Buffer fixedBuffer;
     const int decimals = std::max(figures - 1 - exponent, 0);
     return Widen(WithoutTrailingZeros(ToChars(fixedBuffer, rounded, std::chars_format::fixed, decimals)));
@@ -100,7 +101,7 @@ CString CDesFormat::Util(double value) const
     for (int decimals = 3;; ++decimals) {
         const std::string_view text = ToChars(buffer, value, std::chars_format::fixed, decimals);
         double shown = 0.0;
-        std::from_chars(text.data(), text.data() + text.size(), shown);
+        ReadNumber(text.data(), text.data() + text.size(), shown);
         if (shown == 1.0 && value != 1.0) continue;
         return Widen(shown == 0.0 && text.front() == '-' ? text.substr(1) : text);
     }

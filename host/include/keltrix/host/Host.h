@@ -15,6 +15,7 @@
 namespace Keltrix::Host {
 
 struct CheckedMember;
+struct LoadReport;
 
 /// How texts are read and members checked.
 struct Settings {
@@ -58,6 +59,8 @@ struct Outcome {
 
     /// Of a beam: makes the part of its calculation sheet about its loads, with ids that start with `id`; empty for a member file.
     std::function<std::string(const std::string& id, bool isBrief)> loads;
+    /// Of a beam without errors: reactions, envelopes and deflections as data; empty otherwise.
+    std::function<LoadReport()> loadReport;
 };
 
 /// The members of a text and what is wrong between them.
