@@ -13,7 +13,7 @@ namespace Keltrix::Host {
 
 namespace {
 
-constexpr const char* KINDS[] = {"permanent", "dead", "imposed", "live", "snow", "snow-above-1000m", "wind"};
+constexpr const char* LOAD_KINDS[] = {"permanent", "dead", "imposed", "live", "snow", "snow-above-1000m", "wind"};
 constexpr const char* KIND_LIST = "dead, permanent, imposed, live, snow, snow-above-1000m or wind";
 // As the reader of beam files has them.
 constexpr double LONGEST_BEAM = 1e4;
@@ -186,7 +186,7 @@ std::string ReadNewLoad(const std::string& text, NewBeam::Shape shape, NewBeam& 
     NewBeam::Load load;
     load.shape = shape;
     load.name = text.substr(0, equals);
-    if (std::find(std::begin(KINDS), std::end(KINDS), load.name) == std::end(KINDS))
+    if (std::find(std::begin(LOAD_KINDS), std::end(LOAD_KINDS), load.name) == std::end(LOAD_KINDS))
         return Got(load.name) + " for the case, expected " + KIND_LIST;
     const std::size_t at = text.find('@', equals);
     const std::size_t end = at == std::string::npos ? text.size() : at;
