@@ -21,8 +21,9 @@ build_page() {
     [[ -e $builds/wasm/build.ninja ]] || say "first build, takes some minutes (log: build/wasm.build.log)"
     unity=ON configure wasm "-DCMAKE_TOOLCHAIN_FILE=$(em-config EMSCRIPTEN_ROOT)/cmake/Modules/Platform/Emscripten.cmake" || die "configuring failed"
     quietly "$builds/wasm.build.log" cmake --build "$builds/wasm" --target keltrix-core || die "the build failed"
+    # Not "ci", which wants packages of other systems in the lock file as well.
     if ! cmp -s "$root/web/page/package-lock.json" "$modules/.installed"; then
-        quietly "$builds/page.install.log" npm --prefix "$root/web/page" ci --ignore-scripts || die "npm could not install what the page is made with"
+        quietly "$builds/page.install.log" npm --prefix "$root/web/page" install --no-save --ignore-scripts || die "npm could not install what the page is made with"
         cp "$root/web/page/package-lock.json" "$modules/.installed"
     fi
     KELTRIX_CORE="$core_file" KELTRIX_PAGE_OUT="$root/build/page" \

@@ -16,12 +16,15 @@ const HEIGHTS = ["", "top flange", "bottom flange"];
 const SHAPE_WORDS: Record<Shape, string> = { udl: "line load", point: "point load", trapezoid: "trapezoid", moment: "moment", axial: "axial", reaction: "reaction" };
 const UNITS: Record<Shape, string> = { udl: "kN/m", point: "kN", trapezoid: "kN/m", moment: "kNm", axial: "kN", reaction: "kN" };
 
-/** What was typed: a number, several as a list, or the text as it stands where it is neither, for the core to refuse. */
+/**
+ * What was typed: a number, several as a list, or the text as it stands where it is neither, for the core to refuse. "3,5" is such a text: it
+ * could mean one number or two.
+ */
 export function read(text: string): Value | undefined {
   const one = (part: string): Value => (/^[+-]?(\d+\.?\d*|\.\d+)(e[+-]?\d+)?$/i.test(part) ? Number(part) : part);
   const trimmed = text.trim();
   if (trimmed === "") return undefined;
-  const parts = trimmed.split(/[;,]\s*|\s+/).filter((part) => part !== "");
+  const parts = trimmed.split(/;\s*|,\s+|\s+/).filter((part) => part !== "");
   const values = parts.map(one);
   if (values.some((value) => typeof value !== "number")) return trimmed;
   return values.length === 1 ? values[0] : values;
