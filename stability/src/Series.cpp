@@ -185,7 +185,7 @@ private:
         for (int j = 0; j < m_terms; ++j)
             for (int i = j; i < m_terms; ++i) {
                 const auto less = static_cast<std::size_t>(i - j);
-                const auto more = static_cast<std::size_t>(i + j + 2);
+                const auto more = less + 2 * static_cast<std::size_t>(j + 1);
                 const double scaled = 0.5 * scale[static_cast<std::size_t>(i)] * scale[static_cast<std::size_t>(j)];
                 m_quadratic(i, j) = m_quadratic(j, i) = scaled * (m_squares[less] - m_squares[more]);
                 m_linear(i, j) = m_linear(j, i) = scaled * (m_torques[less] - m_torques[more] +
