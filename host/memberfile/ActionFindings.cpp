@@ -146,9 +146,18 @@ private:
 
     void NoteSupports()
     {
-        if (IsHeldAnywhere(CRestraint::MAJOR_SHEAR)) return;
-        Note("no-support", 0, "no point that is held in the direction of the web", "at least one support",
-             "is a restraint lost?");
+        if (!IsHeldAnywhere(CRestraint::MAJOR_SHEAR))
+            Note("no-support", 0, "no point that is held in the direction of the web", "at least one support",
+                 "is a restraint lost?");
+        const bool isHeldLaterally = IsHeldAnywhere(CRestraint::MINOR_SHEAR) ||
+                                     IsHeldAnywhere(CRestraint::FLANGE1_LATERAL) ||
+                                     IsHeldAnywhere(CRestraint::FLANGE2_LATERAL);
+        if (isHeldLaterally) return;
+        m_found.push_back(
+            {Severity::Warning, "no-lateral-support", true, 0, "restraint",
+             "no point and no sub-span that is held laterally", "at least one lateral support",
+             "nothing keeps the member from moving sideways, which the rules of sections that do not buckle "
+             "laterally do not look at"});
     }
 
     // A tip carries its loads. An axial force or a moment in a free end can be one, and is what is left where the points

@@ -537,6 +537,10 @@ TEST(ElasticLateral, WideTeesBucklingAlongTheirStem)
     overridden.member.SetLlt(8.0);
     overridden.Check();
     EXPECT_NEAR(AcrossEntry(overridden).resistance, e.resistance, 1e-3 * e.resistance);
+    // The section moves along its web: a short length of the flange does not hold it.
+    overridden.member.SetLlt(0.0);
+    overridden.Check();
+    EXPECT_NEAR(AcrossEntry(overridden).resistance, e.resistance, 1e-3 * e.resistance);
 }
 
 // A factor that the user gives does not lower what Mcr holds already; a larger one counts.

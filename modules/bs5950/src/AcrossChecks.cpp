@@ -46,13 +46,15 @@ void AcrossChecks::Check()
         std::nan(""));
 }
 
-// A given effective length is that of a uniform moment between forks.
+// A given effective length is that of a uniform moment between forks. The section moves along its web, as it does about the major axis, and twists:
+// the longer of both lengths.
 void AcrossChecks::FindGiven()
 {
     const SectionProperties& s = m_model.Properties();
     const double E = m_model.Steel().E;
     AcrossResult across;
-    across.LE = m_model.Llt >= 0.0 ? m_model.Llt : -m_model.Llt * m_model.Length();
+    const auto given = [this](double length) { return length >= 0.0 ? length : -length * m_model.Length(); };
+    across.LE = std::max(given(m_model.Lyy), given(m_model.Llt));
     across.elastic.start = m_model.points.front().GetPos();
     across.elastic.end = m_model.points.back().GetPos();
     across.elastic.largestMoment = m_model.minor.Largest();

@@ -160,6 +160,12 @@ void MemberCheck::FindLaterals()
         whole.end = m_in.End();
         whole.held = true;
         whole.M = rule ? 0.0 : M;
+        // What does not buckle laterally can be free to move all the same.
+        if (!rule && M > 0.0 && !m_in.lengthOverride) {
+            const Stability::CriticalLoads loads = Analyse(false, 0.0);
+            whole.mechanism = std::any_of(loads.units.begin(), loads.units.end(),
+                                          [](const Stability::Unit& unit) { return unit.outcome == Outcome::NotHeld; });
+        }
         m_laterals.push_back(whole);
         return;
     }
@@ -405,6 +411,10 @@ void MemberCheck::RecordLateral(const LateralSpan& span)
         f.reason = reason;
         Add(f);
     };
+    if (!span.rule && span.mechanism) {
+        f.utilisation = NEVER;
+        return leave(CheckStatus::Failed, L"not held: the restraints leave it free to move or twist");
+    }
     if (!span.rule && span.M > 0.0) return leave(CheckStatus::NotApplicable, L"the section does not buckle laterally");
     if (!(span.M > 0.0)) return leave(CheckStatus::NotApplicable, L"no moment about the major axis");
     if (span.held)
@@ -430,7 +440,7 @@ void MemberCheck::RecordLateral(const LateralSpan& span)
     AddResistance(L"Mcr", Quantity::Moment, span.Mcr, span.start, span.end);
     AddResistance(L"lambdaLT", Quantity::None, r.slenderness, span.start, span.end);
     AddResistance(L"chiLT", Quantity::None, r.chiMod, span.start, span.end);
-    AddResistance(L"C1", Quantity::None, span.C1, span.start, span.end);
+    if (*span.C1Source) AddResistance(L"C1", Quantity::None, span.C1, span.start, span.end);
     AddResistance(L"f", Quantity::None, r.f, span.start, span.end);
     if (r.chiMod > r.chi && span.C1 > LARGEST_C1) WarnOfCurveFactor(span);
     if (m_in.withSteps) {

@@ -30,7 +30,9 @@ std::vector<AcrossLength> MemberCheck::FindAcross() const
     const Section& s = m_in.section;
     std::vector<AcrossLength> lengths;
     if (m_in.lengthOverride) {
-        const double L = m_in.Llt >= 0.0 ? m_in.Llt : -m_in.Llt * m_in.Length();
+        // It moves along the web, as the major axis does, and twists.
+        const auto given = [&](double length) { return length >= 0.0 ? length : -length * m_in.Length(); };
+        const double L = std::max(given(m_in.Lyy), given(m_in.Llt));
         if (L == 0.0) return lengths;
         constexpr double PI_SQUARED = std::numbers::pi * std::numbers::pi;
         const double torsion = m_in.material.G * s.It + PI_SQUARED * m_in.material.E * s.Iw / (L * L);
@@ -86,8 +88,12 @@ void MemberCheck::RecordLateralAcross()
         if (MRk > 0.0 && isStocky) {
             f.status = CheckStatus::NotApplicable;
             f.clause = L"6.3.2.2(4)";
-            f.reason = L"moments about z-z, the stiffer axis: too stocky to lose resistance";
+            f.reason = L"moments about z-z, the stiffer axis: up to the slenderness, or the share of Mcr, at which "
+                       L"nothing is lost";
         } else if (!isAlone && !length.mechanism) {
+            RuleFinding alone = f;
+            CheckAcross(alone, length, moments.Mz);
+            Add(alone);
             f.reason = L"the section is stiffer about z-z than about y-y, and lateral-torsional buckling under moments "
                        L"about z-z "
                        L"together with moments about y-y or compression is not evaluated";
