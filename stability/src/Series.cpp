@@ -162,7 +162,7 @@ private:
         const double first = std::cos(std::numbers::pi * (x - m_start) / m_length);
         double before = first;
         double now = 1.0;
-        for (std::size_t k = 0; k <= static_cast<std::size_t>(2 * m_terms); ++k) {
+        for (std::size_t k = 0; k <= 2 * static_cast<std::size_t>(m_terms); ++k) {
             use(k, now);
             const double next = 2.0 * first * now - before;
             before = now;
