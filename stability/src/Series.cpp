@@ -30,6 +30,21 @@ using SmallVector = Eigen::Matrix<double, Eigen::Dynamic, 1, Eigen::ColMajor, MA
 constexpr std::array<double, 4> PLACES{0.1834346424956498, 0.5255324099163290, 0.7966664774136267, 0.9602898564975363};
 constexpr std::array<double, 4> WEIGHTS{0.3626837833783620, 0.3137066458778873, 0.2223810344533745, 0.1012285362903763};
 
+// cos(π s), s from 0 to 1, by its power series. That of the standard library has another last digit on another machine, and with it every factor would.
+double CosineOfHalfTurns(double s)
+{
+    const bool isBeyond = s > 0.5;
+    const double half = isBeyond ? 1.0 - s : s;
+    const bool isSine = half > 0.25;
+    const double angle = std::numbers::pi * (isSine ? 0.5 - half : half);
+    const double square = angle * angle;
+    double sum = 1.0;
+    for (int k = isSine ? 19 : 18; k > 1; k -= 2)
+        sum = 1.0 - sum * square / (k * (k - 1));
+    const double value = isSine ? angle * sum : sum;
+    return isBeyond ? -value : value;
+}
+
 bool IsPlain(const Layout& unit)
 {
     const auto isFork = [](const Holds& holds) {
@@ -159,7 +174,7 @@ private:
     template <class Use>
     void ForCosines(double x, Use use) const
     {
-        const double first = std::cos(std::numbers::pi * (x - m_start) / m_length);
+        const double first = CosineOfHalfTurns((x - m_start) / m_length);
         double before = first;
         double now = 1.0;
         for (std::size_t k = 0; k <= 2 * static_cast<std::size_t>(m_terms); ++k) {
