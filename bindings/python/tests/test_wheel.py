@@ -8,14 +8,13 @@ from __future__ import annotations
 
 import base64
 import hashlib
-import importlib.util
+import importlib
 import os
 import shutil
 import subprocess
 import sys
 import zipfile
 from pathlib import Path
-from types import ModuleType
 
 import pytest
 from support import SOURCE
@@ -23,17 +22,10 @@ from support import SOURCE
 import keltrix as kx
 
 
-def backend() -> ModuleType:
-    spec = importlib.util.spec_from_file_location("keltrix_build", SOURCE / "bindings" / "python" / "keltrix_build.py")
-    assert spec is not None and spec.loader is not None
-    module = importlib.util.module_from_spec(spec)
-    spec.loader.exec_module(module)
-    return module
-
-
 @pytest.fixture
 def wheel(tmp_path: Path, monkeypatch: pytest.MonkeyPatch) -> Path:
-    module = backend()
+    monkeypatch.syspath_prepend(str(SOURCE / "bindings" / "python"))
+    module = importlib.import_module("keltrix_build")
 
     def install(_: Path, prefix: Path) -> None:
         shutil.copytree(Path(kx.__file__).parent, prefix / "keltrix", ignore=shutil.ignore_patterns("__pycache__"))
