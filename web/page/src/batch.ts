@@ -17,7 +17,7 @@ const place = (row: Row): string => {
   return one.start === one.end ? `at ${one.start} m` : `${one.start} m to ${one.end} m`;
 };
 const COLUMNS: Column[] = [
-  { name: "Utilisation", cls: "n", value: worst, shown: (row) => (row.status === "refused" ? "–" : row.overall === null || row.overall === undefined ? "nan" : row.overall.toFixed(3)) },
+  { name: "Utilisation", cls: "n", value: worst, shown: (row) => (row.status === "refused" ? "–" : row.overall === null || row.overall === undefined ? "–" : row.overall.toFixed(3)) },
   { name: "Status", value: (row) => row.status, shown: (row) => row.status },
   { name: "Section", value: (row) => row.section ?? "", shown: (row) => row.section ?? "" },
   { name: "Grade", value: (row) => row.grade ?? "", shown: (row) => row.grade ?? "" },
