@@ -112,6 +112,22 @@ inline SectionConstants ConstantsOf(const CSection& section, double E = 210e9, d
     return Stability::MakeSectionConstants(section, E, G, &reason).value();
 }
 
+/// I sections of both symmetries, a tee, a channel and a box.
+inline std::vector<CSection> SectionsOfEveryKind()
+{
+    return {Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021),
+            Steel::Test::HostI(0.26, 0.256, 0.0103, 0.0173, 0.0127),
+            Steel::Test::HostGeneralI(0.6, 0.3, 0.2, 0.01, 0.02, 0.015, 0.0),
+            Steel::Test::HostGeneralI(0.5, 0.12, 0.28, 0.008, 0.012, 0.02, 0.0),
+            Steel::Test::HostT(0.229, 0.191, 0.0105, 0.0177, 0.0102),
+            Steel::Test::HostChannel(0.3, 0.1, 0.009, 0.0165, 0.015),
+            Steel::Test::HostSection(CSecGeom::SHAPE_RHS, SEC_ROLLED,
+                                     {{CSecGeom::DEPTH, 0.3},
+                                      {CSecGeom::WIDTH, 0.1},
+                                      {CSecGeom::WEB_THICKNESS, 0.008},
+                                      {CSecGeom::FLANGE_THICKNESS, 0.008}})};
+}
+
 /// UB 457x191x82 with rounded constants, for calculations by hand.
 inline SectionConstants RoundedUB()
 {

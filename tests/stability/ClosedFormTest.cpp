@@ -79,6 +79,19 @@ TEST(ClosedForm, UniformMomentByHand)
     EXPECT_LT(loads.Governing()->positive->error, 1e-4);
 }
 
+// The same without shapes, by the series: 342.775 kN·m, and a central load at mid-height or on a strip of narrow section.
+TEST(ClosedForm, WithoutShapesByHand)
+{
+    const auto factor = [](const Member& m, const SectionConstants& s) {
+        const CriticalLoads loads = FindCriticalLoads(m.points, m.subSpans, MajorOf(m), s, Stability::FACTORS_ALONE);
+        EXPECT_TRUE(loads.Governing()->positive->shape.empty()) << "not by the series";
+        return Positive(loads);
+    };
+    EXPECT_NEAR(factor(Beam(6.0, 1e3, 1e3), RoundedUB()), 342.775, 0.0005);
+    EXPECT_NEAR(4.0 * factor(CentrallyLoaded(1.0), Unity(0.0)), 16.94, 0.005);
+    EXPECT_NEAR(8.0 * factor(UniformlyLoaded(1.0), Unity(0.0)), 28.3, 0.05);
+}
+
 // The larger moment compresses the larger flange.
 TEST(ClosedForm, UniformMomentOfAnySectionBothWaysUp)
 {
