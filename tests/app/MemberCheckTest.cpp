@@ -445,6 +445,23 @@ TEST(MemberCheck, WhatLooksUnlikeAMemberIsNoted)
                 ElementsAre("loaded-free-end"));
 }
 
+TEST(MemberCheck, AMemberThatNothingHoldsLaterallyIsAWarning)
+{
+    std::string text = GOOD_MEMBER;
+    for (const auto& [from, to] :
+         {std::pair("Top flange lateral", "Free"), {"0,Pinned", "0,MAJV TR"}, {"6,Pinned", "6,MAJV TR"}})
+        text.replace(text.find(from), std::string(from).size(), to);
+    EXPECT_THAT(
+        Defects(text),
+        ElementsAre(
+            "floor.csv:12: warning: MEMBERPOINT restraint: got no point and no sub-span that is held laterally, "
+            "expected at least one lateral support; nothing keeps the member from moving sideways, which the "
+            "rules of sections that do not buckle laterally do not look at"));
+    // One flange at one place is enough not to be told.
+    text.replace(text.find("MAJV TR"), 7, "MAJV TR F1L");
+    EXPECT_THAT(Defects(text), IsEmpty());
+}
+
 TEST(MemberCheck, ValuesThatAddStrengthOrLeaveBucklingOutAreNoted)
 {
     const std::string grade = "floor.csv:4: note: GRADE ";
