@@ -1,7 +1,5 @@
 #include "text/Json.h"
 
-template class nlohmann::basic_json<nlohmann::ordered_map>;
-
 namespace Keltrix::Host {
 
 namespace {

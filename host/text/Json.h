@@ -7,9 +7,6 @@
 
 #include "text/JsonFwd.h"
 
-// Instantiated once, in Json.cpp: half of the compile time of what uses it.
-extern template class nlohmann::basic_json<nlohmann::ordered_map>;
-
 namespace Keltrix::Host {
 
 /// The first entry, "schema", of every object that an output consists of. It grows where a name goes or changes its meaning; names may be
