@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace Keltrix::Stability {
 
@@ -25,6 +26,17 @@ double CoupledForce(double alongMajor, double alongMinor, const ModeForces& forc
         (isStable(middle) ? low : high) = middle;
     }
     return low;
+}
+
+double StrutForceBetweenForks(const SectionConstants& section, double length)
+{
+    const double k2 = std::numbers::pi * std::numbers::pi / (length * length);
+    const double i2 = section.PolarRadius2();
+    const double Pz = section.E * section.Iz * k2;
+    const double Pt = (section.G * section.It + section.E * section.Iw * k2) / i2;
+    const double share = 1.0 - section.zc * section.zc / i2;
+    const double sum = Pz + Pt;
+    return 2.0 * Pz * Pt / (sum + std::sqrt(std::max(0.0, sum * sum - 4.0 * share * Pz * Pt)));
 }
 
 } // namespace Keltrix::Stability

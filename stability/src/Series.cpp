@@ -7,6 +7,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "keltrix/stability/CoupledBuckling.h"
+
 namespace Keltrix::Stability {
 
 namespace {
@@ -45,7 +47,8 @@ double CosineOfHalfTurns(double s)
     return isBeyond ? -value : value;
 }
 
-bool IsPlain(const Layout& unit)
+// Forks at both ends and nothing that holds between them.
+bool IsBetweenForks(const Layout& unit)
 {
     const auto isFork = [](const Holds& holds) {
         return holds.slope == 0 && (holds.value & SHEAR_CENTRE) != 0 && (holds.value & TWIST) != 0;
@@ -53,9 +56,29 @@ bool IsPlain(const Layout& unit)
     if (!isFork(unit.stations.front().holds) || !isFork(unit.stations.back().holds)) return false;
     const auto isFree = [](const Station& s) { return !s.holds.Any() && !s.jump; };
     if (!std::all_of(unit.stations.begin() + 1, unit.stations.end() - 1, isFree)) return false;
-    return std::all_of(unit.pieces.begin(), unit.pieces.end(), [](const Piece& p) {
-        return p.balanced && !p.along.Any() && p.axialLeft == 0.0 && p.axialRight == 0.0;
-    });
+    return std::all_of(unit.pieces.begin(), unit.pieces.end(),
+                       [](const Piece& p) { return p.balanced && !p.along.Any(); });
+}
+
+bool HasNoAxialForce(const Layout& unit)
+{
+    return std::all_of(unit.pieces.begin(), unit.pieces.end(),
+                       [](const Piece& p) { return p.axialLeft == 0.0 && p.axialRight == 0.0; });
+}
+
+// The compression of a length under one axial force all along and nothing else; none where anything else acts, and of a tie.
+std::optional<double> UniformCompression(const Layout& unit)
+{
+    const double N = unit.pieces.front().axialLeft;
+    const auto isUniform = [N](const Piece& p) {
+        const Design::Parabola& m = p.moment;
+        return p.axialLeft == N && p.axialRight == N && p.torque == 0.0 && m.left == 0.0 && m.right == 0.0 &&
+               m.curvature == 0.0;
+    };
+    if (!(N > 0.0) || !std::all_of(unit.pieces.begin(), unit.pieces.end(), isUniform)) return std::nullopt;
+    if (std::any_of(unit.stations.begin(), unit.stations.end(), [](const Station& s) { return s.torque != 0.0; }))
+        return std::nullopt;
+    return N;
 }
 
 // The potential ½ yᵀ (1 - λ H - λ² B) y, scaled so that the stiffness is 1.
@@ -249,7 +272,12 @@ std::optional<Factors> FactorsOf(const Layout& unit, const SectionConstants& sec
 
 std::optional<Factors> FactorsBySeries(const Layout& unit, const SectionConstants& section)
 {
-    if (!IsPlain(unit)) return std::nullopt;
+    if (!IsBetweenForks(unit)) return std::nullopt;
+    if (const auto compression = UniformCompression(unit); compression && !section.offWebPlane) {
+        const double length = unit.stations.back().x - unit.stations.front().x;
+        return Factors{Factor{StrutForceBetweenForks(section, length) / *compression}, std::nullopt};
+    }
+    if (!HasNoAxialForce(unit)) return std::nullopt;
     if (const auto factors = FactorsOf(unit, section, FEW, SOME)) return factors;
     return FactorsOf(unit, section, SOME, MANY);
 }

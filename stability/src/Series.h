@@ -18,8 +18,9 @@ struct Factors {
     std::optional<Factor> negative;
 };
 
-/// Critical factors of a unit that forks hold at both ends and nothing between, under moments and loads alone, from a series of sines. Nothing
-/// for every other unit, and where the series does not converge fast, as under a load above a section without warping stiffness.
+/// Critical factors of a unit that forks hold at both ends and nothing between: under moments and loads alone from a series of sines, under one
+/// compression all along from its closed form. Nothing for every other unit, and where the series does not converge fast, as under a load above
+/// a section without warping stiffness.
 ///
 /// Between forks the lateral displacement follows from the twist: E Iz v'' = -λ M φ. What is left of the potential is
 /// ½ ∫ (E Iw φ''² + G It φ'²) dx - ½ λ [∫ βz M φ'² dx + Σ Q zQ φ² + ∫ q zq φ² dx] - ½ λ² ∫ M² φ²/(E Iz) dx, quadratic in λ, whose smallest factor is

@@ -189,8 +189,33 @@ TEST(ClosedForm, ColumnsBetweenForks)
             EXPECT_NEAR(Positive(loads), exact, SIX_DIGITS * exact) << s.betaZ << " " << length;
             EXPECT_FALSE(loads.units[0].negative) << "tension buckles nothing";
             EXPECT_EQ(loads.units[0].positive->Mcr, 0.0);
+            const CriticalLoads alone =
+                FindCriticalLoads(m.points, m.subSpans, MajorOf(m), s, Stability::FACTORS_ALONE);
+            EXPECT_TRUE(alone.units[0].positive->shape.empty()) << "not by the closed form";
+            EXPECT_NEAR(Positive(alone), Positive(loads), SIX_DIGITS * exact) << "elements";
+            EXPECT_FALSE(alone.units[0].negative);
         }
     }
+}
+
+// What acts beside the force, a force that is not the same all along, and a tie have no closed form.
+TEST(ClosedForm, OtherStrutsAreSolvedByElements)
+{
+    const SectionConstants s = RoundedUB();
+    const auto factor = [&](const Member& m, bool shapes) {
+        const CriticalLoads loads = FindCriticalLoads(m.points, m.subSpans, MajorOf(m), s, {.shapes = shapes});
+        return loads.units[0].positive ? loads.units[0].positive->lambda : 0.0;
+    };
+    Member bent = Beam(5.0, 1e5, 2e4);
+    Member tie = Beam(5.0, 0.0, 0.0);
+    Compress(bent, 8e5);
+    Compress(tie, -1.0);
+    Member growing = Beam(5.0, 0.0, 0.0);
+    growing.subSpans.front().SetForcesAll({-1e5, 0.0, 0.0}, {-9e5, 0.0, 0.0});
+    for (const Member& m : {bent, tie, growing})
+        EXPECT_EQ(factor(m, false), factor(m, true));
+    EXPECT_EQ(factor(tie, false), 0.0);
+    EXPECT_GT(factor(growing, false), 0.0);
 }
 
 TEST(ClosedForm, ColumnsHeldInOtherWays)

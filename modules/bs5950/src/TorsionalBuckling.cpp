@@ -147,7 +147,9 @@ std::vector<LedgerEntry> CriticalLoadsOf(const MemberModel& model, const std::ve
     if (!constants) return entries;
     const std::vector<Steel::CSubSpan> axial = AxialAlone(model.subSpans);
     const Design::MomentDiagram none(model.points, axial, Design::Bending::Major);
-    for (const Stability::Unit& unit : Stability::FindCriticalLoads(model.points, axial, none, *constants).units) {
+    const Stability::CriticalLoads loads =
+        Stability::FindCriticalLoads(model.points, axial, none, *constants, Stability::FACTORS_ALONE);
+    for (const Stability::Unit& unit : loads.units) {
         const double compression = LargestCompression(model, unit.start, unit.end);
         if (!(compression > 0.0) || unit.outcome == Outcome::NothingBuckles) continue;
         const wchar_t* const refusal = Stability::DesignRefusal(unit);
@@ -193,15 +195,7 @@ bool IsPlainlyStable(const MemberModel& model)
     const double E = model.Steel().E;
     const auto s = Stability::MakeSectionConstants(model.KeltrixSection(), E, E / 2.6, nullptr);
     if (!s) return false;
-    const double k2 = std::numbers::pi * std::numbers::pi / (longest * longest);
-    const double i2 = s->PolarRadius2();
-    const double Pz = s->E * s->Iz * k2;
-    const double Pt = (s->G * s->It + s->E * s->Iw * k2) / i2;
-    // The smaller root of (1 - zc²/i0²) N² - (Pz + Pt) N + Pz Pt = 0.
-    const double share = 1.0 - s->zc * s->zc / i2;
-    const double sum = Pz + Pt;
-    const double N = 2.0 * Pz * Pt / (sum + std::sqrt(std::max(0.0, sum * sum - 4.0 * share * Pz * Pt)));
-    return compression < MARGIN * N;
+    return compression < MARGIN * Stability::StrutForceBetweenForks(*s, longest);
 }
 
 } // namespace

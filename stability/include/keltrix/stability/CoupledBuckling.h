@@ -1,6 +1,7 @@
 #pragma once
 
 #include "keltrix/stability/Export.h"
+#include "keltrix/stability/SectionConstants.h"
 
 // Struts whose flexure and twist buckle together, in closed form. N.
 namespace Keltrix::Stability {
@@ -18,5 +19,10 @@ struct ModeForces {
 /// Theory of Elastic Stability, (5-38). Where the modes have different lengths it is a lower bound of the critical force, because their shapes
 /// then do less work on each other than equal ones.
 KELTRIX_STABILITY_API double CoupledForce(double alongMajor, double alongMinor, const ModeForces& forces);
+
+/// Smallest force, the same all along, at which a length (m) between two forks buckles by lateral displacement and twist in one half-wave. Only for
+/// sections whose shear centre lies in the plane of the web. The smaller root of (1 - zc²/i0²) N² - (Pz + Pt) N + Pz Pt = 0: Timoshenko and Gere,
+/// Theory of Elastic Stability, 5.6.
+KELTRIX_STABILITY_API double StrutForceBetweenForks(const SectionConstants& section, double length);
 
 } // namespace Keltrix::Stability

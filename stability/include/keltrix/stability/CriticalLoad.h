@@ -16,8 +16,8 @@ struct Options {
     /// The whole member at once. Otherwise each stretch between neighbouring sections that are held against lateral movement
     /// and twist is analysed by itself, and what lies beyond its end sections is neglected.
     bool continuity = false;
-    /// Buckled shapes. Without them units between plain forks are solved by a series, in about a tenth of the time; factors differ by no more than their
-    /// estimated errors.
+    /// Buckled shapes. Without them units between plain forks are solved by a series or a closed form, in a tenth of the time or less; factors
+    /// differ by no more than their estimated errors.
     bool shapes = true;
 };
 
