@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <initializer_list>
 #include <numbers>
 #include <optional>
 #include <utility>
@@ -65,23 +66,42 @@ void ReadDimensions(SectionProperties& s, const CSecComp& c)
     if (s.shape == Shape::Angle || (s.shape == Shape::RHS && !s.IsWelded())) s.t = s.T = s.T2 = std::min(s.t, s.T);
 }
 
-bool IsSection(const SectionProperties& s)
+// Whether the dimensions are of a section: finite, and walls, flanges and fillets fit into the outline, so that every formula has a meaning.
+bool FitsTogether(const CSecComp& c, Shape shape)
 {
-    const bool finite = std::isfinite(s.D + s.B + s.B2 + s.t + s.T + s.T2 + s.r);
-    if (!finite || !(s.D > 0 && s.B > 0 && s.B2 > 0 && s.t > 0 && s.T > 0 && s.T2 > 0 && s.r >= 0)) return false;
-    switch (s.shape) {
-    case Shape::CHS:
-        return 2.0 * s.t < s.D;
-    case Shape::RHS:
-        return 2.0 * s.T < s.D && 2.0 * s.t < s.B;
-    case Shape::Angle:
-        return s.t + s.r < std::min(s.D, s.B);
-    case Shape::Tee:
-        return s.T + s.r < s.D && s.t + 2.0 * s.r <= s.B;
+    const auto dimension = [&c](CSecGeom::Prop prop) { return c.Dimension(0.0, prop); };
+    const auto arePositive = [&](std::initializer_list<CSecGeom::Prop> props) {
+        return std::all_of(props.begin(), props.end(), [&](CSecGeom::Prop prop) {
+            return dimension(prop) > 0.0 && std::isfinite(dimension(prop));
+        });
+    };
+    const double D = dimension(CSecGeom::DEPTH);
+    const double B = dimension(CSecGeom::WIDTH);
+    const double t = dimension(CSecGeom::WEB_THICKNESS);
+    const double T = dimension(CSecGeom::FLANGE_THICKNESS);
+    const double r = dimension(CSecGeom::ROOT_RADIUS);
+    const double toe = dimension(CSecGeom::TOE_RADIUS);
+    if (!(r >= 0.0) || !(toe >= 0.0)) return false;
+    if (!arePositive({CSecGeom::DEPTH, CSecGeom::WEB_THICKNESS})) return false;
+    if (shape == Shape::CHS) return 2.0 * t < D;
+    if (!arePositive({CSecGeom::WIDTH, CSecGeom::FLANGE_THICKNESS})) return false;
+    switch (shape) {
+    case Shape::UnequalI: {
+        const double B2 = dimension(CSecGeom::BOTTOM_FLANGE_WIDTH);
+        const double T2 = dimension(CSecGeom::BOTTOM_FLANGE_THICKNESS);
+        return arePositive({CSecGeom::BOTTOM_FLANGE_WIDTH, CSecGeom::BOTTOM_FLANGE_THICKNESS}) &&
+               T + T2 + 2.0 * r < D && t + 2.0 * r <= std::min(B, B2);
+    }
     case Shape::Channel:
-        return 2.0 * (s.T + s.r) < s.D && s.t + s.r <= s.B;
+        return 2.0 * (T + r) < D && t + r + toe <= B && toe <= T;
+    case Shape::Tee:
+        return T + r < D && t + 2.0 * (r + toe) <= B && toe <= T;
+    case Shape::Angle:
+        return t + r < std::min(D, B) && t + r + toe <= std::min(D, B) && toe <= t;
+    case Shape::RHS:
+        return 2.0 * T < D && 2.0 * t < B;
     default:
-        return s.T + s.T2 + 2.0 * s.r < s.D && s.t + 2.0 * s.r <= std::min(s.B, s.B2);
+        return 2.0 * (T + r) < D && t + 2.0 * r <= B;
     }
 }
 
@@ -378,10 +398,9 @@ void SetProperties(SectionProperties& s, const CDesSectGeom& g, double toe)
 
 std::unique_ptr<CDesSectGeom> MakeGeometry(const CSection& section, CMemberResult* result)
 {
-    const std::optional<Shape> shape = ShapeOf(section.Component(0));
-    if (!shape) return nullptr;
-    if (!IsSection(DimensionsOf(section.Component(0), *shape))) return nullptr;
-    return Steel::MakeSectionShape(section, result);
+    const CSecComp& component = section.Component(0);
+    const std::optional<Shape> shape = ShapeOf(component);
+    return shape && FitsTogether(component, *shape) ? Steel::MakeSectionShape(section, result) : nullptr;
 }
 
 std::optional<SectionProperties> MakeProperties(const CSection& section, CMemberResult* result)

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <memory>
-
-#include "keltrix/platform/KxData.h"
+#include "keltrix/design/SectionProperties.h"
 #include "keltrix/steel/SectionShapes.h"
 
 namespace Keltrix::Host {
@@ -14,8 +12,7 @@ using Steel::IShape;
 using Steel::RhsShape;
 using Steel::TeeShape;
 
-/// Geometry of the shape of component 0, filled from it; null for a shape that the library does not know, and for dimensions
-/// that are no section (not finite, not above zero, plates that do not fit into the outline).
-std::unique_ptr<Steel::CDesSectGeom> MakeGeometry(const CSection& section);
+/// The one rule of what is a section, which the checks take as well.
+using Design::MakeGeometry;
 
 } // namespace Keltrix::Host

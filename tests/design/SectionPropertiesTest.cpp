@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -65,6 +66,25 @@ TEST(SectionProperties, HaveTheShearCentreWhereThePlatesMeet)
     EXPECT_NEAR((angle.cy + angle.y0) / MM, 6.0, 1e-9);
     // 12·150·6 + 63·12·43.5 = 43686 over 2556.
     EXPECT_NEAR(angle.cx / MM, 43686.0 / 2556.0, 1e-6);
+}
+
+// Each pair fits into its outline and by a hair does not.
+TEST(SectionProperties, AreThereOnlyWhereThePartsFitIntoTheOutline)
+{
+    const std::pair<const wchar_t*, const wchar_t*> pairs[] = {
+        {L"C 100x50x6x8x10x8", L"C 100x50x6x8x10x9"}, // the toe takes no more than the flange
+        {L"C 100x24x6x8x10x8", L"C 100x23x6x8x10x8"}, // web, fillet and toe beside each other
+        {L"C 37x50x6x8x10x4", L"C 36x50x6x8x10x4"},   // a web between the fillets
+        {L"ANGLE 60x60x6x8x6", L"ANGLE 60x60x6x8x7"}, // toe and thickness
+        {L"ANGLE 60x15x6x8x0", L"ANGLE 60x14x6x8x0"}, // a leg beside the fillet
+        {L"TUBE 50x24.9", L"TUBE 50x25"},
+        {L"BOX 50x30x14.9x12", L"BOX 50x30x15x12"},
+    };
+    for (const auto& [fits, doesNot] : pairs) {
+        EXPECT_NE(MakeGeometry(CSection(CString(fits))), nullptr) << CString(fits).ToUtf8().value();
+        EXPECT_EQ(MakeGeometry(CSection(CString(doesNot))), nullptr) << CString(doesNot).ToUtf8().value();
+        EXPECT_FALSE(MakeProperties(CSection(CString(doesNot)), nullptr));
+    }
 }
 
 // Cold-formed channels are sections too: what a code does not cover it refuses itself.

@@ -63,9 +63,9 @@ struct SectionProperties {
 };
 
 /// The section geometry class for the shape of component 0, filled, made as MakeProperties has it; null where there is none for
-/// the shape or the dimensions are not those of a section (not finite, not positive, walls thicker than the section).
+/// the shape or the dimensions are not those of a section: not finite, not positive, or walls, flanges and fillets that do not fit into the outline.
 KELTRIX_DESIGN_API std::unique_ptr<Steel::CDesSectGeom> MakeGeometry(const CSection& section,
-                                                                     Steel::CMemberResult* result);
+                                                                     Steel::CMemberResult* result = nullptr);
 
 /// Properties of a section. How it is made follows from the component's type and from the shared catalogue's row of its
 /// designation: see fabricationAssumed and fabricationContradicted. Nothing where MakeGeometry gives null.
