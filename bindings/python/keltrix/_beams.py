@@ -9,6 +9,7 @@ from typing import Any, Union
 
 import numpy as np
 
+from ._cells import is_number
 from ._errors import InputError
 from ._results import Result, Source
 from ._settings import OptionValue, bytes_of, make_settings, read_file
@@ -38,17 +39,17 @@ def _text(text: str) -> str:
 
 def _value(value: Any, key: str) -> str:
     """A value of TOML."""
+    if isinstance(value, np.ndarray) and value.ndim == 0 and not isinstance(value, np.ma.MaskedArray):
+        value = value[()]
     if isinstance(value, (bool, np.bool_)):
         return "true" if value else "false"
-    if isinstance(value, (int, np.integer)):
-        return str(int(value))
-    if isinstance(value, (float, np.floating)):
-        return repr(float(value))
+    if is_number(value):
+        return str(int(value)) if isinstance(value, (int, np.integer)) else repr(float(value))
     if isinstance(value, str):
         return _text(value)
     if isinstance(value, Mapping):
         return "{ " + ", ".join(f"{_key(str(k))} = {_value(v, key)}" for k, v in value.items()) + " }"
-    if isinstance(value, (Sequence, np.ndarray)) and not isinstance(value, (bytes, bytearray)):
+    if isinstance(value, (Sequence, np.ndarray)) and not isinstance(value, (bytes, bytearray, np.ma.MaskedArray)):
         return "[" + ", ".join(_value(one, key) for one in value) + "]"
     raise InputError(f"{key}: got {type(value).__name__}, expected a number, a text, a list or a dictionary")
 

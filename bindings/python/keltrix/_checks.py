@@ -193,7 +193,15 @@ def report(
     """
     listed = [results] if isinstance(results, Result) else list(results)
     remarks = [one.message for one in results.diagnostics] if isinstance(results, Results) else []
-    inputs = {one._source.name: one._source.text for one in listed}
+    # Beams that were not read from a file have one name; each of their texts is an input of its own.
+    texts: dict[str, list[bytes]] = {}
+    for one in listed:
+        known = texts.setdefault(one._source.name, [])
+        if one._source.text not in known:
+            known.append(one._source.text)
+    inputs = {
+        f"{name} ({i})" if i > 1 else name: text for name, known in texts.items() for i, text in enumerate(known, 1)
+    }
     block = [
         ("client", client),
         ("project", project),

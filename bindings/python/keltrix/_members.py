@@ -11,7 +11,7 @@ import numpy as np
 from . import _keltrix
 from ._errors import InputError
 from ._results import Result, Source
-from ._settings import OptionValue, bytes_of, make_settings, read_file
+from ._settings import OptionValue, bytes_of, make_settings, read_file, text_of
 
 __all__ = ["Member"]
 
@@ -205,17 +205,17 @@ class Member:
             if len(lengths) != 3:
                 raise InputError(f"effective_lengths: got {len(lengths)} numbers, expected three")
         return _keltrix.member_text(
-            self.title,
-            self.section,
-            self.type,
-            self.grade,
+            text_of(self.title, "title"),
+            text_of(self.section, "section"),
+            text_of(self.type, "type"),
+            text_of(self.grade, "grade"),
             [float(self.net_to_gross), float(self.plastic_to_elastic), float(self.shear_lag)],
             lengths,
             None if self.moment_factor is None else float(self.moment_factor),
             np.array([point[:2] for point in self._points], dtype=float).reshape(-1, 2),
-            [point[2] for point in self._points],
+            [text_of(point[2], "restraint") for point in self._points],
             np.array([numbers for numbers, _ in self._sub_spans], dtype=float).reshape(-1, 13),
-            [words for _, words in self._sub_spans],
+            [text_of(words, "restraint") for _, words in self._sub_spans],
         ).encode()
 
     def check(
@@ -263,7 +263,7 @@ class Member:
     def __eq__(self, other: object) -> Any:
         if not isinstance(other, Member):
             return NotImplemented
-        return self.__dict__ == other.__dict__
+        return self._name == other._name and self._bytes() == other._bytes()
 
     __hash__ = None  # type: ignore[assignment]
 
