@@ -7,11 +7,12 @@ import os
 import re
 import tempfile
 from collections.abc import Iterable, Mapping, Sequence
+from dataclasses import replace
 from pathlib import Path
 from typing import Any
 
 from . import _keltrix
-from ._errors import InputError
+from ._errors import Diagnostic, InputError, input_error
 from ._imports import Imported, from_table
 from ._results import Result
 
@@ -199,13 +200,16 @@ def _case_of(sheet: _Sheet, row: tuple[int, dict[str, Any]]) -> tuple[str, bool]
     )
 
 
-def _forces(book: Any, chosen: set[str] | None, load_cases: bool) -> dict[str, list[Any]]:
-    """The table of forces in the order of its sections."""
+Place = tuple[str, int]  # a sheet and a row of it
+
+
+def _forces(book: Any, chosen: set[str] | None, load_cases: bool) -> tuple[dict[str, list[Any]], list[Place]]:
+    """The table of forces in the order of its sections, and where its rows stand in the workbook."""
     sheets = [_Sheet(name, book[name]) for name in book.sheetnames if name.startswith("ResultInternalForce1D")]
     if not sheets:
         raise InputError("there is no sheet ResultInternalForce1D: the workbook has no internal forces")
     found: list[tuple[str, str, float, tuple[Any, ...]]] = []
-    places: dict[tuple[str, str, float], tuple[str, int]] = {}
+    places: dict[tuple[str, str, float], Place] = {}
     for sheet in sheets:
         sheet.require("Result on", "Member", "Result for", "Section at", "Index", *_ACTIONS)
         sheet.unit("Section at", "m")
@@ -242,7 +246,27 @@ def _forces(book: Any, chosen: set[str] | None, load_cases: bool) -> dict[str, l
     table: dict[str, list[Any]] = {"member": [one[0] for one in found], "case": [one[1] for one in found]}
     for i, caption in enumerate(captions):
         table[caption] = [one[3][i] for one in found]
-    return table
+    return table, [places[one[0], one[1], one[2]] for one in found]
+
+
+def _placed(diagnostics: Iterable[Diagnostic], places: Mapping[str, Sequence[Place]]) -> tuple[Diagnostic, ...]:
+    """With sheets and rows of the workbook in the place of the lines of the tables that were made of them."""
+    made = []
+    for one in diagnostics:
+        match = re.match(r"(forces|members):(\d+): ", one.message)
+        if match is None or not places[match.group(1)]:
+            made.append(one)
+            continue
+        rows = places[match.group(1)]
+
+        def words(line: int) -> str:
+            return f"sheet {rows[line - 2][0]}, row {rows[line - 2][1]}" if 2 <= line < len(rows) + 2 else f"sheet {rows[0][0]}"
+
+        line = int(match.group(2))
+        rest = re.sub(r"\bline (\d+)\b", lambda found: words(int(found.group(1))), one.message[match.end() :])
+        row = rows[line - 2][1] if 2 <= line < len(rows) + 2 else 1
+        made.append(replace(one, message=f"{words(line)}: {rest}", line=row))
+    return tuple(made)
 
 
 def read_saf(
@@ -315,7 +339,7 @@ def read_saf(
         for name in (*(chosen or ()), *(restraints or ())):
             if name not in known.rows:
                 raise InputError(f"member: got {name!r}, which sheet {known.members.name} does not have")
-        forces = _forces(book, chosen, load_cases)
+        forces, force_places = _forces(book, chosen, load_cases)
     finally:
         book.close()
     names = list(dict.fromkeys(forces["member"]))
@@ -341,7 +365,12 @@ def read_saf(
         "restraints": [(restraints or {}).get(name, "") for name in names],
         "load-height [m]": [load_height] * len(names),
     }
-    return from_table(forces, table, signs)
+    places = {"forces": force_places, "members": [(known.members.name, known.rows[name][0]) for name in names]}
+    try:
+        made = from_table(forces, table, signs)
+    except InputError as error:
+        raise input_error(_placed(error.diagnostics, places)) from None
+    return replace(made, diagnostics=_placed(made.diagnostics, places))
 
 
 def write_saf(

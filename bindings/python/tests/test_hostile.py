@@ -6,12 +6,14 @@ import copy
 import hashlib
 import os
 import pickle
+import resource
 import subprocess
 import sys
 import textwrap
 import threading
 import time
 from collections.abc import Callable
+from pathlib import Path
 from typing import Any
 
 import numpy as np
@@ -306,6 +308,37 @@ assert (found["utilisation"] == want["utilisation"]).all()
 """
     done = subprocess.run([sys.executable, "-c", script], capture_output=True, encoding="utf-8", check=False)
     assert done.returncode == 0, done.stderr
+
+
+@pytest.mark.skipif("asan" in os.environ.get("LD_PRELOAD", ""), reason="the address sanitizer keeps what is freed")
+def test_repeats_keep_no_memory() -> None:
+    def resident() -> int:
+        return int(Path("/proc/self/statm").read_text().split()[1]) * resource.getpagesize()
+
+    table = {**ROW, "length": np.linspace(3.0, 9.0, 10), "w": 10e3}
+    frame = kx.Beam(**ROW, length=4.0).add_udl(4.0, case="permanent")
+    result = frame.check()
+
+    def refused() -> None:
+        with pytest.raises(kx.InputError):
+            kx.check_many({**table, "wide": 1.0})
+
+    for work, times in (
+        (lambda: kx.check_many(table), 10_000),
+        (lambda: kx.check_many({**table, "w": ["much"] * 10}), 10_000),
+        (lambda: kx.check_many(MEMBER), 2_000),
+        (refused, 2_000),
+        (lambda: frame.check().findings, 300),
+        (lambda: pickle.loads(pickle.dumps(result)), 300),
+        (lambda: kx.report(result), 100),
+    ):
+        for _ in range(times // 10):
+            work()
+        before = resident()
+        for _ in range(times):
+            work()
+        # What a turn would keep is more: the text of a member alone has half a kilobyte, its result ten.
+        assert resident() - before < max(times * 1024, 1 << 20)
 
 
 def test_general_members_can_be_stopped() -> None:

@@ -178,6 +178,21 @@ def test_results_go_back_into_the_workbook(tmp_path: Path) -> None:
         kx.write_saf(path, results, sheet="Model")
 
 
+def test_what_the_tables_lack_is_said_of_rows_of_the_workbook(tmp_path: Path) -> None:
+    # The table of forces has mid-span in its line 3; the workbook has it in row 2.
+    rows = beam_rows("B1", "ULS", 20.0)
+    rows[0][13] = 0.0
+    with pytest.raises(kx.InputError, match="row 2: My: got a change by 0 kNm from 0 m to 3 m") as raised:
+        kx.read_saf(workbook(tmp_path / "model.xlsx", rows), "z-down", **HOW)
+    assert "forces:" not in str(raised.value) and {one.line for one in raised.value.errors} <= {1, 2, 4}
+    short = [["Name", "Cross section", "Length [m]"], ["B0", "CS1", 1.0], ["B1", "CS1", 6.0]]
+    with pytest.raises(kx.InputError, match="^sheet StructuralCurveMember, row 3: .*S27x"):
+        kx.read_saf(workbook(tmp_path / "model.xlsx", GOOD, StructuralCurveMember=short), "z-down", grades={"S 275": "S27x"}, **HOW)
+    same = [*GOOD, [*GOOD[2][:8], 4, *GOOD[2][9:]]]
+    with pytest.raises(kx.InputError, match="^sheet ResultInternalForce1D, row 5: .* sheet ResultInternalForce1D, row 4"):
+        kx.read_saf(workbook(tmp_path / "model.xlsx", same), "z-down", **HOW)
+
+
 def test_merged_cells_lose_no_row_of_chosen_members(tmp_path: Path) -> None:
     path = workbook(tmp_path / "model.xlsx", GOOD)
     book = openpyxl.load_workbook(path)
