@@ -12,7 +12,7 @@ from ._beams import Beam
 from ._errors import Diagnostic
 from ._members import Member
 from ._results import Result, Results, Source
-from ._settings import OptionValue, Settings, bytes_of, make_settings, read_file
+from ._settings import OptionValue, Settings, bytes_of, make_settings, read_file, text_of
 
 __all__ = ["check_file", "check_text", "report", "validate"]
 
@@ -216,4 +216,5 @@ def report(
         ("approved_by", approved_by),
         ("approved_date", approved_date),
     ]
+    block = [(name, text_of(text, name)) for name, text in block]
     return _keltrix.html([one._outcome for one in listed], remarks, list(inputs.items()), block, brief)

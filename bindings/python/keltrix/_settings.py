@@ -50,7 +50,10 @@ def make_settings(
             value = bool(value)
         if value is False or value is None:
             continue
-        text = "" if value is True else value if isinstance(value, str) else repr(float(value))
+        try:
+            text = "" if value is True else value if isinstance(value, str) else repr(float(value))
+        except (TypeError, ValueError):
+            raise InputError(f"option {name}: got {value!r}, expected a text, a number or True") from None
         pairs.append((name.replace("_", "-"), text))
     return Settings(code, annex, tuple(pairs), bool(allow_gaps), bool(strict))
 

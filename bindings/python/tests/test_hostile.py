@@ -295,6 +295,15 @@ def test_each_input_of_a_report_has_its_checksum() -> None:
         assert document.count(hashlib.sha256(beam.text.encode()).hexdigest()) == 1
 
 
+def test_options_and_title_blocks_are_texts() -> None:
+    result = kx.Member.from_text(MEMBER).check()
+    with pytest.raises(kx.InputError, match=r"option bearing: got \[1\]"):
+        kx.Member.from_text(MEMBER).check(bearing=[1])  # type: ignore[arg-type]
+    for client in (5, "\ud800"):
+        with pytest.raises(kx.InputError, match="client: "):
+            kx.report(result, client=client)  # type: ignore[arg-type]
+
+
 @pytest.mark.skipif("asan" in os.environ.get("LD_PRELOAD", ""), reason="the address sanitizer needs more room than this test leaves")
 def test_fewer_threads_than_were_asked_for() -> None:
     script = """

@@ -133,6 +133,7 @@ def test_the_section_of_the_model_serves() -> None:
         ({"stations": 0}, "stations: got 0"),
         ({"minor_sags": "up"}, "minor_sags: got 'up'"),
         ({"grade": "S1"}, "S1"),
+        ({"combinations": ["ULS", "ULS 2", "ULS"]}, "combination: got 'ULS' twice"),
         ({"start": "Pined"}, "Pined"),
     ],
 )
@@ -248,3 +249,17 @@ def test_a_portal_by_stiffness_and_its_column_by_hand() -> None:
     for made in (column, rafter):
         told = ksteel_json("check", "-", *settings("bs5950", ""), text=made.text)
         assert [one["overall"] for one in told] == [one.utilisation for one in made.check("bs5950")]
+
+
+@pytest.mark.parametrize("my_below", [True, False])
+def test_a_sign_against_the_shears_is_an_error(my_below: bool) -> None:
+    model = frame(FrameMember(6.0, wy=20.0, wz=2.0, my_below=my_below))
+    right, wrong = ("below zero", "above zero") if my_below else ("above zero", "below zero")
+    assert kx.from_pynite(model, "B1", "ULS", minor_sags=right, **WORDS).text == kx.from_pynite(model, "B1", "ULS", **WORDS).text
+    with pytest.raises(kx.InputError, match="minor_sags: .*the other sign"):
+        kx.from_pynite(model, "B1", "ULS", minor_sags=wrong, **WORDS)
+
+
+def test_what_is_no_member_of_a_frame() -> None:
+    with pytest.raises(kx.InputError, match="has no method axial"):
+        kx.from_pynite(frame(SimpleNamespace(L=lambda: 6.0)), "B1", "ULS", **WORDS)
