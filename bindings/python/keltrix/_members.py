@@ -2,7 +2,6 @@
 
 from __future__ import annotations
 
-import os
 from collections.abc import Sequence
 from typing import Any
 
@@ -10,8 +9,9 @@ import numpy as np
 
 from . import _keltrix
 from ._errors import InputError
-from ._results import Result, Source
-from ._settings import OptionValue, bytes_of, make_settings, read_file, text_of
+from ._results import Result
+from ._settings import OptionValue, text_of
+from ._texts import Checked
 
 __all__ = ["Member"]
 
@@ -19,7 +19,7 @@ Vector = Sequence[float]
 _ZERO = (0.0, 0.0, 0.0)
 
 
-class Member:
+class Member(Checked):
     """A member of one section between points, with the forces and moments between them, as a member file has it.
 
     Positions are in m from the member's start, forces in N, moments in N.m. Tension is above zero, and **a member
@@ -63,6 +63,9 @@ class Member:
     'pass'
     """
 
+    _WORD = "member"
+    _FILE = "member"
+
     def __init__(
         self,
         section: str,
@@ -87,41 +90,7 @@ class Member:
         self.moment_factor = moment_factor
         self._points: list[tuple[float, float, str]] = []
         self._sub_spans: list[tuple[list[float], str]] = []
-        self._given: bytes | None = None
-        self._name = "member"
-
-    @classmethod
-    def from_text(cls, text: str | bytes, name: str = "member") -> Member:
-        """A member from the text of a member file, which is kept as it is.
-
-        Parameters
-        ----------
-        text : str or bytes
-            UTF-8 where it is bytes.
-        name : str
-            How messages call it.
-        """
-        member = cls("", "", title="")
-        member._given = bytes_of(text)
-        member._name = name
-        return member
-
-    @classmethod
-    def from_file(cls, path: str | os.PathLike[str]) -> Member:
-        """A member from a member file.
-
-        Parameters
-        ----------
-        path : str or path
-            The file; messages call it so.
-
-        Raises
-        ------
-        OSError
-            For a file that cannot be read.
-        """
-        name, text = read_file(path)
-        return cls.from_text(text, name)
+        self._name = self._FILE
 
     def add_point(self, position: float, holds: str = "Free", *, load_height: float = 0.0) -> Member:
         """Adds a point; points come in the order of their positions, the first at 0.
@@ -187,18 +156,7 @@ class Member:
         self._sub_spans.append(([*numbers, float(load_height)], holds))
         return self
 
-    def _require_own(self) -> None:
-        if self._given is not None:
-            raise InputError("a member that was read from a text cannot be added to: change its text")
-
-    @property
-    def text(self) -> str:
-        """The member file; every number in the fewest digits that say it exactly."""
-        return self._bytes().decode(errors="replace")
-
-    def _bytes(self) -> bytes:
-        if self._given is not None:
-            return self._given
+    def _made(self) -> bytes:
         lengths = self.effective_lengths
         if lengths is not None:
             lengths = [float(length) for length in lengths]
@@ -253,19 +211,6 @@ class Member:
             option.
         """
         return self._source(code, annex, allow_gaps, strict, options).result()
-
-    def _source(
-        self, code: str, annex: str, allow_gaps: bool, strict: bool, options: dict[str, OptionValue]
-    ) -> Source:
-        settings = make_settings(code, annex, allow_gaps, strict, options)
-        return Source(self._bytes(), self._name, settings)
-
-    def __eq__(self, other: object) -> Any:
-        if not isinstance(other, Member):
-            return NotImplemented
-        return self._name == other._name and self._bytes() == other._bytes()
-
-    __hash__ = None  # type: ignore[assignment]
 
     def __repr__(self) -> str:
         if self._given is not None:
