@@ -2,16 +2,17 @@
 
 from __future__ import annotations
 
-import os
 import re
 from collections.abc import Mapping, Sequence
 from typing import Any, Union
 
 import numpy as np
 
+from ._cells import is_number
 from ._errors import InputError
-from ._results import Result, Source
-from ._settings import OptionValue, bytes_of, make_settings, read_file
+from ._results import Result
+from ._settings import OptionValue, bytes_of
+from ._texts import Checked
 
 __all__ = ["Beam"]
 
@@ -38,17 +39,17 @@ def _text(text: str) -> str:
 
 def _value(value: Any, key: str) -> str:
     """A value of TOML."""
+    if isinstance(value, np.ndarray) and value.ndim == 0 and not isinstance(value, np.ma.MaskedArray):
+        value = value[()]
     if isinstance(value, (bool, np.bool_)):
         return "true" if value else "false"
-    if isinstance(value, (int, np.integer)):
-        return str(int(value))
-    if isinstance(value, (float, np.floating)):
-        return repr(float(value))
+    if is_number(value):
+        return str(int(value)) if isinstance(value, (int, np.integer)) else repr(float(value))
     if isinstance(value, str):
         return _text(value)
     if isinstance(value, Mapping):
         return "{ " + ", ".join(f"{_key(str(k))} = {_value(v, key)}" for k, v in value.items()) + " }"
-    if isinstance(value, (Sequence, np.ndarray)) and not isinstance(value, (bytes, bytearray)):
+    if isinstance(value, (Sequence, np.ndarray)) and not isinstance(value, (bytes, bytearray, np.ma.MaskedArray)):
         return "[" + ", ".join(_value(one, key) for one in value) + "]"
     raise InputError(f"{key}: got {type(value).__name__}, expected a number, a text, a list or a dictionary")
 
@@ -63,7 +64,7 @@ def _named(keys: Mapping[str, Any]) -> dict[str, Any]:
     return {name.rstrip("_").replace("_", "-"): value for name, value in keys.items()}
 
 
-class Beam:
+class Beam(Checked):
     """A beam or column of one section, from spans, supports, restraints and loads, as a beam file has it.
 
     Lengths are in m, loads in kN, kN/m and kNm, downwards and clockwise above zero; places count from the left end,
@@ -100,6 +101,9 @@ class Beam:
     (True, 'lateral-torsional buckling')
     """
 
+    _WORD = "beam"
+    _FILE = "beam.toml"
+
     def __init__(
         self,
         section: str,
@@ -126,45 +130,10 @@ class Beam:
             "load": [],
             "combination": [],
         }
-        self._given: bytes | None = None
-        self._name = "beam.toml"
-
-    @classmethod
-    def from_text(cls, text: str | bytes, name: str = "beam.toml") -> Beam:
-        """A beam from the text of a beam file, which is kept as it is.
-
-        Parameters
-        ----------
-        text : str or bytes
-            UTF-8 where it is bytes.
-        name : str
-            How messages call it.
-        """
-        beam = cls("", "")
-        beam._given = bytes_of(text)
-        beam._name = name
-        return beam
-
-    @classmethod
-    def from_file(cls, path: str | os.PathLike[str]) -> Beam:
-        """A beam from a beam file.
-
-        Parameters
-        ----------
-        path : str or path
-            The file; messages call it so.
-
-        Raises
-        ------
-        OSError
-            For a file that cannot be read.
-        """
-        name, text = read_file(path)
-        return cls.from_text(text, name)
+        self._name = self._FILE
 
     def _add(self, table: str, keys: Mapping[str, Any]) -> Beam:
-        if self._given is not None:
-            raise InputError("a beam that was read from a text cannot be added to: change its text")
+        self._require_own()
         self._tables[table].append(_named(keys))
         return self
 
@@ -312,14 +281,7 @@ class Beam:
             from_ = 0.0
         return self._add("restraint", {"at": at, "from_": from_, "to": to, "holds": words})
 
-    @property
-    def text(self) -> str:
-        """The beam file (TOML)."""
-        return self._bytes().decode(errors="replace")
-
-    def _bytes(self) -> bytes:
-        if self._given is not None:
-            return self._given
+    def _made(self) -> bytes:
         parts = [_lines(self.keys)]
         for name, tables in self._tables.items():
             parts += [f"\n[[{name}]]\n{_lines(table)}" for table in tables]
@@ -358,19 +320,6 @@ class Beam:
             option.
         """
         return self._source(code, annex, False, strict, options).result()
-
-    def _source(
-        self, code: str, annex: str, allow_gaps: bool, strict: bool, options: dict[str, OptionValue]
-    ) -> Source:
-        settings = make_settings(code, annex, allow_gaps, strict, options)
-        return Source(self._bytes(), self._name, settings)
-
-    def __eq__(self, other: object) -> Any:
-        if not isinstance(other, Beam):
-            return NotImplemented
-        return self._name == other._name and self._bytes() == other._bytes()
-
-    __hash__ = None  # type: ignore[assignment]
 
     def __repr__(self) -> str:
         if self._given is not None:

@@ -12,7 +12,7 @@ from ._beams import Beam
 from ._errors import Diagnostic
 from ._members import Member
 from ._results import Result, Results, Source
-from ._settings import OptionValue, Settings, bytes_of, make_settings, read_file
+from ._settings import OptionValue, Settings, bytes_of, make_settings, read_file, text_of
 
 __all__ = ["check_file", "check_text", "report", "validate"]
 
@@ -193,7 +193,15 @@ def report(
     """
     listed = [results] if isinstance(results, Result) else list(results)
     remarks = [one.message for one in results.diagnostics] if isinstance(results, Results) else []
-    inputs = {one._source.name: one._source.text for one in listed}
+    # Beams that were not read from a file have one name; each of their texts is an input of its own.
+    texts: dict[str, list[bytes]] = {}
+    for one in listed:
+        known = texts.setdefault(one._source.name, [])
+        if one._source.text not in known:
+            known.append(one._source.text)
+    inputs = {
+        f"{name} ({i})" if i > 1 else name: text for name, known in texts.items() for i, text in enumerate(known, 1)
+    }
     block = [
         ("client", client),
         ("project", project),
@@ -208,4 +216,5 @@ def report(
         ("approved_by", approved_by),
         ("approved_date", approved_date),
     ]
+    block = [(name, text_of(text, name)) for name, text in block]
     return _keltrix.html([one._outcome for one in listed], remarks, list(inputs.items()), block, brief)

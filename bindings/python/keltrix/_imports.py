@@ -11,6 +11,7 @@ from typing import TYPE_CHECKING, Any, NoReturn, Union
 import numpy as np
 
 from . import _keltrix
+from ._cells import is_number, objects_of, require_one_order
 from ._errors import Diagnostic, InputError, diagnostics_of, input_error
 from ._results import Results, Source
 from ._settings import OptionValue, bytes_of, make_settings
@@ -70,19 +71,20 @@ def _cell(value: Any) -> str:
     """A cell as the reader of tables takes it; what is missing is empty, which the reader judges."""
     if value is None or type(value).__name__ in ("NAType", "NaTType"):
         return ""
-    if isinstance(value, (bool, np.bool_)):
+    if not is_number(value):
         return str(value)
-    if isinstance(value, (float, np.floating)):
-        return repr(float(value))
-    if isinstance(value, (int, np.integer)):
-        return str(int(value))
-    return str(value)
+    return str(int(value)) if isinstance(value, (int, np.integer)) else repr(float(value))
 
 
 def _csv_of(table: Table, what: str) -> bytes:
     if isinstance(table, (str, bytes)):
         return bytes_of(table)
-    columns = {str(name): np.asarray(table[name], dtype=object) for name in table}
+    require_one_order(table, f"{what}: ")
+    names = [str(name) for name in table]
+    twice = [name for name in dict.fromkeys(names) if names.count(name) > 1]
+    if twice:
+        raise InputError(f"{what}: the column {twice[0]!r} stands twice")
+    columns = {str(name): objects_of(table[name]) for name in table}
     lengths = {name: column.shape for name, column in columns.items()}
     if any(len(shape) != 1 for shape in lengths.values()) or len(set(lengths.values())) > 1:
         shapes = ", ".join(f"{name} {shape}" for name, shape in lengths.items())

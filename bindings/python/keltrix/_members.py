@@ -2,7 +2,6 @@
 
 from __future__ import annotations
 
-import os
 from collections.abc import Sequence
 from typing import Any
 
@@ -10,8 +9,9 @@ import numpy as np
 
 from . import _keltrix
 from ._errors import InputError
-from ._results import Result, Source
-from ._settings import OptionValue, bytes_of, make_settings, read_file
+from ._results import Result
+from ._settings import OptionValue, text_of
+from ._texts import Checked
 
 __all__ = ["Member"]
 
@@ -19,7 +19,7 @@ Vector = Sequence[float]
 _ZERO = (0.0, 0.0, 0.0)
 
 
-class Member:
+class Member(Checked):
     """A member of one section between points, with the forces and moments between them, as a member file has it.
 
     Positions are in m from the member's start, forces in N, moments in N.m. Tension is above zero, and **a member
@@ -63,6 +63,9 @@ class Member:
     'pass'
     """
 
+    _WORD = "member"
+    _FILE = "member"
+
     def __init__(
         self,
         section: str,
@@ -87,41 +90,7 @@ class Member:
         self.moment_factor = moment_factor
         self._points: list[tuple[float, float, str]] = []
         self._sub_spans: list[tuple[list[float], str]] = []
-        self._given: bytes | None = None
-        self._name = "member"
-
-    @classmethod
-    def from_text(cls, text: str | bytes, name: str = "member") -> Member:
-        """A member from the text of a member file, which is kept as it is.
-
-        Parameters
-        ----------
-        text : str or bytes
-            UTF-8 where it is bytes.
-        name : str
-            How messages call it.
-        """
-        member = cls("", "", title="")
-        member._given = bytes_of(text)
-        member._name = name
-        return member
-
-    @classmethod
-    def from_file(cls, path: str | os.PathLike[str]) -> Member:
-        """A member from a member file.
-
-        Parameters
-        ----------
-        path : str or path
-            The file; messages call it so.
-
-        Raises
-        ------
-        OSError
-            For a file that cannot be read.
-        """
-        name, text = read_file(path)
-        return cls.from_text(text, name)
+        self._name = self._FILE
 
     def add_point(self, position: float, holds: str = "Free", *, load_height: float = 0.0) -> Member:
         """Adds a point; points come in the order of their positions, the first at 0.
@@ -187,35 +156,24 @@ class Member:
         self._sub_spans.append(([*numbers, float(load_height)], holds))
         return self
 
-    def _require_own(self) -> None:
-        if self._given is not None:
-            raise InputError("a member that was read from a text cannot be added to: change its text")
-
-    @property
-    def text(self) -> str:
-        """The member file; every number in the fewest digits that say it exactly."""
-        return self._bytes().decode(errors="replace")
-
-    def _bytes(self) -> bytes:
-        if self._given is not None:
-            return self._given
+    def _made(self) -> bytes:
         lengths = self.effective_lengths
         if lengths is not None:
             lengths = [float(length) for length in lengths]
             if len(lengths) != 3:
                 raise InputError(f"effective_lengths: got {len(lengths)} numbers, expected three")
         return _keltrix.member_text(
-            self.title,
-            self.section,
-            self.type,
-            self.grade,
+            text_of(self.title, "title"),
+            text_of(self.section, "section"),
+            text_of(self.type, "type"),
+            text_of(self.grade, "grade"),
             [float(self.net_to_gross), float(self.plastic_to_elastic), float(self.shear_lag)],
             lengths,
             None if self.moment_factor is None else float(self.moment_factor),
             np.array([point[:2] for point in self._points], dtype=float).reshape(-1, 2),
-            [point[2] for point in self._points],
+            [text_of(point[2], "restraint") for point in self._points],
             np.array([numbers for numbers, _ in self._sub_spans], dtype=float).reshape(-1, 13),
-            [words for _, words in self._sub_spans],
+            [text_of(words, "restraint") for _, words in self._sub_spans],
         ).encode()
 
     def check(
@@ -253,19 +211,6 @@ class Member:
             option.
         """
         return self._source(code, annex, allow_gaps, strict, options).result()
-
-    def _source(
-        self, code: str, annex: str, allow_gaps: bool, strict: bool, options: dict[str, OptionValue]
-    ) -> Source:
-        settings = make_settings(code, annex, allow_gaps, strict, options)
-        return Source(self._bytes(), self._name, settings)
-
-    def __eq__(self, other: object) -> Any:
-        if not isinstance(other, Member):
-            return NotImplemented
-        return self.__dict__ == other.__dict__
-
-    __hash__ = None  # type: ignore[assignment]
 
     def __repr__(self) -> str:
         if self._given is not None:

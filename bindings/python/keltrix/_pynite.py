@@ -92,8 +92,8 @@ class _Station:
         return self.N, self.Fy, self.Fz, self.T, self.Myy, minor * self.Mzz
 
 
-def _minor_sign(lines: list[list[tuple[float, _Station]]]) -> float:
-    """By what the model's My is multiplied: versions differ in its sign, and its shears tell. 0 where nothing tells."""
+def _minor_sign(lines: list[list[tuple[float, _Station]]], asked: float) -> float:
+    """By what the model's My is multiplied: versions differ in its sign, and its shears tell. Where they do not, what is asked for, or 0."""
     off = {1.0: 0.0, -1.0: 0.0}
     largest = 0.0
     change = 0.0
@@ -107,8 +107,11 @@ def _minor_sign(lines: list[list[tuple[float, _Station]]]) -> float:
     if largest == 0.0:
         return 1.0
     if change < 1e-3 * largest:
-        return 0.0
-    return 1.0 if off[1.0] <= off[-1.0] else -1.0
+        return asked
+    told = 1.0 if off[1.0] <= off[-1.0] else -1.0
+    if asked == -told:
+        raise InputError("minor_sags: the shears of the model tell the other sign of My, under which it changes as they say")
+    return told
 
 
 def from_pynite(
@@ -165,7 +168,8 @@ def from_pynite(
     stations : int
         Pieces of equal length between stations.
     minor_sags : str, optional
-        "below zero" or "above zero": the sign of My under loads against z, where no shear tells.
+        "below zero" or "above zero": the sign of My under loads against z, where no shear tells. It is an error where
+        they tell the other one.
 
     Returns
     -------
@@ -205,6 +209,11 @@ def from_pynite(
     names = [combinations] if isinstance(combinations, str) else list(combinations)
     for name in names:
         _entry(model, ("load_combos", "LoadCombos"), name, "combination")
+        if names.count(name) > 1:
+            raise InputError(f"combination: got {name!r} twice")
+    for method in ("L", "axial", "shear", "moment", "torque"):
+        if not callable(getattr(found, method, None)):
+            raise InputError(f"the member of the model has no method {method}: it is none as from_pynite reads it")
     if section is None:
         section = getattr(getattr(found, "section", None), "name", None)
         if not isinstance(section, str):
@@ -213,7 +222,7 @@ def from_pynite(
     if total <= 0.0:
         raise InputError(f"length of the member: got {total!r}, expected a length above 0")
     lines = [_line(found, total, name, stations, to_newtons, to_metres) for name in names]
-    minor = _minor_sign(lines) or signs[minor_sags]
+    minor = _minor_sign(lines, signs[minor_sags])
     if minor == 0.0:
         raise InputError(
             "My: no shear tells its sign, which differs from version to version; expected minor_sags to say it"

@@ -7,11 +7,12 @@ import os
 import re
 import tempfile
 from collections.abc import Iterable, Mapping, Sequence
+from dataclasses import replace
 from pathlib import Path
 from typing import Any
 
 from . import _keltrix
-from ._errors import InputError
+from ._errors import Diagnostic, InputError, input_error
 from ._imports import Imported, from_table
 from ._results import Result
 
@@ -61,6 +62,10 @@ class _Sheet:
         rows = sheet.iter_rows(values_only=True)
         captions = [str(one) if one is not None else "" for one in next(rows, ())]
         self.units = {self._key(one): self._unit(one) for one in captions if one}
+        keys = [self._key(one) for one in captions if one]
+        for key in keys:
+            if keys.count(key) > 1:
+                raise InputError(f"sheet {name}: the column {key!r} stands twice")
         self.rows = [
             (number, dict(zip(map(self._key, captions), row)))
             for number, row in enumerate(rows, 2)
@@ -195,12 +200,16 @@ def _case_of(sheet: _Sheet, row: tuple[int, dict[str, Any]]) -> tuple[str, bool]
     )
 
 
-def _forces(book: Any, chosen: set[str] | None, load_cases: bool) -> dict[str, list[Any]]:
-    """The table of forces in the order of its sections."""
+Place = tuple[str, int]  # a sheet and a row of it
+
+
+def _forces(book: Any, chosen: set[str] | None, load_cases: bool) -> tuple[dict[str, list[Any]], list[Place]]:
+    """The table of forces in the order of its sections, and where its rows stand in the workbook."""
     sheets = [_Sheet(name, book[name]) for name in book.sheetnames if name.startswith("ResultInternalForce1D")]
     if not sheets:
         raise InputError("there is no sheet ResultInternalForce1D: the workbook has no internal forces")
     found: list[tuple[str, str, float, tuple[Any, ...]]] = []
+    places: dict[tuple[str, str, float], Place] = {}
     for sheet in sheets:
         sheet.require("Result on", "Member", "Result for", "Section at", "Index", *_ACTIONS)
         sheet.unit("Section at", "m")
@@ -208,13 +217,27 @@ def _forces(book: Any, chosen: set[str] | None, load_cases: bool) -> dict[str, l
             sheet.unit(action, "kN" if action[0] in "NV" else "kNm")
         for row in sheet.rows:
             member = sheet.text(row, "Member")
-            if sheet.text(row, "Result on").lower() != "on beam" or (chosen is not None and member not in chosen):
+            kind = sheet.text(row, "Result on")
+            if kind.lower() == "on rib":
+                continue
+            if kind.lower() != "on beam":
+                raise InputError(f"sheet {sheet.name}, row {row[0]}, Result on: got {kind!r}, expected On beam or On rib")
+            if not member:
+                raise InputError(f"sheet {sheet.name}, row {row[0]}, Member: got nothing, expected the name of a member")
+            if chosen is not None and member not in chosen:
                 continue
             case, is_combination = _case_of(sheet, row)
             if is_combination == load_cases:
                 continue
             values = (sheet.number(row, "Section at"), *(sheet.number(row, action) for action in _ACTIONS))
-            found.append((member, case, sheet.number(row, "Index"), values))
+            index = sheet.number(row, "Index")
+            other = places.setdefault((member, case, index), (sheet.name, row[0]))
+            if other != (sheet.name, row[0]):
+                raise InputError(
+                    f"sheet {sheet.name}, row {row[0]}, Index: got {index:g} of member {member!r} in {case!r} again, which sheet "
+                    f"{other[0]}, row {other[1]} has"
+                )
+            found.append((member, case, index, values))
     order: dict[tuple[str, str], int] = {}
     for member, case, _, _ in found:
         order.setdefault((member, case), len(order))
@@ -223,7 +246,27 @@ def _forces(book: Any, chosen: set[str] | None, load_cases: bool) -> dict[str, l
     table: dict[str, list[Any]] = {"member": [one[0] for one in found], "case": [one[1] for one in found]}
     for i, caption in enumerate(captions):
         table[caption] = [one[3][i] for one in found]
-    return table
+    return table, [places[one[0], one[1], one[2]] for one in found]
+
+
+def _placed(diagnostics: Iterable[Diagnostic], places: Mapping[str, Sequence[Place]]) -> tuple[Diagnostic, ...]:
+    """With sheets and rows of the workbook in the place of the lines of the tables that were made of them."""
+    made = []
+    for one in diagnostics:
+        match = re.match(r"(forces|members):(\d+): ", one.message)
+        if match is None or not places[match.group(1)]:
+            made.append(one)
+            continue
+        rows = places[match.group(1)]
+
+        def words(line: int) -> str:
+            return f"sheet {rows[line - 2][0]}, row {rows[line - 2][1]}" if 2 <= line < len(rows) + 2 else f"sheet {rows[0][0]}"
+
+        line = int(match.group(2))
+        rest = re.sub(r"\bline (\d+)\b", lambda found: words(int(found.group(1))), one.message[match.end() :])
+        row = rows[line - 2][1] if 2 <= line < len(rows) + 2 else 1
+        made.append(replace(one, message=f"{words(line)}: {rest}", line=row))
+    return tuple(made)
 
 
 def read_saf(
@@ -296,7 +339,7 @@ def read_saf(
         for name in (*(chosen or ()), *(restraints or ())):
             if name not in known.rows:
                 raise InputError(f"member: got {name!r}, which sheet {known.members.name} does not have")
-        forces = _forces(book, chosen, load_cases)
+        forces, force_places = _forces(book, chosen, load_cases)
     finally:
         book.close()
     names = list(dict.fromkeys(forces["member"]))
@@ -322,7 +365,12 @@ def read_saf(
         "restraints": [(restraints or {}).get(name, "") for name in names],
         "load-height [m]": [load_height] * len(names),
     }
-    return from_table(forces, table, signs)
+    places = {"forces": force_places, "members": [(known.members.name, known.rows[name][0]) for name in names]}
+    try:
+        made = from_table(forces, table, signs)
+    except InputError as error:
+        raise input_error(_placed(error.diagnostics, places)) from None
+    return replace(made, diagnostics=_placed(made.diagnostics, places))
 
 
 def write_saf(
@@ -334,8 +382,8 @@ def write_saf(
 ) -> None:
     """Writes results to a sheet of a workbook, a row for each.
 
-    The other sheets keep their values and formats. Pictures and charts are lost, as openpyxl does not keep them. The file is replaced
-    whole, or left as it was.
+    The other sheets keep their values and formats. Pictures and charts are lost, as openpyxl does not keep them, and so are the computed
+    values of formulas, until a spreadsheet program opens and saves the file. The file is replaced whole, or left as it was.
 
     Parameters
     ----------
@@ -368,8 +416,9 @@ def write_saf(
         del book[sheet]
     page = book.create_sheet(sheet)
     page.append(_RESULT_CAPTIONS)
+    names = _names_of_members(book)
     for row in results:
-        page.append(_cells(row))
+        page.append(_cells(row, names))
         for cell in page[page.max_row]:
             if isinstance(cell.value, str):
                 cell.data_type = "s"  # a text that begins with = is no formula
@@ -385,8 +434,21 @@ def write_saf(
         raise
 
 
-def _cells(result: Result) -> list[Any]:
+def _names_of_members(book: Any) -> list[str]:
+    """The longest first, because one may be the beginning of another one."""
+    if "StructuralCurveMember" not in book.sheetnames:
+        return []
+    sheet = _Sheet("StructuralCurveMember", book["StructuralCurveMember"])
+    return sorted((sheet.text(row, "Name") for row in sheet.rows), key=len, reverse=True)
+
+
+def _cells(result: Result, names: Sequence[str]) -> list[Any]:
     member, _, combination = result.title.partition(": ")
+    for name in names:
+        begin = name.replace(",", ";") + ": "  # as titles have it
+        if name and result.title.startswith(begin):
+            member, combination = name, result.title[len(begin) :]
+            break
     if result.status == "refused":
         message = "; ".join(one.message for one in result.diagnostics if one.severity == "error")
         return [member, combination, None, None, None, result.status, None, message, *[None] * 4]

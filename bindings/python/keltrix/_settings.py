@@ -7,6 +7,8 @@ from dataclasses import dataclass
 from functools import cached_property
 from typing import Union
 
+import numpy as np
+
 from . import _keltrix
 from ._errors import InputError
 
@@ -44,9 +46,14 @@ def make_settings(
     """Settings from arguments: hyphens of option names are underscores, a flag is True."""
     pairs = []
     for name, value in options.items():
+        if isinstance(value, np.bool_):
+            value = bool(value)
         if value is False or value is None:
             continue
-        text = "" if value is True else value if isinstance(value, str) else repr(float(value))
+        try:
+            text = "" if value is True else value if isinstance(value, str) else repr(float(value))
+        except (TypeError, ValueError):
+            raise InputError(f"option {name}: got {value!r}, expected a text, a number or True") from None
         pairs.append((name.replace("_", "-"), text))
     return Settings(code, annex, tuple(pairs), bool(allow_gaps), bool(strict))
 
@@ -61,6 +68,17 @@ def bytes_of(text: str | bytes) -> bytes:
         return text.encode()
     except UnicodeEncodeError as error:
         raise InputError(f"the text has no UTF-8 form: {error.reason}") from error
+
+
+def text_of(value: object, what: str) -> str:
+    """A text that has a form in UTF-8; InputError for anything else."""
+    if not isinstance(value, str):
+        raise InputError(f"{what}: got {value!r}, expected a text")
+    try:
+        bytes_of(value)
+    except InputError as error:
+        raise InputError(f"{what}: {error}") from error
+    return value
 
 
 def read_file(path: str | os.PathLike[str]) -> tuple[str, bytes]:

@@ -13,6 +13,7 @@ import numpy.typing as npt
 
 from . import _keltrix
 from ._beams import Beam
+from ._cells import numbers_of
 from ._checks import source_of
 from ._errors import Diagnostic, InputError, input_error
 from ._members import Member
@@ -208,7 +209,7 @@ def capacity(
     >>> [row["LE"] for row in rows]
     [2.0, 5.0]
     """
-    values = [float(length) for length in np.atleast_1d(np.asarray(lengths, dtype=float))]
+    values = numbers_of(lengths, "lengths")
     settings = make_settings(code, annex, False, False, {})
     text = _keltrix.capacity(section, type, grade, values, settings.native, C1)
     return list(json.loads(text))

@@ -10,6 +10,7 @@ import numpy as np
 import numpy.typing as npt
 
 from . import _keltrix
+from ._cells import is_missing, is_number, objects_of, require_one_order
 from ._errors import InputError
 from ._imports import Imported
 from ._members import Member
@@ -20,8 +21,8 @@ if TYPE_CHECKING:
 
 __all__ = ["check_many", "columns", "member_of_row"]
 
-# Rows between two looks at whether the user wants to stop.
-_CHUNK = 20_000
+# Members of each thread between two looks at whether the user wants to stop.
+_CHUNK = 2_000
 
 _COLUMNS = _keltrix.row_columns()
 _TEXTS = [column for column in _COLUMNS if column[1] == "text"]
@@ -95,12 +96,6 @@ def _length_of(cells: dict[str, Any]) -> int:
     return lengths[first]
 
 
-def _is_missing(value: Any) -> bool:
-    if value is None or type(value).__name__ in ("NAType", "NaTType"):
-        return True
-    return isinstance(value, (float, np.floating)) and bool(value != value)
-
-
 class _Table:
     """The rows as the module _keltrix takes them, and what is wrong with cells that it cannot take."""
 
@@ -110,6 +105,7 @@ class _Table:
         if len(set(names)) < len(names):
             raise InputError("a column stands twice")
         cells: dict[str, Any] = {name: table[name] for name in names}
+        require_one_order(cells)
         self.count = _length_of(cells)
         self.faults: dict[int, str] = {}
         texts = [self._texts(column[0], cells.get(column[0], column[4])) for column in _TEXTS]
@@ -124,31 +120,33 @@ class _Table:
         self.faults.setdefault(row, message)
 
     def _texts(self, name: str, cells: Any) -> list[str | None]:
-        if cells is None or isinstance(cells, str):
-            return [cells] * self.count
-        values: list[str | None] = cells.tolist() if hasattr(cells, "tolist") else list(cells)
+        values: list[Any]
+        if not isinstance(cells, list) and np.ndim(cells) == 0:
+            values = [cells.item() if isinstance(cells, np.ndarray) else cells] * self.count
+        else:
+            values = cells.tolist() if hasattr(cells, "tolist") else list(cells)
         if all(map(str.__instancecheck__, values)):
             return values
         for row, value in enumerate(values):
             if isinstance(value, str):
                 continue
             values[row] = None
-            if not _is_missing(value):
+            if not is_missing(value):
                 self._fault(row, f"{name}: got {value!r}, expected a text")
         return values
 
     def _numbers(self, name: str, unit: str, cells: Any) -> npt.NDArray[np.float64] | float:
-        array = cells.to_numpy() if hasattr(cells, "to_numpy") else np.asarray(cells)
-        if array.dtype.kind in "iuf":
+        array = cells.to_numpy() if hasattr(cells, "to_numpy") else cells if isinstance(cells, np.ndarray) else np.asarray(cells)
+        if array.dtype.kind in "iuf" and not isinstance(array, np.ma.MaskedArray):
             return np.asarray(array, dtype=np.float64)
         values = np.full(self.count, np.nan)
-        for row, value in enumerate(np.broadcast_to(array.astype(object), (self.count,))):
-            if isinstance(value, (int, float, np.integer, np.floating)) and not isinstance(value, (bool, np.bool_)):
+        for row, value in enumerate(np.broadcast_to(objects_of(array), (self.count,))):
+            if is_number(value):
                 try:
                     values[row] = float(value)
                 except OverflowError:
                     self._fault(row, f"{name}: got {value!r}, expected a number in {unit}")
-            elif not _is_missing(value):
+            elif not is_missing(value):
                 expected = f"a number in {unit}" if unit else "a number"
                 self._fault(row, f"{name}: got {value!r}, expected {expected}")
         return values
@@ -220,11 +218,12 @@ def check_many(
     if isinstance(table, (Imported, str, bytes)):
         return _check_members(table, settings, threads, progress)
     rows = _Table(table, settings)
+    chunk = _CHUNK * threads
     found: dict[str, npt.NDArray[Any]] = {
         name: np.empty(rows.count, dtype=kind) for name, kind in _RESULTS
     }
-    for first in range(0, rows.count, _CHUNK):
-        count = min(_CHUNK, rows.count - first)
+    for first in range(0, rows.count, chunk):
+        count = min(chunk, rows.count - first)
         part = rows.rows.check(first, count, threads)
         for name, _ in _RESULTS:
             found[name][first : first + count] = part[name]
@@ -246,12 +245,20 @@ def _check_members(
     progress: Callable[[int, int], object] | None,
 ) -> dict[str, npt.NDArray[Any]]:
     text = bytes_of(members.text if isinstance(members, Imported) else members)
-    columns = _keltrix.check_members(text, "members", settings, threads)
-    found = {name: np.asarray(columns[name], dtype=kind) for name, kind in (("title", object), *_RESULTS)}
-    if len(found["title"]) == 0:
+    listed = _keltrix.Members(text, "members", settings)
+    titles = listed.titles()
+    if not titles:
         raise InputError("the text holds no member")
-    if progress is not None:
-        progress(len(found["title"]), len(found["title"]))
+    found = {name: np.empty(len(titles), dtype=kind) for name, kind in (("title", object), *_RESULTS)}
+    found["title"][:] = titles
+    chunk = _CHUNK * threads
+    for first in range(0, len(titles), chunk):
+        count = min(chunk, len(titles) - first)
+        part = listed.check(first, count, threads)
+        for name, _ in _RESULTS:
+            found[name][first : first + count] = part[name]
+        if progress is not None:
+            progress(first + count, len(titles))
     return found
 
 

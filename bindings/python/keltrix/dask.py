@@ -26,6 +26,8 @@ def _row(result: Result) -> dict[str, Any]:
         return _refused(result.title, "; ".join(errors))
     row = _refused(result.title, "")
     row.update(status=result.status, utilisation=result.utilisation)
+    open_rule = [f"{one.rule} ({one.clause}): {one.reason}" for one in result.findings if one.status == "not evaluated"]
+    row["message"] = "; ".join(open_rule[:1] + [one.message for one in result.warnings])
     governing = result.governing
     if governing is not None:
         for name in ("rule", "clause", "start", "end", "combination"):
@@ -61,6 +63,8 @@ def _check_one(subject: Checkable, code: str, annex: str, options: dict[str, Any
         return _row(results[0])
     except InputError as error:
         return _refused(title, str(error))
+    except Exception as error:  # whatever arguments a beam of somebody else was made of
+        return _refused(title, f"{type(error).__name__}: {error}")
 
 
 def _require_settings(code: str, annex: str, options: dict[str, Any]) -> None:
@@ -84,7 +88,8 @@ def check(bag: Any, code: str = "", annex: str = "", **options: Any) -> Any:
     -------
     dask.bag.Bag
         A dictionary for each, in the order of the bag: "title", "status", "utilisation", "rule", "clause", "start", "end"
-        (m), "combination", "message". One that cannot be checked has the status "refused" and the reason in "message".
+        (m), "combination", "message". One that cannot be checked has the status "refused" and the reason in
+        "message"; of one that was not checked in full it begins with the rule that was not evaluated. Warnings follow.
 
     Raises
     ------

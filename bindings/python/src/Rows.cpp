@@ -12,6 +12,7 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <unordered_map>
 #include <vector>
@@ -260,8 +261,13 @@ void ShareOut(std::size_t count, unsigned int jobs, const Work& work)
                 work(i, thread);
     };
     std::vector<std::thread> helpers;
-    for (unsigned int i = 1; i < jobs && i * block < count; ++i)
-        helpers.emplace_back(take, i);
+    helpers.reserve(jobs);
+    try {
+        for (unsigned int i = 1; i < jobs && i * block < count; ++i)
+            helpers.emplace_back(take, i);
+    } catch (const std::system_error&) {
+        // The system gives no more threads: those that there are share the work.
+    }
     take(0);
     for (std::thread& helper : helpers)
         helper.join();
@@ -565,39 +571,57 @@ RowResult CheckOne(const Host::MemberFile& file, std::size_t i, const Host::Code
     return result;
 }
 
-// The columns of all members of a text, with their titles.
-py::dict CheckMembers(const py::bytes& text, const std::string& name, const Host::Settings& settings, unsigned int jobs)
-{
-    const std::string_view bytes = text;
-    std::vector<RowResult> results;
-    std::vector<std::string> titles;
+// The members of a text, checked piece by piece, so that the caller can stop in between.
+class Members {
+public:
+    Members(const py::bytes& text, const std::string& name, const Host::Settings& settings)
     {
+        const std::string_view bytes = text;
         const py::gil_scoped_release release;
-        const Host::CodeChoice choice = Host::ChooseCode(settings.code, settings.annex, settings.options);
-        const Host::MemberFile file(Host::DecodeText(name, bytes), {settings.allowGaps, settings.isStrict});
+        m_choice = Host::ChooseCode(settings.code, settings.annex, settings.options);
+        m_file = std::make_unique<Host::MemberFile>(Host::DecodeText(name, bytes),
+                                                    Host::ReadingOptions{settings.allowGaps, settings.isStrict});
         // Lines between members could be one that has lost its TITLE.
-        for (const Host::Defect& defect : file.Check().defects)
-            if (defect.member == Host::Defect::NO_MEMBER) throw Host::BadInput(defect.Text(file.Name()));
-        results.resize(file.MemberCount());
-        titles.reserve(file.MemberCount());
-        for (std::size_t i = 0; i < file.MemberCount(); ++i)
-            titles.push_back(Host::Utf8(file.Member(i).title));
-        ShareOut(results.size(), jobs, [&](std::size_t i, unsigned int) { results[i] = CheckOne(file, i, choice); });
+        for (const Host::Defect& defect : m_file->Check().defects)
+            if (defect.member == Host::Defect::NO_MEMBER) throw Host::BadInput(defect.Text(m_file->Name()));
     }
-    py::dict made = ColumnsOf(results);
-    py::list words(titles.size());
-    for (std::size_t i = 0; i < titles.size(); ++i)
-        words[i] = TextOf(titles[i]);
-    made["title"] = words;
-    return made;
-}
+
+    py::list Titles() const
+    {
+        py::list titles;
+        for (std::size_t i = 0; i < m_file->MemberCount(); ++i)
+            titles.append(TextOf(Host::Utf8(m_file->Member(i).title)));
+        return titles;
+    }
+
+    py::dict Check(std::size_t first, std::size_t count, unsigned int jobs) const
+    {
+        if (first > m_file->MemberCount() || count > m_file->MemberCount() - first)
+            throw py::index_error("no such members");
+        std::vector<RowResult> results(count);
+        {
+            const py::gil_scoped_release release;
+            ShareOut(count, jobs,
+                     [&](std::size_t i, unsigned int) { results[i] = CheckOne(*m_file, first + i, m_choice); });
+        }
+        return ColumnsOf(results);
+    }
+
+private:
+    Host::CodeChoice m_choice;
+    std::unique_ptr<Host::MemberFile> m_file;
+};
 
 } // namespace
 
 void AddRows(py::module_& module)
 {
     module.def("row_columns", Columns);
-    module.def("check_members", CheckMembers, py::arg("text"), py::arg("name"), py::arg("settings"), py::arg("jobs"));
+    py::class_<Members>(module, "Members")
+        .def(py::init<const py::bytes&, const std::string&, const Host::Settings&>(), py::arg("text"), py::arg("name"),
+             py::arg("settings"))
+        .def("titles", &Members::Titles)
+        .def("check", &Members::Check, py::arg("first"), py::arg("count"), py::arg("jobs"));
     py::class_<Rows>(module, "Rows")
         .def(py::init<const std::vector<py::list>&, const Numbers&, const Host::Settings&>(), py::arg("texts"),
              py::arg("numbers"), py::arg("settings"))

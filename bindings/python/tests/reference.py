@@ -22,8 +22,9 @@ ORDER = [
 
 
 def members_of(cls: type) -> Iterator[tuple[str, Any]]:
-    """Public methods and properties of a class, in the order of their definition."""
-    for name, member in vars(cls).items():
+    """Public methods and properties of a class, in the order of their definition, those that it shares with another class first."""
+    shared = [base for base in cls.__mro__[1:] if base.__module__.startswith("keltrix.")]
+    for name, member in [one for owner in (*shared, cls) for one in vars(owner).items()]:
         is_own = isinstance(member, (property, classmethod)) or inspect.isfunction(member) or hasattr(member, "func")
         if not name.startswith("_") and is_own:
             yield name, member

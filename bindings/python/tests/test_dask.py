@@ -77,6 +77,17 @@ def test_a_bag_of_beams_members_and_texts(cluster: Any) -> None:
     assert "got int" in rows[6]["message"] and rows[7]["message"]
 
 
+def test_rows_of_a_bag_tell_warnings_and_what_broke() -> None:
+    import dask
+
+    light = MEMBER.replace("5000,", "5,").replace("12500,", "12.5,")
+    broken = kx.Member("UB 457x191x67", "S275", effective_lengths=["a", 1.0, 1.0])  # type: ignore[list-item]
+    with dask.config.set(scheduler="synchronous"):
+        rows = kx.dask.check(dask_bag.from_sequence([light, broken, MEMBER], npartitions=1)).compute()
+    assert [row["status"] for row in rows] == ["pass", "refused", "pass"]
+    assert "are they in kN?" in rows[0]["message"] and "ValueError" in rows[1]["message"] and rows[2]["message"] == ""
+
+
 def test_what_is_wrong_with_all_is_told_at_once() -> None:
     bag = dask_bag.from_sequence([MEMBER], npartitions=1)
     with pytest.raises(kx.InputError, match="design code"):

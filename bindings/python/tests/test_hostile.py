@@ -3,15 +3,21 @@
 from __future__ import annotations
 
 import copy
+import hashlib
 import os
 import pickle
+import resource
 import subprocess
 import sys
 import textwrap
 import threading
 import time
 from collections.abc import Callable
+from pathlib import Path
+from typing import Any
 
+import numpy as np
+import pandas as pd
 import pytest
 from support import MEMBER, SOURCE
 
@@ -214,3 +220,143 @@ def test_files_that_are_not_there(tmp_path: object) -> None:
             read(f"{tmp_path}/none.csv")
         with pytest.raises(IsADirectoryError):
             read(f"{tmp_path}")
+
+
+ROW: dict[str, Any] = {"section": "UB 457x191x67", "grade": "S275"}
+
+
+def test_masked_cells_are_missing() -> None:
+    lengths = np.ma.array([4.0, 5.0], mask=[False, True])
+    assert kx.check_many({**ROW, "length": lengths, "w": 10e3})["status"].tolist() == ["pass", "refused"]
+    whole = np.ma.array([4, 5], mask=[True, False])
+    assert kx.check_many({**ROW, "length": [4.0, 5.0], "N": whole, "w": 10e3})["status"].tolist() == ["refused", "pass"]
+    with pytest.raises(kx.InputError, match="lengths: got None"):
+        kx.capacity("UB 457x191x67", "S275", lengths=lengths)
+    with pytest.raises(kx.InputError, match="spans: got MaskedArray"):
+        kx.Beam(**ROW, spans=lengths).check()
+
+
+@pytest.mark.parametrize(
+    "lengths",
+    [
+        np.array([4, 5], "timedelta64[ns]"),
+        np.array([4, 5], "datetime64[ns]"),
+        [np.timedelta64(4, "ns")] * 2,
+        pd.Series(pd.to_timedelta([4, 5], unit="ns")),
+        pd.Series(pd.to_datetime([4, 5])),
+    ],
+    ids=["timedelta64", "datetime64", "objects", "timedeltas", "dates"],
+)
+def test_dates_and_durations_are_no_numbers(lengths: Any) -> None:
+    found = kx.check_many({**ROW, "length": lengths, "w": 10e3})
+    assert found["status"].tolist() == ["refused"] * 2 and "expected a number in m" in found["message"][0]
+    with pytest.raises(kx.InputError, match="lengths: got .*expected a number"):
+        kx.capacity("UB 457x191x67", "S275", lengths=lengths)
+
+
+def test_values_that_stand_alone() -> None:
+    alone = kx.check_many({"section": np.array("UB 457x191x67"), "grade": "S275", "length": [4.0, 5.0], "w": np.array(10e3)})
+    assert alone["utilisation"].tolist() == kx.check_many({**ROW, "length": [4.0, 5.0], "w": 10e3})["utilisation"].tolist()
+    assert kx.check_many({**ROW, "length": [4.0, 5.0], "title": 5})["message"].tolist() == ["title: got 5, expected a text"] * 2
+    assert kx.Beam(**ROW, length=np.array(4.0)).text == kx.Beam(**ROW, length=4.0).text
+
+
+def test_series_with_different_indexes_are_refused() -> None:
+    lengths = pd.Series([4.0, 9.0], index=[1, 0])
+    table = {"section": pd.Series(["UB 457x191x67", "UB 203x133x25"]), "grade": "S275", "length": lengths}
+    with pytest.raises(kx.InputError, match="'section' and 'length' are series with different indexes"):
+        kx.check_many(table)
+    assert kx.check_many({**table, "length": lengths.sort_index()})["status"].tolist() == ["pass", "pass"]
+
+
+def test_fields_of_members_are_texts() -> None:
+    for change, part in (({"title": 5}, "title: got 5"), ({"title": "\ud800"}, "title: .*surrogates"), ({"grade": None}, "grade: got None")):
+        with pytest.raises(kx.InputError, match=part):
+            kx.Member(**{**ROW, **change}).add_point(0).add_point(1).add_sub_span().check()
+    with pytest.raises(kx.InputError, match="restraint: got 1"):
+        kx.Member(**ROW).add_point(0, 1).add_point(1).add_sub_span().check()  # type: ignore[arg-type]
+
+
+def test_members_with_arrays_are_compared() -> None:
+    one, other = (kx.Member(**ROW, effective_lengths=np.array([1.0, 2.0, 3.0])) for _ in range(2))
+    assert one == other and one != kx.Member(**ROW, effective_lengths=np.array([1.0, 2.0, 4.0]))
+
+
+def test_flags_of_numpy_are_flags() -> None:
+    member = kx.Member.from_text(MEMBER)
+    assert member.check("bs5950", exact=np.True_).to_json() == member.check("bs5950", exact=True).to_json()
+    assert member.check("bs5950", exact=np.False_).to_json() == member.check("bs5950").to_json()
+
+
+def test_each_input_of_a_report_has_its_checksum() -> None:
+    beams = [kx.Beam(**ROW, length=length).add_udl(5.0, case="permanent") for length in (3.0, 4.0, 5.0)]
+    document = kx.report([beam.check() for beam in (*beams, beams[0])])
+    for beam in beams:
+        assert document.count(hashlib.sha256(beam.text.encode()).hexdigest()) == 1
+
+
+def test_options_and_title_blocks_are_texts() -> None:
+    result = kx.Member.from_text(MEMBER).check()
+    with pytest.raises(kx.InputError, match=r"option bearing: got \[1\]"):
+        kx.Member.from_text(MEMBER).check(bearing=[1])  # type: ignore[arg-type]
+    for client in (5, "\ud800"):
+        with pytest.raises(kx.InputError, match="client: "):
+            kx.report(result, client=client)  # type: ignore[arg-type]
+
+
+@pytest.mark.skipif("asan" in os.environ.get("LD_PRELOAD", ""), reason="the address sanitizer needs more room than this test leaves")
+def test_fewer_threads_than_were_asked_for() -> None:
+    script = """
+import resource, keltrix as kx
+table = {"section": "UB 457x191x67", "grade": "S275", "length": [4.0] * 64 * 70, "w": 10e3}
+want = kx.check_many(table)
+used = int(open("/proc/self/statm").read().split()[0]) * resource.getpagesize()
+resource.setrlimit(resource.RLIMIT_AS, (used + 100 * 2**20,) * 2)
+found = kx.check_many(table, jobs=64)
+assert (found["utilisation"] == want["utilisation"]).all()
+"""
+    done = subprocess.run([sys.executable, "-c", script], capture_output=True, encoding="utf-8", check=False)
+    assert done.returncode == 0, done.stderr
+
+
+@pytest.mark.skipif("asan" in os.environ.get("LD_PRELOAD", ""), reason="the address sanitizer keeps what is freed")
+def test_repeats_keep_no_memory() -> None:
+    def resident() -> int:
+        return int(Path("/proc/self/statm").read_text().split()[1]) * resource.getpagesize()
+
+    table = {**ROW, "length": np.linspace(3.0, 9.0, 10), "w": 10e3}
+    frame = kx.Beam(**ROW, length=4.0).add_udl(4.0, case="permanent")
+    result = frame.check()
+
+    def refused() -> None:
+        with pytest.raises(kx.InputError):
+            kx.check_many({**table, "wide": 1.0})
+
+    for work, times in (
+        (lambda: kx.check_many(table), 10_000),
+        (lambda: kx.check_many({**table, "w": ["much"] * 10}), 10_000),
+        (lambda: kx.check_many(MEMBER), 2_000),
+        (refused, 2_000),
+        (lambda: frame.check().findings, 300),
+        (lambda: pickle.loads(pickle.dumps(result)), 300),
+        (lambda: kx.report(result), 100),
+    ):
+        for _ in range(times // 10):
+            work()
+        before = resident()
+        for _ in range(times):
+            work()
+        # What a turn would keep is more: the text of a member alone has half a kilobyte, its result ten.
+        assert resident() - before < max(times * 1024, 1 << 20)
+
+
+def test_general_members_can_be_stopped() -> None:
+    class Stop(Exception):
+        pass
+
+    def stop(done: int, members: int) -> None:
+        assert 0 < done < members == 2500
+        raise Stop
+
+    with pytest.raises(Stop):
+        kx.check_many(MEMBER * 2500, progress=stop)

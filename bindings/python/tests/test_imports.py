@@ -104,3 +104,19 @@ def test_a_cell_cannot_become_two() -> None:
 def test_an_import_is_no_truth_value() -> None:
     with pytest.raises(TypeError, match="truth value"):
         bool(kx.from_table(FORCES, MEMBERS, "z-down"))
+
+
+def test_masked_cells_dates_and_columns_that_stand_twice() -> None:
+    forces = {"member": ["C1"] * 2, "case": ["dead"] * 2, "station [m]": [0.0, 4.5], "N [kN]": [-300.0, -300.0]}
+    forces |= {caption: [0, 0] for caption in ("Vy [kN]", "Vz [kN]", "T [kNm]", "My [kNm]", "Mz [kNm]")}
+    members = {"member": ["C1"], "section": ["UC 203x203x60"], "grade": ["S275"], "length [m]": [4.5], "start": ["Pinned"], "end": ["Pinned"]}
+    assert kx.from_table(forces, members, "z-down").members == 1
+    for cells, part in (
+        (np.ma.array([-300.0, -300.0], mask=[False, True]), "forces:3: .*got nothing"),
+        (np.array([5, 5], "timedelta64[ns]"), "forces:2: .*5 nanoseconds"),
+        (pd.Series([-300.0, -300.0], index=[1, 0]), "forces: columns 'case' and 'N"),
+    ):
+        with pytest.raises(kx.InputError, match=part):
+            kx.from_table({**forces, "case": pd.Series(["dead"] * 2), "N [kN]": cells}, members, "z-down")
+    with pytest.raises(kx.InputError, match="members: the column 'member' stands twice"):
+        kx.from_table(forces, pd.DataFrame([["C1", "C2"]], columns=["member", "member"]), "z-down")

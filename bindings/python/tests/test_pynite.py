@@ -2,10 +2,13 @@
 
 from __future__ import annotations
 
+import math
 from types import SimpleNamespace
 from typing import Any
 
+import numpy as np
 import pytest
+from support import ksteel_json, settings
 
 import keltrix as kx
 
@@ -130,6 +133,7 @@ def test_the_section_of_the_model_serves() -> None:
         ({"stations": 0}, "stations: got 0"),
         ({"minor_sags": "up"}, "minor_sags: got 'up'"),
         ({"grade": "S1"}, "S1"),
+        ({"combinations": ["ULS", "ULS 2", "ULS"]}, "combination: got 'ULS' twice"),
         ({"start": "Pined"}, "Pined"),
     ],
 )
@@ -154,3 +158,108 @@ def test_forces_that_do_not_balance_are_refused() -> None:
     member.moment = lambda Direction, x, combo_name: 10.0 * x * (6.0 - x) if Direction == "Mz" else 0.0  # type: ignore[method-assign]
     with pytest.raises(kx.InputError, match="balance"):
         kx.from_pynite(frame(member), "B1", "ULS", **WORDS)
+
+
+def portal(span: float, height: float, load: float, E: float, area: float, I: float) -> list[tuple[float, Any]]:
+    """Length and end forces (axial, across, moment at start and end, in the element's axes) of a portal with pinned feet under a uniform load on its
+    beam, by direct stiffness: left column upwards, beam from left to right, right column upwards."""
+    nodes = np.array([(0.0, 0.0), (0.0, height), (span, height), (span, 0.0)])
+    elements = [(0, 1), (1, 2), (3, 2)]
+    whole, acting = np.zeros((12, 12)), np.zeros(12)
+    parts = []
+    for i, j in elements:
+        run = nodes[j] - nodes[i]
+        L = float(np.hypot(*run))
+        c, s = run / L
+        turn = np.kron(np.eye(2), [[c, s, 0.0], [-s, c, 0.0], [0.0, 0.0, 1.0]])
+        bend = E * I / L**3 * np.array([[12, 6 * L, -12, 6 * L], [6 * L, 4 * L * L, -6 * L, 2 * L * L], [-12, -6 * L, 12, -6 * L], [6 * L, 2 * L * L, -6 * L, 4 * L * L]])
+        own = np.zeros((6, 6))
+        own[np.ix_([1, 2, 4, 5], [1, 2, 4, 5])] = bend
+        own[np.ix_([0, 3], [0, 3])] = E * area / L * np.array([[1, -1], [-1, 1]])
+        held = np.zeros(6)
+        if i == 1:
+            held[:] = [0.0, load * L / 2, load * L * L / 12, 0.0, load * L / 2, -load * L * L / 12]
+        at = [3 * i, 3 * i + 1, 3 * i + 2, 3 * j, 3 * j + 1, 3 * j + 2]
+        whole[np.ix_(at, at)] += turn.T @ own @ turn
+        acting[at] -= turn.T @ held
+        parts.append((L, at, own @ turn, held))
+    free = [i for i in range(12) if i not in (0, 1, 9, 10)]
+    moved = np.zeros(12)
+    moved[free] = np.linalg.solve(whole[np.ix_(free, free)], acting[free])
+    return [(L, stiffness @ moved[at] + held) for L, at, stiffness, held in parts]
+
+
+class FrameElement(FrameMember):
+    """A piece with known forces at its start, in kN and m."""
+
+    def __init__(self, length: float, ends: Any, load: float = 0.0) -> None:
+        super().__init__(length)
+        self.ends, self.load = ends, load
+
+    def axial(self, x: float, combo_name: str = "Combo 1") -> float:
+        return float(self.ends[0])
+
+    def shear(self, Direction: str, x: float, combo_name: str = "Combo 1") -> float:
+        return float(self.ends[1] - self.load * x) if Direction == "Fy" else 0.0
+
+    def moment(self, Direction: str, x: float, combo_name: str = "Combo 1") -> float:
+        return float(self.ends[2] - self.ends[1] * x + self.load * x * x / 2.0) if Direction == "Mz" else 0.0
+
+
+def perry(py: float, pE: float, eta: float) -> float:
+    phi = (py + (eta + 1.0) * pE) / 2.0
+    return pE * py / (phi + math.sqrt(phi * phi - pE * py))
+
+
+def test_a_portal_by_stiffness_and_its_column_by_hand() -> None:
+    span, height, load = 12.0, 5.0, 15.0
+    (_, left), (_, beam), _ = elements = portal(span, height, load, 205e6, 85.5e-4, 29380e-8)
+    # Without shortening of the members the thrust is w L²/(4 h (2 h/L + 3)), 28.174 kN.
+    stiff = portal(span, height, load, 205e6, 85.5, 29380e-8)
+    assert -stiff[0][1][1] == pytest.approx(load * span**2 / (4.0 * height * (2.0 * height / span + 3.0)), rel=1e-6)
+    model = SimpleNamespace(
+        members={"C": FrameElement(height, left), "R": FrameElement(span, beam, load)}, load_combos={"ULS": None}
+    )
+    column, rafter = (kx.from_pynite(model, name, "ULS", **WORDS) for name in "CR")
+    N, M = load * span / 2.0, -elements[0][1][1] * height  # 90 kN, 140.7 kNm at the eaves
+    result = column.check("bs5950")[0]
+    by_rule = {one.rule: one for one in result.findings}
+
+    # Published properties of UB 457x191x67, in cm: A, ry, Zx, Sx, u, x; py 275 N/mm² for flanges up to 16 mm; section class 1.
+    A, ry, Zx, Sx, u, X, py = 85.5, 4.12, 1296.0, 1471.0, 0.872, 37.9, 275.0
+    E = 205e3
+    slenderness = 100.0 * height / ry
+    pE = math.pi**2 * E / slenderness**2
+    pc = perry(py, pE, 0.001 * 3.5 * (slenderness - 0.2 * math.sqrt(math.pi**2 * E / py)))  # strut curve b
+    v = (1.0 + 0.05 * (slenderness / X) ** 2) ** -0.25
+    lambda_LT = u * v * slenderness
+    pb = perry(py, math.pi**2 * E / lambda_LT**2, 0.007 * (lambda_LT - 0.4 * math.sqrt(math.pi**2 * E / py)))
+    Mc = min(py * Sx, 1.2 * py * Zx) * 1e-3
+    local = N / (A * py * 0.1) + M / Mc
+    buckling = N / (A * pc * 0.1) + 0.6 * M / (pb * Sx * 1e-3)  # moments from 0 to M: mLT = 0.6
+    assert by_rule["compression and moment, cross-section"].utilisation == pytest.approx(local, rel=2e-3)
+    assert by_rule["compression buckling, minor axis"].resistance == pytest.approx(A * pc * 100.0, rel=2e-3)
+    assert by_rule["member buckling under axial force and moment"].utilisation == pytest.approx(buckling, rel=2e-3)
+    assert result.utilisation == pytest.approx(buckling, rel=2e-3)
+
+    # Sagging below zero: the beam hogs at the eaves by what the column has there, and sags w L²/8 less at its middle.
+    moments = [float(line.split(",")[9]) for line in rafter.text.splitlines() if line.startswith("SUBSPAN")]
+    assert moments[0] == pytest.approx(M * 1e3) and moments[10] == pytest.approx((M - load * span**2 / 8.0) * 1e3)
+
+    for made in (column, rafter):
+        told = ksteel_json("check", "-", *settings("bs5950", ""), text=made.text)
+        assert [one["overall"] for one in told] == [one.utilisation for one in made.check("bs5950")]
+
+
+@pytest.mark.parametrize("my_below", [True, False])
+def test_a_sign_against_the_shears_is_an_error(my_below: bool) -> None:
+    model = frame(FrameMember(6.0, wy=20.0, wz=2.0, my_below=my_below))
+    right, wrong = ("below zero", "above zero") if my_below else ("above zero", "below zero")
+    assert kx.from_pynite(model, "B1", "ULS", minor_sags=right, **WORDS).text == kx.from_pynite(model, "B1", "ULS", **WORDS).text
+    with pytest.raises(kx.InputError, match="minor_sags: .*the other sign"):
+        kx.from_pynite(model, "B1", "ULS", minor_sags=wrong, **WORDS)
+
+
+def test_what_is_no_member_of_a_frame() -> None:
+    with pytest.raises(kx.InputError, match="has no method axial"):
+        kx.from_pynite(frame(SimpleNamespace(L=lambda: 6.0)), "B1", "ULS", **WORDS)

@@ -125,6 +125,10 @@ GOOD = beam_rows("B1", "ULS", 20.0)
         ([*GOOD[:2], [*GOOD[2][:12], None, *GOOD[2][13:]]], {}, "row 4, Mx: got nothing|row 4, Vz: got nothing"),
         ([[*GOOD[0][:3], "Envelope", *GOOD[0][4:]]], {}, "Result for: got 'Envelope'"),
         (GOOD[:2], {}, ""),
+        ([*GOOD[:2], [None, *GOOD[2][1:]]], {}, "row 4, Result on: got ''"),
+        ([*GOOD[:2], [GOOD[2][0], None, *GOOD[2][2:]]], {}, "row 4, Member: got nothing"),
+        ([*GOOD, *beam_rows("B1", "ULS", 25.0)], {}, "row 5, Index: got 2 of member 'B1' in 'ULS' again, which .* row 2 has"),
+        ([], {"ResultInternalForce1D": [[*CAPTIONS, "N [kN]"], *([*row, 5.0] for row in GOOD)]}, "the column 'n' stands twice"),
         (beam_rows("B9", "ULS", 20.0), {}, "'B9' is not in sheet"),
     ],
 )
@@ -172,3 +176,45 @@ def test_results_go_back_into_the_workbook(tmp_path: Path) -> None:
     assert sorted(one.name for one in tmp_path.iterdir()) == ["model.xlsx", "other.xlsx"]
     with pytest.raises(kx.InputError, match="holds something else"):
         kx.write_saf(path, results, sheet="Model")
+
+
+def test_what_the_tables_lack_is_said_of_rows_of_the_workbook(tmp_path: Path) -> None:
+    # The table of forces has mid-span in its line 3; the workbook has it in row 2.
+    rows = beam_rows("B1", "ULS", 20.0)
+    rows[0][13] = 0.0
+    with pytest.raises(kx.InputError, match="row 2: My: got a change by 0 kNm from 0 m to 3 m") as raised:
+        kx.read_saf(workbook(tmp_path / "model.xlsx", rows), "z-down", **HOW)
+    assert "forces:" not in str(raised.value) and {one.line for one in raised.value.errors} <= {1, 2, 4}
+    short = [["Name", "Cross section", "Length [m]"], ["B0", "CS1", 1.0], ["B1", "CS1", 6.0]]
+    with pytest.raises(kx.InputError, match="^sheet StructuralCurveMember, row 3: .*S27x"):
+        kx.read_saf(workbook(tmp_path / "model.xlsx", GOOD, StructuralCurveMember=short), "z-down", grades={"S 275": "S27x"}, **HOW)
+    same = [*GOOD, [*GOOD[2][:8], 4, *GOOD[2][9:]]]
+    with pytest.raises(kx.InputError, match="^sheet ResultInternalForce1D, row 5: .* sheet ResultInternalForce1D, row 4"):
+        kx.read_saf(workbook(tmp_path / "model.xlsx", same), "z-down", **HOW)
+
+
+def test_merged_cells_lose_no_row_of_chosen_members(tmp_path: Path) -> None:
+    path = workbook(tmp_path / "model.xlsx", GOOD)
+    book = openpyxl.load_workbook(path)
+    book["ResultInternalForce1D"].merge_cells("B2:B4")
+    book.save(path)
+    with pytest.raises(kx.InputError, match="row 3, Member: got nothing"):
+        kx.read_saf(path, "z-down", members=["B1"], **HOW)
+
+
+def test_formulas_without_values_are_no_zeros(tmp_path: Path) -> None:
+    path = workbook(tmp_path / "model.xlsx", GOOD)
+    book = openpyxl.load_workbook(path)
+    book["ResultInternalForce1D"]["N2"] = "=90"
+    book.save(path)
+    with pytest.raises(kx.InputError, match="row 2, My: got nothing"):
+        kx.read_saf(path, "z-down", **HOW)
+
+
+def test_names_with_colons_and_commas_go_back_whole(tmp_path: Path) -> None:
+    names = ["B1", "B1: left", "B1, right"]
+    members = [["Name", "Cross section", "Length [m]"], *([name, "CS1", 6.0] for name in names)]
+    path = workbook(tmp_path / "model.xlsx", [row for name in names for row in beam_rows(name, "ULS: 1", 20.0)], StructuralCurveMember=members)
+    kx.write_saf(path, kx.read_saf(path, "z-down", **HOW).check())
+    rows = list(openpyxl.load_workbook(path)["KeltrixResults"].iter_rows(values_only=True))[1:]
+    assert [row[:2] for row in rows] == [(name, "ULS: 1") for name in names]
