@@ -51,18 +51,20 @@ export class Sketch {
     rows.forEach((name, row) => parts.push(...this.loadsOf(beam, name, scale, 24 + row * ROW)));
     const y = 38 + rows.length * ROW;
     parts.push(...this.member(beam, scale, y), ...this.restraints(beam, scale, y), ...this.supports(beam, loads, scale, y));
-    let bottom = y + 74;
+    let bottom = y + (loads?.supports.some((support) => support.least.startsWith("-")) ? 86 : 74);
     parts.push(...dimension(beam, scale, bottom));
     bottom += 26;
     if (loads) {
+      const diagrams: SVGElement[] = [];
       for (const curve of shown(loads.curves)) {
-        parts.push(...diagram(curve, scale, bottom));
+        diagrams.push(...diagram(curve, scale, bottom));
         bottom += 96;
       }
       if (loads.shape.length > 1) {
-        parts.push(...deflected(loads, scale, bottom));
+        diagrams.push(...deflected(loads, scale, bottom));
         bottom += 78;
       }
+      parts.push(s("g", { class: "diagrams" }, diagrams));
     }
     this.size(width, bottom + 4);
     this.element.replaceChildren(...parts);
@@ -118,7 +120,8 @@ export class Sketch {
       const reaction = loads?.supports.find((support) => Math.abs(support.at - at) < 1e-9);
       return [
         shape,
-        reaction ? text(x, y + 42, reaction.greatest, "value", edge(x, scale)) : null,
+        reaction ? text(x, y + 42, reaction.greatest, "value reaction", edge(x, scale)) : null,
+        reaction && reaction.least.startsWith("-") ? text(x, y + 55, reaction.least, "value reaction uplift", edge(x, scale)) : null,
         this.handle(`s${i}`, scale, at, top + 8, `Support, ${holds}`, (to) => (moved) => { moved.support[i].at = to; }),
       ].filter((part): part is SVGElement => part !== null);
     });
