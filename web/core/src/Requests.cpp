@@ -448,6 +448,11 @@ const char* KiloUnitOf(Design::Quantity quantity)
     return quantity == Design::Quantity::Moment ? ", kNm" : quantity == Design::Quantity::Force ? ", kN" : "";
 }
 
+std::string CapacityText(const std::optional<double>& value)
+{
+    return value ? Host::Figures(*value / 1e3, 3) : "\u2013";
+}
+
 // One row for each number of the first column, one column for each curve.
 Json CurveTable(const char* title, const std::string& first, const std::vector<double>& numbers,
                 const std::vector<Design::CapacityCurve>& curves)
@@ -459,10 +464,26 @@ Json CurveTable(const char* title, const std::string& first, const std::vector<d
     for (std::size_t i = 0; i < numbers.size(); ++i) {
         Json row = Json::array({Host::Rounded(numbers[i], 5)});
         for (const Design::CapacityCurve& curve : curves)
-            row.push_back(curve.values[i] ? Host::Figures(*curve.values[i] / 1e3, 3) : "\u2013");
+            row.push_back(CapacityText(curve.values[i]));
         rows.push_back(std::move(row));
     }
     return JsonObject("title", title, "head", std::move(head), "rows", std::move(rows));
+}
+
+// One column for each share of an axial force.
+Json ReducedTable(const Design::CapacityTable& table)
+{
+    Json head = Json::array({Utf8(table.shareName)});
+    for (const double share : table.shares)
+        head.push_back(Host::Rounded(share, 3));
+    Json rows = Json::array();
+    for (const Design::CapacityCurve& curve : table.reduced) {
+        Json row = Json::array({Utf8(curve.symbol) + KiloUnitOf(curve.quantity)});
+        for (const std::optional<double>& value : curve.values)
+            row.push_back(CapacityText(value));
+        rows.push_back(std::move(row));
+    }
+    return JsonObject("title", "Reduced by an axial force", "head", std::move(head), "rows", std::move(rows));
 }
 
 Json CrossSectionTable(const Design::CapacityTable& table)
@@ -520,8 +541,7 @@ Json Capacity(const Json& request, std::string_view)
     Json tables = Json::array({CrossSectionTable(table)});
     if (!table.buckling.empty())
         tables.push_back(CurveTable("Buckling, by effective length", "LE, m", lengths, table.buckling));
-    if (!table.reduced.empty())
-        tables.push_back(CurveTable("Reduced by an axial force", Utf8(table.shareName), table.shares, table.reduced));
+    if (!table.reduced.empty()) tables.push_back(ReducedTable(table));
     if (!table.bearing.empty())
         tables.push_back(
             CurveTable("Web under concentrated loads", Utf8(table.bearingName) + ", mm", bearings, table.bearing));

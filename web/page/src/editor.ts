@@ -181,7 +181,7 @@ export class Editor {
       this.next = () => this.firstOf(`${list}.${listOf(this.work.beam, list).length - 1}`)?.input;
       this.edit("", (work) => add(work.beam));
     };
-    return h("button", { type: "button", class: "add", "data-adds": list, onclick: act }, words);
+    return h("button", { type: "button", class: "add", "data-adds": list, onclick: act }, h("span", { "aria-hidden": "true" }, "+ "), words);
   }
 
   // Next has the focus what stands where the row stood.

@@ -46,6 +46,7 @@ class Page {
   private isChecking = false;
   private isWanted = false;
   private isFrameDue = false;
+  private width = 0; // of the paper; to ask for it at each drawing would lay the page out once more
 
   constructor() {
     this.state = new State(() => this.changed());
@@ -102,7 +103,10 @@ class Page {
       h("footer", {}, h("p", {}, "Everything happens in this browser: nothing is sent anywhere. The digits are those of the command line ", h("code", {}, "ksteel"), ".")));
     put(this.results, this.title, this.verdict.element, this.says, this.paper, this.checks.element, this.panels.element);
     put(this.paper, this.sketch.element);
-    new ResizeObserver(() => this.drawSoon()).observe(this.paper);
+    new ResizeObserver(([entry]) => {
+      this.width = Math.floor(entry.contentRect.width);
+      this.drawSoon();
+    }).observe(this.paper);
   }
 
   private listen(): void {
@@ -165,7 +169,7 @@ class Page {
     const { beam } = this.work;
     const loads = this.checked?.members[0]?.loads;
     // Diagrams of another length are not drawn: they are those of an earlier beam.
-    this.sketch.draw(beam, loads && loads.length === beam.length ? loads : undefined, Math.max(280, this.paper.clientWidth));
+    this.sketch.draw(beam, loads && loads.length === beam.length ? loads : undefined, Math.max(280, this.width));
   }
 
   // One check at a time, of the newest beam.

@@ -92,15 +92,14 @@ function kept(): Work | undefined {
 function keep(work: Work): void {
   for (const store of STORES)
     try {
-      store().removeItem(KEPT);
       store().setItem(KEPT, JSON.stringify(work));
     } catch {
-      continue;
+      forget(store);
     }
 }
 
-export function forget(): void {
-  for (const store of STORES)
+export function forget(...stores: (() => Storage)[]): void {
+  for (const store of stores.length > 0 ? stores : STORES)
     try {
       store().removeItem(KEPT);
     } catch {
