@@ -12,6 +12,8 @@ const STEP = 0.05; // m
 const ARROW = 34;
 const ROW = 58; // of the loads of one case
 
+const SPRINGS = ["vertical", "rotation", "lateral", "lateral-rotation"];
+
 const metres = (x: number): string => `${round(x)} m`;
 
 class Scale {
@@ -80,6 +82,7 @@ export class Sketch {
   private member(beam: Beam, scale: Scale, y: number): SVGElement[] {
     const [x0, x1] = [scale.x(0), scale.x(scale.length)];
     const parts = [s("rect", { x: x0, y: y - 7, width: x1 - x0, height: 14, class: "web" }), line(x0, y - 7, x1, y - 7, "flange"), line(x0, y + 7, x1, y + 7, "flange")];
+    for (const at of placesOf(beam.hinges)) parts.push(s("circle", { cx: scale.x(at), cy: y, r: 5, class: "hinge" }));
     if (beam.column === true) parts.push(text(x0, y + 60, "foot", "quiet"), text(x1, y + 60, "head", "quiet"));
     return parts;
   }
@@ -118,8 +121,10 @@ export class Sketch {
         ? s("path", { d: `M${x},${y - 18}V${y + 22}`, class: "wall" })
         : s("path", { d: `M${x},${top}l-10,17h20z`, class: /pin/i.test(holds) ? "support" : "support open" });
       const reaction = loads?.supports.find((support) => Math.abs(support.at - at) < 1e-9);
+      const isSpring = SPRINGS.some((key) => key in one);
       return [
         shape,
+        isSpring ? text(x + (edge(x, scale) === "end" ? -14 : 14), y + 24, "spring", "quiet spring", edge(x, scale) === "end" ? "end" : "start") : null,
         reaction ? text(x, y + 42, reaction.greatest, "value reaction", edge(x, scale)) : null,
         reaction && reaction.least.startsWith("-") ? text(x, y + 55, reaction.least, "value reaction uplift", edge(x, scale)) : null,
         this.handle(`s${i}`, scale, at, top + 8, `Support, ${holds}`, (to) => (moved) => { moved.support[i].at = to; }),
@@ -216,9 +221,11 @@ export class Sketch {
 const sameCase = (load: Table, name: string): boolean => String(load.case ?? "").toLowerCase() === name.toLowerCase();
 const edge = (x: number, scale: Scale): string => (x < SIDE + 8 ? "start" : x > scale.width - SIDE - 30 ? "end" : "middle");
 
+// Where and how a load acts, as far as an arrow does not show it.
 function heightWords(load: Table): string {
-  if (load.height === undefined) return "";
-  return typeof load.height === "number" ? `, ${load.height} m up` : `, ${String(load.height)}`;
+  const direction = load.minor === true ? ", across the web" : load.major === true ? ", square to the member" : "";
+  if (load.height === undefined) return direction;
+  return `${direction}${typeof load.height === "number" ? `, ${load.height} m up` : `, ${String(load.height)}`}`;
 }
 
 function setPlace(one: Table, k: number, at: number): void {

@@ -299,6 +299,8 @@ pageTest("all that a beam file says is kept through opening, editing and saving,
   await type(page, "Title", "All of it");
   const expected = beamOf(keysOf(ALL));
   assert.deepEqual(beamOf(keysOf(await saved(page, "Save"))), { ...expected, title: "All of it" });
+  assert.deepEqual(await page.locator(".sketch .hinge, .sketch .spring").evaluateAll((all) => all.map((one) => one.tagName)), ["circle", "text"]);
+  assert.match(await page.locator(".sketch").textContent(), /3 kN, across the web, 0\.2 m up/);
   const shown = {
     "Grade, yield, N/mm²": "265", "Grade, material factor": "1.05", "Hinges, m": "9.5", "Camber, m": "0.01, 0", "Inclination, °": "5", "Axially held, m": "8", "How the section is made": "rolled",
     "Net to gross": "0.9", "Plastic to elastic": "1.3", "Shear lag": "0.6", "Moment factor": "1", "Effective length, lateral-torsional, m": "4.5",
