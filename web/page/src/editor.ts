@@ -21,7 +21,7 @@ const SPRINGS: [string, string, string][] = [
 ];
 // Key, label, unit, what holds without it.
 const FACTORS: [string, string, string, string][] = [
-  ["net-to-gross", "Net to gross", "", "1"], ["plastic-to-elastic", "Plastic to elastic", "", "1.2"], ["shear-lag", "Shear lag", "", "0.7"], ["moment-factor", "Moment factor", "", "computed"],
+  ["net-to-gross", "Net to gross", "", "1"], ["plastic-to-elastic", "Plastic to elastic", "", "1.2"], ["shear-lag", "Shear lag", "", "0.7"], ["moment-factor", "Moment factor", "", "auto"],
 ];
 const LENGTHS: [string, string][] = [["major", "major"], ["minor", "minor"], ["lt", "lateral-torsional"]];
 const GRADE: [string, string, string][] = [["yield", "yield", "N/mm²"], ["ultimate", "ultimate", "N/mm²"], ["modulus", "modulus", "N/mm²"], ["factor", "material factor", ""]];

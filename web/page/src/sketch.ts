@@ -60,7 +60,7 @@ export class Sketch {
       const diagrams: SVGElement[] = [];
       for (const curve of shown(loads.curves)) {
         diagrams.push(...diagram(curve, scale, bottom));
-        bottom += 96;
+        bottom += 104;
       }
       if (loads.shape.length > 1) {
         diagrams.push(...deflected(loads, scale, bottom));
@@ -134,12 +134,17 @@ export class Sketch {
 
   private loadsOf(beam: Beam, name: string, scale: Scale, top: number): SVGElement[] {
     const bottom = top + ARROW;
+    const sizes: number[] = []; // where the sizes of point loads stand: those at one place stand above each other
     const parts = [text(8, top - 4, name.length > 24 ? `${name.slice(0, 23)}…` : name, "case", "start")];
     beam.load.forEach((load, i) => {
       if (!sameCase(load, name)) return;
       const shape = shapeOf(load);
       if (shape === "udl" || shape === "trapezoid") parts.push(...this.lineLoad(load, i, scale, top + 20, bottom));
-      else for (const [k, at] of placesOf(load.at).entries()) parts.push(...this.pointLoad(load, i, k, at, scale, top + 4, bottom));
+      else for (const [k, at] of placesOf(load.at).entries()) {
+        const near = sizes.filter((x) => Math.abs(x - scale.x(at)) < 60).length;
+        sizes.push(scale.x(at));
+        parts.push(...this.pointLoad(load, i, k, at, scale, top + 4, bottom, near * 12));
+      }
     });
     return parts;
   }
@@ -167,14 +172,14 @@ export class Sketch {
     return parts;
   }
 
-  private pointLoad(load: Table, i: number, k: number, at: number, scale: Scale, top: number, bottom: number): SVGElement[] {
+  private pointLoad(load: Table, i: number, k: number, at: number, scale: Scale, top: number, bottom: number, lift: number): SVGElement[] {
     const shape = shapeOf(load);
     const value = Number(load[shape]);
     const x = scale.x(at);
     const unit = shape === "moment" ? "kNm" : "kN";
     const anchor = edge(x + 1, scale);
     const dx = anchor === "middle" ? 5 : anchor === "start" ? 5 : -5;
-    const parts = [text(x + dx, top + 3, `${String(load[shape])} ${unit}${heightWords(load)}`, "size", anchor === "end" ? "end" : "start")];
+    const parts = [text(x + dx, top + 3 - lift, `${String(load[shape])} ${unit}${heightWords(load)}`, "size", anchor === "end" ? "end" : "start")];
     if (shape === "moment") parts.push(s("path", { d: `M${x - 9},${bottom - 8}a9,9 0 1 ${value < 0 ? 0 : 1} 18,0m-4,-3l4,4l3,-5`, class: "load" }));
     else if (shape === "axial") parts.push(s("path", { d: value < 0 ? `M${x + 26},${bottom - 6}h-24m6,-4l-6,4l6,4` : `M${x - 26},${bottom - 6}h24m-6,-4l6,4l-6,4`, class: "load" }));
     else parts.push(arrow(x, top + 6, bottom, value < 0, "load"));
