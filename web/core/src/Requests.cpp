@@ -16,8 +16,10 @@
 #include "check/CheckedBeam.h"
 #include "check/CheckedMember.h"
 #include "check/CodesJson.h"
+#include "check/DesignCodes.h"
 #include "check/SectionChoice.h"
 #include "check/TopicSummary.h"
+#include "import/Import.h"
 #include "keltrix/host/Host.h"
 #include "loads/LoadText.h"
 #include "memberfile/CodelessMember.h"
@@ -385,6 +387,7 @@ Json Buckling(const Json& request, std::string_view bytes)
     const Host::Settings settings = SettingsOf(request);
     const CodeChoice choice = ChoiceOf(settings);
     const Host::Beam beam = Host::ReadBeam(NameOf(request), bytes, ReadingOf(settings), choice);
+    if (beam.members.empty()) throw BadInput("the beam has errors: its buckling is not known");
     Json list = Json::array();
     std::optional<Buckled> worst;
     for (std::size_t i = 0; i < beam.members.size(); ++i) {
@@ -398,6 +401,17 @@ Json Buckling(const Json& request, std::string_view bytes)
     return JsonObject("combinations", std::move(list), "worst", worst ? worst->name : std::string(), "verdict",
                       worst ? Host::VerdictSentence(worst->report) : std::string(), "svg",
                       worst ? worst->svg : std::string());
+}
+
+// The figures of sections in words, as `ksteel design` shows them.
+void AddTexts(Json& list, const std::vector<Host::Candidate>& candidates)
+{
+    for (std::size_t i = 0; i < candidates.size(); ++i) {
+        list[i]["shown"] = Host::UtilisationText(candidates[i].utilisation);
+        list[i]["mass_text"] = Host::Rounded(candidates[i].entry->massPerMetre, 4);
+        list[i]["depth_text"] = Host::Rounded(candidates[i].entry->depth * 1e3, 4);
+        list[i]["warnings"] = candidates[i].warnings.size();
+    }
 }
 
 Json Lightest(const Json& request, std::string_view bytes)
@@ -421,11 +435,95 @@ Json Lightest(const Json& request, std::string_view bytes)
     const Host::Beam beam = Host::ReadBeam(NameOf(request), bytes, search.reading, search.code);
     if (beam.members.empty()) throw BadInput("the beam has errors: no section can be chosen");
     const Host::SectionChoice choice = Host::ChooseSection(beam, search);
-    return Host::JsonOf(choice, search.by,
-                        {beam.file.name, 1, beam.file.title,
-                         choice.passing.empty() ? Host::WarningsOf(beam) : choice.passing.front().warnings});
+    Json json = Host::JsonOf(choice, search.by,
+                             {beam.file.name, 1, beam.file.title,
+                              choice.passing.empty() ? Host::WarningsOf(beam) : choice.passing.front().warnings});
+    AddTexts(json["passing"], choice.passing);
+    AddTexts(json["lighter_failing"], choice.failing);
+    return json;
 }
 
+const char* KiloUnitOf(Design::Quantity quantity)
+{
+    return quantity == Design::Quantity::Moment ? ", kNm" : quantity == Design::Quantity::Force ? ", kN" : "";
+}
+
+std::string CapacityText(const std::optional<double>& value)
+{
+    return value ? Host::Figures(*value / 1e3, 3) : "\u2013";
+}
+
+// One row for each number of the first column, one column for each curve.
+Json CurveTable(const char* title, const std::string& first, const std::vector<double>& numbers,
+                const std::vector<Design::CapacityCurve>& curves)
+{
+    Json head = Json::array({first});
+    for (const Design::CapacityCurve& curve : curves)
+        head.push_back(Utf8(curve.symbol) + KiloUnitOf(curve.quantity));
+    Json rows = Json::array();
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        Json row = Json::array({Host::Rounded(numbers[i], 5)});
+        for (const Design::CapacityCurve& curve : curves)
+            row.push_back(CapacityText(curve.values[i]));
+        rows.push_back(std::move(row));
+    }
+    return JsonObject("title", title, "head", std::move(head), "rows", std::move(rows));
+}
+
+// One column for each share of an axial force.
+Json ReducedTable(const Design::CapacityTable& table)
+{
+    Json head = Json::array({Utf8(table.shareName)});
+    for (const double share : table.shares)
+        head.push_back(Host::Rounded(share, 3));
+    Json rows = Json::array();
+    for (const Design::CapacityCurve& curve : table.reduced) {
+        Json row = Json::array({Utf8(curve.symbol) + KiloUnitOf(curve.quantity)});
+        for (const std::optional<double>& value : curve.values)
+            row.push_back(CapacityText(value));
+        rows.push_back(std::move(row));
+    }
+    return JsonObject("title", "Reduced by an axial force", "head", std::move(head), "rows", std::move(rows));
+}
+
+Json CrossSectionTable(const Design::CapacityTable& table)
+{
+    Json head = Json::array();
+    Json row = Json::array();
+    for (const Design::Capacity& capacity : table.crossSection) {
+        head.push_back(Utf8(capacity.resistance.symbol) + KiloUnitOf(capacity.resistance.quantity));
+        row.push_back(Host::Figures(capacity.resistance.value / 1e3, capacity.figures));
+    }
+    return JsonObject("title", "Cross-section", "head", std::move(head), "rows", Json::array({std::move(row)}));
+}
+
+// Of each resistance that depends on the effective length: pairs of that and its size.
+Json CapacityCharts(const Design::CapacityTable& table, const std::vector<double>& lengths)
+{
+    Json charts = Json::array();
+    for (const Design::CapacityCurve& curve : table.buckling) {
+        Json points = Json::array();
+        double most = 0.0;
+        for (std::size_t i = 0; i < lengths.size(); ++i) {
+            if (!curve.values[i]) continue;
+            points.push_back(Json::array({lengths[i], *curve.values[i]}));
+            most = std::max(most, *curve.values[i]);
+        }
+        charts.push_back(JsonObject("title", Utf8(curve.symbol) + KiloUnitOf(curve.quantity), "points",
+                                    std::move(points), "most", most, "most_text", Host::Figures(most / 1e3, 3)));
+    }
+    return charts;
+}
+
+std::string ClassWords(const Design::CapacityTable& table)
+{
+    std::string text;
+    for (const Design::CapacityClass& one : table.classes)
+        text += (text.empty() ? "class " : ", class ") + std::to_string(one.cls) + ' ' + Utf8(one.state);
+    return text;
+}
+
+// Resistances of a section, every figure as `ksteel capacity` prints it.
 Json Capacity(const Json& request, std::string_view)
 {
     const CodeChoice choice = ChoiceOf(SettingsOf(request));
@@ -436,7 +534,60 @@ Json Capacity(const Json& request, std::string_view)
     for (const double length : lengths)
         if (!(length > 0.0) || !std::isfinite(length)) throw BadInput("lengths: expected lengths in m above 0");
     const Host::NamedSection section = Host::FindSectionOfType(WordOf(request, "section"), WordOf(request, "type"));
-    return Host::JsonOf(Host::CapacityTableOf(section, WordOf(request, "grade"), lengths, choice), lengths);
+    const Design::CapacityTable table = Host::CapacityTableOf(section, WordOf(request, "grade"), lengths, choice);
+    std::vector<double> bearings = table.bearings;
+    for (double& length : bearings)
+        length *= 1e3;
+    Json tables = Json::array({CrossSectionTable(table)});
+    if (!table.buckling.empty())
+        tables.push_back(CurveTable("Buckling, by effective length", "LE, m", lengths, table.buckling));
+    if (!table.reduced.empty()) tables.push_back(ReducedTable(table));
+    if (!table.bearing.empty())
+        tables.push_back(
+            CurveTable("Web under concentrated loads", Utf8(table.bearingName) + ", mm", bearings, table.bearing));
+    Json notes = Json::array();
+    if (table.fabricationNote[0] != L'\0') notes.push_back(Utf8(table.fabricationNote));
+    for (const CString& note : table.notes)
+        notes.push_back(Utf8(note));
+    return JsonObject("section", section.name, "strength",
+                      Utf8(table.designStrength.symbol) + " = " +
+                          TextOf(table.designStrength.quantity, table.designStrength.value),
+                      "classes", ClassWords(table), "fabrication", Utf8(table.fabrication), "notes", std::move(notes),
+                      "tables", std::move(tables), "charts", CapacityCharts(table, lengths));
+}
+
+// --- Forces of another program ---
+
+Json Conventions(const Json&, std::string_view)
+{
+    Json list = Json::array();
+    for (const Host::SignConvention& convention : Host::SignConventions())
+        list.push_back(JsonObject("name", convention.name, "meaning", convention.meaning));
+    return list;
+}
+
+// Members of a table of forces and one of members. The bytes are those of both, the first table ending after `split`.
+Json ImportTables(const Json& request, std::string_view bytes)
+{
+    Host::ImportSettings settings;
+    if (const std::string fault = Host::ReadImportMap(WordsOf(request, "map"), settings); !fault.empty())
+        throw BadInput(fault);
+    settings.forces.allowRepeats = IsSet(request, "repeats");
+    settings.hasGrade = Host::IsGradeOfAnyCode;
+    settings.grades = Host::GradesOfAllCodes();
+    const double split = NumberOf(request, "split", -1.0);
+    if (!(split >= 0.0 && split <= static_cast<double>(bytes.size())))
+        throw BadInput("split: expected the size of the first table");
+    const auto at = static_cast<std::size_t>(split);
+    const Host::Import import = Host::ImportForces(
+        {Host::PrintableLine(WordOf(request, "forces", "forces.csv")), bytes.substr(0, at)},
+        {Host::PrintableLine(WordOf(request, "members", "members.csv")), bytes.substr(at)}, settings);
+    Json findings = Json::array();
+    for (const Host::ImportFinding& finding : import.findings)
+        findings.push_back(
+            JsonObject("severity", Host::SeverityWord(finding.defect.severity), "text", finding.Message()));
+    return JsonObject("text", import.text, "members", import.members, "cases", import.cases, "refused",
+                      import.HasErrors(), "findings", std::move(findings));
 }
 
 // --- A batch of members, in pieces of the file as they come ---
@@ -467,11 +618,18 @@ Json RefusalJson(const std::string& title, Host::LineNumber line, const std::vec
                       "refused", "errors", reasons);
 }
 
-Json RowOf(const Host::MemberFile& file, std::size_t i)
+// A row, and its figures in words.
+struct BatchRow {
+    Json row;
+    std::string shown = {};
+    std::string governing = {};
+};
+
+BatchRow RowOf(const Host::MemberFile& file, std::size_t i)
 {
     const Host::MemberText& member = file.Member(i);
     const auto refuse = [&](const std::vector<std::string>& reasons) {
-        return RefusalJson(Utf8(member.title), member.firstLine, reasons);
+        return BatchRow{RefusalJson(Utf8(member.title), member.firstLine, reasons)};
     };
     if (member.hasErrors) {
         const std::vector<std::string> errors = file.ErrorsOf(i);
@@ -479,7 +637,8 @@ Json RowOf(const Host::MemberFile& file, std::size_t i)
     }
     try {
         const CheckedMember checked = Host::CheckMember(file, i, batch->choice, false);
-        return batch->isFull ? Host::JsonOf(checked) : Host::HeadlineJson(checked);
+        return {batch->isFull ? Host::JsonOf(checked) : Host::HeadlineJson(checked),
+                Host::UtilisationText(checked.Utilisation()), checked.Governing()};
     } catch (const BadInput& failure) {
         return refuse({failure.what()});
     }
@@ -488,20 +647,21 @@ Json RowOf(const Host::MemberFile& file, std::size_t i)
 // A row for each member, with the bytes of the file that hold it.
 void AddRows(Json& rows, const Host::MemberPiece& piece)
 {
-    const auto add = [&](Json row) {
+    const auto add = [&](BatchRow one) {
         rows.push_back(JsonObject("from", piece.start.bytes, "bytes", piece.bytes.size(), "text",
-                                  batch->isFull ? Host::JsonLine(row) : std::string(), "row",
-                                  batch->isFull ? Json() : std::move(row)));
+                                  batch->isFull ? Host::JsonLine(one.row) : std::string(), "row",
+                                  batch->isFull ? Json() : std::move(one.row), "shown", one.shown, "governing",
+                                  one.governing));
     };
     try {
         const Host::MemberFile file(batch->name, piece, batch->reading);
         for (const Host::Defect& defect : file.Check().defects)
             if (defect.severity == Host::Severity::Error && defect.member == Host::Defect::NO_MEMBER)
-                add(RefusalJson({}, defect.line, {defect.Text(batch->name)}));
+                add({RefusalJson({}, defect.line, {defect.Text(batch->name)})});
         for (std::size_t i = 0; i < file.MemberCount(); ++i)
             add(RowOf(file, i));
     } catch (const BadInput& failure) {
-        add(RefusalJson({}, piece.FirstLine(), {failure.what()}));
+        add({RefusalJson({}, piece.FirstLine(), {failure.what()})});
     }
 }
 
@@ -524,7 +684,7 @@ struct Request {
     Json (*reply)(const Json& request, std::string_view bytes);
 };
 
-constexpr std::array<Request, 13> REQUESTS{{{"codes", Codes},
+constexpr std::array<Request, 15> REQUESTS{{{"codes", Codes},
                                             {"sections", Sections},
                                             {"section", Section},
                                             {"document", Document},
@@ -535,6 +695,8 @@ constexpr std::array<Request, 13> REQUESTS{{{"codes", Codes},
                                             {"buckling", Buckling},
                                             {"lightest", Lightest},
                                             {"capacity", Capacity},
+                                            {"conventions", Conventions},
+                                            {"import", ImportTables},
                                             {"begin batch", BeginBatch},
                                             {"add to batch", AddToBatch}}};
 

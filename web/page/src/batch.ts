@@ -7,28 +7,24 @@ import type { BatchRow, Row } from "./replies";
 import type { Settings } from "./state";
 
 const SHOWN = 200;
-type Column = { name: string; cls?: string; value: (row: Row) => string | number; shown: (row: Row) => string };
+interface Line { row: Row; shown: string; governing: string; from: number; bytes: number }
+type Column = { name: string; cls?: string; value: (line: Line) => string | number; shown: (line: Line) => string };
 
 // What failed without a number and what was refused are worse than any utilisation.
-const worst = (row: Row): number => (row.status === "refused" ? Infinity : row.overall ?? Infinity);
-const place = (row: Row): string => {
-  const one = row.governing;
-  if (!one || one.start === null) return "";
-  return one.start === one.end ? `at ${one.start} m` : `${one.start} m to ${one.end} m`;
-};
+const worst = ({ row }: Line): number => (row.status === "refused" ? Infinity : row.overall ?? Infinity);
 const COLUMNS: Column[] = [
-  { name: "Utilisation", cls: "n", value: worst, shown: (row) => (row.status === "refused" ? "–" : row.overall === null || row.overall === undefined ? "–" : row.overall.toFixed(3)) },
-  { name: "Status", value: (row) => row.status, shown: (row) => row.status },
-  { name: "Section", value: (row) => row.section ?? "", shown: (row) => row.section ?? "" },
-  { name: "Grade", value: (row) => row.grade ?? "", shown: (row) => row.grade ?? "" },
-  { name: "Governing", value: (row) => row.governing?.rule ?? "", shown: (row) => (row.errors ? row.errors.join("; ") : row.governing ? `${row.governing.rule} (${row.governing.clause}) ${place(row)}` : "nothing") },
-  { name: "Member", value: (row) => row.title, shown: (row) => row.title },
-  { name: "Line", cls: "n", value: (row) => row.line, shown: (row) => String(row.line) },
+  { name: "Utilisation", cls: "n", value: worst, shown: ({ row, shown }) => (row.status === "refused" ? "–" : shown || "–") },
+  { name: "Status", value: ({ row }) => row.status, shown: ({ row }) => row.status },
+  { name: "Section", value: ({ row }) => row.section ?? "", shown: ({ row }) => row.section ?? "" },
+  { name: "Grade", value: ({ row }) => row.grade ?? "", shown: ({ row }) => row.grade ?? "" },
+  { name: "Governing", value: ({ governing }) => governing, shown: ({ row, governing }) => (row.errors ? row.errors.join("; ") : governing) },
+  { name: "Member", value: ({ row }) => row.title, shown: ({ row }) => row.title },
+  { name: "Line", cls: "n", value: ({ row }) => row.line, shown: ({ row }) => String(row.line) },
 ];
 
 export class Batch {
   private readonly dialog = h("dialog", { class: "batch", "aria-label": "Members of a file" });
-  private rows: { row: Row; from: number; bytes: number }[] = [];
+  private rows: Line[] = [];
   private order = { column: 0, isDown: true };
   private core: Core | undefined;
   private file!: File;
@@ -64,7 +60,7 @@ export class Batch {
     this.show(0);
     try {
       await this.core.batch({ ask: "begin batch", name: file.name, ...settings }, file, (rows, share) => {
-        for (const { row, from, bytes } of rows as BatchRow[]) if (row) this.rows.push({ row, from, bytes });
+        for (const { row, ...line } of rows as BatchRow[]) if (row) this.rows.push({ row, ...line });
         this.bar.value = share;
         this.timer ||= window.setTimeout(() => { this.timer = 0; this.show(share); }, 120);
       });
@@ -80,11 +76,11 @@ export class Batch {
     this.show(this.isComplete ? 1 : this.bar.value);
   }
 
-  private sorted(): { row: Row; from: number; bytes: number }[] {
+  private sorted(): Line[] {
     const { value } = COLUMNS[this.order.column];
     const sign = this.order.isDown ? -1 : 1;
     return [...this.rows].sort((a, b) => {
-      const [x, y] = [value(a.row), value(b.row)];
+      const [x, y] = [value(a), value(b)];
       return x === y ? a.row.line - b.row.line : x < y ? -sign : sign;
     });
   }
@@ -100,8 +96,8 @@ export class Batch {
     });
     put(this.body, this.sorted().slice(0, SHOWN).map((one) => h("tr", {}, COLUMNS.map((column, i) => h("td", { class: column.cls },
       i === 1 ? h("b", { class: one.row.status === "pass" ? "pass" : "fail" }, one.row.status)
-      : i === 5 ? h("button", { type: "button", class: "link", onclick: () => void this.openSheet(one.from, one.bytes) }, column.shown(one.row) || "Sheet")
-      : column.shown(one.row))))));
+      : i === 5 ? h("button", { type: "button", class: "link", onclick: () => void this.openSheet(one.from, one.bytes) }, column.shown(one) || "Sheet")
+      : column.shown(one))))));
     put(this.note, this.rows.length > SHOWN ? `The first ${SHOWN} in this order are shown; saved files hold all ${this.rows.length}.` : "");
   }
 
@@ -130,7 +126,7 @@ export class Batch {
   // A field that a spreadsheet would take for a formula gets an apostrophe.
   private saveCsv(): void {
     const field = (value: string): string => `"${(/^[=+@\t\r-]/.test(value) && Number.isNaN(Number(value)) ? `'${value}` : value).replaceAll('"', '""')}"`;
-    const lines = [COLUMNS.map((column) => column.name).join(","), ...this.sorted().map(({ row }) => COLUMNS.map((column) => field(column.shown(row))).join(","))];
+    const lines = [COLUMNS.map((column) => column.name).join(","), ...this.sorted().map((line) => COLUMNS.map((column) => field(column.shown(line))).join(","))];
     if (!this.isComplete) lines.push(field("incomplete: not all members were checked"));
     save(fileName(this.file.name.replace(/\.[^.]*$/, ""), "csv"), ["\ufeff", lines.join("\r\n"), "\r\n"], "text/csv");
   }

@@ -78,7 +78,10 @@ function supportsOf(keys: Table): Table[] {
   const spans = Array.isArray(keys.spans) ? (keys.spans as number[]) : undefined;
   if (!spans && listed.length > 0) return listed;
   const places = [0];
-  for (const span of spans ?? [Number(keys.length)]) places.push(round(places[places.length - 1] + span));
+  for (const span of spans ?? [keys.length]) {
+    const end = round(places[places.length - 1] + Number(span));
+    if (Number.isFinite(end)) places.push(end);
+  }
   const ends = places.filter((at) => !listed.some((one) => one.at === at)).map((at): Table => ({ at, holds: all }));
   return [...ends, ...listed].sort((a, b) => Number(a.at) - Number(b.at));
 }
@@ -105,20 +108,49 @@ export function beamOf(keys: Table): Beam {
   const { spans, supports, load, restraint, case: cases, ...others } = keys;
   void supports, cases;
   const loads = tables(load).filter(isTable).map((one) => ({ ...one }));
-  const length = Array.isArray(spans) ? round((spans as number[]).reduce((sum, span) => sum + span, 0)) : keys.length;
+  const sum = Array.isArray(spans) ? round((spans as number[]).reduce((all, span) => all + Number(span), 0)) : NaN;
+  const length = Array.isArray(spans) ? (Number.isFinite(sum) ? sum : undefined) : keys.length;
   return {
     ...others, ...(length === undefined ? {} : { length }), support: supportsOf(keys), restraint: tables(restraint).filter(isTable),
     case: takeCases(keys, loads), load: loads,
   };
 }
 
+// What a beam file can hold: texts, finite numbers, true and false, lists and tables of these.
+function isValue(value: unknown, depth = 0): value is Value {
+  if (typeof value === "number") return Number.isFinite(value);
+  if (typeof value === "string" || typeof value === "boolean") return true;
+  if (typeof value !== "object" || value === null || depth > 20) return false;
+  return Object.values(value).every((one) => isValue(one, depth + 1));
+}
+
 /** What the page needs to be there, whatever a link or the browser's store held. */
 export function isBeam(value: unknown): value is Beam {
-  if (!isTable(value)) return false;
+  if (!isTable(value) || !isValue(value)) return false;
   return ["support", "restraint", "case", "load"].every((name) => Array.isArray(value[name]) && (value[name] as Value[]).every(isTable));
 }
 
 export const round = (metres: number): number => Math.round(metres * 1e6) / 1e6;
+
+/** A list of tables under a key of the beam; empty where there is none. */
+export const listOf = (beam: Beam, name: string): Table[] => (Array.isArray(beam[name]) ? (beam[name] as Value[]).filter(isTable) : []);
+
+/**
+ * Another name for a case and the loads in it. While the name is that of another case the loads keep the old one, so that those of the two
+ * are never mixed; what is returned is the name under which they are, for the next change.
+ */
+export function renameCase(beam: Beam, i: number, text: string, loadsUnder: string): string {
+  const same = (a: Value | undefined, b: string): boolean => String(a).toLowerCase() === b.toLowerCase();
+  beam.case[i].name = text;
+  if (beam.case.some((one, k) => k !== i && same(one.name, text))) return loadsUnder;
+  for (const load of beam.load) if (same(load.case, loadsUnder)) load.case = text;
+  for (const one of listOf(beam, "combination")) {
+    const factors = one.factors;
+    if (!isTable(factors)) continue;
+    one.factors = Object.fromEntries(Object.entries(factors).map(([name, value]) => [same(name, loadsUnder) ? text : name, value]));
+  }
+  return text;
+}
 
 /** Places of a load or restraint as numbers; what is no number is left out. */
 export function placesOf(value: Value | undefined): number[] {

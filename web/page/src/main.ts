@@ -2,7 +2,7 @@
 
 import "./style.css";
 import { Batch } from "./batch";
-import { beamOf, textOf, type Table } from "./beam";
+import { beamOf, isBeam, textOf, type Beam, type Table } from "./beam";
 import { Core, Refusal } from "./core";
 import { h, put } from "./dom";
 import { Editor } from "./editor";
@@ -13,6 +13,7 @@ import type { Checked, Code, Finding, Section, SectionRow, Step } from "./replie
 import { Checks, messages, Verdict } from "./results";
 import { Sheet } from "./sheet";
 import { Sketch } from "./sketch";
+import { Forces } from "./forces";
 import { forget, fresh, linkOf, State, workOf, type Settings, type Work } from "./state";
 import type { Request } from "./wasm";
 
@@ -31,6 +32,8 @@ class Page {
   private readonly picker: Picker;
   private readonly sheet = new Sheet();
   private readonly batch: Batch;
+  private readonly forces: Forces;
+  private readonly results = h("div", { id: "results", class: "results", tabindex: -1 });
   private readonly says = h("div", { class: "messages", role: "status" });
   private readonly notice = h("p", { class: "notice", role: "alert" });
   private readonly title = h("p", { class: "print-title" });
@@ -43,6 +46,7 @@ class Page {
   private isChecking = false;
   private isWanted = false;
   private isFrameDue = false;
+  private width = 0; // of the paper; to ask for it at each drawing would lay the page out once more
 
   constructor() {
     this.state = new State(() => this.changed());
@@ -56,6 +60,7 @@ class Page {
       take: (section) => this.take(section),
     });
     this.batch = new Batch((bytes, name, settings) => this.openSheet(bytes, name, settings));
+    this.forces = new Forces((request, bytes) => this.aside.ask(request, bytes), (file) => void this.batch.open(file, this.settings));
     this.layOut();
     this.listen();
     void this.start();
@@ -86,6 +91,7 @@ class Page {
           this.undo, this.redo,
           this.button("New", "The beam of the first visit", () => this.state.replace(fresh())),
           this.button("Open", "A beam file or a member file; or drop it on the page", () => choose(".toml,.csv,.txt,text/*", (file) => void this.open(file))),
+          this.button("Forces", "Members from a table of forces of another program", () => this.forces.open()),
           this.button("Save", "As a beam file", () => save(fileName(this.work.beam.title, "toml"), [textOf(this.work.beam).text], "application/toml")),
           this.button("Link", "The whole beam in the address", () => void this.link()),
           this.button("Clear", "Forget what this browser keeps of this page", () => this.clear()),
@@ -93,11 +99,14 @@ class Page {
       this.notice,
       h("main", {},
         this.editor.element,
-        h("div", { id: "results", class: "results", tabindex: -1 },
-          this.title, this.verdict.element, this.says, this.paper, this.checks.element, this.panels.element)),
+        this.results),
       h("footer", {}, h("p", {}, "Everything happens in this browser: nothing is sent anywhere. The digits are those of the command line ", h("code", {}, "ksteel"), ".")));
+    put(this.results, this.title, this.verdict.element, this.says, this.paper, this.checks.element, this.panels.element);
     put(this.paper, this.sketch.element);
-    new ResizeObserver(() => this.drawSoon()).observe(this.paper);
+    new ResizeObserver(([entry]) => {
+      this.width = Math.floor(entry.contentRect.width);
+      this.drawSoon();
+    }).observe(this.paper);
   }
 
   private listen(): void {
@@ -136,11 +145,12 @@ class Page {
   // --- The beam has changed ---
 
   private changed(): void {
-    this.undo.disabled = !this.state.canUndo;
-    this.redo.disabled = !this.state.canRedo;
+    this.undo.setAttribute("aria-disabled", String(!this.state.canUndo)); // not "disabled", which would take the focus away
+    this.redo.setAttribute("aria-disabled", String(!this.state.canRedo));
+    if (this.linked !== "" && JSON.stringify(this.work) !== this.linked) this.unlink();
     this.editor.show(this.work);
     this.title.textContent = String(this.work.beam.title ?? "");
-    this.drawSoon();
+    document.title = this.work.beam.title ? `${String(this.work.beam.title)} – Keltrix Steel` : "Keltrix Steel";
     this.panels.refresh();
     this.isWanted = true;
     void this.check();
@@ -159,7 +169,7 @@ class Page {
     const { beam } = this.work;
     const loads = this.checked?.members[0]?.loads;
     // Diagrams of another length are not drawn: they are those of an earlier beam.
-    this.sketch.draw(beam, loads && loads.length === beam.length ? loads : undefined, Math.max(280, this.paper.clientWidth));
+    this.sketch.draw(beam, loads && loads.length === beam.length ? loads : undefined, Math.max(280, this.width));
   }
 
   // One check at a time, of the newest beam.
@@ -169,17 +179,20 @@ class Page {
     while (this.isWanted) {
       this.isWanted = false;
       const { text, places } = textOf(this.work.beam);
-      const late = setTimeout(() => this.verdict.wait(), LATE);
+      const late = setTimeout(() => this.wait(), LATE);
       const start = performance.now();
       try {
         this.checked = await this.core.ask<Checked>({ ask: "check", name: NAME, ...this.settings }, text);
         this.places = places;
         this.show();
+        if (this.isWanted) this.wait(); // the beam has changed since
       } catch (failure) {
         this.checked = undefined;
+        delete this.results.dataset.stale;
         this.verdict.fail(failure instanceof Refusal ? failure.message : String(failure));
         this.checks.show(undefined, async () => []);
         messages(this.says, []);
+        this.editor.mark([], []);
         this.draw();
       }
       clearTimeout(late);
@@ -190,8 +203,16 @@ class Page {
 
   private places: string[] = [];
 
+  // What stands here is that of an earlier beam.
+  private wait(): void {
+    this.verdict.wait();
+    this.results.dataset.stale = "";
+    this.drawSoon();
+  }
+
   private show(): void {
     const checked = this.checked!;
+    delete this.results.dataset.stale;
     this.verdict.show(checked);
     this.checks.show(checked.members[0], (finding) => this.steps(finding));
     this.markFaults();
@@ -208,7 +229,7 @@ class Page {
   // The steps of a rule come from the combination that governs it.
   private async steps(finding: Finding): Promise<Step[]> {
     const found = await this.aside.ask<Finding[]>({ ask: "steps", name: NAME, ...this.settings, combination: finding.combination }, textOf(this.work.beam).text);
-    const same = (one: Finding): boolean => one.rule === finding.rule && one.clause === finding.clause && one.place === finding.place;
+    const same = (one: Finding): boolean => one.rule === finding.rule && one.clause === finding.clause && one.place === finding.place && one.shown === finding.shown;
     return found.find(same)?.steps ?? [];
   }
 
@@ -217,20 +238,43 @@ class Page {
   private async open(file: File): Promise<void> {
     this.tell("");
     const isSmall = file.size <= 1 << 20;
+    if (!isSmall && file.name.toLowerCase().endsWith(".toml")) return this.tell(`${file.name} was not opened: a beam file holds at most 1 MiB.`);
     const bytes = isSmall ? new Uint8Array(await file.arrayBuffer()) : undefined;
     try {
       const read = bytes ? await this.aside.ask<{ kind: string; keys?: Table }>({ ask: "document", name: file.name }, bytes) : { kind: "member file" };
       if (read.kind !== "beam file") return await this.batch.open(file, this.settings);
-      this.state.edit("", (work) => { work.beam = beamOf((read as { keys: Table }).keys); });
+      const beam = beamOf((read as { keys: Table }).keys);
+      const difference = await this.difference(file.name, bytes!, beam);
+      if (difference !== "") return this.tell(`${file.name} was not opened: ${difference}`);
+      this.state.edit("", (work) => { work.beam = beam; });
     } catch (failure) {
       this.tell(`${file.name} was not opened: ${failure instanceof Error ? failure.message : String(failure)}`);
     }
+  }
+
+  // The beam that the page would have must be that of the file: what became of both is compared. A file with errors is opened to be mended.
+  private async difference(name: string, bytes: Uint8Array, beam: Beam): Promise<string> {
+    if (!isBeam(beam)) return "it holds what the page cannot show";
+    const ask = (text: Uint8Array | string): Promise<Checked> => this.aside.ask<Checked>({ ask: "check", brief: true, name, ...this.settings }, text);
+    const [file, page] = await Promise.all([ask(bytes), ask(textOf(beam).text)]);
+    const of = ({ pass, members }: Checked): string => JSON.stringify([pass, members.map((one) => [one.status, one.ratio, one.governing, one.combination, one.open])]);
+    if (of(file) === of(page)) return "";
+    const errors = [...file.diagnostics, ...file.members.flatMap((one) => one.diagnostics)].filter((one) => one.severity === "error");
+    return errors[0]?.message ?? "the page cannot show all of it; ksteel checks it";
+  }
+
+  private linked = ""; // the work that the address holds
+
+  private unlink(): void {
+    this.linked = "";
+    history.replaceState(null, "", location.pathname + location.search);
   }
 
   private async link(): Promise<void> {
     const address = new URL(location.href);
     address.hash = await linkOf(this.work);
     history.replaceState(null, "", address);
+    this.linked = JSON.stringify(this.work);
     try {
       await navigator.clipboard.writeText(address.href);
       this.tell("The link with the whole beam was copied.");
@@ -242,13 +286,18 @@ class Page {
   private async takeLink(): Promise<void> {
     if (!location.hash.startsWith("#beam=")) return;
     const work = await workOf(location.hash);
-    if (work) this.state.replace(work);
-    else this.tell("The link holds no beam that can be read.");
+    if (work) {
+      this.state.replace(work);
+      this.linked = JSON.stringify(this.work);
+    } else {
+      this.tell("The link holds no beam that can be read.");
+      this.unlink();
+    }
   }
 
   private clear(): void {
     forget();
-    history.replaceState(null, "", location.pathname);
+    this.unlink();
     this.tell("This browser keeps nothing of this page now. The next change is kept again.");
   }
 

@@ -1,7 +1,7 @@
 // What is asked beside the check: lightest sections, both codes, the buckled shape, capacities.
 
 import { drawing, h, put, s, type Child } from "./dom";
-import type { Buckling, Checked, Choice, Code, SectionRow, Topic } from "./replies";
+import type { Buckling, Capacities, CapacityChart, Checked, Choice, Code, SectionRow, Topic } from "./replies";
 import type { Work } from "./state";
 import type { Request } from "./wasm";
 
@@ -17,8 +17,6 @@ export interface Bench {
 
 interface Panel { id: string; title: string; make(bench: Bench, body: HTMLElement, isCurrent: () => boolean): Promise<void> }
 
-const kilo = (value: unknown, digits = 3): string => (typeof value === "number" ? Number((value / 1e3).toPrecision(digits)).toString() : "–");
-const ratio = (value: number | null): string => (value === null ? "–" : value.toFixed(3));
 const table = (head: Child[], rows: Child[][], cls = ""): HTMLElement =>
   h("div", { class: "scroll", tabindex: 0, role: "region", "aria-label": "Table" }, h("table", { class: cls }, h("thead", {}, h("tr", {}, head.map((cell) => h("th", { scope: "col" }, cell)))), h("tbody", {}, rows.map((row) => h("tr", {}, row.map((cell) => h("td", {}, cell)))))));
 
@@ -51,7 +49,8 @@ async function lightest(bench: Bench, body: HTMLElement, isCurrent: () => boolea
     const now = bench.work().beam.section;
     const row = (status: string) => (one: Choice["passing"][number]): Child[] => [
       status === "pass" ? h("button", { type: "button", class: "take", onclick: () => bench.take(one.section) }, one.section) : one.section,
-      one.mass_per_metre.toFixed(1), (one.depth * 1e3).toFixed(0), ratio(one.overall), h("span", { class: one.status === "pass" ? "pass" : "fail" }, one.section === now ? `${one.status}, now` : one.status), one.governing,
+      one.mass_text, one.depth_text, one.shown || "–",
+      h("span", { class: one.status === "pass" ? "pass" : "fail" }, [one.status, one.warnings > 0 && `${one.warnings} ${one.warnings === 1 ? "warning" : "warnings"}`, one.section === now && "now"].filter(Boolean).join(", ")), one.governing,
     ];
     put(results,
       h("p", {}, choice.chosen ? [h("b", {}, choice.chosen), by === "mass" ? " is the lightest section that passes." : " is the shallowest section that passes."] : "No section of these passes."),
@@ -98,35 +97,30 @@ async function buckling(bench: Bench, body: HTMLElement, isCurrent: () => boolea
 // --- Capacities ---
 
 const LENGTHS = [1, 1.5, 2, 2.5, 3, 3.5, 4, 5, 6, 7, 8, 9, 10, 12, 14];
-const BESIDE = new Set(["schema", "LE", "type", "type_note"]);
 
 async function capacities(bench: Bench, body: HTMLElement, isCurrent: () => boolean): Promise<void> {
   const { beam } = bench.work();
-  const rows = await bench.ask<Record<string, unknown>[]>({ ask: "capacity", section: String(beam.section), grade: String(beam.grade), lengths: LENGTHS, type: typeof beam.type === "string" ? beam.type : "" });
+  if (typeof beam.grade !== "string") return put(body, h("p", {}, "There are capacities of named grades alone."));
+  const found = await bench.ask<Capacities>({ ask: "capacity", section: String(beam.section), grade: beam.grade, lengths: LENGTHS, type: typeof beam.type === "string" ? beam.type : "" });
   if (!isCurrent()) return;
-  const names = Object.keys(rows[0]).filter((name) => !BESIDE.has(name) && rows.some((row) => typeof row[name] === "number"));
-  const varying = names.filter((name) => rows.some((row) => row[name] !== rows[0][name]));
-  const unit = (name: string): string => (/^M/.test(name) ? "kNm" : "kN");
   put(body,
-    h("p", {}, h("b", {}, `${String(beam.section)} in ${String(beam.grade)}`)),
-    h("h3", {}, "Cross-section"),
-    table(names.filter((name) => !varying.includes(name)).map((name) => `${name}, ${unit(name)}`), [names.filter((name) => !varying.includes(name)).map((name) => kilo(rows[0][name]))]),
-    h("h3", {}, "Buckling, by effective length"),
-    h("div", { class: "charts" }, varying.map((name) => chart(`${name}, ${unit(name)}`, rows.map((row) => [Number(row.LE), Number(row[name]) / 1e3])))),
-    table(["LE, m", ...varying.map((name) => `${name}, ${unit(name)}`)], rows.map((row) => [String(row.LE), ...varying.map((name) => kilo(row[name]))])));
+    h("p", {}, h("b", {}, `${found.section} in ${beam.grade}`), `, ${found.strength}`),
+    h("p", { class: "quiet" }, [found.classes, found.fabrication].filter(Boolean).join(", ")),
+    found.notes.map((note) => h("p", { class: "message warning" }, h("b", {}, "Note"), ` ${note}`)),
+    found.charts.length > 0 ? h("div", { class: "charts" }, found.charts.map(chart)) : null,
+    found.tables.map(({ title, head, rows }) => [h("h3", {}, title), table(head, rows, "figures")]));
 }
 
-function chart(title: string, points: [number, number][]): HTMLElement {
-  const [w, height, left, bottom] = [240, 130, 40, 20];
-  const most = Math.max(...points.map(([, y]) => y), 1e-9);
-  const far = Math.max(...points.map(([x]) => x));
+function chart({ title, points, most, most_text: words }: CapacityChart): HTMLElement {
+  const [w, height, left, bottom] = [240, 130, 44, 20];
+  const far = Math.max(...points.map(([x]) => x), 1e-9);
   const x = (at: number): number => left + (at / far) * (w - left - 10);
-  const y = (value: number): number => height - bottom - (value / most) * (height - bottom - 14);
-  const text = (at: number, to: number, words: string, anchor: string): SVGElement => s("text", { x: at, y: to, "text-anchor": anchor, class: "quiet" }, words);
+  const y = (value: number): number => height - bottom - (value / (most || 1)) * (height - bottom - 14);
+  const text = (at: number, to: number, label: string, anchor: string): SVGElement => s("text", { x: at, y: to, "text-anchor": anchor, class: "quiet" }, label);
   return h("figure", {}, s("svg", { viewBox: `0 0 ${w} ${height}`, class: "sketch chart", role: "img", "aria-label": `${title} by effective length` },
     s("path", { d: `M${left},14V${height - bottom}H${w - 10}`, class: "axis" }),
     s("path", { d: points.map(([at, value], i) => `${i ? "L" : "M"}${x(at).toFixed(1)},${y(value).toFixed(1)}`).join(""), class: "curve" }),
-    text(left - 4, 18, String(Number(most.toPrecision(3))), "end"), text(left - 4, height - bottom, "0", "end"), text(w - 10, height - 6, `${far} m`, "end")), h("figcaption", {}, title));
+    text(left - 4, 18, words, "end"), text(left - 4, height - bottom, "0", "end"), text(w - 10, height - 6, `${far} m`, "end")), h("figcaption", {}, title));
 }
 
 // --- The tabs ---
@@ -140,7 +134,7 @@ const PANELS: Panel[] = [
 
 export class Panels {
   readonly element: HTMLElement;
-  private readonly body = h("div", { class: "panel", role: "tabpanel", id: "panel" });
+  private readonly body = h("div", { class: "panel", role: "tabpanel", id: "panel", tabindex: -1 });
   private readonly tabs: HTMLButtonElement[];
   private current = PANELS[1];
   private run = 0;
@@ -189,11 +183,15 @@ export class Panels {
   private async make(): Promise<void> {
     const run = ++this.run;
     const isCurrent = (): boolean => run === this.run;
+    const hasFocus = this.body.contains(document.activeElement);
     try {
       await this.current.make(this.bench, this.body, isCurrent);
     } catch (failure) {
       if (isCurrent()) put(this.body, h("p", { class: "message error" }, h("b", {}, "Not available"), ` ${failure instanceof Error ? failure.message : String(failure)}`));
     }
-    if (isCurrent()) delete this.element.dataset.stale;
+    if (!isCurrent()) return;
+    delete this.element.dataset.stale;
+    // What had the focus is gone with the earlier contents.
+    if (hasFocus && !this.body.contains(document.activeElement) && document.activeElement === document.body) this.body.focus();
   }
 }

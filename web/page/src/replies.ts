@@ -29,12 +29,19 @@ export type SectionRow = [name: string, family: string, mass: number, depth: num
 export interface SectionValue { symbol: string; value: string; unit: string; meaning: string }
 export interface Section { name: string; shape: string; mass: string; dimensions: SectionValue[]; properties: SectionValue[]; svg: string }
 
-export interface Candidate { section: string; mass_per_metre: number; depth: number; status: string; overall: number | null; governing: string }
+export interface Candidate { section: string; mass_text: string; depth_text: string; shown: string; status: string; warnings: number; governing: string }
 export interface Choice { chosen: string | null; passing: Candidate[]; lighter_failing: Candidate[]; not_checked: Candidate[] }
 export interface Buckling { combinations: { combination: string; verdict: string; stable: boolean; answered: boolean }[]; worst: string; verdict: string; svg: string }
+
+export interface CapacityChart { title: string; points: [number, number][]; most: number; most_text: string }
+export interface Capacities {
+  section: string; strength: string; classes: string; fabrication: string; notes: string[]; tables: { title: string; head: string[]; rows: string[][] }[]; charts: CapacityChart[];
+}
+export interface Convention { name: string; meaning: string }
+export interface Imported { text: string; members: number; cases: number; refused: boolean; findings: { severity: string; text: string }[] }
 
 export interface Row {
   line: number; title: string; section?: string; grade?: string; status: string; overall?: number | null; class?: number; errors?: string[]; warnings?: unknown[];
   governing?: { rule: string; clause: string; start: number | null; end: number | null } | null;
 }
-export interface BatchRow { from: number; bytes: number; text: string; row: Row | null }
+export interface BatchRow { from: number; bytes: number; text: string; row: Row | null; shown: string; governing: string }

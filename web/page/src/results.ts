@@ -14,7 +14,9 @@ export class Verdict {
 
   show(checked: Checked): void {
     const member = checked.members[0];
-    const status = member?.status ?? "refused";
+    const found = member?.status ?? "refused";
+    const status = found === "pass" && !(checked.pass && checked.members.length === 1) ? "not checked" : found;
+    const warnings = [...checked.diagnostics, ...(member?.diagnostics ?? [])].filter((one) => one.severity === "warning").length;
     this.element.dataset.status = status;
     delete this.element.dataset.stale;
     const facts = member?.section
@@ -25,6 +27,7 @@ export class Verdict {
       member && status !== "refused" ? h("p", { class: "ratio" }, member.utilisation) : null,
       h("div", { class: "why" },
         h("p", { class: "governing" }, this.reason(member, checked)),
+        warnings > 0 ? h("p", { class: "warned" }, `${warnings} ${warnings === 1 ? "warning" : "warnings"}, below`) : null,
         member?.combination ? h("p", {}, member.combination) : null,
         h("p", { class: "quiet" }, facts)));
   }
@@ -32,6 +35,7 @@ export class Verdict {
   /** Says that there is no verdict of what is shown now. */
   fail(reason: string): void {
     this.element.dataset.status = "refused";
+    delete this.element.dataset.stale;
     put(this.element, h("p", { class: "word" }, "Not checked"), h("div", { class: "why" }, h("p", { class: "governing" }, reason)));
   }
 
@@ -51,6 +55,8 @@ export class Verdict {
   }
 }
 
+interface Row { json: string; item: HTMLElement; refresh: () => void }
+
 export type StepsOf = (finding: Finding) => Promise<Step[]>;
 
 const key = (finding: Finding): string => [finding.rule, finding.clause, finding.place].join("|");
@@ -66,9 +72,11 @@ export class Checks {
   private readonly open = new Set<string>();
   private steps!: StepsOf;
   private isFirst = true;
+  private rows = new Map<string, Row>();
 
   show(member: Member | undefined, steps: StepsOf): void {
     this.steps = steps;
+    const focused = document.activeElement?.closest<HTMLElement>(".check-row")?.dataset.key;
     const findings = member?.findings ?? [];
     const isOpen = (finding: Finding): boolean => finding.status === "not evaluated";
     const evaluated = findings.filter((finding) => finding.status === "passed" || finding.status === "failed" || isOpen(finding));
@@ -82,19 +90,35 @@ export class Checks {
     }
     const used = sorted.filter((finding) => finding.status !== "passed" || worth(finding) > 0);
     const idle = sorted.filter((finding) => !used.includes(finding));
+    const before = this.rows;
+    this.rows = new Map();
+    const items = used.map((finding) => this.item(finding, before));
     put(this.element,
       h("h2", {}, "Checks"),
-      findings.length === 0 ? h("p", { class: "quiet" }, "No check was made.") : h("ol", { class: "bars" }, used.map((finding) => h("li", {}, this.row(finding)))),
+      findings.length === 0 ? h("p", { class: "quiet" }, "No check was made.") : h("ol", { class: "bars" }, items),
       this.folded("Passed without a utilisation", idle),
       GROUPS.map((group) => this.folded(group.title, findings.filter((finding) => finding.status === group.status))));
+    if (focused !== undefined) this.rows.get(focused)?.item.querySelector("summary")?.focus();
   }
 
-  private row(finding: Finding): Child {
+  // What did not change is not made again; the steps of an open row are asked for in any case.
+  private item(finding: Finding, before: Map<string, Row>): HTMLElement {
+    const id = key(finding);
+    const json = JSON.stringify(finding);
+    const old = before.get(id);
+    const row = old?.json === json ? old : this.row(finding, json);
+    if (row === old) row.refresh();
+    this.rows.set(id, row);
+    return row.item;
+  }
+
+  private row(finding: Finding, json: string): Row {
     const isOpen = finding.status === "not evaluated";
     const cls = ["check-row", finding.status === "failed" ? "failed" : isOpen ? "open" : "", finding.governing ? "governs" : ""].join(" ");
     const value = isOpen ? "not evaluated" : finding.shown;
     const body = h("div", { class: "steps" });
-    const more = h("details", { class: cls },
+    const id = key(finding);
+    const more = h("details", { class: cls, "data-key": id },
       h("summary", {},
         h("span", { class: "rule" }, finding.rule, " ", h("span", { class: "clause" }, finding.clause)),
         h("span", { class: "place" }, finding.place),
@@ -103,10 +127,18 @@ export class Checks {
       body);
     const fill = more.querySelector<HTMLElement>(".fill");
     if (fill) fill.style.width = `${isOpen ? 0 : share(finding.utilisation)}%`;
-    const id = key(finding);
+    // The steps of an earlier beam are not shown while those of this one are on their way; their room is kept, so that nothing jumps.
+    let run = 0;
     const fillBody = (): void => {
+      const mine = ++run;
+      if (body.isConnected) body.style.minHeight = `${body.offsetHeight}px`;
       put(body, this.words(finding));
-      if (finding.combination && !isOpen) void this.steps(finding).then((steps) => put(body, this.words(finding), list(steps)), () => undefined);
+      const end = (steps: Step[]): void => {
+        if (mine !== run) return;
+        put(body, this.words(finding), steps.length > 0 ? list(steps) : null);
+        body.style.minHeight = "";
+      };
+      if (finding.combination && !isOpen) void this.steps(finding).then(end, () => end([]));
     };
     if (this.open.has(id)) {
       more.open = true;
@@ -121,7 +153,7 @@ export class Checks {
         this.open.delete(id);
       }
     });
-    return more;
+    return { json, item: h("li", {}, more), refresh: () => { if (more.open) fillBody(); } };
   }
 
   private words(finding: Finding): Child {

@@ -12,6 +12,8 @@ const STEP = 0.05; // m
 const ARROW = 34;
 const ROW = 58; // of the loads of one case
 
+const SPRINGS = ["vertical", "rotation", "lateral", "lateral-rotation"];
+
 const metres = (x: number): string => `${round(x)} m`;
 
 class Scale {
@@ -51,18 +53,20 @@ export class Sketch {
     rows.forEach((name, row) => parts.push(...this.loadsOf(beam, name, scale, 24 + row * ROW)));
     const y = 38 + rows.length * ROW;
     parts.push(...this.member(beam, scale, y), ...this.restraints(beam, scale, y), ...this.supports(beam, loads, scale, y));
-    let bottom = y + 74;
+    let bottom = y + (loads?.supports.some((support) => support.least.startsWith("-")) ? 86 : 74);
     parts.push(...dimension(beam, scale, bottom));
     bottom += 26;
     if (loads) {
+      const diagrams: SVGElement[] = [];
       for (const curve of shown(loads.curves)) {
-        parts.push(...diagram(curve, scale, bottom));
-        bottom += 96;
+        diagrams.push(...diagram(curve, scale, bottom));
+        bottom += 104;
       }
       if (loads.shape.length > 1) {
-        parts.push(...deflected(loads, scale, bottom));
+        diagrams.push(...deflected(loads, scale, bottom));
         bottom += 78;
       }
+      parts.push(s("g", { class: "diagrams" }, diagrams));
     }
     this.size(width, bottom + 4);
     this.element.replaceChildren(...parts);
@@ -78,6 +82,7 @@ export class Sketch {
   private member(beam: Beam, scale: Scale, y: number): SVGElement[] {
     const [x0, x1] = [scale.x(0), scale.x(scale.length)];
     const parts = [s("rect", { x: x0, y: y - 7, width: x1 - x0, height: 14, class: "web" }), line(x0, y - 7, x1, y - 7, "flange"), line(x0, y + 7, x1, y + 7, "flange")];
+    for (const at of placesOf(beam.hinges)) parts.push(s("circle", { cx: scale.x(at), cy: y, r: 5, class: "hinge" }));
     if (beam.column === true) parts.push(text(x0, y + 60, "foot", "quiet"), text(x1, y + 60, "head", "quiet"));
     return parts;
   }
@@ -116,9 +121,12 @@ export class Sketch {
         ? s("path", { d: `M${x},${y - 18}V${y + 22}`, class: "wall" })
         : s("path", { d: `M${x},${top}l-10,17h20z`, class: /pin/i.test(holds) ? "support" : "support open" });
       const reaction = loads?.supports.find((support) => Math.abs(support.at - at) < 1e-9);
+      const isSpring = SPRINGS.some((key) => key in one);
       return [
         shape,
-        reaction ? text(x, y + 42, reaction.greatest, "value", edge(x, scale)) : null,
+        isSpring ? text(x + (edge(x, scale) === "end" ? -14 : 14), y + 24, "spring", "quiet spring", edge(x, scale) === "end" ? "end" : "start") : null,
+        reaction ? text(x, y + 42, reaction.greatest, "value reaction", edge(x, scale)) : null,
+        reaction && reaction.least.startsWith("-") ? text(x, y + 55, reaction.least, "value reaction uplift", edge(x, scale)) : null,
         this.handle(`s${i}`, scale, at, top + 8, `Support, ${holds}`, (to) => (moved) => { moved.support[i].at = to; }),
       ].filter((part): part is SVGElement => part !== null);
     });
@@ -126,12 +134,17 @@ export class Sketch {
 
   private loadsOf(beam: Beam, name: string, scale: Scale, top: number): SVGElement[] {
     const bottom = top + ARROW;
+    const sizes: number[] = []; // where the sizes of point loads stand: those at one place stand above each other
     const parts = [text(8, top - 4, name.length > 24 ? `${name.slice(0, 23)}…` : name, "case", "start")];
     beam.load.forEach((load, i) => {
       if (!sameCase(load, name)) return;
       const shape = shapeOf(load);
       if (shape === "udl" || shape === "trapezoid") parts.push(...this.lineLoad(load, i, scale, top + 20, bottom));
-      else for (const [k, at] of placesOf(load.at).entries()) parts.push(...this.pointLoad(load, i, k, at, scale, top + 4, bottom));
+      else for (const [k, at] of placesOf(load.at).entries()) {
+        const near = sizes.filter((x) => Math.abs(x - scale.x(at)) < 60).length;
+        sizes.push(scale.x(at));
+        parts.push(...this.pointLoad(load, i, k, at, scale, top + 4, bottom, near * 12));
+      }
     });
     return parts;
   }
@@ -159,14 +172,14 @@ export class Sketch {
     return parts;
   }
 
-  private pointLoad(load: Table, i: number, k: number, at: number, scale: Scale, top: number, bottom: number): SVGElement[] {
+  private pointLoad(load: Table, i: number, k: number, at: number, scale: Scale, top: number, bottom: number, lift: number): SVGElement[] {
     const shape = shapeOf(load);
     const value = Number(load[shape]);
     const x = scale.x(at);
     const unit = shape === "moment" ? "kNm" : "kN";
     const anchor = edge(x + 1, scale);
     const dx = anchor === "middle" ? 5 : anchor === "start" ? 5 : -5;
-    const parts = [text(x + dx, top + 3, `${String(load[shape])} ${unit}${heightWords(load)}`, "size", anchor === "end" ? "end" : "start")];
+    const parts = [text(x + dx, top + 3 - lift, `${String(load[shape])} ${unit}${heightWords(load)}`, "size", anchor === "end" ? "end" : "start")];
     if (shape === "moment") parts.push(s("path", { d: `M${x - 9},${bottom - 8}a9,9 0 1 ${value < 0 ? 0 : 1} 18,0m-4,-3l4,4l3,-5`, class: "load" }));
     else if (shape === "axial") parts.push(s("path", { d: value < 0 ? `M${x + 26},${bottom - 6}h-24m6,-4l-6,4l6,4` : `M${x - 26},${bottom - 6}h24m-6,-4l6,4l-6,4`, class: "load" }));
     else parts.push(arrow(x, top + 6, bottom, value < 0, "load"));
@@ -213,9 +226,11 @@ export class Sketch {
 const sameCase = (load: Table, name: string): boolean => String(load.case ?? "").toLowerCase() === name.toLowerCase();
 const edge = (x: number, scale: Scale): string => (x < SIDE + 8 ? "start" : x > scale.width - SIDE - 30 ? "end" : "middle");
 
+// Where and how a load acts, as far as an arrow does not show it.
 function heightWords(load: Table): string {
-  if (load.height === undefined) return "";
-  return typeof load.height === "number" ? `, ${load.height} m up` : `, ${String(load.height)}`;
+  const direction = load.minor === true ? ", across the web" : load.major === true ? ", square to the member" : "";
+  if (load.height === undefined) return direction;
+  return `${direction}${typeof load.height === "number" ? `, ${load.height} m up` : `, ${String(load.height)}`}`;
 }
 
 function setPlace(one: Table, k: number, at: number): void {

@@ -46,7 +46,11 @@ export class State {
   }
 
   replace(work: Work): void {
-    this.edit("", (mine) => Object.assign(mine, clone(work)));
+    const { beam, settings } = clone(work);
+    this.edit("", (mine) => {
+      mine.beam = beam;
+      mine.settings = { code: settings.code, annex: settings.annex, options: settings.options };
+    });
   }
 
   get canUndo(): boolean { return this.past.length > 0; }
@@ -69,38 +73,60 @@ export class State {
   }
 }
 
-// A browser may forbid its store; then nothing is kept.
+// A tab has its own beam, which a reload finds again whatever other tabs do; a new tab begins with the one that was changed last. A browser
+// may forbid its stores; then nothing is kept.
+const STORES: (() => Storage)[] = [() => sessionStorage, () => localStorage];
+
 function kept(): Work | undefined {
-  try {
-    const work: unknown = JSON.parse(localStorage.getItem(KEPT) ?? "null");
-    return isWork(work) ? work : undefined;
-  } catch {
-    return undefined;
-  }
+  for (const store of STORES)
+    try {
+      const work: unknown = JSON.parse(store().getItem(KEPT) ?? "null");
+      if (isWork(work)) return work;
+    } catch {
+      continue;
+    }
+  return undefined;
 }
 
+// Rather nothing than an earlier beam where there is no room for this one.
 function keep(work: Work): void {
-  try {
-    localStorage.setItem(KEPT, JSON.stringify(work));
-  } catch {
-    return;
-  }
+  for (const store of STORES)
+    try {
+      store().setItem(KEPT, JSON.stringify(work));
+    } catch {
+      forget(store);
+    }
 }
 
-export function forget(): void {
-  try {
-    localStorage.removeItem(KEPT);
-  } catch {
-    return;
-  }
+export function forget(...stores: (() => Storage)[]): void {
+  for (const store of stores.length > 0 ? stores : STORES)
+    try {
+      store().removeItem(KEPT);
+    } catch {
+      continue;
+    }
 }
 
 // --- Links: the work in the fragment of the address ---
 
-const LARGEST_WORK = 1 << 20;
+const LARGEST_LINK = 1 << 20;
+const LARGEST_WORK = 1 << 22; // unpacked: a link of a few kilobytes can unpack into gigabytes
 
 async function through(bytes: Uint8Array, stream: CompressionStream | DecompressionStream): Promise<Uint8Array> {
-  return new Uint8Array(await new Response(new Blob([bytes]).stream().pipeThrough(stream)).arrayBuffer());
+  const parts: Uint8Array[] = [];
+  let size = 0;
+  const reader = new Blob([bytes]).stream().pipeThrough(stream).getReader();
+  for (;;) {
+    const { done, value } = await reader.read();
+    if (done) break;
+    size += value.length;
+    if (size > LARGEST_WORK) {
+      void reader.cancel();
+      throw new Error("too large");
+    }
+    parts.push(value);
+  }
+  return new Uint8Array(await new Blob(parts).arrayBuffer());
 }
 
 export async function linkOf(work: Work): Promise<string> {
@@ -113,7 +139,7 @@ export async function linkOf(work: Work): Promise<string> {
 /** The work of a fragment; nothing where it holds none. */
 export async function workOf(fragment: string): Promise<Work | undefined> {
   const packed = /^#beam=([A-Za-z0-9_-]+)$/.exec(fragment)?.[1];
-  if (packed === undefined || packed.length > LARGEST_WORK) return undefined;
+  if (packed === undefined || packed.length > LARGEST_LINK) return undefined;
   try {
     const bytes = Uint8Array.from(atob(packed.replaceAll("-", "+").replaceAll("_", "/")), (letter) => letter.charCodeAt(0));
     const work: unknown = JSON.parse(new TextDecoder().decode(await through(bytes, new DecompressionStream("deflate-raw"))));

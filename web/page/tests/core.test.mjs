@@ -55,6 +55,9 @@ test("every request gets the same bytes from both builds", () => {
       requests.push([{ ...request, name }, example(name)]);
   requests.push([{ ask: "lightest", name: "floor_beam.toml", families: ["UB"], count: 3 }, example("floor_beam.toml")]);
   requests.push([{ ask: "steps", name: "floor_beam.toml", combination: "dead and imposed: 1.4 Dead" }, example("floor_beam.toml")]);
+  requests.push([{ ask: "capacity", code: "ec3", section: "UB 457x191x67", grade: "S355", lengths: [2, 3.5] }], [{ ask: "conventions" }]);
+  const [forces, parts] = [example("frame/forces.csv"), example("frame/members.csv")];
+  for (const signs of ["z-down", "sagging", "no signs"]) requests.push([{ ask: "import", map: [signs], forces: "forces.csv", members: "members.csv", split: forces.length }, Buffer.concat([forces, parts])]);
   const native = nativeReplies(requests);
   assert.equal(native.length, requests.length);
   requests.forEach(([request, bytes], i) => {

@@ -4,7 +4,7 @@ import { mkdtempSync, readFileSync, rmSync, statSync, writeFileSync } from "node
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { after, test } from "node:test";
-import { browser, example, members, openPage, path, until } from "./support.mjs";
+import { axe, browser, drop, example, field, members, openPage, pageTester, path, type, until } from "./support.mjs";
 
 const MOST_BYTES = 4 * 1024 * 1024;
 const chromium = await browser();
@@ -12,36 +12,9 @@ after(() => chromium.close());
 const folder = mkdtempSync(join(tmpdir(), "keltrix-page-"));
 after(() => rmSync(folder, { recursive: true }));
 
-// A page for one test, which must have been silent and alone at its end.
-function pageTest(name, work, options, fragment) {
-  test(name, { timeout: 90_000 }, async () => {
-    const page = await openPage(chromium, options, fragment);
-    try {
-      await page.settled();
-      await work(page);
-      assert.deepEqual(page.said, []);
-      assert.deepEqual(page.asked, []);
-    } finally {
-      await page.context().close();
-    }
-  });
-}
-
+const pageTest = pageTester(chromium);
 const verdict = (page) => page.locator(".verdict .word").textContent();
 const utilisation = (page) => page.locator(".verdict .ratio").textContent();
-const field = (page, label) => page.getByLabel(label, { exact: true });
-async function drop(page, name, bytes) {
-  await page.evaluate(({ name, bytes }) => {
-    const data = new DataTransfer();
-    data.items.add(new File([Uint8Array.from(atob(bytes), (letter) => letter.charCodeAt(0))], name));
-    dispatchEvent(new DragEvent("drop", { dataTransfer: data, bubbles: true, cancelable: true }));
-  }, { name, bytes: Buffer.from(bytes).toString("base64") });
-}
-async function type(page, label, text) {
-  await field(page, label).fill(text);
-  await page.settled();
-}
-
 test("the page is one file of at most 4 MB that names no other", () => {
   const bytes = statSync(path("KELTRIX_PAGE")).size;
   const html = readFileSync(path("KELTRIX_PAGE"), "utf8");
@@ -277,14 +250,6 @@ pageTest("a link that is none is said to be none", async (page) => {
   await page.locator(".notice", { hasText: "no beam that can be read" }).waitFor();
   assert.equal(await field(page, "Title").inputValue(), "Floor beam");
 }, {}, "#beam=AAAA");
-
-const AXE = readFileSync(new URL("../node_modules/axe-core/axe.min.js", import.meta.url), "utf8");
-async function axe(page, where) {
-  // The policy of the page allows no other script: the test's own is let in by the browser.
-  await page.evaluate(AXE);
-  const { violations } = await page.evaluate(() => globalThis.axe.run(document, { runOnly: ["wcag2a", "wcag2aa", "wcag21a", "wcag21aa", "wcag22aa", "best-practice"] }));
-  assert.deepEqual(violations.map((one) => `${where}: ${one.id}: ${one.nodes.slice(0, 3).map((node) => node.html.slice(0, 160)).join(" | ")}`), []);
-}
 
 for (const colorScheme of ["light", "dark"]) {
   pageTest(`accessible, ${colorScheme}`, async (page) => {

@@ -1,8 +1,10 @@
 // What the tests share: the core in Node, the command line, the page in Chromium.
+import assert from "node:assert/strict";
 import { spawnSync } from "node:child_process";
 import { mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
+import { test } from "node:test";
 import { pathToFileURL } from "node:url";
 import { transformSync } from "esbuild";
 import { chromium } from "playwright-core";
@@ -120,4 +122,51 @@ export async function settled(page) {
     last = now;
     await page.waitForTimeout(60);
   }
+}
+
+/** Tests with a page each, which must have been silent and alone at their end. */
+export function pageTester(chromiumBrowser) {
+  return (name, work, options, fragment) => {
+    test(name, { timeout: 90_000 }, async () => {
+      const page = await openPage(chromiumBrowser, options, fragment);
+      try {
+        await page.settled();
+        await work(page);
+        assert.deepEqual(page.said, []);
+        assert.deepEqual(page.asked, []);
+      } finally {
+        await page.context().close();
+      }
+    });
+  };
+}
+
+export const field = (page, label) => page.getByLabel(label, { exact: true });
+
+export async function type(page, label, text) {
+  await field(page, label).fill(text);
+  await page.settled();
+}
+
+export async function drop(page, name, bytes) {
+  await page.evaluate(({ name, bytes }) => {
+    const data = new DataTransfer();
+    data.items.add(new File([Uint8Array.from(atob(bytes), (letter) => letter.charCodeAt(0))], name));
+    dispatchEvent(new DragEvent("drop", { dataTransfer: data, bubbles: true, cancelable: true }));
+  }, { name, bytes: Buffer.from(bytes).toString("base64") });
+}
+
+/** What the page saves. */
+export async function saved(page, button) {
+  const download = page.waitForEvent("download");
+  await page.getByRole("button", { name: button, exact: true }).click();
+  return readFileSync(await (await download).path(), "utf8");
+}
+
+const AXE = readFileSync(new URL("../node_modules/axe-core/axe.min.js", import.meta.url), "utf8");
+export async function axe(page, where) {
+  // The policy of the page allows no other script: the test's own is let in by the browser.
+  await page.evaluate(AXE);
+  const { violations } = await page.evaluate(() => globalThis.axe.run(document, { runOnly: ["wcag2a", "wcag2aa", "wcag21a", "wcag21aa", "wcag22aa", "best-practice"] }));
+  assert.deepEqual(violations.map((one) => `${where}: ${one.id}: ${one.nodes.slice(0, 3).map((node) => node.html.slice(0, 160)).join(" | ")}`), []);
 }
