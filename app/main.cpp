@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <filesystem>
 #include <functional>
 #include <iostream>
 #include <map>
@@ -565,6 +566,16 @@ const Keltrix::Design::DesignCode* CodeOfOptions(const CodeArguments& asked)
     }
 }
 
+// Foreign code runs from here on, so that what it is and where it lies is told, links followed.
+void AddCodeModule(const std::string& file, Messages& messages)
+{
+    const Keltrix::Design::DesignCode& code = LoadCodeModule(file);
+    AddDesignCode(code, "--module: " + PrintableLine(file));
+    messages.Put("--module: design code " + PrintableLine(Utf8(code.Description().id)) + ", " +
+                 PrintableLine(Utf8(code.Description().title)) + ", from " +
+                 PrintableLine(std::filesystem::canonical(file).string()));
+}
+
 ExitCode Run(int argc, char** argv, Messages& messages)
 {
     CLI::App app("Checks, explains and lists steel members and sections.", "ksteel");
@@ -577,7 +588,7 @@ ExitCode Run(int argc, char** argv, Messages& messages)
     Shared shared;
     shared.asked = ReadCodeArguments(argc, argv);
     for (const std::string& file : shared.asked.modules)
-        AddDesignCode(LoadCodeModule(file), "--module: " + PrintableLine(file));
+        AddCodeModule(file, messages);
     shared.code = CodeOfOptions(shared.asked);
     app.add_option("--catalogue", shared.catalogue, "Catalogue file of your own sections, added to the built-in ones");
     app.add_option("--module", shared.parsed.modules, "Shared library with a design code, added to the built-in ones")

@@ -10,14 +10,44 @@ set(KELTRIX_CXX_WARNINGS
   "$<$<CXX_COMPILER_ID:GNU,Clang>:-Wall;-Wextra;-Wpedantic;-Wshadow;-Wnon-virtual-dtor;-Woverloaded-virtual>"
   "$<$<AND:$<BOOL:${KELTRIX_WERROR}>,$<CXX_COMPILER_ID:GNU,Clang>>:-Werror>")
 
+# What makes a mistake in reading an input end the program instead of carrying on: checked bounds of the C library, canaries on the
+# stack, addresses that cannot be foreseen, tables of the loader that cannot be written after the start. docs/packages.md says what it costs.
+option(KELTRIX_HARDENING "Harden programs and libraries, as packages have it (g++ or clang for ELF; needs optimisation)" OFF)
+if(KELTRIX_HARDENING)
+  if(WIN32 OR APPLE OR EMSCRIPTEN OR NOT CMAKE_CXX_COMPILER_ID MATCHES "^(GNU|Clang)$")
+    message(FATAL_ERROR "KELTRIX_HARDENING is for g++ and clang on Linux alone")
+  endif()
+  set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+  include(CheckPIESupported)
+  check_pie_supported(LANGUAGES CXX)
+  if(NOT CMAKE_CXX_LINK_PIE_SUPPORTED)
+    message(FATAL_ERROR "KELTRIX_HARDENING: the linker makes no position-independent programs")
+  endif()
+  list(APPEND KELTRIX_CXX_OPTIONS
+    -fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+  set(KELTRIX_LINK_OPTIONS -Wl,-z,relro,-z,now,-z,noexecstack)
+endif()
+
 # keltrix_target(TARGET): settings of any target.
 function(keltrix_target target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES
     CXX_EXTENSIONS OFF CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
   target_compile_options(${target} PRIVATE ${KELTRIX_CXX_OPTIONS})
+  get_target_property(type ${target} TYPE)
+  if(NOT type STREQUAL "STATIC_LIBRARY")
+    target_link_options(${target} PRIVATE ${KELTRIX_LINK_OPTIONS})
+  endif()
   if(PROJECT_IS_TOP_LEVEL)
     target_compile_options(${target} PRIVATE ${KELTRIX_CXX_WARNINGS})
+  endif()
+endfunction()
+
+# keltrix_reads_texts(TARGET): a target that reads what others wrote. Hardened, it has the checked bounds of the C++ library, too, which cost
+# more than they are worth where only figures are worked on.
+function(keltrix_reads_texts target)
+  if(KELTRIX_HARDENING)
+    target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
   endif()
 endfunction()
 

@@ -13,10 +13,13 @@ namespace Keltrix::App {
 namespace {
 
 using ::testing::HasSubstr;
+using ::testing::Not;
 using Trial::RunKsteel;
 using Trial::TestDirectory;
 
 const std::string WITH_TIE = "--module '" KSTEEL_TIE_MODULE "' ";
+const std::string LOADED = "ksteel: --module: design code tie, Ties by stress, from " +
+                           std::filesystem::canonical(KSTEEL_TIE_MODULE).string() + "\n";
 
 // CHS 88.9x5 of 4 m in S235 with a force and a moment at both ends.
 std::string Hanger(const std::string& force, const std::string& moment = "0")
@@ -100,9 +103,9 @@ TEST(CodeModule, HasItsOwnOptionsAndAnnexes)
     const std::string check = WITH_TIE + "check examples/tie.csv --code tie ";
     const auto annex = RunKsteel(check + "--annex uk");
     EXPECT_EQ(annex.code, 2);
-    EXPECT_EQ(annex.err, "ksteel: --annex: got \"uk\", expected plain or careful\n");
+    EXPECT_EQ(annex.err, LOADED + "ksteel: --annex: got \"uk\", expected plain or careful\n");
     EXPECT_EQ(RunKsteel(check + "--ends glued").err,
-              "ksteel: --ends: got \"glued\", expected welded or bolted; see ksteel --help\n");
+              LOADED + "ksteel: --ends: got \"glued\", expected welded or bolted; see ksteel --help\n");
     EXPECT_EQ(RunKsteel(check + "--simple-column").code, 3) << "an option of another code";
     EXPECT_THAT(RunKsteel(WITH_TIE + "check --code tie --help").out, HasSubstr("--ends welded|bolted"));
 }
@@ -200,6 +203,19 @@ TEST(CodeModule, WantsTheCodeNamed)
               RunKsteel("check examples/tie.csv").out);
     EXPECT_EQ(RunKsteel(WITH_TIE + "show examples/tie.csv").code, 0) << "takes no code";
     EXPECT_EQ(RunKsteel(WITH_TIE + "validate examples/tie.csv").code, 0) << "judges the format alone";
+}
+
+// Whoever runs foreign code reads which, in full, however short the name that he gave, and apart from the results.
+TEST(CodeModule, WhatWasLoadedIsToldWithItsPlace)
+{
+    const TestDirectory directory;
+    std::filesystem::create_symlink(std::filesystem::absolute(KSTEEL_TIE_MODULE), directory.Path("short.so"));
+    const auto result = RunKsteel("codes --module '" + directory.Path("short.so") + "'");
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.err, LOADED);
+    EXPECT_THAT(result.out, Not(HasSubstr("--module")));
+    EXPECT_EQ(RunKsteel("codes").err, "");
+    EXPECT_THAT(RunKsteel(WITH_TIE + WITH_TIE + "codes").err, HasSubstr(LOADED)) << "the first of two";
 }
 
 TEST(CodeModule, AFileThatIsNoneIsBadInputWithTheReason)
