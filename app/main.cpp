@@ -1,5 +1,6 @@
 // The command line of ksteel: options in, one command run, its exit code out.
 
+#include <array>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -25,6 +26,8 @@
 #include "io/Input.h"
 #include "io/Output.h"
 #include "io/TerminalWidth.h"
+#include "manual/Completion.h"
+#include "manual/Manual.h"
 #include "sections/SectionCatalogue.h"
 #include "text/Text.h"
 
@@ -484,6 +487,72 @@ void AddCodes(CLI::App& app, Commands& commands, Shared& shared, CodesOptions& o
     Finish(command, commands, shared, options, ListCodes);
 }
 
+constexpr std::array<ExitCodeText, 4> EXIT_CODES{{{EXIT_FINE, "fine"},
+                                                  {EXIT_MEMBER_FAILS, "a member fails"},
+                                                  {EXIT_BAD_INPUT, "bad input or output that cannot be written"},
+                                                  {EXIT_BAD_USAGE, "bad usage"}}};
+
+std::string ExitCodeLine()
+{
+    std::string line = "Exit codes:";
+    for (const ExitCodeText& one : EXIT_CODES)
+        line += (one.code == EXIT_FINE ? " " : ", ") + std::to_string(one.code) + ' ' + one.meaning;
+    return line + '.';
+}
+
+CommandLineText CommandLineOf(const CLI::App& app)
+{
+    std::vector<std::string> codes;
+    for (const Keltrix::Design::DesignCode* code : DesignCodes())
+        codes.push_back(Utf8(code->Description().id));
+    return ReadCommandLine(app, codes);
+}
+
+struct ManualOptions {
+    std::string command; ///< empty: the program
+    std::string folder;  ///< for all pages; empty: one page on standard output
+};
+
+void AddManual(CLI::App& app, Commands& commands, ManualOptions& options)
+{
+    CLI::App* const command = app.add_subcommand("manual", "Manual pages of the program and its commands, for man(1)");
+    CLI::Option* const name =
+        command->add_option("COMMAND", options.command, "A command; without one the page of the program");
+    command
+        ->add_option("--directory", options.folder, "Folder that is there, into which every page is written as a file")
+        ->type_name("FOLDER")
+        ->excludes(name);
+    commands[command] = [&app, &options](const Console& console) {
+        const CommandLineText line = CommandLineOf(app);
+        const auto page = [&](const CommandText& one) { return ManualPage(line, one, EXIT_CODES, KSTEEL_VERSION); };
+        const auto put = [&](const CommandText& one) {
+            WriteFile(options.folder + "/" + PageName(one) + ".1", page(one));
+        };
+        if (!options.folder.empty()) {
+            put(line.program);
+            for (const CommandText& one : line.commands)
+                put(one);
+            return EXIT_FINE;
+        }
+        const CommandText* const found = line.Find(options.command);
+        if (!found)
+            throw BadUsage("manual: got \"" + PrintableLine(options.command) + "\", expected one of " +
+                           line.NamesOfCommands());
+        console.out(page(*found));
+        return EXIT_FINE;
+    };
+}
+
+void AddCompletion(CLI::App& app, Commands& commands, std::string& shell)
+{
+    CLI::App* const command = app.add_subcommand("completion", "What completes command lines of ksteel in a shell");
+    command->add_option("SHELL", shell, "bash, zsh or fish")->required()->check(CLI::IsMember({"bash", "zsh", "fish"}));
+    commands[command] = [&app, &shell](const Console& console) {
+        console.out(CompletionScript(CommandLineOf(app), shell));
+        return EXIT_FINE;
+    };
+}
+
 /// Messages on standard error. One that is lost does not stop the work, but shows in the exit code.
 class Messages {
 public:
@@ -579,7 +648,7 @@ void AddCodeModule(const std::string& file, Messages& messages)
 ExitCode Run(int argc, char** argv, Messages& messages)
 {
     CLI::App app("Checks, explains and lists steel members and sections.", "ksteel");
-    app.footer("Exit codes: 0 fine, 1 a member fails, 2 bad input or output that cannot be written, 3 bad usage.");
+    app.footer(ExitCodeLine());
     app.set_version_flag("--version", "ksteel " KSTEEL_VERSION);
     app.require_subcommand(1);
     app.fallthrough();
@@ -629,6 +698,10 @@ ExitCode Run(int argc, char** argv, Messages& messages)
     AddDesign(app, commands, shared, design);
     AddCapacity(app, commands, shared, capacity);
     AddCodes(app, commands, shared, codes);
+    ManualOptions manual;
+    std::string shell;
+    AddManual(app, commands, manual);
+    AddCompletion(app, commands, shell);
 
     try {
         app.parse(argc, argv);

@@ -1,0 +1,155 @@
+// Manual pages and completions: that they hold what the command line takes, and that the programs that read them do.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "AppSupport.h"
+
+namespace Keltrix::App {
+namespace {
+
+using ::testing::HasSubstr;
+using Trial::RunKsteel;
+using Trial::RunShell;
+using Trial::TestDirectory;
+
+std::vector<std::string> CommandsOfHelp()
+{
+    const std::string help = RunKsteel("--help").out;
+    std::vector<std::string> names;
+    const std::regex row("\n  ([a-z]+) {2,}");
+    const std::string list = help.substr(help.find("Subcommands:"));
+    for (std::sregex_iterator i(list.begin(), list.end(), row), end; i != end; ++i)
+        names.push_back((*i)[1]);
+    return names;
+}
+
+std::set<std::string> OptionsOfHelp(const std::string& command)
+{
+    const std::string help = RunKsteel(command + " --help").out;
+    std::set<std::string> names;
+    const std::regex row("\n  (?:-[a-z],)?(--[a-zA-Z-]+)");
+    for (std::sregex_iterator i(help.begin(), help.end(), row), end; i != end; ++i)
+        names.insert((*i)[1]);
+    return names;
+}
+
+// What the completion of a line ends with gives; the last word is the one that is completed.
+std::set<std::string> CompletedByBash(const std::string& words)
+{
+    const TestDirectory directory;
+    const std::string script = directory.Write(
+        "complete", "source \"$1\"\nCOMP_WORDS=(" + words +
+                        ")\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_ksteel\nprintf '%s\\n' \"${COMPREPLY[@]}\"\n");
+    const std::string completion = "'" + directory.Path("completion") + "'";
+    const auto result =
+        RunShell("ksteel completion bash >" + completion + " && bash --norc '" + script + "' " + completion);
+    EXPECT_EQ(result.code, 0) << result;
+    std::set<std::string> lines;
+    std::istringstream stream(result.out);
+    for (std::string line; std::getline(stream, line);)
+        if (!line.empty()) lines.insert(line);
+    return lines;
+}
+
+bool IsThere(const std::string& program) { return RunShell("command -v " + program).code == 0; }
+
+} // namespace
+
+TEST(Manual, EveryCommandHasAPageWithAllOfItsOptions)
+{
+    const std::vector<std::string> commands = CommandsOfHelp();
+    ASSERT_GE(commands.size(), 15U);
+    const std::string program = RunKsteel("manual").out;
+    EXPECT_THAT(program, HasSubstr(".TH KSTEEL 1"));
+    for (const std::string& command : commands) {
+        EXPECT_THAT(program, HasSubstr("\n\\fB" + command + "\\fR\n"));
+        const auto page = RunKsteel("manual " + command);
+        EXPECT_EQ(page.code, 0) << page;
+        for (const std::string& option : OptionsOfHelp(command))
+            EXPECT_THAT(page.out, HasSubstr("\\fB" + std::regex_replace(option, std::regex("-"), "\\-") + "\\fR"))
+                << command;
+    }
+    const std::string check = RunKsteel("manual check").out;
+    EXPECT_THAT(check, HasSubstr("\\fB\\-\\-format\\fR \\fIjson|jsonl|table\\fR\n"));
+    EXPECT_THAT(check, HasSubstr("\\fB\\-\\-code\\fR \\fIbs5950|ec3\\fR\n"));
+    EXPECT_THAT(check, HasSubstr("Range: 0.001 to 1."));
+    EXPECT_THAT(check, HasSubstr(".TP\n3\nbad usage.\n"));
+}
+
+TEST(Manual, WhatItCannotWriteIsRefused)
+{
+    EXPECT_EQ(RunKsteel("manual frobnicate").code, 3);
+    EXPECT_THAT(RunKsteel("manual frobnicate").err, HasSubstr("expected one of show, validate"));
+    EXPECT_EQ(RunKsteel("manual check --directory .").code, 3) << "one page or all";
+    EXPECT_EQ(RunKsteel("manual --directory /nowhere/at/all").code, 2);
+}
+
+// Their readers find nothing wrong with the pages.
+TEST(Manual, PagesAreWellFormed)
+{
+    const TestDirectory directory;
+    ASSERT_EQ(RunKsteel("manual --directory '" + directory.Path("") + "'").code, 0);
+    const std::size_t pages = CommandsOfHelp().size() + 1;
+    std::size_t count = 0;
+    for (const auto& file : std::filesystem::directory_iterator(directory.Path("")))
+        count += file.path().extension() == ".1" ? 1 : 0;
+    EXPECT_EQ(count, pages);
+    const bool hasGroff = IsThere("groff"), hasMandoc = IsThere("mandoc");
+    if (!hasGroff && !hasMandoc)
+        GTEST_SKIP() << "Left out: groff or mandoc reads the pages (Debian: groff-base or mandoc)";
+    const std::string files = "'" + directory.Path("") + "'/*.1";
+    if (hasMandoc) {
+        // The same sources give the same bytes: no date.
+        EXPECT_EQ(RunShell("mandoc -Tlint -Wwarning " + files + " | grep -v 'missing date'").out, "");
+    }
+    if (hasGroff) {
+        const auto read =
+            RunShell("for page in " + files + "; do groff -man -Tutf8 -Kutf8 -ww \"$page\" >/dev/null || exit; done");
+        EXPECT_EQ(read.code, 0) << read;
+        EXPECT_EQ(read.err, "");
+    }
+}
+
+TEST(Completion, BashCompletesCommandsOptionsAndTheirWords)
+{
+    if (!IsThere("bash")) GTEST_SKIP() << "Left out: bash completes";
+    const std::vector<std::string> commands = CommandsOfHelp();
+    EXPECT_EQ(CompletedByBash("ksteel \"\""), std::set<std::string>(commands.begin(), commands.end()));
+    EXPECT_EQ(CompletedByBash("ksteel che"), std::set<std::string>{"check"});
+    EXPECT_EQ(CompletedByBash("ksteel check --rep"), std::set<std::string>{"--report"});
+    EXPECT_EQ(CompletedByBash("ksteel check --report \"\""),
+              (std::set<std::string>{"brief", "verbose", "summary", "table"}));
+    EXPECT_EQ(CompletedByBash("ksteel check x.csv --format = js"), (std::set<std::string>{"json", "jsonl"}));
+    EXPECT_EQ(CompletedByBash("ksteel --catalogue own.csv check --code e"), std::set<std::string>{"ec3"});
+    EXPECT_EQ(CompletedByBash("ksteel check examples/floor_b"),
+              (std::set<std::string>{"examples/floor_beam.csv", "examples/floor_beam.toml"}));
+    for (const std::string& command : commands) {
+        std::set<std::string> shown = CompletedByBash("ksteel " + command + " --");
+        for (const std::string& option : OptionsOfHelp(command))
+            EXPECT_EQ(shown.count(option), 1U) << command << ' ' << option;
+    }
+}
+
+TEST(Completion, OtherShellsCanReadTheirs)
+{
+    EXPECT_EQ(RunKsteel("completion tcsh").code, 3);
+    EXPECT_THAT(RunKsteel("completion zsh").out, HasSubstr("--format=[Output"));
+    EXPECT_THAT(RunKsteel("completion fish").out, HasSubstr(" -l format -x -a 'json jsonl table' "));
+    if (!IsThere("zsh") && !IsThere("fish")) GTEST_SKIP() << "Left out: zsh or fish reads its completion";
+    if (IsThere("zsh")) {
+        EXPECT_EQ(RunShell("ksteel completion zsh | zsh -n").err, "");
+    }
+    if (IsThere("fish")) {
+        EXPECT_EQ(RunShell("ksteel completion fish | fish --no-execute").err, "");
+    }
+}
+
+} // namespace Keltrix::App
