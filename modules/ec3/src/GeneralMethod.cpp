@@ -108,7 +108,7 @@ void MemberCheck::RecordGeneral(const Combination& c)
     if (!c.open && m_in.withSteps) {
         const CDesFormat& fmt = m_in.format;
         AddStep(f, L"NEd", Quantity::Force, c.Ny, L"", L"");
-        AddStep(f, L"My,Ed", Quantity::Moment, c.My, L"", L"");
+        AddStep(f, L"MyEd", Quantity::Moment, c.My, L"", L"");
         AddStep(f, L"αult,k", Quantity::None, g.amplifier, L"6.3.4(2)",
                 L"factor at which NEd/(χy NRk) + kyy My,Ed/My,Rk, or the cross-section alone, reaches 1");
         AddStep(f, L"αcr,op", Quantity::None, g.criticalFactor, L"6.3.4(3)",

@@ -467,7 +467,7 @@ void MemberCheck::RecordLateral(const LateralSpan& span)
             AddStep(f, L"f", Quantity::None, r.f, L"6.3.2.3(2)", L"1 - 0.5(1 - kc)(1 - 2(λLT - 0.8)²)");
             AddStep(f, L"χLT,mod", Quantity::None, r.chiMod, L"(6.58)", L"χLT/f");
         }
-        AddStep(f, L"Mb,Rd", Quantity::Moment, span.MbRd, L"(6.55)", L"χLT Wy fy/γM1");
+        AddStep(f, L"MbRd", Quantity::Moment, span.MbRd, L"(6.55)", L"χLT Wy fy/γM1");
         AddStep(f, IsAngle() ? L"MuEd" : L"MyEd", Quantity::Moment, span.M, L"", L"");
     }
     Add(f);

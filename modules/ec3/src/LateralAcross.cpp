@@ -126,7 +126,7 @@ void MemberCheck::CheckAcross(RuleFinding& f, const AcrossLength& length, double
     AddStep(f, L"λLT", Quantity::None, f.slenderness, L"6.3.2.2(1)", L"(Wz fy/Mcr)^0.5 = (%s/%s)^0.5",
             m_in.format.Moment(MRk), m_in.format.Moment(length.Mcr));
     AddStep(f, L"χLT", Quantity::None, r.chi, OTHER_SECTIONS.clause, L"curve %s", CurveName(OTHER_SECTIONS.curve));
-    AddStep(f, L"Mbz,Rd", Quantity::Moment, f.resistance, L"(6.55)", L"χLT Wz fy/γM1");
+    AddStep(f, L"MbzRd", Quantity::Moment, f.resistance, L"(6.55)", L"χLT Wz fy/γM1");
     AddStep(f, L"MzEd", Quantity::Moment, M, L"", L"");
 }
 

@@ -262,8 +262,8 @@ void MemberCheck::RecordShearBending(bool across)
         AddStep(f, L"MEd", Quantity::Moment, M, L"", across ? L"about z-z" : L"about y-y");
         AddStep(f, L"η3", Quantity::None, r.eta3, L"7.1(1)", L"VEd/Vbw,Rd = %s/%s", m_in.format.Force(V),
                 m_in.format.Force(across ? *m_check->vbwAcross.value : *m_check->vbw.value));
-        AddStep(f, L"Mf,Rd", Quantity::Moment, r.MfRd, L"5.4", L"of the flanges alone");
-        AddStep(f, L"Mpl,Rd", Quantity::Moment, r.MplRd, L"7.1(1)",
+        AddStep(f, L"MfRd", Quantity::Moment, r.MfRd, L"5.4", L"of the flanges alone");
+        AddStep(f, L"MplRd", Quantity::Moment, r.MplRd, L"7.1(1)",
                 L"of the effective flanges and the whole web, whatever its class");
         AddStep(f, L"left side", Quantity::None, r.utilisation, L"(7.1)",
                 L"MEd/Mpl,Rd + (1 - Mf,Rd/Mpl,Rd)(2 η3 - 1)²");
@@ -283,10 +283,10 @@ void MemberCheck::AddCombinedSteps(RuleFinding& f, const Interaction& i, const P
         AddStep(f, L"ρz", Quantity::None, i.rhoZ, L"6.2.8(3)", L"(2 VzEd/Vpl,z,Rd - 1)²");
         AddStep(f, L"ρy", Quantity::None, i.rhoY, L"6.2.8(3)", L"(2 VyEd/Vpl,y,Rd - 1)²");
     }
-    AddStep(f, L"My,Rd", Quantity::Moment, i.MyRd, i.clause, L"");
-    AddStep(f, L"My,Ed", Quantity::Moment, i.My, L"", L"");
-    AddStep(f, L"Mz,Rd", Quantity::Moment, i.MzRd, i.clause, L"");
-    AddStep(f, L"Mz,Ed", Quantity::Moment, i.Mz, L"", L"");
+    AddStep(f, L"MyRd", Quantity::Moment, i.MyRd, i.clause, L"");
+    AddStep(f, L"MyEd", Quantity::Moment, i.My, L"", L"");
+    AddStep(f, L"MzRd", Quantity::Moment, i.MzRd, i.clause, L"");
+    AddStep(f, L"MzEd", Quantity::Moment, i.Mz, L"", L"");
     if (m_class.IsPlastic())
         AddStep(f, L"exponents", Quantity::None, std::nan(""), L"(6.41)", L"α = %s, β = %s",
                 m_in.format.NoDim(i.exponents.alpha), m_in.format.NoDim(i.exponents.beta));

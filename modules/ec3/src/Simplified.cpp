@@ -99,7 +99,7 @@ void MemberCheck::AddFlangeSteps(Design::RuleFinding& f, const LateralSpan& span
             m_in.format.NoDim(m_in.annex->flangePlateau));
     AddStep(f, L"kfl χ", Quantity::None, s.chi, L"(6.60)", L"at most 1; kfl = %s, curve %s",
             m_in.format.NoDim(m_in.annex->flangeFactor), CurveName(s.curve));
-    AddStep(f, L"Mb,Rd", Quantity::Moment, span.MbRd, L"(6.60)", L"kfl χ Mc,Rd");
+    AddStep(f, L"MbRd", Quantity::Moment, span.MbRd, L"(6.60)", L"kfl χ Mc,Rd");
     AddStep(f, L"MyEd", Quantity::Moment, span.M, L"", L"");
 }
 
