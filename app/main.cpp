@@ -1,5 +1,6 @@
 // The command line of ksteel: options in, one command run, its exit code out.
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <exception>
@@ -500,12 +501,31 @@ std::string ExitCodeLine()
     return line + '.';
 }
 
-CommandLineText CommandLineOf(const CLI::App& app)
+CommandLineText CommandLineOf(const CLI::App& app, const Keltrix::Design::DesignCode* present)
 {
-    std::vector<std::string> codes;
-    for (const Keltrix::Design::DesignCode* code : DesignCodes())
-        codes.push_back(Utf8(code->Description().id));
-    return ReadCommandLine(app, codes);
+    std::vector<CodeOptions> codes;
+    KnownWords ids{"--code", {}};
+    KnownWords annexes{"--annex", {}, true};
+    for (const Keltrix::Design::DesignCode* code : DesignCodes()) {
+        const auto& description = code->Description();
+        ids.words.push_back(Utf8(description.id));
+        for (const auto& annex : description.annexes)
+            if (const std::string id = Utf8(annex.name);
+                std::find(annexes.words.begin(), annexes.words.end(), id) == annexes.words.end())
+                annexes.words.push_back(id);
+        CLI::App scratch;
+        scratch.set_help_flag();
+        std::vector<double> values(description.options.size());
+        for (std::size_t i = 0; i < values.size(); ++i)
+            AddCodeOption(scratch, description.options[i], values[i]);
+        codes.push_back({ids.words.back(), ReadOptions(scratch)});
+    }
+    const KnownWords families{"--family", Families()};
+    KnownWords commands{"COMMAND", {}};
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
+        commands.words.push_back(command->get_name());
+    return ReadCommandLine(app, present ? Utf8(present->Description().id) : std::string(), codes,
+                           {ids, annexes, families, commands});
 }
 
 struct ManualOptions {
@@ -513,7 +533,7 @@ struct ManualOptions {
     std::string folder;  ///< for all pages; empty: one page on standard output
 };
 
-void AddManual(CLI::App& app, Commands& commands, ManualOptions& options)
+void AddManual(CLI::App& app, Commands& commands, const Shared& shared, ManualOptions& options)
 {
     CLI::App* const command = app.add_subcommand("manual", "Manual pages of the program and its commands, for man(1)");
     CLI::Option* const name =
@@ -522,8 +542,8 @@ void AddManual(CLI::App& app, Commands& commands, ManualOptions& options)
         ->add_option("--directory", options.folder, "Folder that is there, into which every page is written as a file")
         ->type_name("FOLDER")
         ->excludes(name);
-    commands[command] = [&app, &options](const Console& console) {
-        const CommandLineText line = CommandLineOf(app);
+    commands[command] = [&app, &shared, &options](const Console& console) {
+        const CommandLineText line = CommandLineOf(app, shared.code);
         const auto page = [&](const CommandText& one) { return ManualPage(line, one, EXIT_CODES, KSTEEL_VERSION); };
         const auto put = [&](const CommandText& one) {
             WriteFile(options.folder + "/" + PageName(one) + ".1", page(one));
@@ -543,12 +563,12 @@ void AddManual(CLI::App& app, Commands& commands, ManualOptions& options)
     };
 }
 
-void AddCompletion(CLI::App& app, Commands& commands, std::string& shell)
+void AddCompletion(CLI::App& app, Commands& commands, const Shared& shared, std::string& shell)
 {
     CLI::App* const command = app.add_subcommand("completion", "What completes command lines of ksteel in a shell");
     command->add_option("SHELL", shell, "bash, zsh or fish")->required()->check(CLI::IsMember({"bash", "zsh", "fish"}));
-    commands[command] = [&app, &shell](const Console& console) {
-        console.out(CompletionScript(CommandLineOf(app), shell));
+    commands[command] = [&app, &shared, &shell](const Console& console) {
+        console.out(CompletionScript(CommandLineOf(app, shared.code), shell));
         return EXIT_FINE;
     };
 }
@@ -700,8 +720,8 @@ ExitCode Run(int argc, char** argv, Messages& messages)
     AddCodes(app, commands, shared, codes);
     ManualOptions manual;
     std::string shell;
-    AddManual(app, commands, manual);
-    AddCompletion(app, commands, shell);
+    AddManual(app, commands, shared, manual);
+    AddCompletion(app, commands, shared, shell);
 
     try {
         app.parse(argc, argv);

@@ -21,8 +21,9 @@ std::vector<std::string> Split(const std::string& text, char separator)
 
 bool IsLowerCase(const std::string& word)
 {
-    return !word.empty() &&
-           std::all_of(word.begin(), word.end(), [](char c) { return c == '-' || (c >= 'a' && c <= 'z'); });
+    return !word.empty() && std::all_of(word.begin(), word.end(), [](char c) {
+        return c == '-' || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
+    });
 }
 
 // The parser describes a value as its type with what checks it: "TEXT:{json,table}", "FLOAT:0.1 to 1", "bolt|bolts".
@@ -47,7 +48,7 @@ void ReadValue(const std::string& described, OptionText& option)
     std::sort(option.choices.begin(), option.choices.end());
 }
 
-OptionText TextOf(const CLI::Option& option, const std::vector<std::string>& codes)
+OptionText TextOf(const CLI::Option& option)
 {
     OptionText text;
     text.isArgument = option.get_positional();
@@ -61,16 +62,39 @@ OptionText TextOf(const CLI::Option& option, const std::vector<std::string>& cod
     text.meaning = option.get_description();
     text.byDefault = option.get_default_str();
     if (option.get_items_expected_max() > 0) ReadValue(option.get_type_name(), text);
-    if (text.names.back() == "--code") text.choices = codes;
     return text;
 }
 
-CommandText TextOf(const CLI::App& command, const std::string& name, const std::vector<std::string>& codes)
+void TakeOptionsOfAll(const std::string& present, const std::vector<CodeOptions>& codes,
+                      std::vector<OptionText>& options)
 {
-    CommandText text{name, command.get_description(), {}};
-    for (const CLI::Option* option : command.get_options())
-        text.options.push_back(TextOf(*option, codes));
-    return text;
+    const auto at = std::find_if(codes.begin(), codes.end(), [&](const CodeOptions& c) { return c.code == present; });
+    if (at == codes.end()) return;
+    const auto isOfCode = [&](const OptionText& option) {
+        return std::any_of(at->options.begin(), at->options.end(),
+                           [&](const OptionText& other) { return other.names == option.names; });
+    };
+    const auto first = std::find_if(options.begin(), options.end(), isOfCode);
+    if (first == options.end()) return;
+    const auto place = first - options.begin();
+    options.erase(std::remove_if(first, options.end(), isOfCode), options.end());
+    std::vector<OptionText> all;
+    for (const CodeOptions& code : codes) {
+        all.insert(all.end(), code.options.begin(), code.options.end());
+        for (std::size_t i = all.size() - code.options.size(); i < all.size(); ++i)
+            all[i].code = code.code;
+    }
+    options.insert(options.begin() + place, all.begin(), all.end());
+}
+
+void TakeWords(const std::vector<KnownWords>& known, std::vector<OptionText>& options)
+{
+    for (OptionText& option : options)
+        for (const KnownWords& one : known)
+            if (option.names.back() == one.option) {
+                option.choices = one.words;
+                option.isFileToo = one.isFileToo;
+            }
 }
 
 } // namespace
@@ -91,12 +115,25 @@ std::string CommandLineText::NamesOfCommands() const
     return names;
 }
 
-CommandLineText ReadCommandLine(const CLI::App& app, const std::vector<std::string>& codes)
+std::vector<OptionText> ReadOptions(const CLI::App& command)
+{
+    std::vector<OptionText> options;
+    for (const CLI::Option* option : command.get_options())
+        options.push_back(TextOf(*option));
+    return options;
+}
+
+CommandLineText ReadCommandLine(const CLI::App& app, const std::string& present, const std::vector<CodeOptions>& codes,
+                                const std::vector<KnownWords>& known)
 {
     CommandLineText text;
-    text.program = TextOf(app, {}, codes);
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; }))
-        text.commands.push_back(TextOf(*command, command->get_name(), codes));
+    text.program = {{}, app.get_description(), ReadOptions(app)};
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        CommandText& one = text.commands.emplace_back(
+            CommandText{command->get_name(), command->get_description(), ReadOptions(*command)});
+        TakeOptionsOfAll(present, codes, one.options);
+        TakeWords(known, one.options);
+    }
     return text;
 }
 

@@ -32,6 +32,7 @@ std::string ValueOf(const OptionText& option)
     std::string words;
     for (const std::string& choice : option.choices)
         words += (words.empty() ? "" : "|") + Escaped(choice);
+    if (option.isFileToo) words += "|FILE";
     return "\\fI" + words + "\\fR";
 }
 
@@ -49,7 +50,9 @@ void AddOptions(std::string& page, const CommandText& command, bool areArguments
 {
     for (const OptionText& option : command.options) {
         if (option.isArgument != areArguments) continue;
-        page += ".TP\n" + Heading(option) + '\n' + Escaped(Sentence(option.meaning));
+        page += ".TP\n" + Heading(option) + '\n';
+        if (!option.code.empty()) page += "With \\-\\-code " + Escaped(option.code) + ": ";
+        page += Escaped(Sentence(option.meaning));
         if (!option.range.empty()) page += " Range: " + Escaped(option.range) + '.';
         if (!option.byDefault.empty()) page += " Without it: " + Escaped(option.byDefault) + '.';
         if (option.isRequired && !option.isArgument) page += " Required.";
