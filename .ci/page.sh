@@ -13,6 +13,11 @@ need_page_tools() {
     command -v npm >/dev/null 2>&1 || need nodejs npm
 }
 
+# It takes seconds, or waits for ever for a network that does not reply.
+install_page_tools() {
+    quietly "$builds/page.install.log" timeout 180 npm --prefix "$root/web/page" install --no-save --ignore-scripts
+}
+
 # The core as WebAssembly, then the page around it. Unity builds in any case: em++ spends its time in headers.
 build_page() {
     local modules="$root/web/page/node_modules"
@@ -23,7 +28,7 @@ build_page() {
     quietly "$builds/wasm.build.log" cmake --build "$builds/wasm" --target keltrix-core || die "the build failed"
     # Not "ci", which wants packages of other systems in the lock file as well.
     if ! cmp -s "$root/web/page/package-lock.json" "$modules/.installed"; then
-        quietly "$builds/page.install.log" npm --prefix "$root/web/page" install --no-save --ignore-scripts || die "npm could not install what the page is made with"
+        install_page_tools || install_page_tools || die "npm could not install what the page is made with"
         cp "$root/web/page/package-lock.json" "$modules/.installed"
     fi
     KELTRIX_CORE="$core_file" KELTRIX_PAGE_OUT="$root/build/page" \
