@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace Keltrix::Design {
 
@@ -61,6 +62,22 @@ const wchar_t* TopicName(Topic topic)
     return NAMES[place < NAMES.size() ? place : 0];
 }
 
+namespace {
+
+// Four figures without an exponent.
+CString Figures(double value, const wchar_t* unit)
+{
+    CString text;
+    text.Format(std::abs(value) < 9999.5 ? L"%.4G %s" : L"%.0f %s", value, unit);
+    return text;
+}
+
+} // namespace
+
+CString AreaText(double m2) { return Figures(m2 * 1e4, L"cm²"); }
+
+CString ModulusText(double m3) { return Figures(m3 * 1e6, L"cm³"); }
+
 CString QuantityText(Quantity quantity, double value, const CDesFormat& fmt)
 {
     switch (quantity) {
@@ -75,10 +92,31 @@ CString QuantityText(Quantity quantity, double value, const CDesFormat& fmt)
         text.Format(L"%.4g mm", value * 1e3);
         return text;
     }
+    case Quantity::Distance:
+        return fmt.Length(value);
+    case Quantity::Area:
+        return AreaText(value);
+    case Quantity::Modulus:
+        return ModulusText(value);
     case Quantity::None:
         break;
     }
     return fmt.NoDim(value);
+}
+
+CString StepText(const Step& step, const CDesFormat& fmt)
+{
+    return StepText(step, QuantityText(step.quantity, step.value, fmt));
+}
+
+CString StepText(const Step& step, const CString& value)
+{
+    CString text = step.symbol;
+    if (!step.formula.IsEmpty()) (text += L" = ") += step.formula;
+    if (!step.values.IsEmpty()) (text += L" = ") += step.values;
+    (text += L" = ") += value;
+    if (!step.note.IsEmpty()) (text += L", ") += step.note;
+    return text;
 }
 
 CString AssumptionText(const Assumption& a, const CDesFormat& fmt)

@@ -69,9 +69,9 @@ Json StepsJson(const std::vector<Design::Step>& steps)
 {
     Json list = Json::array();
     for (const Design::Step& step : steps)
-        list.push_back(JsonObject("symbol", Utf8(step.symbol), "formula", Utf8(step.formula), "value",
-                                  OrNull(step.value), "quantity", QuantityWord(step.quantity), "clause",
-                                  Utf8(step.clause)));
+        list.push_back(JsonObject("symbol", Utf8(step.symbol), "formula", Utf8(step.formula), "values",
+                                  Utf8(step.values), "value", OrNull(step.value), "quantity",
+                                  QuantityWord(step.quantity), "note", Utf8(step.note), "clause", Utf8(step.clause)));
     return list;
 }
 
@@ -183,6 +183,12 @@ const char* QuantityWord(Design::Quantity quantity)
         return "stress";
     case Design::Quantity::Length:
         return "length";
+    case Design::Quantity::Distance:
+        return "distance";
+    case Design::Quantity::Area:
+        return "area";
+    case Design::Quantity::Modulus:
+        return "modulus";
     default:
         return "";
     }

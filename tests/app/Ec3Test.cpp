@@ -100,8 +100,9 @@ TEST(Ec3, EveryCommandTakesEveryFamily)
 TEST(Ec3, ReportsTheInteractionSoThatItCanBeFollowedByHand)
 {
     const auto report = RunKsteel("check examples/column.csv --code ec3 --report verbose");
-    for (const char* part : {"χz = curve ", "kyy = Cm(1 + (λ - 0.2) n), at most Cm(1 + 0.8 n), of Cm = ",
-                             "kzy = 1 - 0.1 λz nz/(CmLT - 0.25), at least", "kzz = Cm(1 + (2 λ - 0.6) n)", "sum = "})
+    for (const char* part :
+         {"kyy = Cm(1 + n min(0.8, λ - 0.2)) = ", "kzy = 1 - 0.1 min(1, λz) nz/(CmLT - 0.25) = 1 - ",
+          "kzz = Cm(1 + n min(1.4, 2 λ - 0.6)) = ", "χz = 0.6765, curve c, λ = 0.7772 (6.49)", "sum = "})
         EXPECT_THAT(report.out, HasSubstr(part)) << report.out;
 }
 

@@ -28,10 +28,10 @@ const Step* StepNamed(const RuleFinding& f, const std::wstring& symbol)
     return nullptr;
 }
 
-std::string FormulaOf(const RuleFinding& f, const std::wstring& symbol)
+std::string TextOf(const RuleFinding& f, const std::wstring& symbol)
 {
     const Step* step = StepNamed(f, symbol);
-    return step ? *step->formula.ToUtf8() : "no such step";
+    return step ? *Design::StepText(*step, CDesFormat()).ToUtf8() : "no such step";
 }
 
 Case Beam()
@@ -42,8 +42,8 @@ Case Beam()
     return given;
 }
 
-// UB 457x191x67 S275 under 30 kN/m over 6 m: M = 30 · 6²/8 = 135 kNm, Fv = 90 kN, py = 275 N/mm²; Av = 453.4 · 8.5 = 3854 mm², so that
-// Pv = 0.6 · 275 · 3854 = 635.9 kN and 90/635.9 = 0.1415.
+// UB 457x191x67 S275 under 30 kN/m over 6 m: M = 30 · 6²/8 = 135 kNm, Fv = 90 kN, py = 275 N/mm²; Av = 453.4 · 8.5 = 3853.9 mm², so that
+// Pv = 0.6 · 275 · 3853.9 = 635.89 kN and 90/635.9 = 0.1415.
 TEST(Steps, OfABeamAreThoseOfAHandCalculation)
 {
     Checked c(Beam());
@@ -55,7 +55,7 @@ TEST(Steps, OfABeamAreThoseOfAHandCalculation)
     EXPECT_EQ(shear.steps[0].quantity, Quantity::Force);
     EXPECT_NEAR(shear.steps[0].value, 635.9e3, 100.0);
     EXPECT_EQ(std::wstring(shear.steps[0].clause), L"4.2.3");
-    EXPECT_EQ(FormulaOf(shear, L"Pvy"), "0.6 py Av = 0.6 * 275 N/mm² * 38.54 cm²");
+    EXPECT_EQ(TextOf(shear, L"Pvy"), "Pvy = 0.6 py Av = 0.6 * 275 N/mm² * 38.54 cm² = 635.89 kN");
     EXPECT_NEAR(shear.steps[1].value, 0.1415, 1e-4);
     const RuleFinding& moment = FindingOf(findings, Rule::MomentMajor);
     ASSERT_TRUE(StepNamed(moment, L"Mx/Mcx"));

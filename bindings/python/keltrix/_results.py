@@ -18,24 +18,31 @@ __all__ = ["Finding", "Resistance", "Result", "Results", "Step"]
 
 @dataclass(frozen=True)
 class Step:
-    """One step of the calculation of a rule: symbol = formula = value.
+    """One step of the calculation of a rule: symbol = formula = values = value, note.
 
     Attributes
     ----------
     symbol : str
     quantity : str
-        "force" (N), "moment" (N.m), "stress" (Pa), "length" (m), or "" for a bare number.
-    value : float or None
-        In SI; None where the formula says everything.
+        "force" (N), "moment" (N.m), "stress" (Pa), "length" (m, of a section), "distance" (m, along the member), "area" (m²),
+        "modulus" (m³), or "" for a bare number.
+    value : float
+        In SI; infinite where there is no limit.
     formula : str
-        With its numbers, in the units of the reports (m, kN, kNm, N/mm²).
+        In symbols; may be empty.
+    values : str
+        The formula with its numbers, in the units of the reports (m, kN, kNm, N/mm²); may be empty.
+    note : str
+        What belongs to the value, as "curve b"; may be empty.
     clause : str
     """
 
     symbol: str
     quantity: str
-    value: float | None
+    value: float
     formula: str
+    values: str
+    note: str
     clause: str
 
 

@@ -49,8 +49,9 @@ py::tuple StepsOf(const Design::RuleFinding& finding)
 {
     py::list steps;
     for (const Design::Step& step : finding.steps)
-        steps.append(py::make_tuple(TextOf(step.symbol), Host::QuantityWord(step.quantity), OrNone(step.value),
-                                    TextOf(step.formula.GetString()), TextOf(step.clause)));
+        steps.append(py::make_tuple(TextOf(step.symbol), Host::QuantityWord(step.quantity), step.value,
+                                    TextOf(step.formula.GetString()), TextOf(step.values.GetString()),
+                                    TextOf(step.note.GetString()), TextOf(step.clause)));
     return py::tuple(steps);
 }
 

@@ -13,21 +13,11 @@ std::vector<Design::Step> CalculationLines::Steps() const
     return steps;
 }
 
-namespace {
-
-CString Figures(double value, const wchar_t* unit)
+CString DimensionText(double m)
 {
     CString text;
-    text.Format(std::abs(value) < 9999.5 ? L"%.4G %s" : L"%.0f %s", value, unit);
+    text.Format(std::abs(m) < 99.995 ? L"%.4G cm" : L"%.0f cm", m * 1e2);
     return text;
 }
-
-} // namespace
-
-CString VolumeText(double m3) { return Figures(m3 * 1e6, L"cm³"); }
-
-CString AreaText(double m2) { return Figures(m2 * 1e4, L"cm²"); }
-
-CString DimensionText(double m) { return Figures(m * 1e2, L"cm"); }
 
 } // namespace Keltrix::BS5950

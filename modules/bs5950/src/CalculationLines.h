@@ -10,38 +10,52 @@
 
 namespace Keltrix::BS5950 {
 
-/// How the text shows the value of a step. InFormula: as the end of the formula, in a unit that Quantity has no name for. The utilisations
-/// show their verdict; BelowOne fails at 1, UpToOne above it.
-enum class Shown { InFormula, Value, BelowOne, UpToOne };
+/// Whether a step is a utilisation, whose text shows a verdict: BelowOne fails at 1, UpToOne above it.
+enum class Judged { No, BelowOne, UpToOne };
 
 /// The result of a step with its kind.
 struct LineValue {
     Design::Quantity quantity = Design::Quantity::None;
     double value = std::nan("");
-    Shown shown = Shown::InFormula;
+    Judged judged = Judged::No;
 
-    static LineValue Force(double N) { return {Design::Quantity::Force, N, Shown::Value}; }
-    static LineValue Moment(double Nm) { return {Design::Quantity::Moment, Nm, Shown::Value}; }
-    static LineValue Stress(double Pa) { return {Design::Quantity::Stress, Pa, Shown::Value}; }
-    static LineValue Number(double value) { return {Design::Quantity::None, value, Shown::Value}; }
+    static LineValue Force(double N) { return {Design::Quantity::Force, N}; }
+    static LineValue Moment(double Nm) { return {Design::Quantity::Moment, Nm}; }
+    static LineValue Stress(double Pa) { return {Design::Quantity::Stress, Pa}; }
+    static LineValue Distance(double m) { return {Design::Quantity::Distance, m}; }
+    static LineValue Area(double m2) { return {Design::Quantity::Area, m2}; }
+    static LineValue Number(double value) { return {Design::Quantity::None, value}; }
     static LineValue Utilisation(double value, bool failsAtOne)
     {
-        return {Design::Quantity::None, value, failsAtOne ? Shown::BelowOne : Shown::UpToOne};
+        return {Design::Quantity::None, value, failsAtOne ? Judged::BelowOne : Judged::UpToOne};
     }
 };
 
-/// A line of the calculation: a step with what stands around it in the text, or a remark.
+/// A line of the calculation: a step with what stands before it in the text, or a remark.
 struct CalculationLine {
     CString lead;       ///< before the step; all of a remark
     Design::Step step;  ///< without a symbol where the line is a remark
-    CString tail;       ///< after the step
     bool cites = false; ///< the text names the step's clause
-    Shown shown = Shown::InFormula;
+    Judged judged = Judged::No;
     int indent = 0;
 
     CalculationLine& Lead(const CString& text) { return lead = text, *this; }
-    CalculationLine& Tail(const CString& text) { return tail = text, *this; }
-    /// The step's clause, which the text names after the value; Of: that it has named before.
+    template <class... Args>
+    CalculationLine& Formula(const wchar_t* format, const Args&... args)
+    {
+        return step.Formula(format, args...), *this;
+    }
+    template <class... Args>
+    CalculationLine& Values(const wchar_t* format, const Args&... args)
+    {
+        return step.Values(format, args...), *this;
+    }
+    template <class... Args>
+    CalculationLine& Note(const wchar_t* format, const Args&... args)
+    {
+        return step.Note(format, args...), *this;
+    }
+    /// The step's clause, which the text names at the end of the line; Of: that it has named before.
     CalculationLine& Cite(const wchar_t* clause) { return cites = true, step.clause = clause, *this; }
     CalculationLine& Of(const wchar_t* clause) { return step.clause = clause, *this; }
 };
@@ -51,15 +65,13 @@ class CalculationLines {
 public:
     CalculationLines() { m_lines.reserve(USUAL_LINES); }
 
-    template <class... Args>
-    CalculationLine& Step(const wchar_t* symbol, const LineValue& value, const wchar_t* formula, const Args&... args)
+    CalculationLine& Step(const wchar_t* symbol, const LineValue& value)
     {
         CalculationLine& line = m_lines.emplace_back();
         line.step.symbol = symbol;
         line.step.quantity = value.quantity;
         line.step.value = value.value;
-        line.step.formula.AppendFormat(formula, args...);
-        line.shown = value.shown;
+        line.judged = value.judged;
         line.indent = m_indent;
         return line;
     }
@@ -84,10 +96,7 @@ private:
     int m_indent = 0;
 };
 
-/// "98.3 cm³", "85.5 cm²", "45.34 cm": four figures without an exponent.
-CString VolumeText(double m3);
-CString AreaText(double m2);
-/// A dimension of the section.
+/// A dimension of the section: "45.34 cm", four figures without an exponent.
 CString DimensionText(double m);
 
 } // namespace Keltrix::BS5950

@@ -9,6 +9,9 @@
 
 namespace Keltrix::BS5950 {
 
+using Design::AreaText;
+using Design::ModulusText;
+
 CString LocalLines::Ratio(double effect, double resistance) const
 {
     return m_fmt.Force(effect) + L"/" + m_fmt.Force(resistance);
@@ -19,21 +22,23 @@ void LocalLines::Class(const PositionResult& p)
     const CString py = m_fmt.NoDim(m_model.Steel().py * 1e-6);
     CString lead;
     lead.Format(L"Class <b>%i</b> <i>cl. 3.5</i>, ", p.cls.cls);
-    Step(L"ε", LineValue::Number(p.cls.epsilon), L"(275/py)^0.5 = (275/%s)^0.5", py)
+    Step(L"ε", LineValue::Number(p.cls.epsilon))
+        .Formula(L"(275/py)^0.5")
+        .Values(L"(275/%s)^0.5", py)
         .Lead(lead)
         .Of(L"3.5")
-        .Tail(L", r1 = " + m_fmt.NoDim(p.cls.r1) + L", r2 = " + m_fmt.NoDim(p.cls.r2));
+        .Note(L"r1 = %s, r2 = %s", m_fmt.NoDim(p.cls.r1), m_fmt.NoDim(p.cls.r2));
     Indent(1);
     if (p.cls.count == 0) Remark(L"no compression in the section, so no element to classify");
     for (int i = 0; i < p.cls.count; ++i)
         Element(p.cls.elements[static_cast<std::size_t>(i)]);
     if (p.cls.cls == 3 && p.momentMajor + p.momentMinor > 0.0)
-        Remark(L"semi-compact <i>cl. 3.5.6</i>: %s = %s, %s = %s", p.cls.WxName, VolumeText(p.cls.Wx), p.cls.WyName,
-               VolumeText(p.cls.Wy));
+        Remark(L"semi-compact <i>cl. 3.5.6</i>: %s = %s, %s = %s", p.cls.WxName, ModulusText(p.cls.Wx), p.cls.WyName,
+               ModulusText(p.cls.Wy));
     if (p.cls.cls == 4)
         Remark(L"slender <i>cl. 3.6</i>: Aeff = %s, %s = %s, %s = %s; design strength <i>cl. 3.6.5</i> %s in "
                L"compression, %s about x-x, %s about y-y",
-               AreaText(p.cls.Aeff), p.cls.WxName, VolumeText(p.cls.Wx), p.cls.WyName, VolumeText(p.cls.Wy),
+               AreaText(p.cls.Aeff), p.cls.WxName, ModulusText(p.cls.Wx), p.cls.WyName, ModulusText(p.cls.Wy),
                m_fmt.Stress(p.cls.pyCompression), m_fmt.Stress(p.cls.pyMomentX), m_fmt.Stress(p.cls.pyMomentY));
     Indent(-1);
 }
@@ -50,9 +55,10 @@ void LocalLines::Element(const ElementClass& e)
         const double value = e.limit[i];
         return value > 1e6 ? CString(L"no limit") : value > 0.0 ? m_fmt.NoDim(value) : CString(L"-");
     };
-    CString limits;
-    limits.Format(L", limits %s, %s, %s: class %i <i>%s</i>", limit(0), limit(1), limit(2), e.cls, e.source);
-    Step(e.ratioName, LineValue::Number(e.ratio), L"").Lead(CString(e.element) + L" ").Of(e.source).Tail(limits);
+    Step(e.ratioName, LineValue::Number(e.ratio))
+        .Lead(CString(e.element) + L" ")
+        .Note(L"limits %s, %s, %s: class %i", limit(0), limit(1), limit(2), e.cls)
+        .Cite(e.source);
 }
 
 double LocalLines::EffectiveTieArea() const
@@ -65,52 +71,68 @@ void LocalLines::Tension(const PositionResult& p)
     const SectionProperties& s = m_model.Properties();
     const Material& m = m_model.Steel();
     const CString Ae = AreaText(EffectiveTieArea());
-    Step(L"Ae", {}, L"min(Ke (net/gross) A, A) = min(%s * %s * %s, %s) = %s", m_fmt.NoDim(m.Ke),
-         m_fmt.NoDim(m_model.section.Design().netGross), AreaText(s.A), AreaText(s.A), Ae)
+    Step(L"Ae", LineValue::Area(EffectiveTieArea()))
+        .Formula(L"min(Ke (net/gross) A, A)")
+        .Values(L"min(%s * %s * %s, %s)", m_fmt.NoDim(m.Ke), m_fmt.NoDim(m_model.section.Design().netGross),
+                AreaText(s.A), AreaText(s.A))
         .Lead(L"Tension <i>cl. 4.6.1, 3.4.3</i>: ")
         .Of(L"3.4.3");
-    Step(L"Pt", LineValue::Force(p.Pt), L"py Ae = %s * %s", m_fmt.Stress(m.py), Ae).Lead(L"\t").Of(L"4.6.1");
-    Step(L"Ft/Pt", LineValue::Utilisation(p.actions.F / p.Pt, true), L"%s", Ratio(p.actions.F, p.Pt)).Lead(L"\t");
+    Step(L"Pt", LineValue::Force(p.Pt))
+        .Formula(L"py Ae")
+        .Values(L"%s * %s", m_fmt.Stress(m.py), Ae)
+        .Lead(L"\t")
+        .Of(L"4.6.1");
+    Step(L"Ft/Pt", LineValue::Utilisation(p.actions.F / p.Pt, true))
+        .Values(L"%s", Ratio(p.actions.F, p.Pt))
+        .Lead(L"\t");
 }
 
 void LocalLines::EccentricTie(const PositionResult& p)
 {
     const CString a2 = AreaText(UnconnectedArea(m_model.Properties()));
-    Step(L"Pt", LineValue::Force(p.Pte), L"max(0, py(Ae - 0.5 a2)) = max(0, %s * (%s - 0.5 * %s))",
-         m_fmt.Stress(m_model.Steel().py), AreaText(EffectiveTieArea()), a2)
+    Step(L"Pt", LineValue::Force(p.Pte))
+        .Formula(L"max(0, py(Ae - 0.5 a2))")
+        .Values(L"max(0, %s * (%s - 0.5 * %s))", m_fmt.Stress(m_model.Steel().py), AreaText(EffectiveTieArea()), a2)
         .Lead(L"Eccentric connection <i>cl. 4.6.3.1</i>: ")
         .Of(L"4.6.3.1");
-    Step(L"a2", {}, L"%s", a2).Lead(L"\t").Tail(L" is the part that is not connected");
-    Step(L"Ft/Pt", LineValue::Utilisation(p.actions.F / p.Pte, true), L"%s", Ratio(p.actions.F, p.Pte)).Lead(L"\t");
+    Step(L"a2", LineValue::Area(UnconnectedArea(m_model.Properties())))
+        .Note(L"the part that is not connected")
+        .Lead(L"\t");
+    Step(L"Ft/Pt", LineValue::Utilisation(p.actions.F / p.Pte, true))
+        .Values(L"%s", Ratio(p.actions.F, p.Pte))
+        .Lead(L"\t");
 }
 
 void LocalLines::Compression(const PositionResult& p)
 {
     const wchar_t* const area = p.cls.Aeff < m_model.Properties().A ? L"Aeff" : L"Ag";
     const wchar_t* const py = p.cls.pyCompression < m_model.Steel().py ? L"pyr" : L"py";
-    Step(L"Pz", LineValue::Force(p.Pz), L"%s %s = %s * %s", area, py, AreaText(p.cls.Aeff),
-         m_fmt.Stress(p.cls.pyCompression))
+    Step(L"Pz", LineValue::Force(p.Pz))
+        .Formula(L"%s %s", area, py)
+        .Values(L"%s * %s", AreaText(p.cls.Aeff), m_fmt.Stress(p.cls.pyCompression))
         .Lead(L"Compression <i>cl. 4.8.3.2</i>: ")
         .Of(L"4.8.3.2");
-    Step(L"Fc/Pz", LineValue::Utilisation(p.axial, true), L"%s", Ratio(-p.actions.F, p.Pz)).Lead(L"\t");
+    Step(L"Fc/Pz", LineValue::Utilisation(p.axial, true)).Values(L"%s", Ratio(-p.actions.F, p.Pz)).Lead(L"\t");
 }
 
 void LocalLines::ShearMajor(const PositionResult& p)
 {
-    Step(L"Pvy", LineValue::Force(p.Pvy), L"0.6 py Av = 0.6 * %s * %s", m_fmt.Stress(m_model.Steel().py),
-         AreaText(m_model.Properties().Avy))
+    Step(L"Pvy", LineValue::Force(p.Pvy))
+        .Formula(L"0.6 py Av")
+        .Values(L"0.6 * %s * %s", m_fmt.Stress(m_model.Steel().py), AreaText(m_model.Properties().Avy))
         .Lead(L"Shear along the web <i>cl. 4.2.3</i>: ")
         .Of(L"4.2.3");
-    Step(L"Fvy/Pvy", LineValue::Utilisation(p.shearMajor, true), L"%s", Ratio(p.actions.Fvy, p.Pvy)).Lead(L"\t");
+    Step(L"Fvy/Pvy", LineValue::Utilisation(p.shearMajor, true)).Values(L"%s", Ratio(p.actions.Fvy, p.Pvy)).Lead(L"\t");
 }
 
 void LocalLines::ShearMinor(const PositionResult& p)
 {
-    Step(L"Pvx", LineValue::Force(p.Pvx), L"0.6 py Av = 0.6 * %s * %s", m_fmt.Stress(m_model.Steel().py),
-         AreaText(m_model.Properties().Avx))
+    Step(L"Pvx", LineValue::Force(p.Pvx))
+        .Formula(L"0.6 py Av")
+        .Values(L"0.6 * %s * %s", m_fmt.Stress(m_model.Steel().py), AreaText(m_model.Properties().Avx))
         .Lead(L"Shear along the flanges <i>cl. 4.2.3</i>: ")
         .Of(L"4.2.3");
-    Step(L"Fvx/Pvx", LineValue::Utilisation(p.shearMinor, true), L"%s", Ratio(p.actions.Fvx, p.Pvx)).Lead(L"\t");
+    Step(L"Fvx/Pvx", LineValue::Utilisation(p.shearMinor, true)).Values(L"%s", Ratio(p.actions.Fvx, p.Pvx)).Lead(L"\t");
 }
 
 void LocalLines::ShearBuckling(const PositionResult& p, Axis direction)
@@ -129,18 +151,23 @@ void LocalLines::ShearBuckling(const PositionResult& p, Axis direction)
         ShearBucklingStrength(depth / thickness, m_model.Steel().py, stiffened ? spacing / depth : UNSTIFFENED));
     Remark(L"Shear buckling%s <i>cl. 4.4.5, H.1</i>: %s above %s, %s", along ? L"" : L" of the walls across", ratio,
            s.IsWelded() ? L"62ε" : L"70ε", stiffeners);
-    Step(ratio, LineValue::Number(depth / thickness), L"%s/%s", DimensionText(depth), DimensionText(thickness))
+    Step(ratio, LineValue::Number(depth / thickness))
+        .Values(L"%s/%s", DimensionText(depth), DimensionText(thickness))
         .Lead(L"\t")
         .Of(L"4.4.5")
-        .Tail(L", qw = " + qw);
-    Step(along ? L"Vw" : L"Vwx", LineValue::Force(along ? p.Vw : p.Vwx), L"%s%s qw = %s%s * %s * %s", two ? L"2 " : L"",
-         along ? L"d t" : L"b T", two ? L"2 * " : L"", DimensionText(depth), DimensionText(thickness), qw)
+        .Note(L"qw = %s", qw);
+    Step(along ? L"Vw" : L"Vwx", LineValue::Force(along ? p.Vw : p.Vwx))
+        .Formula(L"%s%s qw", two ? L"2 " : L"", along ? L"d t" : L"b T")
+        .Values(L"%s%s * %s * %s", two ? L"2 * " : L"", DimensionText(depth), DimensionText(thickness), qw)
         .Lead(L"\t")
         .Of(L"4.4.5, H.1");
     if (along)
-        Step(L"Fvy/Vw", LineValue::Utilisation(p.shearBuckling, true), L"%s", Ratio(p.actions.Fvy, p.Vw)).Lead(L"\t");
+        Step(L"Fvy/Vw", LineValue::Utilisation(p.shearBuckling, true))
+            .Values(L"%s", Ratio(p.actions.Fvy, p.Vw))
+            .Lead(L"\t");
     else
-        Step(L"Fvx/Vwx", LineValue::Utilisation(p.shearBucklingX, true), L"%s", Ratio(p.actions.Fvx, p.Vwx))
+        Step(L"Fvx/Vwx", LineValue::Utilisation(p.shearBucklingX, true))
+            .Values(L"%s", Ratio(p.actions.Fvx, p.Vwx))
             .Lead(L"\t");
 }
 
@@ -204,9 +231,13 @@ void LocalLines::PrincipalMoments(const PositionResult& p)
     const CString My = m_fmt.Moment(p.reversed ? -p.actions.My : p.actions.My);
     Remark(L"Moments about the principal axes, cos α = %s, sin α = %s%s", c, n,
            p.reversed ? L", the angle turned the other way" : L"");
-    Step(L"Mu", LineValue::Moment(p.momentMajor), L"|Mx cos α + My sin α| = |%s * %s + %s * %s|", Mx, c, My, n)
+    Step(L"Mu", LineValue::Moment(p.momentMajor))
+        .Formula(L"|Mx cos α + My sin α|")
+        .Values(L"|%s * %s + %s * %s|", Mx, c, My, n)
         .Lead(L"\t");
-    Step(L"Mv", LineValue::Moment(p.momentMinor), L"|My cos α - Mx sin α| = |%s * %s - %s * %s|", My, c, Mx, n)
+    Step(L"Mv", LineValue::Moment(p.momentMinor))
+        .Formula(L"|My cos α - Mx sin α|")
+        .Values(L"|%s * %s - %s * %s|", My, c, Mx, n)
         .Lead(L"\t");
 }
 
@@ -217,8 +248,8 @@ void LocalLines::Moment(const PositionResult& p, Axis axis)
         FlangesOnly(b, p.cls);
     else
         Capacity(b);
-    Step(b.ratioName, LineValue::Utilisation(b.utilisation, true), L"%s/%s", m_fmt.Moment(b.effect),
-         m_fmt.Moment(b.capacity))
+    Step(b.ratioName, LineValue::Utilisation(b.utilisation, true))
+        .Values(L"%s/%s", m_fmt.Moment(b.effect), m_fmt.Moment(b.capacity))
         .Lead(L"\t");
 }
 
@@ -229,7 +260,7 @@ void LocalLines::Capacity(const Bending& b)
     const double rho = HighShearFactor(b.Fv, b.Pv);
     const bool angle = m_model.Properties().shape == Shape::Angle;
     CString reduced = b.modulus;
-    CString numbers = VolumeText(b.W);
+    CString numbers = ModulusText(b.W);
     if (rho > 0.0) {
         HighShear(b, rho);
         const wchar_t* const values = b.plastic ? L"max(0, %s - %s * %s)" : L"max(0, %s - %s * %s/1.5)";
@@ -238,13 +269,14 @@ void LocalLines::Capacity(const Bending& b)
         else
             reduced.Format(b.plastic ? L"max(0, %s - ρ Sv)" : L"max(0, %s - ρ Sv/1.5)", b.modulus);
         if (angle)
-            numbers.Format(L"%s * (1 - %s)", VolumeText(b.W), m_fmt.NoDim(rho));
+            numbers.Format(L"%s * (1 - %s)", ModulusText(b.W), m_fmt.NoDim(rho));
         else
-            numbers.Format(values, VolumeText(b.W), m_fmt.NoDim(rho), VolumeText(b.Sv));
+            numbers.Format(values, ModulusText(b.W), m_fmt.NoDim(rho), ModulusText(b.Sv));
     }
     const CString limit = m_fmt.NoDim(std::min(m_model.section.Design().plasElas, 1.5));
-    Step(b.capacityName, LineValue::Moment(b.capacity), L"min(%s %s, %s %s Z) = min(%s * %s, %s * %s * %s)", strength,
-         reduced, limit, strength, py, numbers, limit, py, VolumeText(b.Z))
+    Step(b.capacityName, LineValue::Moment(b.capacity))
+        .Formula(L"min(%s %s, %s %s Z)", strength, reduced, limit, strength)
+        .Values(L"min(%s * %s, %s * %s * %s)", py, numbers, limit, py, ModulusText(b.Z))
         .Lead(L"Moment <i>cl. 4.2.5</i>: ")
         .Of(L"4.2.5");
 }
@@ -252,14 +284,16 @@ void LocalLines::Capacity(const Bending& b)
 void LocalLines::HighShear(const Bending& b, double rho)
 {
     if (rho < 1.0)
-        Step(L"ρ", LineValue::Number(rho), L"(2 Fv/Pv - 1)² = (2 * %s/%s - 1)²", m_fmt.Force(b.Fv), m_fmt.Force(b.Pv))
+        Step(L"ρ", LineValue::Number(rho))
+            .Formula(L"(2 Fv/Pv - 1)²")
+            .Values(L"(2 * %s/%s - 1)²", m_fmt.Force(b.Fv), m_fmt.Force(b.Pv))
             .Lead(L"High shear <i>cl. 4.2.5.3</i>: Fv > 0.6 Pv, ")
             .Of(L"4.2.5.3");
     else
-        Step(L"ρ", {}, L"1")
+        Step(L"ρ", LineValue::Number(1.0))
+            .Note(L"because Fv is not below Pv")
             .Lead(L"High shear <i>cl. 4.2.5.3</i>: ")
-            .Of(L"4.2.5.3")
-            .Tail(L", because Fv is not below Pv");
+            .Of(L"4.2.5.3");
 }
 
 void LocalLines::FlangesOnly(const Bending& b, const Classification& c)
@@ -277,8 +311,10 @@ void LocalLines::FlangesOnly(const Bending& b, const Classification& c)
     const double thickness = x ? (first ? s.T : s.T2) : s.t;
     const double arm = x ? s.hs : s.B - s.t;
     Remark(L"Moment <i>cl. 4.4.4.2</i>: thin web with Fv > 0.6 Vw, the flanges alone carry the moment");
-    Step(b.capacityName, LineValue::Moment(b.capacity), L"py B T hs = %s * %s * %s * %s",
-         m_fmt.Stress(m_model.Steel().py), DimensionText(width), DimensionText(thickness), DimensionText(arm))
+    Step(b.capacityName, LineValue::Moment(b.capacity))
+        .Formula(L"py B T hs")
+        .Values(L"%s * %s * %s * %s", m_fmt.Stress(m_model.Steel().py), DimensionText(width), DimensionText(thickness),
+                DimensionText(arm))
         .Lead(L"\t")
         .Of(L"4.4.4.2");
 }
@@ -294,8 +330,8 @@ void LocalLines::Combined(const PositionResult& p)
     const CString u = m_fmt.Util(p.major);
     const CString v = m_fmt.Util(p.minor);
     if (F == 0.0) {
-        Step(angle ? L"Mu/Mcu + Mv/Mcv" : L"Mx/Mcx + My/Mcy", LineValue::Utilisation(p.major + p.minor, true),
-             L"%s + %s", u, v)
+        Step(angle ? L"Mu/Mcu + Mv/Mcv" : L"Mx/Mcx + My/Mcy", LineValue::Utilisation(p.major + p.minor, true))
+            .Values(L"%s + %s", u, v)
             .Lead(lead)
             .Of(clause);
         return;
@@ -306,7 +342,8 @@ void LocalLines::Combined(const PositionResult& p)
     const wchar_t* const symbol = p.Pf > 0.0 ? (angle ? L"F/Pf + Mu/Mcu + Mv/Mcv" : L"F/Pf + Mx/Mcx + My/Mcy")
                                   : F > 0.0  ? (angle ? L"Ft/Pt + Mu/Mcu + Mv/Mcv" : L"Ft/Pt + Mx/Mcx + My/Mcy")
                                              : (angle ? L"Fc/Pz + Mu/Mcu + Mv/Mcv" : L"Fc/Pz + Mx/Mcx + My/Mcy");
-    Step(symbol, LineValue::Utilisation(term + p.major + p.minor, true), L"%s + %s + %s", m_fmt.Util(term), u, v)
+    Step(symbol, LineValue::Utilisation(term + p.major + p.minor, true))
+        .Values(L"%s + %s + %s", m_fmt.Util(term), u, v)
         .Lead(lead)
         .Of(clause);
 }
@@ -319,13 +356,17 @@ void LocalLines::MoreExact(const PositionResult& p)
     const double n = F / (s.A * py);
     const CString strength = m_fmt.Stress(py);
     const wchar_t* const clause = CombinationClause(p);
-    Step(L"n", LineValue::Number(n), L"F/(A py) = %s/(%s * %s)", m_fmt.Force(F), AreaText(s.A), strength)
+    Step(L"n", LineValue::Number(n))
+        .Formula(L"F/(A py)")
+        .Values(L"%s/(%s * %s)", m_fmt.Force(F), AreaText(s.A), strength)
         .Lead(CString(L"Combined <i>cl. ") + clause + L"</i>: ")
         .Of(clause);
     const auto reduced = [&](const wchar_t* Sr, const wchar_t* Mr, const wchar_t* names, Axis which, double Mc,
                              double value) {
-        const CString modulus = VolumeText(ReducedPlasticModulus(s, which, n));
-        Step(Mr, LineValue::Moment(value), L"min(%s) = min(%s * %s, %s)", names, strength, modulus, m_fmt.Moment(Mc))
+        const CString modulus = ModulusText(ReducedPlasticModulus(s, which, n));
+        Step(Mr, LineValue::Moment(value))
+            .Formula(L"min(%s)", names)
+            .Values(L"min(%s * %s, %s)", strength, modulus, m_fmt.Moment(Mc))
             .Lead(CString(L"\t") + Sr + L" = " + modulus + L" <i>I.2</i>, ")
             .Of(L"I.2");
     };
@@ -334,12 +375,13 @@ void LocalLines::MoreExact(const PositionResult& p)
     const double x = p.momentMajor == 0.0 ? 0.0 : p.momentMajor / p.Mrx;
     const double y = p.momentMinor == 0.0 ? 0.0 : p.momentMinor / p.Mry;
     const double sum = std::pow(x, p.z1) + std::pow(y, p.z2);
-    Step(L"(Mx/Mrx)^z1 + (My/Mry)^z2", LineValue::Number(sum), L"(%s/%s)^%s + (%s/%s)^%s", m_fmt.Moment(p.momentMajor),
-         m_fmt.Moment(p.Mrx), m_fmt.NoDim(p.z1), m_fmt.Moment(p.momentMinor), m_fmt.Moment(p.Mry), m_fmt.NoDim(p.z2))
+    Step(L"(Mx/Mrx)^z1 + (My/Mry)^z2", LineValue::Number(sum))
+        .Values(L"(%s/%s)^%s + (%s/%s)^%s", m_fmt.Moment(p.momentMajor), m_fmt.Moment(p.Mrx), m_fmt.NoDim(p.z1),
+                m_fmt.Moment(p.momentMinor), m_fmt.Moment(p.Mry), m_fmt.NoDim(p.z2))
         .Lead(L"\t")
         .Of(clause);
-    Step(L"largest of this, the two ratios and the axial force alone", LineValue::Utilisation(p.combined, true),
-         L"max(%s, %s, %s, %s)", m_fmt.NoDim(sum), m_fmt.NoDim(x), m_fmt.NoDim(y), m_fmt.NoDim(p.axial))
+    Step(L"largest of this, the two ratios and the axial force alone", LineValue::Utilisation(p.combined, true))
+        .Values(L"max(%s, %s, %s, %s)", m_fmt.NoDim(sum), m_fmt.NoDim(x), m_fmt.NoDim(y), m_fmt.NoDim(p.axial))
         .Lead(L"\t");
 }
 
@@ -357,14 +399,16 @@ void LocalLines::WebBearing(const WebLoadResult& w)
     const double k = std::min(s.T, s.T2) + (s.IsWelded() ? 0.0 : s.r);
     const double n = std::min(5.0, 2.0 + 0.6 * w.load.bearingToEnd / k);
     const CString root = DimensionText(k);
-    Step(L"n", LineValue::Number(n), L"min(5, 2 + 0.6 be/k) = min(5, 2 + 0.6 * %s/%s)",
-         DimensionText(w.load.bearingToEnd), root)
+    Step(L"n", LineValue::Number(n))
+        .Formula(L"min(5, 2 + 0.6 be/k)")
+        .Values(L"min(5, 2 + 0.6 * %s/%s)", DimensionText(w.load.bearingToEnd), root)
         .Lead(L"k = " + root + L", ")
         .Cite(L"4.5.2.1");
-    Step(L"Pbw", LineValue::Force(w.Pbw), L"(b1 + n k) t py = (%s) * %s * %s", Spread(w), DimensionText(s.t),
-         m_fmt.Stress(m_model.Steel().py))
+    Step(L"Pbw", LineValue::Force(w.Pbw))
+        .Formula(L"(b1 + n k) t py")
+        .Values(L"(%s) * %s * %s", Spread(w), DimensionText(s.t), m_fmt.Stress(m_model.Steel().py))
         .Of(L"4.5.2.1");
-    Step(L"F/Pbw", LineValue::Utilisation(w.force / w.Pbw, true), L"%s", Ratio(w.force, w.Pbw)).Lead(L"\t");
+    Step(L"F/Pbw", LineValue::Utilisation(w.force / w.Pbw, true)).Values(L"%s", Ratio(w.force, w.Pbw)).Lead(L"\t");
 }
 
 void LocalLines::WebBuckling(const WebLoadResult& w)
@@ -381,11 +425,12 @@ void LocalLines::WebBuckling(const WebLoadResult& w)
         share = L" (ae + 0.7 d)/(1.4 d)";
         numbers.Format(L" * (%s + 0.7 * %s)/(1.4 * %s)", DimensionText(ae), DimensionText(s.d), DimensionText(s.d));
     }
-    Step(L"Px", LineValue::Force(w.Px), L"25 ε t/((b1 + n k) d)^0.5 Pbw%s = 25 * %s * %s/((%s) * %s)^0.5 * %s%s", share,
-         m_fmt.NoDim(Epsilon(m_model.Steel().py)), DimensionText(s.t), Spread(w), DimensionText(s.d),
-         m_fmt.Force(w.Pbw), numbers)
+    Step(L"Px", LineValue::Force(w.Px))
+        .Formula(L"25 ε t/((b1 + n k) d)^0.5 Pbw%s", share)
+        .Values(L"25 * %s * %s/((%s) * %s)^0.5 * %s%s", m_fmt.NoDim(Epsilon(m_model.Steel().py)), DimensionText(s.t),
+                Spread(w), DimensionText(s.d), m_fmt.Force(w.Pbw), numbers)
         .Cite(L"4.5.3.1");
-    Step(L"F/Px", LineValue::Utilisation(w.force / w.Px, true), L"%s", Ratio(w.force, w.Px)).Lead(L"\t");
+    Step(L"F/Px", LineValue::Utilisation(w.force / w.Px, true)).Values(L"%s", Ratio(w.force, w.Px)).Lead(L"\t");
 }
 
 void LocalLines::All(const PositionResult& p)

@@ -38,25 +38,18 @@ void MemberText::Write(CString text)
     m_result.AddOutputString(text);
 }
 
-// Lead, symbol = formula = value, clause, tail.
+// Lead, step, clause.
 CString MemberText::TextOf(const CalculationLine& line) const
 {
     const Design::Step& step = line.step;
     CString text = line.lead;
-    if (*step.symbol) {
-        text += step.symbol;
-        if (!step.formula.IsEmpty()) (text += L" = ") += step.formula;
-        if (line.shown != Shown::InFormula) text += L" = ";
-        if (line.shown == Shown::Value)
-            text += Design::QuantityText(step.quantity, step.value, m_fmt);
-        else if (line.shown != Shown::InFormula)
-            text += Verdict(step.value, line.shown == Shown::BelowOne);
-        if (line.cites) {
-            const bool isClause = *step.clause >= L'0' && *step.clause <= L'9';
-            ((text += isClause ? L" <i>cl. " : L" <i>") += step.clause) += L"</i>";
-        }
+    if (!*step.symbol) return text;
+    text += line.judged == Judged::No ? Design::StepText(step, m_fmt)
+                                      : Design::StepText(step, Verdict(step.value, line.judged == Judged::BelowOne));
+    if (line.cites) {
+        const bool isClause = *step.clause >= L'0' && *step.clause <= L'9';
+        ((text += isClause ? L" <i>cl. " : L" <i>") += step.clause) += L"</i>";
     }
-    text += line.tail;
     return text;
 }
 

@@ -151,21 +151,24 @@ void MemberCheck::RecordWebForce()
     f.quantity = Quantity::Force;
     AddResistance(f.symbol, f.quantity, f.resistance, worst->load.x, worst->load.x);
     if (m_in.withSteps) {
-        AddStep(f, L"ss", Quantity::Length, r.ss, L"6.3", L"stiff bearing, at most hw");
-        AddStep(f, L"c", Quantity::Length, worst->force.c, L"Figure 6.1", L"from the end of the member to the bearing");
-        AddStep(f, L"kF", Quantity::None, r.kF, L"Figure 6.1", L"2 + 6 (ss + c)/hw, at most 6");
-        AddStep(f, L"Fcr", Quantity::Force, r.Fcr, L"(6.5)", L"0.9 kF E tw³/hw");
-        AddStep(f, L"m1, m2", Quantity::None, std::nan(""), L"(6.8), (6.9)", L"%s, %s", m_in.format.NoDim(r.m1),
-                m_in.format.NoDim(r.m2));
-        AddStep(f, L"ly", Quantity::Length, r.ly, L"(6.10) to (6.12)", L"the least of the three");
-        AddStep(f, L"λF", Quantity::None, r.slenderness, L"(6.4)", L"(ly tw fyw/Fcr)^0.5");
-        AddStep(f, L"χF", Quantity::None, r.chi, L"(6.3)", L"0.5/λF, at most 1");
-        AddStep(f, L"FRd", Quantity::Force, r.FRd, L"(6.1)", L"χF ly tw fyw/γM1 = %s * %s * %s * %s/%s",
-                m_in.format.NoDim(r.chi), Design::QuantityText(Quantity::Length, r.ly, m_in.format),
-                Design::QuantityText(Quantity::Length, m_in.section.tw, m_in.format),
-                m_in.format.Stress(m_in.strength.fy), m_in.format.NoDim(m_in.strength.gammaM1));
-        AddStep(f, L"FEd", Quantity::Force, worst->load.force, L"",
-                worst->load.onFlange1 ? L"on the top flange" : L"on the bottom flange");
+        AddStep(f, L"ss", Quantity::Length, r.ss, L"6.3").Note(L"stiff bearing, at most hw");
+        AddStep(f, L"c", Quantity::Length, worst->force.c, L"Figure 6.1")
+            .Note(L"from the end of the member to the bearing");
+        AddStep(f, L"kF", Quantity::None, r.kF, L"Figure 6.1").Formula(L"min(6, 2 + 6 (ss + c)/hw)");
+        AddStep(f, L"Fcr", Quantity::Force, r.Fcr, L"(6.5)").Formula(L"0.9 kF E tw³/hw");
+        AddStep(f, L"m1", Quantity::None, r.m1, L"(6.8)");
+        AddStep(f, L"m2", Quantity::None, r.m2, L"(6.9)");
+        AddStep(f, L"ly", Quantity::Length, r.ly, L"(6.10) to (6.12)").Note(L"the least of the three");
+        AddStep(f, L"λF", Quantity::None, r.slenderness, L"(6.4)").Formula(L"(ly tw fyw/Fcr)^0.5");
+        AddStep(f, L"χF", Quantity::None, r.chi, L"(6.3)").Formula(L"min(1, 0.5/λF)");
+        AddStep(f, L"FRd", Quantity::Force, r.FRd, L"(6.1)")
+            .Formula(L"χF ly tw fyw/γM1")
+            .Values(L"%s * %s * %s * %s/%s", m_in.format.NoDim(r.chi),
+                    Design::QuantityText(Quantity::Length, r.ly, m_in.format),
+                    Design::QuantityText(Quantity::Length, m_in.section.tw, m_in.format),
+                    m_in.format.Stress(m_in.strength.fy), m_in.format.NoDim(m_in.strength.gammaM1));
+        AddStep(f, L"FEd", Quantity::Force, worst->load.force, L"")
+            .Note(worst->load.onFlange1 ? L"on the top flange" : L"on the bottom flange");
     }
     Add(f);
 }
@@ -180,11 +183,13 @@ void MemberCheck::RecordWebBending()
     f.start = f.end = worst->load.x;
     f.utilisation = worst->withMoment;
     if (m_in.withSteps) {
-        AddStep(f, L"η1", Quantity::None, worst->eta1, L"(4.14)",
-                L"of the moments and the compression there, by elastic moduli, of class 4 effective ones");
-        AddStep(f, L"η2", Quantity::None, worst->utilisation, L"(6.14)", L"FEd/FRd = %s/%s",
-                m_in.format.Force(worst->load.force), m_in.format.Force(worst->resistance.FRd));
-        AddStep(f, L"η2 + 0.8 η1", Quantity::None, worst->utilisation + 0.8 * worst->eta1, L"(7.2)", L"at most 1.4");
+        AddStep(f, L"η1", Quantity::None, worst->eta1, L"(4.14)")
+            .Note(L"of the moments and the compression there, by elastic moduli, of class 4 effective ones");
+        AddStep(f, L"η2", Quantity::None, worst->utilisation, L"(6.14)")
+            .Formula(L"FEd/FRd")
+            .Values(L"%s/%s", m_in.format.Force(worst->load.force), m_in.format.Force(worst->resistance.FRd));
+        AddStep(f, L"η2 + 0.8 η1", Quantity::None, worst->utilisation + 0.8 * worst->eta1, L"(7.2)")
+            .Note(L"at most 1.4");
     }
     Add(f);
 }

@@ -107,17 +107,19 @@ void MemberCheck::RecordGeneral(const Combination& c)
     }
     if (!c.open && m_in.withSteps) {
         const CDesFormat& fmt = m_in.format;
-        AddStep(f, L"NEd", Quantity::Force, c.Ny, L"", L"");
-        AddStep(f, L"MyEd", Quantity::Moment, c.My, L"", L"");
-        AddStep(f, L"αult,k", Quantity::None, g.amplifier, L"6.3.4(2)",
-                L"factor at which NEd/(χy NRk) + kyy My,Ed/My,Rk, or the cross-section alone, reaches 1");
-        AddStep(f, L"αcr,op", Quantity::None, g.criticalFactor, L"6.3.4(3)",
-                L"elastic analysis with NEd and My,Ed as the member is held and loaded");
-        AddStep(f, L"λop", Quantity::None, g.reduction.slenderness, L"(6.64)", L"(%s/%s)^0.5", fmt.NoDim(g.amplifier),
-                fmt.NoDim(g.criticalFactor));
-        AddStep(f, L"χop", Quantity::None, g.reduction.Chi(), L"6.3.4(4)a", L"the smaller of χ = %s and χLT = %s",
-                fmt.NoDim(g.reduction.chi), fmt.NoDim(g.reduction.chiLT));
-        AddStep(f, L"χop αult,k/γM1", Quantity::None, 1.0 / g.utilisation, L"(6.63)", L"at least 1");
+        AddStep(f, L"NEd", Quantity::Force, c.Ny, L"");
+        AddStep(f, L"MyEd", Quantity::Moment, c.My, L"");
+        AddStep(f, L"αult,k", Quantity::None, g.amplifier, L"6.3.4(2)")
+            .Note(L"factor at which NEd/(χy NRk) + kyy My,Ed/My,Rk, or the cross-section alone, reaches 1");
+        AddStep(f, L"αcr,op", Quantity::None, g.criticalFactor, L"6.3.4(3)")
+            .Note(L"elastic analysis with NEd and My,Ed as the member is held and loaded");
+        AddStep(f, L"λop", Quantity::None, g.reduction.slenderness, L"(6.64)")
+            .Formula(L"(αult,k/αcr,op)^0.5")
+            .Values(L"(%s/%s)^0.5", fmt.NoDim(g.amplifier), fmt.NoDim(g.criticalFactor));
+        AddStep(f, L"χop", Quantity::None, g.reduction.Chi(), L"6.3.4(4)a")
+            .Formula(L"min(χ, χLT)")
+            .Values(L"min(%s, %s)", fmt.NoDim(g.reduction.chi), fmt.NoDim(g.reduction.chiLT));
+        AddStep(f, L"χop αult,k/γM1", Quantity::None, 1.0 / g.utilisation, L"(6.63)").Note(L"at least 1");
     }
     Add(f);
 }

@@ -10,15 +10,20 @@ using Design::RuleFinding;
 void MemberCheck::AddAnnexASteps(RuleFinding& f, const Combination& c, bool first) const
 {
     const AnnexAFactors& a = *c.annexA;
-    const auto n = [this](double value) { return m_in.format.NoDim(value); };
-    AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table A.2", L"Cmy,0 = %s, Cmz,0 = %s", n(a.Cmy0), n(a.Cmz0));
-    AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table A.1", L"Cmy = %s, Cmz = %s, CmLT = %s", n(a.Cmy),
-            n(a.Cmz), n(a.CmLT));
-    AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table A.1",
-            L"μy = %s, μz = %s, Cyy = %s, Cyz = %s, Czy = %s, Czz = %s", n(a.muY), n(a.muZ), n(a.Cyy), n(a.Cyz),
-            n(a.Czy), n(a.Czz));
-    AddStep(f, first ? L"kyy" : L"kzy", Quantity::None, first ? c.k.kyy : c.k.kzy, L"Table A.1", L"");
-    AddStep(f, first ? L"kyz" : L"kzz", Quantity::None, first ? c.k.kyz : c.k.kzz, L"Table A.1", L"");
+    struct Factor {
+        const wchar_t* symbol;
+        double value;
+        const wchar_t* table;
+    };
+    const Factor factors[] = {
+        {L"Cmy,0", a.Cmy0, L"Table A.2"}, {L"Cmz,0", a.Cmz0, L"Table A.2"}, {L"Cmy", a.Cmy, L"Table A.1"},
+        {L"Cmz", a.Cmz, L"Table A.1"},    {L"CmLT", a.CmLT, L"Table A.1"},  {L"μy", a.muY, L"Table A.1"},
+        {L"μz", a.muZ, L"Table A.1"},     {L"Cyy", a.Cyy, L"Table A.1"},    {L"Cyz", a.Cyz, L"Table A.1"},
+        {L"Czy", a.Czy, L"Table A.1"},    {L"Czz", a.Czz, L"Table A.1"}};
+    for (const Factor& factor : factors)
+        AddStep(f, factor.symbol, Quantity::None, factor.value, factor.table);
+    AddStep(f, first ? L"kyy" : L"kzy", Quantity::None, first ? c.k.kyy : c.k.kzy, L"Table A.1");
+    AddStep(f, first ? L"kyz" : L"kzz", Quantity::None, first ? c.k.kyz : c.k.kzz, L"Table A.1");
 }
 
 // Factors of Tables B.1 and B.2.
@@ -29,35 +34,36 @@ void MemberCheck::AddFactorSteps(RuleFinding& f, const Combination& c, bool firs
     const auto n = [this](double value) { return m_in.format.NoDim(value); };
     const auto by = [&](const wchar_t* symbol, double value, double Cm, double lambda, double share, bool minor) {
         const wchar_t* const table = minor && !i.isHollow && i.isPlastic ? L"Table B.1, I and H" : L"Table B.1";
-        CString formula;
+        Design::Step& step = AddStep(f, symbol, Quantity::None, value, table);
         if (!i.isPlastic)
-            formula.Format(L"Cm(1 + 0.6 λ n), at most Cm(1 + 0.6 n), of Cm = %s, λ = %s, n = %s", n(Cm), n(lambda),
-                           n(share));
+            step.Formula(L"Cm(1 + 0.6 n min(1, λ))")
+                .Values(L"%s * (1 + 0.6 * %s * min(1, %s))", n(Cm), n(share), n(lambda));
         else if (minor && !i.isHollow)
-            formula.Format(L"Cm(1 + (2 λ - 0.6) n), at most Cm(1 + 1.4 n), of Cm = %s, λ = %s, n = %s", n(Cm),
-                           n(lambda), n(share));
+            step.Formula(L"Cm(1 + n min(1.4, 2 λ - 0.6))")
+                .Values(L"%s * (1 + %s * min(1.4, 2 * %s - 0.6))", n(Cm), n(share), n(lambda));
         else
-            formula.Format(L"Cm(1 + (λ - 0.2) n), at most Cm(1 + 0.8 n), of Cm = %s, λ = %s, n = %s", n(Cm), n(lambda),
-                           n(share));
-        AddStep(f, symbol, Quantity::None, value, table, L"%s", formula);
+            step.Formula(L"Cm(1 + n min(0.8, λ - 0.2))")
+                .Values(L"%s * (1 + %s * min(0.8, %s - 0.2))", n(Cm), n(share), n(lambda));
     };
     if (first) {
         by(L"kyy", c.k.kyy, i.Cmy, i.lambdaY, i.ny, false);
         by(L"kzz", c.k.kzz, i.Cmz, i.lambdaZ, i.nz, true);
-        AddStep(f, L"kyz", Quantity::None, c.k.kyz, L"Table B.1", i.isPlastic ? L"0.6 kzz" : L"kzz");
+        AddStep(f, L"kyz", Quantity::None, c.k.kyz, L"Table B.1").Formula(i.isPlastic ? L"0.6 kzz" : L"kzz");
         return;
     }
     if (i.isHollow)
-        AddStep(f, L"kzy", Quantity::None, c.k.kzy, L"Table B.1", L"%s * %s", i.isPlastic ? L"0.6" : L"0.8",
-                n(c.k.kyy));
+        AddStep(f, L"kzy", Quantity::None, c.k.kzy, L"Table B.1")
+            .Formula(L"%s kyy", i.isPlastic ? L"0.6" : L"0.8")
+            .Values(L"%s * %s", i.isPlastic ? L"0.6" : L"0.8", n(c.k.kyy));
     else if (i.isPlastic && i.lambdaZ < 0.4)
-        AddStep(f, L"kzy", Quantity::None, c.k.kzy, L"Table B.2",
-                L"0.6 + λz, at most 1 - 0.1 λz nz/(CmLT - 0.25), of CmLT = %s, λz = %s, nz = %s", n(i.CmLT),
-                n(i.lambdaZ), n(i.nz));
+        AddStep(f, L"kzy", Quantity::None, c.k.kzy, L"Table B.2")
+            .Formula(L"min(0.6 + λz, 1 - 0.1 λz nz/(CmLT - 0.25))")
+            .Values(L"min(0.6 + %s, 1 - 0.1 * %s * %s/(%s - 0.25))", n(i.lambdaZ), n(i.lambdaZ), n(i.nz), n(i.CmLT));
     else
-        AddStep(f, L"kzy", Quantity::None, c.k.kzy, L"Table B.2",
-                L"1 - %s λz nz/(CmLT - 0.25), at least 1 - %s nz/(CmLT - 0.25), of CmLT = %s, λz = %s, nz = %s",
-                i.isPlastic ? L"0.1" : L"0.05", i.isPlastic ? L"0.1" : L"0.05", n(i.CmLT), n(i.lambdaZ), n(i.nz));
+        AddStep(f, L"kzy", Quantity::None, c.k.kzy, L"Table B.2")
+            .Formula(L"1 - %s min(1, λz) nz/(CmLT - 0.25)", i.isPlastic ? L"0.1" : L"0.05")
+            .Values(L"1 - %s * min(1, %s) * %s/(%s - 0.25)", i.isPlastic ? L"0.1" : L"0.05", n(i.lambdaZ), n(i.nz),
+                    n(i.CmLT));
     by(L"kzz", c.k.kzz, i.Cmz, i.lambdaZ, i.nz, true);
 }
 
@@ -73,29 +79,36 @@ void MemberCheck::AddInteractionSteps(RuleFinding& f, const Combination& c, bool
     const bool twists = c.twists && (first ? c.NyRd : c.NzRd) < (span.open ? 0.0 : span.strut.NbRd);
     if (!span.open && !twists)
         AddStep(f, first ? (IsAngle() ? L"χu" : L"χy") : (IsAngle() ? L"χv" : L"χz"), Quantity::None,
-                span.strut.reduction.chi, L"(6.49)", L"curve %s, λ = %s", CurveName(span.strut.curve),
-                n(span.strut.slenderness));
-    AddStep(f, L"NEd/Nb,Rd", Quantity::None, share, twists ? L"Nb,TF" : L"(6.47)", L"%s/%s",
-            m_in.format.Force(first ? c.Ny : c.Nz), m_in.format.Force(first ? c.NyRd : c.NzRd));
-    if (!c.annexA)
-        AddStep(f, L"factors", Quantity::None, std::nan(""), L"Table B.3", L"Cmy = %s, Cmz = %s, CmLT = %s", n(i.Cmy),
-                n(i.Cmz), n(i.CmLT));
+                span.strut.reduction.chi, L"(6.49)")
+            .Note(L"curve %s, λ = %s", CurveName(span.strut.curve), n(span.strut.slenderness));
+    Design::Step& ratio = AddStep(f, L"NEd/Nb,Rd", Quantity::None, share, L"(6.47)");
+    const double N = first ? c.Ny : c.Nz;
+    if (N > 0.0) ratio.Values(L"%s/%s", m_in.format.Force(N), m_in.format.Force(first ? c.NyRd : c.NzRd));
+    if (twists) ratio.Note(L"flexural-torsional buckling");
+    if (!c.annexA) {
+        AddStep(f, L"Cmy", Quantity::None, i.Cmy, L"Table B.3");
+        AddStep(f, L"Cmz", Quantity::None, i.Cmz, L"Table B.3");
+        AddStep(f, L"CmLT", Quantity::None, i.CmLT, L"Table B.3");
+    }
     AddFactorSteps(f, c, first);
     const double My = c.My > 0.0 ? c.My / (lateral.Chi() * c.MyRk / gamma) : 0.0;
     const double shift = c.shiftMy > 0.0 ? c.shiftMy / (lateral.shiftChi * c.MyRk / gamma) : 0.0;
     const double Mz = c.Mz + c.shiftMz > 0.0 ? (c.Mz + c.shiftMz) / (c.MzRk / gamma) : 0.0;
-    AddStep(f, IsAngle() ? L"Mu,Ed/Mb,Rd" : L"My,Ed/Mb,Rd", Quantity::None, My, L"χLT My,Rk/γM1", L"%s/(%s * %s)",
-            moment(c.My), n(lateral.Chi()), moment(c.MyRk / gamma));
+    AddStep(f, IsAngle() ? L"Mu,Ed/Mb,Rd" : L"My,Ed/Mb,Rd", Quantity::None, My, L"")
+        .Formula(IsAngle() ? L"Mu,Ed/(χLT Mu,Rk/γM1)" : L"My,Ed/(χLT My,Rk/γM1)")
+        .Values(L"%s/(%s * %s)", moment(c.My), n(lateral.Chi()), moment(c.MyRk / gamma));
     if (c.shiftMy > 0.0)
-        AddStep(f, L"ΔMy,Ed/Mb,Rd", Quantity::None, shift, L"NEd eN,y", L"%s/(%s * %s)", moment(c.shiftMy),
-                n(lateral.shiftChi), moment(c.MyRk / gamma));
+        AddStep(f, L"ΔMy,Ed/Mb,Rd", Quantity::None, shift, L"")
+            .Formula(L"NEd eN,y/(χLT My,Rk/γM1)")
+            .Values(L"%s/(%s * %s)", moment(c.shiftMy), n(lateral.shiftChi), moment(c.MyRk / gamma));
     CString effect = moment(c.Mz);
     if (c.shiftMz > 0.0) effect = CString(L"(") + effect + L" + " + moment(c.shiftMz) + L")";
-    AddStep(f, IsAngle() ? L"Mv,Ed/Mv,Rd" : L"Mz,Ed/Mz,Rd", Quantity::None, Mz, L"Mz,Rk/γM1", L"%s/%s", effect,
-            moment(c.MzRk / gamma));
-    AddStep(f, L"sum", Quantity::None, first ? c.first : c.second, first ? L"(6.61)" : L"(6.62)",
-            L"%s + %s * %s + %s * %s", n(share), n(first ? c.k.kyy : c.k.kzy), n(My + shift),
-            n(first ? c.k.kyz : c.k.kzz), n(Mz));
+    AddStep(f, IsAngle() ? L"Mv,Ed/Mv,Rd" : L"Mz,Ed/Mz,Rd", Quantity::None, Mz, L"")
+        .Formula(IsAngle() ? L"Mv,Ed/(Mv,Rk/γM1)" : L"Mz,Ed/(Mz,Rk/γM1)")
+        .Values(L"%s/%s", effect, moment(c.MzRk / gamma));
+    AddStep(f, L"sum", Quantity::None, first ? c.first : c.second, first ? L"(6.61)" : L"(6.62)")
+        .Values(L"%s + %s * %s + %s * %s", n(share), n(first ? c.k.kyy : c.k.kzy), n(My + shift),
+                n(first ? c.k.kyz : c.k.kzz), n(Mz));
 }
 
 } // namespace Keltrix::EC3

@@ -258,6 +258,7 @@ void MemberCheck::SetElastic(LateralSpan& span, const Stability::Unit& unit) con
     if (!unit.positive || span.mechanism) return;
     span.lambda = unit.positive->lambda;
     span.error = unit.positive->error;
+    span.largestMoment = unit.largestMoment;
     span.Mcr = span.lambda * unit.largestMoment / (1.0 + span.error);
 }
 
@@ -444,31 +445,49 @@ void MemberCheck::RecordLateral(const LateralSpan& span)
     AddResistance(L"f", Quantity::None, r.f, span.start, span.end);
     if (r.chiMod > r.chi && span.C1 > LARGEST_C1) WarnOfCurveFactor(span);
     if (m_in.withSteps) {
+        const auto n = [this](double value) { return m_in.format.NoDim(value); };
         if (m_in.lengthOverride || IsAngle())
-            AddStep(f, L"Mcr", Quantity::Moment, span.Mcr, L"6.3.2.2(2)",
-                    L"of a uniform moment, (Pz β/2) + ((Pz β/2)² + Pz (G It + π² E Iw/L²))^0.5, Pz = π² E Iz/L²");
+            AddStep(f, L"Mcr", Quantity::Moment, span.Mcr, L"6.3.2.2(2)")
+                .Formula(L"(Pz β/2) + ((Pz β/2)² + Pz (G It + π² E Iw/L²))^0.5")
+                .Note(L"of a uniform moment, Pz = π² E Iz/L²");
         else if (m_in.options.mcr == CriticalMoment::C1)
-            AddStep(f, L"Mcr", Quantity::Moment, span.Mcr, L"6.3.2.2(2)",
-                    L"C1 (Pz (G It + π² E Iw/L²))^0.5, Pz = π² E Iz/L², C1 %s, L = %s", span.C1Source,
-                    m_in.format.Length(span.end - span.start));
+            AddStep(f, L"Mcr", Quantity::Moment, span.Mcr, L"6.3.2.2(2)")
+                .Formula(L"C1 (Pz (G It + π² E Iw/L²))^0.5")
+                .Note(L"Pz = π² E Iz/L², C1 %s, L = %s", span.C1Source, m_in.format.Length(span.end - span.start));
         else
-            AddStep(f, L"Mcr", Quantity::Moment, span.Mcr, L"6.3.2.2(2)", L"λcr MEd less the estimated error: %s * %s",
-                    m_in.format.NoDim(span.lambda), m_in.format.Moment(span.M));
-        AddStep(f, L"λLT", Quantity::None, r.slenderness, L"6.3.2.2(1)", L"(Wy fy/Mcr)^0.5 = (%s/%s)^0.5",
-                m_in.format.Moment(m_class.Wy * m_in.material.fy), m_in.format.Moment(span.Mcr));
-        AddStep(f, L"αLT", Quantity::None, ImperfectionFactor(span.rule->curve), span.rule->clause, L"curve %s",
-                CurveName(span.rule->curve));
-        AddStep(f, L"φLT", Quantity::None, r.phi, span.rule->clause, L"0.5(1 + αLT(λLT - %s) + %s λLT²)",
-                m_in.format.NoDim(span.rule->lambda0), m_in.format.NoDim(span.rule->beta));
-        AddStep(f, L"χLT", Quantity::None, r.chi, span.rule->clause, L"1/(φLT + (φLT² - β λLT²)^0.5), at most 1/λLT²");
+            AddStep(f, L"Mcr", Quantity::Moment, span.Mcr, L"6.3.2.2(2)")
+                .Formula(L"λcr Mmax/(1 + error)")
+                .Values(L"%s * %s/(1 + %s)", n(span.lambda), m_in.format.Moment(span.largestMoment), n(span.error));
+        AddStep(f, L"λLT", Quantity::None, r.slenderness, L"6.3.2.2(1)")
+            .Formula(L"(Wy fy/Mcr)^0.5")
+            .Values(L"(%s/%s)^0.5", m_in.format.Moment(m_class.Wy * m_in.material.fy), m_in.format.Moment(span.Mcr));
+        AddStep(f, L"αLT", Quantity::None, ImperfectionFactor(span.rule->curve), span.rule->clause)
+            .Note(L"curve %s", CurveName(span.rule->curve));
+        AddStep(f, L"φLT", Quantity::None, r.phi, span.rule->clause)
+            .Formula(L"0.5(1 + αLT(λLT - %s) + %s λLT²)", n(span.rule->lambda0), n(span.rule->beta))
+            .Values(L"0.5 * (1 + %s * (%s - %s) + %s * %s²)", n(ImperfectionFactor(span.rule->curve)), n(r.slenderness),
+                    n(span.rule->lambda0), n(span.rule->beta), n(r.slenderness));
+        AddStep(f, L"χLT", Quantity::None, r.chi, span.rule->clause)
+            .Formula(L"min(1, 1/λLT², 1/(φLT + (φLT² - %s λLT²)^0.5))", n(span.rule->beta))
+            .Values(L"min(1, 1/%s², 1/(%s + (%s² - %s * %s²)^0.5))", n(r.slenderness), n(r.phi), n(r.phi),
+                    n(span.rule->beta), n(r.slenderness));
         if (span.rule->isModified) {
-            AddStep(f, L"C1", Quantity::None, span.C1, L"", L"%s", span.C1Source);
-            AddStep(f, L"kc", Quantity::None, r.kc, L"6.3.2.3(2)", L"1/C1^0.5");
-            AddStep(f, L"f", Quantity::None, r.f, L"6.3.2.3(2)", L"1 - 0.5(1 - kc)(1 - 2(λLT - 0.8)²)");
-            AddStep(f, L"χLT,mod", Quantity::None, r.chiMod, L"(6.58)", L"χLT/f");
+            AddStep(f, L"C1", Quantity::None, span.C1, L"").Note(L"%s", span.C1Source);
+            AddStep(f, L"kc", Quantity::None, r.kc, L"6.3.2.3(2)")
+                .Formula(L"min(1, 1/C1^0.5)")
+                .Values(L"min(1, 1/%s^0.5)", n(span.C1));
+            AddStep(f, L"f", Quantity::None, r.f, L"6.3.2.3(2)")
+                .Formula(L"min(1, 1 - 0.5(1 - kc)(1 - 2(λLT - 0.8)²))")
+                .Values(L"min(1, 1 - 0.5 * (1 - %s) * (1 - 2 * (%s - 0.8)²))", n(r.kc), n(r.slenderness));
+            AddStep(f, L"χLT,mod", Quantity::None, r.chiMod, L"(6.58)")
+                .Formula(L"min(1, 1/λLT², χLT/f)")
+                .Values(L"min(1, 1/%s², %s/%s)", n(r.slenderness), n(r.chi), n(r.f));
         }
-        AddStep(f, L"MbRd", Quantity::Moment, span.MbRd, L"(6.55)", L"χLT Wy fy/γM1");
-        AddStep(f, IsAngle() ? L"MuEd" : L"MyEd", Quantity::Moment, span.M, L"", L"");
+        AddStep(f, L"MbRd", Quantity::Moment, span.MbRd, L"(6.55)")
+            .Formula(L"χLT Wy fy/γM1")
+            .Values(L"%s * %s/%s", n(r.chiMod), m_in.format.Moment(m_class.Wy * m_in.material.fy),
+                    n(m_in.strength.gammaM1));
+        AddStep(f, IsAngle() ? L"MuEd" : L"MyEd", Quantity::Moment, span.M, L"");
     }
     Add(f);
 }

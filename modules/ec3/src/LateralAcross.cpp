@@ -119,15 +119,20 @@ void MemberCheck::CheckAcross(RuleFinding& f, const AcrossLength& length, double
                    : L"moments about z-z, the stiffer axis";
     AddResistance(L"MbzRd", Quantity::Moment, f.resistance, length.start, length.end);
     if (!m_in.withSteps || length.mechanism) return;
-    AddStep(f, L"Mcr", Quantity::Moment, length.Mcr, L"6.3.2.2(2)",
-            m_in.lengthOverride
-                ? L"of a uniform moment about z-z, (Ncr,y (G It + π² E Iw/L²))^0.5"
-                : L"elastic analysis of the length under moments about z-z alone, less the estimated error");
-    AddStep(f, L"λLT", Quantity::None, f.slenderness, L"6.3.2.2(1)", L"(Wz fy/Mcr)^0.5 = (%s/%s)^0.5",
-            m_in.format.Moment(MRk), m_in.format.Moment(length.Mcr));
-    AddStep(f, L"χLT", Quantity::None, r.chi, OTHER_SECTIONS.clause, L"curve %s", CurveName(OTHER_SECTIONS.curve));
-    AddStep(f, L"MbzRd", Quantity::Moment, f.resistance, L"(6.55)", L"χLT Wz fy/γM1");
-    AddStep(f, L"MzEd", Quantity::Moment, M, L"", L"");
+    Design::Step& Mcr = AddStep(f, L"Mcr", Quantity::Moment, length.Mcr, L"6.3.2.2(2)");
+    if (m_in.lengthOverride)
+        Mcr.Formula(L"(Ncr,y (G It + π² E Iw/L²))^0.5").Note(L"of a uniform moment about z-z");
+    else
+        Mcr.Note(L"elastic analysis of the length under moments about z-z alone, less the estimated error");
+    AddStep(f, L"λLT", Quantity::None, f.slenderness, L"6.3.2.2(1)")
+        .Formula(L"(Wz fy/Mcr)^0.5")
+        .Values(L"(%s/%s)^0.5", m_in.format.Moment(MRk), m_in.format.Moment(length.Mcr));
+    AddStep(f, L"χLT", Quantity::None, r.chi, OTHER_SECTIONS.clause).Note(L"curve %s", CurveName(OTHER_SECTIONS.curve));
+    AddStep(f, L"MbzRd", Quantity::Moment, f.resistance, L"(6.55)")
+        .Formula(L"χLT Wz fy/γM1")
+        .Values(L"%s * %s/%s", m_in.format.NoDim(chi), m_in.format.Moment(MRk),
+                m_in.format.NoDim(m_in.strength.gammaM1));
+    AddStep(f, L"MzEd", Quantity::Moment, M, L"");
 }
 
 } // namespace Keltrix::EC3

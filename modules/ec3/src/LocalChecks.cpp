@@ -15,20 +15,6 @@ namespace {
 
 double Finite(double utilisation) { return Steel::CMemberResult::InfinitiseNANs(utilisation); }
 
-CString Area(double m2)
-{
-    CString text;
-    text.Format(L"%.4g cm²", m2 * 1e4);
-    return text;
-}
-
-CString Volume(double m3)
-{
-    CString text;
-    text.Format(L"%.5g cm³", m3 * 1e6);
-    return text;
-}
-
 } // namespace
 
 struct MemberCheck::LocalRule {
@@ -83,49 +69,63 @@ void MemberCheck::AddResistanceSteps(RuleFinding& f, const LocalRule& rule, doub
 {
     const Strength& m = m_in.strength;
     const CString fy = m_in.format.Stress(m.fy);
-    CString formula;
+    Design::Step step;
     switch (rule.rule) {
     case Rule::Tension:
         if (m_in.netGross == 1.0)
-            formula.Format(L"A fy/γM0 = %s * %s/%s", Area(m_in.section.A), fy, m_in.format.NoDim(m.gammaM0));
+            step.Formula(L"A fy/γM0")
+                .Values(L"%s * %s/%s", Design::AreaText(m_in.section.A), fy, m_in.format.NoDim(m.gammaM0));
         else
-            formula.Format(L"min(A fy/γM0, 0.9 Anet fu/γM2) = min(%s * %s/%s, 0.9 * %s * %s/%s)", Area(m_in.section.A),
-                           fy, m_in.format.NoDim(m.gammaM0), Area(m_in.netGross * m_in.section.A),
-                           m_in.format.Stress(m.fu), m_in.format.NoDim(m.gammaM2));
+            step.Formula(L"min(A fy/γM0, 0.9 Anet fu/γM2)")
+                .Values(L"min(%s * %s/%s, 0.9 * %s * %s/%s)", Design::AreaText(m_in.section.A), fy,
+                        m_in.format.NoDim(m.gammaM0), Design::AreaText(m_in.netGross * m_in.section.A),
+                        m_in.format.Stress(m.fu), m_in.format.NoDim(m.gammaM2));
         break;
     case Rule::Compression:
-        formula.Format(L"%s fy/γM0 = %s * %s/%s", m_class.cls == 4 ? L"Aeff" : L"A", Area(m_class.A), fy,
-                       m_in.format.NoDim(m.gammaM0));
+        step.Formula(L"%s fy/γM0", m_class.cls == 4 ? L"Aeff" : L"A")
+            .Values(L"%s * %s/%s", Design::AreaText(m_class.A), fy, m_in.format.NoDim(m.gammaM0));
         break;
     case Rule::BendingMajor:
-        formula.Format(L"%s fy/γM0 = %s * %s/%s", m_class.WyName, Volume(m_class.Wy), fy, m_in.format.NoDim(m.gammaM0));
+        step.Formula(L"%s fy/γM0", m_class.WyName)
+            .Values(L"%s * %s/%s", Design::ModulusText(m_class.Wy), fy, m_in.format.NoDim(m.gammaM0));
         break;
     case Rule::BendingMinor:
-        formula.Format(L"%s fy/γM0 = %s * %s/%s", m_class.WzName, Volume(m_class.Wz), fy, m_in.format.NoDim(m.gammaM0));
+        step.Formula(L"%s fy/γM0", m_class.WzName)
+            .Values(L"%s * %s/%s", Design::ModulusText(m_class.Wz), fy, m_in.format.NoDim(m.gammaM0));
         break;
     case Rule::ShearMajor:
-        formula.Format(L"Av fy/(3^0.5 γM0) = %s * %s/(3^0.5 * %s)", Area(ShearAreaZ(m_in.section, m.eta)), fy,
-                       m_in.format.NoDim(m.gammaM0));
+        step.Formula(L"Av fy/(3^0.5 γM0)")
+            .Values(L"%s * %s/(3^0.5 * %s)", Design::AreaText(ShearAreaZ(m_in.section, m.eta)), fy,
+                    m_in.format.NoDim(m.gammaM0));
         break;
     case Rule::ShearMinor:
-        formula.Format(L"Av fy/(3^0.5 γM0) = %s * %s/(3^0.5 * %s)", Area(ShearAreaY(m_in.section)), fy,
-                       m_in.format.NoDim(m.gammaM0));
+        step.Formula(L"Av fy/(3^0.5 γM0)")
+            .Values(L"%s * %s/(3^0.5 * %s)", Design::AreaText(ShearAreaY(m_in.section)), fy,
+                    m_in.format.NoDim(m.gammaM0));
         break;
     case Rule::ShearBuckling: {
         const Section& s = rule.resistance == &m_check->vbwAcross ? m_check->turned : m_in.section;
         const double slenderness = WebSlenderness(s, m);
-        AddStep(f, L"λw", Quantity::None, slenderness, L"(5.5)", L"hw/(86.4 tw ε) = %s/(86.4 * %s)",
-                m_in.format.NoDim(s.hw / s.tw), m_in.format.NoDim(m.epsilon));
-        AddStep(f, L"χw", Quantity::None, WebShearFactor(slenderness, m.eta, false), L"Table 5.1", L"");
-        formula.Format(L"χw hw t fyw/(3^0.5 γM1), %s of %s by %s mm", s.webs > 1 ? L"two plates" : L"a plate",
-                       m_in.format.NoDim(s.hw * 1e3), m_in.format.NoDim(s.tw * 1e3));
+        AddStep(f, L"λw", Quantity::None, slenderness, L"(5.5)")
+            .Formula(L"hw/(86.4 tw ε)")
+            .Values(L"%s/(86.4 * %s)", m_in.format.NoDim(s.hw / s.tw), m_in.format.NoDim(m.epsilon));
+        const double reduction = WebShearFactor(slenderness, m.eta, false);
+        AddStep(f, L"χw", Quantity::None, reduction, L"Table 5.1");
+        step.Formula(L"%sχw hw t fyw/(3^0.5 γM1)", s.webs > 1 ? L"2 " : L"")
+            .Values(L"%s%s * %s * %s * %s/(3^0.5 * %s)", s.webs > 1 ? L"2 * " : L"", m_in.format.NoDim(reduction),
+                    Design::QuantityText(Quantity::Length, s.hw, m_in.format),
+                    Design::QuantityText(Quantity::Length, s.tw, m_in.format), fy, m_in.format.NoDim(m.gammaM1));
         break;
     }
     default:
         break;
     }
-    AddStep(f, rule.symbol, rule.quantity, f.resistance, rule.resistance->clause, L"%s", formula);
-    AddStep(f, rule.effectSymbol, rule.quantity, effect, L"", L"");
+    step.symbol = rule.symbol;
+    step.quantity = rule.quantity;
+    step.value = f.resistance;
+    step.clause = rule.resistance->clause;
+    f.steps.push_back(std::move(step));
+    AddStep(f, rule.effectSymbol, rule.quantity, effect, L"");
 }
 
 void MemberCheck::RecordClass()
@@ -133,18 +133,17 @@ void MemberCheck::RecordClass()
     RuleFinding f = FindingOf(Rule::Classification, CheckStatus::Passed);
     f.clause = L"5.5, Table 5.2";
     if (m_in.withSteps) {
-        AddStep(f, L"ε", Quantity::None, m_in.strength.epsilon, L"Table 5.2", L"(235/%s)^0.5",
-                m_in.format.NoDim(m_in.material.fy * 1e-6));
-        AddStep(f, L"NEd", Quantity::Force, m_classActions.NEd, L"", L"largest compression along the member");
+        AddStep(f, L"ε", Quantity::None, m_in.strength.epsilon, L"Table 5.2")
+            .Values(L"(235/%s)^0.5", m_in.format.NoDim(m_in.material.fy * 1e-6));
+        AddStep(f, L"NEd", Quantity::Force, m_classActions.NEd, L"").Note(L"largest compression along the member");
         for (int i = 0; i < m_class.count; ++i) {
             const PlateClass& p = m_class.plates[static_cast<std::size_t>(i)];
-            AddStep(f, p.plate.name, Quantity::None, std::nan(""), L"Table 5.2",
-                    L"%s, %s = %s; limits of classes 1 to 3 %s, %s, %s (α = %s, ψ = %s): class %i", p.row,
-                    p.plate.ratioName, m_in.format.NoDim(p.ratio), m_in.format.NoDim(p.limit[0]),
-                    m_in.format.NoDim(p.limit[1]), m_in.format.NoDim(p.limit[2]), m_in.format.NoDim(p.alpha),
-                    m_in.format.NoDim(p.psi), p.cls);
+            AddStep(f, p.plate.ratioName, Quantity::None, p.ratio, L"Table 5.2")
+                .Note(L"%s, %s; limits of classes 1 to 3 %s, %s, %s (α = %s, ψ = %s): class %i", p.plate.name, p.row,
+                      m_in.format.NoDim(p.limit[0]), m_in.format.NoDim(p.limit[1]), m_in.format.NoDim(p.limit[2]),
+                      m_in.format.NoDim(p.alpha), m_in.format.NoDim(p.psi), p.cls);
         }
-        AddStep(f, L"class", Quantity::None, m_class.cls, L"5.5.2(6)", L"of the member");
+        AddStep(f, L"class", Quantity::None, m_class.cls, L"5.5.2(6)").Note(L"of the member");
     }
     Add(f);
 }
@@ -171,9 +170,12 @@ void MemberCheck::RecordAngleTie()
     f.utilisation = p.actions.N / f.resistance;
     f.status = LocalStatus(f.utilisation);
     if (m_in.withSteps) {
-        AddStep(f, L"NtRd", Quantity::Force, f.resistance, L"EN 1993-1-8 4.13",
-                L"A fy/γM0 of the angle with both legs as the shorter one, A = %s", Area(area));
-        AddStep(f, L"NEd", Quantity::Force, p.actions.N, L"", L"");
+        AddStep(f, L"NtRd", Quantity::Force, f.resistance, L"EN 1993-1-8 4.13")
+            .Formula(L"A fy/γM0")
+            .Values(L"%s * %s/%s", Design::AreaText(area), m_in.format.Stress(m_in.strength.fy),
+                    m_in.format.NoDim(m_in.strength.gammaM0))
+            .Note(L"the angle with both legs as the shorter one");
+        AddStep(f, L"NEd", Quantity::Force, p.actions.N, L"");
     }
     Add(f);
 }
@@ -259,39 +261,44 @@ void MemberCheck::RecordShearBending(bool across)
     f.start = f.end = p.x;
     f.utilisation = Finite(p.*utilisation);
     if (m_in.withSteps) {
-        AddStep(f, L"MEd", Quantity::Moment, M, L"", across ? L"about z-z" : L"about y-y");
-        AddStep(f, L"η3", Quantity::None, r.eta3, L"7.1(1)", L"VEd/Vbw,Rd = %s/%s", m_in.format.Force(V),
-                m_in.format.Force(across ? *m_check->vbwAcross.value : *m_check->vbw.value));
-        AddStep(f, L"MfRd", Quantity::Moment, r.MfRd, L"5.4", L"of the flanges alone");
-        AddStep(f, L"MplRd", Quantity::Moment, r.MplRd, L"7.1(1)",
-                L"of the effective flanges and the whole web, whatever its class");
-        AddStep(f, L"left side", Quantity::None, r.utilisation, L"(7.1)",
-                L"MEd/Mpl,Rd + (1 - Mf,Rd/Mpl,Rd)(2 η3 - 1)²");
+        AddStep(f, L"MEd", Quantity::Moment, M, L"").Note(across ? L"about z-z" : L"about y-y");
+        AddStep(f, L"η3", Quantity::None, r.eta3, L"7.1(1)")
+            .Formula(L"VEd/Vbw,Rd")
+            .Values(L"%s/%s", m_in.format.Force(V),
+                    m_in.format.Force(across ? *m_check->vbwAcross.value : *m_check->vbw.value));
+        AddStep(f, L"MfRd", Quantity::Moment, r.MfRd, L"5.4").Note(L"of the flanges alone");
+        AddStep(f, L"MplRd", Quantity::Moment, r.MplRd, L"7.1(1)")
+            .Note(L"of the effective flanges and the whole web, whatever its class");
+        AddStep(f, L"left side", Quantity::None, r.utilisation, L"(7.1)")
+            .Formula(L"MEd/Mpl,Rd + (1 - Mf,Rd/Mpl,Rd)(2 η3 - 1)²");
     }
     Add(f);
 }
 
 void MemberCheck::AddCombinedSteps(RuleFinding& f, const Interaction& i, const Position& p) const
 {
-    AddStep(f, L"NEd", Quantity::Force, p.actions.N, L"", L"");
+    AddStep(f, L"NEd", Quantity::Force, p.actions.N, L"");
     if (m_class.IsPlastic())
-        AddStep(f, L"n", Quantity::None, i.n, L"6.2.9.1(5)", L"|NEd|/Npl,Rd");
+        AddStep(f, L"n", Quantity::None, i.n, L"6.2.9.1(5)").Formula(L"|NEd|/Npl,Rd");
+    else if (p.actions.N == 0.0)
+        AddStep(f, L"NEd/NRd", Quantity::None, i.n, L"");
     else
-        AddStep(f, L"NEd/NRd", Quantity::None, i.n, L"", L"%s/%s", m_in.format.Force(std::abs(p.actions.N)),
-                m_in.format.Force(i.NRd));
+        AddStep(f, L"NEd/NRd", Quantity::None, i.n, L"")
+            .Values(L"%s/%s", m_in.format.Force(std::abs(p.actions.N)), m_in.format.Force(i.NRd));
     if (i.highShear) {
-        AddStep(f, L"ρz", Quantity::None, i.rhoZ, L"6.2.8(3)", L"(2 VzEd/Vpl,z,Rd - 1)²");
-        AddStep(f, L"ρy", Quantity::None, i.rhoY, L"6.2.8(3)", L"(2 VyEd/Vpl,y,Rd - 1)²");
+        AddStep(f, L"ρz", Quantity::None, i.rhoZ, L"6.2.8(3)").Formula(L"(2 VzEd/Vpl,z,Rd - 1)²");
+        AddStep(f, L"ρy", Quantity::None, i.rhoY, L"6.2.8(3)").Formula(L"(2 VyEd/Vpl,y,Rd - 1)²");
     }
-    AddStep(f, L"MyRd", Quantity::Moment, i.MyRd, i.clause, L"");
-    AddStep(f, L"MyEd", Quantity::Moment, i.My, L"", L"");
-    AddStep(f, L"MzRd", Quantity::Moment, i.MzRd, i.clause, L"");
-    AddStep(f, L"MzEd", Quantity::Moment, i.Mz, L"", L"");
-    if (m_class.IsPlastic())
-        AddStep(f, L"exponents", Quantity::None, std::nan(""), L"(6.41)", L"α = %s, β = %s",
-                m_in.format.NoDim(i.exponents.alpha), m_in.format.NoDim(i.exponents.beta));
-    else
-        AddStep(f, L"sum", Quantity::None, i.utilisation, i.clause, L"NEd/NRd + My,Ed/My,Rd + Mz,Ed/Mz,Rd");
+    AddStep(f, L"MyRd", Quantity::Moment, i.MyRd, i.clause);
+    AddStep(f, L"MyEd", Quantity::Moment, i.My, L"");
+    AddStep(f, L"MzRd", Quantity::Moment, i.MzRd, i.clause);
+    AddStep(f, L"MzEd", Quantity::Moment, i.Mz, L"");
+    if (m_class.IsPlastic()) {
+        AddStep(f, L"α", Quantity::None, i.exponents.alpha, L"(6.41)");
+        AddStep(f, L"β", Quantity::None, i.exponents.beta, L"(6.41)");
+    } else {
+        AddStep(f, L"sum", Quantity::None, i.utilisation, i.clause).Formula(L"NEd/NRd + My,Ed/My,Rd + Mz,Ed/Mz,Rd");
+    }
 }
 
 void MemberCheck::RecordCombined()
@@ -342,8 +349,8 @@ void MemberCheck::RecordSlenderWeb()
     f.utilisation = s.hw / s.tw / limit;
     f.status = LocalStatus(f.utilisation);
     if (m_in.withSteps)
-        AddStep(f, L"hw/tw", Quantity::None, s.hw / s.tw, L"(8.1)", L"at most k E/fyf (Aw/Afc)^0.5 = %s",
-                m_in.format.NoDim(limit));
+        AddStep(f, L"hw/tw", Quantity::None, s.hw / s.tw, L"(8.1)")
+            .Note(L"at most k E/fyf (Aw/Afc)^0.5 = %s", m_in.format.NoDim(limit));
     Add(f);
 }
 
@@ -397,11 +404,15 @@ void MemberCheck::RecordHighShear(bool major)
     f.quantity = Quantity::Moment;
     AddResistance(f.symbol, f.quantity, f.resistance, p.x, p.x);
     if (m_in.withSteps) {
-        AddStep(f, L"ρz", Quantity::None, p.rhoZ, L"6.2.8(3)", L"(2 * %s/%s - 1)², 0 up to half",
-                m_in.format.Force(p.actions.Vz), m_in.format.Force(*m_check->vcz.value));
-        AddStep(f, L"ρy", Quantity::None, p.rhoY, L"6.2.8(3)", L"(2 * %s/%s - 1)², 0 up to half",
-                m_in.format.Force(p.actions.Vy), m_in.format.Force(*m_check->vcy.value));
-        AddStep(f, major ? L"MyEd" : L"MzEd", Quantity::Moment, major ? p.actions.My : p.actions.Mz, L"", L"");
+        AddStep(f, L"ρz", Quantity::None, p.rhoZ, L"6.2.8(3)")
+            .Formula(L"min(1, max(0, 2 VEd/Vpl,Rd - 1)²)")
+            .Values(L"min(1, max(0, 2 * %s/%s - 1)²)", m_in.format.Force(p.actions.Vz),
+                    m_in.format.Force(*m_check->vcz.value));
+        AddStep(f, L"ρy", Quantity::None, p.rhoY, L"6.2.8(3)")
+            .Formula(L"min(1, max(0, 2 VEd/Vpl,Rd - 1)²)")
+            .Values(L"min(1, max(0, 2 * %s/%s - 1)²)", m_in.format.Force(p.actions.Vy),
+                    m_in.format.Force(*m_check->vcy.value));
+        AddStep(f, major ? L"MyEd" : L"MzEd", Quantity::Moment, major ? p.actions.My : p.actions.Mz, L"");
     }
     Add(f);
 }

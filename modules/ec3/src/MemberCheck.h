@@ -104,7 +104,8 @@ struct LateralSpan {
     StretchMoments moments;
     double lambda = 0.0; ///< critical load factor; infinite where nothing buckles
     double error = 0.0;
-    double Mcr = 0.0; ///< less the error; infinite where nothing buckles
+    double largestMoment = 0.0; ///< of the unit whose factor lambda is
+    double Mcr = 0.0;           ///< less the error; infinite where nothing buckles
     double C1 = 1.0;
     const wchar_t* C1Source = L"";
     double uniformMcr = 0.0;           ///< under uniform moment; 0 where not found
@@ -217,9 +218,9 @@ private:
     void WarnOfHeldAlong();
     void RecordOutside();
     void Add(Design::RuleFinding finding);
-    template <class... Args>
-    void AddStep(Design::RuleFinding& f, const wchar_t* symbol, Design::Quantity quantity, double value,
-                 const wchar_t* clause, const wchar_t* formula, const Args&... args) const;
+    /// The step, whose texts are to be set before the next is added.
+    static Design::Step& AddStep(Design::RuleFinding& f, const wchar_t* symbol, Design::Quantity quantity, double value,
+                                 const wchar_t* clause);
     void AddResistance(const wchar_t* symbol, Design::Quantity quantity, double value, double start, double end);
 
     // Cross-section (LocalChecks.cpp).
@@ -338,17 +339,15 @@ private:
     Design::MemberFindings m_findings;
 };
 
-template <class... Args>
-void MemberCheck::AddStep(Design::RuleFinding& f, const wchar_t* symbol, Design::Quantity quantity, double value,
-                          const wchar_t* clause, const wchar_t* formula, const Args&... args) const
+inline Design::Step& MemberCheck::AddStep(Design::RuleFinding& f, const wchar_t* symbol, Design::Quantity quantity,
+                                          double value, const wchar_t* clause)
 {
-    Design::Step step;
+    Design::Step& step = f.steps.emplace_back();
     step.symbol = symbol;
     step.quantity = quantity;
     step.value = value;
     step.clause = clause;
-    step.formula.Format(formula, args...);
-    f.steps.push_back(step);
+    return step;
 }
 
 /// The result record counts exactly 1.0 as a failure of a cross-section.

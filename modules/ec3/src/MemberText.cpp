@@ -67,7 +67,7 @@ private:
         Design::CalculationPart part{f.start, f.end};
         if (std::isnan(f.start)) part.start = part.end = m_check.Input().Start();
         for (const Design::Step& step : f.steps)
-            Line(L"%s", StepText(step));
+            Line(L"%s", LineOf(step));
         if (f.WasEvaluated() && f.utilisation > 0.0) {
             const bool fails = f.status == CheckStatus::Failed;
             part.utilisation = f.utilisation;
@@ -81,12 +81,11 @@ private:
         m_findings.parts.push_back(part);
     }
 
-    CString StepText(const Design::Step& step) const
+    // With its clause.
+    CString LineOf(const Design::Step& step) const
     {
         CString text = L"\t";
-        text += step.symbol;
-        if (!step.formula.IsEmpty()) text += CString(std::isnan(step.value) ? L": " : L" = ") + step.formula;
-        if (!std::isnan(step.value)) text += L" = " + Design::QuantityText(step.quantity, step.value, m_fmt);
+        text += Design::StepText(step, m_fmt);
         if (*step.clause) text += CString(L" <i>") + step.clause + L"</i>";
         return text;
     }

@@ -76,11 +76,13 @@ void MemberCheck::RecordSimpleColumn(const Combination& c)
     if (f.utilisation > 1.0) f.status = CheckStatus::Failed;
     if (m_in.withSteps) {
         const CDesFormat& fmt = m_in.format;
-        AddStep(f, L"NEd/Nb,Rd", Quantity::None, s.N / s.NbRd, L"", L"%s/%s, the least of all modes", fmt.Force(s.N),
-                fmt.Force(s.NbRd));
-        AddStep(f, L"My,Ed/Mb,Rd", Quantity::None, c.My / s.MbRd, L"", L"%s/%s", fmt.Moment(c.My), fmt.Moment(s.MbRd));
-        AddStep(f, L"1.5 Mz,Ed/Mc,z,Rd", Quantity::None, 1.5 * c.Mz / s.MczRd, L"", L"1.5 * %s/%s", fmt.Moment(c.Mz),
-                fmt.Moment(s.MczRd));
+        AddStep(f, L"NEd/Nb,Rd", Quantity::None, s.N / s.NbRd, L"")
+            .Note(L"the least of all modes")
+            .Values(L"%s/%s", fmt.Force(s.N), fmt.Force(s.NbRd));
+        AddStep(f, L"My,Ed/Mb,Rd", Quantity::None, c.My / s.MbRd, L"")
+            .Values(L"%s/%s", fmt.Moment(c.My), fmt.Moment(s.MbRd));
+        AddStep(f, L"1.5 Mz,Ed/Mc,z,Rd", Quantity::None, 1.5 * c.Mz / s.MczRd, L"")
+            .Values(L"1.5 * %s/%s", fmt.Moment(c.Mz), fmt.Moment(s.MczRd));
     }
     Add(f);
 }

@@ -90,17 +90,19 @@ void MemberCheck::AddFlangeSteps(Design::RuleFinding& f, const LateralSpan& span
 {
     using Design::Quantity;
     const FlangeStrut& s = *span.flange;
-    AddStep(f, L"if,z", Quantity::Length, s.radius, L"6.3.2.4(1)", L"of the flange and a third of the compressed web");
-    AddStep(f, L"Lc", Quantity::None, std::nan(""), L"6.3.2.4(1)", L"%s", m_in.format.Length(s.Lc));
-    AddStep(f, L"kc", Quantity::None, s.kc, L"Table 6.6", L"");
-    AddStep(f, L"λf", Quantity::None, s.slenderness, L"(6.59)", L"kc Lc/(if,z λ1), λ1 = 93.9 ε = %s",
-            m_in.format.NoDim(s.lambda1));
-    AddStep(f, L"limit", Quantity::None, std::nan(""), L"(6.59)", L"no reduction up to λc0 Mc,Rd/My,Ed, λc0 = %s",
-            m_in.format.NoDim(m_in.annex->flangePlateau));
-    AddStep(f, L"kfl χ", Quantity::None, s.chi, L"(6.60)", L"at most 1; kfl = %s, curve %s",
-            m_in.format.NoDim(m_in.annex->flangeFactor), CurveName(s.curve));
-    AddStep(f, L"MbRd", Quantity::Moment, span.MbRd, L"(6.60)", L"kfl χ Mc,Rd");
-    AddStep(f, L"MyEd", Quantity::Moment, span.M, L"", L"");
+    AddStep(f, L"if,z", Quantity::Length, s.radius, L"6.3.2.4(1)")
+        .Note(L"of the flange and a third of the compressed web");
+    AddStep(f, L"Lc", Quantity::Distance, s.Lc, L"6.3.2.4(1)");
+    AddStep(f, L"kc", Quantity::None, s.kc, L"Table 6.6");
+    AddStep(f, L"λf", Quantity::None, s.slenderness, L"(6.59)")
+        .Formula(L"kc Lc/(if,z λ1)")
+        .Note(L"λ1 = 93.9 ε = %s", m_in.format.NoDim(s.lambda1));
+    AddStep(f, L"λc0", Quantity::None, m_in.annex->flangePlateau, L"(6.59)")
+        .Note(L"no reduction up to λc0 Mc,Rd/My,Ed");
+    AddStep(f, L"kfl χ", Quantity::None, s.chi, L"(6.60)")
+        .Note(L"at most 1; kfl = %s, curve %s", m_in.format.NoDim(m_in.annex->flangeFactor), CurveName(s.curve));
+    AddStep(f, L"MbRd", Quantity::Moment, span.MbRd, L"(6.60)").Formula(L"kfl χ Mc,Rd");
+    AddStep(f, L"MyEd", Quantity::Moment, span.M, L"");
 }
 
 } // namespace Keltrix::EC3

@@ -224,16 +224,17 @@ void MemberCheck::AddForceStep(RuleFinding& f, const StrutSpan& span) const
     const StrutResistance& r = span.strut;
     if (span.mode != BucklingMode::Torsion) {
         const double I = span.mode == BucklingMode::Major ? MajorSecondMoment(s) : MinorSecondMoment(s);
-        AddStep(f, L"Ncr", Quantity::Force, r.Ncr, L"6.3.1.3", L"π² E I/Lcr², I = %.5g cm⁴", I * 1e8);
+        AddStep(f, L"Ncr", Quantity::Force, r.Ncr, L"6.3.1.3").Formula(L"π² E I/Lcr²").Note(L"I = %.5g cm⁴", I * 1e8);
         return;
     }
-    AddStep(f, L"Ncr,T", Quantity::Force, span.NcrT, L"6.3.1.4", L"(G It + π² E Iw/Lcr²)/i0², i0 = %.4g cm",
-            s.i0 * 1e2);
+    AddStep(f, L"Ncr,T", Quantity::Force, span.NcrT, L"6.3.1.4")
+        .Formula(L"(G It + π² E Iw/Lcr²)/i0²")
+        .Note(L"i0 = %.4g cm", s.i0 * 1e2);
     const ShearCentre centre = ShearCentreOf(s);
     if (centre.alongMajor == 0.0 && centre.alongMinor == 0.0) return;
-    AddStep(f, L"Ncr,TF", Quantity::Force, r.Ncr, L"6.3.1.4",
-            L"with flexure, shear centre %.4g cm along and %.4g cm across the major axis from the centroid",
-            std::abs(centre.alongMajor) * 1e2, std::abs(centre.alongMinor) * 1e2);
+    AddStep(f, L"Ncr,TF", Quantity::Force, r.Ncr, L"6.3.1.4")
+        .Note(L"with flexure, shear centre %.4g cm along and %.4g cm across the major axis from the centroid",
+              std::abs(centre.alongMajor) * 1e2, std::abs(centre.alongMinor) * 1e2);
 }
 
 void MemberCheck::RecordStrut(const StrutSpan& span)
@@ -266,17 +267,27 @@ void MemberCheck::RecordStrut(const StrutSpan& span)
         f.status = f.utilisation < 1.0 ? CheckStatus::Passed : CheckStatus::Failed;
     }
     if (m_in.withSteps && span.IsApplied() && !span.open) {
-        AddStep(f, L"Lcr", Quantity::None, std::nan(""), L"", L"%s: %s", m_in.format.Length(span.Lcr), span.rule);
+        const auto n = [this](double value) { return m_in.format.NoDim(value); };
+        AddStep(f, L"Lcr", Quantity::Distance, span.Lcr, L"").Note(L"%s", span.rule);
         AddForceStep(f, span);
         const wchar_t* const A = m_class.cls == 4 ? L"Aeff" : L"A";
-        AddStep(f, L"λ", Quantity::None, r.slenderness, L"6.3.1.2", L"(%s fy/Ncr)^0.5 = (%s/%s)^0.5", A,
-                m_in.format.Force(m_class.A * m_in.material.fy), m_in.format.Force(r.Ncr));
-        AddStep(f, L"α", Quantity::None, ImperfectionFactor(r.curve), L"Tables 6.1, 6.2", L"curve %s",
-                CurveName(r.curve));
-        AddStep(f, L"φ", Quantity::None, r.reduction.phi, L"6.3.1.2", L"0.5(1 + α(λ - 0.2) + λ²)");
-        AddStep(f, L"χ", Quantity::None, r.reduction.chi, L"(6.49)", L"1/(φ + (φ² - λ²)^0.5)");
-        AddStep(f, f.symbol, Quantity::Force, r.NbRd, L"(6.47)", L"χ %s fy/γM1", A);
-        AddStep(f, L"NEd", Quantity::Force, span.N, L"", L"");
+        AddStep(f, L"λ", Quantity::None, r.slenderness, L"6.3.1.2")
+            .Formula(L"(%s fy/Ncr)^0.5", A)
+            .Values(L"(%s/%s)^0.5", m_in.format.Force(m_class.A * m_in.material.fy), m_in.format.Force(r.Ncr));
+        AddStep(f, L"α", Quantity::None, ImperfectionFactor(r.curve), L"Tables 6.1, 6.2")
+            .Note(L"curve %s", CurveName(r.curve));
+        AddStep(f, L"φ", Quantity::None, r.reduction.phi, L"6.3.1.2")
+            .Formula(L"0.5(1 + α(λ - 0.2) + λ²)")
+            .Values(L"0.5 * (1 + %s * (%s - 0.2) + %s²)", n(ImperfectionFactor(r.curve)), n(r.slenderness),
+                    n(r.slenderness));
+        AddStep(f, L"χ", Quantity::None, r.reduction.chi, L"(6.49)")
+            .Formula(L"min(1, 1/(φ + (φ² - λ²)^0.5))")
+            .Values(L"min(1, 1/(%s + (%s² - %s²)^0.5))", n(r.reduction.phi), n(r.reduction.phi), n(r.slenderness));
+        AddStep(f, f.symbol, Quantity::Force, r.NbRd, L"(6.47)")
+            .Formula(L"χ %s fy/γM1", A)
+            .Values(L"%s * %s/%s", n(r.reduction.chi), m_in.format.Force(m_class.A * m_in.material.fy),
+                    n(m_in.strength.gammaM1));
+        AddStep(f, L"NEd", Quantity::Force, span.N, L"");
     }
     Add(f);
 }

@@ -45,9 +45,9 @@ Json DiagnosticList(const std::vector<Host::Diagnostic>& diagnostics)
 Json StepList(const std::vector<Design::Step>& steps)
 {
     Json list = Json::array();
+    const CDesFormat format;
     for (const Design::Step& step : steps)
-        list.push_back(JsonObject("symbol", Utf8(step.symbol), "formula", Utf8(step.formula), "value",
-                                  TextOf(step.quantity, step.value), "clause", Utf8(step.clause)));
+        list.push_back(JsonObject("text", Utf8(Design::StepText(step, format)), "clause", Utf8(step.clause)));
     return list;
 }
 

@@ -1,7 +1,7 @@
 // What the core replies.
 
 export interface Diagnostic { severity: "error" | "warning" | "note"; line: number; code: string; keyword: string; field: string; got: string; expected: string; advice: string; message: string }
-export interface Step { symbol: string; formula: string; value: string; clause: string }
+export interface Step { text: string; clause: string }
 export interface Finding {
   rule: string; clause: string; topic: string; status: string; reason: string; place: string; start: number | null; end: number | null;
   utilisation: number | null; shown: string; symbol: string; resistance: string; demand: string; governing: boolean; combination: string; steps: Step[];

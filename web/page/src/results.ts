@@ -168,12 +168,9 @@ export class Checks {
   }
 }
 
-// The steps as they are written by hand: symbol = formula = value, clause.
 function list(steps: Step[]): Child {
-  return h("ul", { class: "calculation" }, steps.map((step) => {
-    const parts = [step.symbol, step.formula, step.value].filter(Boolean);
-    return h("li", {}, h("span", {}, parts.join(" = ")), step.clause ? h("span", { class: "clause" }, step.clause) : null);
-  }));
+  return h("ul", { class: "calculation" }, steps.map((step) =>
+    h("li", {}, h("span", {}, step.text), step.clause ? h("span", { class: "clause" }, step.clause) : null)));
 }
 
 /** Messages without a field of their own. */

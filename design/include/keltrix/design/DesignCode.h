@@ -17,7 +17,7 @@ namespace Keltrix::Design {
 
 /// Raised with every change of what stands in this header, in Findings.h or in the classes of the steel library: a module that was
 /// compiled against another number is not loaded.
-inline constexpr int INTERFACE_VERSION = 6;
+inline constexpr int INTERFACE_VERSION = 7;
 
 /// A name and what it means: a value of an option, a grade, a family of sections, a national annex.
 struct Term {

@@ -26,19 +26,50 @@ enum class CheckStatus { Passed, Failed, NotApplicable, NotEvaluated, OutOfScope
 /// "passed", "failed", "not applicable", "not evaluated", "outside the input", "information"
 KELTRIX_DESIGN_API const wchar_t* StatusName(CheckStatus status);
 
-/// What a resistance is: a force in N, a moment in N·m, a stress in Pa, a small length in m (a limit of deflection) or none.
-enum class Quantity { None, Force, Moment, Stress, Length };
-/// Its text in the user's units: "275 N/mm²"; of a length in mm.
+/// What a number is: a force in N, a moment in N·m, a stress in Pa, a small length in m (of a section, a limit of deflection), a distance along the
+/// member in m, an area in m², a modulus in m³, or none of these. Resistances are of the first five.
+enum class Quantity { None, Force, Moment, Stress, Length, Distance, Area, Modulus };
+/// Its text in the user's units: "275 N/mm²"; of a small length in mm, of an area in cm² and of a modulus in cm³.
 KELTRIX_DESIGN_API CString QuantityText(Quantity quantity, double value, const CDesFormat& fmt);
+/// "85.5 cm²", "98.3 cm³": four figures without an exponent.
+KELTRIX_DESIGN_API CString AreaText(double m2);
+KELTRIX_DESIGN_API CString ModulusText(double m3);
 
-/// One step of the calculation of a rule: symbol = formula = value.
+/// One step of the calculation of a rule: symbol = formula = values = value, note. The value always stands in it; not-a-number where it has none,
+/// infinite where it has no limit.
 struct Step {
     const wchar_t* symbol = L"";
     Quantity quantity = Quantity::None;
-    double value = std::numeric_limits<double>::quiet_NaN(); ///< not-a-number: the formula says everything
-    CString formula;                                         ///< with its numbers, in the user's units; may be empty
-    const wchar_t* clause = L"";                             ///< may be empty
+    double value = std::numeric_limits<double>::quiet_NaN();
+    CString formula; ///< in symbols: "py Ae"; may be empty
+    CString values;  ///< the formula with its numbers, in the user's units: "275 N/mm² * 12.4 cm²"; may be empty
+    CString note;    ///< what belongs to the value: "curve b"; may be empty
+    const wchar_t* clause = L""; ///< may be empty
+
+    /// Set the three texts, formatted as by CString::Format.
+    template <class... Args>
+    Step& Formula(const wchar_t* format, const Args&... args)
+    {
+        formula.Format(format, args...);
+        return *this;
+    }
+    template <class... Args>
+    Step& Values(const wchar_t* format, const Args&... args)
+    {
+        values.Format(format, args...);
+        return *this;
+    }
+    template <class... Args>
+    Step& Note(const wchar_t* format, const Args&... args)
+    {
+        note.Format(format, args...);
+        return *this;
+    }
 };
+/// The step as a line, without its clause: "Pt = py Ae = 275 N/mm² * 12.4 cm² = 341 kN, note".
+KELTRIX_DESIGN_API CString StepText(const Step& step, const CDesFormat& fmt);
+/// The same with a text of its own in place of the value's.
+KELTRIX_DESIGN_API CString StepText(const Step& step, const CString& value);
 
 /// What a rule is about, whatever the design code calls it: what two codes say of one thing can stand side by side. Other: a matter that codes
 /// treat each in its own way, or no resistance at all.
