@@ -147,7 +147,7 @@ def name_is_taken(name: str) -> bool:
     return True
 
 
-@pytest.mark.parametrize(
+CASES = pytest.mark.parametrize(
     ("code", "annex", "options"),
     [
         ("bs5950", "", {}),
@@ -160,6 +160,9 @@ def name_is_taken(name: str) -> bool:
         ("bs5950", "", {"simple_column": True, "connection": "bolt"}),
     ],
 )
+
+
+@CASES
 def test_printed_numbers_give_the_value(code: str, annex: str, options: dict[str, Any]) -> None:
     rows = 250
     table = random_table(len(code) + len(annex) + len(options), rows)
@@ -179,3 +182,28 @@ def test_printed_numbers_give_the_value(code: str, annex: str, options: dict[str
                 difference = off(Expression(step.values), step.value)
                 assert difference == 0.0, f"row {row}, {table['section'][row]}, {finding.rule}: {step}: off by {difference}"
     assert calculated > 8 * rows
+
+
+def shows(finding: kx.Finding, utilisation: float) -> bool:
+    """Whether a step has the utilisation, as its value or as what is held against the resistance."""
+    shown = [step.value for step in finding.steps]
+    if finding.symbol and finding.resistance:
+        shown += [abs(value) / finding.resistance for value in shown]
+    return any(abs(value - utilisation) <= 1e-9 * utilisation for value in shown)
+
+
+@CASES
+def test_steps_lead_to_the_utilisation(code: str, annex: str, options: dict[str, Any]) -> None:
+    rows = 250
+    table = random_table(100 + len(code) + len(annex) + len(options), rows)
+    judged = 0
+    for row in range(rows):
+        for finding in kx.member_of_row(table, row).check(code, annex, **options).findings:
+            if finding.status not in ("passed", "failed") or not 0.0 < finding.utilisation < math.inf:
+                continue
+            judged += 1
+            told = f"row {row}, {table['section'][row]}: {finding}"
+            if finding.symbol:
+                assert any(step.symbol == finding.symbol and step.value == finding.resistance for step in finding.steps), told
+            assert shows(finding, finding.utilisation), told
+    assert judged > 3 * rows

@@ -188,8 +188,12 @@ void MemberCheck::RecordWebBending()
         AddStep(f, L"η2", Quantity::None, worst->utilisation, L"(6.14)")
             .Formula(L"FEd/FRd")
             .Values(L"%s/%s", m_in.format.Force(worst->load.force), m_in.format.Force(worst->resistance.FRd));
-        AddStep(f, L"η2 + 0.8 η1", Quantity::None, worst->utilisation + 0.8 * worst->eta1, L"(7.2)")
+        const double sum = worst->utilisation + 0.8 * worst->eta1;
+        const auto n = [this](double value) { return m_in.format.NoDim(value); };
+        AddStep(f, L"η2 + 0.8 η1", Quantity::None, sum, L"(7.2)")
+            .Values(L"%s + 0.8 * %s", n(worst->utilisation), n(worst->eta1))
             .Note(L"at most 1.4");
+        AddStep(f, L"(η2 + 0.8 η1)/1.4", Quantity::None, worst->withMoment, L"").Values(L"%s/1.4", n(sum));
     }
     Add(f);
 }

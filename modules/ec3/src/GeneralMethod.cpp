@@ -119,7 +119,11 @@ void MemberCheck::RecordGeneral(const Combination& c)
         AddStep(f, L"χop", Quantity::None, g.reduction.Chi(), L"6.3.4(4)a")
             .Formula(L"min(χ, χLT)")
             .Values(L"min(%s, %s)", fmt.NoDim(g.reduction.chi), fmt.NoDim(g.reduction.chiLT));
-        AddStep(f, L"χop αult,k/γM1", Quantity::None, 1.0 / g.utilisation, L"(6.63)").Note(L"at least 1");
+        AddStep(f, L"χop αult,k/γM1", Quantity::None, 1.0 / g.utilisation, L"(6.63)")
+            .Values(L"%s * %s/%s", fmt.NoDim(g.reduction.Chi()), fmt.NoDim(g.amplifier),
+                    fmt.NoDim(m_in.strength.gammaM1))
+            .Note(L"at least 1");
+        AddStep(f, L"utilisation", Quantity::None, f.utilisation, L"").Values(L"1/%s", fmt.NoDim(1.0 / g.utilisation));
     }
     Add(f);
 }

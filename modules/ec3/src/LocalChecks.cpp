@@ -10,6 +10,7 @@ namespace Keltrix::EC3 {
 using Design::CheckStatus;
 using Design::Quantity;
 using Design::RuleFinding;
+using Design::Step;
 
 namespace {
 
@@ -59,17 +60,17 @@ void MemberCheck::RecordLocal(const LocalRule& rule)
         f.symbol = rule.symbol;
         f.quantity = rule.quantity;
         AddResistance(rule.symbol, rule.quantity, f.resistance, m_in.Start(), m_in.End());
-        if (m_in.withSteps) AddResistanceSteps(f, rule, rule.effect(p));
+        if (m_in.withSteps) AddResistanceSteps(f, rule, p);
     }
     Add(f);
 }
 
 // The resistance with its numbers, and what is held against it.
-void MemberCheck::AddResistanceSteps(RuleFinding& f, const LocalRule& rule, double effect) const
+void MemberCheck::AddResistanceSteps(RuleFinding& f, const LocalRule& rule, const Position& p) const
 {
     const Strength& m = m_in.strength;
     const CString fy = m_in.format.Stress(m.fy);
-    Design::Step step;
+    Step step;
     switch (rule.rule) {
     case Rule::Tension:
         if (m_in.netGross == 1.0)
@@ -125,7 +126,13 @@ void MemberCheck::AddResistanceSteps(RuleFinding& f, const LocalRule& rule, doub
     step.value = f.resistance;
     step.clause = rule.resistance->clause;
     f.steps.push_back(std::move(step));
-    AddStep(f, rule.effectSymbol, rule.quantity, effect, L"");
+    AddStep(f, rule.effectSymbol, rule.quantity, rule.effect(p), L"");
+    const bool isShear = rule.rule == Rule::ShearMajor || rule.rule == Rule::ShearMinor;
+    if (!isShear || m_in.section.shape != Shape::CHS) return;
+    AddStep(f, L"VEd", Quantity::Force, std::hypot(p.actions.Vy, p.actions.Vz), L"")
+        .Formula(L"(VyEd² + VzEd²)^0.5")
+        .Values(L"((%s)² + (%s)²)^0.5", m_in.format.Force(p.actions.Vy), m_in.format.Force(p.actions.Vz))
+        .Note(L"a tube carries the resultant");
 }
 
 void MemberCheck::RecordClass()
@@ -275,30 +282,54 @@ void MemberCheck::RecordShearBending(bool across)
     Add(f);
 }
 
+// 6.2.8(3); the shear of a tube is that of the resultant.
+void MemberCheck::AddShearSteps(RuleFinding& f, const Actions& a, double rhoZ, double rhoY) const
+{
+    const bool tube = m_in.section.shape == Shape::CHS;
+    const auto add = [&](const wchar_t* symbol, double rho, double V, const Resistance& resistance) {
+        AddStep(f, symbol, Quantity::None, rho, L"6.2.8(3)")
+            .Formula(L"min(1, max(0, 2 VEd/Vpl,Rd - 1)²)")
+            .Values(L"min(1, max(0, 2 * %s/%s - 1)²)", m_in.format.Force(V), m_in.format.Force(*resistance.value))
+            .Note(tube ? L"VEd of the resultant" : L"");
+    };
+    add(L"ρz", rhoZ, tube ? std::hypot(a.Vy, a.Vz) : a.Vz, m_check->vcz);
+    add(L"ρy", rhoY, tube ? std::hypot(a.Vy, a.Vz) : a.Vy, m_check->vcy);
+}
+
 void MemberCheck::AddCombinedSteps(RuleFinding& f, const Interaction& i, const Position& p) const
 {
+    const bool isLinear = !m_class.IsPlastic() || !m_in.section.IsDoublySymmetric();
+    const auto moment = [this](double value) { return m_in.format.Moment(value); };
+    const auto number = [this](double value) { return m_in.format.NoDim(value); };
     AddStep(f, L"NEd", Quantity::Force, p.actions.N, L"");
-    if (m_class.IsPlastic())
-        AddStep(f, L"n", Quantity::None, i.n, L"6.2.9.1(5)").Formula(L"|NEd|/Npl,Rd");
-    else if (p.actions.N == 0.0)
-        AddStep(f, L"NEd/NRd", Quantity::None, i.n, L"");
-    else
-        AddStep(f, L"NEd/NRd", Quantity::None, i.n, L"")
-            .Values(L"%s/%s", m_in.format.Force(std::abs(p.actions.N)), m_in.format.Force(i.NRd));
-    if (i.highShear) {
-        AddStep(f, L"ρz", Quantity::None, i.rhoZ, L"6.2.8(3)").Formula(L"(2 VzEd/Vpl,z,Rd - 1)²");
-        AddStep(f, L"ρy", Quantity::None, i.rhoY, L"6.2.8(3)").Formula(L"(2 VyEd/Vpl,y,Rd - 1)²");
+    Step& n = AddStep(f, isLinear ? L"NEd/NRd" : L"n", Quantity::None, i.n, isLinear ? L"" : L"6.2.9.1(5)");
+    if (!isLinear) n.Formula(L"|NEd|/Npl,Rd");
+    if (p.actions.N != 0.0) n.Values(L"%s/%s", m_in.format.Force(std::abs(p.actions.N)), m_in.format.Force(i.NRd));
+    if (i.highShear) AddShearSteps(f, p.actions, i.rhoZ, i.rhoY);
+    AddStep(f, isLinear ? L"MyRd" : L"MNyRd", Quantity::Moment, i.MyRd, i.clause);
+    AddStep(f, L"MyEd", Quantity::Moment, i.My, L"").Note(i.My > std::abs(p.actions.My) ? L"with NEd eN,y" : L"");
+    AddStep(f, isLinear ? L"MzRd" : L"MNzRd", Quantity::Moment, i.MzRd, i.clause);
+    AddStep(f, L"MzEd", Quantity::Moment, i.Mz, L"").Note(i.Mz > std::abs(p.actions.Mz) ? L"with NEd eN,z" : L"");
+    const auto ratio = [](double M, double resistance) { return M == 0.0 ? 0.0 : M / resistance; };
+    const double y = ratio(i.My, i.MyRd);
+    const double z = ratio(i.Mz, i.MzRd);
+    if (isLinear) {
+        const bool tube = m_in.section.shape == Shape::CHS;
+        AddStep(f, L"sum", Quantity::None, i.utilisation, i.clause)
+            .Formula(tube ? L"NEd/NRd + ((My,Ed/My,Rd)² + (Mz,Ed/Mz,Rd)²)^0.5" : L"NEd/NRd + My,Ed/My,Rd + Mz,Ed/Mz,Rd")
+            .Values(tube ? L"%s + (%s² + %s²)^0.5" : L"%s + %s + %s", number(i.n), number(y), number(z));
+        return;
     }
-    AddStep(f, L"MyRd", Quantity::Moment, i.MyRd, i.clause);
-    AddStep(f, L"MyEd", Quantity::Moment, i.My, L"");
-    AddStep(f, L"MzRd", Quantity::Moment, i.MzRd, i.clause);
-    AddStep(f, L"MzEd", Quantity::Moment, i.Mz, L"");
-    if (m_class.IsPlastic()) {
-        AddStep(f, L"α", Quantity::None, i.exponents.alpha, L"(6.41)");
-        AddStep(f, L"β", Quantity::None, i.exponents.beta, L"(6.41)");
-    } else {
-        AddStep(f, L"sum", Quantity::None, i.utilisation, i.clause).Formula(L"NEd/NRd + My,Ed/My,Rd + Mz,Ed/Mz,Rd");
-    }
+    AddStep(f, L"My,Ed/MN,y,Rd", Quantity::None, y, L"").Values(L"%s/%s", moment(i.My), moment(i.MyRd));
+    AddStep(f, L"Mz,Ed/MN,z,Rd", Quantity::None, z, L"").Values(L"%s/%s", moment(i.Mz), moment(i.MzRd));
+    AddStep(f, L"α", Quantity::None, i.exponents.alpha, L"(6.41)");
+    AddStep(f, L"β", Quantity::None, i.exponents.beta, L"(6.41)");
+    const double sum = std::pow(y, i.exponents.alpha) + std::pow(z, i.exponents.beta);
+    AddStep(f, L"sum", Quantity::None, sum, L"(6.41)")
+        .Formula(L"(My,Ed/MN,y,Rd)^α + (Mz,Ed/MN,z,Rd)^β")
+        .Values(L"%s^%s + %s^%s", number(y), number(i.exponents.alpha), number(z), number(i.exponents.beta));
+    AddStep(f, L"largest of the sum and the two ratios", Quantity::None, i.utilisation, L"")
+        .Values(L"max(%s, %s, %s)", number(sum), number(y), number(z));
 }
 
 void MemberCheck::RecordCombined()
@@ -348,9 +379,18 @@ void MemberCheck::RecordSlenderWeb()
     RuleFinding f = FindingOf(Rule::FlangeInduced, CheckStatus::Passed);
     f.utilisation = s.hw / s.tw / limit;
     f.status = LocalStatus(f.utilisation);
-    if (m_in.withSteps)
-        AddStep(f, L"hw/tw", Quantity::None, s.hw / s.tw, L"(8.1)")
-            .Note(L"at most k E/fyf (Aw/Afc)^0.5 = %s", m_in.format.NoDim(limit));
+    if (m_in.withSteps) {
+        const auto n = [this](double value) { return m_in.format.NoDim(value); };
+        AddStep(f, L"limit", Quantity::None, limit, L"(8.1)")
+            .Formula(L"k E/fyf (Aw/Afc)^0.5")
+            .Values(L"%s * %s/%s * %s^0.5", n(k), m_in.format.Stress(m_in.material.E),
+                    m_in.format.Stress(m_in.strength.fy), n(areas));
+        AddStep(f, L"hw/tw", Quantity::None, s.hw / s.tw, L"")
+            .Values(L"%s/%s", Design::QuantityText(Quantity::Length, s.hw, m_in.format),
+                    Design::QuantityText(Quantity::Length, s.tw, m_in.format));
+        AddStep(f, L"hw/tw over the limit", Quantity::None, f.utilisation, L"")
+            .Values(L"%s/%s", n(s.hw / s.tw), n(limit));
+    }
     Add(f);
 }
 
@@ -404,15 +444,10 @@ void MemberCheck::RecordHighShear(bool major)
     f.quantity = Quantity::Moment;
     AddResistance(f.symbol, f.quantity, f.resistance, p.x, p.x);
     if (m_in.withSteps) {
-        AddStep(f, L"ρz", Quantity::None, p.rhoZ, L"6.2.8(3)")
-            .Formula(L"min(1, max(0, 2 VEd/Vpl,Rd - 1)²)")
-            .Values(L"min(1, max(0, 2 * %s/%s - 1)²)", m_in.format.Force(p.actions.Vz),
-                    m_in.format.Force(*m_check->vcz.value));
-        AddStep(f, L"ρy", Quantity::None, p.rhoY, L"6.2.8(3)")
-            .Formula(L"min(1, max(0, 2 VEd/Vpl,Rd - 1)²)")
-            .Values(L"min(1, max(0, 2 * %s/%s - 1)²)", m_in.format.Force(p.actions.Vy),
-                    m_in.format.Force(*m_check->vcy.value));
-        AddStep(f, major ? L"MyEd" : L"MzEd", Quantity::Moment, major ? p.actions.My : p.actions.Mz, L"");
+        AddShearSteps(f, p.actions, p.rhoZ, p.rhoY);
+        AddStep(f, f.symbol, f.quantity, f.resistance, r.clause)
+            .Note(L"with (1 - ρ) fy on the areas that carry the shear");
+        AddStep(f, major ? L"MyEd" : L"MzEd", Quantity::Moment, std::abs(major ? p.actions.My : p.actions.Mz), L"");
     }
     Add(f);
 }

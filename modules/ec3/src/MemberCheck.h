@@ -227,7 +227,7 @@ private:
     struct LocalRule;
     void RecordClass();
     void RecordLocal(const LocalRule& rule);
-    void AddResistanceSteps(Design::RuleFinding& f, const LocalRule& rule, double effect) const;
+    void AddResistanceSteps(Design::RuleFinding& f, const LocalRule& rule, const Position& p) const;
     void RecordHoles();
     void RecordAngleTie();
     void RecordHighShear(bool major);
@@ -236,6 +236,7 @@ private:
     void RecordShearBuckling();
     void RecordShearBending(bool across);
     void RecordCombined();
+    void AddShearSteps(Design::RuleFinding& f, const Actions& a, double rhoZ, double rhoY) const;
     void AddCombinedSteps(Design::RuleFinding& f, const Interaction& i, const Position& p) const;
     int Worst(double Position::*utilisation) const;
 

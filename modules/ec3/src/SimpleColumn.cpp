@@ -76,13 +76,20 @@ void MemberCheck::RecordSimpleColumn(const Combination& c)
     if (f.utilisation > 1.0) f.status = CheckStatus::Failed;
     if (m_in.withSteps) {
         const CDesFormat& fmt = m_in.format;
-        AddStep(f, L"NEd/Nb,Rd", Quantity::None, s.N / s.NbRd, L"")
-            .Note(L"the least of all modes")
-            .Values(L"%s/%s", fmt.Force(s.N), fmt.Force(s.NbRd));
-        AddStep(f, L"My,Ed/Mb,Rd", Quantity::None, c.My / s.MbRd, L"")
-            .Values(L"%s/%s", fmt.Moment(c.My), fmt.Moment(s.MbRd));
-        AddStep(f, L"1.5 Mz,Ed/Mc,z,Rd", Quantity::None, 1.5 * c.Mz / s.MczRd, L"")
-            .Values(L"1.5 * %s/%s", fmt.Moment(c.Mz), fmt.Moment(s.MczRd));
+        const auto share = [&](const wchar_t* symbol, double factor, double action, double resistance,
+                               const CString& values) {
+            const double value = action > 0.0 ? factor * action / resistance : 0.0;
+            Design::Step& step = AddStep(f, symbol, Quantity::None, value, L"");
+            if (action > 0.0) step.Values(L"%s", values);
+            return value;
+        };
+        const double N = share(L"NEd/Nb,Rd", 1.0, s.N, s.NbRd, fmt.Force(s.N) + L"/" + fmt.Force(s.NbRd));
+        f.steps.back().Note(L"the least of all modes");
+        const double My = share(L"My,Ed/Mb,Rd", 1.0, c.My, s.MbRd, fmt.Moment(c.My) + L"/" + fmt.Moment(s.MbRd));
+        const double Mz = share(L"1.5 Mz,Ed/Mc,z,Rd", 1.5, c.Mz, s.MczRd,
+                                CString(L"1.5 * ") + fmt.Moment(c.Mz) + L"/" + fmt.Moment(s.MczRd));
+        AddStep(f, L"sum", Quantity::None, f.utilisation, f.clause)
+            .Values(L"%s + %s + %s", fmt.NoDim(N), fmt.NoDim(My), fmt.NoDim(Mz));
     }
     Add(f);
 }
