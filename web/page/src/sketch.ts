@@ -1,6 +1,6 @@
 // The beam as it is drawn and dragged, and below it the diagrams on the same scale.
 
-import { placesOf, round, shapeOf, type Beam, type Table } from "./beam";
+import { placesOf, round, shapeOf, type Beam, type Table, type Value } from "./beam";
 import { s } from "./dom";
 import type { Curve, Loads } from "./replies";
 
@@ -11,6 +11,10 @@ const SIDE = 46;
 const STEP = 0.05; // m
 const ARROW = 34;
 const ROW = 58; // of the loads of one case
+
+const LETTER = 5.8; // mean width of a letter of a size
+
+const DEFLECTION = 36; // of the largest one
 
 const SPRINGS = ["vertical", "rotation", "lateral", "lateral-rotation"];
 
@@ -63,8 +67,9 @@ export class Sketch {
         bottom += 104;
       }
       if (loads.shape.length > 1) {
-        diagrams.push(...deflected(loads, scale, bottom));
-        bottom += 78;
+        const uplift = DEFLECTION * Math.max(0, -Math.min(...loads.shape.map(([, w]) => w)) / mostOf(loads));
+        diagrams.push(...deflected(loads, scale, bottom, bottom + 22 + uplift));
+        bottom += 78 + uplift;
       }
       parts.push(s("g", { class: "diagrams" }, diagrams));
     }
@@ -82,7 +87,10 @@ export class Sketch {
   private member(beam: Beam, scale: Scale, y: number): SVGElement[] {
     const [x0, x1] = [scale.x(0), scale.x(scale.length)];
     const parts = [s("rect", { x: x0, y: y - 7, width: x1 - x0, height: 14, class: "web" }), line(x0, y - 7, x1, y - 7, "flange"), line(x0, y + 7, x1, y + 7, "flange")];
-    for (const at of placesOf(beam.hinges)) parts.push(s("circle", { cx: scale.x(at), cy: y, r: 5, class: "hinge" }));
+    placesOf(beam.hinges).forEach((at, k) => parts.push(
+      s("circle", { cx: scale.x(at), cy: y, r: 5, class: "hinge" }),
+      this.handle(`g${k}`, scale, at, y, "Hinge", (to) => (moved) => { moved.hinges = movedPlace(moved.hinges, k, to); }),
+    ));
     if (beam.column === true) parts.push(text(x0, y + 60, "foot", "quiet"), text(x1, y + 60, "head", "quiet"));
     return parts;
   }
@@ -134,16 +142,20 @@ export class Sketch {
 
   private loadsOf(beam: Beam, name: string, scale: Scale, top: number): SVGElement[] {
     const bottom = top + ARROW;
-    const sizes: number[] = []; // where the sizes of point loads stand: those at one place stand above each other
+    const sizes: [number, number, number][] = []; // left, right and lift of the sizes of point loads: those that would meet stand above each other
     const parts = [text(8, top - 4, name.length > 24 ? `${name.slice(0, 23)}…` : name, "case", "start")];
     beam.load.forEach((load, i) => {
       if (!sameCase(load, name)) return;
       const shape = shapeOf(load);
       if (shape === "udl" || shape === "trapezoid") parts.push(...this.lineLoad(load, i, scale, top + 20, bottom));
       else for (const [k, at] of placesOf(load.at).entries()) {
-        const near = sizes.filter((x) => Math.abs(x - scale.x(at)) < 60).length;
-        sizes.push(scale.x(at));
-        parts.push(...this.pointLoad(load, i, k, at, scale, top + 4, bottom, near * 12));
+        const x = scale.x(at);
+        const wide = LETTER * sizeWords(load).length + 8;
+        const [left, right] = edge(x + 1, scale) === "end" ? [x - wide, x] : [x, x + wide];
+        let lift = 0;
+        while (sizes.some(([l, r, up]) => up === lift && l < right && left < r)) lift += 12;
+        sizes.push([left, right, lift]);
+        parts.push(...this.pointLoad(load, i, k, at, scale, top + 4, bottom, lift));
       }
     });
     return parts;
@@ -168,6 +180,7 @@ export class Sketch {
     parts.push(
       this.handle(`l${i}f`, scale, from, bottom - 8, "Line load from", (at) => (moved) => { moved.load[i].from = at; }),
       this.handle(`l${i}t`, scale, to, bottom - 8, "Line load to", (at) => (moved) => { moved.load[i].to = at; }),
+      ...this.heightOf(load, i, 0, x0 + 24, bottom - 9, "line load"),
     );
     return parts;
   }
@@ -176,39 +189,78 @@ export class Sketch {
     const shape = shapeOf(load);
     const value = Number(load[shape]);
     const x = scale.x(at);
-    const unit = shape === "moment" ? "kNm" : "kN";
     const anchor = edge(x + 1, scale);
     const dx = anchor === "middle" ? 5 : anchor === "start" ? 5 : -5;
-    const parts = [text(x + dx, top + 3 - lift, `${String(load[shape])} ${unit}${heightWords(load)}`, "size", anchor === "end" ? "end" : "start")];
+    const parts = [text(x + dx, top + 3 - lift, sizeWords(load), "size", anchor === "end" ? "end" : "start")];
     if (shape === "moment") parts.push(s("path", { d: `M${x - 9},${bottom - 8}a9,9 0 1 ${value < 0 ? 0 : 1} 18,0m-4,-3l4,4l3,-5`, class: "load" }));
     else if (shape === "axial") parts.push(s("path", { d: value < 0 ? `M${x + 26},${bottom - 6}h-24m6,-4l-6,4l6,4` : `M${x - 26},${bottom - 6}h24m-6,-4l6,4l-6,4`, class: "load" }));
     else parts.push(arrow(x, top + 6, bottom, value < 0, "load"));
-    parts.push(this.handle(`l${i}a${k}`, scale, at, bottom - 12, `${shape} load of ${String(load[shape])} ${unit}`, (to) => (moved) => setPlace(moved.load[i], k, to)));
+    const label = `${shape} load of ${String(load[shape])} ${unitOf(shape)}`;
+    parts.push(
+      this.handle(`l${i}a${k}`, scale, at, bottom - 12, label, (to) => (moved) => setPlace(moved.load[i], k, to)),
+      ...this.heightOf(load, i, k, x + (anchor === "end" ? -18 : 18), bottom - 9, label),
+    );
     return parts;
   }
 
   // A place on the beam that a pointer drags and arrow keys move.
   private handle(id: string, scale: Scale, at: number, y: number, label: string, change: (at: number) => (beam: Beam) => void): SVGElement {
-    const grip = s("circle", {
-      cx: scale.x(at), cy: y, r: 11, class: "handle", tabindex: 0, role: "slider", "data-handle": id, "aria-label": label, "aria-orientation": "horizontal",
-      "aria-valuemin": 0, "aria-valuemax": scale.length, "aria-valuenow": at, "aria-valuetext": metres(at),
+    const step = (event: KeyboardEvent): number => (event.shiftKey ? 0.01 : 0.1);
+    const left = (): number => this.element.getBoundingClientRect().left;
+    return this.grip(id, { cx: scale.x(at), cy: y, r: 11, class: "handle", "aria-orientation": "horizontal" }, {
+      label, value: at, words: metres(at), least: 0, most: scale.length,
+      byKey: (event) => round(at + (/Left|Down/.test(event.key) ? -step(event) : step(event))),
+      byPointer: (_, now) => scale.snapped(now.clientX - left()),
+      change,
     });
-    const go = (to: number): void => { if (to !== at) this.move(`drag ${id}`, change(to)); };
-    grip.addEventListener("keydown", (event) => {
+  }
+
+  // Where a load acts on the depth of the section: a small section beside the load, with a dot that a pointer or arrow keys move.
+  private heightOf(load: Table, i: number, k: number, x: number, y: number, label: string): SVGElement[] {
+    const level = levelOf(load);
+    if (level === undefined) return [];
+    const half = 6;
+    const to = (now: number): number => Math.min(2, Math.max(0, Math.round(now)));
+    return [
+      s("circle", { cx: x, cy: y, r: 8.5, class: "behind" }),
+      s("path", { d: `M${x - 4},${y - half}h8M${x},${y - half}v${2 * half}M${x - 4},${y + half}h8`, class: "depth" }),
+      s("circle", { cx: x, cy: y + half * (1 - level), r: 2.6, class: "dot" }),
+      this.grip(`h${i}a${k}`, { cx: x, cy: y, r: 10, class: "handle upright", "aria-orientation": "vertical" }, {
+        label: `Height of ${label}`, value: level, words: typeof load.height === "number" ? metres(load.height) : LEVELS[level], least: 0, most: 2,
+        byKey: (event) => to(/Left|Down/.test(event.key) ? Math.ceil(level) - 1 : Math.floor(level) + 1),
+        byPointer: (down, now) => to(level + (down.clientY - now.clientY) / 14),
+        change: (height) => (moved) => {
+          if (height === 1) delete moved.load[i].height; // as the field has it
+          else moved.load[i].height = LEVELS[height];
+        },
+      }),
+    ];
+  }
+
+  private grip(id: string, shape: Record<string, string | number>, slide: Slide): SVGElement {
+    const { label, value, words, least, most, change } = slide;
+    const element = s("circle", {
+      ...shape, tabindex: 0, role: "slider", "data-handle": id, "aria-label": label, "aria-valuemin": least, "aria-valuemax": most, "aria-valuenow": value, "aria-valuetext": words,
+    });
+    const go = (to: number, from: number): void => { if (to !== from) this.move(`drag ${id}`, change(to)); };
+    element.addEventListener("keydown", (event) => {
       const key = (event as KeyboardEvent).key;
-      const step = (event as KeyboardEvent).shiftKey ? 0.01 : 0.1;
-      const moves: Record<string, number> = { ArrowLeft: at - step, ArrowDown: at - step, ArrowRight: at + step, ArrowUp: at + step, Home: 0, End: scale.length };
-      if (!(key in moves)) return;
+      if (!/^(Arrow(Left|Right|Up|Down)|Home|End)$/.test(key)) return;
       event.preventDefault();
-      go(round(Math.min(scale.length, Math.max(0, moves[key]))));
+      const to = key === "Home" ? least : key === "End" ? most : slide.byKey(event as KeyboardEvent);
+      go(Math.min(most, Math.max(least, to)), value);
     });
-    grip.addEventListener("pointerdown", (event) => {
+    element.addEventListener("pointerdown", (event) => {
       const down = event as PointerEvent;
       down.preventDefault();
-      grip.focus();
+      element.focus();
       this.dragged = true;
-      const left = this.element.getBoundingClientRect().left;
-      const follow = (now: PointerEvent): void => this.move(`drag ${id}`, change(scale.snapped(now.clientX - left)));
+      let last = value;
+      const follow = (now: PointerEvent): void => {
+        const to = slide.byPointer(down, now);
+        go(to, last);
+        last = to;
+      };
       const end = (): void => {
         this.dragged = false;
         removeEventListener("pointermove", follow);
@@ -219,12 +271,39 @@ export class Sketch {
       addEventListener("pointerup", end);
       addEventListener("pointercancel", end);
     });
-    return grip;
+    return element;
   }
 }
 
+// What a grip moves: its value between least and most, by arrow keys and by a pointer that went down and is somewhere now.
+interface Slide {
+  label: string;
+  value: number;
+  words: string;
+  least: number;
+  most: number;
+  byKey(event: KeyboardEvent): number;
+  byPointer(down: PointerEvent, now: PointerEvent): number;
+  change(to: number): (beam: Beam) => void;
+}
+
+const LEVELS = ["bottom flange", "shear centre", "top flange"];
+
+// The place in LEVELS of a load across the depth; between two of them where the height is a length. None for loads that press on no flange.
+function levelOf(load: Table): number | undefined {
+  if (load.minor === true || !["udl", "trapezoid", "point"].includes(shapeOf(load))) return undefined;
+  if (load.height === undefined) return 1;
+  if (typeof load.height === "number") return 1 + 0.5 * Math.sign(load.height);
+  const level = LEVELS.indexOf(String(load.height).toLowerCase());
+  return level < 0 ? undefined : level;
+}
+
+const mostOf = (loads: Loads): number => Math.max(...loads.shape.map(([, w]) => Math.abs(w)), 1e-12);
 const sameCase = (load: Table, name: string): boolean => String(load.case ?? "").toLowerCase() === name.toLowerCase();
 const edge = (x: number, scale: Scale): string => (x < SIDE + 8 ? "start" : x > scale.width - SIDE - 30 ? "end" : "middle");
+
+const unitOf = (shape: string): string => (shape === "moment" ? "kNm" : "kN");
+const sizeWords = (load: Table): string => `${String(load[shapeOf(load)])} ${unitOf(shapeOf(load))}${heightWords(load)}`;
 
 // Where and how a load acts, as far as an arrow does not show it.
 function heightWords(load: Table): string {
@@ -233,9 +312,14 @@ function heightWords(load: Table): string {
   return `${direction}${typeof load.height === "number" ? `, ${load.height} m up` : `, ${String(load.height)}`}`;
 }
 
+// The k-th number of a list, as `placesOf` counts them, or the one place that there is.
+function movedPlace(places: Value | undefined, k: number, at: number): Value {
+  let numbers = -1;
+  return Array.isArray(places) ? places.map((old) => (placesOf(old).length === 1 && ++numbers === k ? at : old)) : at;
+}
+
 function setPlace(one: Table, k: number, at: number): void {
-  if (Array.isArray(one.at)) one.at = one.at.map((old, i) => (i === k ? at : old));
-  else one.at = at;
+  one.at = movedPlace(one.at, k, at);
 }
 
 function arrow(x: number, from: number, to: number, up: boolean, cls: string): SVGElement {
@@ -287,16 +371,15 @@ function diagram(curve: Curve, scale: Scale, top: number): SVGElement[] {
   return parts;
 }
 
-function deflected(loads: Loads, scale: Scale, top: number): SVGElement[] {
+function deflected(loads: Loads, scale: Scale, top: number, zero: number): SVGElement[] {
   const check = loads.deflections[loads.shapeOf];
-  const most = Math.max(...loads.shape.map(([, w]) => Math.abs(w)), 1e-12);
-  const zero = top + 22;
-  const points = loads.shape.map(([at, w], i) => `${i === 0 ? "M" : "L"}${scale.x(at).toFixed(1)},${(zero + (w / most) * 36).toFixed(1)}`).join("");
+  const y = (w: number): number => zero + (w / mostOf(loads)) * DEFLECTION;
+  const points = loads.shape.map(([at, w], i) => `${i === 0 ? "M" : "L"}${scale.x(at).toFixed(1)},${y(w).toFixed(1)}`).join("");
   const parts = [text(8, top + 4, `Deflection${check ? `, ${check.limit}` : ""}`, "case", "start"), line(scale.x(0), zero, scale.x(scale.length), zero, "axis"), s("path", { d: points, class: "curve" })];
   const at = loads.deflectionTexts[loads.shapeOf];
   if (at && at.at !== null) {
     const near = loads.shape.reduce((best, one) => (Math.abs(one[0] - at.at!) < Math.abs(best[0] - at.at!) ? one : best));
-    parts.push(text(scale.x(at.at), zero + (near[1] / most) * 36 + 14, at.text, "value", edge(scale.x(at.at), scale)));
+    parts.push(text(scale.x(at.at), y(near[1]) + (near[1] < 0 ? -6 : 14), at.text, "value", edge(scale.x(at.at), scale)));
   }
   return parts;
 }

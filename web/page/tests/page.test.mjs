@@ -112,6 +112,33 @@ pageTest("supports and loads are dragged and moved by keys", async (page) => {
   assert.equal(await field(page, "Place of support 2, m").inputValue(), "8.9");
 });
 
+pageTest("heights of loads and hinges are dragged and moved by keys", async (page) => {
+  await drop(page, "gerber.toml", 'section = "UB 457x191x67"\ngrade = "S275"\nspans = [6, 6]\nhinges = [7.5]\nrestraint = [{ holds = "Top flange lateral", at = [3, 9] }]\nload = [{ kind = "imposed", udl = 5 }, { kind = "imposed", point = 10, at = [3, 9] }]\n');
+  const placesIn = (text) => text.split(",").map(Number);
+  const chosen = (name) => field(page, `Height of ${name}`).evaluate((element) => element.selectedOptions[0].textContent);
+  await until(page, () => document.querySelector("[data-handle=g0]") !== null);
+  await page.settled();
+  assert.equal(await chosen("point load 2"), "shear centre");
+  const grip = page.locator("[data-handle=h1a1]");
+  const box = await grip.boundingBox();
+  await page.mouse.move(box.x + box.width / 2, box.y + box.height / 2);
+  await page.mouse.down();
+  await page.mouse.move(box.x + box.width / 2 + 40, box.y + box.height / 2 - 15, { steps: 4 });
+  await page.mouse.up();
+  await page.settled();
+  assert.equal(await chosen("point load 2"), "top flange");
+  assert.deepEqual(placesIn(await field(page, "Places of point load 2, m").inputValue()), [3, 9]);
+  await page.locator("[data-handle=h0a0]").focus();
+  await page.keyboard.press("ArrowDown");
+  await page.settled();
+  assert.equal(await chosen("line load 1"), "bottom flange");
+  assert.equal(await page.locator("[data-handle=h0a0]").getAttribute("aria-valuetext"), "bottom flange");
+  await page.locator("[data-handle=g0]").focus();
+  await page.keyboard.press("ArrowLeft");
+  await page.settled();
+  assert.deepEqual(placesIn(await field(page, "Hinges, m").inputValue()), [7.4]);
+});
+
 pageTest("a section comes from the catalogue, by search and keys", async (page) => {
   await page.getByRole("button", { name: "Catalogue" }).click();
   await page.getByLabel("Family").selectOption("");
