@@ -4,11 +4,11 @@
 //   u     distance from the compressed outer fibre      be1   effective part at the more compressed edge, Table 4.1
 //   ρ     share of the compressed width that counts     bc    compressed width
 
+#include "keltrix/ec3/Effective.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
-
-#include "keltrix/ec3/Classification.h"
 
 namespace Keltrix::EC3 {
 

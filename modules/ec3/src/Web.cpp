@@ -7,7 +7,7 @@
 #include <limits>
 #include <utility>
 
-#include "keltrix/ec3/Classification.h"
+#include "keltrix/ec3/Effective.h"
 
 namespace Keltrix::EC3 {
 

@@ -2,26 +2,12 @@
 
 #include <array>
 
+#include "keltrix/ec3/ClassActions.h"
+#include "keltrix/ec3/Effective.h"
 #include "keltrix/ec3/Export.h"
 #include "keltrix/ec3/Section.h"
 
 namespace Keltrix::EC3 {
-
-/// What a member, or a cross-section, carries as far as its class depends on it. N in N.
-struct ClassActions {
-    double NEd = 0.0;           ///< compression above zero, tension below
-    bool compressesTop = false; ///< My compresses flange 1 (top) somewhere
-    bool compressesBottom = false;
-    bool compressesBack = false; ///< Mz compresses the back of a channel (of other shapes, one side) somewhere
-    bool compressesTips = false; ///< Mz compresses the tips, or the other side, somewhere
-
-    bool BendsMajor() const { return compressesTop || compressesBottom; }
-    bool BendsMinor() const { return compressesBack || compressesTips; }
-
-    static ClassActions Compression(double NEd) { return {NEd, false, false, false, false}; }
-    static ClassActions Major(double NEd = 0.0) { return {NEd, true, true, false, false}; }
-    static ClassActions Minor(double NEd = 0.0) { return {NEd, false, false, true, true}; }
-};
 
 /// One plate against its row of Table 5.2.
 struct PlateClass {
@@ -33,21 +19,6 @@ struct PlateClass {
     double alpha = 1.0; ///< compressed part of c under plastic stresses; 1 of uniform compression
     double psi = 1.0;   ///< ratio of the elastic stresses at its edges
     int cls = 1;
-};
-
-/// Effective cross-section of class 4, EN 1993-1-5 4.4: area for uniform compression, moduli for bending alone. Gross values where
-/// nothing is lost, and in the classes below.
-struct EffectiveSection {
-    double Aeff = 0.0;
-    double Weffy = 0.0; ///< the smaller one where either flange may be compressed, and of both extreme fibres
-    double Weffz = 0.0;
-    double eNy = 0.0; ///< shift of the centroid of Aeff: along z, makes a moment about y-y; magnitude
-    double eNz = 0.0; ///< the same along y, makes a moment about z-z
-    /// Why there is no effective section for compression, for bending about y-y and about z-z; null where there is one. The
-    /// value is 0 then.
-    const wchar_t* refusalA = nullptr;
-    const wchar_t* refusalY = nullptr;
-    const wchar_t* refusalZ = nullptr;
 };
 
 /// Class of a section for its actions, and the properties that all resistances take for it.
@@ -71,22 +42,5 @@ struct Classification {
 /// sections with equal flanges, and the like from equilibrium for others. A web that My bends is judged so; uniform compression counts
 /// only where there is no My at all, of the stem of a tee always. In class 4 the effective section is filled in.
 KELTRIX_EC3_API Classification Classify(const Section& section, const Strength& strength, const ClassActions& actions);
-
-/// EN 1993-1-5 4.4: effective section for uniform compression and for bending alone with either flange compressed (flanges first,
-/// then the web, one pass). Moduli are the smallest of the ways of bending that the actions name about an axis, or of both ways
-/// where they name none or where a compression bends the section by the shift of its centroid.
-KELTRIX_EC3_API EffectiveSection MakeEffective(const Section& section, const Strength& strength,
-                                               const ClassActions& actions = {});
-
-/// EN 1993-1-5 Table 4.1 and 4.2: buckling factor of an internal plate, and of an outstand with its tip (or its supported edge)
-/// under the larger compression, for ψ = σ2/σ1. Below the tables' range ψ counts as its end, which is safe.
-KELTRIX_EC3_API double BucklingFactorInternal(double psi);
-KELTRIX_EC3_API double BucklingFactorTip(double psi);
-KELTRIX_EC3_API double BucklingFactorRoot(double psi);
-/// EN 1993-1-5 (4.2), (4.3): share of the compressed width that is effective.
-KELTRIX_EC3_API double ReductionInternal(double slenderness, double psi);
-KELTRIX_EC3_API double ReductionOutstand(double slenderness);
-/// The same of a plate under uniform compression; 1 up to class 3.
-double UniformReduction(const Plate& plate, const Strength& strength);
 
 } // namespace Keltrix::EC3
