@@ -221,17 +221,6 @@ def from_pynite(
     total = _number(found.L(), "length of the member")
     if total <= 0.0:
         raise InputError(f"length of the member: got {total!r}, expected a length above 0")
-    lines = [_line(found, total, name, stations, to_newtons, to_metres) for name in names]
-    minor = _minor_sign(lines, signs[minor_sags])
-    if minor == 0.0:
-        raise InputError(
-            "My: no shear tells its sign, which differs from version to version; expected minor_sags to say it"
-        )
-    rows = [
-        (member, name, x, *station.values(minor)) for name, line in zip(names, lines) for x, station in line
-    ]
-    captions = ("member", "case", "station [m]", "N [N]", "Vy [N]", "Vz [N]", "T [Nm]", "My [Nm]", "Mz [Nm]")
-    forces = {caption: [row[i] for row in rows] for i, caption in enumerate(captions)}
     members = {
         "member": [member],
         "section": [section],
@@ -242,7 +231,40 @@ def from_pynite(
         "restraints": [restraints],
         "load-height [m]": [load_height],
     }
-    return from_table(forces, members, "member-file")
+
+    def made(pieces: int) -> Imported:
+        lines = [_line(found, total, name, pieces, to_newtons, to_metres) for name in names]
+        return from_table(_forces(member, names, lines, signs[minor_sags]), members, "member-file")
+
+    try:
+        return made(stations)
+    except InputError:
+        finer = min(1000, 10 * stations)
+        try:
+            made(finer)
+        except InputError:
+            finer = stations
+        if finer == stations:
+            raise
+    raise InputError(
+        f"stations: got {stations}, expected more, for example {finer}: the forces are curved too much between these to balance"
+    )
+
+
+def _forces(
+    member: str, names: list[str], lines: list[list[tuple[float, _Station]]], asked: float
+) -> dict[str, list[Any]]:
+    """The table of forces, with the sign of My that the shears tell."""
+    minor = _minor_sign(lines, asked)
+    if minor == 0.0:
+        raise InputError(
+            "My: no shear tells its sign, which differs from version to version; expected minor_sags to say it"
+        )
+    rows = [
+        (member, name, x, *station.values(minor)) for name, line in zip(names, lines) for x, station in line
+    ]
+    captions = ("member", "case", "station [m]", "N [N]", "Vy [N]", "Vz [N]", "T [Nm]", "My [Nm]", "Mz [Nm]")
+    return {caption: [row[i] for row in rows] for i, caption in enumerate(captions)}
 
 
 def _line(

@@ -160,6 +160,17 @@ def test_forces_that_do_not_balance_are_refused() -> None:
         kx.from_pynite(frame(member), "B1", "ULS", **WORDS)
 
 
+def test_too_few_stations_for_curved_forces_are_told() -> None:
+    # A triangular load of 20 kN/m at the end of 6 m: V = 20 - 20 x²/12, M = 20 x - 20 x³/36.
+    member = FrameMember(6.0)
+    member.shear = lambda Direction, x, combo_name: 20.0 - 20.0 * x * x / 12.0 if Direction == "Fy" else 0.0  # type: ignore[method-assign]
+    member.moment = lambda Direction, x, combo_name: 20.0 * x**3 / 36.0 - 20.0 * x if Direction == "Mz" else 0.0  # type: ignore[method-assign]
+    with pytest.raises(kx.InputError, match="stations: got 3, expected more, for example 30"):
+        kx.from_pynite(frame(member), "B1", "ULS", stations=3, **WORDS)
+    exact = kx.from_pynite(frame(member), "B1", "ULS", stations=30, **WORDS).check()[0]
+    assert exact.utilisation == pytest.approx(kx.from_pynite(frame(member), "B1", "ULS", **WORDS).check()[0].utilisation, rel=2e-3)
+
+
 def portal(span: float, height: float, load: float, E: float, area: float, I: float) -> list[tuple[float, Any]]:
     """Length and end forces (axial, across, moment at start and end, in the element's axes) of a portal with pinned feet under a uniform load on its
     beam, by direct stiffness: left column upwards, beam from left to right, right column upwards."""
