@@ -16,7 +16,7 @@ double BucklingFactorInternal(double psi)
 {
     psi = std::clamp(psi, -3.0, 1.0);
     if (psi > 0.0) return 8.2 / (1.05 + psi);
-    if (psi >= -1.0) return 7.81 - 6.29 * psi + 9.78 * psi * psi;
+    if (psi >= -1.0 - 1e-9) return 7.81 - 6.29 * psi + 9.78 * psi * psi;
     return 5.98 * (1.0 - psi) * (1.0 - psi);
 }
 
