@@ -1,5 +1,9 @@
 #include "manual/Manual.h"
 
+#include <algorithm>
+
+#include "manual/Topics.h"
+
 namespace Keltrix::App {
 
 namespace {
@@ -18,6 +22,13 @@ std::string Escaped(const std::string& text)
             escaped += c == '\n' ? ' ' : c;
     }
     return escaped;
+}
+
+std::string Capitals(std::string text)
+{
+    for (char& c : text)
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    return text;
 }
 
 std::string Sentence(std::string text)
@@ -60,6 +71,27 @@ void AddOptions(std::string& page, const CommandText& command, bool areArguments
     }
 }
 
+// As it stands, line by line.
+std::string Literal(const std::string& text)
+{
+    std::string lines = ".nf\n";
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        lines += Escaped(text.substr(begin, end - begin)) + '\n';
+        begin = end + 1;
+    }
+    return lines + ".fi\n";
+}
+
+void AddExamples(std::string& page, const CommandText& command)
+{
+    std::string examples;
+    for (const Example& example : CommandExamples())
+        if (command.name == example.command)
+            examples += ".TP\n\\fB" + Escaped(example.line) + "\\fR\n" + Escaped(example.meaning) + '\n';
+    if (!examples.empty()) page += ".SH EXAMPLES\n" + examples;
+}
+
 std::string Synopsis(const CommandText& command)
 {
     std::string text = ".B ksteel" + (command.name.empty() ? "" : ' ' + Escaped(command.name)) + "\n[\\fIOPTIONS\\fR]";
@@ -78,10 +110,8 @@ std::string ManualPage(const CommandLineText& line, const CommandText& command, 
                        const std::string& version)
 {
     const bool isProgram = command.name.empty();
-    std::string title = PageName(command);
-    for (char& c : title)
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    std::string page = ".TH " + Escaped(title) + " 1 \"\" \"ksteel " + Escaped(version) + "\" \"Keltrix Steel\"\n";
+    std::string page = ".TH " + Escaped(Capitals(PageName(command))) + " 1 \"\" \"ksteel " + Escaped(version) +
+                       "\" \"Keltrix Steel\"\n";
     std::string about = command.meaning;
     while (!about.empty() && about.back() == '.')
         about.pop_back();
@@ -105,6 +135,11 @@ std::string ManualPage(const CommandLineText& line, const CommandText& command, 
     page += ".SH EXIT STATUS\n";
     for (const ExitCodeText& code : exitCodes)
         page += ".TP\n" + std::to_string(code.code) + '\n' + Escaped(Sentence(code.meaning)) + '\n';
+    if (isProgram) {
+        for (const HelpTopic& topic : HelpTopics())
+            page += ".SH " + Capitals(topic.name) + '\n' + Literal(topic.text);
+    }
+    AddExamples(page, command);
     page += ".SH SEE ALSO\n";
     if (!isProgram) return page + ".BR ksteel (1)\n";
     for (std::size_t i = 0; i < line.commands.size(); ++i)

@@ -43,6 +43,7 @@ const std::map<std::string, std::string> ARGUMENTS = {
     {"design", "examples/floor_beam.csv --family UB"},
     {"capacity", "'UB 457x191x67'"},
     {"codes", ""},
+    {"help", "files"},
     {"manual", ""},
     {"completion", "bash"},
 };

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "AppSupport.h"
+#include "manual/Topics.h"
 
 namespace Keltrix::App {
 namespace {
@@ -96,6 +97,79 @@ TEST(Manual, WhatItCannotWriteIsRefused)
 }
 
 // Their readers find nothing wrong with the pages.
+TEST(Help, OfACommandIsItsOwn)
+{
+    for (const std::string& name : CommandsOfHelp())
+        EXPECT_EQ(RunKsteel("help " + name).out, RunKsteel(name + " --help").out) << name;
+    const auto all = RunKsteel("help");
+    EXPECT_EQ(all.code, 0);
+    EXPECT_EQ(all.out.rfind(RunKsteel("--help").out, 0), 0u) << all.out;
+}
+
+TEST(Help, TopicsAreListedAndPrinted)
+{
+    const std::string list = RunKsteel("help").out;
+    ASSERT_GE(HelpTopics().size(), 4u);
+    for (const HelpTopic& topic : HelpTopics()) {
+        EXPECT_THAT(list, HasSubstr("\n  " + std::string(topic.name) + ' '));
+        const auto page = RunKsteel(std::string("help ") + topic.name);
+        EXPECT_EQ(page.code, 0) << topic.name;
+        EXPECT_EQ(page.out, topic.text);
+        for (const std::string& line : Trial::LinesOf(topic.text))
+            EXPECT_LE(line.size(), 83u) << line;
+        EXPECT_THAT(RunKsteel("manual").out, HasSubstr(topic.name == std::string("units") ? ".SH UNITS\n.nf" : ".nf"));
+    }
+    EXPECT_THAT(RunKsteel("help exit-codes").out, HasSubstr("  1  a member fails\n"));
+    const auto unknown = RunKsteel("help unit");
+    EXPECT_EQ(unknown.code, 3);
+    EXPECT_EQ(unknown.out, "");
+    EXPECT_THAT(unknown.err, HasSubstr("help: got \"unit\", expected one of show, "));
+    EXPECT_THAT(unknown.err, HasSubstr("units, environment, exit-codes"));
+}
+
+// The words of the first column, up to two blanks, and the codes are read as restraints.
+TEST(Help, EveryRestraintThatItNamesIsOne)
+{
+    std::string text;
+    for (const HelpTopic& topic : HelpTopics())
+        if (topic.name == std::string("restraints")) text = topic.text;
+    int words = 0;
+    const auto expectRead = [&](const std::string& word) {
+        ++words;
+        const TestDirectory directory;
+        std::string member = Trial::GOOD_MEMBER;
+        member.replace(member.find("Top flange lateral"), 18, word);
+        EXPECT_EQ(RunKsteel("validate --strict '" + directory.Write("a.csv", member) + "'").code, 0) << word;
+    };
+    const std::size_t codes = text.find("Or codes");
+    ASSERT_NE(codes, std::string::npos);
+    const std::regex row("(?:^|\n)  ([A-Z][A-Za-z ]*?)  ");
+    const std::string names = text.substr(0, codes);
+    for (std::sregex_iterator i(names.begin(), names.end(), row), end; i != end; ++i)
+        expectRead((*i)[1]);
+    const std::string list = text.substr(codes);
+    const std::regex code("\\b(F[12C]+T?L|FTL|F[12]W|F1P|T[RPF]|M[IA][NJ][VR])\\b");
+    for (std::sregex_iterator i(list.begin(), list.end(), code), end; i != end; ++i)
+        expectRead((*i)[1]);
+    EXPECT_GE(words, 20);
+}
+
+TEST(Manual, EveryExampleRuns)
+{
+    std::set<std::string> commands;
+    for (const Example& example : CommandExamples()) {
+        const TestDirectory directory;
+        const auto result =
+            RunShell("mkdir -p '" + directory.Path("") + "' && ln -s \"$PWD/examples\" '" + directory.Path("examples") +
+                     "' && cd '" + directory.Path("") + "' && " + example.line);
+        EXPECT_EQ(result.code, 0) << example.line << "\n" << result;
+        EXPECT_THAT(RunKsteel("manual " + std::string(example.command)).out, HasSubstr(".SH EXAMPLES\n.TP\n"));
+        commands.insert(example.command);
+    }
+    for (const std::string& name : CommandsOfHelp())
+        EXPECT_TRUE(name == "help" || commands.count(name) == 1) << name << " has no example";
+}
+
 TEST(Manual, PagesAreWellFormed)
 {
     const TestDirectory directory;
