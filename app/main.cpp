@@ -24,6 +24,7 @@
 #include "commands/Commands.h"
 #include "io/AnnexArgument.h"
 #include "io/CodeModule.h"
+#include "io/FilePatterns.h"
 #include "io/Input.h"
 #include "io/Output.h"
 #include "io/TerminalWidth.h"
@@ -225,6 +226,10 @@ void Finish(CLI::App* command, Commands& commands, Shared& shared, Options& opti
     if constexpr (hasRendering) AddColour(*command, shared);
     commands[command] = [&, command, run](const Console& console) {
         if (const auto choose = shared.choose.find(command); choose != shared.choose.end()) choose->second();
+#if defined(_WIN32)
+        // Its shell leaves patterns to programs.
+        if constexpr (requires { options.files; }) options.files = ExpandPatterns(options.files);
+#endif
         if constexpr (hasFormat) options.format = shared.HowToWrite();
         if constexpr (hasRendering) options.rendering = shared.HowToRender();
         if constexpr (requires { options.output; })
