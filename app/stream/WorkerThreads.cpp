@@ -270,10 +270,12 @@ bool IsReadable(int descriptor)
 {
 #if defined(_WIN32)
     const HANDLE handle = reinterpret_cast<HANDLE>(_get_osfhandle(descriptor));
-    // A file never has to be waited for, and of a console nothing is known. The end of a pipe is an error here.
+    // A file never has to be waited for, and of a console nothing is known. Of a pipe that cannot be looked into nothing is known either: requests are
+    // then read one by one, whenever no other is under way.
     DWORD available = 0;
-    return GetFileType(handle) != FILE_TYPE_PIPE || !PeekNamedPipe(handle, nullptr, 0, nullptr, &available, nullptr) ||
-           available > 0;
+    if (GetFileType(handle) != FILE_TYPE_PIPE) return true;
+    if (!PeekNamedPipe(handle, nullptr, 0, nullptr, &available, nullptr)) return GetLastError() == ERROR_BROKEN_PIPE;
+    return available > 0;
 #else
     pollfd asked{descriptor, POLLIN, 0};
     return poll(&asked, 1, 0) != 0;

@@ -3,6 +3,7 @@
 #include "io/FilePatterns.h"
 
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include "AppSupport.h"
+#include "io/Input.h"
 
 namespace Keltrix::App {
 namespace {
@@ -24,7 +26,7 @@ protected:
     {
         for (const char* name :
              {"b.csv", "a.csv", "C.CSV", "d e.csv", "a.csv1", "beam.toml", "\xC3\xA9.csv", "aab.txt"})
-            m_directory.Write(name, "");
+            std::ofstream(FilePath(m_directory.Path("") + name));
         std::filesystem::create_directory(m_directory.Path("folder.csv"));
     }
 
