@@ -37,6 +37,10 @@ function(keltrix_target target)
   get_target_property(type ${target} TYPE)
   if(NOT type STREQUAL "STATIC_LIBRARY")
     target_link_options(${target} PRIVATE ${KELTRIX_LINK_OPTIONS})
+    # .ci/sbom reads there what was linked.
+    if(WIN32 AND KELTRIX_PACKAGES)
+      target_link_options(${target} PRIVATE "LINKER:-Map,${PROJECT_BINARY_DIR}/${target}.map")
+    endif()
   endif()
   if(PROJECT_IS_TOP_LEVEL)
     target_compile_options(${target} PRIVATE ${KELTRIX_CXX_WARNINGS})
@@ -81,6 +85,11 @@ function(keltrix_library name alias)
     LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR}"
     INSTALL_RPATH "$ORIGIN" BUILD_WITH_INSTALL_RPATH ON
     VERIFY_INTERFACE_HEADER_SETS ON)
+  # A DLL has no soname: its name carries the version.
+  if(WIN32)
+    set_target_properties(${target} PROPERTIES
+      RUNTIME_OUTPUT_NAME "${target}-${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}")
+  endif()
   set_property(GLOBAL APPEND PROPERTY KELTRIX_LIBRARIES ${name})
 endfunction()
 

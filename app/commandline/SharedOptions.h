@@ -12,6 +12,7 @@
 #include "commands/CodeCommands.h"
 #include "commands/Commands.h"
 #include "io/Console.h"
+#include "io/FilePatterns.h"
 #include "io/Output.h"
 #include "io/TerminalWidth.h"
 
@@ -99,6 +100,10 @@ void Finish(CLI::App* command, Commands& commands, Shared& shared, const std::sh
     if constexpr (hasRendering) AddColour(*command, shared);
     commands[command] = [&shared, &options, kept, command, run](const Console& console) {
         if (const auto choose = shared.choose.find(command); choose != shared.choose.end()) choose->second();
+#if defined(_WIN32)
+        // Its shell leaves patterns to programs.
+        if constexpr (requires { options.files; }) options.files = ExpandPatterns(options.files);
+#endif
         if constexpr (hasFormat) options.format = shared.HowToWrite();
         if constexpr (hasRendering) options.rendering = shared.HowToRender();
         if constexpr (requires { options.output; })

@@ -219,7 +219,21 @@ void WriteOver(const fs::path& path, const std::string& name, const std::functio
 
 #else
 
-bool IsFileOf(int, const std::string&) { return false; }
+// Whether a name is that of an open descriptor's file on a disk.
+bool IsFileOf(int descriptor, const std::string& path)
+{
+    const auto open = reinterpret_cast<HANDLE>(_get_osfhandle(descriptor));
+    if (GetFileType(open) != FILE_TYPE_DISK) return false;
+    const HANDLE named = CreateFileW(FilePath(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                     nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (named == INVALID_HANDLE_VALUE) return false;
+    BY_HANDLE_FILE_INFORMATION one;
+    BY_HANDLE_FILE_INFORMATION other;
+    const bool areKnown = GetFileInformationByHandle(open, &one) && GetFileInformationByHandle(named, &other);
+    CloseHandle(named);
+    return areKnown && one.dwVolumeSerialNumber == other.dwVolumeSerialNumber &&
+           one.nFileIndexHigh == other.nFileIndexHigh && one.nFileIndexLow == other.nFileIndexLow;
+}
 
 #endif
 

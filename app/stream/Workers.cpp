@@ -1,45 +1,23 @@
+// Workers as copies of this process.
+
 #include "stream/Workers.h"
 
 #include <algorithm>
-#include <thread>
-#include <utility>
-
-#include "io/Failure.h"
-
-#if !defined(_WIN32)
 #include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
 #include <cstring>
 #include <list>
+#include <thread>
+#include <utility>
 
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/wait.h>
 #include <unistd.h>
-#endif
 
 namespace Keltrix::App {
-
-#if defined(_WIN32)
-
-int MostWorkers() { return 1; }
-
-bool IsReadable(int) { return true; }
-
-class Workers::Pool {};
-
-Workers::Workers(int, RequestSource&, Work)
-{
-    throw BadUsage("--jobs: this system has no worker processes; run several programs instead");
-}
-
-Workers::~Workers() = default;
-
-std::optional<WorkerReply> Workers::Next() { return std::nullopt; }
-
-#else
 
 int MostWorkers() { return static_cast<int>(std::max(std::thread::hardware_concurrency(), 1u)); }
 
@@ -420,7 +398,5 @@ Workers::Workers(int count, RequestSource& source, Work work) :
 Workers::~Workers() = default;
 
 std::optional<WorkerReply> Workers::Next() { return m_pool->Next(); }
-
-#endif
 
 } // namespace Keltrix::App

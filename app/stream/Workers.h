@@ -31,7 +31,7 @@ public:
 /// Whether a read would return without blocking (data or end of file).
 bool IsReadable(int descriptor);
 
-/// As many as the processors that this process may use; 1 where the system has no such processes.
+/// As many as the processors that this process may use.
 int MostWorkers();
 
 /// What a worker does: appends the reply to an empty text, which keeps its memory from one request to the next.
@@ -48,7 +48,8 @@ struct WorkerReply {
     std::unique_ptr<char[]> bytes; ///< of the reply; a string would be filled with zeros first
     std::size_t size = 0;
     std::string request; ///< that was lost
-    std::string how;     ///< the last worker ended with it: "killed by signal 9"; what is told
+    /// The last worker ended with it: "killed by signal 9", "unable to go on: no memory"; or what is told.
+    std::string how;
 
     std::string_view Text() const { return {bytes.get(), size}; }
 };
@@ -58,9 +59,11 @@ struct WorkerReply {
 /// does not grow with their number. A worker that ends is replaced; a request that it had not yet begun is given to another.
 /// Where no process can be started the work is done in this one, except for requests with which a worker ended. SIGPIPE must be ignored: a worker
 /// may end while a request is sent to it.
+///
+/// On Windows workers are threads, and work that throws takes the place of a worker that ends. What would end a process ends this one.
 class Workers {
 public:
-    /// Throws BadUsage where the system has no such processes. The source must outlive the workers.
+    /// The source must outlive the workers.
     Workers(int count, RequestSource& source, Work work);
     Workers(const Workers&) = delete;
     Workers& operator=(const Workers&) = delete;

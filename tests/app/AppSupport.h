@@ -94,12 +94,20 @@ inline std::ostream& operator<<(std::ostream& stream, const RunResult& result)
     return stream << "exit code " << result.code << "\n--- out\n" << result.out << "--- err\n" << result.err;
 }
 
-/// Runs a script of the shell from the source directory, in which `ksteel` is the built program.
+/// The program that is tested: the built one, or another that the variable KSTEEL_UNDER_TEST names.
+inline std::string ProgramUnderTest()
+{
+    const char* const other = std::getenv("KSTEEL_UNDER_TEST");
+    return other ? other : KSTEEL_PATH;
+}
+
+/// Runs a script of the shell from the source directory, in which `ksteel` is the program that is tested.
 inline RunResult RunShell(const std::string& script)
 {
     const TestDirectory directory;
-    const std::string command = "cd '" KSTEEL_SOURCE_DIR "' && ksteel() { '" KSTEEL_PATH "' \"$@\"; } && { " + script +
-                                "\n} >'" + directory.Path("out") + "' 2>'" + directory.Path("err") + "'";
+    const std::string command = "cd '" KSTEEL_SOURCE_DIR "' && ksteel() { '" + ProgramUnderTest() +
+                                "' \"$@\"; } && { " + script + "\n} >'" + directory.Path("out") + "' 2>'" +
+                                directory.Path("err") + "'";
     const int status = std::system(command.c_str());
     RunResult result;
     // A crash is a code of its own, so that no test takes it for an answer.
@@ -109,7 +117,7 @@ inline RunResult RunShell(const std::string& script)
     return result;
 }
 
-/// Runs the built program: arguments, and redirections where a test needs some.
+/// Runs the program that is tested: arguments, and redirections where a test needs some.
 inline RunResult RunKsteel(const std::string& arguments) { return RunShell("ksteel " + arguments); }
 
 } // namespace Keltrix::App::Trial

@@ -325,8 +325,9 @@ TEST(Streams, MemoryDoesNotGrowWithTheInput)
     for (const char* jobs : {"1", "2"}) {
         for (const char* options : {"--format jsonl", "--format json", "--report verbose"}) {
             const auto peak = [&](int times) {
-                return PeakMemory("for i in $(seq " + std::to_string(times) + "); do cat '" + file +
-                                  "'; done | '" KSTEEL_PATH "' check " + options + " --jobs " + jobs + " - >/dev/null");
+                return PeakMemory("for i in $(seq " + std::to_string(times) + "); do cat '" + file + "'; done | '" +
+                                  Trial::ProgramUnderTest() + "' check " + options + " --jobs " + jobs +
+                                  " - >/dev/null");
             };
             // Far less than the tens of MiB that are put out. Some replies wait for an earlier one, how many is up to
             // chance: eight of up to 1 MiB with two workers, in strings with room for up to twice as much.
@@ -345,8 +346,8 @@ TEST(Progress, IsShownOnATerminalAndTakenAway)
     const std::string member = directory.Write("member.csv", GOOD_MEMBER);
     const std::string feed = "(cat \"$M\"; sleep 0.7; cat \"$M\") | \"$K\" check - --format jsonl ";
     const auto terminal = [&](const std::string& redirection) {
-        return RunShell("M='" + member + "' K='" KSTEEL_PATH "' TERM=xterm script -qec '" + feed + redirection +
-                        "' /dev/null </dev/null")
+        return RunShell("M='" + member + "' K='" + Trial::ProgramUnderTest() + "' TERM=xterm script -qec '" + feed +
+                        redirection + "' /dev/null </dev/null")
             .out;
     };
     const std::string shown = terminal("2>&1 >/dev/null");
@@ -355,7 +356,7 @@ TEST(Progress, IsShownOnATerminalAndTakenAway)
                 AnyOf(HasSubstr("\r1 members, 0 fail, 0 refused, "), HasSubstr("\r2 members, 0 fail, 0 refused, ")));
     EXPECT_THAT(shown, HasSubstr(" a second\x1b[K\r\x1b[K"));
     EXPECT_EQ(terminal(">/dev/null 2>/dev/null"), "");
-    const auto piped = RunShell("M='" + member + "' K='" KSTEEL_PATH "'; " + feed);
+    const auto piped = RunShell("M='" + member + "' K='" + Trial::ProgramUnderTest() + "'; " + feed);
     EXPECT_EQ(piped.err, "") << "no terminal, no line";
     EXPECT_EQ(LinesOf(piped.out).size(), 2u);
 }

@@ -158,13 +158,13 @@ TEST(Ec3ByHand, ACurveFactorBeyondTheTableIsToldWithWhatItIsWorth)
     std::string member =
         MemberByHand("UB 457x191x67,ROLLED", "S355", 0.0, {{4.0, 0.0, -75e3, 300e3, 0.0, 0.0, 0.0}}, "Free", "Fixed");
     member.replace(member.find("MEMBERPOINT,2,4,Fixed"), 21, "MEMBERPOINT,2,4,Free");
-    const Json json = CheckedTo(member);
-    ASSERT_EQ(json["warnings"].size(), 1u) << json["warnings"].dump();
-    EXPECT_EQ(json["warnings"][0]["code"], "curve-factor");
-    const std::string words = json["warnings"][0]["text"];
+    const Json checked = CheckedTo(member);
+    ASSERT_EQ(checked["warnings"].size(), 1u) << checked["warnings"].dump();
+    EXPECT_EQ(checked["warnings"][0]["code"], "curve-factor");
+    const std::string words = checked["warnings"][0]["text"];
     EXPECT_THAT(words, HasSubstr("C1 = 4.98"));
     EXPECT_THAT(words, HasSubstr("without it the utilisation is 0.7"));
-    EXPECT_NEAR(EntryOf(json, "6.3.2")["utilisation"].get<double>(), 300.0 / 522.0, 0.003);
+    EXPECT_NEAR(EntryOf(checked, "6.3.2")["utilisation"].get<double>(), 300.0 / 522.0, 0.003);
 }
 
 } // namespace

@@ -48,7 +48,7 @@ protected:
     Console m_console{m_input,
                       {},
                       [this](std::string_view message) {
-                          m_seen.push_back("told " + std::string(message.substr(message.rfind('/') + 1, 16)));
+                          m_seen.push_back("told " + std::string(message.substr(message.find_last_of("/\\") + 1, 16)));
                       },
                       {},
                       [this](const std::string&, const std::string&) { m_seen.push_back("read"); }};

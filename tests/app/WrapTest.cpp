@@ -166,8 +166,8 @@ TEST(Wrap, ATerminalIsAskedForItsWidth)
     if (Trial::RunShell("TERM=xterm script -qec 'echo works' /dev/null </dev/null").out != "works\r\n")
         GTEST_SKIP() << "there is no script command that plays a terminal, or no terminal to play";
     const auto at = [](const char* columns) {
-        return Trial::RunShell("K='" KSTEEL_PATH "' TERM=dumb script -qec 'stty cols " + std::string(columns) +
-                               "; \"$K\" show examples/floor_beam.csv' /dev/null </dev/null");
+        return Trial::RunShell("K='" + Trial::ProgramUnderTest() + "' TERM=dumb script -qec 'stty cols " +
+                               std::string(columns) + "; \"$K\" show examples/floor_beam.csv' /dev/null </dev/null");
     };
     std::string text = at("80").out;
     std::erase(text, '\r');

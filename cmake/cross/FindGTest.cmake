@@ -1,0 +1,16 @@
+include(FindPackageHandleStandardArgs)
+
+# GoogleTest out of Debian's copy of its sources, which libgtest-dev brings.
+find_path(GTest_sources googlemock/CMakeLists.txt PATHS /usr/src/googletest NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
+mark_as_advanced(GTest_sources)
+find_package_handle_standard_args(GTest REQUIRED_VARS GTest_sources)
+if(GTest_FOUND AND NOT TARGET GTest::gtest_main)
+  set(INSTALL_GTEST OFF)
+  set(BUILD_SHARED_LIBS OFF)
+  add_subdirectory("${GTest_sources}" "${CMAKE_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
+  foreach(library IN ITEMS gtest gtest_main gmock)
+    if(NOT TARGET GTest::${library})
+      add_library(GTest::${library} ALIAS ${library})
+    endif()
+  endforeach()
+endif()
