@@ -730,3 +730,83 @@ def annex_b(s: Section, number: int, ny: float, nz: float, ly: float, lz: float,
     k.kyz = k.kzz
     k.kzy = max(1 - 0.05 * lz * nz / (CmLT - 0.25), 1 - 0.05 * nz / (CmLT - 0.25)) if twists else 0.8 * k.kyy
     return k
+
+
+# 6.3.3 with Annex A
+
+
+@dataclass(frozen=True)
+class AnnexAInput:
+    """One length of a section with two axes of symmetry. Moments in N.m, forces in N."""
+
+    number: int
+    N: float
+    My: float
+    Mz: float
+    NRk: float
+    MyRd: float  # plastic, with gamma_M0
+    MzRd: float
+    slenderness_y: float
+    slenderness_z: float
+    chi_y: float
+    chi_z: float
+    chi_LT: float
+    slenderness_0: float  # of the critical moment under uniform moment
+    C1: float
+    Ncr_y: float
+    Ncr_z: float
+    Ncr_T: float
+    Cmy0: float
+    Cmz0: float
+    area: float  # of the class
+    modulus: float
+    gamma: float
+
+
+def cm0_linear(psi: float, ratio: float) -> float:
+    """Table A.2, end moments; `ratio` is NEd/Ncr,i."""
+    return 0.79 + 0.21 * psi + 0.36 * (psi - 0.33) * ratio
+
+
+def annex_a(s: Section, a: AnnexAInput) -> Interaction:
+    """Table A.1."""
+    ry, rz, rT = a.N / a.Ncr_y, a.N / a.Ncr_z, a.N / a.Ncr_T
+    mu_y = (1 - ry) / (1 - a.chi_y * ry)
+    mu_z = (1 - rz) / (1 - a.chi_z * rz)
+    wy, wz = min(1.5, s.Wpl_y / s.Wel_y), min(1.5, s.Wpl_z / s.Wel_z)
+    npl = a.N / (a.NRk / a.gamma)
+    aLT = max(0.0, 1 - s.It / s.Iy)
+    Cmy, Cmz, CmLT = a.Cmy0, a.Cmz0, 1.0
+    if a.slenderness_0 > 0.2 * math.sqrt(a.C1) * ((1 - rz) * (1 - rT)) ** 0.25:
+        root = math.sqrt(a.My / a.N * a.area / a.modulus)
+        Cmy = a.Cmy0 + (1 - a.Cmy0) * root * aLT / (1 + root * aLT)
+        CmLT = max(1.0, Cmy**2 * aLT / math.sqrt((1 - rz) * (1 - rT)))
+    k = Interaction()
+    k.kyy = Cmy * CmLT * mu_y / (1 - ry)
+    k.kyz = Cmz * mu_y / (1 - rz)
+    k.kzy = Cmy * CmLT * mu_z / (1 - ry)
+    k.kzz = Cmz * mu_z / (1 - rz)
+    k.terms = {"Cmy": Cmy, "Cmz": Cmz, "CmLT": CmLT, "μy": mu_y, "μz": mu_z}
+    if a.number > 2:
+        return k
+    longest = max(a.slenderness_y, a.slenderness_z)
+    l0, lz = a.slenderness_0, a.slenderness_z
+    my, mz = a.My / (a.chi_LT * a.MyRd), a.Mz / a.MzRd
+    b = 0.5 * aLT * l0**2 * my * mz
+    c = 10 * aLT * l0**2 / (5 + lz**4) * my / Cmy
+    d = 2 * aLT * l0 / (0.1 + lz**4) * my / Cmy * mz / Cmz
+    e = 1.7 * aLT * l0 / (0.1 + lz**4) * my / Cmy
+
+    def along(w: float, Cm: float) -> float:
+        return 2 - 1.6 / w * Cm**2 * longest - 1.6 / w * Cm**2 * longest**2
+
+    Cyy = max(s.Wel_y / s.Wpl_y, 1 + (wy - 1) * (along(wy, Cmy) * npl - b))
+    Cyz = max(0.6 * math.sqrt(wz / wy) * s.Wel_z / s.Wpl_z, 1 + (wz - 1) * ((2 - 14 * Cmz**2 * longest**2 / wz**5) * npl - c))
+    Czy = max(0.6 * math.sqrt(wy / wz) * s.Wel_y / s.Wpl_y, 1 + (wy - 1) * ((2 - 14 * Cmy**2 * longest**2 / wy**5) * npl - d))
+    Czz = max(s.Wel_z / s.Wpl_z, 1 + (wz - 1) * (along(wz, Cmz) - e) * npl)
+    k.kyy /= Cyy
+    k.kyz *= 0.6 * math.sqrt(wz / wy) / Cyz
+    k.kzy *= 0.6 * math.sqrt(wy / wz) / Czy
+    k.kzz /= Czz
+    k.terms = {**k.terms, "Cyy": Cyy, "Cyz": Cyz, "Czy": Czy, "Czz": Czz}
+    return k
