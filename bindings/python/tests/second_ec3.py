@@ -208,8 +208,12 @@ def classify(s: Section, fy: float, acting: Acting) -> int:
             to_edge = (s.h - s.ybar if above else s.ybar) - t_c - s.r
             if to_edge > 0:
                 limits = internal_bending(eps, alpha, web_psi(N, s.A, fy, to_edge, s.web))
-            else:  # the centroid lies in the flange, beyond the web
-                limits = internal_bending(eps, alpha, -3.0) if N <= 0 else internal_compression(eps)
+            else:  # the centroid lies in the compressed flange, beyond the web
+                axial = N / s.A
+                edge = axial + (fy - axial) * to_edge / (s.h - s.ybar if above else s.ybar)
+                if edge <= 0:
+                    continue
+                limits = internal_compression(eps)
             found = max(found, class_of(ratio, limits))
     return found
 
@@ -399,6 +403,13 @@ def effective(s: Section, fy: float) -> Effective:
     raise NotImplementedError(s.shape)
 
 
+def web_kept(c: float, t: float, eps: float, psi: float) -> tuple[float, float]:
+    """EN 1993-1-5 Table 4.1: what is lost of an internal part, and be1 at its more compressed edge."""
+    compressed = c if psi >= 0 else c / (1 - psi)
+    kept = internal_rho(c / t, eps, psi) * compressed
+    return compressed - kept, 0.4 * kept if psi < 0 else 2 * kept / (5 - psi)
+
+
 def effective_i(s: Section, eps: float) -> Effective:
     lost = [(1 - outstand_rho(s.outstand(b) / t, eps, 0.43)) * s.outstand(b) for b, t in ((s.b1, s.t1), (s.b2, s.t2))]
     middles = [s.h - s.t1 / 2, s.t2 / 2]
@@ -414,14 +425,10 @@ def effective_i(s: Section, eps: float) -> Effective:
         part.lose(2 * lost[flange] * thickness[flange], middles[flange], thickness[flange])
         lower, upper = s.t2 + s.r, s.h - s.t1 - s.r
         edge, far = (upper, lower) if flange == 0 else (lower, upper)
-        psi = -abs(far - part.centre) / abs(edge - part.centre)
-        rho = internal_rho(s.web / s.tw, eps, psi)
-        if rho < 1:
-            compressed = s.web / (1 - psi)
-            kept = rho * compressed
-            hole = compressed - kept
-            direction = -1 if flange == 0 else 1
-            middle = edge + direction * (0.4 * kept + hole / 2)
+        psi = (far - part.centre) / (edge - part.centre)
+        if (edge > part.centre) == (flange == 0):
+            hole, first = web_kept(s.web, s.tw, eps, psi)
+            middle = edge + (-1 if flange == 0 else 1) * (first + hole / 2)
             part.lose(hole * s.tw, middle, hole)
         # What the web loses can move the centroid towards the fibre that governs: no more than the gross modulus.
         moduli.append(min(part.inertia / max(s.h - part.centre, part.centre), s.Wel_y))
@@ -457,13 +464,9 @@ def effective_box(s: Section, eps: float) -> Effective:
         part = Parts(s.A, 0.0, inertia)
         part.lose(gone * t_flange, depth / 2 - t_flange / 2, t_flange)
         edge, far = c_web / 2, -c_web / 2
-        psi = -abs(far - part.centre) / abs(edge - part.centre)
-        rho = internal_rho(c_web / t_web, eps, psi)
-        if rho < 1:
-            compressed = c_web / (1 - psi)
-            kept = rho * compressed
-            hole = compressed - kept
-            part.lose(2 * hole * t_web, edge - 0.4 * kept - hole / 2, hole)
+        psi = (far - part.centre) / (edge - part.centre)
+        hole, first = web_kept(c_web, t_web, eps, psi)
+        part.lose(2 * hole * t_web, edge - first - hole / 2, hole)
         moduli.append(part.inertia / max(depth / 2 - part.centre, depth / 2 + part.centre))
     return Effective(A, moduli[0], moduli[0], moduli[1])
 
@@ -810,3 +813,34 @@ def annex_a(s: Section, a: AnnexAInput) -> Interaction:
     k.kzz /= Czz
     k.terms = {**k.terms, "Cyy": Cyy, "Cyz": Cyz, "Czy": Czy, "Czz": Czz}
     return k
+
+
+# 6.3.2.4
+
+
+def flange_strut(s: Section, fy: float, length: float, psi: float | None) -> float:
+    """Slenderness of the compressed flange with a third of the compressed part of the web, of I sections with equal flanges."""
+    flange, web = s.b1 * s.t1, s.hw * s.tw / 6
+    radius = math.sqrt(s.t1 * s.b1**3 / 12 / (flange + web))
+    kc = 1.0 if psi is None else 1 / (1.33 - 0.33 * psi)
+    return kc * length / (radius * 93.9 * math.sqrt(235 * MPA / fy))
+
+
+def flange_curve(s: Section, fy: float) -> str:
+    return "d" if s.made == "welded" and s.h / s.t1 <= 44 * math.sqrt(235 * MPA / fy) else "c"
+
+
+def critical_c1(s: Section, length: float, psi: float) -> float:
+    """Mcr of published tables: equal flanges, forks at both ends, end moments."""
+    Pz = euler(s.Iz, length)
+    return (1.33 - 0.33 * psi) ** 2 * math.sqrt(Pz * (G * s.It + math.pi**2 * E * s.Iw / length**2))
+
+
+# 6.2.8
+
+
+def sheared_moment(s: Section, r: Resistances, V: float) -> float:
+    """(6.30) of I sections with equal flanges in classes 1 and 2."""
+    rho = max(0.0, 2 * V / r.Vz - 1) ** 2
+    area = s.hw * s.tw
+    return min(r.My_sag, (s.Wpl_y - min(1.0, rho) * area**2 / (4 * s.tw)) * r.fy / r.gamma_m0)

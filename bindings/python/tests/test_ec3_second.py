@@ -7,7 +7,8 @@ figures.
 Tolerances: 1e-9 where both sides are closed formulas of the same numbers. 1e-3 for moduli of class 4 sections, because the rows of
 EN 1993-1-5 Table 4.1 do not meet at psi = -1 (23.88, 23.9 and 23.92), where the webs of sections with two axes of symmetry lie. 5e-3 for
 twist of channels, whose shear centre is here that of thin walls. 1e-5 where the critical moment under uniform moment is worked back from
-C1, which leaves the estimated error of the analysis in it.
+C1, which leaves the estimated error of the analysis in it. 2e-6 for Table B.3, whose rows of linear and of curved diagrams are the same
+for a curvature that is next to nothing.
 """
 
 from __future__ import annotations
@@ -30,6 +31,7 @@ EXACT = 1e-9
 SLENDER = 1e-3
 CHANNEL = 5e-3
 CRITICAL = 1e-5
+FACTOR = 2e-6
 NOTHING = 1e-6  # N, N.m
 TWIST_FREE = ("RHS", "CHS")
 
@@ -122,6 +124,8 @@ def compare(case: Case, where: str) -> tuple[Counter[str], kx.Result | None]:
     compare_cross_sections(c, r)
     struts = compare_struts(c, r)
     lateral = compare_lateral(c, r) if "ltb" not in case.options else None
+    if lateral is None:
+        compare_simplified(c, r)
     if lateral is not None and case.options.get("interaction", "annex-b") == "annex-b":
         compare_annex_b(c, r, struts, lateral)
     if lateral is not None and case.options.get("interaction") == "annex-a":
@@ -175,6 +179,7 @@ def compare_cross_sections(c: Comparison, r: ec3.Resistances) -> None:
     if s.shape == "I" or s.shape == "channel":
         compare_shear_buckling(c, r)
     compare_axial_force(c, r)
+    compare_bending_and_shear(c, r)
 
 
 def compare_shear_buckling(c: Comparison, r: ec3.Resistances) -> None:
@@ -226,6 +231,38 @@ def compare_axial_force(c: Comparison, r: ec3.Resistances) -> None:
         c.hold(f"6.2.9 at its place, {s.shape} class {r.number}", found, row.utilisation, max(exact, 1e-8))
 
 
+def compare_bending_and_shear(c: Comparison, r: ec3.Resistances) -> None:
+    """6.2.8 about y-y: the row is as bad as (6.30) at 81 places of each piece, and its own place has just that."""
+    case, s = c.case, c.case.section
+    if s.shape != "I" or not s.is_equal or r.number > 2:
+        return
+    row = c.row("bending and shear, major axis")
+    assert row is not None
+    worst = worst_of_both = 0.0
+    own: list[float] = []
+    for piece in case.pieces:
+        for k in range(81):
+            N, My, Vz, Mz, _ = piece.at(piece.length * k / 80)
+            if abs(Vz) > 0.5 * r.Vz * (1 + EXACT) and abs(My) > 1e-5 * r.My_sag:
+                ratio = abs(My) / ec3.sheared_moment(s, r, abs(Vz))
+                worst = max(worst, ratio)
+                if abs(N) > 1e-5 * r.N or abs(Mz) > 1e-5 * r.Mz:
+                    worst_of_both = max(worst_of_both, ratio)
+        if row.start is not None and piece.start - 1e-9 <= row.start <= piece.start + piece.length + 1e-9:
+            _, My, Vz, _, _ = piece.at(min(max(row.start - piece.start, 0.0), piece.length))
+            own.append(abs(My) / ec3.sheared_moment(s, r, abs(Vz)))
+    if row.status == "not applicable":
+        c.hold("6.2.8 does not apply", 0.0, worst)
+        return
+    c.hold("6.2.8 is nowhere worse", True, worst <= row.utilisation * (1 + EXACT))
+    if own and extreme(case, 4) <= 0.5 * r.Vy and row.utilisation < 1e6:
+        c.hold("6.2.8 at its place", min(own, key=lambda value: abs(value - row.utilisation)), row.utilisation, 1e-8)
+    both = c.row("bending, shear and axial force")
+    assert both is not None
+    if both.status in ("passed", "failed"):
+        c.hold("6.2.10 is not below 6.2.8", True, both.utilisation >= worst_of_both * (1 - 1e-8))
+
+
 Struts = dict[tuple[str, float, float], tuple[float, float]]
 
 
@@ -262,6 +299,37 @@ def compare_struts(c: Comparison, r: ec3.Resistances) -> Struts:
     return found
 
 
+def compare_simplified(c: Comparison, r: ec3.Resistances) -> None:
+    """6.3.2.4 of I sections with equal flanges; what is of class 4 or no I section is not evaluated."""
+    case, s, choices = c.case, c.case.section, ec3.ANNEXES[c.case.annex]
+    if s.Iy <= s.Iz:
+        return
+    for a, b in held_lengths(case, (HELD, BRACED)):
+        My = extreme(case, 1, a, b)
+        if My <= 2e-6 * r.Wy * r.fy:
+            continue
+        row = c.row("lateral-torsional buckling", a, b)
+        if row is None:
+            row = c.row("lateral-torsional buckling")
+        assert row is not None
+        if r.number == 4 or s.shape != "I":
+            if s.shape not in TWIST_FREE:
+                c.hold("6.3.2.4 is not for this section", "not evaluated", row.status)
+            continue
+        if not s.is_equal:
+            continue
+        psi = end_ratio(case, 1, a, b) if case.column(1, a, b) == "none" else None
+        slenderness = ec3.flange_strut(s, r.fy, b - a, psi)
+        McRd = r.Wy * r.fy / choices.gamma_m1
+        reduction = min(1.0, choices.factor_flange * ec3.chi(slenderness, ec3.IMPERFECTION[ec3.flange_curve(s, r.fy)]))
+        limit = choices.plateau_flange * McRd / My
+        if abs(slenderness - limit) < 1e-6 * limit:
+            continue
+        c.hold("6.3.2.4 slenderness", slenderness, steps(row).get("λf"), FACTOR)
+        c.hold("6.3.2.4 Mb,Rd", McRd if slenderness <= limit else reduction * McRd, row.resistance, FACTOR)
+        c.hold("6.3.2.4 utilisation", My / (McRd if slenderness <= limit else reduction * McRd), row.utilisation, FACTOR)
+
+
 def is_flat_box(s: ec3.Section) -> bool:
     return s.shape == "RHS" and s.h <= s.b1
 
@@ -288,6 +356,8 @@ def compare_lateral(c: Comparison, r: ec3.Resistances) -> Lateral:
         given = steps(row)
         if row.symbol == "MbzRd" or "Mcr" not in given:
             continue
+        if case.options.get("mcr") == "c1" and s.shape == "I" and s.is_equal and case.column(1, a, b) == "none":
+            c.hold("Mcr by C1", ec3.critical_c1(s, b - a, end_ratio(case, 1, a, b)), given["Mcr"], FACTOR)
         slenderness = math.sqrt(MRk / given["Mcr"])
         if s.shape in ("channel", "tee"):
             as_rolled = s.shape == "channel" and case.annex == "uk" and s.made == "rolled"
@@ -343,7 +413,7 @@ def compare_annex_b(c: Comparison, r: ec3.Resistances, struts: Struts, lateral: 
         factors.append(moment_factor(case, 3, a, b))
         for name, factor, counts in zip(("Cmy", "CmLT", "Cmz"), factors, (My > NOTHING, My > NOTHING, Mz > NOTHING)):
             if counts:
-                c.hold(f"Table B.3 {name}", factor, given[name], EXACT)
+                c.hold(f"Table B.3 {name}", factor, given[name], FACTOR)
         if shifted:
             continue
         needs_lateral = My > NOTHING and s.shape != "CHS"
