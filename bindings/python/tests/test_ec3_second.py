@@ -559,3 +559,63 @@ def test_a_box_that_is_not_high_buckles_where_its_flanges_are_thick(name: str) -
     result = member.check("ec3", "uk")
     assert result.utilisation == pytest.approx(260e3 / (reduction * s.Wpl_y * 345e6), rel=1e-3)
     assert result.status == "fail"
+
+
+def test_given_effective_lengths() -> None:
+    """Given lengths take the place of those between held sections, of 6.3.2 with a uniform moment; below zero they are factors."""
+    seed = 11
+    rng = random.Random(seed)
+    for number in range(cases(300)):
+        name = members.random_name(rng, rng.choice(["I", "welded I"]))
+        s = members.section_of(name)
+        length = rng.uniform(2.0, 10.0)
+        given = [rng.choice([rng.uniform(0.5, 1.0), rng.uniform(1.0, 2.0)]) for _ in range(3)]
+        as_factor = rng.random() < 0.5
+        lengths = [factor * length for factor in given]
+        N, My = 0.1 * s.A * 235e6, 0.1 * s.Wel_y * 235e6
+        member = kx.Member(name, "S275", type=s.made, effective_lengths=[-factor if as_factor else factor * length for factor in given])
+        member.add_point(0.0, HELD).add_point(length, HELD)
+        member.add_sub_span(forces_left=(-N, 0, 0), forces_right=(-N, 0, 0), moments_left=(0, -My, 0), moments_right=(0, -My, 0))
+        result = member.check("ec3", "uk", mcr="c1")
+        where = f"seed {seed}, member {number}, {name}, {member.text}"
+        uk = ec3.ANNEXES["uk"]
+        fy = ec3.yield_strength(s, "S275", uk)
+        assert fy is not None
+        acting = ec3.Acting(N, True, False, False)
+        r = ec3.resistances(s, ec3.classify(s, fy, acting), fy, uk, acting)
+        rows = {f.rule: f for f in result.findings}
+        for rule, critical in (
+            ("flexural buckling, major axis", ec3.euler(s.Iy, lengths[0])),
+            ("flexural buckling, minor axis", ec3.euler(s.Iz, lengths[1])),
+            ("torsional buckling", ec3.torsional(s, max(lengths[1:]), max(lengths[1:]))),
+        ):
+            assert rows[rule].slenderness == pytest.approx(math.sqrt(r.A * fy / critical), rel=1e-6), where
+        if s.Iy > s.Iz:
+            slenderness = math.sqrt(r.Wy * fy / ec3.critical_c1(s, lengths[2], 1.0))
+            tolerance = SLENDER if r.number == 4 else 1e-6
+            row = rows["lateral-torsional buckling"]
+            assert row.slenderness == pytest.approx(slenderness, rel=tolerance), where
+            reduction = ec3.lateral_chi_of(ec3.lateral_curve(s, uk), slenderness, 1.0)
+            assert row.resistance == pytest.approx(reduction * r.Wy * fy, rel=tolerance), where
+
+
+# 3.2.1: least tensile strengths in N/mm2 at 10 mm, of EN 10025 and of Table 3.1.
+ULTIMATE = {
+    "uk": {"S235": 360, "S275": 410, "S355": 470, "S420": 520, "S460": 540},
+    "recommended": {"S235": 360, "S275": 430, "S355": 490, "S420": 520, "S460": 540},
+}
+
+
+@pytest.mark.parametrize("annex", ["uk", "recommended"])
+@pytest.mark.parametrize("grade", ["S235", "S275", "S355", "S420", "S460"])
+@pytest.mark.parametrize("net", [0.4, 0.7, 0.85, 0.95])
+def test_tension_with_a_net_section(annex: str, grade: str, net: float) -> None:
+    """6.2.3(2)."""
+    member = kx.Member("UB 305x165x40", grade, net_to_gross=net).add_point(0.0, HELD).add_point(4.0, HELD)
+    member.add_sub_span(forces_left=(1e5, 0, 0), forces_right=(1e5, 0, 0))
+    s, choices = members.section_of("UB 305x165x40"), ec3.ANNEXES[annex]
+    fy = ec3.yield_strength(s, grade, choices)
+    assert fy is not None
+    expected = min(s.A * fy / choices.gamma_m0, 0.9 * net * s.A * ULTIMATE[annex][grade] * 1e6 / choices.gamma_m2)
+    row = next(f for f in member.check("ec3", annex).findings if f.rule == "tension")
+    assert row.resistance == pytest.approx(expected, rel=EXACT)
