@@ -844,3 +844,20 @@ def sheared_moment(s: Section, r: Resistances, V: float) -> float:
     rho = max(0.0, 2 * V / r.Vz - 1) ** 2
     area = s.hw * s.tw
     return min(r.My_sag, (s.Wpl_y - min(1.0, rho) * area**2 / (4 * s.tw)) * r.fy / r.gamma_m0)
+
+
+def effective_area(s: Section, fy: float) -> float:
+    """Aeff of channels and tees under uniform compression: outstands lose their tips, the web of a channel its middle."""
+    eps = math.sqrt(235 * MPA / fy)
+    flange = s.outstand(s.b1)
+    lost = 2 * (1 - outstand_rho(flange / s.t1, eps, 0.43)) * flange * s.t1
+    rho = outstand_rho(s.web / s.tw, eps, 0.43) if s.shape == "tee" else internal_rho(s.web / s.tw, eps, 1.0)
+    return s.A - lost - (1 - rho) * s.web * s.tw
+
+
+def angle_area(A: float, h: float, b: float, t: float, fy: float) -> tuple[int, float]:
+    """Class under compression (Table 5.2 sheet 3) and the area that counts."""
+    eps = math.sqrt(235 * MPA / fy)
+    if h / t <= 15 * eps and (h + b) / (2 * t) <= 11.5 * eps:
+        return 3, A
+    return 4, A - sum((1 - outstand_rho(leg / t, eps, 0.43)) * leg * t for leg in (h, b))
