@@ -184,7 +184,9 @@ def random_case(rng: random.Random, kinds: list[str] | None = None, simple: bool
         Vz = section.hw * section.tw * 150e6 * rng.uniform(-1, 1)
     for i in range(count):
         L = stations[i + 1] - stations[i]
-        piece = Piece(stations[i], L, force + (jump if i else 0.0), (Vz, Vz + wy * L), My, (Vy, Vy + wz * L), Mz)
+        N = force + (jump if i else 0.0)
+        N = 0.0 if abs(N) < 1e-4 * section.A * fy else N  # the library takes forces within 1e-6 of the resistance as rounding
+        piece = Piece(stations[i], L, N, (Vz, Vz + wy * L), My, (Vy, Vy + wz * L), Mz)
         pieces.append(piece)
         _, My, Vz, Mz, Vy = piece.at(L)
         if points and has_y:
