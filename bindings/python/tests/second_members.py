@@ -86,7 +86,9 @@ class Case:
         inside = [p for p in self.pieces if p.start >= first - 1e-9 and p.start + p.length <= last + 1e-9]
         shears = [p.Vz if which == 1 else p.Vy for p in inside]
         scale = max((abs(v) for pair in shears for v in pair), default=0.0)
-        spread = any(abs(a - b) > 1e-9 * scale for a, b in shears)
+        low, high = self.peak(which, first, last)
+        bows = [abs(a - b) * piece.length / 8 for (a, b), piece in zip(shears, inside)]
+        spread = any(bow > 1e-6 * max(-low, high) for bow in bows)
         jumps = any(abs(shears[i][1] - shears[i + 1][0]) > 1e-9 * scale for i in range(len(shears) - 1))
         return "udl" if spread and not jumps else "point" if jumps and not spread else "both" if jumps else "none"
 
