@@ -161,7 +161,7 @@ def outstand_compression(eps: float) -> tuple[float, float, float]:
 def internal_bending(eps: float, alpha: float, psi: float) -> tuple[float, float, float]:
     """Sheet 1, part subject to bending and compression."""
     third = 42 * eps / (0.67 + 0.33 * psi) if psi > -1 + 1e-9 else 62 * eps * (1 - psi) * math.sqrt(-psi)
-    if alpha > 0.5:
+    if alpha > 0.5 + 1e-9:
         return 396 * eps / (13 * alpha - 1), 456 * eps / (13 * alpha - 1), third
     if alpha <= 0:
         return math.inf, math.inf, third
@@ -213,7 +213,8 @@ def classify(s: Section, fy: float, acting: Acting) -> int:
                 edge = axial + (fy - axial) * to_edge / (s.h - s.ybar if above else s.ybar)
                 if edge <= 0:
                     continue
-                limits = internal_compression(eps)
+                far = axial + (fy - axial) * (to_edge - s.web) / (s.h - s.ybar if above else s.ybar)
+                limits = internal_bending(eps, alpha, far / edge)
             found = max(found, class_of(ratio, limits))
     return found
 
