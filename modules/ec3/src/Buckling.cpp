@@ -184,7 +184,8 @@ std::optional<LateralRule> LateralRuleOf(const SectionProperties& s, const Annex
     case Shape::CHS:
         return std::nullopt;
     case Shape::RHS:
-        if (s.D <= s.B) return std::nullopt;
+        // 6.3.2.1(2) names square boxes and circular ones: no section buckles laterally that is not stiffer about y-y.
+        if (s.D <= s.B && s.Ix <= s.Iy * (1.0 + 1e-9)) return std::nullopt;
         if (rolled && annex.lateralOfHotHollow) return LateralRow(annex.rolled, ratio, annex);
         break;
     case Shape::I: {
