@@ -176,6 +176,24 @@ TEST(Docs, CodeInTheDocumentsIsCompiledOrRun)
     EXPECT_GE(programs, 4) << "a first program, a module, a host and a table in Python are shown as a whole";
 }
 
+TEST(Docs, EveryExportedHeaderIsUsedInAnExample)
+{
+    std::string examples;
+    for (const auto& entry : fs::recursive_directory_iterator(SOURCE_DIR / "examples"))
+        if (entry.path().extension() == ".cpp") examples += ReadFile(entry.path());
+    int headers = 0;
+    for (const char* folder : {"include", "platform/include", "design/include", "stability/include", "statics/include",
+                               "modules/bs5950/include", "modules/ec3/include", "host/include", "testkit/include"}) {
+        for (const auto& entry : fs::recursive_directory_iterator(SOURCE_DIR / folder)) {
+            if (entry.path().extension() != ".h" || entry.path().filename() == "Export.h") continue;
+            ++headers;
+            const std::string name = entry.path().lexically_relative(SOURCE_DIR / folder).generic_string();
+            EXPECT_NE(examples.find("#include \"" + name + "\""), std::string::npos) << "no example uses " << name;
+        }
+    }
+    EXPECT_GE(headers, 50);
+}
+
 TEST(Docs, EveryRelativeLinkLeadsToAFile)
 {
     for (const fs::path& path : Documents()) {

@@ -12,6 +12,13 @@
 #include <gtest/gtest.h>
 
 #include "keltrix/bs5950/BS5950.h"
+#ifdef KELTRIX_THREADS_EC3
+#include "keltrix/ec3/SteelMemberEC3.h"
+#endif
+#ifdef KELTRIX_THREADS_STATICS
+#include "keltrix/design/MomentDiagram.h"
+#include "keltrix/statics/GeneratedMember.h"
+#endif
 #include "support/ConcreteMember.h"
 
 namespace Keltrix {
@@ -46,10 +53,11 @@ std::vector<CString> Examples()
 }
 
 // Everything that a check of a member says.
+template <class Member>
 std::string CheckedText(const CString& text)
 {
     CMemberResult result;
-    CSteelMemberBS5950 member;
+    Member member;
     CSteelGrade grade;
     const bool isRead = member.CSVInputData(text, grade) && member.SetGrade(grade);
     member.SetResult(&result);
@@ -77,23 +85,72 @@ TEST(Threads, WhatIsBuiltOnFirstUseIsBuiltOnce)
     EXPECT_NE(found[0].find("UB 457x191x67"), std::string::npos) << found[0];
 }
 
-TEST(Threads, MembersAreCheckedAsInOne)
+template <class Member>
+void ExpectTheSameInThreads()
 {
     const std::vector<CString> texts = Examples();
     ASSERT_GE(texts.size(), 8u);
     std::vector<std::string> alone;
     for (const CString& text : texts)
-        alone.push_back(CheckedText(text));
+        alone.push_back(CheckedText<Member>(text));
     std::vector<int> differences(THREADS);
     InThreads([&](int thread) {
         for (std::size_t i = 0; i < texts.size(); ++i) {
             // Each thread begins with another member.
             const std::size_t k = (i + 2 * static_cast<std::size_t>(thread)) % texts.size();
-            if (CheckedText(texts[k]) != alone[k]) ++differences[static_cast<std::size_t>(thread)];
+            if (CheckedText<Member>(texts[k]) != alone[k]) ++differences[static_cast<std::size_t>(thread)];
         }
     });
     EXPECT_EQ(differences, std::vector<int>(THREADS, 0));
 }
+
+TEST(Threads, MembersAreCheckedAsInOne) { ExpectTheSameInThreads<CSteelMemberBS5950>(); }
+
+#ifdef KELTRIX_THREADS_EC3
+// With elastic critical moments, so with the stability library.
+TEST(Threads, MembersAreCheckedToEurocodeAsInOne) { ExpectTheSameInThreads<EC3::CSteelMemberEC3>(); }
+#endif
+
+#ifdef KELTRIX_THREADS_STATICS
+// Largest moments of all combinations of a beam with that many spans of 5 m.
+std::vector<double> MomentsOfBeam(int spans)
+{
+    Statics::Beam beam;
+    beam.length = 5.0 * spans;
+    beam.section.E = 210e9;
+    beam.section.Iy = 3e-4;
+    beam.section.Iz = 2e-5;
+    beam.selfWeight = false;
+    beam.supports.resize(static_cast<std::size_t>(spans) + 1);
+    for (std::size_t i = 0; i < beam.supports.size(); ++i)
+        beam.supports[i].at = 5.0 * static_cast<double>(i);
+    beam.cases = {{L"Dead", Statics::ActionKind::Permanent, Statics::Category::None, false},
+                  {L"Imposed", Statics::ActionKind::Imposed, Statics::Category::B, true}};
+    beam.loads = {Statics::UniformLoad(0, 8e3), Statics::UniformLoad(1, 12e3)};
+    const Statics::Analysis analysis(beam);
+    std::vector<double> moments;
+    const auto all = Statics::Expand(analysis, Statics::MakeRules(analysis, {}));
+    for (const Statics::GeneratedMember& member : Statics::MakeMembers(analysis, all.list))
+        moments.push_back(Design::MomentDiagram(member.points, member.subSpans, Design::Bending::Major).Largest());
+    return moments;
+}
+
+TEST(Threads, BeamsAreSolvedAsInOne)
+{
+    std::vector<std::vector<double>> alone;
+    for (int spans = 1; spans <= 6; ++spans)
+        alone.push_back(MomentsOfBeam(spans));
+    ASSERT_GT(alone.back().size(), 4u);
+    std::vector<int> differences(THREADS);
+    InThreads([&](int thread) {
+        for (std::size_t i = 0; i < alone.size(); ++i) {
+            const std::size_t k = (i + static_cast<std::size_t>(thread)) % alone.size();
+            if (MomentsOfBeam(static_cast<int>(k) + 1) != alone[k]) ++differences[static_cast<std::size_t>(thread)];
+        }
+    });
+    EXPECT_EQ(differences, std::vector<int>(THREADS, 0));
+}
+#endif
 
 // The scanner goes on where the thread left off, not where another one did.
 TEST(Threads, LinesAreReadByEachForItself)

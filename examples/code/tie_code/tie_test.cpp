@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "keltrix/testkit/Laws.h"
+#include "keltrix/testkit/TestMember.h"
 
 using namespace Keltrix;
 

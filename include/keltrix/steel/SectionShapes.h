@@ -16,18 +16,21 @@
 /// the values shown are the values checked.
 namespace Keltrix::Steel {
 
+/// I and H sections, with equal or unequal flanges.
 class IShape : public CDesSectGeomI {
 public:
     IShape() = default;
     IShape* Clone() const override { return new IShape(*this); }
 };
 
+/// Channels.
 class ChannelShape : public CDesSectGeomPFC {
 public:
     ChannelShape() = default;
     ChannelShape* Clone() const override { return new ChannelShape(*this); }
 };
 
+/// Tees.
 class TeeShape : public CDesSectGeomT {
 public:
     TeeShape() = default;
@@ -35,6 +38,7 @@ public:
     using CDesSectGeomT::YbarPlastic;
 };
 
+/// Angles with equal or unequal legs.
 class AngleShape : public CDesSectGeomAngle {
 public:
     AngleShape() = default;
@@ -86,6 +90,7 @@ private:
     }
 };
 
+/// Circular hollow sections.
 class ChsShape : public CDesSectGeomCHS {
 public:
     ChsShape() = default;

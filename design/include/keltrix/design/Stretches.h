@@ -24,6 +24,7 @@ enum class EndKind {
 /// "held laterally at the point", ...
 KELTRIX_DESIGN_API const wchar_t* EndKindText(EndKind kind);
 
+/// One end of a stretch: why it is one, and what is held there.
 struct StretchEnd {
     EndKind kind = EndKind::MemberEnd;
     double x = 0.0; ///< position, m

@@ -18,6 +18,7 @@ class CSecGeom;
 /// Default: length m, small length m, force kN, moment kNm, stress N/mm².
 class KELTRIX_PLATFORM_API CUnit {
 public:
+    /// How a quantity is shown: by what its SI value is multiplied, and the unit behind it.
     struct Entry {
         CString label;
         double factor = 1.0;

@@ -78,6 +78,7 @@ struct Unit {
     std::vector<ShapeSample> freeMotion;
 };
 
+/// Elastic critical loads of a member: its units and the one that governs.
 struct CriticalLoads {
     CString reason; ///< why there is no answer; empty where there is one
     bool continuity = false;

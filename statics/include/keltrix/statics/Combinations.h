@@ -54,6 +54,7 @@ enum class Basis {
 /// Expressions of EN 1990, 6.4.3.2.
 enum class Expression { E610, E610ab };
 
+/// By which standard, and by which expression of it, cases are combined.
 struct RuleOptions {
     Basis basis = Basis::BS5950;
     Expression expression = Expression::E610;
@@ -94,6 +95,7 @@ struct Note {
     bool isOfBeam = true; ///< of the beam, whatever the combination; otherwise of what it stands with
 };
 
+/// The combinations of a beam, and what was left out.
 struct Combinations {
     std::vector<Combination> list;
     /// How many were left out because another one has the same factors, or because nothing acts in them.

@@ -27,11 +27,13 @@ struct Piece {
     KELTRIX_STATICS_API double SlopeAt(double t, double EI) const;
 };
 
+/// A largest or smallest value, and where it is, m.
 struct Extreme {
     double value = 0.0;
     double at = 0.0;
 };
 
+/// Least and greatest value along a length.
 struct Extremes {
     Extreme least;
     Extreme greatest;

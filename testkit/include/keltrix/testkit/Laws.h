@@ -46,6 +46,7 @@ struct LawManner {
     std::function<void(Steel::CSteelMemberGen&)> prepare = {}; ///< given lengths and the like; may be empty
 };
 
+/// How many members a law is tried on, and how exactly it has to hold.
 struct LawOptions {
     unsigned seed = 1;
     int members = 100;

@@ -25,6 +25,7 @@ struct Reduction {
 /// χ is 1 up to a slenderness of 0.2; it is 0 for an infinite slenderness and for one that is no number.
 KELTRIX_EC3_API Reduction CompressionReduction(double slenderness, double alpha);
 
+/// Buckling curves about both axes.
 struct AxisCurves {
     Curve y = Curve::D;
     Curve z = Curve::D;
@@ -65,6 +66,7 @@ struct LateralRule {
 /// that do not buckle laterally: circular ones, and rectangular hollow ones that are not deeper than wide.
 KELTRIX_EC3_API std::optional<LateralRule> LateralRuleOf(const Design::SectionProperties& section, const Annex& annex);
 
+/// 6.3.2: from the slenderness to the reduction factor.
 struct LateralReduction {
     double slenderness = 0.0;
     double phi = 0.0;
@@ -105,6 +107,7 @@ struct AnnexBInput {
     double Cmz = 1.0;
     double CmLT = 1.0;
 };
+/// Annex B: factors of the moments in (6.61) and (6.62).
 struct InteractionFactors {
     double kyy = 0.0;
     double kyz = 0.0;

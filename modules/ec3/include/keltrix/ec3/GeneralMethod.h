@@ -18,6 +18,7 @@ struct InPlaneInput {
 /// the cross-section by linear addition reaches 1. Infinite without actions.
 KELTRIX_EC3_API double InPlaneAmplifier(const InPlaneInput& input);
 
+/// 6.3.4: slenderness of all actions at once, and the reduction factors that come of it.
 struct GeneralReduction {
     double slenderness = 0.0; ///< λ̄op
     double chi = 1.0;         ///< of flexural buckling, curve of z-z

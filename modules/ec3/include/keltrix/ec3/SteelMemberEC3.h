@@ -22,6 +22,7 @@ enum class InteractionMethod { AnnexB, AnnexA, General };
 /// How lateral-torsional buckling is checked: by reduction factors of 6.3.2.2 and 6.3.2.3, or by 6.3.2.4.
 enum class LateralMethod { Curves, Simplified };
 
+/// What the member file has no place for.
 struct DesignOptions {
     CriticalMoment mcr = CriticalMoment::Elastic;
     /// Stiff bearing length ss at supports and concentrated loads, m; 0 where none is given. EN 1993-1-5 6.
