@@ -102,6 +102,25 @@ TEST(WebLoads, FallWithTheBearingAndRiseWithTheLoad)
     }
 }
 
+// UB 457x191x67 in S275 under 40 kN/m with 1500 kN: at the ends, where no moment is, the force compresses the flange that the reaction of 100 kN presses;
+// A = 85.5 cm², η1 = 1500/(85.5*27.5) = 0.638. In tension it presses on a tension flange.
+TEST(WebLoads, ACompressionAloneCompressesTheFlangeThatAReactionPresses)
+{
+    const auto checked = [](double N) {
+        auto beam = Beam(5.0, 40e3, 0.0, DECK);
+        for (Steel::CSubSpan& s : beam.subSpans) {
+            const Vec3<double> left = s.GetForcesLeft(), right = s.GetForcesRight();
+            s.SetForcesAll({N, left.y, left.z}, {N, right.y, right.z});
+        }
+        return Checked(beam, L"UB 457x191x67", L"S275", false, Bearing(0.01)).Rule(L"EN 1993-1-5 7.2");
+    };
+    const RuleFinding pressed = checked(-1500e3);
+    const double eta2 = 100e3 / FRdOf(L"UB 457x191x67", 275.0, 0.01, 0.0, false);
+    EXPECT_NEAR(pressed.utilisation, (eta2 + 0.8 * 0.638) / 1.4, 1e-3);
+    EXPECT_TRUE(pressed.start == 0.0 || pressed.start == 5.0) << pressed.start;
+    EXPECT_EQ(checked(1500e3).status, CheckStatus::NotApplicable);
+}
+
 // Uplift of the same size has the same web, mirrored.
 TEST(WebLoads, AreMirroredWithTheLoad)
 {

@@ -37,14 +37,13 @@ bool MemberCheck::IsWebLoadHeld(const Design::PointLoad& load) const
     return !(std::max(left.greatest, right.greatest) > noise) || holds(Design::Flange::Second);
 }
 
-// η1 of 4.6, with the axial force, and the moments where they compress the flange that is pressed: 0 where My does not (7.2(2)).
+// η1 of 4.6 at the flange that is pressed: 0 where the compression and My together do not compress it (7.2(2)).
 double MemberCheck::BendingOf(const WebLoadCheck& check) const
 {
     const auto left = m_major.LeftOf(check.load.x);
     const auto right = m_major.RightOf(check.load.x);
     const double My =
         check.load.onFlange1 ? -std::min(left.least, right.least) : std::max(left.greatest, right.greatest);
-    if (!(My > m_check->NoiseMy())) return 0.0;
     const double Mz = std::max(m_minor.LeftOf(check.load.x).Magnitude(), m_minor.RightOf(check.load.x).Magnitude());
     double N = 0.0;
     const auto take = [&](int subSpan, bool rightEnd) {
@@ -54,6 +53,7 @@ double MemberCheck::BendingOf(const WebLoadCheck& check) const
     };
     take(check.load.point - 1, true);
     take(check.load.point, false);
+    if (!(My > m_check->NoiseMy()) && !(N > m_check->NoiseN())) return 0.0;
     const bool slender = m_class.cls == 4;
     const EffectiveSection& e = m_class.effective;
     const double area = slender ? e.Aeff : m_in.section.A;
@@ -62,7 +62,11 @@ double MemberCheck::BendingOf(const WebLoadCheck& check) const
     const auto term = [&](double action, double property) {
         return action > 0.0 ? action * m_in.strength.gammaM0 / (property * m_in.strength.fy) : 0.0;
     };
-    return term(N, area) + term(My + N * (slender ? e.eNy : 0.0), Wy) + term(Mz + N * (slender ? e.eNz : 0.0), Wz);
+    // What relieves the flange does so least with the modulus of the fibre nearer to the axis.
+    const Section& s = m_in.section;
+    const double relief = My < 0.0 ? -My * m_in.strength.gammaM0 * (s.h - s.Iy / s.Wely) / (s.Iy * m_in.strength.fy) : 0.0;
+    const double along = term(N, area) + term(std::max(My, 0.0) + N * (slender ? e.eNy : 0.0), Wy) - relief;
+    return along > 0.0 ? along + term(Mz + N * (slender ? e.eNz : 0.0), Wz) : 0.0;
 }
 
 void MemberCheck::FindWebLoads()
@@ -178,7 +182,7 @@ void MemberCheck::RecordWebBending()
     const WebLoadCheck* const worst = WorstOf(m_webLoads, &WebLoadCheck::withMoment);
     if (!worst)
         return Add(FindingOf(Rule::WebLoadBending, CheckStatus::NotApplicable,
-                             L"no load presses on a flange that the moment compresses"));
+                             L"no load presses on a flange that is compressed"));
     RuleFinding f = FindingOf(Rule::WebLoadBending, LocalStatus(worst->withMoment));
     f.start = f.end = worst->load.x;
     f.utilisation = worst->withMoment;

@@ -290,6 +290,8 @@ void MemberCheck::CheckBuckling()
     RecordLateralAcross();
     FindCombinations();
     RecordCombinations();
+    for (std::size_t lateral = 0; lateral < m_laterals.size(); ++lateral)
+        WarnOfCurveFactor(lateral);
 }
 
 void MemberCheck::RecordCombinations()

@@ -389,10 +389,16 @@ void MemberCheck::CheckLateral(LateralSpan& span) const
 }
 
 // Cantilevers, and lengths with restraints between their ends: the ratio of two critical moments may be above that of any diagram of the table.
-void MemberCheck::WarnOfCurveFactor(const LateralSpan& span)
+// Told where the length fails without the factor, or its resistance is part of an interaction.
+void MemberCheck::WarnOfCurveFactor(std::size_t lateral)
 {
+    const LateralSpan& span = m_laterals[lateral];
     const LateralReduction& r = span.reduction;
+    if (!(r.chiMod > r.chi) || !(span.C1 > LARGEST_C1)) return;
     const double unraised = span.utilisation * r.chiMod / r.chi;
+    const bool interacts = std::any_of(m_combinations.begin(), m_combinations.end(),
+                                       [&](const Combination& c) { return c.lateral == lateral; });
+    if (unraised <= 1.0 && !interacts) return;
     CString text;
     text.Format(L"lateral-torsional buckling, %s to %s: C1 = %s is above that of any moment diagram of Table 6.6 "
                 L"(2.76), and kc = 1/C1^0.5 raises χLT "
@@ -443,7 +449,6 @@ void MemberCheck::RecordLateral(const LateralSpan& span)
     AddResistance(L"chiLT", Quantity::None, r.chiMod, span.start, span.end);
     if (*span.C1Source) AddResistance(L"C1", Quantity::None, span.C1, span.start, span.end);
     AddResistance(L"f", Quantity::None, r.f, span.start, span.end);
-    if (r.chiMod > r.chi && span.C1 > LARGEST_C1) WarnOfCurveFactor(span);
     if (m_in.withSteps) {
         const auto n = [this](double value) { return m_in.format.NoDim(value); };
         if (m_in.lengthOverride || IsAngle())

@@ -279,7 +279,7 @@ private:
     void SetSimplified(LateralSpan& span) const;
     void AddFlangeSteps(Design::RuleFinding& f, const LateralSpan& span) const;
     void CheckLateral(LateralSpan& span) const;
-    void WarnOfCurveFactor(const LateralSpan& span);
+    void WarnOfCurveFactor(std::size_t lateral);
     void RecordLateral(const LateralSpan& span);
     std::vector<AcrossLength> FindAcross() const;
     void CheckAcross(Design::RuleFinding& f, const AcrossLength& length, double M);
