@@ -13,8 +13,10 @@ need_page_tools() {
     command -v npm >/dev/null 2>&1 || need nodejs npm
 }
 
-# It takes seconds, or waits for ever for a network that does not reply.
+# It takes seconds, or waits for ever for a network that does not reply. Node.js trusts the authorities of the system only when it is told so.
 install_page_tools() {
+    local authorities=/etc/ssl/certs/ca-certificates.crt
+    [[ ! -e $authorities ]] || export NODE_EXTRA_CA_CERTS="${NODE_EXTRA_CA_CERTS:-$authorities}"
     quietly "$builds/page.install.log" timeout 180 npm --prefix "$root/web/page" install --no-save --ignore-scripts
 }
 
