@@ -156,8 +156,8 @@ TEST(Ec3ByHand, AFlangeIsNotHeldByAWebThatIsTooThin)
 // UB 457x191x67 of 4 m with a force at the tip.
 Json CantileverByHand(double N, double M)
 {
-    std::string member = MemberByHand("UB 457x191x67,ROLLED", "S355", N, {{4.0, 0.0, -M / 4.0, M, 0.0, 0.0, 0.0}}, "Free",
-                                      "Fixed");
+    std::string member =
+        MemberByHand("UB 457x191x67,ROLLED", "S355", N, {{4.0, 0.0, -M / 4.0, M, 0.0, 0.0, 0.0}}, "Free", "Fixed");
     member.replace(member.find("MEMBERPOINT,2,4,Fixed"), 21, "MEMBERPOINT,2,4,Free");
     return CheckedTo(member);
 }

@@ -64,7 +64,8 @@ double MemberCheck::BendingOf(const WebLoadCheck& check) const
     };
     // What relieves the flange does so least with the modulus of the fibre nearer to the axis.
     const Section& s = m_in.section;
-    const double relief = My < 0.0 ? -My * m_in.strength.gammaM0 * (s.h - s.Iy / s.Wely) / (s.Iy * m_in.strength.fy) : 0.0;
+    const double relief =
+        My < 0.0 ? -My * m_in.strength.gammaM0 * (s.h - s.Iy / s.Wely) / (s.Iy * m_in.strength.fy) : 0.0;
     const double along = term(N, area) + term(std::max(My, 0.0) + N * (slender ? e.eNy : 0.0), Wy) - relief;
     return along > 0.0 ? along + term(Mz + N * (slender ? e.eNz : 0.0), Wz) : 0.0;
 }
