@@ -121,6 +121,25 @@ TEST(WebLoads, ACompressionAloneCompressesTheFlangeThatAReactionPresses)
     EXPECT_EQ(checked(1500e3).status, CheckStatus::NotApplicable);
 }
 
+// Cantilever of 3 m, UB 457x191x67 in S275, 60 kN at 1.5 m and 60 kN at the tip, on 20 mm: the top flange is pulled at the first load, 90 kNm.
+// σx = 90e6*214/294e6 = 65.5 N/mm², σz = 60e3/((20 + 2*12.7)*8.5) = 155.5, τ = 120e3/(428*8.5) = 33.0:
+// (65.5² + 155.5² + 65.5*155.5 + 3*33.0²)^0.5/275 = 0.743.
+TEST(WebLoads, OnAPulledFlangeMeetTheCriterionOfYield)
+{
+    DesignTest::Member m;
+    AddPoint(m, 0.0, L"Fixed");
+    AddPoint(m, 1.5, DECK);
+    AddPoint(m, 3.0, DECK);
+    AddSubSpan(m, -120e3, -120e3, 270e3, 90e3);
+    AddSubSpan(m, -60e3, -60e3, 90e3, 0.0);
+    const Checked c(m, L"UB 457x191x67", L"S275", true, Bearing(0.02));
+    const RuleFinding& f = c.Rule(L"EN 1993-1-5 7.2(2)");
+    EXPECT_EQ(f.start, 1.5);
+    EXPECT_EQ(f.status, CheckStatus::Passed);
+    EXPECT_NEAR(f.utilisation, 0.743, 0.005);
+    EXPECT_EQ(f.steps.size(), 4u);
+}
+
 // Uplift of the same size has the same web, mirrored.
 TEST(WebLoads, AreMirroredWithTheLoad)
 {

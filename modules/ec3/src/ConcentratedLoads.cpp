@@ -70,6 +70,39 @@ double MemberCheck::BendingOf(const WebLoadCheck& check) const
     return along > 0.0 ? along + term(Mz + N * (slender ? e.eNz : 0.0), Wz) : 0.0;
 }
 
+// 7.2(2): the criterion of EN 1993-1-1 6.2.1(5) where the moment pulls the flange that is pressed. The force spreads from the stiff bearing through the
+// flange at 45°, at an end of the member to one side alone.
+void MemberCheck::SetYield(WebLoadCheck& check) const
+{
+    const Section& s = m_in.section;
+    const auto left = m_major.LeftOf(check.load.x);
+    const auto right = m_major.RightOf(check.load.x);
+    const double My =
+        check.load.onFlange1 ? std::max(left.greatest, right.greatest) : -std::min(left.least, right.least);
+    if (check.eta1 > 0.0 || !(My > m_check->NoiseMy())) return;
+    double tension = 0.0, V = 0.0;
+    const auto take = [&](int subSpan, bool rightEnd) {
+        if (subSpan < 0 || subSpan >= static_cast<int>(m_in.subSpans.size())) return;
+        const Steel::CSubSpan& sub = m_in.subSpans[static_cast<std::size_t>(subSpan)];
+        const Vec3<double> forces = rightEnd ? sub.GetForcesRight() : sub.GetForcesLeft();
+        tension = std::max(tension, forces.x);
+        V = std::max(V, std::abs(forces.z));
+    };
+    take(check.load.point - 1, true);
+    take(check.load.point, false);
+    const double yield = m_in.strength.fy / m_in.strength.gammaM0;
+    const double tf = check.load.onFlange1 ? s.tf : s.tf2;
+    const double W = m_class.cls == 4      ? m_class.effective.Weffy
+                     : s.shape == Shape::I ? s.Iy / (0.5 * s.hw)
+                                           : s.Wely; // to the farthest fibre, which is safe
+    const double loaded = check.resistance.ss + tf + std::min(tf, check.force.c);
+    check.along = (My / W + tension / s.A) / yield;
+    check.across = check.load.force / (loaded * s.tw) / yield;
+    check.shear = V / (s.hw * s.tw) / yield;
+    check.yield = std::sqrt(check.along * check.along + check.across * check.across + check.along * check.across +
+                            3.0 * check.shear * check.shear);
+}
+
 void MemberCheck::FindWebLoads()
 {
     m_webLoads.clear();
@@ -118,13 +151,15 @@ void MemberCheck::RecordWebLoads()
     Assume(L"stiff bearing",
            L"the given length at every support and concentrated load, with what follows within the effective loaded "
            L"length of it; at an end of the member it begins there; webs without stiffeners there. Loads along longer "
-           L"sub-spans are taken to be spread",
+           L"sub-spans are taken to be spread. A force that passes through the web to a support beneath (Figure 6.1 b) "
+           L"is seen only by what the shear changes there",
            m_in.options.stiffBearing);
     for (WebLoadCheck& w : m_webLoads) {
         if (!w.isHeld) continue;
         w.utilisation = Steel::CMemberResult::InfinitiseNANs(w.load.force / w.resistance.FRd);
         w.eta1 = BendingOf(w);
         if (w.eta1 > 0.0) w.withMoment = Steel::CMemberResult::InfinitiseNANs((w.utilisation + 0.8 * w.eta1) / 1.4);
+        SetYield(w);
     }
     RecordUnheldWebLoads();
     RecordWebForce();
@@ -178,12 +213,39 @@ void MemberCheck::RecordWebForce()
     Add(f);
 }
 
+void MemberCheck::RecordWebYield(const WebLoadCheck& worst)
+{
+    RuleFinding f = FindingOf(Rule::WebLoadBending, CheckStatus::Passed);
+    f.clause = L"EN 1993-1-5 7.2(2)";
+    f.start = f.end = worst.load.x;
+    f.utilisation = Steel::CMemberResult::InfinitiseNANs(worst.yield);
+    f.status = LocalStatus(f.utilisation);
+    if (m_in.withSteps) {
+        const double yield = m_in.strength.fy / m_in.strength.gammaM0;
+        const auto n = [this](double value) { return m_in.format.NoDim(value); };
+        const auto share = [&](const wchar_t* symbol, double value) -> Design::Step& {
+            return AddStep(f, symbol, Quantity::None, value, L"EN 1993-1-1 6.2.1(5)")
+                .Values(L"%s/%s", m_in.format.Stress(value * yield), m_in.format.Stress(yield));
+        };
+        share(L"σx γM0/fy", worst.along).Note(L"tension along the pressed flange at the edge of the web");
+        share(L"σz γM0/fy", worst.across).Note(L"compression across, over ss and the spread through the flange");
+        share(L"τ γM0/fy", worst.shear);
+        AddStep(f, L"utilisation", Quantity::None, f.utilisation, L"EN 1993-1-1 (6.1)")
+            .Values(L"(%s² + %s² + %s * %s + 3 * %s²)^0.5", n(worst.along), n(worst.across), n(worst.along),
+                    n(worst.across), n(worst.shear));
+    }
+    Add(f);
+}
+
 void MemberCheck::RecordWebBending()
 {
+    const WebLoadCheck* const pulled = WorstOf(m_webLoads, &WebLoadCheck::yield);
+    if (pulled) RecordWebYield(*pulled);
     const WebLoadCheck* const worst = WorstOf(m_webLoads, &WebLoadCheck::withMoment);
+    if (!worst && pulled) return;
     if (!worst)
         return Add(FindingOf(Rule::WebLoadBending, CheckStatus::NotApplicable,
-                             L"no load presses on a flange that is compressed"));
+                             L"no load presses on a flange that has stresses along it"));
     RuleFinding f = FindingOf(Rule::WebLoadBending, LocalStatus(worst->withMoment));
     f.start = f.end = worst->load.x;
     f.utilisation = worst->withMoment;

@@ -180,6 +180,9 @@ struct WebLoadCheck {
     double utilisation = 0.0; ///< η2; 0 where not held
     double eta1 = 0.0;        ///< of axial force and moments that compress the pressed flange; 0 where it is in tension
     double withMoment = 0.0;  ///< (η2 + 0.8 η1)/1.4
+    /// At the edge of the web beside a pressed flange that is in tension: stresses over fy/γM0, 0 elsewhere.
+    double along = 0.0, across = 0.0, shear = 0.0;
+    double yield = 0.0; ///< of the three, by 6.2.1(5)
 
     /// Entry of the result record of a member with that many sub-spans.
     int Entry(int subSpans) const { return load.point < subSpans ? 1 + 2 * load.point : 2 * subSpans; }
@@ -244,10 +247,12 @@ private:
     void FindWebLoads();
     bool IsWebLoadHeld(const Design::PointLoad& load) const;
     double BendingOf(const WebLoadCheck& check) const;
+    void SetYield(WebLoadCheck& check) const;
     void RecordWebLoads();
     void RecordUnheldWebLoads();
     void RecordWebForce();
     void RecordWebBending();
+    void RecordWebYield(const WebLoadCheck& worst);
 
     // Struts (Struts.cpp).
     bool IsHeld(BucklingMode mode, const Steel::CRestraint& restraint) const;

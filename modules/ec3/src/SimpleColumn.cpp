@@ -60,7 +60,7 @@ void MemberCheck::CheckSimpleColumn(Combination& c) const
             s.NbRd = std::min(s.NbRd, t.strut.NbRd);
     s.N = std::max(c.Ny, c.Nz);
     s.MbRd = lateral.Chi() * c.MyRk / m_in.strength.gammaM1;
-    s.MczRd = c.MzRk / m_in.strength.gammaM0;
+    s.MczRd = c.MzRk / std::max(m_in.strength.gammaM0, m_in.strength.gammaM1);
     const auto term = [](double action, double resistance) { return action > 0.0 ? action / resistance : 0.0; };
     s.utilisation = term(s.N, s.NbRd) + term(c.My, s.MbRd) + 1.5 * term(c.Mz, s.MczRd);
     c.simple = s;
