@@ -95,6 +95,51 @@ TEST(HollowSectionByHand, MoreExactInteraction)
     EXPECT_NEAR(i.third, 0.876, 0.008);
 }
 
+// 4.8.3.3.3 by hand where Table 15 does not serve, welded box 300x100, all walls 10 mm, S275, 6 m pinned, 150 kN, 40 kNm about x-x and 5 kNm about
+// y-y, uniform. A 76 cm², Ix 7865 cm⁴, Iy 1305 cm⁴, J = 4*26100²/76 = 3585 cm⁴, Sx 682 cm³, Zx 524.4 cm³, Sy 302 cm³. Struts with py = 255, curve
+// b: λx = 59.0, pc = 208.3, fx = 0.0948; λy = 144.8, pc = 77.7, fy = 0.254. φb = 1.084, λLT = 2.25(1.084*144.8)^0.5 = 28.2 < λL0: Mb = 187.6.
+// Mcx = 1.2*0.275*524.4 = 173.1, Mcy = 83.1. Major: 0.0948 + 40/173.1*1.0474 + 0.5*5/83.1 = 0.367; minor, with the whole term of
+// lateral-torsional buckling: 0.254 + 40/187.6 + 5/83.1*1.127 = 0.535; interactive: 0.2421/0.9052 + 0.0679/0.746 = 0.359.
+TEST(HollowSectionByHand, MoreExactInteractionWithLateralTorsionalBuckling)
+{
+    Case given;
+    given.section = L"BOX 300x100x10x10";
+    given.type = SEC_WELDED;
+    given.option = CSteelMemberBS5950::MORE_EXACT;
+    given.points = {{0.0, L"Pinned"}, {6.0, L"Pinned"}};
+    EndMoments(given, 6.0, -40e3, -40e3, -150e3, 5e3, 5e3);
+    Checked c(given);
+    c.Check();
+    const InteractionResult& i = c.member.Interactions().front();
+    EXPECT_STREQ(i.clause, L"4.8.3.3.3");
+    EXPECT_NEAR(i.first, 0.367, 0.002);
+    EXPECT_NEAR(i.second, 0.535, 0.002);
+    EXPECT_NEAR(i.third, 0.359, 0.002);
+}
+
+// D/B = 3: LE/ry up to 225*275/355 = 174.3, that is 7.2 m with ry = 4.11 cm. Within it the term is half of MLT/Mcx, beyond it whole.
+TEST(HollowSectionByHand, Table15HalvesTheTermOfLateralTorsionalBuckling)
+{
+    const auto interaction = [](double L) {
+        Case given;
+        given.section = L"RHS 300x100x8";
+        given.grade = L"S355";
+        given.option = CSteelMemberBS5950::MORE_EXACT;
+        given.points = {{0.0, L"Pinned"}, {L, L"Pinned"}};
+        EndMoments(given, L, -60e3, -60e3, -20e3);
+        Checked c(given);
+        c.Check();
+        const InteractionResult& i = c.member.Interactions().front();
+        EXPECT_NEAR(c.member.Positions().front().Mcx, 1.2 * 355.0 * 420.0, 500.0); // Zx printed: 420 cm³
+        return std::array{i.MLTTerm, c.Spans(BucklingMode::LateralTorsional).front().resistance};
+    };
+    const double within = interaction(7.0)[0];
+    EXPECT_NEAR(within, 0.5 * 60.0 / (1.2 * 0.355 * 420.0), 0.001);
+    const auto [beyond, Mb] = interaction(7.4);
+    EXPECT_NEAR(beyond, 60e3 / Mb, 1e-12);
+    EXPECT_NEAR(Mb, 355.0 * 546.0, 0.02 * 355.0 * 546.0); // Sx printed: 546 cm³; λLT is just above λL0
+}
+
 // Table 22 from the restraints at the ends, and the sway rows with m at least 0.85.
 TEST(EffectiveLengths, OfStrutsFollowTheirEnds)
 {

@@ -433,7 +433,9 @@ private:
         const double major = Mx ? Over(x.m * x.M, x.Mc) * (1.0 + 0.5 * fx) : 0.0;
         const double minor = My ? Over(y.m * y.M, y.Mc) * (1.0 + (I ? 1.0 : 0.5) * fy) : 0.0;
         double worst = fx + major + 0.5 * Over(x.mOther * x.other, x.McOther);
-        worst = std::max(worst, fy + (I ? 1.0 : 0.5) * lateral + minor);
+        // 4.8.3.3.3 b: half of MLT/Mcx where 4.3.6.1 asks for no lateral-torsional buckling, else the whole of MLT/Mb.
+        const double sideways = I || l.buckles ? lateral : 0.5 * std::max(lateral, Mx ? l.m * Over(l.M, x.Mc) : 0.0);
+        worst = std::max(worst, fy + sideways + minor);
         // With one moment alone this is the first condition again.
         const auto amplified = [](double term, double f) {
             return term == 0.0 ? 0.0 : f < 1.0 ? term / (1.0 - f) : INF;

@@ -408,11 +408,13 @@ void BucklingLines::ExactInteraction(const InteractionResult& r, const MemberRes
         .Values(L"%s + %s * %s * (1 + 0.5 * %s) + 0.5 * %s * %s", fx, mx, major, fx, m_fmt.NoDim(x.flexural.myx),
                 m_fmt.NoDim(x.flexural.minor))
         .Cite(r.clause);
-    const CString bending = lt.effect > 0.0 ? m_fmt.NoDim(lt.m * lt.effect / lt.resistance) : CString(L"0");
-    Step(hollow ? L"Fc/Pcy + 0.5 mLT MLT/Mb + my My/Mcy (1 + 0.5 Fc/Pcy)"
-                : L"Fc/Pcy + mLT MLT/Mb + my My/Mcy (1 + Fc/Pcy)",
+    const bool half = hollow && lt.lateral.exempt;
+    const CString bending = m_fmt.NoDim(half ? 2.0 * r.MLTTerm : r.MLTTerm);
+    Step(half     ? L"Fc/Pcy + 0.5 mLT MLT/Mcx + my My/Mcy (1 + 0.5 Fc/Pcy)"
+         : hollow ? L"Fc/Pcy + mLT MLT/Mb + my My/Mcy (1 + 0.5 Fc/Pcy)"
+                  : L"Fc/Pcy + mLT MLT/Mb + my My/Mcy (1 + Fc/Pcy)",
          LineValue::Utilisation(r.second, false))
-        .Values(L"%s + %s%s + %s * %s * (1 + %s%s)", fy, times, bending, my, minor, times, fy)
+        .Values(L"%s + %s%s + %s * %s * (1 + %s%s)", fy, half ? L"0.5 * " : L"", bending, my, minor, times, fy)
         .Cite(r.clause);
     Step(hollow ? L"mx Mx (1 + 0.5 Fc/Pcx)/(Mcx (1 - Fc/Pcx)) + my My (1 + 0.5 Fc/Pcy)/(Mcy (1 - Fc/Pcy))"
                 : L"mx Mx (1 + 0.5 Fc/Pcx)/(Mcx (1 - Fc/Pcx)) + my My (1 + Fc/Pcy)/(Mcy (1 - Fc/Pcy))",

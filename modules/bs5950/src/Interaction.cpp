@@ -34,8 +34,18 @@ void Simplified(const Combination& c, InteractionResult& r)
     r.second = c.y.utilisation + r.MLTTerm + r.MyTerm;
 }
 
+// Clause 4.8.3.3.3, hollow sections: 0.5 mLT MLT/Mcx where lateral-torsional buckling need not be considered, otherwise the whole
+// mLT MLT/Mb. Mcx has the shear of the place of the largest moment.
+double HollowMLTTerm(const Combination& c)
+{
+    const double whole = c.MLTTerm();
+    if (!c.lt.lateral.exempt) return whole;
+    const double atLargest = c.x.Mx > 0.0 ? c.lt.m * c.lt.effect / c.x.Mx * c.x.flexural.major : 0.0;
+    return 0.5 * std::max(whole, atLargest);
+}
+
 // Clause 4.8.3.3.2 for I and H sections with equal flanges, 4.8.3.3.3 for hollow sections; they differ in the
-// coefficients of the minor axis and of lateral-torsional buckling.
+// coefficient of the minor axis and in the term of lateral-torsional buckling.
 void MoreExact(const Combination& c, bool hollow, InteractionResult& r)
 {
     const double k = hollow ? 0.5 : 1.0;
@@ -48,7 +58,7 @@ void MoreExact(const Combination& c, bool hollow, InteractionResult& r)
     r.clause = hollow ? L"4.8.3.3.3" : L"4.8.3.3.2";
     r.MxTerm = mx * (1.0 + 0.5 * fx);
     r.MyTerm = my * (1.0 + k * fy);
-    r.MLTTerm = k * c.MLTTerm();
+    r.MLTTerm = hollow ? HollowMLTTerm(c) : c.MLTTerm();
     r.first = fx + r.MxTerm + 0.5 * myx;
     r.second = fy + r.MLTTerm + r.MyTerm;
     const auto amplified = [](double term, double f) { return term == 0.0 ? 0.0 : f < 1.0 ? term / (1.0 - f) : INF; };

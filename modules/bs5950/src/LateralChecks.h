@@ -18,6 +18,7 @@ public:
     /// The span of a stretch, not checked so far.
     SpanResult MakeSpan(const Design::Stretch& stretch, bool turned) const;
     bool IsApplied(const SpanResult& span) const;
+    bool IsExempt(const SpanResult& span) const;
     /// Effective length of the stretch for each flange that is compressed; the longer one counts.
     void FindLength(SpanResult& span, const Steel::CCodeShare& rules) const;
     /// The smallest Mb of the flanges that are compressed.

@@ -299,6 +299,14 @@ bool LateralRules::IsApplied(const SpanResult& span) const
            !(span.overridden && span.LE == 0.0);
 }
 
+// Clause 4.3.6.1. Table 15 is a limit of LE/ry, which an elastic check does not have.
+bool LateralRules::IsExempt(const SpanResult& span) const
+{
+    const SectionProperties& s = m_model.Properties();
+    if (!span.applied || !CanBuckleLaterally(s)) return true;
+    return !span.lateral.elastic && !span.lateral.simpleColumn && IsWithinTable15(s, m_model.Steel(), span.slenderness);
+}
+
 void LateralChecks::Check(SpanResult& span)
 {
     span.Mx = span.effect;
@@ -309,6 +317,7 @@ void LateralChecks::Check(SpanResult& span)
         span.lengthRule = L"flange held along its length (4.2.2)";
     span.slenderness = span.LE / span.radius;
     m_rules.SetResistance(span);
+    span.lateral.exempt = m_rules.IsExempt(span);
     SetFactor(span);
     if (span.applied) span.utilisation = Ratio(span.m * span.effect, span.resistance);
     Record(span);

@@ -160,6 +160,8 @@ struct LateralResult {
     std::array<bool, 2> compressed{};
     Steel::CCodeShare::LT_BuckleDirection sense = Steel::CCodeShare::LT_COMP_NONE; ///< the same for CCodeShare
     int resisting = 0; ///< flange, 0 or 1, whose compression gives the resistance
+    /// Lateral-torsional buckling need not be considered: nothing compressed, held along, not stiffer about x-x, or within Table 15.
+    bool exempt = false;
     bool cantilever = false;
     bool destabilising = false;
     bool simpleColumn = false; ///< 4.7.7 serves in place of 4.3.6
