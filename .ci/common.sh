@@ -69,9 +69,9 @@ lock() {
 }
 unlock() { exec 9>&-; }
 
-# What the last run of ./test left out, and what would make it run.
+# left_out FOLDER: what the last tests of this build left out, and what would make them run.
 left_out() {
-    sed -n 's/^Left out: //p' "$builds/release/Testing/Temporary/LastTest.log" 2>/dev/null | sort | uniq -c |
+    sed -n 's/^Left out: //p' "$1/Testing/Temporary/LastTest.log" 2>/dev/null | sort | uniq -c |
         while read -r count reason; do say "$count left out: $reason"; done
 }
 
