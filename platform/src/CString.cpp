@@ -258,6 +258,9 @@ public:
             if (Peek() == L'%') {
                 ++m_place;
                 m_out.push_back(L'%');
+            } else if (Peek() == L's' && m_next < m_args.size() && m_args[m_next].ArgKind() == FormatArg::Kind::Text) {
+                ++m_place;
+                m_out.append(m_args[m_next++].Text());
             } else {
                 const Conversion conversion = ReadConversion();
                 Put(conversion);
@@ -573,7 +576,11 @@ int CString::CompareNoCase(std::wstring_view other) const noexcept
 void CString::AppendFormatArgs(std::wstring_view format, std::span<const FormatArg> args)
 {
     const std::size_t length = m_text.size();
+    std::size_t needed = length + format.size();
+    for (const FormatArg& arg : args)
+        needed += arg.ArgKind() == FormatArg::Kind::Text ? arg.Text().size() : 8;
     try {
+        if (needed > m_text.capacity()) m_text.reserve(std::max(needed, 2 * m_text.capacity()));
         Formatter(m_text, format, args).Run();
     } catch (...) {
         m_text.resize(length);

@@ -1,5 +1,11 @@
+#include <array>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <limits>
+#include <random>
+#include <string>
 
 #include <gtest/gtest.h>
 
@@ -86,6 +92,46 @@ TEST(CDesFormat, WritesPlainDecimalsInTheRangeOfEngineering)
     EXPECT_EQ(format.NoDim(5e-324), L"4.941e-324");
     EXPECT_EQ(format.NoDim(1200.0), L"1200");
     EXPECT_EQ(format.NoDim(12345.0), L"12340") << "half to even of the exact value";
+}
+
+// The C library's digits: "%g" where it is plain, "%e" beyond, and the whole number that "%e" stands for between.
+std::string Printed(double value, int figures)
+{
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "%.*e", figures - 1, value);
+    const double rounded = std::strtod(text.data(), nullptr);
+    const int exponent = std::atoi(std::strchr(text.data(), 'e') + 1);
+    if (exponent >= figures && exponent < 9)
+        std::snprintf(text.data(), text.size(), "%.0f", rounded);
+    else
+        std::snprintf(text.data(), text.size(), "%.*g", figures, value);
+    return text.data();
+}
+
+TEST(CDesFormat, HasTheDigitsOfPrintf)
+{
+    constexpr unsigned SEED = 20;
+    std::mt19937 random(SEED);
+    std::uniform_real_distribution<double> exponent(-7.0, 12.0);
+    std::uniform_int_distribution<int> ties(1, 2'000'000);
+    const CDesFormat format;
+    for (int i = 0; i < 200'000; ++i) {
+        // Every other one is at a tie of some digit, or beside it.
+        double value = std::pow(10.0, exponent(random));
+        if (i % 2) value = std::nextafter(ties(random) * 0.5 * std::pow(10.0, i / 2 % 7 - 3), i % 3 ? 0.0 : 1e9);
+        if (i % 5 == 0) value = -value;
+        ASSERT_EQ(format.NoDim(value).ToUtf8().value(), Printed(value, 4))
+            << value << " seed " << SEED << " number " << i;
+        ASSERT_EQ(format.LengthSmall(value).ToUtf8().value(), Printed(value, 6))
+            << value << " seed " << SEED << " number " << i;
+        std::array<char, 64> fixed{};
+        std::snprintf(fixed.data(), fixed.size(), "%.3f", value);
+        const double shown = std::strtod(fixed.data(), nullptr);
+        if (std::abs(value) < 1e9 && shown != 1.0 && shown != 0.0) {
+            ASSERT_STREQ(format.Util(value).ToUtf8().value().c_str(), fixed.data())
+                << value << " seed " << SEED << " number " << i;
+        }
+    }
 }
 
 TEST(CDesFormat, WritesUtilisationsWithThreeDecimals)
