@@ -111,12 +111,18 @@ CString StepText(const Step& step, const CDesFormat& fmt)
 
 CString StepText(const Step& step, const CString& value)
 {
-    CString text = step.symbol;
+    CString text;
+    AppendStep(text, step, value);
+    return text;
+}
+
+void AppendStep(CString& text, const Step& step, std::wstring_view value)
+{
+    text += step.symbol;
     if (!step.formula.IsEmpty()) (text += L" = ") += step.formula;
     if (!step.values.IsEmpty()) (text += L" = ") += step.values;
     (text += L" = ") += value;
     if (!step.note.IsEmpty()) (text += L", ") += step.note;
-    return text;
 }
 
 CString AssumptionText(const Assumption& a, const CDesFormat& fmt)

@@ -10,6 +10,12 @@ namespace Keltrix::BS5950 {
 
 using Steel::CMemberResult;
 
+namespace {
+
+constexpr std::size_t LEDGER_ROW = 160; // characters, most of them
+
+} // namespace
+
 CString MemberText::Verdict(double utilisation, bool inclusive) const
 {
     const double u = CMemberResult::InfinitiseNANs(utilisation);
@@ -30,34 +36,35 @@ void MemberText::BeginPart(double start, double end, int entry)
     m_isInPart = true;
 }
 
-void MemberText::Write(CString text)
+void MemberText::Write()
 {
-    if (m_isInPart && text.View().find(L"<red>") != std::wstring_view::npos)
+    if (m_isInPart && m_line.View().find(L"<red>") != std::wstring_view::npos)
         m_found.parts.back().second.isMarked = true;
-    text += L"\n";
-    m_result.AddOutputString(text);
+    m_line += L'\n';
+    m_result.AddOutputString(m_line);
 }
 
 // Lead, step, clause.
-CString MemberText::TextOf(const CalculationLine& line) const
+void MemberText::Append(const CalculationLine& line)
 {
     const Design::Step& step = line.step;
-    CString text = line.lead;
-    if (!*step.symbol) return text;
-    text += line.judged == Judged::No ? Design::StepText(step, m_fmt)
-                                      : Design::StepText(step, Verdict(step.value, line.judged == Judged::BelowOne));
-    if (line.cites) {
-        const bool isClause = *step.clause >= L'0' && *step.clause <= L'9';
-        ((text += isClause ? L" <i>cl. " : L" <i>") += step.clause) += L"</i>";
-    }
-    return text;
+    m_line += line.lead;
+    if (!*step.symbol) return;
+    Design::AppendStep(m_line, step,
+                       line.judged == Judged::No ? Design::QuantityText(step.quantity, step.value, m_fmt)
+                                                 : Verdict(step.value, line.judged == Judged::BelowOne));
+    if (!line.cites) return;
+    const bool isClause = *step.clause >= L'0' && *step.clause <= L'9';
+    ((m_line += isClause ? L" <i>cl. " : L" <i>") += step.clause) += L"</i>";
 }
 
 void MemberText::Print(const CalculationLines& lines)
 {
     for (const CalculationLine& line : lines.Lines()) {
         const Steel::CResultIndent indent(line.indent > 0 ? &m_result : nullptr);
-        Write(TextOf(line));
+        m_line.Empty();
+        Append(line);
+        Write();
     }
 }
 
@@ -71,10 +78,10 @@ void MemberText::LedgerTable()
 {
     Line(L"<h4>Ledger of checks:</h4>");
     CString rows = L"<table><align left>Clause\tRule\tStatus\tWhere\tUtilisation\tResistance\n";
-    std::vector<LedgerEntry> entries = m_found.ledger.Entries();
     m_found.information = Information(m_model, m_found);
-    entries.insert(entries.end(), m_found.information->begin(), m_found.information->end());
-    for (const LedgerEntry& e : entries) {
+    const std::vector<LedgerEntry>& entries = m_found.ledger.Entries();
+    rows.Reserve(LEDGER_ROW * (entries.size() + m_found.information->size() + 2));
+    const auto row = [&](const LedgerEntry& e) {
         CString where;
         if (e.position >= 0)
             where.Format(L"position %i at %s", e.position + 1, m_fmt.Length(e.start));
@@ -88,11 +95,13 @@ void MemberText::LedgerTable()
                                                                : m_fmt.Stress(e.resistance));
         const bool done =
             e.status == CheckStatus::Passed || e.status == CheckStatus::Failed || e.status == CheckStatus::Information;
-        const CString name = e.governing ? CString(L"<b>") + RuleName(e.rule) + L" (governs)</b>" : RuleName(e.rule);
-        const CString status = e.status == CheckStatus::Failed ? CString(L"<red>failed</red>") : StatusName(e.status);
-        rows.AppendFormat(L"%s\t%s\t%s%s%s\t%s\t%s\t%s\n", e.clause, name, status, *e.reason ? L": " : L"", e.reason,
-                          where, done && e.utilisation > 0.0 ? m_fmt.Util(e.utilisation) : CString(), resistance);
-    }
+        const wchar_t* const status = e.status == CheckStatus::Failed ? L"<red>failed</red>" : StatusName(e.status);
+        rows.AppendFormat(L"%s\t%s%s%s\t%s%s%s\t%s\t%s\t%s\n", e.clause, e.governing ? L"<b>" : L"", RuleName(e.rule),
+                          e.governing ? L" (governs)</b>" : L"", status, *e.reason ? L": " : L"", e.reason, where,
+                          done && e.utilisation > 0.0 ? m_fmt.Util(e.utilisation) : CString(), resistance);
+    };
+    std::for_each(entries.begin(), entries.end(), row);
+    std::for_each(m_found.information->begin(), m_found.information->end(), row);
     rows += L"</align></table>\n";
     m_result.AddOutputString(rows);
 }

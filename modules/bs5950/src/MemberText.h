@@ -39,15 +39,16 @@ private:
     /// Entry of the buckling checks.
     int LastEntry() const { return 2 * static_cast<int>(m_model.subSpans.size()) + 1; }
 
-    void Write(CString text);
+    /// The line that was put together in m_line.
+    void Write();
     void Print(const CalculationLines& lines);
-    CString TextOf(const CalculationLine& line) const;
+    void Append(const CalculationLine& line);
     template <class... Args>
     void Line(const wchar_t* format, const Args&... args)
     {
-        CString text;
-        text.Format(format, args...);
-        Write(text);
+        m_line.Empty();
+        m_line.AppendFormat(format, args...);
+        Write();
     }
     /// "0.735", or in red with FAIL where the limit is reached (`inclusive`) or passed.
     CString Verdict(double utilisation, bool inclusive) const;
@@ -56,6 +57,7 @@ private:
     Steel::CMemberResult& m_result;
     const CDesFormat& m_fmt;
     bool m_isInPart = false;
+    CString m_line; ///< keeps its space from line to line
 };
 
 } // namespace Keltrix::BS5950

@@ -43,10 +43,14 @@ private:
     template <class... Args>
     void Line(const wchar_t* format, const Args&... args)
     {
-        CString text;
-        text.Format(format, args...);
-        text += L"\n";
-        m_result.AddOutputString(text);
+        m_line.Empty();
+        m_line.AppendFormat(format, args...);
+        WriteLine();
+    }
+    void WriteLine()
+    {
+        m_line += L'\n';
+        m_result.AddOutputString(m_line);
     }
 
     void PrintStage(Stage stage, int entry)
@@ -67,7 +71,7 @@ private:
         Design::CalculationPart part{f.start, f.end};
         if (std::isnan(f.start)) part.start = part.end = m_check.Input().Start();
         for (const Design::Step& step : f.steps)
-            Line(L"%s", LineOf(step));
+            Write(step);
         if (f.WasEvaluated() && f.utilisation > 0.0) {
             const bool fails = f.status == CheckStatus::Failed;
             part.utilisation = f.utilisation;
@@ -82,12 +86,12 @@ private:
     }
 
     // With its clause.
-    CString LineOf(const Design::Step& step) const
+    void Write(const Design::Step& step)
     {
-        CString text = L"\t";
-        text += Design::StepText(step, m_fmt);
-        if (*step.clause) text += CString(L" <i>") + step.clause + L"</i>";
-        return text;
+        m_line = L"\t";
+        Design::AppendStep(m_line, step, Design::QuantityText(step.quantity, step.value, m_fmt));
+        if (*step.clause) ((m_line += L" <i>") += step.clause) += L"</i>";
+        WriteLine();
     }
 
     void Assumptions()
@@ -106,33 +110,36 @@ private:
     {
         Line(L"<h4>Ledger of checks:</h4>");
         CString rows = L"<table><align left>Clause\tRule\tStatus\tWhere\tUtilisation\tResistance\n";
+        rows.Reserve(LEDGER_ROW * (m_findings.rules.size() + 2));
         for (const RuleFinding& f : m_findings.rules)
-            rows += Row(f);
+            AppendRow(rows, f);
         rows += L"</align></table>\n";
         m_result.AddOutputString(rows);
     }
 
-    CString Row(const RuleFinding& f) const
+    void AppendRow(CString& rows, const RuleFinding& f) const
     {
-        CString where, resistance, row;
+        CString where, resistance;
         if (f.start < f.end)
             where.Format(L"%s to %s", m_fmt.Length(f.start), m_fmt.Length(f.end));
         else if (!std::isnan(f.start))
             where = m_fmt.Length(f.start);
         if (f.quantity != Quantity::None)
             resistance.Format(L"%s = %s", f.symbol, Design::QuantityText(f.quantity, f.resistance, m_fmt));
-        const CString name = f.governing ? CString(L"<b>") + f.name + L" (governs)</b>" : f.name;
-        const CString status =
-            f.status == CheckStatus::Failed ? CString(L"<red>failed</red>") : Design::StatusName(f.status);
-        row.Format(L"%s\t%s\t%s%s%s\t%s\t%s\t%s\n", f.clause, name, status, *f.reason ? L": " : L"", f.reason, where,
-                   f.WasEvaluated() && f.utilisation > 0.0 ? m_fmt.Util(f.utilisation) : CString(), resistance);
-        return row;
+        const wchar_t* const status =
+            f.status == CheckStatus::Failed ? L"<red>failed</red>" : Design::StatusName(f.status);
+        rows.AppendFormat(L"%s\t%s%s%s\t%s%s%s\t%s\t%s\t%s\n", f.clause, f.governing ? L"<b>" : L"", f.name,
+                          f.governing ? L" (governs)</b>" : L"", status, *f.reason ? L": " : L"", f.reason, where,
+                          f.WasEvaluated() && f.utilisation > 0.0 ? m_fmt.Util(f.utilisation) : CString(), resistance);
     }
+
+    static constexpr std::size_t LEDGER_ROW = 160; // characters, most of them
 
     MemberCheck& m_check;
     Design::MemberFindings& m_findings;
     CMemberResult& m_result;
     const CDesFormat& m_fmt;
+    CString m_line; ///< keeps its space from line to line
 };
 
 CString Figures(double value, const wchar_t* unit)

@@ -70,6 +70,8 @@ struct Step {
 KELTRIX_DESIGN_API CString StepText(const Step& step, const CDesFormat& fmt);
 /// The same with a text of its own in place of the value's.
 KELTRIX_DESIGN_API CString StepText(const Step& step, const CString& value);
+/// Appends it to a text.
+KELTRIX_DESIGN_API void AppendStep(CString& text, const Step& step, std::wstring_view value);
 
 /// What a rule is about, whatever the design code calls it: what two codes say of one thing can stand side by side. Other: a matter that codes
 /// treat each in its own way, or no resistance at all.
