@@ -92,43 +92,62 @@ class FlangePair:
     arm: float
 
 
-def flange_pair(s: ec3.Section, fy: float, number: int, sags: bool, compressed: bool) -> FlangePair:
-    """Of class 4 the flange in compression with its effective width; both where the axial force compresses them."""
+def flange_pair(s: ec3.Section, fy: float, sags: bool, both: bool) -> FlangePair:
+    """The flange that My compresses with its effective width; both where an axial force acts."""
     eps = math.sqrt(235 * ec3.MPA / fy)
 
     def area(b: float, t: float, loses: bool) -> float:
         c = s.outstand(b)
-        lost = 2 * (1 - ec3.outstand_rho(c / t, eps, 0.43)) * c * t if loses and number == 4 else 0.0
+        lost = 2 * (1 - ec3.outstand_rho(c / t, eps, 0.43)) * c * t if loses else 0.0
         return b * t - lost
 
-    return FlangePair(area(s.b1, s.t1, sags or compressed), area(s.b2, s.t2, not sags or compressed), s.h - (s.t1 + s.t2) / 2)
+    return FlangePair(area(s.b1, s.t1, sags or both), area(s.b2, s.t2, not sags or both), s.h - (s.t1 + s.t2) / 2)
+
+
+def plastic_of_flanges(s: ec3.Section, weak: float, strong: float) -> float:
+    """Plastic modulus of the whole web with flanges of these areas, of sections with equal flanges; root fillets as in the gross section."""
+    t, web = s.t1, s.hw * s.tw
+    arm = s.h - t
+    fillets = s.Wpl_y - s.b1 * t * arm - web * s.hw / 4
+    if strong - weak <= web:  # the axis of equal areas lies in the web, off its middle
+        off = (strong - weak) / (2 * s.tw)
+        return (weak + strong) * arm / 2 + s.tw * (s.hw**2 / 4 - off**2) + fillets
+    inner = (strong - weak - web) / 2  # of the larger flange, on the web's side of the axis
+    u = inner / strong * t
+    across = strong / t
+    return across * (u**2 + (t - u) ** 2) / 2 + web * (s.hw / 2 + u) + weak * (s.hw + u + t / 2) + fillets
+
+
+def is_web_compressed(s: ec3.Section, r: ec3.Resistances, N: float, My: float) -> bool:
+    """7.1(4): the whole web, by the stresses as they are and at the plastic resistance."""
+    return N > s.hw * s.tw * r.fy / r.gamma_m0 and N / s.A >= abs(My) * (s.hw / 2) / s.Iy
 
 
 def bending_with_shear_buckling(s: ec3.Section, r: ec3.Resistances, N: float, My: float, V: float) -> float:
     """7.1: the left side of (7.1), nothing where it does not reduce the moment. My above zero where flange 1 is compressed; equal flanges."""
     assert r.Vbw is not None and s.is_equal
-    eta3 = V / r.Vbw
+    eta3 = min(1.0, V / r.Vbw)  # above 1 the web fails by itself
     if eta3 <= 0.5:
         return 0.0
-    pair = flange_pair(s, r.fy, r.number, My > 0, N > 0)
+    pair = flange_pair(s, r.fy, My > 0, abs(N) > 1e-6 * s.A * r.fy)
     web = s.hw * s.tw
     strength = r.fy / r.gamma_m0
     weak, strong = sorted((pair.upper, pair.lower))
+    # 5.4(1): what the flanges bear reaches 15 epsilon t from the web.
+    near = s.b1 * s.t1 - 2 * max(0.0, s.outstand(s.b1) - 15 * math.sqrt(235 * ec3.MPA / r.fy) * s.t1) * s.t1
+    Mf = min(weak, near) * pair.arm * strength
+    Mpl = plastic_of_flanges(s, weak, strong) * strength
     fillets = s.A - 2 * s.b1 * s.t1 - web
-    Mf = weak * pair.arm * strength
-    # The plastic axis lies in the web, off its middle where one flange has lost width.
-    off = (strong - weak) / (2 * s.tw)
     lost = 2 * s.b1 * s.t1 - weak - strong
-    Mpl = (s.Wpl_y - (strong - weak) * pair.arm / 2 - (2 * s.b1 * s.t1 - 2 * strong) * pair.arm / 2) * strength - s.tw * off**2 * strength
     area = s.A - lost
     n = abs(N) / (area * strength)
     if n >= 1:
         return math.inf
     a = min(0.5, (web + fillets) / area)
     MN = min(Mpl, Mpl * (1 - n) / (1 - 0.5 * a))
-    Mf *= max(0.0, 1 - abs(N) / ((weak + strong) * strength))
-    if N > 0 and N / s.A >= abs(My) * (s.hw / 2) / s.Iy:
-        Mf = 0.0  # the whole web is compressed
+    Mf *= max(0.0, 1 - abs(N) / (2 * min(weak, near) * strength))
+    if is_web_compressed(s, r, N, My):
+        Mf = 0.0
     if abs(My) / MN < Mf / MN:
         return 0.0
     return abs(My) / MN + (1 - Mf / MN) * (2 * eta3 - 1) ** 2
