@@ -18,17 +18,21 @@ double JumpAt(const SubSpans& subSpans, int point)
     return (last ? 0.0 : subSpans[static_cast<std::size_t>(point)].GetForcesLeft().z) - before;
 }
 
-// What presses at a member point together with all that follows within a length. The point's own load where that is more.
-double LoadWithin(const Points& points, const SubSpans& subSpans, int point, double length)
+// What presses on one flange at a member point together with all that follows within a length, the point's own load where that is more; 0
+// where nothing begins to press there. `sign` is 1 for what presses downwards, -1 upwards.
+double LoadWithin(const Points& points, const SubSpans& subSpans, int point, double length, double sign, double noise)
 {
     const double x = points[static_cast<std::size_t>(point)].GetPos();
-    double largest = JumpAt(subSpans, point);
+    const double own = sign * JumpAt(subSpans, point);
+    double largest = std::max(own, 0.0);
     double sum = largest;
     for (std::size_t k = static_cast<std::size_t>(point); k < subSpans.size(); ++k) {
         if (points[k + 1].GetPos() - x > length) break;
-        sum +=
-            subSpans[k].GetForcesRight().z - subSpans[k].GetForcesLeft().z + JumpAt(subSpans, static_cast<int>(k) + 1);
-        if (std::abs(sum) > std::abs(largest)) largest = sum;
+        const double along = sign * (subSpans[k].GetForcesRight().z - subSpans[k].GetForcesLeft().z);
+        // What presses on the other flange here is a load of its own; the next points have theirs.
+        if (own < -noise && k == static_cast<std::size_t>(point) && !(along > noise)) break;
+        sum += along + sign * JumpAt(subSpans, static_cast<int>(k) + 1);
+        largest = std::max(largest, sum);
     }
     return largest;
 }
@@ -58,21 +62,23 @@ std::vector<PointLoad> FindPointLoads(const Points& points, const SubSpans& subS
     double largest = 0.0;
     for (const Steel::CSubSpan& sub : subSpans)
         largest = std::max({largest, std::abs(sub.GetForcesLeft().z), std::abs(sub.GetForcesRight().z)});
+    const double noise = 1e-6 * largest;
     const double start = points.front().GetPos();
     const double end = points.back().GetPos();
     std::vector<PointLoad> loads;
     for (int i = 0; i <= static_cast<int>(subSpans.size()); ++i) {
-        const double force = LoadWithin(points, subSpans, i, spread);
-        if (!(std::abs(force) > 1e-6 * largest)) continue;
-        PointLoad load;
-        load.point = i;
-        load.x = points[static_cast<std::size_t>(i)].GetPos();
-        load.force = std::abs(force);
-        load.onFlange1 = force > 0.0;
-        load.loadToEnd = std::max(std::min(load.x - start, end - load.x), 0.5 * stiffBearing);
-        load.bearingToEnd = load.loadToEnd - 0.5 * stiffBearing;
-        load.held = IsFlangeHeld(points, subSpans, major, i, load.onFlange1 ? Flange::First : Flange::Second);
-        loads.push_back(load);
+        for (const Flange flange : FLANGES) {
+            PointLoad load;
+            load.onFlange1 = flange == Flange::First;
+            load.force = LoadWithin(points, subSpans, i, spread, load.onFlange1 ? 1.0 : -1.0, noise);
+            if (!(load.force > noise)) continue;
+            load.point = i;
+            load.x = points[static_cast<std::size_t>(i)].GetPos();
+            load.loadToEnd = std::max(std::min(load.x - start, end - load.x), 0.5 * stiffBearing);
+            load.bearingToEnd = load.loadToEnd - 0.5 * stiffBearing;
+            load.held = IsFlangeHeld(points, subSpans, major, i, flange);
+            loads.push_back(load);
+        }
     }
     return loads;
 }

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "CheckedMember.h"
+#include "keltrix/design/PointLoads.h"
 #include "keltrix/ec3/Capacity.h"
 
 using namespace EC3Test;
@@ -106,19 +107,55 @@ TEST(WebLoads, FallWithTheBearingAndRiseWithTheLoad)
 // A = 85.5 cm², η1 = 1500/(85.5*27.5) = 0.638. In tension it presses on a tension flange.
 TEST(WebLoads, ACompressionAloneCompressesTheFlangeThatAReactionPresses)
 {
-    const auto checked = [](double N) {
+    const auto checked = [](double N, const wchar_t* clause) {
         auto beam = Beam(5.0, 40e3, 0.0, DECK);
         for (Steel::CSubSpan& s : beam.subSpans) {
             const Vec3<double> left = s.GetForcesLeft(), right = s.GetForcesRight();
             s.SetForcesAll({N, left.y, left.z}, {N, right.y, right.z});
         }
-        return Checked(beam, L"UB 457x191x67", L"S275", false, Bearing(0.01)).Rule(L"EN 1993-1-5 7.2");
+        return Checked(beam, L"UB 457x191x67", L"S275", false, Bearing(0.01)).Rule(clause);
     };
-    const RuleFinding pressed = checked(-1500e3);
+    const RuleFinding pressed = checked(-1500e3, L"EN 1993-1-5 7.2");
     const double eta2 = 100e3 / FRdOf(L"UB 457x191x67", 275.0, 0.01, 0.0, false);
     EXPECT_NEAR(pressed.utilisation, (eta2 + 0.8 * 0.638) / 1.4, 1e-3);
     EXPECT_TRUE(pressed.start == 0.0 || pressed.start == 5.0) << pressed.start;
-    EXPECT_EQ(checked(1500e3).status, CheckStatus::NotApplicable);
+    // Tension of 1500 kN pulls it: σx = 1500e3/8550 = 175, σz = 100e3/((10 + 12.7)*8.5) = 518, τ = 100e3/(428*8.5) = 27.5 N/mm²:
+    // (175² + 518² + 175*518 + 3*27.5²)^0.5/275 = 2.28.
+    const RuleFinding pulled = checked(1500e3, L"EN 1993-1-5 7.2(2)");
+    EXPECT_EQ(pulled.status, CheckStatus::Failed);
+    EXPECT_NEAR(pulled.utilisation, 2.28, 0.01);
+}
+
+// 7.2(2) is part of the member's own utilisation.
+TEST(WebLoads, OnAFlangeThatTensionPullsFailTheMember)
+{
+    auto beam = Beam(5.0, 40e3, 0.0, DECK);
+    for (Steel::CSubSpan& s : beam.subSpans) {
+        const Vec3<double> left = s.GetForcesLeft(), right = s.GetForcesRight();
+        s.SetForcesAll({1500e3, left.y, left.z}, {1500e3, right.y, right.z});
+    }
+    const Checked c(beam, L"UB 457x191x67", L"S275", false, Bearing(0.01));
+    EXPECT_DOUBLE_EQ(c.result.UtilOverAll(), c.Rule(L"EN 1993-1-5 7.2(2)").utilisation);
+}
+
+// 43 kN of reaction on a thin flange, and 90.3 kN downwards 0.1 m further on: both are loads, though less than the reaction is left of their sum.
+TEST(WebLoads, StayBesideLoadsOnTheOtherFlange)
+{
+    DesignTest::Member m;
+    for (const double x : {0.0, 0.1, 1.3})
+        AddPoint(m, x, DECK);
+    AddSubSpan(m, -43e3, -43e3, 0.0, -4.3e3);
+    AddSubSpan(m, 47.3e3, 47.3e3, -4.3e3, 52.46e3);
+    const Design::MomentDiagram major(m.points, m.subSpans, Design::Bending::Major);
+    const auto loads = Design::FindPointLoads(m.points, m.subSpans, major, 0.001, 0.2);
+    ASSERT_EQ(loads.size(), 3u);
+    EXPECT_EQ(loads[0].force, 43e3);
+    EXPECT_FALSE(loads[0].onFlange1);
+    EXPECT_NEAR(loads[1].force, 90.3e3, 1e-6);
+    EXPECT_TRUE(loads[1].onFlange1);
+    EXPECT_EQ(loads[1].x, 0.1);
+    EXPECT_NEAR(loads[2].force, 47.3e3, 1e-6);
+    EXPECT_FALSE(loads[2].onFlange1);
 }
 
 // Cantilever of 3 m, UB 457x191x67 in S275, 60 kN at 1.5 m and 60 kN at the tip, on 20 mm: the top flange is pulled at the first load, 90 kNm.

@@ -69,9 +69,9 @@ def use_of_stresses(s: ec3.Section, r: ec3.Resistances, N: float, My: float, Mz:
 
 
 def along_pressed_flange(s: ec3.Section, r: ec3.Resistances, upper: bool, N: float, My: float) -> float:
-    """Tension along the web's edge at the pressed flange, which compression NEd does not lessen; of class 4 with equal flanges at the face, by the
-    effective modulus. My above zero where it compresses the pressed flange."""
-    W = r.Wy if r.number == 4 and s.is_equal else s.Iy / (face(s, upper) - (s.t1 if upper else s.t2))
+    """Tension along the web's edge at the pressed flange, which compression NEd does not lessen; of class 4 with equal flanges that My pulls at the
+    face, by the effective modulus. My above zero where it compresses the pressed flange."""
+    W = r.Wy if r.number == 4 and s.is_equal and My < 0 else s.Iy / (face(s, upper) - (s.t1 if upper else s.t2))
     return max(0.0, -N) / s.A - My / W
 
 
@@ -118,9 +118,9 @@ def plastic_of_flanges(s: ec3.Section, weak: float, strong: float) -> float:
     return across * (u**2 + (t - u) ** 2) / 2 + web * (s.hw / 2 + u) + weak * (s.hw + u + t / 2) + fillets
 
 
-def is_web_compressed(s: ec3.Section, r: ec3.Resistances, N: float, My: float) -> bool:
-    """7.1(4): the whole web, by the stresses as they are and at the plastic resistance."""
-    return N > s.hw * s.tw * r.fy / r.gamma_m0 and N / s.A >= abs(My) * (s.hw / 2) / s.Iy
+def is_web_compressed(s: ec3.Section, r: ec3.Resistances, N: float) -> bool:
+    """7.1(4): the whole web at the plastic resistance."""
+    return N > s.hw * s.tw * r.fy / r.gamma_m0
 
 
 def bending_with_shear_buckling(s: ec3.Section, r: ec3.Resistances, N: float, My: float, V: float) -> float:
@@ -146,7 +146,7 @@ def bending_with_shear_buckling(s: ec3.Section, r: ec3.Resistances, N: float, My
     a = min(0.5, (web + fillets) / area)
     MN = min(Mpl, Mpl * (1 - n) / (1 - 0.5 * a))
     Mf *= max(0.0, 1 - abs(N) / (2 * min(weak, near) * strength))
-    if is_web_compressed(s, r, N, My):
+    if is_web_compressed(s, r, N):
         Mf = 0.0
     if abs(My) / MN < Mf / MN:
         return 0.0

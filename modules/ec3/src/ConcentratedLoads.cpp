@@ -21,6 +21,15 @@ const WebLoadCheck* WorstOf(const std::vector<WebLoadCheck>& loads, double WebLo
     return worst;
 }
 
+// From the centroid to the edge of the web at a flange; below zero where the axis lies in that flange.
+double WebEdge(const Section& s, bool atFlange1)
+{
+    const double first = s.b * s.tf, second = s.b2 * s.tf2, web = s.hw * s.tw;
+    const double fromBottom =
+        (first * (s.h - 0.5 * s.tf) + second * 0.5 * s.tf2 + web * (s.tf2 + 0.5 * s.hw)) / (first + second + web);
+    return atFlange1 ? s.h - fromBottom - s.tf : fromBottom - s.tf2;
+}
+
 } // namespace
 
 // 6.1(1): the compression flange is held laterally. The flange that is pressed would turn against the web as well.
@@ -70,16 +79,16 @@ double MemberCheck::BendingOf(const WebLoadCheck& check) const
     return along > 0.0 ? along + term(Mz + N * (slender ? e.eNz : 0.0), Wz) : 0.0;
 }
 
-// 7.2(2): the criterion of EN 1993-1-1 6.2.1(5) where the moment pulls the flange that is pressed. The force spreads from the stiff bearing through the
-// flange at 45°, at an end of the member to one side alone.
+// 7.2(2): the criterion of EN 1993-1-1 6.2.1(5) where moment and axial force together pull the flange that is pressed. The force spreads from the
+// stiff bearing through the flange at 45°, at an end of the member to one side alone.
 void MemberCheck::SetYield(WebLoadCheck& check) const
 {
     const Section& s = m_in.section;
     const auto left = m_major.LeftOf(check.load.x);
     const auto right = m_major.RightOf(check.load.x);
+    // Above zero where it pulls the flange.
     const double My =
         check.load.onFlange1 ? std::max(left.greatest, right.greatest) : -std::min(left.least, right.least);
-    if (check.eta1 > 0.0 || !(My > m_check->NoiseMy())) return;
     double tension = 0.0, V = 0.0;
     const auto take = [&](int subSpan, bool rightEnd) {
         if (subSpan < 0 || subSpan >= static_cast<int>(m_in.subSpans.size())) return;
@@ -92,11 +101,14 @@ void MemberCheck::SetYield(WebLoadCheck& check) const
     take(check.load.point, false);
     const double yield = m_in.strength.fy / m_in.strength.gammaM0;
     const double tf = check.load.onFlange1 ? s.tf : s.tf2;
-    const double W = m_class.cls == 4      ? m_class.effective.Weffy
-                     : s.shape == Shape::I ? s.Iy / (0.5 * s.hw)
-                                           : s.Wely; // to the farthest fibre, which is safe
+    const double perMoment =
+        My > 0.0 && m_class.cls == 4 ? 1.0 / m_class.effective.Weffy : WebEdge(s, check.load.onFlange1) / s.Iy;
     const double loaded = check.resistance.ss + tf + std::min(tf, check.force.c);
-    check.along = (My / W + tension / s.A) / yield;
+    check.along = (My * perMoment + tension / s.A) / yield;
+    if (!(My > m_check->NoiseMy() || tension > m_check->NoiseN()) || !(check.along > 0.0)) {
+        check.along = 0.0;
+        return;
+    }
     check.across = check.load.force / (loaded * s.tw) / yield;
     check.shear = V / (s.hw * s.tw) / yield;
     check.yield = std::sqrt(check.along * check.along + check.across * check.across + check.along * check.across +

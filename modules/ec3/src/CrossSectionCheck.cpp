@@ -64,13 +64,11 @@ void CrossSectionCheck::Evaluate(Position& p) const
     p.shearMinor = a.Vy != 0.0 ? Ratio(tube ? resultant : a.Vy, vcy) : 0.0;
     if (bucklesInShear) {
         p.shearBuckling = Ratio(a.Vz, vbw);
-        p.shearMoment =
-            ShearBucklingInteraction(section, strength, {}, std::abs(a.My), a.Vz, std::abs(a.N)).value_or(0.0);
+        p.shearMoment = ShearBucklingInteraction(section, strength, {}, std::abs(a.My), a.Vz, -a.N).value_or(0.0);
     }
     if (bucklesAcross) {
         p.shearBucklingAcross = Ratio(a.Vy, vbwAcross);
-        p.shearMomentAcross =
-            ShearBucklingInteraction(turned, strength, {}, std::abs(a.Mz), a.Vy, std::abs(a.N)).value_or(0.0);
+        p.shearMomentAcross = ShearBucklingInteraction(turned, strength, {}, std::abs(a.Mz), a.Vy, -a.N).value_or(0.0);
     }
     p.rhoZ = ShearReduction(tube ? resultant : a.Vz, *vcz.value);
     p.rhoY = tube ? p.rhoZ : ShearReduction(a.Vy, *vcy.value);

@@ -262,7 +262,7 @@ void MemberCheck::RecordShearBending(bool across)
     const double M = std::abs(across ? p.actions.Mz : p.actions.My);
     const double V = across ? p.actions.Vy : p.actions.Vz;
     const ShearBending r =
-        BendWithShearBuckling(across ? m_check->turned : m_in.section, m_in.strength, {}, M, V, std::abs(p.actions.N))
+        BendWithShearBuckling(across ? m_check->turned : m_in.section, m_in.strength, {}, M, V, -p.actions.N)
             .value_or(ShearBending{});
     RuleFinding f = FindingOf(Rule::ShearBucklingMoment, LocalStatus(Finite(p.*utilisation)));
     f.start = f.end = p.x;
@@ -273,7 +273,9 @@ void MemberCheck::RecordShearBending(bool across)
             .Formula(L"VEd/Vbw,Rd")
             .Values(L"%s/%s", m_in.format.Force(V),
                     m_in.format.Force(across ? *m_check->vbwAcross.value : *m_check->vbw.value));
-        AddStep(f, L"MfRd", Quantity::Moment, r.MfRd, L"5.4").Note(L"of the flanges alone");
+        AddStep(f, L"MfRd", Quantity::Moment, r.MfRd, L"5.4")
+            .Note(r.MfRd > 0.0 ? L"of the flanges alone"
+                               : L"the axial force takes the flanges or the whole web (7.1(4), (5))");
         AddStep(f, L"MplRd", Quantity::Moment, r.MplRd, L"7.1(1)")
             .Note(L"of the effective flanges and the whole web, whatever its class");
         AddStep(f, L"left side", Quantity::None, r.utilisation, L"(7.1)")

@@ -205,7 +205,7 @@ void CSteelMemberEC3::WriteUtilisations(const MemberCheck& check)
         }
     for (const WebLoadCheck& w : check.WebLoads()) {
         r.SetCurSubSpan(w.Entry(static_cast<int>(SubSpans().size())));
-        r.SetUtilLocalShearMajor(std::max(w.utilisation, w.withMoment));
+        r.SetUtilLocalShearMajor(std::max({w.utilisation, w.withMoment, w.yield}));
     }
     if (!hasBuckling) return;
     r.SetCurSubSpan(2 * static_cast<int>(SubSpans().size()) + 1);

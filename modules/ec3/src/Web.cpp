@@ -143,11 +143,20 @@ Resistance VbRd(const Section& s, const Strength& m, const WebPanel& panel, doub
 
 namespace {
 
-// Plastic modulus of the webs between flanges of given areas.
+// Plastic modulus of the webs between flanges of given areas, each of its own thickness.
 double PlasticModulus(const Section& s, double first, double second)
 {
     const double t = s.webs * s.tw;
-    const double below = std::clamp((first - second + t * s.hw) / (2.0 * t), 0.0, s.hw); // of the plastic neutral axis
+    if (std::abs(first - second) > t * s.hw) { // the plastic neutral axis lies in the larger flange
+        const auto [larger, thickness] = first > second ? std::pair(first, s.tf) : std::pair(second, s.tf2);
+        const auto [smaller, other] = first > second ? std::pair(second, s.tf2) : std::pair(first, s.tf);
+        const double inner =
+            0.5 * (larger - smaller - t * s.hw) / larger * thickness; // of the larger flange, beside the web
+        const double outer = thickness - inner;
+        return 0.5 * larger / thickness * (inner * inner + outer * outer) + t * s.hw * (0.5 * s.hw + inner) +
+               smaller * (s.hw + inner + 0.5 * other);
+    }
+    const double below = 0.5 * (first - second + t * s.hw) / t; // of the plastic neutral axis
     const double above = s.hw - below;
     return first * (above + 0.5 * s.tf) + second * (below + 0.5 * s.tf2) + 0.5 * t * (below * below + above * above);
 }
@@ -181,7 +190,9 @@ std::optional<ShearBending> BendWithShearBuckling(const Section& s, const Streng
     ShearBending r;
     r.eta3 = std::abs(VEd) / *web.value;
     r.MplRd = PlasticMoment(s, m, NEd);
-    r.MfRd = std::min(*MfRd(s, m, NEd).value, r.MplRd);
+    // 7.1(4), (5): where compression takes the whole web, the flanges alone bear no moment.
+    const bool webIsCompressed = NEd > s.webs * s.hw * s.tw * m.fy / m.gammaM0;
+    r.MfRd = webIsCompressed ? 0.0 : std::min(*MfRd(s, m, NEd).value, r.MplRd);
     if (r.eta3 <= 0.5 || std::abs(MEd) < r.MfRd || MEd == 0.0) return r;
     if (!(r.MplRd > 0.0)) {
         r.utilisation = std::numeric_limits<double>::infinity();

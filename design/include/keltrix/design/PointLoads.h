@@ -22,7 +22,8 @@ struct PointLoad {
 
 /// The loads that the member's forces imply: jumps of Fz at its points, and Fz itself at its ends; those below a millionth of the largest
 /// shear are noise. What follows within `spread` of a point lies upon the same part of the web and is one load with it, other points as well as
-/// loads along sub-spans that end there. Loads along longer sub-spans are spread and are no point loads. A bearing of
+/// loads along sub-spans that end there. What presses on the other flange there is a load of its own, and takes away from the one before it only
+/// what it carries of later loads. Loads along longer sub-spans are spread and are no point loads. A bearing of
 /// the length `stiffBearing` is centred on its point, except at an end of the member, where it begins there. `major` is the
 /// major-axis diagram of the same points and sub-spans.
 KELTRIX_DESIGN_API std::vector<PointLoad> FindPointLoads(const std::vector<Steel::CMemberPoint>& points,

@@ -34,7 +34,8 @@ KELTRIX_EC3_API Resistance MfRd(const Section& section, const Strength& strength
 KELTRIX_EC3_API Resistance VbRd(const Section& section, const Strength& strength, const WebPanel& panel, double MEd,
                                 double NEd = 0.0);
 /// EN 1993-1-5 7.1(1): left side of (7.1), η̄1 + (1 - Mf/Mpl)(2 η̄3 - 1)², where VEd is above half of Vbw,Rd and MEd not below Mf,Rd;
-/// otherwise 0, because there is nothing to check. Mf and Mpl are those with NEd (7.1(4)).
+/// otherwise 0, because there is nothing to check. Mf and Mpl are those with NEd, compression above zero (7.1(4)); Mf is 0 where the compression is
+/// above the plastic resistance of the web alone, which is compressed throughout then (7.1(5)).
 struct ShearBending {
     double eta3 = 0.0; ///< VEd/Vbw,Rd
     double MfRd = 0.0;
