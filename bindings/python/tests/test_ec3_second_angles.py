@@ -56,9 +56,11 @@ def compare_angle(rng: random.Random, where: str) -> Counter[str]:
     counts: Counter[str] = Counter()
     rows = {f.rule: f for f in result.findings}
     fy = result.design_strength
+    assert fy is not None, where
     table = ec3.PRODUCT_YIELD if annex == "uk" else ec3.TABLE_31
     hold(where, counts, "3.2.1", next(f for limit, f in table[grade] if t <= limit) * 1e6, fy)
-    number, area = ec3.angle_area(a.A, h / 1e3, b / 1e3, t / 1e3, fy)
+    number, area = ec3.angle_area(a.A * 1e6, h, b, t, fy)  # mm, so that ratios at a limit are exact
+    area /= 1e6
     hold(where, counts, "class, sheet 3", number, result.section_class)
     ends = [angles.resolved(a, *pair) for pair in (first, last)]
     Mu, Mv = largest(ends)
