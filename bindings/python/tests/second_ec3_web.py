@@ -151,3 +151,27 @@ def bending_with_shear_buckling(s: ec3.Section, r: ec3.Resistances, N: float, My
     if abs(My) / MN < Mf / MN:
         return 0.0
     return abs(My) / MN + (1 - Mf / MN) * (2 * eta3 - 1) ** 2
+
+
+def flange_moments(s: ec3.Section, fy: float) -> tuple[float, float, bool]:
+    """Mf and Mpl of 7.1 without axial force, of I sections, channels and boxes of plates: with either flange compressed, the less of both. And whether
+    the plastic axis lies in the web."""
+    eps = math.sqrt(235 * ec3.MPA / fy)
+    webs = 2 if s.shape == "RHS" else 1
+    kept, borne = [], []
+    for b, t in ((s.b1, s.t1), (s.b2, s.t2)):
+        if s.shape == "RHS":
+            c = s.flange
+            kept.append(b - (1 - ec3.internal_rho(c / t, eps, 1.0)) * c)
+            borne.append(min(kept[-1], b - max(0.0, c - 2 * 15 * eps * t)))
+        else:
+            c, sides = s.outstand(b), 1 if s.shape == "channel" else 2
+            kept.append(b - sides * (1 - ec3.outstand_rho(c / t, eps, 0.43)) * c)
+            borne.append(min(kept[-1], b - sides * max(0.0, c - 15 * eps * t)))
+    arm = s.h - (s.t1 + s.t2) / 2
+    plastic, in_web = [], True
+    for upper, lower in ((kept[0], s.b2), (s.b1, kept[1])):
+        plates = [(0.0, s.t1, upper), (s.t1, s.h - s.t2, webs * s.tw), (s.h - s.t2, s.h, lower)]
+        plastic.append(ec3.plastic_modulus(plates, 0.0, 0.0) * fy)
+        in_web = in_web and abs(upper * s.t1 - lower * s.t2) <= webs * s.tw * s.hw
+    return min(borne[0] * s.t1, borne[1] * s.t2) * arm * fy, min(plastic), in_web

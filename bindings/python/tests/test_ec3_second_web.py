@@ -271,6 +271,43 @@ def test_random_webs_that_buckle_in_shear(seed: int) -> None:
     assert sum(counts.values()) > count
 
 
+@pytest.mark.parametrize("seed", range(1, 3))
+def test_random_flanges_beside_webs_that_buckle_in_shear(seed: int) -> None:
+    """7.1 without axial force: Mf, Mpl and the left side of (7.1) of unequal flanges, channels and boxes."""
+    counts: Counter[str] = Counter()
+    rng = random.Random(seed)
+    for number in range(cases(200)):
+        tw, wide = rng.choice([4, 5, 6, 8]), rng.randrange(100, 400, 10)
+        h, t = round(tw * rng.uniform(75, 130)), rng.choice([8, 10, 12, 15, 20])
+        unequal = f"GI {h}x{wide}x{rng.randrange(100, 400, 10)}x{tw}x{t}x{rng.choice([8, 10, 12, 15, 20])}"
+        name = rng.choice([unequal, f"BOX {h}x{wide}x{tw}x{t}", f"C {h}x{min(wide, 200)}x{tw}x{t}"])
+        s, grade = members.section_of(name), rng.choice(["S235", "S355", "S460"])
+        fy = ec3.yield_strength(s, grade, ec3.ANNEXES["uk"])
+        assert fy is not None
+        My = s.Wel_y * fy * rng.uniform(0.6, 1.0) * rng.choice([-1, 1])
+        V = (2 if s.shape == "RHS" else 1) * s.hw * s.tw * fy / math.sqrt(3) * rng.uniform(0.2, 0.5)
+        member = kx.Member(name, grade, type="welded").add_point(0.0, HELD).add_point(0.2, HELD)
+        end = My - math.copysign(0.2 * V, My)  # the largest moment is the first
+        shear = -math.copysign(V, My)
+        member.add_sub_span(forces_left=(0, 0, shear), forces_right=(0, 0, shear), moments_left=(0, My, 0), moments_right=(0, end, 0))
+        row = next(f for f in member.check("ec3", "uk").findings if f.rule == SHEAR)
+        if row.status not in ("passed", "failed") or abs(end) > abs(My):
+            continue
+        where = f"seed {seed}, number {number}, {name}, {grade}, My {My}, V {V}"
+        shown = {step.symbol: step.value for step in row.steps}
+        Mf, Mpl, in_web = web.flange_moments(s, fy)
+        assert shown["MfRd"] == pytest.approx(Mf, rel=EXACT), where
+        if in_web:
+            assert shown["MplRd"] == pytest.approx(Mpl, rel=EXACT), where
+            r = ec3.resistances(s, 3, fy, ec3.ANNEXES["uk"], ec3.Acting(0.0, My < 0, My > 0, False))
+            assert r.Vbw is not None, where
+            left = abs(My) / Mpl + (1 - Mf / Mpl) * (2 * min(1.0, V / r.Vbw) - 1) ** 2
+            assert row.utilisation == pytest.approx(left, rel=1e-8), where
+        counts[f"7.1 of {s.shape}, axis in the web: {in_web}"] += 1
+    print(counts)
+    assert sum(counts.values()) > cases(40)
+
+
 def test_the_second_calculation_has_known_resistances_of_webs() -> None:
     s = members.section_of("UB 457x191x67")
     for rows, c in ((PUBLISHED_END, 0.0), (PUBLISHED_INSIDE, 1.0)):
