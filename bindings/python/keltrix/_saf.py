@@ -37,7 +37,7 @@ _RESULT_CAPTIONS = (
 
 def _openpyxl() -> Any:
     try:
-        import openpyxl  # type: ignore[import]
+        import openpyxl
     except ImportError:
         raise InputError("workbooks are read with openpyxl, which is not installed (Debian: python3-openpyxl)") from None
     return openpyxl
