@@ -80,7 +80,8 @@ int main()
     }
 
     // PointLoads.h: concentrated loads and reactions on the web. Segments.h: lengths between points of which something holds.
-    const auto loads = Design::FindPointLoads(member.points, member.subSpans, major, 0.1, 0.0);
+    const Design::LoadSpacing spacing{.stiffBearing = 0.1, .loaded = 0.2, .patch = section->D, .group = section->D};
+    const auto loads = Design::FindPointLoads(member.points, member.subSpans, major, spacing);
     const auto segments = Design::Segments(
         static_cast<int>(member.points.size()), [](int) { return false; }, [](int) { return false; });
     std::cout << loads.size() << " forces on the web, " << segments.size() << " length between supports\n";

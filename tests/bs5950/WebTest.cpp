@@ -285,6 +285,32 @@ TEST(ConcentratedLoads, AreCheckedWhereAStiffBearingLengthIsGiven)
     EXPECT_NE(c.Verbose().find("cl. 4.5.3.1"), std::string::npos);
 }
 
+// 600 kN over 0.3 m of a beam on 50 mm, longer than b1 + 5k = 50 + 5*22.9 and shorter than d = 407.6 mm: a load on a bearing of its length.
+// Pbw = (300 + 114.5)*8.5*275 = 969 kN, Px = 25*8.5/(414.5*407.6)^0.5*969 = 501 kN.
+TEST(ConcentratedLoads, OfASubSpanShorterThanTheWebBearOnItsLength)
+{
+    Case given;
+    given.points = {{0.0, L"Pinned"}, {1.35, L"Pinned"}, {1.65, L"Pinned"}, {3.0, L"Pinned"}};
+    given.force = [](double x) { return Vector(0, 0, std::clamp((x - 1.5) * 2e6, -300e3, 300e3)); };
+    given.moment = [](double x) {
+        const double end = std::min(x, 3.0 - x);
+        const double into = std::max(0.0, end - 1.35);
+        return Vector(0, 200e3 - 300e3 * end + 1e6 * into * into, 0);
+    };
+    Checked c(given);
+    c.member.SetOptions(Bearing(0.05));
+    EXPECT_FALSE(c.Check());
+    const auto& loads = c.member.WebLoads();
+    const auto patch = std::find_if(loads.begin(), loads.end(), [](const WebLoadResult& w) { return w.end > w.x; });
+    ASSERT_NE(patch, loads.end());
+    EXPECT_EQ(patch->x, 1.35);
+    EXPECT_EQ(patch->end, 1.65);
+    EXPECT_NEAR(patch->force, 600e3, 1.0);
+    EXPECT_NEAR(patch->Pbw, 969e3, 1e3);
+    EXPECT_NEAR(patch->Px, 501e3, 1e3);
+    EXPECT_NE(c.Verbose().find("from 1.35"), std::string::npos);
+}
+
 // Without a length the rule is isReported and does not block; with one it blocks where the flange under the load is free to move.
 TEST(ConcentratedLoads, AreToldWhereTheInputDoesNotSayEnough)
 {

@@ -147,7 +147,7 @@ TEST(WebLoads, StayBesideLoadsOnTheOtherFlange)
     AddSubSpan(m, -43e3, -43e3, 0.0, -4.3e3);
     AddSubSpan(m, 47.3e3, 47.3e3, -4.3e3, 52.46e3);
     const Design::MomentDiagram major(m.points, m.subSpans, Design::Bending::Major);
-    const auto loads = Design::FindPointLoads(m.points, m.subSpans, major, 0.001, 0.2);
+    const auto loads = Design::FindPointLoads(m.points, m.subSpans, major, {0.001, 0.2, 0.2, 0.2});
     ASSERT_EQ(loads.size(), 3u);
     EXPECT_EQ(loads[0].force, 43e3);
     EXPECT_FALSE(loads[0].onFlange1);
@@ -156,6 +156,63 @@ TEST(WebLoads, StayBesideLoadsOnTheOtherFlange)
     EXPECT_EQ(loads[1].x, 0.1);
     EXPECT_NEAR(loads[2].force, 47.3e3, 1e-6);
     EXPECT_FALSE(loads[2].onFlange1);
+}
+
+// 880 kN over 0.42 m of UB 457x191x67 in S275, hw = 428 mm: longer than ly and shorter than hw, a load on a bearing of its own length (6.3(1)). By
+// hand: kF = 6, Fcr = 0.9*6*210000*8.5³/428 = 1627 kN, m1 = 189.9/8.5 = 22.3, m2 = 0.02(428/12.7)² = 22.7,
+// le = 6*210000*8.5²/(2*275*428) = 387 mm, ly = 387 + 12.7*45.0^0.5 = 472 mm (6.12), λF = (472*8.5*275/1627e3)^0.5 = 0.823,
+// FRd = 0.5/0.823*472*8.5*275 = 670 kN.
+TEST(WebLoads, OfASubSpanShorterThanTheWebAreHeldAgainstABearingOfItsLength)
+{
+    DesignTest::Member m;
+    for (const double x : {0.0, 1.48, 1.90, 3.38})
+        AddPoint(m, x, DECK);
+    AddSubSpan(m, -440e3, -440e3, 700e3, 700e3 - 440e3 * 1.48);
+    AddSubSpan(m, -440e3, 440e3, 48.8e3, 48.8e3);
+    AddSubSpan(m, 440e3, 440e3, 48.8e3, 700e3);
+    const Checked c(m, L"UB 457x191x67", L"S275", true, Bearing(0.2));
+    const RuleFinding& f = c.Rule(L"EN 1993-1-5 6");
+    EXPECT_EQ(f.status, CheckStatus::Failed);
+    EXPECT_EQ(f.start, 1.48);
+    EXPECT_EQ(f.end, 1.90);
+    EXPECT_NEAR(f.resistance / 1e3, 670.0, 3.0);
+    EXPECT_NEAR(f.utilisation, 880.0 / 670.0, 0.01);
+}
+
+// Two rollers of 400 kN 0.35 m apart, ly = 206 mm and FRd = 442 kN of each, of both on 0.35 m 720 kN.
+TEST(WebLoads, WithinTheHeightOfTheWebAreAlsoHeldTogether)
+{
+    DesignTest::Member m;
+    for (const double x : {0.0, 0.5, 2.0, 2.35, 3.85, 4.35})
+        AddPoint(m, x, DECK);
+    AddSubSpan(m, 0.0, 0.0, 300e3, 300e3);
+    AddSubSpan(m, -400e3, -400e3, 300e3, -300e3);
+    AddSubSpan(m, 0.0, 0.0, -300e3, -300e3);
+    AddSubSpan(m, 400e3, 400e3, -300e3, 300e3);
+    AddSubSpan(m, 0.0, 0.0, 300e3, 300e3);
+    const Checked c(m, L"UB 457x191x67", L"S275", true, Bearing(0.01));
+    const RuleFinding& f = c.Rule(L"EN 1993-1-5 6");
+    EXPECT_EQ(f.start, 2.0);
+    EXPECT_EQ(f.end, 2.35);
+    EXPECT_NEAR(f.utilisation, 800e3 / FRdOf(L"UB 457x191x67", 275.0, 0.35, 2.0), 1e-6);
+    EXPECT_GT(f.utilisation, 400e3 / FRdOf(L"UB 457x191x67", 275.0, 0.01, 2.0)) << "by itself";
+}
+
+// A point that nothing loads has no force, whatever presses a little further on.
+TEST(WebLoads, DoNotBeginWhereNothingPresses)
+{
+    DesignTest::Member m;
+    for (const double x : {0.0, 1.0, 1.9, 2.0})
+        AddPoint(m, x, DECK);
+    AddSubSpan(m, -50e3, -50e3, 0.0, -50e3);
+    AddSubSpan(m, 50e3, 50e3, -50e3, -5e3);
+    AddSubSpan(m, 50e3, 50e3, -5e3, 0.0);
+    const Design::MomentDiagram major(m.points, m.subSpans, Design::Bending::Major);
+    const auto loads = Design::FindPointLoads(m.points, m.subSpans, major, {0.05, 0.2, 0.4, 0.4});
+    ASSERT_EQ(loads.size(), 3u);
+    EXPECT_EQ(loads[0].x, 0.0);
+    EXPECT_EQ(loads[1].x, 1.0);
+    EXPECT_EQ(loads[2].x, 2.0);
 }
 
 // Cantilever of 3 m, UB 457x191x67 in S275, 60 kN at 1.5 m and 60 kN at the tip, on 20 mm: the top flange is pulled at the first load, 90 kNm.

@@ -79,6 +79,8 @@ def bearing_case(rng: random.Random, kinds: list[str], close: bool) -> tuple[Cas
     fy = 300e6
     ss = rng.choice([0.001, rng.uniform(0.002, 0.1), rng.uniform(0.05, 0.3), rng.uniform(0.2, 1.0)])
     long = max(web.longest_loaded(s, upper, ss) for upper in (True, False))
+    if not close:
+        long = max(long, s.hw)
     count = rng.choice([1, 2, 2, 3, 4])
     gaps = [long * (rng.choice([rng.uniform(0.05, 1.2), rng.uniform(1.01, 6.0)]) if close else rng.uniform(1.01, 6.0)) for _ in range(count)]
     if rng.random() < 0.3:
@@ -119,7 +121,8 @@ def compare_bearing(case: Case, ss: float, where: str) -> Counter[str]:
     failed = any(f.status == "failed" for f in result.findings)
     c.hold("a failed row fails the member", "fail" if failed else result.status, result.status)
     c.hold("a member that passes has no row above 1", True, not result.passed or all(f.utilisation <= 1 for f in result.findings))
-    loads = [load for load in loads_of(case) if abs(load.F) > 1e-5 * s.hw * s.tw * fy]
+    largest = max(abs(V) for piece in case.pieces for V in piece.Vz)
+    loads = [load for load in loads_of(case) if abs(load.F) > 1e-6 * largest]
     held = dict(zip(case.stations, case.held))
     if any(held[load.x] == FREE for load in loads):
         told = [f.status for f in c.rows[CONCENTRATED]]
@@ -127,7 +130,7 @@ def compare_bearing(case: Case, ss: float, where: str) -> Counter[str]:
         c.hold("and does not pass", False, result.passed)
         loads = [load for load in loads if held[load.x] != FREE]
     spread = max(web.longest_loaded(s, upper, ss) for upper in (True, False))
-    alone = all(b - a > spread for a, b in zip(case.stations, case.stations[1:]))
+    alone = all(b - a > max(spread, s.hw) for a, b in zip(case.stations, case.stations[1:]))
     worst = together = worst_pressed = worst_pulled = 0.0
     own: dict[float, web.Transverse] = {}
     for load in loads:
@@ -149,10 +152,11 @@ def compare_bearing(case: Case, ss: float, where: str) -> Counter[str]:
     for first, last in zip(loads, loads[1:]):
         distance = last.x - first.x
         between = [piece for piece in case.pieces if first.x <= piece.start < last.x]
-        if first.F * last.F > 0 and distance <= min(spread, s.hw - ss) and len(between) == 1 and between[0].Vz[0] == between[0].Vz[1]:
-            # 6.3: close forces also together, ss from the first bearing's outer edge to the last one's.
-            both = web.transverse(s, first.F > 0, fy, choices.gamma_m1, distance + ss, max(0.0, min(first.x, case.length - last.x) - ss / 2))
-            together = max(together, abs(first.F + last.F) / both.F)
+        if first.F * last.F > 0 and distance <= s.hw and len(between) == 1 and between[0].Vz[0] == between[0].Vz[1]:
+            # 6.3: close forces also together, ss from centre to centre.
+            both = web.transverse(s, first.F > 0, fy, choices.gamma_m1, distance, min(first.x, case.length - last.x))
+            if distance > spread:
+                together = max(together, abs(first.F + last.F) / both.F)
     rows = [f for f in c.rows[CONCENTRATED] if f.status in ("passed", "failed")]
     found = max((f.utilisation for f in rows), default=0.0)
     c.hold("EN 1993-1-5 6: no load is worse", True, worst <= found * (1 + EXACT))
@@ -256,6 +260,68 @@ def test_random_webs_under_concentrated_loads(seed: int, kinds: list[str], close
     for what, times in sorted(counts.items()):
         print(f"{times:9d} {what}")
     assert sum(counts.values()) > 5 * count
+
+
+@pytest.mark.parametrize("seed", range(1, 4))
+def test_random_loads_over_a_short_length(seed: int) -> None:
+    """A load along less than hw of a beam, with or without forces at its ends, is a patch load on its own length: 6.3(1)."""
+    counts: Counter[str] = Counter()
+    rng = random.Random(seed)
+    for number in range(cases(250)):
+        name = members.random_name(rng, rng.choice(["I", "welded I", "unequal I"]))
+        s = members.section_of(name)
+        grade, annex = rng.choice(["S235", "S275", "S355", "S460"]), rng.choice(["uk", "recommended"])
+        ss = rng.uniform(0.001, 0.3)
+        spread = max(web.longest_loaded(s, upper, ss) for upper in (True, False))
+        fy = ec3.yield_strength(s, grade, ec3.ANNEXES[annex])
+        if spread >= s.hw or fy is None:
+            continue
+        down = rng.random() < 0.5
+        length = rng.uniform(spread, s.hw)
+        apart = [s.hw * rng.uniform(1.01, 4.0) for _ in range(3)]
+        gaps = [apart[0], apart[1], length, apart[1], apart[2]]
+        patch = web.transverse(s, down, fy, 1.0, length, 10.0).F * rng.uniform(0.2, 1.3) * (1 if down else -1)
+        forces = [rng.choice([0.0, patch * rng.uniform(0.0, 0.6)]) for _ in range(2)]
+        left = -(patch / 2 + forces[0] + (forces[1] - forces[0]) * apart[1] / (2 * apart[1] + length))
+        shears = [0.0, left, left + forces[0], left + forces[0] + patch + forces[1], 0.0]
+        N = s.A * fy * rng.choice([0.0, 0.0, rng.uniform(-0.3, 0.3)])
+        pieces, start, My = [], 0.0, s.Wel_y * fy * rng.uniform(-0.6, 0.6)
+        for i, gap in enumerate(gaps):
+            pieces.append(Piece(start, gap, N, (shears[i], shears[i] + (patch if i == 2 else 0.0)), My, (0.0, 0.0), 0.0))
+            My = pieces[-1].at(gap)[1]
+            start += gap
+        case = built(s, name, grade, annex, [HELD, *[BRACED] * 4, HELD], pieces, {})
+        c = Comparison(case, case.member.check("ec3", annex, bearing=ss), f"seed {seed}, member {number}, bearing {ss}")
+        choices, acting = ec3.ANNEXES[annex], acting_of(case, fy)
+        r = ec3.resistances(s, ec3.classify(s, fy, acting), fy, choices, acting)
+        worst = pressed = pulled = 0.0
+        over = patch + sum(forces)
+        loads = [load for load in loads_of(case) if abs(load.F) > 1e-5 * s.hw * s.tw * fy]
+        spans = [(load.x, load.x, load.F, ss) for load in loads] + [(pieces[2].start, pieces[3].start, over, length)]
+        for x, end, F, bearing in spans:
+            upper = F > 0
+            inside = [load for load in loads_of(case) if x <= load.x <= end]
+            c_end = 0.0 if x in (0.0, case.length) else max(0.0, min((x + end) / 2, case.length - (x + end) / 2) - bearing / 2)
+            use = abs(F) / web.transverse(s, upper, fy, choices.gamma_m1, bearing, c_end).F
+            worst = max(worst, use)
+            moments = [load.My for load in inside] + ([-M for M in case.peak(1, x, end)] if end > x else [])
+            turned = [M if upper else -M for M in moments]
+            V = max(load.V for load in inside)
+            if web.use_of_stresses(s, r, -N, max(turned), 0.0) > 1e-6:
+                pressed = max(pressed, (use + 0.8 * web.use_of_stresses(s, r, -N, max(turned), 0.0)) / 1.4)
+            along = web.along_pressed_flange(s, r, upper, -N, min(turned))
+            if along > 0 and (min(turned) < -1e-6 * s.Wel_y * fy or N > 1e-6 * s.A * fy):
+                pulled = max(pulled, web.yield_at_web_edge(s, r, upper, along, V, abs(F), bearing, False))
+        rows = {"6": c.rows[CONCENTRATED], "7.2": c.rows[WITH_BENDING], "7.2(2)": c.rows[WITH_BENDING]}
+        for clause, expected in (("6", worst), ("7.2", pressed), ("7.2(2)", pulled)):
+            found = [f for f in rows[clause] if f.clause == f"EN 1993-1-5 {clause}" and f.status in ("passed", "failed")]
+            if clause != "7.2(2)" or s.is_equal:
+                c.hold(f"EN 1993-1-5 {clause}", expected, max((f.utilisation for f in found), default=0.0), SLENDER if r.number == 4 and clause != "6" else EXACT)
+            if clause == "6" and found[0].end != found[0].start:
+                c.counts["a patch governs"] += 1
+        counts += c.counts
+    print(f"seed {seed}: {dict(counts)}")
+    assert counts["a patch governs"] > cases(30)
 
 
 @pytest.mark.parametrize("seed", range(1, 4))

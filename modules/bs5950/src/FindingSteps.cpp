@@ -64,7 +64,9 @@ private:
     Steps OfWeb(const LedgerEntry& e) const
     {
         const auto& loads = m_found.webLoads;
-        const auto w = std::find_if(loads.begin(), loads.end(), [&](const WebLoadResult& r) { return r.x == e.start; });
+        const auto w = std::find_if(loads.begin(), loads.end(), [&](const WebLoadResult& r) {
+            return r.x == e.start && r.end == e.end && (e.rule == Rule::WebBuckling ? r.Px : r.Pbw) == e.resistance;
+        });
         if (w == loads.end()) return {};
         LocalLines lines(m_model);
         lines.WebBearing(*w);

@@ -85,9 +85,13 @@ void MemberText::ConcentratedLoad(const WebLoadResult& w)
 {
     const int entry = w.Entry(static_cast<int>(m_model.subSpans.size()));
     m_result.SetCurSubSpan(entry);
-    BeginPart(w.x, w.x, entry);
-    Line(L"<h5>Web under %s of %s at %s</h5>", w.onFlange1 ? L"a load" : L"a reaction or an upward load",
-         m_fmt.Force(w.force), m_fmt.Length(w.x));
+    BeginPart(w.x, w.end, entry);
+    const wchar_t* const what = w.onFlange1 ? L"a load" : L"a reaction or an upward load";
+    if (w.end > w.x)
+        Line(L"<h5>Web under %s of %s from %s to %s</h5>", what, m_fmt.Force(w.force), m_fmt.Length(w.x),
+             m_fmt.Length(w.end));
+    else
+        Line(L"<h5>Web under %s of %s at %s</h5>", what, m_fmt.Force(w.force), m_fmt.Length(w.x));
     const CResultIndent indent(&m_result);
     LocalLines lines(m_model);
     lines.WebBearing(w);

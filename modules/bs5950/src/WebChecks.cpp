@@ -157,16 +157,20 @@ void WebChecks::FindLoads()
 {
     const SectionProperties& s = m_model.Properties();
     const Material& m = m_model.Steel();
-    const double stiffBearing = m_model.options.stiffBearing;
+    Design::LoadSpacing spacing;
+    spacing.stiffBearing = m_model.options.stiffBearing;
+    spacing.loaded = SpreadOfBearing();
+    spacing.patch = s.d;
     for (const Design::PointLoad& load :
-         Design::FindPointLoads(m_model.points, m_model.subSpans, m_model.major, stiffBearing, SpreadOfBearing())) {
+         Design::FindPointLoads(m_model.points, m_model.subSpans, m_model.major, spacing)) {
         WebLoadResult r;
         r.point = load.point;
         r.x = load.x;
+        r.end = load.end;
         r.force = load.force;
         r.onFlange1 = load.onFlange1;
         r.held = load.held;
-        r.load.stiffBearing = stiffBearing;
+        r.load.stiffBearing = load.bearing;
         r.load.loadToEnd = load.loadToEnd;
         r.load.bearingToEnd = load.bearingToEnd;
         r.Pbw = r.Px = INF;
@@ -209,9 +213,10 @@ void WebChecks::RecordLoads()
     m_found.Assume(
         L"stiff bearing",
         L"the given length at every support and concentrated load, with what follows within b1 + 5k of it; at an end "
-        L"of "
-        L"the member it begins there; a flange that is held laterally does not turn against the web (4.5.3.1). Loads "
-        L"along longer sub-spans are taken to be spread",
+        L"of the member it begins there; a flange that is held laterally does not turn against the web (4.5.3.1). "
+        L"Loads "
+        L"along longer sub-spans up to d bear on the length that they cover; along still longer ones they are taken to "
+        L"be spread",
         m_model.options.stiffBearing);
 }
 
@@ -223,7 +228,8 @@ void WebChecks::RecordLoad(Rule rule)
     for (const WebLoadResult& r : m_found.webLoads) {
         if (!bearing && !r.held) {
             LedgerEntry open = EntryOf(rule);
-            open.start = open.end = r.x;
+            open.start = r.x;
+            open.end = r.end;
             open.reason =
                 L"the flange that the load presses on is not held laterally there: its effective length as part of "
                 L"a strut is not known";
@@ -234,7 +240,8 @@ void WebChecks::RecordLoad(Rule rule)
     }
     if (!worst) return;
     LedgerEntry e = EntryOf(rule);
-    e.start = e.end = worst->x;
+    e.start = worst->x;
+    e.end = worst->end;
     e.utilisation = CMemberResult::InfinitiseNANs(utilisation(*worst));
     e.status = LocalStatus(e.utilisation);
     e.resistance = bearing ? worst->Pbw : worst->Px;

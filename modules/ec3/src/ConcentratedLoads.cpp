@@ -32,36 +32,54 @@ double WebEdge(const Section& s, bool atFlange1)
 
 } // namespace
 
+// What acts where a load presses, the worst at both sides of a point or along the load.
+MemberCheck::WebLoadActions MemberCheck::ActionsAt(const Design::PointLoad& load) const
+{
+    WebLoadActions a;
+    const Design::MomentRange My = m_major.LeftOf(load.x), MyAfter = m_major.RightOf(load.end);
+    a.least = std::min(My.least, MyAfter.least);
+    a.greatest = std::max(My.greatest, MyAfter.greatest);
+    a.Mz = std::max(m_minor.LeftOf(load.x).Magnitude(), m_minor.RightOf(load.end).Magnitude());
+    if (load.end > load.x) {
+        const Design::Extremes along = m_major.Between(load.x, load.end);
+        a.least = std::min(a.least, along.least);
+        a.greatest = std::max(a.greatest, along.greatest);
+        a.Mz = std::max(a.Mz, m_minor.Between(load.x, load.end).Magnitude());
+    }
+    const auto take = [&a](const Vec3<double>& forces) {
+        a.compression = std::max(a.compression, -forces.x);
+        a.tension = std::max(a.tension, forces.x);
+        a.V = std::max(a.V, std::abs(forces.z));
+    };
+    const auto subSpan = [this](int k) -> const Steel::CSubSpan& { return m_in.subSpans[static_cast<std::size_t>(k)]; };
+    for (int point = load.point; point <= load.lastPoint; ++point) {
+        if (point > 0) take(subSpan(point - 1).GetForcesRight());
+        if (point < static_cast<int>(m_in.subSpans.size())) take(subSpan(point).GetForcesLeft());
+    }
+    return a;
+}
+
 // 6.1(1): the compression flange is held laterally. The flange that is pressed would turn against the web as well.
 bool MemberCheck::IsWebLoadHeld(const Design::PointLoad& load) const
 {
     if (!load.held) return false;
-    const auto left = m_major.LeftOf(load.x);
-    const auto right = m_major.RightOf(load.x);
+    const WebLoadActions a = ActionsAt(load);
     const double noise = m_check->NoiseMy();
     const auto holds = [&](Design::Flange flange) {
-        return Design::IsFlangeHeld(m_in.points, m_in.subSpans, m_major, load.point, flange);
+        return Design::IsFlangeHeld(m_in.points, m_in.subSpans, m_major, load.point, flange) &&
+               Design::IsFlangeHeld(m_in.points, m_in.subSpans, m_major, load.lastPoint, flange);
     };
-    if (std::min(left.least, right.least) < -noise && !holds(Design::Flange::First)) return false;
-    return !(std::max(left.greatest, right.greatest) > noise) || holds(Design::Flange::Second);
+    if (a.least < -noise && !holds(Design::Flange::First)) return false;
+    return !(a.greatest > noise) || holds(Design::Flange::Second);
 }
 
 // η1 of 4.6 at the flange that is pressed: 0 where the compression and My together do not compress it (7.2(2)).
 double MemberCheck::BendingOf(const WebLoadCheck& check) const
 {
-    const auto left = m_major.LeftOf(check.load.x);
-    const auto right = m_major.RightOf(check.load.x);
-    const double My =
-        check.load.onFlange1 ? -std::min(left.least, right.least) : std::max(left.greatest, right.greatest);
-    const double Mz = std::max(m_minor.LeftOf(check.load.x).Magnitude(), m_minor.RightOf(check.load.x).Magnitude());
-    double N = 0.0;
-    const auto take = [&](int subSpan, bool rightEnd) {
-        if (subSpan < 0 || subSpan >= static_cast<int>(m_in.subSpans.size())) return;
-        const Steel::CSubSpan& sub = m_in.subSpans[static_cast<std::size_t>(subSpan)];
-        N = std::max(N, -(rightEnd ? sub.GetForcesRight() : sub.GetForcesLeft()).x);
-    };
-    take(check.load.point - 1, true);
-    take(check.load.point, false);
+    const WebLoadActions a = ActionsAt(check.load);
+    const double My = check.load.onFlange1 ? -a.least : a.greatest;
+    const double Mz = a.Mz;
+    const double N = a.compression;
     if (!(My > m_check->NoiseMy()) && !(N > m_check->NoiseN())) return 0.0;
     const bool slender = m_class.cls == 4;
     const EffectiveSection& e = m_class.effective;
@@ -84,33 +102,20 @@ double MemberCheck::BendingOf(const WebLoadCheck& check) const
 void MemberCheck::SetYield(WebLoadCheck& check) const
 {
     const Section& s = m_in.section;
-    const auto left = m_major.LeftOf(check.load.x);
-    const auto right = m_major.RightOf(check.load.x);
-    // Above zero where it pulls the flange.
-    const double My =
-        check.load.onFlange1 ? std::max(left.greatest, right.greatest) : -std::min(left.least, right.least);
-    double tension = 0.0, V = 0.0;
-    const auto take = [&](int subSpan, bool rightEnd) {
-        if (subSpan < 0 || subSpan >= static_cast<int>(m_in.subSpans.size())) return;
-        const Steel::CSubSpan& sub = m_in.subSpans[static_cast<std::size_t>(subSpan)];
-        const Vec3<double> forces = rightEnd ? sub.GetForcesRight() : sub.GetForcesLeft();
-        tension = std::max(tension, forces.x);
-        V = std::max(V, std::abs(forces.z));
-    };
-    take(check.load.point - 1, true);
-    take(check.load.point, false);
+    const WebLoadActions a = ActionsAt(check.load);
+    const double My = check.load.onFlange1 ? a.greatest : -a.least; // above zero where it pulls the flange
     const double yield = m_in.strength.fy / m_in.strength.gammaM0;
     const double tf = check.load.onFlange1 ? s.tf : s.tf2;
     const double perMoment =
         My > 0.0 && m_class.cls == 4 ? 1.0 / m_class.effective.Weffy : WebEdge(s, check.load.onFlange1) / s.Iy;
     const double loaded = check.resistance.ss + tf + std::min(tf, check.force.c);
-    check.along = (My * perMoment + tension / s.A) / yield;
-    if (!(My > m_check->NoiseMy() || tension > m_check->NoiseN()) || !(check.along > 0.0)) {
+    check.along = (My * perMoment + a.tension / s.A) / yield;
+    if (!(My > m_check->NoiseMy() || a.tension > m_check->NoiseN()) || !(check.along > 0.0)) {
         check.along = 0.0;
         return;
     }
     check.across = check.load.force / (loaded * s.tw) / yield;
-    check.shear = V / (s.hw * s.tw) / yield;
+    check.shear = a.V / (s.hw * s.tw) / yield;
     check.yield = std::sqrt(check.along * check.along + check.across * check.across + check.along * check.across +
                             3.0 * check.shear * check.shear);
 }
@@ -118,19 +123,21 @@ void MemberCheck::SetYield(WebLoadCheck& check) const
 void MemberCheck::FindWebLoads()
 {
     m_webLoads.clear();
-    const double ss = m_in.options.stiffBearing;
+    Design::LoadSpacing spacing;
+    spacing.stiffBearing = m_in.options.stiffBearing;
+    spacing.patch = spacing.group = m_in.section.hw;
     WebForce force;
-    force.ss = ss;
+    force.ss = spacing.stiffBearing;
     force.atEnd = true;
-    double spread = 0.0;
     for (const bool first : {true, false}) {
         force.onFlange1 = first;
-        spread = std::max(spread, LongestLoadedLength(m_in.section, force));
+        spacing.loaded = std::max(spacing.loaded, LongestLoadedLength(m_in.section, force));
     }
-    for (const Design::PointLoad& load : Design::FindPointLoads(m_in.points, m_in.subSpans, m_major, ss, spread)) {
+    for (const Design::PointLoad& load : Design::FindPointLoads(m_in.points, m_in.subSpans, m_major, spacing)) {
         WebLoadCheck w;
         w.load = load;
         w.force = force;
+        w.force.ss = load.bearing;
         w.force.c = load.bearingToEnd;
         w.force.onFlange1 = load.onFlange1;
         if (const auto r = ResistWebForce(m_in.section, m_in.strength, w.force)) w.resistance = *r;
@@ -162,8 +169,10 @@ void MemberCheck::RecordWebLoads()
     }
     Assume(L"stiff bearing",
            L"the given length at every support and concentrated load, with what follows within the effective loaded "
-           L"length of it; at an end of the member it begins there; webs without stiffeners there. Loads along longer "
-           L"sub-spans are taken to be spread. A force that passes through the web to a support beneath (Figure 6.1 b) "
+           L"length of it; at an end of the member it begins there; webs without stiffeners there. Loads that lie "
+           L"further apart and within hw are also one load on the length between them (6.3(1)), loads along sub-spans "
+           L"up to hw long one on their length; along longer ones they are taken to be spread. A force that passes "
+           L"through the web to a support beneath (Figure 6.1 b) "
            L"is seen only by what the shear changes there",
            m_in.options.stiffBearing);
     for (WebLoadCheck& w : m_webLoads) {
@@ -185,7 +194,8 @@ void MemberCheck::RecordUnheldWebLoads()
         RuleFinding f = FindingOf(Rule::ConcentratedLoads, CheckStatus::NotEvaluated,
                                   L"the rule needs the compression flange, and the flange that the load presses on, "
                                   L"held laterally there (6.1(1))");
-        f.start = f.end = w.load.x;
+        f.start = w.load.x;
+        f.end = w.load.end;
         Add(f);
     }
 }
@@ -196,14 +206,17 @@ void MemberCheck::RecordWebForce()
     if (!worst) return;
     const WebForceResistance& r = worst->resistance;
     RuleFinding f = FindingOf(Rule::ConcentratedLoads, LocalStatus(worst->utilisation));
-    f.start = f.end = worst->load.x;
+    f.start = worst->load.x;
+    f.end = worst->load.end;
     f.utilisation = worst->utilisation;
     f.resistance = r.FRd;
     f.symbol = L"FRd";
     f.quantity = Quantity::Force;
-    AddResistance(f.symbol, f.quantity, f.resistance, worst->load.x, worst->load.x);
+    AddResistance(f.symbol, f.quantity, f.resistance, worst->load.x, worst->load.end);
     if (m_in.withSteps) {
-        AddStep(f, L"ss", Quantity::Length, r.ss, L"6.3").Note(L"stiff bearing, at most hw");
+        AddStep(f, L"ss", Quantity::Length, r.ss, L"6.3")
+            .Note(worst->load.end > worst->load.x ? L"from the first load to the last, at most hw"
+                                                  : L"stiff bearing, at most hw");
         AddStep(f, L"c", Quantity::Length, worst->force.c, L"Figure 6.1")
             .Note(L"from the end of the member to the bearing");
         AddStep(f, L"kF", Quantity::None, r.kF, L"Figure 6.1").Formula(L"min(6, 2 + 6 (ss + c)/hw)");
@@ -229,7 +242,8 @@ void MemberCheck::RecordWebYield(const WebLoadCheck& worst)
 {
     RuleFinding f = FindingOf(Rule::WebLoadBending, CheckStatus::Passed);
     f.clause = L"EN 1993-1-5 7.2(2)";
-    f.start = f.end = worst.load.x;
+    f.start = worst.load.x;
+    f.end = worst.load.end;
     f.utilisation = Steel::CMemberResult::InfinitiseNANs(worst.yield);
     f.status = LocalStatus(f.utilisation);
     if (m_in.withSteps) {
@@ -259,7 +273,8 @@ void MemberCheck::RecordWebBending()
         return Add(FindingOf(Rule::WebLoadBending, CheckStatus::NotApplicable,
                              L"no load presses on a flange that has stresses along it"));
     RuleFinding f = FindingOf(Rule::WebLoadBending, LocalStatus(worst->withMoment));
-    f.start = f.end = worst->load.x;
+    f.start = worst->load.x;
+    f.end = worst->load.end;
     f.utilisation = worst->withMoment;
     if (m_in.withSteps) {
         AddStep(f, L"η1", Quantity::None, worst->eta1, L"(4.14)")

@@ -245,6 +245,13 @@ private:
 
     // Webs under concentrated loads (ConcentratedLoads.cpp).
     void FindWebLoads();
+    struct WebLoadActions {
+        double least = 0.0, greatest = 0.0; // of My
+        double Mz = 0.0;                    // magnitude
+        double compression = 0.0, tension = 0.0;
+        double V = 0.0;
+    };
+    WebLoadActions ActionsAt(const Design::PointLoad& load) const;
     bool IsWebLoadHeld(const Design::PointLoad& load) const;
     double BendingOf(const WebLoadCheck& check) const;
     void SetYield(WebLoadCheck& check) const;

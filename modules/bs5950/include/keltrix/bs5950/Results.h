@@ -76,10 +76,11 @@ struct PositionResult {
     int Entry() const { return 1 + 2 * subSpan + (place == Place::RightEnd ? 1 : 0); }
 };
 
-/// A concentrated load or reaction on the web at a member point (clause 4.5). Forces in N.
+/// A concentrated load or reaction on the web at a member point, or from one to another (clause 4.5). Forces in N, positions in m.
 struct WebLoadResult {
-    int point = 0; ///< place of the member point
+    int point = 0; ///< place of the member point, the first one
     double x = 0.0;
+    double end = 0.0; ///< that of the last point
     double force = 0.0;
     bool onFlange1 = true; ///< presses downwards
     bool held = false;     ///< the flange that it presses on is held laterally
