@@ -124,3 +124,15 @@ TEST(Capacity, TheTableTakesTheShapeOfTheMoment)
     EXPECT_FALSE(
         Code().Capacities(section, CSteelGrade(L"S999", 0.0, 0.0, 0.0, 1.0), {4.0}, settings).refusal.IsEmpty());
 }
+
+// A grade that no table has: no strength, and no resistance.
+TEST(Capacity, OfASectionThatIsRefusedIsNothing)
+{
+    const SectionCapacity c(CSection(L"UB 457x191x67"), CSteelGrade(L"S999", 0.0, 0.0, 0.0, 1.0), UkAnnex());
+    ASSERT_FALSE(c.IsValid());
+    ASSERT_TRUE(c.Refusal());
+    for (const std::optional<double>& resistance :
+         {c.NplRd(), c.McyRd(), c.MczRd(), c.VczRd(), c.VcyRd(), c.VbwRd(), c.VbwyRd(), c.FRd(0.1, true), c.MNyRd(0.2),
+          c.MNzRd(0.2), c.NbyRd(3.0), c.NbzRd(3.0), c.NbTRd(3.0), c.MbRd(3.0, 1.0)})
+        EXPECT_FALSE(resistance);
+}

@@ -447,6 +447,25 @@ TEST(Families, LateralBucklingAboutTheStrongerAxis)
     EXPECT_EQ(std::wstring(acrossOf(Checked(Column(8.0, 0.0, 0.0, 10e3), L"UB 457x191x67", L"S355")).reason), L"");
 }
 
+// Given lengths of 0 are a member held all along: that nothing is lost is told, as where the lengths are its own.
+TEST(Families, GivenLengthsOfNothingAboutTheStrongerAxisAreTold)
+{
+    Checked c(Column(8.0, 0.0, 0.0, 60e3), L"T 152x305x49", L"S355");
+    c.member.SetLengthOverride(true);
+    c.member.SetLyy(0.0);
+    c.member.SetLzz(0.0);
+    c.member.SetLlt(0.0);
+    EXPECT_TRUE(c.member.Check());
+    const auto& rules = c.member.Findings().rules;
+    const auto told = std::find_if(rules.begin(), rules.end(), [](const Design::RuleFinding& f) {
+        return f.topic == Design::Topic::LateralTorsional && f.clause == std::wstring(L"6.3.2.2(4)");
+    });
+    ASSERT_NE(told, rules.end());
+    EXPECT_EQ(told->status, Design::CheckStatus::NotApplicable);
+    EXPECT_EQ(told->start, 0.0);
+    EXPECT_EQ(told->end, 8.0);
+}
+
 // A tube and a box lying flat do not buckle laterally, but move where nothing holds them.
 TEST(Families, SectionsThatDoNotBuckleLaterallyAreHeldAllTheSame)
 {

@@ -338,11 +338,20 @@ void MemberCheck::RecordOtherMethods()
             m_findings.assumptions.push_back({L"no column in simple construction here, (6.61) and (6.62) stand",
                                               c.simpleRefusal, std::nan(""), c.start, c.end});
     }
-    if (!anyGeneral) Add(FindingOf(Rule::GeneralMethod, CheckStatus::NotApplicable, L"the options do not ask for it"));
+    const bool general = m_in.options.interaction == InteractionMethod::General;
+    const wchar_t* const nowhere =
+        m_combinations.empty() ? L"nowhere compression with a moment, nor moments about both axes" : nullptr;
+    if (!anyGeneral)
+        Add(FindingOf(Rule::GeneralMethod, CheckStatus::NotApplicable,
+                      !general  ? L"the options do not ask for it"
+                      : nowhere ? nowhere
+                                : L"the section is not doubly symmetric, (6.61) and (6.62) stay open"));
     if (!anySimple)
         Add(FindingOf(Rule::SimpleColumn, CheckStatus::NotApplicable,
-                      m_in.options.simpleColumn ? L"no length of the member meets the conditions of the rule"
-                                                : L"the options do not say that the member is such a column"));
+                      !m_in.options.simpleColumn ? L"the options do not say that the member is such a column"
+                      : nowhere                  ? nowhere
+                      : general                  ? L"the options ask for the general method of 6.3.4"
+                                                 : L"no length of the member meets the conditions of the rule"));
 }
 
 } // namespace Keltrix::EC3

@@ -33,7 +33,10 @@ std::vector<AcrossLength> MemberCheck::FindAcross() const
         // It moves along the web, as the major axis does, and twists.
         const auto given = [&](double length) { return length >= 0.0 ? length : -length * m_in.Length(); };
         const double L = std::max(given(m_in.Lyy), given(m_in.Llt));
-        if (L == 0.0) return lengths;
+        if (L == 0.0) {
+            lengths.push_back({m_in.Start(), m_in.End(), NEVER});
+            return lengths;
+        }
         constexpr double PI_SQUARED = std::numbers::pi * std::numbers::pi;
         const double torsion = m_in.material.G * s.It + PI_SQUARED * m_in.material.E * s.Iw / (L * L);
         lengths.push_back({m_in.Start(), m_in.End(), std::sqrt(FlexuralNcr(m_in.material.E, s.Iy, L) * torsion)});
