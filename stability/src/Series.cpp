@@ -25,6 +25,9 @@ constexpr double ITERATION = 1e-7;
 // A factor so many times that of the other sign counts as none.
 constexpr double NONE_BESIDE = 1e4;
 
+// Shorter pieces, as a share of the length, are summed up at places: by parts their integrals are small differences.
+constexpr double LONG_PIECE = 0.1;
+
 using SmallMatrix = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::ColMajor, MANY, MANY>;
 using SmallVector = Eigen::Matrix<double, Eigen::Dynamic, 1, Eigen::ColMajor, MANY, 1>;
 
@@ -46,6 +49,60 @@ double CosineOfHalfTurns(double s)
     const double value = isSine ? angle * sum : sum;
     return isBeyond ? -value : value;
 }
+
+// cos(k θ) and sin(k θ), θ = π s, k = 0, 1, ... by their recurrences.
+struct Waves {
+    explicit Waves(double s) : first(CosineOfHalfTurns(s)) { before = {first, -CosineOfHalfTurns(std::abs(s - 0.5))}; }
+
+    void Next()
+    {
+        const std::array<double, 2> next{2.0 * first * now[0] - before[0], 2.0 * first * now[1] - before[1]};
+        before = now;
+        now = next;
+    }
+    double Cosine() const { return now[0]; }
+    double Sine() const { return now[1]; }
+
+    double first;
+    std::array<double, 2> before{}, now{1.0, 0.0};
+};
+
+// A polynomial in s from 0 to 1, its coefficients in rising order.
+using Quartic = std::array<double, 5>;
+
+// Its integral with a cosine, from the polynomial and its derivatives at both ends.
+class ByParts {
+public:
+    explicit ByParts(const Quartic& p)
+    {
+        Quartic derivative = p;
+        for (std::size_t n = 0; n < p.size(); ++n) {
+            m_first[n] = derivative[0];
+            for (const double c : derivative)
+                m_last[n] += c;
+            for (std::size_t i = 0; i + 1 < p.size(); ++i)
+                derivative[i] = static_cast<double>(i + 1) * derivative[i + 1];
+            derivative.back() = 0.0;
+        }
+        for (std::size_t i = 0; i < p.size(); ++i)
+            m_mean += p[i] / static_cast<double>(i + 1);
+    }
+
+    // ∫ p(s) cos(α + β s) ds from the waves of both ends.
+    double Times(double beta, const Waves& first, const Waves& last) const
+    {
+        if (beta == 0.0) return m_mean;
+        const double b = 1.0 / beta;
+        const auto end = [b](const Quartic& p, const Waves& w) {
+            return b * (w.Sine() * (p[0] - b * b * (p[2] - b * b * p[4])) + b * w.Cosine() * (p[1] - b * b * p[3]));
+        };
+        return end(m_last, last) - end(m_first, first);
+    }
+
+private:
+    Quartic m_first{}, m_last{}; // derivatives
+    double m_mean = 0.0;
+};
 
 // Forks at both ends and nothing that holds between them.
 bool IsBetweenForks(const Layout& unit)
@@ -99,21 +156,22 @@ public:
     bool IsEven() const { return m_isEven; }
 
     /// The smallest factor above zero of the first terms, of the loads as they are (sign 1) or all turned (-1); infinite where there is none, not-a-number where
-    /// it is not found.
-    double Smallest(int terms, double sign) const
+    /// it is not found. `shape` is that of fewer terms, or empty, and becomes that of this factor.
+    double Smallest(int terms, double sign, SmallVector& shape) const
     {
         const SmallMatrix H = sign * m_linear.topLeftCorner(terms, terms);
         const SmallMatrix B = m_quadratic.topLeftCorner(terms, terms);
-        SmallVector y = SmallVector::Ones(terms);
-        for (int i = 0; i < terms; ++i)
-            y[i] /= (i + 1.0) * (i + 1.0);
-        double lambda = Rayleigh(H, B, y);
-        for (int i = 0; i < 3; ++i) {
-            y = (H * y + lambda * (B * y)).eval();
-            y.normalize();
-            lambda = Rayleigh(H, B, y);
+        const auto known = shape.size();
+        shape.conservativeResize(terms);
+        for (auto i = known; i < terms; ++i)
+            shape[i] = known > 0 ? 0.0 : 1.0 / static_cast<double>((i + 1) * (i + 1));
+        double lambda = Rayleigh(H, B, shape);
+        for (int i = 0; i < (known > 0 ? 1 : 3); ++i) {
+            shape = (H * shape + lambda * (B * shape)).eval();
+            shape.normalize();
+            lambda = Rayleigh(H, B, shape);
         }
-        return Refined(H, B, y, lambda);
+        return Refined(H, B, shape, lambda);
     }
 
 private:
@@ -128,7 +186,7 @@ private:
     }
 
     // Inverse iteration at shifts that lie below the smallest factor, which a factorisation of the potential there proves.
-    static double Refined(const SmallMatrix& H, const SmallMatrix& B, SmallVector y, double lambda)
+    static double Refined(const SmallMatrix& H, const SmallMatrix& B, SmallVector& y, double lambda)
     {
         constexpr int MOST_ROUNDS = 60;
         const auto factorised = [&](double at) {
@@ -163,6 +221,7 @@ private:
     void AddPiece(const Piece& piece, double from, double to)
     {
         const double length = to - from;
+        if (length >= LONG_PIECE * m_length) return AddByParts(piece, from, length);
         const int cells = std::max(1, static_cast<int>(std::ceil(m_terms * length / (1.5 * m_length))));
         const double half = 0.5 / cells;
         for (int cell = 0; cell < cells; ++cell)
@@ -171,6 +230,31 @@ private:
                     const double s = (2 * cell + 1 + side * PLACES[k]) * half;
                     AddPlace(piece, s, from + s * length, WEIGHTS[k] * half * length);
                 }
+    }
+
+    // Polynomials times cosines by parts.
+    void AddByParts(const Piece& piece, double from, double length)
+    {
+        const Design::Parabola& m = piece.moment;
+        const std::array<double, 3> moment{m.left, m.right - m.left - m.curvature, m.curvature};
+        Quartic square{};
+        for (std::size_t i = 0; i < moment.size(); ++i)
+            for (std::size_t j = 0; j < moment.size(); ++j)
+                square[i + j] += moment[i] * moment[j] * length / (m_section.E * m_section.Iz);
+        const double wagner = m_section.betaZ * length;
+        const bool isLinear = piece.torque != 0.0 || wagner != 0.0;
+        const ByParts squares(square);
+        const ByParts wagners({wagner * moment[0], wagner * moment[1], wagner * moment[2]});
+        const ByParts torques({piece.torque * length});
+        const double turn = std::numbers::pi * length / m_length;
+        Waves first((from - m_start) / m_length), last((from + length - m_start) / m_length);
+        for (std::size_t k = 0; k <= 2 * static_cast<std::size_t>(m_terms); ++k, first.Next(), last.Next()) {
+            const double beta = static_cast<double>(k) * turn;
+            m_squares[k] += squares.Times(beta, first, last);
+            if (!isLinear) continue;
+            m_torques[k] += torques.Times(beta, first, last);
+            m_wagners[k] += wagners.Times(beta, first, last);
+        }
     }
 
     void AddPlace(const Piece& piece, double s, double x, double weight)
@@ -248,8 +332,9 @@ private:
 // The factor of one sign from a longer and a shorter series. None where it is not finite or they differ too much.
 std::optional<Factor> FactorOf(const Potential& potential, int fewer, int more, double sign)
 {
-    const double rough = potential.Smallest(fewer, sign);
-    const double lambda = potential.Smallest(more, sign);
+    SmallVector shape;
+    const double rough = potential.Smallest(fewer, sign, shape);
+    const double lambda = potential.Smallest(more, sign, shape);
     const double error = CAUTION * std::abs(rough / lambda - 1.0) + ITERATION;
     if (!(std::isfinite(lambda) && error <= LARGEST_ESTIMATE)) return std::nullopt;
     return Factor{lambda, error};

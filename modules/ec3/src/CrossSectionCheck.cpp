@@ -59,7 +59,7 @@ void CrossSectionCheck::Evaluate(Position& p) const
     p.minor = Ratio(std::abs(a.Mz), mcz);
     // The shear of a tube is that of the resultant.
     const bool tube = section.shape == Shape::CHS;
-    const double resultant = std::hypot(a.Vy, a.Vz);
+    const double resultant = tube ? std::hypot(a.Vy, a.Vz) : 0.0;
     p.shearMajor = a.Vz != 0.0 ? Ratio(tube ? resultant : a.Vz, vcz) : 0.0;
     p.shearMinor = a.Vy != 0.0 ? Ratio(tube ? resultant : a.Vy, vcy) : 0.0;
     if (bucklesInShear) {

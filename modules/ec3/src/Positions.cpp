@@ -77,14 +77,16 @@ private:
     }
 
     // With a constant axial force, little shear and moments that change linearly the utilisation of combined actions is convex: it is largest at an
-    // end, if it is one of combined actions at both.
+    // end, if it is one of combined actions at both, or has no moment at one of them.
     bool IsConvex() const
     {
         if (m_left.x != m_right.x || m_major.curvature != 0.0 || m_minor.curvature != 0.0 || IsSheared()) return false;
-        const auto isCombined = [this](const Vec3<double>& force, double My, double Mz) {
-            return m_check.IsCombined(m_check.Significant(force, My, Mz));
+        const auto isEndOfCourse = [this](const Vec3<double>& force, double My, double Mz) {
+            const Actions a = m_check.Significant(force, My, Mz);
+            return m_check.IsCombined(a) || (a.My == 0.0 && a.Mz == 0.0);
         };
-        return isCombined(m_left, m_major.left, m_minor.left) && isCombined(m_right, m_major.right, m_minor.right);
+        return isEndOfCourse(m_left, m_major.left, m_minor.left) &&
+               isEndOfCourse(m_right, m_major.right, m_minor.right);
     }
 
     // Whether a measure can be above zero anywhere.
