@@ -9,6 +9,7 @@
 
 #include "PublishedRows.h"
 #include "keltrix/ec3/DesignCode.h"
+#include "keltrix/ec3/SteelMemberEC3.h"
 
 using namespace Keltrix;
 using namespace Keltrix::EC3;
@@ -123,4 +124,29 @@ TEST(Capacity, TheTableTakesTheShapeOfTheMoment)
     EXPECT_EQ(shaped.buckling[0].values, uniform.buckling[0].values);
     EXPECT_FALSE(
         Code().Capacities(section, CSteelGrade(L"S999", 0.0, 0.0, 0.0, 1.0), {4.0}, settings).refusal.IsEmpty());
+}
+
+// A cold-formed channel is for EN 1993-1-3, a grade of no list has no strength: neither has a resistance, not even one of 0.
+TEST(Capacity, HasNothingOfWhatIsRefused)
+{
+    CSection formed(L"C 200x80x3x3x0x0");
+    CSecComp component = formed.Component(0);
+    component.SetType(SEC_FORMED);
+    formed.SetComponent(0, component);
+    const CSteelGrade s275(L"S275", 0.0, 0.0, 0.0, 1.0);
+    ASSERT_TRUE(SectionRefusal(formed));
+    const SectionCapacity noSection(formed, s275, UkAnnex());
+    const SectionCapacity noGrade(CSection(L"UB 457x191x67"), CSteelGrade(L"S999", 0.0, 0.0, 0.0, 1.0), UkAnnex());
+    for (const SectionCapacity* c : {&noSection, &noGrade}) {
+        EXPECT_FALSE(c->IsValid());
+        ASSERT_TRUE(c->Refusal());
+        for (const auto& value : {c->NplRd(), c->McyRd(), c->MczRd(), c->VczRd(), c->VcyRd(), c->VbwRd(), c->VbwyRd(),
+                                  c->FRd(0.1, true), c->FRd(0.1, false), c->MNyRd(0.0), c->MNyRd(0.5), c->MNzRd(0.5),
+                                  c->NbyRd(4.0), c->NbzRd(4.0), c->NbTRd(4.0), c->MbRd(4.0, 1.0)})
+            EXPECT_EQ(value, std::nullopt);
+    }
+    const auto table = Code().Capacities(formed, s275, {4.0}, {});
+    EXPECT_EQ(table.refusal, CString(SectionRefusal(formed)));
+    EXPECT_TRUE(table.crossSection.empty());
+    EXPECT_TRUE(table.buckling.empty());
 }

@@ -32,34 +32,37 @@ SectionCapacity::SectionCapacity(const CSection& section, const CSteelGrade& gra
 
 std::optional<double> SectionCapacity::MNyRd(double n) const
 {
-    const double N = n * NplRd().value_or(0.0);
+    if (!IsValid()) return std::nullopt;
+    const double N = n * *NplRd();
     const Classification c = Classify(m_section, m_strength, BothWays(N));
-    if (!IsValid() || !c.IsPlastic()) return std::nullopt;
+    if (!c.IsPlastic()) return std::nullopt;
     return EC3::MNyRd(m_section, m_strength, c, -N).value;
 }
 
 std::optional<double> SectionCapacity::MNzRd(double n) const
 {
-    const double N = n * NplRd().value_or(0.0);
+    if (!IsValid()) return std::nullopt;
+    const double N = n * *NplRd();
     const Classification c = Classify(m_section, m_strength, BothWays(N));
-    if (!IsValid() || !c.IsPlastic()) return std::nullopt;
+    if (!c.IsPlastic()) return std::nullopt;
     return EC3::MNzRd(m_section, m_strength, c, -N).value;
 }
 
 std::optional<double> SectionCapacity::VbwRd() const
 {
-    if (!NeedsShearBuckling(m_section, m_strength)) return std::nullopt;
+    if (!IsValid() || !NeedsShearBuckling(m_section, m_strength)) return std::nullopt;
     return EC3::VbwRd(m_section, m_strength).value;
 }
 
 std::optional<double> SectionCapacity::VbwyRd() const
 {
-    if (!NeedsShearBucklingAcross(m_section, m_strength)) return std::nullopt;
+    if (!IsValid() || !NeedsShearBucklingAcross(m_section, m_strength)) return std::nullopt;
     return EC3::VbwRd(TurnedSection(m_section), m_strength).value;
 }
 
 std::optional<double> SectionCapacity::FRd(double ss, bool atEnd) const
 {
+    if (!IsValid()) return std::nullopt;
     WebForce force;
     force.ss = ss;
     force.atEnd = true;
