@@ -327,6 +327,29 @@ TEST(SimpleColumn, AddsThreeTerms)
     EXPECT_GT(used, 100);
 }
 
+// A factor of Annex B of a moment that does not act says nothing about the rule. Mz alone, N = 1500 kN over 4 m:
+// ny, nz and so kyy of Cmy = 1 are well above 0, the rule is N/Nb + 1.5 Mz/Mcz all the same. My alone with a Cmz of 1 likewise.
+TEST(SimpleColumn, IsNotLeftForAMomentThatDoesNotAct)
+{
+    const Checked minor(Column(4.0, 1500e3, 0.0, 10e3), L"UC 254x254x89", L"S355", true, SimpleColumns());
+    const RuleFinding& alone = minor.Rule(L"NCCI SN048");
+    ASSERT_EQ(alone.status, CheckStatus::Passed) << RefusalOf(minor);
+    EXPECT_NEAR(alone.utilisation,
+                1500e3 / minor.Value(L"NbzRd") + 1.5 * 10e3 / minor.Rule(L"6.2.5", L"MczRd").resistance, 1e-9);
+    EXPECT_EQ(RefusalOf(minor), L"");
+    EXPECT_EQ(minor.Rule(L"6.3.3 (6.61)").status, CheckStatus::NotApplicable);
+    const Checked major(Column(5.0, 1500e3, 30e3, 0.0), L"UC 254x254x89", L"S355", true, SimpleColumns());
+    ASSERT_EQ(major.Rule(L"NCCI SN048").status, CheckStatus::Passed) << RefusalOf(major);
+    EXPECT_NEAR(major.Rule(L"NCCI SN048").utilisation, 1500e3 / major.Value(L"NbzRd") + 30e3 / major.Value(L"MbRd"),
+                1e-9);
+    // The moments of both floors alike, ψ = 1: Cmy = 1, and kyy = 1 + (λ̄y - 0.2) ny is above the 1.0 of the rule.
+    DesignTest::Member uniform = Column(4.0, 1500e3, 30e3, 0.0);
+    uniform.subSpans[0].SetForcesAll({-1500e3, 0.0, 0.0}, {-1500e3, 0.0, 0.0});
+    uniform.subSpans[0].SetMomentsAll({0.0, 30e3, 0.0}, {0.0, 30e3, 0.0});
+    EXPECT_EQ(RefusalOf(Checked(uniform, L"UC 254x254x89", L"S355", false, SimpleColumns())),
+              L"a factor of Annex B is above that of the rule (1.0 for My, 1.5 for Mz)");
+}
+
 // A uniform load between the floors: the moment is a parabola, about either axis.
 TEST(SimpleColumn, IsNoneUnderLoadsBetweenFloors)
 {

@@ -32,7 +32,8 @@ const wchar_t* MemberCheck::SimpleColumnRefusal(const Combination& c) const
     };
     if (!isStraight(m_major, m_check->NoiseMy()) || !isStraight(m_minor, m_check->NoiseMz()))
         return L"its moments are not linear between the floors";
-    if (std::max(c.k.kyy, c.k.kzy) > 1.0 || std::max(c.k.kyz, c.k.kzz) > 1.5)
+    // A moment that does not act has factors too, of Cm = 1.
+    if ((c.My > 0.0 && std::max(c.k.kyy, c.k.kzy) > 1.0) || (c.Mz > 0.0 && std::max(c.k.kyz, c.k.kzz) > 1.5))
         return L"a factor of Annex B is above that of the rule (1.0 for My, 1.5 for Mz)";
     return nullptr;
 }
