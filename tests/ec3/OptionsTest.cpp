@@ -350,6 +350,47 @@ TEST(SimpleColumn, IsNotLeftForAMomentThatDoesNotAct)
               L"a factor of Annex B is above that of the rule (1.0 for My, 1.5 for Mz)");
 }
 
+// What the rule does not take is told by what it lacks, and (6.61) stands.
+TEST(SimpleColumn, TellsWhyItIsLeft)
+{
+    const auto refusal = [](const DesignTest::Member& m, const wchar_t* section, int type = -1) {
+        const Checked c(m, section, L"S355", false, SimpleColumns(), type);
+        EXPECT_EQ(c.Rule(L"NCCI SN048").status, CheckStatus::NotApplicable);
+        EXPECT_EQ(std::wstring(c.Rule(L"NCCI SN048").reason),
+                  L"no length of the member meets the conditions of the rule");
+        EXPECT_GT(c.Rule(L"6.3.3 (6.61)").utilisation, 0.0);
+        return RefusalOf(c);
+    };
+    const DesignTest::Member column = Column(4.0, 300e3, 10e3, 2e3);
+    // Hot finished tubes are no rectangular ones, cold formed boxes not hot finished.
+    const wchar_t shapes[] =
+        L"the section is no rolled I or H section nor a hot finished rectangular or square hollow one";
+    EXPECT_EQ(refusal(column, L"CHS 219.1x10", SEC_ROLLED), shapes);
+    EXPECT_EQ(refusal(column, L"RHS 200x200x10", SEC_FORMED), shapes);
+    EXPECT_EQ(refusal(column, L"UC 254x254x89", SEC_WELDED), shapes);
+    const Checked box(column, L"RHS 200x200x10", L"S355", false, SimpleColumns(), SEC_ROLLED);
+    EXPECT_EQ(box.Rule(L"NCCI SN048").status, CheckStatus::Passed);
+    // c/t = (300 - 3*6.3)/6.3 = 44.6 is above 42 ε = 34.2 under uniform compression.
+    EXPECT_EQ(refusal(column, L"SHS 300x300x6.3", SEC_ROLLED), L"the section is class 4");
+    // A rail that holds it laterally between the floors.
+    DesignTest::Member held;
+    AddPoint(held, 0.0, L"Pinned");
+    AddPoint(held, 2.0, L"F1L F2L");
+    AddPoint(held, 4.0, L"Pinned");
+    AddSubSpan(held, 2.5e3, 2.5e3, 0.0, 5e3);
+    AddSubSpan(held, 2.5e3, 2.5e3, 5e3, 10e3);
+    held.subSpans[0].SetForcesAll({-300e3, -500.0, 2.5e3}, {-300e3, -500.0, 2.5e3});
+    held.subSpans[1].SetForcesAll({-300e3, -500.0, 2.5e3}, {-300e3, -500.0, 2.5e3});
+    held.subSpans[0].SetMomentsAll({0.0, 0.0, 0.0}, {0.0, 5e3, 1e3});
+    held.subSpans[1].SetMomentsAll({0.0, 5e3, 1e3}, {0.0, 10e3, 2e3});
+    EXPECT_EQ(refusal(held, L"UC 254x254x89"),
+              L"it is not held about both axes at the same places, and nowhere between them");
+    // The part between the floors that is pulled.
+    DesignTest::Member pulled = Column(4.0, 300e3, 10e3, 2e3);
+    pulled.subSpans[0].SetForcesAll({-300e3, -500.0, 2.5e3}, {100e3, -500.0, 2.5e3});
+    EXPECT_EQ(refusal(pulled, L"UC 254x254x89"), L"it is not in compression all along");
+}
+
 // A uniform load between the floors: the moment is a parabola, about either axis.
 TEST(SimpleColumn, IsNoneUnderLoadsBetweenFloors)
 {

@@ -19,7 +19,7 @@ const wchar_t* MemberCheck::SimpleColumnRefusal(const Combination& c) const
     const StrutSpan& y = m_struts[c.major];
     const StrutSpan& z = m_struts[c.minor];
     if (!(s.shape == Shape::I || s.shape == Shape::RHS) || s.fabrication != Fabrication::Rolled)
-        return L"the section is no rolled I or H section nor a hot finished hollow one";
+        return L"the section is no rolled I or H section nor a hot finished rectangular or square hollow one";
     if (m_class.cls == 4) return L"the section is class 4";
     if (m_in.lengthOverride) return L"effective lengths are given";
     if (y.open || z.open || y.held || z.held || y.sway || z.sway || std::abs(y.start - z.start) > m_in.SamePlace() ||
