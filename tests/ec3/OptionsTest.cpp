@@ -416,3 +416,42 @@ TEST(SimpleColumn, IsNoneUnderLoadsBetweenFloors)
         EXPECT_EQ(RefusalOf(c), L"its moments are not linear between the floors");
     }
 }
+
+// Where the rule was not looked at it is not said that its conditions are missed.
+TEST(SimpleColumn, TellsThatItWasNotLookedAt)
+{
+    DesignOptions general = SimpleColumns();
+    general.interaction = InteractionMethod::General;
+    const DesignTest::Member column = Column(4.0, 300e3, 10e3, 0.0);
+    const auto reason = [](const Checked& c, const wchar_t* clause) {
+        EXPECT_EQ(c.Rule(clause).status, CheckStatus::NotApplicable);
+        return std::wstring(c.Rule(clause).reason);
+    };
+    const wchar_t rule[] = L"NCCI SN048";
+    const Checked both(column, L"UC 254x254x89", L"S355", false, general);
+    EXPECT_TRUE(both.Rule(L"6.3.4").WasEvaluated());
+    EXPECT_EQ(reason(both, rule),
+              L"the general method of 6.3.4 is asked for too and goes before the rule, which was not looked at");
+    EXPECT_EQ(RefusalOf(both), L"");
+    // Nothing to interact: no moment at all.
+    const wchar_t nothing[] = L"nowhere compression with a moment, nor moments about both axes";
+    const Checked axial(Column(4.0, 300e3, 0.0, 0.0), L"UC 254x254x89", L"S355", false, SimpleColumns());
+    EXPECT_EQ(reason(axial, rule), nothing);
+    const Checked axialGeneral(Column(4.0, 300e3, 0.0, 0.0), L"UC 254x254x89", L"S355", false, general);
+    EXPECT_EQ(reason(axialGeneral, L"6.3.4"), nothing);
+    // A free end in compression: neither (6.61) nor the rule has a buckling length.
+    DesignTest::Member open;
+    AddPoint(open, 0.0, L"Pinned");
+    AddPoint(open, 4.0, L"Free");
+    AddSubSpan(open, 0.0, 0.0, 10e3, 10e3, DECK);
+    open.subSpans[0].SetForcesAll({-300e3, 0.0, 0.0}, {-300e3, 0.0, 0.0});
+    const Checked unknown(open, L"UC 254x254x89", L"S355", false, SimpleColumns());
+    EXPECT_EQ(unknown.Rule(L"6.3.3 (6.61)").status, CheckStatus::NotEvaluated);
+    EXPECT_EQ(reason(unknown, rule),
+              L"what keeps (6.61) and (6.62) from being evaluated keeps the rule from being looked at");
+    EXPECT_FALSE(unknown.passed);
+    // 6.3.4 asked for and not made for the section is not the same as not asked for.
+    const Checked unequal(Column(4.0, 100e3, 10e3, 0.0), L"GI 300x300x100x6x20x8", L"S355", false, general);
+    EXPECT_EQ(reason(unequal, L"6.3.4"), L"6.3.4 is evaluated for doubly symmetric sections alone");
+    EXPECT_EQ(unequal.Rule(L"6.3.3 (6.61)").status, CheckStatus::NotEvaluated);
+}

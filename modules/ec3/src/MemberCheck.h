@@ -311,6 +311,8 @@ private:
     void RecordCombination(const Combination& c, bool first);
     void RecordCombinations();
     void RecordOtherMethods();
+    const wchar_t* WhyNoGeneralMethod() const;
+    const wchar_t* WhyNoSimpleColumn() const;
 
     // Annex A (AnnexA.cpp).
     DeflectedMoments DeflectedOver(const Design::MomentDiagram& moments, double from, double to, double noise) const;
