@@ -9,6 +9,7 @@
 
 #include "PublishedRows.h"
 #include "keltrix/ec3/DesignCode.h"
+#include "keltrix/ec3/SteelMemberEC3.h"
 
 using namespace Keltrix;
 using namespace Keltrix::EC3;
@@ -125,14 +126,27 @@ TEST(Capacity, TheTableTakesTheShapeOfTheMoment)
         Code().Capacities(section, CSteelGrade(L"S999", 0.0, 0.0, 0.0, 1.0), {4.0}, settings).refusal.IsEmpty());
 }
 
-// A grade that no table has: no strength, and no resistance.
-TEST(Capacity, OfASectionThatIsRefusedIsNothing)
+// A cold-formed channel is for EN 1993-1-3, a grade of no list has no strength: neither has a resistance, not even one of 0.
+TEST(Capacity, HasNothingOfWhatIsRefused)
 {
-    const SectionCapacity c(CSection(L"UB 457x191x67"), CSteelGrade(L"S999", 0.0, 0.0, 0.0, 1.0), UkAnnex());
-    ASSERT_FALSE(c.IsValid());
-    ASSERT_TRUE(c.Refusal());
-    for (const std::optional<double>& resistance :
-         {c.NplRd(), c.McyRd(), c.MczRd(), c.VczRd(), c.VcyRd(), c.VbwRd(), c.VbwyRd(), c.FRd(0.1, true), c.MNyRd(0.2),
-          c.MNzRd(0.2), c.NbyRd(3.0), c.NbzRd(3.0), c.NbTRd(3.0), c.MbRd(3.0, 1.0)})
-        EXPECT_FALSE(resistance);
+    CSection formed(L"C 200x80x3x3x0x0");
+    CSecComp component = formed.Component(0);
+    component.SetType(SEC_FORMED);
+    formed.SetComponent(0, component);
+    const CSteelGrade s275(L"S275", 0.0, 0.0, 0.0, 1.0);
+    ASSERT_TRUE(SectionRefusal(formed));
+    const SectionCapacity noSection(formed, s275, UkAnnex());
+    const SectionCapacity noGrade(CSection(L"UB 457x191x67"), CSteelGrade(L"S999", 0.0, 0.0, 0.0, 1.0), UkAnnex());
+    for (const SectionCapacity* c : {&noSection, &noGrade}) {
+        EXPECT_FALSE(c->IsValid());
+        ASSERT_TRUE(c->Refusal());
+        for (const auto& value : {c->NplRd(), c->McyRd(), c->MczRd(), c->VczRd(), c->VcyRd(), c->VbwRd(), c->VbwyRd(),
+                                  c->FRd(0.1, true), c->FRd(0.1, false), c->MNyRd(0.0), c->MNyRd(0.5), c->MNzRd(0.5),
+                                  c->NbyRd(4.0), c->NbzRd(4.0), c->NbTRd(4.0), c->MbRd(4.0, 1.0)})
+            EXPECT_EQ(value, std::nullopt);
+    }
+    const auto table = Code().Capacities(formed, s275, {4.0}, {});
+    EXPECT_EQ(table.refusal, CString(SectionRefusal(formed)));
+    EXPECT_TRUE(table.crossSection.empty());
+    EXPECT_TRUE(table.buckling.empty());
 }

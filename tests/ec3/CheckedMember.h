@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -26,7 +27,8 @@ inline constexpr wchar_t DECK[] = L"F1L F2L TR";
 class Checked {
 public:
     Checked(const DesignTest::Member& m, const wchar_t* section, const wchar_t* grade, bool text = false,
-            const DesignOptions& options = {}, int type = -1, const Annex& annex = UkAnnex())
+            const DesignOptions& options = {}, int type = -1, const Annex& annex = UkAnnex(),
+            const std::function<void(CSteelMemberEC3&)>& prepare = {})
     {
         CSection made{CString(section)};
         if (type >= 0) {
@@ -42,6 +44,7 @@ public:
         EXPECT_TRUE(member.SetGrade(CSteelGrade(CString(grade), 0.0, 0.0, 0.0, 1.0)));
         member.SetMemberPointVec(m.points);
         member.SetSubSpanVec(m.subSpans);
+        if (prepare) prepare(member);
         passed = member.Check();
         findings = member.Findings();
     }
@@ -104,6 +107,17 @@ inline DesignTest::Member Column(double L, double N, double My, double Mz)
     m.subSpans[0].SetForcesAll({-N, -Mz / L, My / L}, {-N, -Mz / L, My / L});
     m.subSpans[0].SetMomentsAll({0.0, 0.0, 0.0}, {0.0, My, Mz});
     return m;
+}
+
+// Gives a check the effective lengths, m; below zero minus a factor of the member's length.
+inline std::function<void(CSteelMemberEC3&)> GivenLengths(double Lyy, double Lzz, double Llt)
+{
+    return [=](CSteelMemberEC3& member) {
+        member.SetLengthOverride(true);
+        member.SetLyy(Lyy);
+        member.SetLzz(Lzz);
+        member.SetLlt(Llt);
+    };
 }
 
 inline void Scale(DesignTest::Member& m, double k)

@@ -447,23 +447,51 @@ TEST(Families, LateralBucklingAboutTheStrongerAxis)
     EXPECT_EQ(std::wstring(acrossOf(Checked(Column(8.0, 0.0, 0.0, 10e3), L"UB 457x191x67", L"S355")).reason), L"");
 }
 
-// Given lengths of 0 are a member held all along: that nothing is lost is told, as where the lengths are its own.
-TEST(Families, GivenLengthsOfNothingAboutTheStrongerAxisAreTold)
+// What holds such a section, and lengths of 0 that are given for it, are told like those of the other direction.
+TEST(Families, LateralBucklingAboutTheStrongerAxisIsToldWhereItIsHeld)
 {
-    Checked c(Column(8.0, 0.0, 0.0, 60e3), L"T 152x305x49", L"S355");
-    c.member.SetLengthOverride(true);
-    c.member.SetLyy(0.0);
-    c.member.SetLzz(0.0);
-    c.member.SetLlt(0.0);
-    EXPECT_TRUE(c.member.Check());
-    const auto& rules = c.member.Findings().rules;
-    const auto told = std::find_if(rules.begin(), rules.end(), [](const Design::RuleFinding& f) {
-        return f.topic == Design::Topic::LateralTorsional && f.clause == std::wstring(L"6.3.2.2(4)");
-    });
-    ASSERT_NE(told, rules.end());
-    EXPECT_EQ(told->status, Design::CheckStatus::NotApplicable);
-    EXPECT_EQ(told->start, 0.0);
-    EXPECT_EQ(told->end, 8.0);
+    auto member = Column(8.0, 0.0, 0.0, 80e3);
+    member.subSpans[0].SetForcesAll({0, 0, 0}, {0, 0, 0});
+    member.subSpans[0].SetMomentsAll({0, 0, 80e3}, {0, 0, 80e3});
+    const auto acrossOf = [](const Checked& checked) {
+        std::vector<Design::RuleFinding> found;
+        for (const Design::RuleFinding& f : checked.findings.rules)
+            if (std::wstring(f.reason).starts_with(L"moments about z-z, the stiffer axis")) found.push_back(f);
+        return found;
+    };
+    const auto given = [&](double Lyy, double Llt) {
+        return acrossOf(
+            Checked(member, L"T 152x305x49", L"S355", false, {}, -1, UkAnnex(), GivenLengths(Lyy, 0.0, Llt)));
+    };
+    const auto none = given(0.0, 0.0);
+    ASSERT_EQ(none.size(), 1u);
+    EXPECT_EQ(none[0].status, Design::CheckStatus::NotApplicable);
+    EXPECT_EQ(none[0].end, 8.0);
+    EXPECT_EQ(std::wstring(none[0].reason),
+              L"moments about z-z, the stiffer axis: the lengths given for movement along "
+              L"the web and for lateral-torsional buckling are 0");
+    // The longer of both, 8 m, as a length and as a factor of the member's: that of the forks of the member.
+    const double forks = acrossOf(Checked(member, L"T 152x305x49", L"S355")).at(0).resistance;
+    EXPECT_NEAR(given(0.0, 8.0).at(0).resistance, forks, 1e-3 * forks);
+    EXPECT_NEAR(given(-1.0, 2.0).at(0).resistance, forks, 1e-3 * forks);
+    // Held along 0 to 2 m and 6 to 8 m; a length of 4 m between.
+    DesignTest::Member held;
+    for (const double x : {0.0, 2.0, 6.0, 8.0})
+        AddPoint(held, x, L"Pinned");
+    for (const wchar_t* along : {L"Pinned", L"Free", L"Pinned"}) {
+        AddSubSpan(held, 0, 0, 0, 0, along);
+        held.subSpans.back().SetMomentsAll({0, 0, 80e3}, {0, 0, 80e3});
+    }
+    const auto parts = acrossOf(Checked(held, L"T 152x305x49", L"S355"));
+    ASSERT_EQ(parts.size(), 3u);
+    EXPECT_TRUE(parts[1].WasEvaluated());
+    EXPECT_GT(parts[1].resistance, forks);
+    for (const std::size_t k : {0u, 2u}) {
+        EXPECT_EQ(parts[k].status, Design::CheckStatus::NotApplicable);
+        EXPECT_EQ(parts[k].end - parts[k].start, 2.0);
+        EXPECT_EQ(std::wstring(parts[k].reason),
+                  L"moments about z-z, the stiffer axis: held along the web and against twist along its length");
+    }
 }
 
 // A tube and a box lying flat do not buckle laterally, but move where nothing holds them.

@@ -30,35 +30,10 @@ SectionCapacity::SectionCapacity(const CSection& section, const CSteelGrade& gra
     m_compression = Classify(m_section, m_strength, ClassActions::Compression(m_section.A * m_material.fy));
 }
 
-std::optional<double> SectionCapacity::NplRd() const
-{
-    return IsValid() ? EC3::NplRd(m_section, m_strength).value : std::nullopt;
-}
-
-std::optional<double> SectionCapacity::McyRd() const
-{
-    return IsValid() ? EC3::McyRd(m_section, m_strength, m_major).value : std::nullopt;
-}
-
-std::optional<double> SectionCapacity::MczRd() const
-{
-    return IsValid() ? EC3::MczRd(m_section, m_strength, m_minor).value : std::nullopt;
-}
-
-std::optional<double> SectionCapacity::VczRd() const
-{
-    return IsValid() ? EC3::VczRd(m_section, m_strength).value : std::nullopt;
-}
-
-std::optional<double> SectionCapacity::VcyRd() const
-{
-    return IsValid() ? EC3::VcyRd(m_section, m_strength).value : std::nullopt;
-}
-
 std::optional<double> SectionCapacity::MNyRd(double n) const
 {
     if (!IsValid()) return std::nullopt;
-    const double N = n * NplRd().value_or(0.0);
+    const double N = n * *NplRd();
     const Classification c = Classify(m_section, m_strength, BothWays(N));
     if (!c.IsPlastic()) return std::nullopt;
     return EC3::MNyRd(m_section, m_strength, c, -N).value;
@@ -67,7 +42,7 @@ std::optional<double> SectionCapacity::MNyRd(double n) const
 std::optional<double> SectionCapacity::MNzRd(double n) const
 {
     if (!IsValid()) return std::nullopt;
-    const double N = n * NplRd().value_or(0.0);
+    const double N = n * *NplRd();
     const Classification c = Classify(m_section, m_strength, BothWays(N));
     if (!c.IsPlastic()) return std::nullopt;
     return EC3::MNzRd(m_section, m_strength, c, -N).value;

@@ -15,6 +15,9 @@ using Design::RuleFinding;
 
 namespace {
 
+constexpr wchar_t NOTHING_TOGETHER[] = L"nowhere compression with a moment, nor moments about both axes";
+constexpr wchar_t ONLY_DOUBLY_SYMMETRIC[] = L"6.3.4 is evaluated for doubly symmetric sections alone";
+
 double Term(double effect, double resistance)
 {
     if (effect == 0.0) return 0.0;
@@ -178,8 +181,7 @@ void MemberCheck::CheckCombination(Combination& c)
     const bool general = m_in.options.interaction == InteractionMethod::General && isDoublySymmetric;
     if (!c.open || general) SetStrutTerms(c);
     if (m_in.options.interaction == InteractionMethod::AnnexA && !c.open) c.open = AnnexARefusal(c);
-    if (m_in.options.interaction == InteractionMethod::General && !isDoublySymmetric)
-        c.open = L"6.3.4 is evaluated for doubly symmetric sections alone";
+    if (m_in.options.interaction == InteractionMethod::General && !isDoublySymmetric) c.open = ONLY_DOUBLY_SYMMETRIC;
     if (c.open && !general) return;
     SetFactors(c);
     if (general) {
@@ -312,7 +314,7 @@ void MemberCheck::RecordCombinations()
         }
         if (any) continue;
         Add(FindingOf(rule, CheckStatus::NotApplicable,
-                      m_combinations.empty() ? L"nowhere compression with a moment, nor moments about both axes"
+                      m_combinations.empty() ? NOTHING_TOGETHER
                       : general              ? L"the general method of 6.3.4 stands in its place"
                                              : L"a column in simple construction: its rule stands in its place"));
     }
@@ -338,20 +340,28 @@ void MemberCheck::RecordOtherMethods()
             m_findings.assumptions.push_back({L"no column in simple construction here, (6.61) and (6.62) stand",
                                               c.simpleRefusal, std::nan(""), c.start, c.end});
     }
-    const bool general = m_in.options.interaction == InteractionMethod::General;
-    const wchar_t* const nowhere =
-        m_combinations.empty() ? L"nowhere compression with a moment, nor moments about both axes" : nullptr;
-    if (!anyGeneral)
-        Add(FindingOf(Rule::GeneralMethod, CheckStatus::NotApplicable,
-                      !general  ? L"the options do not ask for it"
-                      : nowhere ? nowhere
-                                : L"the section is not doubly symmetric, (6.61) and (6.62) stay open"));
-    if (!anySimple)
-        Add(FindingOf(Rule::SimpleColumn, CheckStatus::NotApplicable,
-                      !m_in.options.simpleColumn ? L"the options do not say that the member is such a column"
-                      : nowhere                  ? nowhere
-                      : general                  ? L"the options ask for the general method of 6.3.4"
-                                                 : L"no length of the member meets the conditions of the rule"));
+    if (!anyGeneral) Add(FindingOf(Rule::GeneralMethod, CheckStatus::NotApplicable, WhyNoGeneralMethod()));
+    if (!anySimple) Add(FindingOf(Rule::SimpleColumn, CheckStatus::NotApplicable, WhyNoSimpleColumn()));
+}
+
+const wchar_t* MemberCheck::WhyNoGeneralMethod() const
+{
+    if (m_in.options.interaction != InteractionMethod::General) return L"the options do not ask for it";
+    return m_combinations.empty() ? NOTHING_TOGETHER : ONLY_DOUBLY_SYMMETRIC;
+}
+
+const wchar_t* MemberCheck::WhyNoSimpleColumn() const
+{
+    if (!m_in.options.simpleColumn) return L"the options do not say that the member is such a column";
+    if (m_combinations.empty()) return NOTHING_TOGETHER;
+    if (m_in.options.interaction == InteractionMethod::General)
+        return L"the general method of 6.3.4 is asked for too and goes before the rule, which was not looked at";
+    const auto isRefused = [](const Combination& c) { return c.simpleRefusal != nullptr; };
+    if (std::none_of(m_combinations.begin(), m_combinations.end(), isRefused))
+        return L"what keeps (6.61) and (6.62) from being evaluated keeps the rule from being looked at";
+    return std::all_of(m_combinations.begin(), m_combinations.end(), isRefused)
+               ? L"no length of the member meets the conditions of the rule"
+               : L"no length of the member at which the rule was looked at meets its conditions";
 }
 
 } // namespace Keltrix::EC3

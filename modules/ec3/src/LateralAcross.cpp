@@ -24,7 +24,7 @@ constexpr LateralRule OTHER_SECTIONS{L"6.3.2.2", Curve::D, 0.2, 1.0, false};
 
 } // namespace
 
-// The lengths that move along the web and twist, each with its elastic critical moment.
+// The lengths along the member, each with the elastic critical moment at which it moves along the web and twists.
 std::vector<AcrossLength> MemberCheck::FindAcross() const
 {
     const Section& s = m_in.section;
@@ -34,7 +34,9 @@ std::vector<AcrossLength> MemberCheck::FindAcross() const
         const auto given = [&](double length) { return length >= 0.0 ? length : -length * m_in.Length(); };
         const double L = std::max(given(m_in.Lyy), given(m_in.Llt));
         if (L == 0.0) {
-            lengths.push_back({m_in.Start(), m_in.End(), NEVER});
+            AcrossLength& length = lengths.emplace_back(AcrossLength{m_in.Start(), m_in.End(), NEVER});
+            length.held = L"moments about z-z, the stiffer axis: the lengths given for movement along the web and for "
+                          L"lateral-torsional buckling are 0";
             return lengths;
         }
         constexpr double PI_SQUARED = std::numbers::pi * std::numbers::pi;
@@ -54,7 +56,15 @@ std::vector<AcrossLength> MemberCheck::FindAcross() const
                            L"moment about z-z can be found for it"});
         return lengths;
     }
+    double x = m_in.Start();
+    const auto addHeld = [&](double to) {
+        if (!(to - x > m_in.SamePlace())) return;
+        lengths.emplace_back(AcrossLength{x, to, NEVER}).held =
+            L"moments about z-z, the stiffer axis: held along the web and against twist along its length";
+    };
     for (const Stability::Unit& unit : loads.units) {
+        addHeld(unit.start);
+        x = unit.end;
         AcrossLength& length = lengths.emplace_back(AcrossLength{unit.start, unit.end});
         length.open = Stability::DesignRefusal(unit);
         length.mechanism = unit.outcome == Outcome::NotHeld;
@@ -62,6 +72,7 @@ std::vector<AcrossLength> MemberCheck::FindAcross() const
         if (unit.positive && !length.mechanism)
             length.Mcr = unit.positive->lambda * unit.largestMoment / (1.0 + unit.positive->error);
     }
+    addHeld(m_in.End());
     return lengths;
 }
 
@@ -81,6 +92,12 @@ void MemberCheck::RecordLateralAcross()
         f.start = length.start;
         f.end = length.end;
         if (length.open) {
+            Add(f);
+            continue;
+        }
+        if (length.held) {
+            f.status = CheckStatus::NotApplicable;
+            f.reason = length.held;
             Add(f);
             continue;
         }

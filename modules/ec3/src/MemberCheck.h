@@ -132,6 +132,7 @@ struct AcrossLength {
     double Mcr = 0.0;              ///< less the error; infinite where nothing buckles
     const wchar_t* open = nullptr; ///< why it is not evaluated; null where it is
     bool mechanism = false;        ///< its restraints leave a motion free
+    const wchar_t* held = nullptr; ///< why it cannot buckle, whatever the moments; null where it can
 };
 
 /// 6.3.4 over a length.
@@ -318,6 +319,8 @@ private:
     void RecordCombination(const Combination& c, bool first);
     void RecordCombinations();
     void RecordOtherMethods();
+    const wchar_t* WhyNoGeneralMethod() const;
+    const wchar_t* WhyNoSimpleColumn() const;
 
     // Annex A (AnnexA.cpp).
     DeflectedMoments DeflectedOver(const Design::MomentDiagram& moments, double from, double to, double noise) const;

@@ -19,7 +19,7 @@ const wchar_t* MemberCheck::SimpleColumnRefusal(const Combination& c) const
     const StrutSpan& y = m_struts[c.major];
     const StrutSpan& z = m_struts[c.minor];
     if (!(s.shape == Shape::I || s.shape == Shape::RHS) || s.fabrication != Fabrication::Rolled)
-        return L"the section is no rolled I or H section nor a hot finished rectangular hollow one";
+        return L"the section is no rolled I or H section nor a hot finished rectangular or square hollow one";
     if (m_class.cls == 4) return L"the section is class 4";
     if (m_in.lengthOverride) return L"effective lengths are given";
     if (y.open || z.open || y.held || z.held || y.sway || z.sway || std::abs(y.start - z.start) > m_in.SamePlace() ||
@@ -32,7 +32,7 @@ const wchar_t* MemberCheck::SimpleColumnRefusal(const Combination& c) const
     };
     if (!isStraight(m_major, m_check->NoiseMy()) || !isStraight(m_minor, m_check->NoiseMz()))
         return L"its moments are not linear between the floors";
-    // The factors of a moment that does not act have no say.
+    // A moment that does not act has factors too, of Cm = 1.
     if ((c.My > 0.0 && std::max(c.k.kyy, c.k.kzy) > 1.0) || (c.Mz > 0.0 && std::max(c.k.kyz, c.k.kzz) > 1.5))
         return L"a factor of Annex B is above that of the rule (1.0 for My, 1.5 for Mz)";
     return nullptr;

@@ -10,8 +10,8 @@
 
 namespace Keltrix::EC3 {
 
-/// Resistances of one section in one grade as printed tables have them. N, N·m, m; nothing where the standard has no rule, and of a section or
-/// grade that is refused.
+/// Resistances of one section in one grade as printed tables have them. N, N·m, m; nothing where the standard has no rule, and nothing at all of a
+/// section or a grade that is refused.
 class KELTRIX_EC3_API SectionCapacity {
 public:
     SectionCapacity(const CSection& section, const CSteelGrade& grade, const Annex& annex);
@@ -28,11 +28,17 @@ public:
     const Classification& MinorBending() const { return m_minor; }
     const Classification& Compression() const { return m_compression; }
 
-    std::optional<double> NplRd() const;
-    std::optional<double> McyRd() const;
-    std::optional<double> MczRd() const;
-    std::optional<double> VczRd() const;
-    std::optional<double> VcyRd() const;
+    std::optional<double> NplRd() const { return IsValid() ? EC3::NplRd(m_section, m_strength).value : std::nullopt; }
+    std::optional<double> McyRd() const
+    {
+        return IsValid() ? EC3::McyRd(m_section, m_strength, m_major).value : std::nullopt;
+    }
+    std::optional<double> MczRd() const
+    {
+        return IsValid() ? EC3::MczRd(m_section, m_strength, m_minor).value : std::nullopt;
+    }
+    std::optional<double> VczRd() const { return IsValid() ? EC3::VczRd(m_section, m_strength).value : std::nullopt; }
+    std::optional<double> VcyRd() const { return IsValid() ? EC3::VcyRd(m_section, m_strength).value : std::nullopt; }
 
     /// EN 1993-1-5 5.2: of webs, and of the walls across, that buckle in shear, stiffened at supports only; nothing where they do not.
     std::optional<double> VbwRd() const;
