@@ -28,10 +28,8 @@ constexpr double NONE_BESIDE = 1e4;
 // Shorter pieces, as a share of the length, are summed up at places: by parts their integrals are small differences.
 constexpr double LONG_PIECE = 0.1;
 
-template <int Terms>
-using SmallMatrix = Eigen::Matrix<double, Terms, Terms>;
-template <int Terms>
-using SmallVector = Eigen::Matrix<double, Terms, 1>;
+using SmallMatrix = Eigen::Matrix<double, Eigen::Dynamic, Eigen::Dynamic, Eigen::ColMajor, MANY, MANY>;
+using SmallVector = Eigen::Matrix<double, Eigen::Dynamic, 1, Eigen::ColMajor, MANY, 1>;
 
 // Gauss and Legendre's places on (-1, 1), from the middle outwards, and weights.
 constexpr std::array<double, 4> PLACES{0.1834346424956498, 0.5255324099163290, 0.7966664774136267, 0.9602898564975363};
@@ -141,11 +139,11 @@ std::optional<double> UniformCompression(const Layout& unit)
 }
 
 // The potential ½ yᵀ (1 - λ H - λ² B) y, scaled so that the stiffness is 1.
-template <int Terms>
 class Potential {
 public:
-    Potential(const Layout& unit, const SectionConstants& section) :
-        m_section(section), m_start(unit.stations.front().x), m_length(unit.stations.back().x - m_start)
+    Potential(const Layout& unit, const SectionConstants& section, int terms) :
+        m_section(section), m_start(unit.stations.front().x), m_length(unit.stations.back().x - m_start),
+        m_terms(terms), m_linear(SmallMatrix::Zero(terms, terms)), m_quadratic(SmallMatrix::Zero(terms, terms))
     {
         for (std::size_t i = 0; i < unit.pieces.size(); ++i)
             AddPiece(unit.pieces[i], unit.stations[i].x, unit.stations[i + 1].x);
@@ -158,14 +156,17 @@ public:
     bool IsEven() const { return m_isEven; }
 
     /// The smallest factor above zero of the first terms, of the loads as they are (sign 1) or all turned (-1); infinite where there is none, not-a-number where
-    /// it is not found. `shape` is near its shape, and becomes it.
-    template <int First>
-    double Smallest(double sign, SmallVector<First>& shape) const
+    /// it is not found. `shape` is that of fewer terms, or empty, and becomes that of this factor.
+    double Smallest(int terms, double sign, SmallVector& shape) const
     {
-        const SmallMatrix<First> H = sign * m_linear.template topLeftCorner<First, First>();
-        const SmallMatrix<First> B = m_quadratic.template topLeftCorner<First, First>();
+        const SmallMatrix H = sign * m_linear.topLeftCorner(terms, terms);
+        const SmallMatrix B = m_quadratic.topLeftCorner(terms, terms);
+        const auto known = shape.size();
+        shape.conservativeResize(terms);
+        for (auto i = known; i < terms; ++i)
+            shape[i] = known > 0 ? 0.0 : 1.0 / static_cast<double>((i + 1) * (i + 1));
         double lambda = Rayleigh(H, B, shape);
-        for (int i = 0; i < 2; ++i) {
+        for (int i = 0; i < (known > 0 ? 1 : 3); ++i) {
             shape = (H * shape + lambda * (B * shape)).eval();
             shape.normalize();
             lambda = Rayleigh(H, B, shape);
@@ -175,8 +176,7 @@ public:
 
 private:
     // The positive root of 1 - λ h - λ² b for the vector's h and b.
-    template <int First>
-    static double Rayleigh(const SmallMatrix<First>& H, const SmallMatrix<First>& B, const SmallVector<First>& y)
+    static double Rayleigh(const SmallMatrix& H, const SmallMatrix& B, const SmallVector& y)
     {
         const double k = y.squaredNorm();
         const double h = y.dot(H * y);
@@ -186,16 +186,14 @@ private:
     }
 
     // Inverse iteration at shifts that lie below the smallest factor, which a factorisation of the potential there proves.
-    template <int First>
-    static double Refined(const SmallMatrix<First>& H, const SmallMatrix<First>& B, SmallVector<First>& y,
-                          double lambda)
+    static double Refined(const SmallMatrix& H, const SmallMatrix& B, SmallVector& y, double lambda)
     {
         constexpr int MOST_ROUNDS = 60;
         const auto factorised = [&](double at) {
-            return Eigen::LLT<SmallMatrix<First>>(SmallMatrix<First>::Identity() - at * H - at * at * B);
+            return Eigen::LLT<SmallMatrix>(SmallMatrix::Identity(H.rows(), H.cols()) - at * H - at * at * B);
         };
         double shift = 0.9 * lambda;
-        Eigen::LLT<SmallMatrix<First>> factors = factorised(shift);
+        Eigen::LLT<SmallMatrix> factors = factorised(shift);
         for (int i = 0; factors.info() != Eigen::Success && i < MOST_ROUNDS; ++i) {
             shift *= 0.7;
             factors = factorised(shift);
@@ -215,7 +213,7 @@ private:
                 shift *= 0.95;
                 factors = factorised(shift);
             }
-            y += SmallVector<First>::Ones();
+            y += SmallVector::Ones(y.size());
         }
         return std::nan("");
     }
@@ -224,7 +222,7 @@ private:
     {
         const double length = to - from;
         if (length >= LONG_PIECE * m_length) return AddByParts(piece, from, length);
-        const int cells = std::max(1, static_cast<int>(std::ceil(Terms * length / (1.5 * m_length))));
+        const int cells = std::max(1, static_cast<int>(std::ceil(m_terms * length / (1.5 * m_length))));
         const double half = 0.5 / cells;
         for (int cell = 0; cell < cells; ++cell)
             for (std::size_t k = 0; k < PLACES.size(); ++k)
@@ -250,7 +248,7 @@ private:
         const ByParts torques({piece.torque * length});
         const double turn = std::numbers::pi * length / m_length;
         Waves first((from - m_start) / m_length), last((from + length - m_start) / m_length);
-        for (std::size_t k = 0; k <= 2 * static_cast<std::size_t>(Terms); ++k, first.Next(), last.Next()) {
+        for (std::size_t k = 0; k <= 2 * static_cast<std::size_t>(m_terms); ++k, first.Next(), last.Next()) {
             const double beta = static_cast<double>(k) * turn;
             m_squares[k] += squares.Times(beta, first, last);
             if (!isLinear) continue;
@@ -286,7 +284,7 @@ private:
         const double first = CosineOfHalfTurns((x - m_start) / m_length);
         double before = first;
         double now = 1.0;
-        for (std::size_t k = 0; k <= 2 * static_cast<std::size_t>(Terms); ++k) {
+        for (std::size_t k = 0; k <= 2 * static_cast<std::size_t>(m_terms); ++k) {
             use(k, now);
             const double next = 2.0 * first * now - before;
             before = now;
@@ -299,15 +297,15 @@ private:
     // From sin i sin j = (cos(i - j) - cos(i + j))/2 and cos i cos j = (cos(i - j) + cos(i + j))/2.
     void Fill()
     {
-        std::array<double, Terms> scale{};
-        for (int i = 0; i < Terms; ++i) {
+        std::array<double, MANY> scale{};
+        for (int i = 0; i < m_terms; ++i) {
             const double k2 = Wave(i) * Wave(i);
             const double stiffness =
                 0.5 * m_length * k2 * (m_section.G * m_section.It + k2 * m_section.E * m_section.Iw);
             scale[static_cast<std::size_t>(i)] = 1.0 / std::sqrt(stiffness);
         }
-        for (int j = 0; j < Terms; ++j)
-            for (int i = j; i < Terms; ++i) {
+        for (int j = 0; j < m_terms; ++j)
+            for (int i = j; i < m_terms; ++i) {
                 const auto less = static_cast<std::size_t>(i - j);
                 const auto more = less + 2 * static_cast<std::size_t>(j + 1);
                 const double scaled = 0.5 * scale[static_cast<std::size_t>(i)] * scale[static_cast<std::size_t>(j)];
@@ -318,41 +316,36 @@ private:
         m_isEven = m_linear.isZero(0.0);
     }
 
-    using Cosines = std::array<double, static_cast<std::size_t>(2 * Terms + 1)>;
+    using Cosines = std::array<double, static_cast<std::size_t>(2 * MANY + 1)>;
 
     const SectionConstants& m_section;
     double m_start;
     double m_length;
+    int m_terms;
     // Integrals of the work with cos(k θ): M²/(E Iz), loads times their heights, βz M.
     Cosines m_squares{}, m_torques{}, m_wagners{};
-    SmallMatrix<Terms> m_linear = SmallMatrix<Terms>::Zero();
-    SmallMatrix<Terms> m_quadratic = SmallMatrix<Terms>::Zero();
+    SmallMatrix m_linear;
+    SmallMatrix m_quadratic;
     bool m_isEven = false;
 };
 
 // The factor of one sign from a longer and a shorter series. None where it is not finite or they differ too much.
-template <int Fewer, int More>
-std::optional<Factor> FactorOf(const Potential<More>& potential, double sign)
+std::optional<Factor> FactorOf(const Potential& potential, int fewer, int more, double sign)
 {
-    SmallVector<Fewer> first;
-    for (int i = 0; i < Fewer; ++i)
-        first[i] = 1.0 / ((i + 1) * (i + 1));
-    const double rough = potential.Smallest(sign, first);
-    SmallVector<More> shape = SmallVector<More>::Zero();
-    shape.template head<Fewer>() = first;
-    const double lambda = potential.Smallest(sign, shape);
+    SmallVector shape;
+    const double rough = potential.Smallest(fewer, sign, shape);
+    const double lambda = potential.Smallest(more, sign, shape);
     const double error = CAUTION * std::abs(rough / lambda - 1.0) + ITERATION;
     if (!(std::isfinite(lambda) && error <= LARGEST_ESTIMATE)) return std::nullopt;
     return Factor{lambda, error};
 }
 
-template <int Fewer, int More>
-std::optional<Factors> FactorsOf(const Layout& unit, const SectionConstants& section)
+std::optional<Factors> FactorsOf(const Layout& unit, const SectionConstants& section, int fewer, int more)
 {
-    const Potential<More> potential(unit, section);
-    const auto positive = FactorOf<Fewer, More>(potential, 1.0);
+    const Potential potential(unit, section, more);
+    const auto positive = FactorOf(potential, fewer, more, 1.0);
     if (!positive) return std::nullopt;
-    const auto negative = potential.IsEven() ? positive : FactorOf<Fewer, More>(potential, -1.0);
+    const auto negative = potential.IsEven() ? positive : FactorOf(potential, fewer, more, -1.0);
     if (!negative) return std::nullopt;
     Factors factors{positive, Factor{-negative->lambda, negative->error}};
     if (positive->lambda > NONE_BESIDE * negative->lambda) factors.positive.reset();
@@ -370,8 +363,8 @@ std::optional<Factors> FactorsBySeries(const Layout& unit, const SectionConstant
         return Factors{Factor{StrutForceBetweenForks(section, length) / *compression}, std::nullopt};
     }
     if (!HasNoAxialForce(unit)) return std::nullopt;
-    if (const auto factors = FactorsOf<FEW, SOME>(unit, section)) return factors;
-    return FactorsOf<SOME, MANY>(unit, section);
+    if (const auto factors = FactorsOf(unit, section, FEW, SOME)) return factors;
+    return FactorsOf(unit, section, SOME, MANY);
 }
 
 } // namespace Keltrix::Stability
