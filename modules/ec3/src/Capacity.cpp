@@ -100,7 +100,7 @@ std::optional<double> SectionCapacity::AtOwnClass(Axis axis, double L) const
 
 std::optional<double> SectionCapacity::NbTRd(double L) const
 {
-    if (!IsValid() || m_section.IsHollow() || !(m_compression.A > 0.0)) return std::nullopt;
+    if (!IsValid() || m_section.IsHollow()) return std::nullopt;
     return Nb(Axis::T, L, m_compression.A);
 }
 
