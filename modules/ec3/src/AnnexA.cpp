@@ -26,7 +26,8 @@ struct Plasticity {
     double bLT, cLT, dLT, eLT;
 };
 
-double AxisFactor(double chi, double share) { return share < 1.0 ? (1.0 - share) / (1.0 - chi * share) : 0.0; }
+// Below the critical force.
+double AxisFactor(double chi, double share) { return (1.0 - share) / (1.0 - chi * share); }
 
 // Cmy and CmLT where lateral-torsional buckling amplifies the moment.
 void SetMomentFactors(const AnnexAInput& i, AnnexAFactors& f, double aLT)
@@ -119,7 +120,7 @@ DeflectedMoments MemberCheck::DeflectedOver(const MomentDiagram& moments, double
     const bool leftLarger = std::abs(p.left) >= std::abs(p.right);
     const double ends = leftLarger ? p.left : p.right;
     if (p.linear) {
-        d.psi = ends != 0.0 ? (leftLarger ? p.right : p.left) / ends : 1.0;
+        d.psi = (leftLarger ? p.right : p.left) / ends;
         return d;
     }
     d.shape = std::numbers::pi * std::numbers::pi * LargestDeflection(moments, from, to) / std::abs(p.largest);

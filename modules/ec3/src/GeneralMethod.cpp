@@ -21,10 +21,11 @@ double InPlaneAmplifier(const InPlaneInput& input)
         scaled.ny *= amplifier;
         scaled.nz *= amplifier;
         const double kyy = AnnexB(scaled).kyy;
-        return scaled.ny + kyy * amplifier * input.moment <= 1.0 && amplifier * (input.axial + input.moment) <= 1.0;
+        return scaled.ny + kyy * amplifier * input.moment <= 1.0;
     };
     const double least = std::max(input.factors.ny, input.axial + input.moment);
     if (!(least > 0.0)) return std::numeric_limits<double>::infinity();
+    // Up to where the cross-section, or the strut alone, reaches 1.
     double low = 0.0, high = 1.0 / least;
     for (int i = 0; i < 60; ++i) {
         const double middle = 0.5 * (low + high);
@@ -71,8 +72,8 @@ void MemberCheck::CheckByGeneralMethod(Combination& c)
     if (m_in.lengthOverride)
         return leave(L"lengths are given, and the analysis knows the supports of the member alone");
     if (y.open && c.Ny > 0.0) return leave(y.open);
+    // A tube of class 4, which has neither a modulus nor an area.
     if (!(c.MyRk > 0.0)) return leave(m_class.effective.refusalY);
-    if (!(m_class.A > 0.0)) return leave(m_class.effective.refusalA);
     if (!m_loaded) m_loaded = Analyse(false, 0.0, true);
     if (const wchar_t* const why = CriticalFactorOver(c.start, c.end, g.criticalFactor)) return leave(why);
     InPlaneInput in;

@@ -18,7 +18,7 @@ double CorrectionFactor(const Design::MomentDiagram& moments, double from, doubl
     const MomentPattern p = PatternOf(moments, from, to);
     const bool leftLarger = std::abs(p.left) >= std::abs(p.right);
     const double ends = leftLarger ? p.left : p.right;
-    if (!p.linear || ends == 0.0) return 1.0;
+    if (!p.linear) return 1.0;
     return std::min(1.0, 1.0 / (1.33 - 0.33 * (leftLarger ? p.right : p.left) / ends));
 }
 
