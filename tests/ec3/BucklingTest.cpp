@@ -213,6 +213,95 @@ TEST(Buckling, LateralCurvesFollowTheDepthToWidthRatio)
     EXPECT_FALSE(LateralRuleOf(s, UkAnnex()));
 }
 
+// Table 6.2, each row in both columns of grades.
+TEST(Buckling, CompressionCurvesOfTable62)
+{
+    SectionProperties s;
+    const auto curves = [&](Grade grade) {
+        const AxisCurves c = CompressionCurves(s, grade);
+        return std::wstring(CurveName(c.y)) + L" " + CurveName(c.z);
+    };
+    const auto rolled = [&](double h, double b, double tf, Grade grade) {
+        s.shape = Shape::I;
+        s.fabrication = Fabrication::Rolled;
+        s.D = h, s.B = s.B2 = b, s.T = s.T2 = tf;
+        return curves(grade);
+    };
+    EXPECT_EQ(rolled(0.450, 0.190, 0.040, Grade::S355), L"a b");
+    EXPECT_EQ(rolled(0.450, 0.190, 0.040, Grade::S460), L"a0 a0");
+    EXPECT_EQ(rolled(0.450, 0.190, 0.041, Grade::S420), L"b c");
+    EXPECT_EQ(rolled(0.450, 0.190, 0.041, Grade::S460), L"a a");
+    EXPECT_EQ(rolled(0.360, 0.300, 0.100, Grade::S235), L"b c") << "h/b of 1.2";
+    EXPECT_EQ(rolled(0.360, 0.300, 0.100, Grade::S460), L"a a");
+    EXPECT_EQ(rolled(0.360, 0.300, 0.101, Grade::S275), L"d d");
+    EXPECT_EQ(rolled(0.360, 0.300, 0.101, Grade::S460), L"c c");
+    const auto made = [&](Shape shape, Fabrication fabrication, double h, double b, double t, Grade grade) {
+        s.shape = shape;
+        s.fabrication = fabrication;
+        s.D = h, s.B = s.B2 = b, s.T = s.T2 = t, s.t = 0.010;
+        return curves(grade);
+    };
+    EXPECT_EQ(made(Shape::I, Fabrication::Welded, 0.4, 0.3, 0.040, Grade::S460), L"b c");
+    EXPECT_EQ(made(Shape::UnequalI, Fabrication::Welded, 0.4, 0.3, 0.041, Grade::S355), L"c d");
+    EXPECT_EQ(made(Shape::RHS, Fabrication::Rolled, 0.4, 0.3, 0.010, Grade::S355), L"a a");
+    EXPECT_EQ(made(Shape::CHS, Fabrication::Rolled, 0.4, 0.4, 0.010, Grade::S460), L"a0 a0");
+    EXPECT_EQ(made(Shape::RHS, Fabrication::Formed, 0.4, 0.3, 0.010, Grade::S460), L"c c");
+    EXPECT_EQ(made(Shape::CHS, Fabrication::Welded, 0.4, 0.4, 0.010, Grade::S355), L"c c");
+    // Welded boxes: thick welds of walls below 30 t cannot be excluded.
+    EXPECT_EQ(made(Shape::RHS, Fabrication::Welded, 0.4, 0.4, 0.010, Grade::S355), L"b b");
+    EXPECT_EQ(made(Shape::RHS, Fabrication::Welded, 0.4, 0.29, 0.010, Grade::S355), L"c c");
+    EXPECT_EQ(made(Shape::RHS, Fabrication::Welded, 0.29, 0.4, 0.010, Grade::S355), L"c c");
+    for (const Grade grade : {Grade::S275, Grade::S460}) {
+        EXPECT_EQ(made(Shape::Angle, Fabrication::Rolled, 0.1, 0.1, 0.010, grade), L"b b");
+        EXPECT_EQ(made(Shape::Channel, Fabrication::Rolled, 0.2, 0.1, 0.010, grade), L"c c");
+        EXPECT_EQ(made(Shape::Tee, Fabrication::Welded, 0.2, 0.1, 0.010, grade), L"c c");
+    }
+}
+
+// Tables 6.3 and 6.4 where 6.3.2.3 does not hold: rolled I sections curve a up to h/b of 2 and b beyond, welded ones c and d, others d. A choice of a
+// country may have any curve, and 6.3.2.2 beyond its second ratio.
+TEST(Buckling, LateralCurvesOfTheGeneralCase)
+{
+    Annex annex = UkAnnex();
+    annex.rolled.firstRatio = 1.0;
+    annex.rolled.firstCurve = L'a';
+    annex.rolled.secondRatio = 1.5;
+    annex.rolled.lastCurve = 0;
+    SectionProperties s;
+    const auto rule = [&](double ratio, Fabrication fabrication, const Annex& with) {
+        s.fabrication = fabrication;
+        s.B = s.B2 = 0.2, s.D = 0.2 * ratio;
+        return LateralRuleOf(s, with).value();
+    };
+    EXPECT_EQ(rule(1.0, Fabrication::Rolled, annex).curve, Curve::A);
+    EXPECT_STREQ(rule(1.0, Fabrication::Rolled, annex).clause, L"6.3.2.3");
+    const LateralRule stocky = rule(2.0, Fabrication::Rolled, annex);
+    EXPECT_STREQ(stocky.clause, L"6.3.2.2");
+    EXPECT_EQ(stocky.curve, Curve::A);
+    EXPECT_EQ(stocky.lambda0, 0.2);
+    EXPECT_EQ(stocky.beta, 1.0);
+    EXPECT_FALSE(stocky.isModified);
+    EXPECT_EQ(rule(2.1, Fabrication::Rolled, annex).curve, Curve::B);
+    EXPECT_EQ(rule(3.2, Fabrication::Welded, annex).curve, Curve::D);
+    s.shape = Shape::UnequalI;
+    EXPECT_EQ(rule(2.0, Fabrication::Welded, annex).curve, Curve::C);
+    EXPECT_EQ(rule(2.0, Fabrication::Rolled, annex).curve, Curve::A);
+    s.shape = Shape::Channel;
+    EXPECT_STREQ(rule(2.0, Fabrication::Rolled, UkAnnex()).clause, L"6.3.2.3");
+    EXPECT_EQ(rule(2.0, Fabrication::Rolled, UkAnnex()).curve, Curve::D);
+    EXPECT_STREQ(rule(2.0, Fabrication::Rolled, RecommendedAnnex()).clause, L"6.3.2.2");
+    EXPECT_EQ(rule(2.0, Fabrication::Rolled, RecommendedAnnex()).curve, Curve::D);
+    s.shape = Shape::RHS;
+    EXPECT_STREQ(rule(2.0, Fabrication::Rolled, UkAnnex()).clause, L"6.3.2.3");
+    EXPECT_STREQ(rule(2.0, Fabrication::Rolled, RecommendedAnnex()).clause, L"6.3.2.2");
+    // A box no higher than wide that thick flanges make stiffer about y-y.
+    s.Ix = 2e-4, s.Iy = 1e-4;
+    EXPECT_STREQ(rule(1.0, Fabrication::Welded, UkAnnex()).clause, L"6.3.2.2");
+    s.Ix = 1e-4;
+    s.D = s.B;
+    EXPECT_FALSE(LateralRuleOf(s, UkAnnex()));
+}
+
 // y0 = 0: flexure and torsion by themselves, the smaller one; otherwise below both, and a root of the characteristic equation
 // β N² - (Ny + NT) N + Ny NT = 0.
 TEST(Buckling, TorsionalFlexuralForceSolvesItsEquation)
@@ -323,4 +412,13 @@ TEST(Buckling, AMomentBetweenEndAndMiddleCounts)
     // Where the end is the largest, the table alone: αs = 0.
     p.left = p.right = p.largest = 60e3;
     EXPECT_NEAR(EquivalentMomentFactor(p), 0.4, 1e-12);
+}
+
+// Table B.3 where nothing stands in its rows: no moment at all, and moments that vanish at both ends and in the middle. There the larger of both
+// readings counts, 1.0, whatever the moments between.
+TEST(Buckling, EquivalentMomentFactorsWithoutMomentsAtTheEnds)
+{
+    EXPECT_DOUBLE_EQ(EquivalentMomentFactor({0.0, 0.0, 0.0, true}), 1.0);
+    EXPECT_DOUBLE_EQ(EquivalentMomentFactor({0.0, 0.0, 0.0, false, true, false, 1.0}), 1.0);
+    EXPECT_DOUBLE_EQ(EquivalentMomentFactor({0.0, 0.0, 0.0, false, false, true, -1.0}), 1.0);
 }

@@ -8,6 +8,7 @@
 #include <map>
 
 #include "PublishedRows.h"
+#include "keltrix/ec3/Critical.h"
 #include "keltrix/ec3/DesignCode.h"
 #include "keltrix/ec3/SteelMemberEC3.h"
 
@@ -149,4 +150,83 @@ TEST(Capacity, HasNothingOfWhatIsRefused)
     EXPECT_EQ(table.refusal, CString(SectionRefusal(formed)));
     EXPECT_TRUE(table.crossSection.empty());
     EXPECT_TRUE(table.buckling.empty());
+}
+
+// Without a length nothing buckles: A fy and Wpl fy. UB 457x191x67 in S275: 85.51 cm² and 1471 cm³.
+TEST(Capacity, OfNoLengthIsThatOfTheCrossSection)
+{
+    const SectionCapacity c(CSection(L"UB 457x191x67"), CSteelGrade(L"S275", 0.0, 0.0, 0.0, 1.0), UkAnnex());
+    EXPECT_NEAR(c.MbRd(0.0, 1.0).value() / 1e3, 404.5, 0.5);
+    const SectionCapacity column(CSection(L"UC 254x254x89"), CSteelGrade(L"S275", 0.0, 0.0, 0.0, 1.0), UkAnnex());
+    for (const std::optional<double>& N : {column.NbyRd(0.0), column.NbzRd(0.0), column.NbTRd(0.0)})
+        EXPECT_NEAR(N.value() / 1e3, 113.3 * 26.5, 3.0);
+}
+
+// A tube of class 4 (323.9/5 = 64.8 above 90 ε² = 59.6) is for EN 1993-1-6; tension and shear have their resistances all the same. Tubes do not buckle laterally
+// or by twist.
+TEST(Capacity, OfSlenderTubesIsThatOfTensionAndShear)
+{
+    const CSteelGrade s275(L"S275", 0.0, 0.0, 0.0, 1.0);
+    const SectionCapacity slender(CSection(L"CHS 323.9x5"), CSteelGrade(L"S355", 0.0, 0.0, 0.0, 1.0), UkAnnex());
+    ASSERT_TRUE(slender.IsValid());
+    EXPECT_EQ(slender.Compression().cls, 4);
+    const double A = 3.14159265358979 * 318.9 * 5.0; // mm²
+    EXPECT_NEAR(slender.NplRd().value(), A * 355.0, 1e-3 * A * 355.0);
+    EXPECT_NEAR(slender.VczRd().value(), 2.0 * A / 3.14159265358979 * 355.0 / std::sqrt(3.0), 1e-3 * A * 355.0);
+    for (const auto& value : {slender.McyRd(), slender.MczRd(), slender.NbyRd(3.0), slender.NbzRd(3.0),
+                              slender.NbTRd(3.0), slender.MbRd(3.0, 1.0), slender.VbwRd(), slender.VbwyRd()})
+        EXPECT_EQ(value, std::nullopt);
+    const SectionCapacity stocky(CSection(L"CHS 168.3x10"), s275, UkAnnex());
+    EXPECT_EQ(stocky.MbRd(10.0, 1.0), stocky.McyRd());
+    EXPECT_EQ(stocky.NbTRd(3.0), std::nullopt);
+    // An unequal angle of class 4 (20 above 15 ε = 12.2) has no moment, and so none to buckle under.
+    const SectionCapacity angle(CSection(L"L 200x100x10"), CSteelGrade(L"S355", 0.0, 0.0, 0.0, 1.0), UkAnnex());
+    ASSERT_EQ(angle.MajorBending().cls, 4);
+    EXPECT_EQ(angle.McyRd(), std::nullopt);
+    EXPECT_EQ(angle.MbRd(3.0, 1.0), std::nullopt);
+}
+
+// With either flange compressed the smaller critical moment counts, and no factor of the tables: a tee's stem in compression.
+TEST(Capacity, OfSectionsWithoutSymmetryTakesTheWeakerFlange)
+{
+    const SectionCapacity tee(CSection(L"T 229x191x49"), CSteelGrade(L"S275", 0.0, 0.0, 0.0, 1.0), UkAnnex());
+    const Section& s = tee.Section();
+    const double Mcr = std::min(UniformMcr(s, 210e9, 81e9, 6.0, true), UniformMcr(s, 210e9, 81e9, 6.0, false));
+    const double MRk = tee.McyRd().value();
+    // 6.3.2.2, curve d.
+    const double l = std::sqrt(MRk / Mcr), phi = 0.5 * (1.0 + 0.76 * (l - 0.2) + l * l);
+    EXPECT_NEAR(tee.MbRd(6.0, 1.0).value(), std::min(1.0, 1.0 / (phi + std::sqrt(phi * phi - l * l))) * MRk,
+                1e-6 * MRk);
+    EXPECT_EQ(tee.MbRd(6.0, 1.5), std::nullopt);
+}
+
+// Walls b = 1200 of 10 mm across, hw 1160: λ̄w = 116/(86.4*0.8253) = 1.627 (fy 345), χw 0.510: 2357 kN, beside Vpl; and along, h 600 of 20 mm, none.
+TEST(Capacity, TellsOfWallsThatBuckleInShear)
+{
+    const auto table =
+        Code().Capacities(CSection(L"BOX 600x1200x20x10"), CSteelGrade(L"S355", 0.0, 0.0, 0.0, 1.0), {4.0}, {});
+    const auto value = [&](const std::wstring& symbol) {
+        for (const auto& entry : table.crossSection)
+            if (entry.resistance.symbol == symbol) return entry.resistance.value;
+        return 0.0;
+    };
+    EXPECT_NEAR(value(L"VbwyRd") / 1e3, 2357.0, 5.0);
+    EXPECT_EQ(value(L"VbwRd"), 0.0);
+    ASSERT_EQ(table.notes.size(), 1u);
+    EXPECT_GE(CString(table.notes[0]).Find(L"VcyRd is not reached"), 0);
+    EXPECT_TRUE(table.bearing.empty()) << "EN 1993-1-5 6 is for webs of I and H sections";
+}
+
+// An angle has its own axes, and no moments reduced by an axial force.
+TEST(Capacity, NamesTheAxesOfAngles)
+{
+    const auto table =
+        Code().Capacities(CSection(L"L 100x100x10"), CSteelGrade(L"S275", 0.0, 0.0, 0.0, 1.0), {2.0}, {});
+    ASSERT_EQ(table.classes.size(), 3u);
+    EXPECT_EQ(CString(table.classes[0].state), L"in bending about u-u");
+    EXPECT_EQ(CString(table.classes[1].state), L"about v-v");
+    ASSERT_EQ(table.buckling.size(), 4u);
+    EXPECT_STREQ(table.buckling[0].symbol, L"NbuRd");
+    EXPECT_STREQ(table.buckling[1].symbol, L"NbvRd");
+    EXPECT_TRUE(table.reduced.empty());
 }

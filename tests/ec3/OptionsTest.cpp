@@ -455,3 +455,236 @@ TEST(SimpleColumn, TellsThatItWasNotLookedAt)
     EXPECT_EQ(reason(unequal, L"6.3.4"), L"6.3.4 is evaluated for doubly symmetric sections alone");
     EXPECT_EQ(unequal.Rule(L"6.3.3 (6.61)").status, CheckStatus::NotEvaluated);
 }
+
+// Held at both ends about both axes, by points and by nothing else: what is held along, ends of sway and ends that are not held have (6.61) and (6.62).
+TEST(SimpleColumn, IsHeldAboutBothAxesAtItsEnds)
+{
+    const std::wstring notHeld = L"it is not held about both axes at the same places, and nowhere between them";
+    const auto refusal = [](const wchar_t* left, const wchar_t* right, const wchar_t* along, double N, double Mz) {
+        DesignTest::Member m;
+        AddPoint(m, 0.0, left);
+        AddPoint(m, 4.0, right);
+        AddSubSpan(m, 0.0, 0.0, 10e3, 10e3, along);
+        m.subSpans[0].SetForcesAll({-N, 0.0, 0.0}, {-N, 0.0, 0.0});
+        m.subSpans[0].SetMomentsAll({0.0, 10e3, Mz}, {0.0, 10e3, Mz});
+        return RefusalOf(Checked(m, L"UC 254x254x89", L"S355", false, SimpleColumns()));
+    };
+    EXPECT_EQ(refusal(L"Pinned", L"Pinned", DECK, 300e3, 0.0), notHeld) << "z-z along its length";
+    EXPECT_EQ(refusal(L"Pinned", L"Pinned", L"MAJV", 300e3, 0.0), notHeld) << "y-y along its length";
+    EXPECT_EQ(refusal(L"Fixed", L"F1L F2L TR", L"Free", 300e3, 0.0), notHeld) << "sway about y-y";
+    EXPECT_EQ(refusal(L"Fixed", L"MAJV TR", L"Free", 300e3, 0.0), notHeld) << "sway about z-z";
+    // Without compression ends that are not held do not matter to (6.61); the rule is none of moments alone.
+    EXPECT_EQ(refusal(L"Pinned", L"F1L F2L TR", L"Free", -300e3, 5e3), notHeld);
+    EXPECT_EQ(refusal(L"Pinned", L"Pinned", L"Free", -300e3, 5e3), L"it is not in compression all along");
+}
+
+// Two storeys, each by its own forces, and the moments that the floor brings in between them. The lower one is the first.
+TEST(SimpleColumn, TakesEachStoreyByItself)
+{
+    DesignTest::Member m;
+    for (const double x : {0.0, 3.0, 8.0})
+        AddPoint(m, x, L"Pinned");
+    AddSubSpan(m, 0, 0, 0, 0);
+    AddSubSpan(m, 0, 0, 0, 0);
+    m.subSpans[0].SetForcesAll({-900e3, 0.0, 8e3}, {-900e3, 0.0, 8e3});
+    m.subSpans[0].SetMomentsAll({0.0, 0.0, 0.0}, {0.0, 24e3, 0.0});
+    m.subSpans[1].SetForcesAll({-500e3, 0.0, 4e3}, {-500e3, 0.0, 4e3});
+    m.subSpans[1].SetMomentsAll({0.0, -20e3, 0.0}, {0.0, 0.0, 0.0});
+    const Checked c(m, L"UC 254x254x89", L"S355", true, SimpleColumns());
+    const auto valueOver = [&](const std::wstring& symbol, double start) {
+        for (const Design::SpanFinding& s : c.findings.spans)
+            if (s.resistance.symbol == symbol && s.start == start) return s.resistance.value;
+        return std::nan("");
+    };
+    std::vector<RuleFinding> rows;
+    for (const RuleFinding& f : c.findings.rules)
+        if (f.clause == std::wstring(L"NCCI SN048")) rows.push_back(f);
+    ASSERT_EQ(rows.size(), 2u);
+    EXPECT_NEAR(rows[0].utilisation, 900e3 / valueOver(L"NbzRd", 0.0) + 24e3 / valueOver(L"MbRd", 0.0), 1e-9);
+    EXPECT_NEAR(rows[1].utilisation, 500e3 / valueOver(L"NbzRd", 3.0) + 20e3 / valueOver(L"MbRd", 3.0), 1e-9);
+    EXPECT_GT(valueOver(L"NbzRd", 0.0), valueOver(L"NbzRd", 3.0));
+}
+
+// A load across one storey, and an open end beside it: where the rule was looked at is told, and that it was not elsewhere.
+TEST(SimpleColumn, TellsWhereItWasLookedAt)
+{
+    DesignTest::Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddPoint(m, 4.0, L"Pinned");
+    AddPoint(m, 6.0, L"MAJV TR");
+    AddSubSpan(m, 0, 0, 0, 0);
+    AddSubSpan(m, 0, 0, 0, 0);
+    // A parabola over 4 m, 10 kN/m; a line beyond, without moments at the end.
+    m.subSpans[0].SetForcesAll({-300e3, 0.0, -15e3}, {-300e3, 0.0, 25e3});
+    m.subSpans[0].SetMomentsAll({0.0, 0.0, 0.0}, {0.0, 20e3, 0.0});
+    m.subSpans[1].SetForcesAll({-300e3, 0.0, -10e3}, {-300e3, 0.0, -10e3});
+    m.subSpans[1].SetMomentsAll({0.0, 20e3, 0.0}, {0.0, 0.0, 0.0});
+    const Checked c(m, L"UC 254x254x89", L"S355", false, SimpleColumns());
+    EXPECT_EQ(RefusalOf(c), L"its moments are not linear between the floors");
+    EXPECT_EQ(std::wstring(c.Rule(L"NCCI SN048").reason),
+              L"no length of the member at which the rule was looked at meets its conditions");
+    EXPECT_EQ(c.findings.status, Design::Status::NotChecked);
+}
+
+// What is beyond the critical force of twist alone: no finite moment in (6.61), though the flexural ones are far away.
+TEST(AnnexA, HasNoMomentBeyondTheForceOfTwist)
+{
+    AnnexAInput i = ElasticStrut(0.5, 0.9, 0.5, 0.1);
+    i.NcrZ = 10.0;
+    i.NcrT = 0.4;
+    i.lambda0 = 1.0;
+    const AnnexAFactors f = AnnexA(i);
+    EXPECT_EQ(f.CmLT, NEVER);
+    EXPECT_EQ(f.k.kyy, NEVER);
+    EXPECT_TRUE(std::isfinite(f.k.kzz));
+}
+
+// What the tables of Annex A do not have is told.
+TEST(AnnexA, IsForDoublySymmetricSectionsAndKnownMoments)
+{
+    const auto reason = [](const DesignTest::Member& m, const wchar_t* section) {
+        const Checked c(m, section, L"S355", false, With(InteractionMethod::AnnexA));
+        EXPECT_EQ(c.Rule(L"6.3.3 (6.61)").status, CheckStatus::NotEvaluated);
+        EXPECT_FALSE(c.passed);
+        return std::wstring(c.Rule(L"6.3.3 (6.61)").reason);
+    };
+    EXPECT_EQ(reason(Column(3.0, 100e3, 5e3, 0.0), L"PFC 200x90x30"),
+              L"Annex A is evaluated for doubly symmetric sections alone");
+    // A restraint of the compressed flange that changes its flange with the moment: no uniform moment has it.
+    DesignTest::Member turning;
+    AddPoint(turning, 0.0, L"Pinned");
+    AddPoint(turning, 6.0, L"Pinned");
+    AddSubSpan(turning, 10e3, 10e3, -30e3, 30e3, L"FCL");
+    turning.subSpans[0].SetForcesAll({-200e3, 0.0, 10e3}, {-200e3, 0.0, 10e3});
+    EXPECT_EQ(reason(turning, L"UC 254x254x89"),
+              L"Annex A needs the critical moment under uniform moment, which is not found here");
+}
+
+// Class 3, held along: Cyy is 1, kyy = Cmy μy/(1 - N/Ncr,y) with Cmy = 0.79 + 0.21 ψ + 0.36 (ψ - 0.33) N/Ncr,y, ψ = -0.4 with the larger moment
+// at either end. UC 152x152x23 in S355: c/t = (152.2 - 5.8 - 15.2)/13.6 = 9.65 above 10 ε = 8.14, below 14 ε.
+TEST(AnnexA, OfClass3HasNoPlasticFactors)
+{
+    for (const bool leftLarger : {true, false}) {
+        const double left = leftLarger ? 15e3 : -6e3, right = leftLarger ? -6e3 : 15e3;
+        DesignTest::Member m;
+        AddPoint(m, 0.0, L"Pinned");
+        AddPoint(m, 4.0, L"Pinned");
+        AddSubSpan(m, 0, 0, 0, 0, DECK);
+        const double V = (right - left) / 4.0;
+        m.subSpans[0].SetForcesAll({-200e3, 0.0, V}, {-200e3, 0.0, V});
+        m.subSpans[0].SetMomentsAll({0.0, left, 0.0}, {0.0, right, 0.0});
+        const Checked c(m, L"UC 152x152x23", L"S355", false, With(InteractionMethod::AnnexA));
+        ASSERT_EQ(c.member.SectionClass(), 3);
+        const double share = 200e3 / c.Value(L"NcrY"), chi = c.Value(L"chiY");
+        const double Cmy = 0.79 - 0.21 * 0.4 + 0.36 * (-0.4 - 0.33) * share;
+        EXPECT_NEAR(c.Value(L"kyy"), Cmy * (1.0 - share) / (1.0 - chi * share) / (1.0 - share), 1e-9);
+    }
+}
+
+// Tension with moments about both axes: without compression Cmz = 0.79 + 0.21 ψ = 0.79 is the whole of kzz, whether or not the end is held along the web.
+TEST(AnnexA, OfNoCompressionHasTheMomentsAlone)
+{
+    DesignTest::Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddPoint(m, 4.0, L"F1L F2L TR");
+    AddSubSpan(m, 0, 0, 0, 0);
+    m.subSpans[0].SetForcesAll({10e3, -0.25e3, 2.5e3}, {10e3, -0.25e3, 2.5e3});
+    m.subSpans[0].SetMomentsAll({0.0, 0.0, 0.0}, {0.0, 10e3, 1e3});
+    const Checked open(m, L"UC 152x152x23", L"S355", false, With(InteractionMethod::AnnexA));
+    EXPECT_TRUE(open.Rule(L"6.3.3 (6.62)").WasEvaluated());
+    EXPECT_NEAR(open.Value(L"kzz"), 0.79, 1e-9);
+}
+
+// UC 254x254x89 in S355 under 300 kN and a moment at one end, in parts of a member that each have their own factors.
+TEST(GeneralMethod, TakesEachLengthByItself)
+{
+    DesignTest::Member m;
+    for (const double x : {0.0, 3.0, 8.0})
+        AddPoint(m, x, L"Pinned");
+    AddSubSpan(m, 8e3, 8e3, 0.0, 24e3);
+    AddSubSpan(m, -4e3, -4e3, 20e3, 0.0);
+    m.subSpans[0].SetForcesAll({-900e3, 0.0, 8e3}, {-900e3, 0.0, 8e3});
+    m.subSpans[1].SetForcesAll({-500e3, 0.0, -4e3}, {-500e3, 0.0, -4e3});
+    const Checked c(m, L"UC 254x254x89", L"S355", true, With(InteractionMethod::General));
+    std::vector<RuleFinding> rows;
+    for (const RuleFinding& f : c.findings.rules)
+        if (f.clause == std::wstring(L"6.3.4")) rows.push_back(f);
+    ASSERT_EQ(rows.size(), 2u);
+    // The closed form of each: (1 - α N/Ncr,z)(1 - α N/Ncr,T) = (α C M/Mcr)² with C M between a third and the whole of the larger moment.
+    const auto basis = SectionOf(L"UC 254x254x89").basis;
+    const auto step = [](const RuleFinding& f, const std::wstring& symbol) {
+        for (const Design::Step& s : f.steps)
+            if (s.symbol == symbol) return s.value;
+        return std::nan("");
+    };
+    const double N[] = {900e3, 500e3}, M[] = {24e3, 20e3}, L[] = {3.0, 5.0};
+    for (const std::size_t k : {0u, 1u}) {
+        const double Nz = FlexuralNcr(210e9, basis.Iy, L[k]), Nt = TorsionalNcr(basis, 210e9, 81e9, L[k]);
+        const double Mcr = ElasticMoment(basis, 210e9, 81e9, L[k], 1.0);
+        const auto factor = [&](double share) {
+            double low = 0.0, high = std::min(Nz, Nt) / N[k];
+            for (int i = 0; i < 100; ++i) {
+                const double a = 0.5 * (low + high);
+                ((1.0 - a * N[k] / Nz) * (1.0 - a * N[k] / Nt) > std::pow(a * share * M[k] / Mcr, 2.0) ? low : high) =
+                    a;
+            }
+            return low;
+        };
+        EXPECT_GT(step(rows[k], L"αcr,op"), factor(1.0));
+        EXPECT_LT(step(rows[k], L"αcr,op"), factor(1.0 / 3.0));
+    }
+    // Ten times the forces fail by ten times the utilisation of the cross-section at least.
+    Scale(m, 10.0);
+    EXPECT_EQ(Checked(m, L"UC 254x254x89", L"S355", false, With(InteractionMethod::General)).Rule(L"6.3.4").status,
+              CheckStatus::Failed);
+}
+
+// What can be neither held nor analysed.
+TEST(GeneralMethod, TellsWhyItIsOpen)
+{
+    const auto rule = [](const DesignTest::Member& m, const wchar_t* section) {
+        const Checked c(m, section, L"S355", false, With(InteractionMethod::General));
+        EXPECT_FALSE(c.passed);
+        return c.Rule(L"6.3.4");
+    };
+    const auto between = [](const wchar_t* left, const wchar_t* right) {
+        DesignTest::Member m = Column(4.0, 200e3, 10e3, 0.0);
+        m.points[0].SetRestraint(DesignTest::Restraint(left));
+        m.points[1].SetRestraint(DesignTest::Restraint(right));
+        return m;
+    };
+    // Nothing holds it sideways at one end: it turns about the other.
+    const RuleFinding loose = rule(between(L"MAJV TR", L"MAJV TR"), L"UC 254x254x89");
+    EXPECT_EQ(loose.status, CheckStatus::Failed);
+    EXPECT_GT(loose.utilisation, 1e6);
+    // No buckling length about y-y.
+    const RuleFinding open = rule(between(L"Pinned", L"F1L F2L TR"), L"UC 254x254x89");
+    EXPECT_EQ(open.status, CheckStatus::NotEvaluated);
+    EXPECT_GE(CString(open.reason).Find(L"no buckling length follows from the restraints"), 0);
+    // Shears that do not belong to the moments.
+    DesignTest::Member unbalanced = Column(4.0, 200e3, 10e3, 0.0);
+    unbalanced.subSpans[0].SetForcesAll({-200e3, 0.0, 50e3}, {-200e3, 0.0, 50e3});
+    const RuleFinding jumps = rule(unbalanced, L"UC 254x254x89");
+    EXPECT_EQ(jumps.status, CheckStatus::NotEvaluated);
+    EXPECT_EQ(std::wstring(jumps.reason), L"the forces of a sub-span do not balance");
+    // d/t = 323.9/5 = 64.8 above 90 ε² = 59.6.
+    const RuleFinding tube = rule(Column(4.0, 200e3, 10e3, 0.0), L"CHS 323.9x5");
+    EXPECT_EQ(tube.status, CheckStatus::NotEvaluated);
+    EXPECT_EQ(std::wstring(tube.reason), L"a circular hollow section of class 4 is for EN 1993-1-6");
+}
+
+// A tube has no lateral-torsional buckling: χop is χ of z-z (curve a), λ̄op = (αult/αcr)^0.5 with αcr nearly Ncr/NEd.
+TEST(GeneralMethod, OfATubeIsThatOfFlexureAlone)
+{
+    const Checked c(Column(5.0, 200e3, 15e3, 0.0), L"CHS 168.3x10", L"S355", true, With(InteractionMethod::General));
+    const RuleFinding& f = c.Rule(L"6.3.4");
+    ASSERT_TRUE(f.WasEvaluated());
+    const double Ncr = FlexuralNcr(210e9, SectionOf(L"CHS 168.3x10").Iz, 5.0);
+    // The moment takes a share of it, at most that of a uniform one: 1 - αcr NEd/Ncr = (αcr M/Mcr)², Mcr = (Ncr G It)^0.5.
+    const double share = std::pow(c.Value(L"alphaCr") * 15e3, 2.0) / (Ncr * 81e9 * SectionOf(L"CHS 168.3x10").It);
+    EXPECT_LT(c.Value(L"alphaCr"), Ncr / 200e3);
+    EXPECT_GT(c.Value(L"alphaCr"), (1.0 - share) * Ncr / 200e3);
+    const double l = std::sqrt(c.Value(L"alphaUlt") / c.Value(L"alphaCr"));
+    const double phi = 0.5 * (1.0 + 0.21 * (l - 0.2) + l * l);
+    EXPECT_NEAR(c.Value(L"chiOp"), 1.0 / (phi + std::sqrt(phi * phi - l * l)), 1e-9);
+}
