@@ -103,8 +103,12 @@ def moment_of_flanges(wall: Wall, py: float) -> float:
     return min(b * t for b, t in wall.flanges) * wall.arm * py
 
 
-def outstand_of_flange(s: ec3.Section, b: float) -> float:
-    """Table 11: b of an outstand, from the web's middle of a rolled I section, from its face of a welded one; of channels all of it."""
-    if s.shape == "channel":
-        return b - (s.tw if s.made == "welded" else 0.0)
-    return b / 2 if s.made == "rolled" else (b - s.tw) / 2
+def is_flange_slender(s: ec3.Section, py: float, Mx: float) -> bool:
+    """Tables 11 and 12: the compressed flange is class 4. Mx above zero compresses the bottom one; of channels nothing is said."""
+    b, t = (s.b2, s.t2) if Mx > 0 else (s.b1, s.t1)
+    eps = bs.epsilon(py)
+    if s.shape == "RHS":
+        return bs.clear_width(s) / t > (35 if s.made == "formed" else 40) * eps
+    if s.shape == "I":
+        return b / 2 / t > 15 * eps if s.made == "rolled" else (b - s.tw) / 2 / t > 13 * eps
+    return False
