@@ -72,10 +72,14 @@ def walls(s: ec3.Section, py: float) -> list[Wall]:
     return found
 
 
+def thin(s: ec3.Section, py: float) -> float:
+    """4.4.5.1: d/t beyond which a web buckles in shear."""
+    return (62 if s.made == "welded" else 70) * bs.epsilon(py)
+
+
 def buckling_resistance(s: ec3.Section, wall: Wall, py: float, a: float = math.inf) -> float | None:
     """4.4.5.1 and 4.4.5.2, Vw; nothing where the web cannot buckle in shear."""
-    limit = (62 if s.made == "welded" else 70) * bs.epsilon(py)
-    if wall.d / wall.t <= limit:
+    if wall.d / wall.t <= thin(s, py):
         return None
     return wall.count * wall.d * wall.t * qw(wall.d / wall.t, py, a / wall.d)
 
