@@ -63,3 +63,60 @@ def shear_areas(s: ec3.Section) -> tuple[float, float]:
 def shear_capacities(s: ec3.Section, py: float) -> tuple[float, float]:
     along, across = shear_areas(s)
     return 0.6 * py * along, 0.6 * py * across
+
+
+def perry(py: float, pE: float, eta: float) -> float:
+    phi = (py + (eta + 1) * pE) / 2
+    return pE * py / (phi + math.sqrt(phi * phi - pE * py))
+
+
+def strut_curves(s: ec3.Section) -> tuple[str, str]:
+    """Table 23, x-x and y-y; between 40 and 50 mm both curves of rolled sections count half: here as two letters."""
+    if s.shape == "CHS" and s.made == "welded":
+        return "c", "c"  # not in the table
+    if s.shape in ("RHS", "CHS"):
+        thick = max(s.tw, s.t1) > 0.04
+        return {"rolled": ("a", "a"), "formed": ("c", "c"), "welded": ("c", "c") if thick else ("b", "b")}[s.made]
+    if s.shape != "I":
+        return "c", "c"
+    t = max(s.t1, s.t2, s.tw) * 1000
+    if s.made == "welded":
+        return ("b", "c") if t <= 40 else ("b", "d")
+    if s.h / max(s.b1, s.b2) > 1.2:
+        thin, thick_ = ("a", "b"), ("b", "c")
+    else:
+        thin, thick_ = ("b", "c"), ("c", "d")
+    if t <= 40:
+        return thin
+    if t < 50:
+        return thin[0] + thick_[0], thin[1] + thick_[1]
+    return thick_
+
+
+ROBERTSON = {"a": 2.0, "b": 3.5, "c": 5.5, "d": 8.0}
+
+
+def compressive_strength(s: ec3.Section, py: float, curve: str, slenderness: float) -> float:
+    """Annex C; welded I sections and boxes with py less 20 N/mm²."""
+    if s.made == "welded" and s.shape in ("I", "RHS"):
+        py -= 20 * MPA
+    if slenderness <= 0:
+        return py
+    pE = math.pi**2 * E / slenderness**2
+    limit = 0.2 * math.sqrt(math.pi**2 * E / py)
+    both = [perry(py, pE, max(0.0, ROBERTSON[a] * (slenderness - limit) / 1000)) for a in curve]
+    return sum(both) / len(both)
+
+
+def bending_strength(s: ec3.Section, py: float, slenderness: float) -> float:
+    """B.2.1 and B.2.2."""
+    limit = 0.4 * math.sqrt(math.pi**2 * E / py)
+    if slenderness <= limit:
+        return py
+    eta = 7 * (slenderness - limit) / 1000
+    if s.made == "welded":
+        if slenderness < 2 * limit:
+            eta *= 2
+        elif slenderness <= 3 * limit:
+            eta = 2 * 7 * limit / 1000
+    return perry(py, math.pi**2 * E / slenderness**2, eta)

@@ -9,6 +9,7 @@ from __future__ import annotations
 import math
 import random
 from collections import Counter
+from typing import Any
 
 import pytest
 import second_bs5950 as bs
@@ -66,7 +67,7 @@ def bearing_case(rng: random.Random, kinds: list[str], close: bool) -> tuple[Cas
     return built(s, name, rng.choice(GRADES), "", [ends[0], *held, ends[1]], pieces, {}), b1
 
 
-def check(case: Case, where: str, **options: float) -> tuple[Comparison, float] | None:
+def check(case: Case, where: str, **options: Any) -> tuple[Comparison, float] | None:
     py = bs.design_strength(case.section, case.grade)
     try:
         result = case.member.check("bs5950", **options)
