@@ -18,7 +18,7 @@ from test_ec3_second import cases
 
 import keltrix as kx
 
-RADII = 3e-4  # the catalogue and the check differ by 1e-4 in the radii of gyration of an angle with round toes
+RADII = 1e-3  # the radii of gyration of the catalogue and of the check differ by up to 2e-4 for angles with round toes, a resistance goes with their square
 RULES = {"x": "compression buckling, major axis", "y": "compression buckling, minor axis"}
 NAMES = {
     "L": [name for name in kx.sections if name.startswith("L ")],
