@@ -321,11 +321,11 @@ private:
             if (major) return {floored(p.rx, 1.0, 30.0)};
             return {floored(p.rv, 0.85, 15.0), floored(p.ry, 1.0, 30.0)};
         case Shape::Channel:
-            if (!major) return {floored(p.ry, 0.85, 30.0)};
-            break;
+            if (!major) return {floored(p.ry, 1.0, 30.0)};
+            return {std::max(s.LE, 0.85 * s.L) / p.rx};
         case Shape::Tee:
-            if (major) return {floored(p.rx, 0.85, 30.0)};
-            break;
+            if (major) return {floored(p.rx, 1.0, 30.0)};
+            return {std::max(s.LE, 0.85 * s.L) / p.ry};
         default:
             break;
         }

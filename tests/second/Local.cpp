@@ -229,7 +229,10 @@ Capacity MomentCapacity(const Basis& b, const Class& c, const Actions& a)
     const Section& s = b.s;
     const bool angle = s.shape == Shape::Angle;
     Capacity m;
-    const double rhoX = HighShear(std::fabs(a.Vy), b.Pvy), rhoY = HighShear(std::fabs(a.Vx), b.Pvx);
+    double rhoX = HighShear(std::fabs(a.Vy), b.Pvy), rhoY = HighShear(std::fabs(a.Vx), b.Pvx);
+    // Shear in either leg of an angle meets both principal moments; a tube knows no direction.
+    if (angle) rhoX = rhoY = std::max(rhoX, rhoY);
+    if (s.shape == Shape::Tube) rhoX = rhoY = HighShear(std::hypot(a.Vx, a.Vy), b.Pvy);
     m.lowShear = rhoX == 0.0 && rhoY == 0.0;
     m.Mcx = OneCapacity(b, c.pyrX, c.Wx, c.plasticX, ShearModulusX(s, b.p), angle ? b.p.Zu : b.p.Zx, rhoX);
     m.Mcy = OneCapacity(b, c.pyrY, c.Wy, c.plasticY, ShearModulusY(s, b.p), angle ? b.p.Zv : b.p.Zy, rhoY);
@@ -266,6 +269,11 @@ Local LocalAt(const Basis& b, const Actions& given)
     if (a.F < 0.0) u.compression = -a.F / (c.Aeff * c.pyAxial);
     u.shearMajor = std::fabs(a.Vy) / b.Pvy;
     u.shearMinor = std::fabs(a.Vx) / b.Pvx;
+    if (b.s.shape == Shape::Tube) {
+        const double whole = std::hypot(a.Vx, a.Vy) / b.Pvy;
+        u.shearMajor = a.Vy != 0.0 ? whole : 0.0;
+        u.shearMinor = a.Vx != 0.0 ? whole : 0.0;
+    }
     if (b.VwY > 0.0) u.shearBuckling = std::fabs(a.Vy) / b.VwY;
     if (b.VwX > 0.0) u.shearBuckling = std::max(u.shearBuckling, std::fabs(a.Vx) / b.VwX);
     u.momentMajor = Over(std::fabs(a.Mx), m.Mcx);
@@ -349,6 +357,22 @@ std::vector<double> Kinks(const Basis& b, int sub)
         add(q.Fz, k * b.Pvy), add(q.Fy, k * b.Pvx);
     add(q.Fz, 0.6 * b.VwY);
     add(q.Fy, 0.6 * b.VwX);
+    if (b.s.shape == Shape::Tube)
+        for (const double level : {0.6 * b.Pvy, b.Pvy}) {
+            constexpr int PARTS = 200;
+            const auto over = [&](double t) {
+                return std::hypot(q.Fz[0] + t * (q.Fz[1] - q.Fz[0]), q.Fy[0] + t * (q.Fy[1] - q.Fy[0])) > level;
+            };
+            for (int k = 0; k < PARTS; ++k) {
+                double low = double(k) / PARTS, high = double(k + 1) / PARTS;
+                if (over(low) == over(high)) continue;
+                const bool first = over(low);
+                for (int n = 0; n < 60; ++n)
+                    (over(0.5 * (low + high)) == first ? low : high) = 0.5 * (low + high);
+                for (const double near : {-1e-7, 0.0, 1e-7})
+                    places.push_back(std::clamp(L * (high + near), 0.0, L));
+            }
+        }
     // Where a moment becomes more than noise.
     const bool angle = b.s.shape == Shape::Angle;
     const double noise = 1.000001e-6 * b.steel.py;

@@ -71,10 +71,14 @@ std::vector<Compared> Compare(const BS5950::CSteelMemberBS5950& m, const Second:
     const double alone =
         Module(m, {Rule::Tension, Rule::EccentricConnection, Rule::Compression, Rule::MomentMajor, Rule::MomentMinor});
     const double aloneSecond = std::max({l.tension, l.tie, l.compression, l.momentMajor, l.momentMinor});
+    // A tube has one shear: where a component begins at 0, either row may tell it.
+    const bool isTube = m.Properties().shape == BS5950::Shape::CHS;
+    const double shear = Module(m, {Rule::ShearMajor}), shearMinor = Module(m, {Rule::ShearMinor});
     return {{"tension", Module(m, {Rule::Tension, Rule::EccentricConnection}), std::max(l.tension, l.tie)},
             {"compression", Module(m, {Rule::Compression}), l.compression},
-            {"shear major", Module(m, {Rule::ShearMajor}), l.shearMajor},
-            {"shear minor", Module(m, {Rule::ShearMinor}), l.shearMinor},
+            {"shear major", std::max(shear, isTube ? shearMinor : 0.0),
+             std::max(l.shearMajor, isTube ? l.shearMinor : 0.0)},
+            {"shear minor", isTube ? 0.0 : shearMinor, isTube ? 0.0 : l.shearMinor},
             {"shear buckling", Module(m, {Rule::ShearBuckling}), l.shearBuckling},
             {"not evaluated", NotEvaluated(m) ? 1.0 : 0.0, l.notEvaluated ? 1.0 : 0.0},
             {"moment major", Module(m, {Rule::MomentMajor}), l.momentMajor},

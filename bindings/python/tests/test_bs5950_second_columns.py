@@ -75,7 +75,8 @@ def compare(case: Case, storeys: list[tuple[float, float, bool, bool]], exact: b
         inside = [piece for piece in case.pieces if first - 1e-9 <= piece.start < last - 1e-9]
         Fc = max(-piece.N for piece in inside)
         Mx, My = (max(abs(v) for v in case.peak(i, first, last)) for i in (1, 3))
-        rows = [f for f in c.rows[TOGETHER] if f.start is not None and f.start >= first - 1e-9 and (f.end or 0.0) <= last + 1e-9 and f.status in ("passed", "failed")]
+        evaluated = [f for f in c.rows[TOGETHER] if f.status in ("passed", "failed") and f.start is not None and f.end is not None]
+        rows = [f for f in evaluated if (f.start or 0.0) >= first - 1e-9 and (f.end or 0.0) <= last + 1e-9]
         if Fc < 2e-6 * s.A * py or (Mx < 2e-6 * s.Wel_y * py and My < 2e-6 * s.Wel_z * py):
             continue
         c.hold(f"4.7.7: a row, {s.shape}", True, bool(rows))

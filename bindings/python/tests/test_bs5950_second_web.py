@@ -286,7 +286,9 @@ def compare_thickness(c: Comparison, py: float, areas: list[web.Wall], panels: l
 
 
 @pytest.mark.parametrize("seed", range(1, 3))
-@pytest.mark.parametrize("kinds, close", [(["I", "welded I", "unequal I"], False), (["channel", "welded channel"], False), (["I", "welded I", "unequal I", "channel"], True)])
+@pytest.mark.parametrize("kinds, close", [
+    (["I", "welded I", "unequal I"], False), (["channel", "welded channel"], False), (["I", "welded I", "unequal I", "channel"], True),
+])
 def test_random_webs_under_concentrated_loads(seed: int, kinds: list[str], close: bool) -> None:
     counts: Counter[str] = Counter()
     rng = random.Random(seed)

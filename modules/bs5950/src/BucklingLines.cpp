@@ -116,20 +116,26 @@ void BucklingLines::Slenderness(const SpanResult& span)
     }
     const CString length = m_fmt.Length(span.flexural.fullLength);
     const bool oneBolt = m_model.options.connection == Connection::OneBolt;
-    const bool fullLength = oneBolt || (s.shape == Shape::Angle && x);
+    // Across the gusset, and with one bolt, the whole length counts (Table 25).
+    const bool inPlane = s.shape == Shape::Channel ? x : s.shape != Shape::Angle && !x;
+    const bool fullLength = oneBolt || (s.shape == Shape::Angle ? x : !inPlane);
     const CString factor = fullLength ? L"1" : L"0.85";
     const wchar_t* const more = s.shape == Shape::Angle && !x ? L"15" : L"30";
     CString symbols, numbers;
-    symbols.Format(L"%s L/r%s, 0.7 L/r%s + %s", factor, axis, axis, more);
-    numbers.Format(L"%s * %s/%s, 0.7 * %s/%s + %s", factor, length, r, length, r, more);
+    symbols.Format(L"%s L/r%s", factor, axis);
+    numbers.Format(L"%s * %s/%s", factor, length, r);
+    if (!inPlane) {
+        symbols.AppendFormat(L", 0.7 L/r%s + %s", axis, more);
+        numbers.AppendFormat(L", 0.7 * %s/%s + %s", length, r, more);
+    }
     if (s.shape == Shape::Angle && !x) {
         const CString ry = DimensionText(s.ry);
         symbols += L", 1 L/ry, 0.7 L/ry + 30";
         numbers.AppendFormat(L", 1 * %s/%s, 0.7 * %s/%s + 30", length, ry, length, ry);
     }
     Step(L"least slenderness for the end connections", LineValue::Number(span.flexural.leastSlenderness))
-        .Formula(L"max(%s)", symbols)
-        .Values(L"max(%s)", numbers)
+        .Formula(inPlane ? L"%s" : L"max(%s)", symbols)
+        .Values(inPlane ? L"%s" : L"max(%s)", numbers)
         .Cite(L"4.7.10");
     // Two or more bolts: 0.85 L/r in place of L/r between pinned ends.
     const bool reduced = span.slenderness < span.LE / span.radius * (1.0 - 1e-12);

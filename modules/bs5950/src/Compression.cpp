@@ -213,18 +213,19 @@ void CompressionChecks::SetSlenderness(SpanResult& span) const
     };
     const double factor = oneBolt ? 1.0 : 0.85;
     const bool major = span.mode == BucklingMode::Major;
+    // In the plane of the gusset the connection holds, across it there is no gain (Table 25).
     bool hasReduction = !major;
     switch (s.shape) {
     case Shape::Angle: // 4.7.10.2: axes a-a and b-b, v-v
         span.flexural.leastSlenderness =
             major ? least(1.0, s.rx, 30.0) : std::max(least(factor, s.rv, 15.0), least(1.0, s.ry, 30.0));
         break;
-    case Shape::Channel: // 4.7.10.4
-        if (!major) span.flexural.leastSlenderness = least(factor, s.ry, 30.0);
-        break;
-    default: // 4.7.10.5
-        if (major) span.flexural.leastSlenderness = least(factor, s.rx, 30.0);
+    case Shape::Channel: // 4.7.10.4, by its web
+        span.flexural.leastSlenderness = major ? least(factor, s.rx, 0.0) : least(1.0, s.ry, 30.0);
         hasReduction = major;
+        break;
+    default: // 4.7.10.5, by its flange
+        span.flexural.leastSlenderness = major ? least(1.0, s.rx, 30.0) : least(factor, s.ry, 0.0);
         break;
     }
     if (twoBolts && hasReduction && span.flexural.lengthFactor == 1.0) span.slenderness = 0.85 * L / span.radius;

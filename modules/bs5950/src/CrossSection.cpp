@@ -82,6 +82,22 @@ std::vector<double> CrossSection::AxialThresholds() const
     }
 }
 
+ShearPair ShearAlong(const SectionProperties& s, const PositionResult& p, Axis direction)
+{
+    const bool web = direction == Axis::Y;
+    const double own = web ? p.actions.Fvy : p.actions.Fvx;
+    const bool isResultant = s.shape == Shape::CHS && own != 0.0;
+    return {isResultant ? std::hypot(p.actions.Fvx, p.actions.Fvy) : own, web ? p.Pvy : p.Pvx};
+}
+
+ShearPair ShearBesideMoment(const SectionProperties& s, const PositionResult& p, Axis moment)
+{
+    const ShearPair web{p.actions.Fvy, p.Pvy}, across{p.actions.Fvx, p.Pvx};
+    if (s.shape == Shape::CHS) return {std::hypot(web.Fv, across.Fv), p.Pvy};
+    if (s.shape == Shape::Angle) return web.Fv * across.Pv >= across.Fv * web.Pv ? web : across;
+    return moment == Axis::X ? web : across;
+}
+
 // The moments that are compared with the capacities: about the principal axes of an angle, otherwise as they are.
 void CrossSection::SetMoments(PositionResult& p) const
 {
@@ -97,15 +113,18 @@ void CrossSection::SetMoments(PositionResult& p) const
 
 void CrossSection::SetCapacities(PositionResult& p) const
 {
-    const Actions& a = p.actions;
     p.Pt = m_Pt;
-    p.eccentricTie = m_eccentricTies && a.F > 0.0;
+    p.eccentricTie = m_eccentricTies && p.actions.F > 0.0;
     if (p.eccentricTie) p.Pte = m_eccentricPt;
     p.Pz = p.cls.Aeff * p.cls.pyCompression;
     p.Pvy = m_Pvy;
     p.Pvx = m_Pvx;
-    p.Mcx = MomentCapacity(m_s, m_m, p.cls, m_design, Axis::X, a.Fvy);
-    p.Mcy = MomentCapacity(m_s, m_m, p.cls, m_design, Axis::Y, a.Fvx);
+    const auto capacity = [&](Axis moment, double ownPv) {
+        const ShearPair shear = ShearBesideMoment(m_s, p, moment);
+        return MomentCapacity(m_s, m_m, p.cls, m_design, moment, shear.Fv * ownPv / shear.Pv);
+    };
+    p.Mcx = capacity(Axis::X, p.Pvy);
+    p.Mcy = capacity(Axis::Y, p.Pvx);
     SetThinWebs(p);
 }
 
@@ -140,8 +159,12 @@ void CrossSection::SetUtilisations(PositionResult& p) const
     p.axial = p.eccentricTie ? std::max(axial, a.F / p.Pte) : axial;
     p.major = Ratio(p.momentMajor, p.Mcx);
     p.minor = Ratio(p.momentMinor, p.Mcy);
-    p.shearMajor = Ratio(a.Fvy, p.Pvy);
-    p.shearMinor = Ratio(a.Fvx, p.Pvx);
+    const auto shear = [&](Axis direction) {
+        const ShearPair pair = ShearAlong(m_s, p, direction);
+        return Ratio(pair.Fv, pair.Pv);
+    };
+    p.shearMajor = shear(Axis::Y);
+    p.shearMinor = shear(Axis::X);
     if (p.Vw > 0.0) p.shearBuckling = a.Fvy / p.Vw;
     if (p.Vwx > 0.0) p.shearBucklingX = a.Fvx / p.Vwx;
     const double combined = p.Pf > 0.0 ? std::abs(a.F) / p.Pf : axial;
@@ -152,8 +175,12 @@ void CrossSection::SetUtilisations(PositionResult& p) const
 // shear. One action by itself has nothing to be combined with, so its ratio is not raised to a power.
 bool CrossSection::MoreExactRuleServes(const PositionResult& p) const
 {
+    const auto isLow = [&](Axis moment) {
+        const ShearPair shear = ShearBesideMoment(m_s, p, moment);
+        return HighShearFactor(shear.Fv, shear.Pv) == 0.0;
+    };
     return KindsOfAction(p) > 1 && m_s.IsDoublySymmetric() && p.cls.cls <= 2 && p.Pf == 0.0 && p.axial < 1.0 &&
-           HighShearFactor(p.actions.Fvy, p.Pvy) == 0.0 && HighShearFactor(p.actions.Fvx, p.Pvx) == 0.0;
+           isLow(Axis::X) && isLow(Axis::Y);
 }
 
 void CrossSection::CombineMoreExactly(PositionResult& p) const

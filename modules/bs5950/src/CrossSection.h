@@ -48,6 +48,16 @@ private:
     double m_Vw = 0.0, m_Vwx = 0.0; ///< 0 where shear buckling need not be checked
 };
 
+/// A shear and the capacity that it is compared with, N.
+struct ShearPair {
+    double Fv = 0.0, Pv = 0.0;
+};
+/// Along one axis for 4.2.3: of a tube the resultant of both directions, 0 where none acts along this one.
+ShearPair ShearAlong(const SectionProperties& s, const PositionResult& p, Axis direction);
+/// What reduces the moment capacity about one axis in 4.2.5.3: the resultant of a tube; of an angle, whose legs both carry both principal moments,
+/// the one of the larger share.
+ShearPair ShearBesideMoment(const SectionProperties& s, const PositionResult& p, Axis moment);
+
 /// Whether clause 4.4.4.2 b leaves the moment about an axis to slender flanges, which have no capacity for it.
 bool IsLeftToSlenderFlanges(const PositionResult& p, Axis axis);
 /// How many of axial force and moments about both axes act together.

@@ -122,7 +122,9 @@ void LocalLines::ShearMajor(const PositionResult& p)
         .Values(L"0.6 * %s * %s", m_fmt.Stress(m_model.Steel().py), AreaText(m_model.Properties().Avy))
         .Lead(L"Shear along the web <i>cl. 4.2.3</i>: ")
         .Of(L"4.2.3");
-    Step(L"Fvy/Pvy", LineValue::Utilisation(p.shearMajor, true)).Values(L"%s", Ratio(p.actions.Fvy, p.Pvy)).Lead(L"\t");
+    Step(L"Fvy/Pvy", LineValue::Utilisation(p.shearMajor, true))
+        .Values(L"%s", Ratio(ShearAlong(m_model.Properties(), p, Axis::Y).Fv, p.Pvy))
+        .Lead(L"\t");
 }
 
 void LocalLines::ShearMinor(const PositionResult& p)
@@ -132,7 +134,9 @@ void LocalLines::ShearMinor(const PositionResult& p)
         .Values(L"0.6 * %s * %s", m_fmt.Stress(m_model.Steel().py), AreaText(m_model.Properties().Avx))
         .Lead(L"Shear along the flanges <i>cl. 4.2.3</i>: ")
         .Of(L"4.2.3");
-    Step(L"Fvx/Pvx", LineValue::Utilisation(p.shearMinor, true)).Values(L"%s", Ratio(p.actions.Fvx, p.Pvx)).Lead(L"\t");
+    Step(L"Fvx/Pvx", LineValue::Utilisation(p.shearMinor, true))
+        .Values(L"%s", Ratio(ShearAlong(m_model.Properties(), p, Axis::X).Fv, p.Pvx))
+        .Lead(L"\t");
 }
 
 void LocalLines::ShearBuckling(const PositionResult& p, Axis direction)
@@ -189,6 +193,7 @@ LocalLines::Bending LocalLines::BendingOf(const PositionResult& p, Axis axis) co
 {
     const SectionProperties& s = m_model.Properties();
     const bool angle = s.shape == Shape::Angle;
+    const ShearPair shear = ShearBesideMoment(s, p, axis);
     if (axis == Axis::X)
         return {axis,
                 angle ? L"Mcu" : L"Mcx",
@@ -202,8 +207,8 @@ LocalLines::Bending LocalLines::BendingOf(const PositionResult& p, Axis axis) co
                 angle ? p.cls.Wx : s.Zx,
                 s.Svx,
                 p.cls.WxIsPlastic,
-                p.actions.Fvy,
-                p.Pvy,
+                shear.Fv,
+                shear.Pv,
                 p.flangesOnly};
     return {axis,
             angle ? L"Mcv" : L"Mcy",
@@ -217,8 +222,8 @@ LocalLines::Bending LocalLines::BendingOf(const PositionResult& p, Axis axis) co
             angle ? p.cls.Wy : s.Zy,
             s.Svy,
             p.cls.WyIsPlastic,
-            p.actions.Fvx,
-            p.Pvx,
+            shear.Fv,
+            shear.Pv,
             p.flangesOnlyY};
 }
 

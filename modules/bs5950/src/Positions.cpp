@@ -150,6 +150,7 @@ std::uint64_t BranchOf(const PositionResult& p, const CrossSection& section)
     put(p.combined == p.axial, 2);
     put(a.Fvy > section.HighShearY(), 2);
     put(a.Fvx > section.HighShearX(), 2);
+    put(section.Properties().shape == Shape::CHS && std::hypot(a.Fvy, a.Fvx) > section.HighShearY(), 2);
     return branch;
 }
 
@@ -259,11 +260,15 @@ bool PositionFinder::NeedsSearch(const PositionResult* first, const PositionResu
     const Vec3<double>& r = m_actions.forceRight;
     const bool x = LargestMagnitude(m_actions.major) > 0.0;
     const bool y = LargestMagnitude(m_actions.minor) > 0.0;
-    if (larger(l.z, r.z) > m_section.HighShearY() && x) return true;
-    if (larger(l.y, r.y) > m_section.HighShearX() && y) return true;
+    const SectionProperties& s = m_section.Properties();
+    const double along = larger(l.z, r.z), across = larger(l.y, r.y);
+    // Either shear reduces either moment of an angle, and the resultant both of a tube.
+    const bool isEither = s.shape == Shape::Angle || s.shape == Shape::CHS;
+    if (along > m_section.HighShearY() && (x || (isEither && y))) return true;
+    if (across > m_section.HighShearX() && (y || (isEither && x))) return true;
+    if (s.shape == Shape::CHS && std::hypot(along, across) > m_section.HighShearY() && (x || y)) return true;
     const int kinds = (larger(l.x, r.x) > 0.0) + x + y;
     if (kinds < 2) return false;
-    const SectionProperties& s = m_section.Properties();
     if (s.shape == Shape::UnequalI || s.shape == Shape::Tee) return true;
     // The two rules of combination do not follow each other, so the worse one has to serve everywhere.
     const bool moreExact = m_section.IsMoreExact() && s.IsDoublySymmetric();
@@ -366,6 +371,10 @@ void PositionFinder::FindBreaks()
         AddRoots(m_second, 0.0);
     } else if (section.Properties().shape == Shape::CHS) {
         AddResultantBreaks();
+        // The square of the resultant shear at the square of a threshold.
+        const double dz = r.z - l.z, dy = r.y - l.y;
+        for (const double level : m_section.ShearThresholdsY())
+            AddRoots({l.z * l.z + l.y * l.y, r.z * r.z + r.y * r.y, dz * dz + dy * dy}, level * level);
     } else
         AddStressBreaks();
     std::sort(m_breaks.begin(), m_breaks.end());
