@@ -39,8 +39,8 @@ double FlangeWidth(const Section& s, const Strength& m, bool first)
 // Area that a flange of class 4 loses where it is compressed.
 double LostArea(const Section& s, const Strength& m, PlatePlace place)
 {
-    const Plate* const flange = s.Find(place);
-    return flange ? (1.0 - UniformReduction(*flange, m)) * flange->c * flange->t * flange->count : 0.0;
+    const Plate& flange = *s.Find(place);
+    return (1.0 - UniformReduction(flange, m)) * flange.c * flange.t * flange.count;
 }
 
 // Area of a flange that counts beside a fully effective web.
