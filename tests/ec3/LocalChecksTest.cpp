@@ -124,3 +124,46 @@ TEST(LocalChecks, WallsAcrossABoxThatBuckleInShearAlsoBend)
     EXPECT_EQ(Checked(Column(6.0, 0.0, 0.0, 6000e3), L"BOX 600x1200x20x10", L"S355").Rule(L"EN 1993-1-5 7.1").status,
               CheckStatus::NotApplicable);
 }
+
+// A box whose walls across are thin, bent along its webs alone: no shear acts across them, and the webs of hw/tw = 56 do not buckle.
+TEST(LocalChecks, ThinWallsAcrossWithoutShearHaveNoPart)
+{
+    const Checked c(Column(3.0, 0.0, 500e3, 0.0), L"BOX 600x1200x20x10", L"S355");
+    EXPECT_EQ(c.Rule(L"EN 1993-1-5 5").status, CheckStatus::NotApplicable);
+    EXPECT_EQ(c.Rule(L"EN 1993-1-5 7.1").status, CheckStatus::NotApplicable);
+}
+
+// I 1200x300x8x20 in S355 (fy 345), 600 kN and 2700 kNm: λw = 145/(86.4 * 0.8253) = 2.0335, χw 0.4082, Vbw 754.5 kN, η3 0.7952;
+// Mf = 6000 * 1180 * 345 = 2442.6 kNm, Mpl = (6000 * 1180 + 8 * 1160²/4) 345 = 3371.1 kNm:
+// 2700/3371.1 + (1 - 2442.6/3371.1)(2 * 0.7952 - 1)² = 0.897. A moment of 2400 kNm is below that of the flanges.
+TEST(LocalChecks, AWebThatBucklesInShearAlsoBends)
+{
+    const Checked c(Column(4.5, 0.0, 2700e3, 0.0), L"I 1200x300x8x20", L"S355", true);
+    const Design::RuleFinding& f = c.Rule(L"EN 1993-1-5 7.1");
+    EXPECT_EQ(f.status, CheckStatus::Passed);
+    EXPECT_NEAR(f.utilisation, 0.897, 0.001);
+    EXPECT_EQ(f.start, 4.5);
+    EXPECT_NEAR(StepOf(f, L"η3"), 0.7952, 0.0005);
+    EXPECT_NEAR(StepOf(f, L"MfRd") / 1e3, 2442.6, 0.5);
+    EXPECT_NEAR(StepOf(f, L"MplRd") / 1e3, 3371.1, 0.5);
+    EXPECT_NEAR(StepOf(f, L"left side"), 0.897, 0.001);
+    EXPECT_EQ(Checked(Column(4.0, 0.0, 2400e3, 0.0), L"I 1200x300x8x20", L"S355").Rule(L"EN 1993-1-5 7.1").status,
+              CheckStatus::NotApplicable);
+}
+
+// The same girder with 1000 kNm, 600 kN and 3520 kN of compression, more than its web of 9280 mm² can bear, 3201.6 kN: 7.1(5), Mf = 0.
+// n = 3520/7341.6 = 0.4795, a 0.4361, Mpl = 3371.1 (1 - 0.4795)/(1 - 0.2180) = 2244.1 kNm: 1000/2244.1 + 0.5904² = 0.794.
+// In tension the flanges keep Mf = 2442.6 (1 - 3520/4140) = 365.8 kNm: 0.4456 + (1 - 0.1630) 0.3486 = 0.737.
+TEST(LocalChecks, ACompressionThatTakesTheWebLeavesNothingToTheFlanges)
+{
+    const Checked pressed(Column(1.0 / 0.6, 3520e3, 1000e3, 0.0), L"I 1200x300x8x20", L"S355", true);
+    const Design::RuleFinding& f = pressed.Rule(L"EN 1993-1-5 7.1");
+    EXPECT_NEAR(f.utilisation, 0.794, 0.001);
+    EXPECT_EQ(StepOf(f, L"MfRd"), 0.0);
+    const Checked pulled(Column(1.0 / 0.6, -3520e3, 1000e3, 0.0), L"I 1200x300x8x20", L"S355", true);
+    EXPECT_NEAR(pulled.Rule(L"EN 1993-1-5 7.1").utilisation, 0.737, 0.001);
+    EXPECT_NEAR(StepOf(pulled.Rule(L"EN 1993-1-5 7.1"), L"MfRd") / 1e3, 365.8, 0.5);
+    EXPECT_TRUE(Checked(Column(1.0 / 0.6, -3520e3, 1000e3, 0.0), L"I 1200x300x8x20", L"S355")
+                    .Rule(L"EN 1993-1-5 7.1")
+                    .steps.empty());
+}
