@@ -439,3 +439,26 @@ TEST(Classification, HasTheEffectiveSectionOfAnEqualAngleByFibres)
     EXPECT_LT(e.Weffy, s.Welu);
     EXPECT_LT(e.Weffz, s.Welv);
 }
+
+// GI 200x60x200x2x6x60 with fy 345 (ε 0.8253), the small flange compressed: A 12628 mm², the axis 163.2 mm below the top, in the larger flange, so that
+// the whole web of 134 mm is compressed: ψ = 1 - 134/157.2 = 0.1475, kσ = 8.2/1.1975 = 6.848, λp = 67/(28.4 * 0.8253 * 2.617) = 1.0924,
+// ρ 0.7703, beff 103.2, be1 = 2 * 103.2/4.853 = 42.5 mm: 30.8 mm are lost, 63.9 mm below the top. I = 15976e4 - 611e3 - 3e3, W = 15362e3/163.7 = 93.86 cm³.
+TEST(Classification, AWebThatIsCompressedAllOverByHand)
+{
+    const Section s = SectionOf(L"GI 200x60x200x2x6x60");
+    const EffectiveSection e = MakeEffective(s, StrengthOf(345.0), {0.0, true, false, false, false});
+    EXPECT_NEAR(e.Weffy / MM3, 93.86e3, 0.05e3);
+}
+
+// ANGLE 60x120x6: the horizontal leg is the longer one. The same as with the legs exchanged, whose effective legs turn the principal axes.
+// λp = 20/(28.4 * 0.8136 * 0.6557) = 1.320, ρ = (1.320 - 0.188)/1.320² = 0.6497: of 120 mm 42.0 mm are lost.
+TEST(Classification, OfAnAngleWhoseHorizontalLegIsTheLongerOne)
+{
+    const Strength m = StrengthOf(355.0);
+    const Section lying = SectionOf(L"ANGLE 60x120x6"), standing = SectionOf(L"ANGLE 120x60x6");
+    const EffectiveSection a = MakeEffective(lying, m), b = MakeEffective(standing, m);
+    EXPECT_NEAR(a.Aeff / MM2, lying.A / MM2 - 42.0 * 6.0, 1.0);
+    EXPECT_NEAR(a.Aeff, b.Aeff, 1e-9 * b.Aeff);
+    EXPECT_NE(a.refusalY, nullptr);
+    EXPECT_NEAR(a.eNy, b.eNy, 1e-9);
+}

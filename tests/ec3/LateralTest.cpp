@@ -85,6 +85,28 @@ TEST(LateralByTables, HasC1OfTheMoments)
     EXPECT_NEAR(C1(two), 1.0, 1e-9);
 }
 
+// A load on the middle third and a couple at the middle are neither of the two single loads that tables have.
+// 20 kN/m over 2 m: 30, 50, 30 kNm, (35 * 50²/(50² + 9 * 30² + 16 * 50² + 9 * 30²))^0.5 = 1.2209.
+// A couple of 100 kNm where twist is held: 25, 50, 25 kNm, (35/(1 + 2.25 + 16 + 2.25))^0.5 = 1.2759.
+TEST(LateralByTables, HasC1OfTheQuarterPointsBesideSingleLoads)
+{
+    const auto C1 = [](const DesignTest::Member& m) { return Checked(m, UB, L"S275", true, ByTables()).Value(L"C1"); };
+    DesignTest::Member third;
+    for (const auto& [x, restraint] :
+         {std::pair(0.0, L"Pinned"), std::pair(2.0, L"Free"), std::pair(4.0, L"Free"), std::pair(6.0, L"Pinned")})
+        AddPoint(third, x, restraint);
+    AddSubSpan(third, -20e3, -20e3, 0.0, -40e3);
+    AddSubSpan(third, -20e3, 20e3, -40e3, -40e3);
+    AddSubSpan(third, 20e3, 20e3, -40e3, 0.0);
+    EXPECT_NEAR(C1(third), 1.2209, 1e-4);
+    DesignTest::Member couple;
+    for (const auto& [x, restraint] : {std::pair(0.0, L"Pinned"), std::pair(3.0, L"TR"), std::pair(6.0, L"Pinned")})
+        AddPoint(couple, x, restraint);
+    AddSubSpan(couple, 50e3 / 3.0, 50e3 / 3.0, 0.0, 50e3);
+    AddSubSpan(couple, 50e3 / 3.0, 50e3 / 3.0, -50e3, 0.0);
+    EXPECT_NEAR(C1(couple), 1.2759, 1e-4);
+}
+
 // The closed form is for forks and sections that are symmetrical about the major axis; a length without a moment needs none.
 TEST(LateralByTables, TellsWhereItDoesNotHold)
 {

@@ -167,3 +167,20 @@ TEST(LocalChecks, ACompressionThatTakesTheWebLeavesNothingToTheFlanges)
                     .Rule(L"EN 1993-1-5 7.1")
                     .steps.empty());
 }
+
+// CHS 323.9x5 in S355 is of class 4. Pulled about by nothing but compression it has no entry of moments, and where an end is not held its
+// length is what is told of it.
+TEST(LocalChecks, ASlenderTubeInCompressionAlone)
+{
+    const Checked c(Column(3.0, 300e3, 0.0, 0.0), L"CHS 323.9x5", L"S355");
+    EXPECT_EQ(c.Rule(L"6.2.4").status, CheckStatus::NotEvaluated);
+    EXPECT_EQ(std::wstring(c.Rule(L"6.3.1").reason), L"a circular hollow section of class 4 is for EN 1993-1-6");
+    EXPECT_EQ(c.Rule(L"6.3.3 (6.61)").status, CheckStatus::NotApplicable);
+    DesignTest::Member free = Column(3.0, 300e3, 0.0, 0.0);
+    free.points[1].SetRestraint(DesignTest::Restraint(L"Free"));
+    const Checked loose(free, L"CHS 323.9x5", L"S355");
+    EXPECT_EQ(loose.Rule(L"6.3.1").status, CheckStatus::NotEvaluated);
+    EXPECT_NE(std::wstring(loose.Rule(L"6.3.1").reason).find(L"effective lengths have to be given"),
+              std::wstring::npos);
+    EXPECT_FALSE(loose.passed);
+}

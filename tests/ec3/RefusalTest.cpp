@@ -76,6 +76,11 @@ TEST(Refusal, OfTheSectionAndTheGrade)
     EXPECT_GE(thick.member.GetSectionText(CDesFormat()).Find(L"the thickest element lies beyond"), 0);
 }
 
+TEST(Refusal, OfAMemberWithoutASectionIsPrinted)
+{
+    EXPECT_EQ(CSteelMemberEC3().GetSectionText(CDesFormat()), L"no section\n");
+}
+
 TEST(Refusal, OfNumbersThatAreNone)
 {
     EXPECT_EQ(ReasonOf(CheckedAfter([](CSteelMemberEC3& m) {
