@@ -559,6 +559,50 @@ TEST(Families, LateralBucklingAboutTheStrongerAxisIsOfTheLengthThatIsBent)
     EXPECT_EQ(lines, 1);
 }
 
+// A couple about z-z where the tee is free to twist, and a moment that its shear does not make, are not evaluated.
+TEST(Families, LateralBucklingAboutTheStrongerAxisIsOpenWhereTheMomentIsNotKnown)
+{
+    const auto reason = [](const DesignTest::Member& m) {
+        const Checked c(m, L"T 152x305x49", L"S355");
+        EXPECT_EQ(c.findings.status, Design::Status::NotChecked);
+        for (const RuleFinding& f : c.findings.rules)
+            if (f.topic == Design::Topic::LateralTorsional && f.status == CheckStatus::NotEvaluated)
+                return std::wstring(f.reason);
+        return std::wstring();
+    };
+    DesignTest::Member couple;
+    AddPoint(couple, 0.0, L"Pinned");
+    AddPoint(couple, 4.0, L"Free");
+    AddPoint(couple, 8.0, L"Pinned");
+    AddSubSpan(couple, 0.0, 0.0, 0.0, 0.0);
+    AddSubSpan(couple, 0.0, 0.0, 0.0, 0.0);
+    couple.subSpans[1].SetMomentsAll({0, 0, 60e3}, {0, 0, 60e3});
+    EXPECT_NE(reason(couple).find(L"the moment jumps"), std::wstring::npos);
+    DesignTest::Member unbalanced = Column(8.0, 0.0, 0.0, 60e3);
+    unbalanced.subSpans[0].SetForcesAll({0, 0, 0}, {0, 0, 0});
+    EXPECT_EQ(reason(unbalanced), L"the forces of a sub-span do not balance");
+}
+
+// A channel buckles about y-y with twist: held against twist nowhere, it has a resistance about z-z alone, and nothing for (6.61) and (6.62).
+TEST(Families, AChannelThatNothingHoldsAgainstTwistIsOpen)
+{
+    DesignTest::Member m = Column(3.0, 100e3, 0.0, 1e3);
+    for (Steel::CMemberPoint& p : m.points)
+        p.SetRestraint(DesignTest::Restraint(L"MAJV MINV"));
+    for (const InteractionMethod method : {InteractionMethod::AnnexB, InteractionMethod::AnnexA}) {
+        DesignOptions options;
+        options.interaction = method;
+        const Checked c(m, L"PFC 200x90x30", L"S355", true, options);
+        EXPECT_EQ(c.findings.status, Design::Status::NotChecked);
+        EXPECT_TRUE(std::isnan(c.Value(L"NbTRd")));
+        EXPECT_GT(c.Value(L"NbzRd"), 0.0);
+        for (const wchar_t* clause : {L"6.3.3 (6.61)", L"6.3.3 (6.62)"}) {
+            EXPECT_EQ(c.Rule(clause).status, CheckStatus::NotEvaluated);
+            EXPECT_NE(std::wstring(c.Rule(clause).reason).find(L"an end is not held"), std::wstring::npos);
+        }
+    }
+}
+
 // A tube and a box lying flat do not buckle laterally, but move where nothing holds them.
 TEST(Families, SectionsThatDoNotBuckleLaterallyAreHeldAllTheSame)
 {

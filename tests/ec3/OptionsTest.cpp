@@ -418,6 +418,23 @@ TEST(SimpleColumn, TellsWhyItIsLeft)
     EXPECT_EQ(refusal(pulled, L"UC 254x254x89"), L"it is not in compression all along");
 }
 
+// UC 254x254x89 in S355 (fy 345), 3 m, 100 kN and 1 kNm about z-z, held against twist nowhere: λz = (3909/11185)^0.5 = 0.591, χ 0.7906, Nb,z 3090 kN,
+// Mc,z = 575 * 0.345 = 198 kNm: 100/3090 + 1.5/198 = 0.0399. Buckling by twist stays open, so that it does not pass.
+TEST(SimpleColumn, DoesNotPassWhereTwistIsOpen)
+{
+    DesignTest::Member m = Column(3.0, 100e3, 0.0, 1e3);
+    for (Steel::CMemberPoint& p : m.points)
+        p.SetRestraint(DesignTest::Restraint(L"MAJV MINV"));
+    const Checked c(m, L"UC 254x254x89", L"S355", true, SimpleColumns());
+    EXPECT_NEAR(c.Rule(L"NCCI SN048").utilisation, 0.0399, 0.0001);
+    EXPECT_EQ(c.findings.status, Design::Status::NotChecked);
+    EXPECT_TRUE(c.HasOpen());
+    // Neither by Annex A, whose CmLT knows no force of twist then.
+    const Checked a(m, L"UC 254x254x89", L"S355", true, With(InteractionMethod::AnnexA));
+    EXPECT_TRUE(a.Rule(L"6.3.3 (6.62)").WasEvaluated());
+    EXPECT_EQ(a.findings.status, Design::Status::NotChecked);
+}
+
 // A moment about z-z that its shear does not make has no known course: it is not taken as linear.
 TEST(SimpleColumn, IsNoneWhereTheMomentsAreNotThoseOfTheShears)
 {
