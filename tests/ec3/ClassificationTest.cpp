@@ -7,9 +7,9 @@
 #include <cmath>
 #include <string>
 
+#include "CheckedMember.h"
 #include "Fibres.h"
 #include "PlateBuckling.h"
-#include "Sections.h"
 #include "keltrix/ec3/CrossSection.h"
 
 using namespace EC3Test;
@@ -461,4 +461,32 @@ TEST(Classification, OfAnAngleWhoseHorizontalLegIsTheLongerOne)
     EXPECT_NEAR(a.Aeff, b.Aeff, 1e-9 * b.Aeff);
     EXPECT_NE(a.refusalY, nullptr);
     EXPECT_NEAR(a.eNy, b.eNy, 1e-9);
+}
+
+// Table 5.2: both angles have a leg of h/t = 20 above 15 ε = 12.2, and (b + h)/(2t) = 15 above 11.5 ε = 9.36.
+TEST(Classification, JudgesTheLongerLegWhicheverItIs)
+{
+    for (const wchar_t* name : {L"ANGLE 60x120x6", L"ANGLE 120x60x6"}) {
+        const Classification c = Classify(SectionOf(name), StrengthOf(355.0), ClassActions::Compression(1e3));
+        EXPECT_EQ(c.cls, 4);
+        ASSERT_GE(c.count, 1);
+        EXPECT_NEAR(c.plates[0].ratio, 20.0, 1e-9);
+    }
+}
+
+// Tension alone makes no class: a tube of d/t = 64.8, class 4 in S355 under any compression, bears A fy = 5009 * 0.355 = 1778 kN.
+TEST(Classification, OfATubeInTensionAloneIsTheFirst)
+{
+    const Checked c(Column(3.0, -300e3, 0.0, 0.0), L"CHS 323.9x5", L"S355");
+    EXPECT_EQ(c.member.SectionClass(), 1);
+    EXPECT_NEAR(c.Rule(L"6.2.3").utilisation, 300.0 / 1778.0, 0.0005);
+    EXPECT_TRUE(c.passed);
+}
+
+// RHS 200x100x6.3 in S355 beside a little compression: about z-z its wider wall is the flange, c/t = 28.7 between 33 ε = 26.8 and 38 ε = 30.9; about y-y
+// the narrower one is, 12.9, and the wider one bends.
+TEST(Classification, OfABoxBesideALittleCompression)
+{
+    EXPECT_EQ(Checked(Column(3.0, 1e3, 0.0, 5e3), L"RHS 200x100x6.3", L"S355").member.SectionClass(), 2);
+    EXPECT_EQ(Checked(Column(3.0, 1e3, 5e3, 0.0), L"RHS 200x100x6.3", L"S355").member.SectionClass(), 1);
 }
