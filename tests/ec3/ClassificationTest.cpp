@@ -7,9 +7,9 @@
 #include <cmath>
 #include <string>
 
+#include "CheckedMember.h"
 #include "Fibres.h"
 #include "PlateBuckling.h"
-#include "Sections.h"
 #include "keltrix/ec3/CrossSection.h"
 
 using namespace EC3Test;
@@ -438,4 +438,55 @@ TEST(Classification, HasTheEffectiveSectionOfAnEqualAngleByFibres)
     EXPECT_NEAR((Iu + Iv) / 1e-12, 2.0 * f.SecondMoment(true), 0.015 * 2.0 * f.SecondMoment(true));
     EXPECT_LT(e.Weffy, s.Welu);
     EXPECT_LT(e.Weffz, s.Welv);
+}
+
+// GI 200x60x200x2x6x60 with fy 345 (ε 0.8253), the small flange compressed: A 12628 mm², the axis 163.2 mm below the top, in the larger flange, so that
+// the whole web of 134 mm is compressed: ψ = 1 - 134/157.2 = 0.1475, kσ = 8.2/1.1975 = 6.848, λp = 67/(28.4 * 0.8253 * 2.617) = 1.0924,
+// ρ 0.7703, beff 103.2, be1 = 2 * 103.2/4.853 = 42.5 mm: 30.8 mm are lost, 63.9 mm below the top. I = 15976e4 - 611e3 - 3e3, W = 15362e3/163.7 = 93.86 cm³.
+TEST(Classification, AWebThatIsCompressedAllOverByHand)
+{
+    const Section s = SectionOf(L"GI 200x60x200x2x6x60");
+    const EffectiveSection e = MakeEffective(s, StrengthOf(345.0), {0.0, true, false, false, false});
+    EXPECT_NEAR(e.Weffy / MM3, 93.86e3, 0.05e3);
+}
+
+// ANGLE 60x120x6: the horizontal leg is the longer one. The same as with the legs exchanged, whose effective legs turn the principal axes.
+// λp = 20/(28.4 * 0.8136 * 0.6557) = 1.320, ρ = (1.320 - 0.188)/1.320² = 0.6497: of 120 mm 42.0 mm are lost.
+TEST(Classification, OfAnAngleWhoseHorizontalLegIsTheLongerOne)
+{
+    const Strength m = StrengthOf(355.0);
+    const Section lying = SectionOf(L"ANGLE 60x120x6"), standing = SectionOf(L"ANGLE 120x60x6");
+    const EffectiveSection a = MakeEffective(lying, m), b = MakeEffective(standing, m);
+    EXPECT_NEAR(a.Aeff / MM2, lying.A / MM2 - 42.0 * 6.0, 1.0);
+    EXPECT_NEAR(a.Aeff, b.Aeff, 1e-9 * b.Aeff);
+    EXPECT_NE(a.refusalY, nullptr);
+    EXPECT_NEAR(a.eNy, b.eNy, 1e-9);
+}
+
+// Table 5.2: both angles have a leg of h/t = 20 above 15 ε = 12.2, and (b + h)/(2t) = 15 above 11.5 ε = 9.36.
+TEST(Classification, JudgesTheLongerLegWhicheverItIs)
+{
+    for (const wchar_t* name : {L"ANGLE 60x120x6", L"ANGLE 120x60x6"}) {
+        const Classification c = Classify(SectionOf(name), StrengthOf(355.0), ClassActions::Compression(1e3));
+        EXPECT_EQ(c.cls, 4);
+        ASSERT_GE(c.count, 1);
+        EXPECT_NEAR(c.plates[0].ratio, 20.0, 1e-9);
+    }
+}
+
+// Tension alone makes no class: a tube of d/t = 64.8, class 4 in S355 under any compression, bears A fy = 5009 * 0.355 = 1778 kN.
+TEST(Classification, OfATubeInTensionAloneIsTheFirst)
+{
+    const Checked c(Column(3.0, -300e3, 0.0, 0.0), L"CHS 323.9x5", L"S355");
+    EXPECT_EQ(c.member.SectionClass(), 1);
+    EXPECT_NEAR(c.Rule(L"6.2.3").utilisation, 300.0 / 1778.0, 0.0005);
+    EXPECT_TRUE(c.passed);
+}
+
+// RHS 200x100x6.3 in S355 beside a little compression: about z-z its wider wall is the flange, c/t = 28.7 between 33 ε = 26.8 and 38 ε = 30.9; about y-y
+// the narrower one is, 12.9, and the wider one bends.
+TEST(Classification, OfABoxBesideALittleCompression)
+{
+    EXPECT_EQ(Checked(Column(3.0, 1e3, 0.0, 5e3), L"RHS 200x100x6.3", L"S355").member.SectionClass(), 2);
+    EXPECT_EQ(Checked(Column(3.0, 1e3, 5e3, 0.0), L"RHS 200x100x6.3", L"S355").member.SectionClass(), 1);
 }

@@ -234,6 +234,123 @@ TEST(WebLoads, OnAPulledFlangeMeetTheCriterionOfYield)
     EXPECT_EQ(f.steps.size(), 4u);
 }
 
+// I 1200x300x8x20 in S355 (fy 345, ε 0.8253), held along, 250 kN at the middle of 8 m on 200 mm. The web is class 4 (145 > 124 ε):
+// λp = 145/(28.4*0.8253*23.9^0.5) = 1.265, ρ = 0.7216; 161.5 mm of it are lost, 331.9 mm above the middle, which lowers the axis by 21.4 mm:
+// Weff 8149 cm³ beside Wel 8697 cm³. η1 = 500/(8149*0.345) = 0.1779.
+// kF 6, Fcr = 0.9*6*210000*8³/1160 = 500.5 kN, m1 37.5, m2 67.28, le 100.8, ly = 100.8 + 20*104.78^0.5 = 305.5 mm, λF 1.298: FRd 324.8 kN.
+// With 1000 kN: λp 3.093, ρ 0.3003, Aeff = 21280 - 0.6997*9280 = 14787 mm², 1000/5101.5 = 0.1960 more.
+TEST(WebLoads, OfASlenderGirderTakeItsEffectiveSection)
+{
+    auto beam = Beam(8.0, 0.0, 250e3, DECK);
+    const Checked c(beam, L"I 1200x300x8x20", L"S355", true, Bearing(0.2));
+    ASSERT_EQ(c.member.SectionClass(), 4);
+    const RuleFinding& f = c.Rule(L"EN 1993-1-5 7.2");
+    EXPECT_EQ(f.start, 4.0);
+    EXPECT_NEAR(c.Rule(L"EN 1993-1-5 6", L"FRd").resistance / 1e3, 324.8, 0.5);
+    EXPECT_NEAR(f.utilisation, (250.0 / 324.8 + 0.8 * 0.1779) / 1.4, 1e-3);
+    for (Steel::CSubSpan& s : beam.subSpans) {
+        const Vec3<double> left = s.GetForcesLeft(), right = s.GetForcesRight();
+        s.SetForcesAll({-1000e3, left.y, left.z}, {-1000e3, right.y, right.z});
+    }
+    const Checked pressed(beam, L"I 1200x300x8x20", L"S355", false, Bearing(0.2));
+    EXPECT_NEAR(pressed.Rule(L"EN 1993-1-5 7.2").utilisation, (250.0 / 324.8 + 0.8 * (0.1779 + 0.1960)) / 1.4, 1e-3);
+}
+
+// The same girder as a cantilever of 3 m with 100 kN at 1.5 m and at the tip: the top flange is pulled at 1.5 m, 150 kNm.
+// σx = 150e6/8149e3 = 18.4 N/mm², σz = 100e3/((200 + 2*20)*8) = 52.1, τ = 200e3/9280 = 21.6:
+// (18.4² + 52.1² + 18.4*52.1 + 3*21.6²)^0.5/345 = 0.213.
+TEST(WebLoads, OnAPulledFlangeOfASlenderGirderByHand)
+{
+    DesignTest::Member m;
+    AddPoint(m, 0.0, L"Fixed");
+    AddPoint(m, 1.5, DECK);
+    AddPoint(m, 3.0, DECK);
+    AddSubSpan(m, -200e3, -200e3, 450e3, 150e3);
+    AddSubSpan(m, -100e3, -100e3, 150e3, 0.0);
+    const Checked c(m, L"I 1200x300x8x20", L"S355", false, Bearing(0.2));
+    const RuleFinding& f = c.Rule(L"EN 1993-1-5 7.2(2)");
+    EXPECT_EQ(f.start, 1.5);
+    EXPECT_NEAR(f.utilisation, 0.213, 0.001);
+}
+
+// UB 457x191x67 in S275, 200 kN at the middle of 5 m on 50 mm, with 100 kN of tension: the moment compresses the flange beneath the load, which the
+// tension does not pull then. At the ends it does: σx = 100e3/8551 = 11.7 N/mm², σz = 100e3/((50 + 12.7)*8.5) = 187.6, τ = 100e3/(428*8.5) = 27.5:
+// (11.7² + 187.6² + 11.7*187.6 + 3*27.5²)^0.5/275 = 0.725. Beneath the load σz alone would be 200e3/(75.4*8.5) = 312 N/mm².
+TEST(WebLoads, TensionBelowTheCompressionOfTheMomentPullsNoFlange)
+{
+    auto beam = Beam(5.0, 0.0, 200e3, DECK);
+    for (Steel::CSubSpan& s : beam.subSpans) {
+        const Vec3<double> left = s.GetForcesLeft(), right = s.GetForcesRight();
+        s.SetForcesAll({100e3, left.y, left.z}, {100e3, right.y, right.z});
+    }
+    const Checked c(beam, L"UB 457x191x67", L"S275", true, Bearing(0.05));
+    const RuleFinding& f = c.Rule(L"EN 1993-1-5 7.2(2)");
+    EXPECT_TRUE(f.start == 0.0 || f.start == 5.0);
+    EXPECT_NEAR(f.utilisation, 0.725, 0.002);
+    // 250 kNm over Wel fy = 1296*0.275; tension does not relieve it.
+    const double eta2 = 200e3 / FRdOf(L"UB 457x191x67", 275.0, 0.05, 2.5 - 0.025);
+    EXPECT_NEAR(c.Rule(L"EN 1993-1-5 7.2").utilisation, (eta2 + 0.8 * 250.0 / 356.4) / 1.4, 2e-3);
+}
+
+// UB 457x191x67 in S275 under 20 kN/m over 6 m, lifted by 40 kN at the middle, where 1500 kN act over 1 m: the flange that the lift presses is pulled
+// by 30 kNm and compressed by the force, η1 = 1500/(85.51*27.5) - 30/(1296*0.275) = 0.638 - 0.084.
+TEST(WebLoads, AMomentRelievesTheFlangeThatAForceCompresses)
+{
+    DesignTest::Member m;
+    const double x[] = {0.0, 2.5, 3.0, 3.5, 6.0};
+    const double M[] = {0.0, -37.5e3, -30e3, -37.5e3, 0.0};
+    for (int i = 0; i < 5; ++i)
+        AddPoint(m, x[i], i == 0 || i == 4 ? L"Pinned" : L"Free");
+    AddSubSpan(m, -40e3, 10e3, M[0], M[1], DECK);
+    AddSubSpan(m, 10e3, 20e3, M[1], M[2], DECK);
+    AddSubSpan(m, -20e3, -10e3, M[2], M[3], DECK);
+    AddSubSpan(m, -10e3, 40e3, M[3], M[4], DECK);
+    for (const std::size_t k : {1u, 2u}) {
+        Steel::CSubSpan& s = m.subSpans[k];
+        const Vec3<double> l = s.GetForcesLeft(), r = s.GetForcesRight();
+        s.SetForcesAll({-1500e3, l.y, l.z}, {-1500e3, r.y, r.z});
+    }
+    const Checked c(m, L"UB 457x191x67", L"S275", false, Bearing(0.05));
+    const RuleFinding& f = c.Rule(L"EN 1993-1-5 7.2");
+    EXPECT_EQ(f.start, 3.0);
+    const double eta2 = 40e3 / FRdOf(L"UB 457x191x67", 275.0, 0.05, 3.0 - 0.025, false);
+    EXPECT_NEAR(f.utilisation, (eta2 + 0.8 * (0.638 - 0.084)) / 1.4, 1e-3);
+}
+
+// GI 400x200x120x8x15x12 in S275, 100 kN at the middle of 4 m on 50 mm: the reaction of 50 kN presses the smaller flange. hw 373, kF = 2 + 6*50/373 = 2.804,
+// Fcr = 727.5 kN, m1 15, m2 = 0.02*(373/12)² = 19.3, le 50, ly = 50 + 12*34.3^0.5 = 120.3 mm, λF 0.603, χF 0.829: FRd 219.4 kN.
+// Beneath the load m1 25, m2 12.4, ly = 50 + 30*(1 + 37.4^0.5) = 263.4 mm, Fcr 1557 kN, χF 0.820: 474.9 kN.
+TEST(WebLoads, PressTheFlangeThatTheyLieOn)
+{
+    const Checked c(Beam(4.0, 0.0, 100e3, DECK), L"GI 400x200x120x8x15x12", L"S275", true, Bearing(0.05));
+    const RuleFinding& f = c.Rule(L"EN 1993-1-5 6", L"FRd");
+    EXPECT_TRUE(f.start == 0.0 || f.start == 4.0);
+    EXPECT_NEAR(f.resistance / 1e3, 219.4, 0.5);
+    EXPECT_NEAR(f.utilisation, 50.0 / 219.4, 1e-3);
+    // Turned over, 190 kN press the smaller flange far from the ends: ly = 50 + 24*(1 + 34.3^0.5) = 214.6 mm, χF 0.908: 428.6 kN. At the ends
+    // le 50, ly = 50 + 15*(12.5 + 11.1 + 12.4)^0.5 = 140.0 mm, χF 0.7685: 236.7 kN, used less by 95 kN.
+    const Checked over(Beam(4.0, 0.0, 190e3, DECK), L"GI 400x120x200x8x12x15", L"S275", false, Bearing(0.05));
+    EXPECT_NEAR(over.Rule(L"EN 1993-1-5 6", L"FRd").resistance / 1e3, 428.6, 0.5);
+    EXPECT_EQ(over.Rule(L"EN 1993-1-5 6", L"FRd").start, 2.0);
+}
+
+// Supports that hold the member in the direction of the web alone hold no flange: no load has a resistance.
+TEST(WebLoads, ThatNothingHoldsAreEachOpen)
+{
+    DesignTest::Member m = Beam(3.0, 0.0, 20e3);
+    m.points.front().SetRestraint(DesignTest::Restraint(L"MAJV"));
+    m.points.back().SetRestraint(DesignTest::Restraint(L"MAJV"));
+    const Checked c(m, L"UB 457x191x67", L"S275", false, Bearing(0.05));
+    int open = 0;
+    for (const RuleFinding& f : c.findings.rules)
+        if (f.clause == std::wstring(L"EN 1993-1-5 6")) {
+            ++open;
+            EXPECT_EQ(f.status, CheckStatus::NotEvaluated);
+        }
+    EXPECT_EQ(open, 3);
+    EXPECT_FALSE(c.passed);
+}
+
 // Uplift of the same size has the same web, mirrored.
 TEST(WebLoads, AreMirroredWithTheLoad)
 {

@@ -337,3 +337,14 @@ TEST(CrossSection, HasTheTensionResistanceOfItsNetArea)
     EXPECT_EQ(*NtRd(s, m, s.A).value, *NplRd(s, m).value);
     EXPECT_EQ(*NtRd(s, m, 0.7 * s.A).value, *NuRd(m, 0.7 * s.A).value);
 }
+
+// RHS 200x100x6.3 with fy 460 is class 3 about z-z, 28.7 between 38 ε = 27.2 and 42 ε = 30.0: it has (1 - ρ) Wel fy there, whichever wall is sheared.
+TEST(CrossSection, LosesItsElasticMomentAsAWholeInClass3)
+{
+    const Section s = SectionOf(L"RHS 200x100x6.3");
+    const Strength m = StrengthOf(460.0);
+    const Classification c = Classify(s, m, ClassActions::Minor());
+    ASSERT_EQ(c.cls, 3);
+    EXPECT_NEAR(*MzVRd(s, m, c, 0.0, 0.3).value, 0.7 * s.Welz * 460e6, 1e-6 * s.Welz * 460e6);
+    EXPECT_NEAR(*MzVRd(s, m, c, 0.3, 0.1).value, 0.7 * s.Welz * 460e6, 1e-6 * s.Welz * 460e6);
+}

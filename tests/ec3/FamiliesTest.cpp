@@ -160,6 +160,31 @@ TEST(Families, AngleInBendingByHand)
     EXPECT_FALSE(off.passed);
 }
 
+// The angle with a support at the middle of 4 m, bent in its second half alone: with a fork there Mcr is that of 2 m, without a hold against twist that of
+// 4 m, 23.10 kNm: λLT = (10.90/23.10)^0.5 = 0.687, φ 0.921, χLT 0.652: 7.11 kNm.
+TEST(Families, AnAngleBucklesLaterallyBetweenItsForks)
+{
+    const auto checked = [](const wchar_t* middle) {
+        DesignTest::Member m;
+        AddPoint(m, 0.0, L"Pinned");
+        AddPoint(m, 2.0, middle);
+        AddPoint(m, 4.0, L"Pinned");
+        AddSubSpan(m, 0.0, 0.0, 0.0, 0.0);
+        AddSubSpan(m, 1e3, 1e3, 0.0, 2e3);
+        return Checked(m, L"L 100x100x10", L"S275", true);
+    };
+    const Checked fork = checked(L"Pinned");
+    EXPECT_NEAR(fork.Rule(L"6.3.2").utilisation, 1.414 / 8.605, 0.001);
+    EXPECT_EQ(fork.Rule(L"6.3.2").start, 2.0);
+    int applied = 0;
+    for (const RuleFinding& f : fork.findings.rules)
+        applied += f.topic == Design::Topic::LateralTorsional && f.WasEvaluated();
+    EXPECT_EQ(applied, 1) << "no moment in the first half";
+    const Checked free = checked(L"MAJV MINV");
+    EXPECT_NEAR(free.Value(L"Mcr") / 1e3, 23.10, 0.05);
+    EXPECT_NEAR(free.Rule(L"6.3.2").utilisation, 1.414 / 7.11, 0.001);
+}
+
 // L 100x100x10 in S275, 3 m, 80 kN. Iu 280.4, Iv 73.02 cm⁴: Ncr,u 645.7, Ncr,v 168.2 kN; curve b, λv = (526.8/168.2)^0.5 = 1.770, φ 2.333, χ 0.2595: 136.7 kN.
 TEST(Families, AngleInCompressionByHand)
 {
@@ -491,6 +516,90 @@ TEST(Families, LateralBucklingAboutTheStrongerAxisIsToldWhereItIsHeld)
         EXPECT_EQ(parts[k].end - parts[k].start, 2.0);
         EXPECT_EQ(std::wstring(parts[k].reason),
                   L"moments about z-z, the stiffer axis: held along the web and against twist along its length");
+    }
+}
+
+// T 152x305x49 of 8 m with its lengths given: Mcr as above, with the lengths of y-y and of twist.
+TEST(Families, LateralBucklingAboutTheStrongerAxisOverGivenLengths)
+{
+    auto member = Column(8.0, 0.0, 0.0, 80e3);
+    member.subSpans[0].SetForcesAll({0, 0, 0}, {0, 0, 0});
+    member.subSpans[0].SetMomentsAll({0, 0, 80e3}, {0, 0, 80e3});
+    const Checked c(member, L"T 152x305x49", L"S355", true, {}, -1, UkAnnex(), GivenLengths(8.0, 1.0, 8.0));
+    const RuleFinding& f = c.Rule(L"6.3.2", L"MbzRd");
+    EXPECT_NEAR(f.slenderness, 0.92, 0.01);
+    EXPECT_NEAR(f.resistance / (85e3 * 0.510), 1.0, 0.02);
+    ASSERT_FALSE(f.steps.empty());
+    EXPECT_EQ(std::wstring(f.steps[0].symbol), L"Mcr");
+    const auto basis = SectionOf(L"T 152x305x49").basis;
+    // E Iy along the web, whatever the axis is called: π² E Iy/L² (G It), a tee has next to no Iw.
+    EXPECT_NEAR(f.steps[0].value, std::sqrt(FlexuralNcr(210e9, basis.Ix, 8.0) * 81e9 * basis.J),
+                0.01 * f.steps[0].value);
+}
+
+// A length beside it that has no moment about z-z has no line of its own; it can only help.
+TEST(Families, LateralBucklingAboutTheStrongerAxisIsOfTheLengthThatIsBent)
+{
+    DesignTest::Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddPoint(m, 8.0, L"Pinned");
+    AddPoint(m, 10.0, L"Pinned");
+    AddSubSpan(m, 0.0, 0.0, 0.0, 0.0);
+    AddSubSpan(m, 0.0, 0.0, 0.0, 0.0);
+    m.subSpans[0].SetMomentsAll({0, 0, 60e3}, {0, 0, 60e3});
+    const Checked c(m, L"T 152x305x49", L"S355");
+    int lines = 0;
+    for (const RuleFinding& f : c.findings.rules)
+        if (f.symbol == std::wstring(L"MbzRd")) {
+            ++lines;
+            EXPECT_EQ(f.start, 0.0);
+            EXPECT_EQ(f.end, 8.0);
+            EXPECT_GT(f.resistance, 0.98 * 85e3 * 0.510);
+        }
+    EXPECT_EQ(lines, 1);
+}
+
+// A couple about z-z where the tee is free to twist, and a moment that its shear does not make, are not evaluated.
+TEST(Families, LateralBucklingAboutTheStrongerAxisIsOpenWhereTheMomentIsNotKnown)
+{
+    const auto reason = [](const DesignTest::Member& m) {
+        const Checked c(m, L"T 152x305x49", L"S355");
+        EXPECT_EQ(c.findings.status, Design::Status::NotChecked);
+        for (const RuleFinding& f : c.findings.rules)
+            if (f.topic == Design::Topic::LateralTorsional && f.status == CheckStatus::NotEvaluated)
+                return std::wstring(f.reason);
+        return std::wstring();
+    };
+    DesignTest::Member couple;
+    AddPoint(couple, 0.0, L"Pinned");
+    AddPoint(couple, 4.0, L"Free");
+    AddPoint(couple, 8.0, L"Pinned");
+    AddSubSpan(couple, 0.0, 0.0, 0.0, 0.0);
+    AddSubSpan(couple, 0.0, 0.0, 0.0, 0.0);
+    couple.subSpans[1].SetMomentsAll({0, 0, 60e3}, {0, 0, 60e3});
+    EXPECT_NE(reason(couple).find(L"the moment jumps"), std::wstring::npos);
+    DesignTest::Member unbalanced = Column(8.0, 0.0, 0.0, 60e3);
+    unbalanced.subSpans[0].SetForcesAll({0, 0, 0}, {0, 0, 0});
+    EXPECT_EQ(reason(unbalanced), L"the forces of a sub-span do not balance");
+}
+
+// A channel buckles about y-y with twist: held against twist nowhere, it has a resistance about z-z alone, and nothing for (6.61) and (6.62).
+TEST(Families, AChannelThatNothingHoldsAgainstTwistIsOpen)
+{
+    DesignTest::Member m = Column(3.0, 100e3, 0.0, 1e3);
+    for (Steel::CMemberPoint& p : m.points)
+        p.SetRestraint(DesignTest::Restraint(L"MAJV MINV"));
+    for (const InteractionMethod method : {InteractionMethod::AnnexB, InteractionMethod::AnnexA}) {
+        DesignOptions options;
+        options.interaction = method;
+        const Checked c(m, L"PFC 200x90x30", L"S355", true, options);
+        EXPECT_EQ(c.findings.status, Design::Status::NotChecked);
+        EXPECT_TRUE(std::isnan(c.Value(L"NbTRd")));
+        EXPECT_GT(c.Value(L"NbzRd"), 0.0);
+        for (const wchar_t* clause : {L"6.3.3 (6.61)", L"6.3.3 (6.62)"}) {
+            EXPECT_EQ(c.Rule(clause).status, CheckStatus::NotEvaluated);
+            EXPECT_NE(std::wstring(c.Rule(clause).reason).find(L"an end is not held"), std::wstring::npos);
+        }
     }
 }
 

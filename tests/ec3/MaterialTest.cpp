@@ -102,3 +102,21 @@ TEST(Material, KnowsGradesByTheirNames)
     EXPECT_EQ(GradeFromName(L"S450"), Grade::None);
     EXPECT_EQ(GradeFromName(L"S355X"), Grade::None);
 }
+
+// EN 10210-1, the lower of fine grain qualities of hollow sections; Table 3.1 of hollow sections; beyond the tables, and for no thickness, none.
+TEST(Material, OfHollowSectionsHasTheLowerFigures)
+{
+    const auto made = [](const wchar_t* grade, double mm, Fabrication fabrication, const Annex& annex) {
+        return MakeMaterial(CSteelGrade(CString(grade), 0.0, 0.0, 0.0, 1.0), mm / 1000.0, true, fabrication, annex);
+    };
+    EXPECT_DOUBLE_EQ(made(L"S420", 50.0, Fabrication::Rolled, UkAnnex()).fy, 390e6);
+    EXPECT_DOUBLE_EQ(made(L"S420", 50.0, Fabrication::Rolled, UkAnnex()).fu, 500e6);
+    EXPECT_DOUBLE_EQ(made(L"S460", 40.0, Fabrication::Rolled, UkAnnex()).fy, 440e6);
+    EXPECT_DOUBLE_EQ(made(L"S460", 40.0, Fabrication::Rolled, UkAnnex()).fu, 530e6);
+    EXPECT_FALSE(made(L"S460", 66.0, Fabrication::Rolled, UkAnnex()).IsValid());
+    EXPECT_DOUBLE_EQ(made(L"S235", 50.0, Fabrication::Rolled, RecommendedAnnex()).fu, 340e6);
+    EXPECT_DOUBLE_EQ(made(L"S420", 20.0, Fabrication::Rolled, RecommendedAnnex()).fu, 520e6);
+    EXPECT_DOUBLE_EQ(made(L"S460", 20.0, Fabrication::Formed, RecommendedAnnex()).fu, 530e6);
+    for (const double thickness : {0.0, -10.0, std::nan("")})
+        EXPECT_FALSE(made(L"S355", thickness, Fabrication::Rolled, UkAnnex()).IsValid());
+}

@@ -69,6 +69,25 @@ TEST(Member, ColumnWithMomentsAboutBothAxesByHand)
     EXPECT_EQ(c.findings.Governing()->clause, std::wstring(L"6.3.3 (6.62)"));
 }
 
+// The same column with a couple at its middle, where twist is held: nothing below it, 20 kNm above. Table B.3 with Ms = Mh and ψ = 0: αs = 1, Cmy = 1.0;
+// kyy = 1 + (0.4534 - 0.2) 0.442 = 1.112. The course upside down has the same.
+TEST(Member, ACoupleAtTheMiddleHasTheFactorOfItsLargerSide)
+{
+    for (const bool above : {true, false}) {
+        DesignTest::Member m;
+        AddPoint(m, 0.0, L"Pinned");
+        AddPoint(m, 2.25, L"TR");
+        AddPoint(m, 4.5, L"Pinned");
+        for (const bool isSecond : {false, true}) {
+            const double My = isSecond == above ? 20e3 : 0.0;
+            AddSubSpan(m, 0.0, 0.0, My, My);
+            m.subSpans.back().SetForcesAll({-1200e3, 0.0, 0.0}, {-1200e3, 0.0, 0.0});
+        }
+        const Checked c(m, L"UC 254x254x89", L"S275");
+        EXPECT_NEAR(c.Value(L"kyy"), 1.112, 0.001) << above;
+    }
+}
+
 // Closed forms: uniform moment exactly; uniform load at the shear centre with C1 = 1.127 within 1 %.
 TEST(Member, ElasticMomentsAreThoseOfTheClosedForms)
 {

@@ -72,6 +72,84 @@ TEST(NationalChoices, OfAFileAreTaken)
     EXPECT_EQ(told, 2);
 }
 
+// Each word and number that a file may give is what the member's annex says then, and stands in its list.
+TEST(NationalChoices, EachCanBeGiven)
+{
+    const auto& described = Code().Description().nationalChoices;
+    const auto given = [&](std::size_t place, double value, std::size_t annex) {
+        Design::CodeSettings settings;
+        settings.annex = annex;
+        settings.nationalChoices.assign(described.size(), std::nan(""));
+        settings.nationalChoices[place] = value;
+        auto member = Code().NewMember(settings);
+        const Annex& taken = dynamic_cast<CSteelMemberEC3&>(member->Member()).NationalAnnex();
+        EXPECT_EQ(taken.given, std::vector<std::size_t>{place});
+        return NationalChoices(taken).at(place);
+    };
+    for (const std::size_t annex : {0u, 1u})
+        for (std::size_t i = 0; i < described.size(); ++i) {
+            const Design::NationalChoice& choice = described[i];
+            for (std::size_t word = 0; word < choice.values.size(); ++word)
+                EXPECT_EQ(given(i, static_cast<double>(word + 1), annex).word, CString(choice.values[word].name));
+            if (choice.values.empty()) {
+                EXPECT_EQ(given(i, choice.least, annex).value, choice.least);
+                EXPECT_TRUE(given(i, choice.least, annex).word.IsEmpty());
+                EXPECT_EQ(given(i, choice.most, annex).value, choice.most);
+            }
+        }
+    // A ratio without a bound reads "any".
+    for (const NationalChoice& choice : NationalChoices(RecommendedAnnex())) {
+        if (choice.name == std::wstring(L"rolled sections: h/b up to which the second curve holds")) {
+            EXPECT_EQ(choice.word, CString(L"any"));
+        }
+    }
+}
+
+// The settings of a program become the options of the member.
+TEST(DesignCode, SettingsBecomeOptions)
+{
+    const auto options = [](std::vector<double> values) {
+        Design::CodeSettings settings;
+        settings.options = std::move(values);
+        auto member = Code().NewMember(settings);
+        return dynamic_cast<CSteelMemberEC3&>(member->Member()).Options();
+    };
+    const DesignOptions none = options({});
+    EXPECT_EQ(none.mcr, CriticalMoment::Elastic);
+    EXPECT_EQ(none.stiffBearing, 0.0);
+    EXPECT_EQ(none.interaction, InteractionMethod::AnnexB);
+    EXPECT_EQ(none.lateral, LateralMethod::Curves);
+    EXPECT_FALSE(none.simpleColumn);
+    const DesignOptions all = options({2.0, 0.05, 2.0, 2.0, 1.0});
+    EXPECT_EQ(all.mcr, CriticalMoment::C1);
+    EXPECT_EQ(all.stiffBearing, 0.05);
+    EXPECT_EQ(all.interaction, InteractionMethod::AnnexA);
+    EXPECT_EQ(all.lateral, LateralMethod::Simplified);
+    EXPECT_TRUE(all.simpleColumn);
+    EXPECT_EQ(options({1.0, 0.0, 3.0, 1.0, 0.0}).interaction, InteractionMethod::General);
+}
+
+TEST(DesignCode, RefusesSectionsAndGradesWithTheReason)
+{
+    CSection formed(L"C 200x80x3x3x0x0");
+    CSecComp component = formed.Component(0);
+    component.SetType(SEC_FORMED);
+    formed.SetComponent(0, component);
+    EXPECT_EQ(Code().SectionRefusal(formed), CString(SectionRefusal(formed)));
+    EXPECT_TRUE(Code().SectionRefusal(CSection(L"UB 457x191x67")).IsEmpty());
+    const auto grade = [](const wchar_t* name, double fy, double E) {
+        return CSteelGrade(CString(name), fy, 0.0, E, 1.0);
+    };
+    EXPECT_TRUE(Code().GradeRefusal(grade(L"S355", 0.0, 0.0)).IsEmpty());
+    EXPECT_GE(Code().GradeRefusal(grade(L"User_defined", 500e6, 0.0)).Find(L"above 460 N/mm²"), 0);
+    EXPECT_TRUE(Code().HasGrade(L"S420") && !Code().HasGrade(L"S999"));
+    EXPECT_TRUE(Code().IsUserGrade(grade(L"User_defined", 300e6, 0.0)) && !Code().IsUserGrade(grade(L"S355", 0, 0)));
+    // 3.2.6; with a modulus of its own G follows in the same ratio.
+    EXPECT_EQ(Code().ElasticModulus(grade(L"S355", 0.0, 0.0)), 210e9);
+    EXPECT_EQ(Code().ElasticModulus(grade(L"User_defined", 300e6, 200e9)), 200e9);
+    EXPECT_NEAR(Code().ShearModulus(grade(L"User_defined", 300e6, 200e9)), 81e9 * 200.0 / 210.0, 1.0);
+}
+
 // A restraint along the member that holds it in the direction of its web is one that few things can give.
 TEST(Member, HeldAlongInTheDirectionOfItsWebIsWarnedOf)
 {

@@ -173,6 +173,33 @@ TEST(AnnexA, IsNearAnnexB)
     EXPECT_LT(most, 1.2) << "seed 31";
 }
 
+// UC 254x254x89 in S355 (fy 345, A 113.3 cm²), 4 m, 1200 kN and 60 kNm all along, held along in every direction: no critical force and no slenderness
+// count, Cmy = 0.79 + 0.21 = 1, npl = 1200/3909 = 0.3070, wy = 1224/1096 = 1.1168: Cyy = 1 + 0.1168 * 2 * 0.3070 = 1.0717, kyy 0.9331.
+TEST(AnnexA, OfAMemberThatIsHeldAlong)
+{
+    DesignTest::Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddPoint(m, 4.0, L"Pinned");
+    AddSubSpan(m, 0.0, 0.0, 60e3, 60e3, L"Pinned");
+    m.subSpans[0].SetForcesAll({-1200e3, 0.0, 0.0}, {-1200e3, 0.0, 0.0});
+    const Checked c(m, L"UC 254x254x89", L"S355", true, With(InteractionMethod::AnnexA));
+    EXPECT_NEAR(c.Value(L"kyy"), 0.9331, 0.001);
+}
+
+// A moment about z-z that its shear does not make has no known course: it has the factors of the same moment all along.
+TEST(AnnexA, TakesAMomentOfUnknownCourseAsUniform)
+{
+    DesignTest::Member m = Column(4.0, 1200e3, 30e3, 12e3);
+    const auto kzz = [&m](double Vy, double left) {
+        m.subSpans[0].SetForcesAll({-1200e3, Vy, 7.5e3}, {-1200e3, Vy, 7.5e3});
+        m.subSpans[0].SetMomentsAll({0.0, 0.0, left}, {0.0, 30e3, 12e3});
+        return Checked(m, L"UC 254x254x89", L"S355", false, With(InteractionMethod::AnnexA)).Value(L"kzz");
+    };
+    const double uniform = kzz(0.0, 12e3);
+    EXPECT_NEAR(kzz(0.0, 0.0), uniform, 1e-9 * uniform);
+    EXPECT_LT(kzz(-3e3, 0.0), uniform) << "12 kNm at one end";
+}
+
 TEST(AnnexA, IsRefusedWhereItsTableDoesNotReach)
 {
     DesignTest::Member m;
@@ -389,6 +416,34 @@ TEST(SimpleColumn, TellsWhyItIsLeft)
     DesignTest::Member pulled = Column(4.0, 300e3, 10e3, 2e3);
     pulled.subSpans[0].SetForcesAll({-300e3, -500.0, 2.5e3}, {100e3, -500.0, 2.5e3});
     EXPECT_EQ(refusal(pulled, L"UC 254x254x89"), L"it is not in compression all along");
+}
+
+// UC 254x254x89 in S355 (fy 345), 3 m, 100 kN and 1 kNm about z-z, held against twist nowhere: λz = (3909/11185)^0.5 = 0.591, χ 0.7906, Nb,z 3090 kN,
+// Mc,z = 575 * 0.345 = 198 kNm: 100/3090 + 1.5/198 = 0.0399. Buckling by twist stays open, so that it does not pass.
+TEST(SimpleColumn, DoesNotPassWhereTwistIsOpen)
+{
+    DesignTest::Member m = Column(3.0, 100e3, 0.0, 1e3);
+    for (Steel::CMemberPoint& p : m.points)
+        p.SetRestraint(DesignTest::Restraint(L"MAJV MINV"));
+    const Checked c(m, L"UC 254x254x89", L"S355", true, SimpleColumns());
+    EXPECT_NEAR(c.Rule(L"NCCI SN048").utilisation, 0.0399, 0.0001);
+    EXPECT_EQ(c.findings.status, Design::Status::NotChecked);
+    EXPECT_TRUE(c.HasOpen());
+    // Neither by Annex A, whose CmLT knows no force of twist then.
+    const Checked a(m, L"UC 254x254x89", L"S355", true, With(InteractionMethod::AnnexA));
+    EXPECT_TRUE(a.Rule(L"6.3.3 (6.62)").WasEvaluated());
+    EXPECT_EQ(a.findings.status, Design::Status::NotChecked);
+}
+
+// A moment about z-z that its shear does not make has no known course: it is not taken as linear.
+TEST(SimpleColumn, IsNoneWhereTheMomentsAreNotThoseOfTheShears)
+{
+    DesignTest::Member m = Column(4.0, 300e3, 10e3, 2e3);
+    m.subSpans[0].SetForcesAll({-300e3, 0.0, 2.5e3}, {-300e3, 0.0, 2.5e3});
+    const Checked c(m, L"UC 254x254x89", L"S355", false, SimpleColumns());
+    EXPECT_EQ(c.Rule(L"NCCI SN048").status, CheckStatus::NotApplicable);
+    EXPECT_EQ(RefusalOf(c), L"its moments are not linear between the floors");
+    EXPECT_FALSE(c.findings.warnings.empty());
 }
 
 // A uniform load between the floors: the moment is a parabola, about either axis.

@@ -76,6 +76,19 @@ TEST(Refusal, OfTheSectionAndTheGrade)
     EXPECT_GE(thick.member.GetSectionText(CDesFormat()).Find(L"the thickest element lies beyond"), 0);
 }
 
+// Its geometry is known, the rules are those of another part of the standard.
+TEST(Refusal, OfAColdFormedOpenSection)
+{
+    const Checked c(Column(4.0, 100e3, 5e3, 0.0), L"C 300x100x6x10", L"S275", true, {}, SEC_FORMED);
+    EXPECT_NE(ReasonOf(c, Subject::Section).find(L"EN 1993-1-3"), std::wstring::npos);
+    EXPECT_EQ(c.member.SectionClass(), 0);
+}
+
+TEST(Refusal, OfAMemberWithoutASectionIsPrinted)
+{
+    EXPECT_EQ(CSteelMemberEC3().GetSectionText(CDesFormat()), L"no section\n");
+}
+
 TEST(Refusal, OfNumbersThatAreNone)
 {
     EXPECT_EQ(ReasonOf(CheckedAfter([](CSteelMemberEC3& m) {

@@ -126,3 +126,76 @@ TEST(Web, FlangesOfClass4CountAsTheirEffectiveArea)
     EXPECT_NEAR(BendWithShearBuckling(stocky, m, {}, 3e6, 0.9 * *VbwRd(stocky, m).value)->MplRd, stocky.Wply * m.fy,
                 1.0);
 }
+
+// Only webs between two flanges buckle in shear by these rules.
+TEST(Web, OfOtherShapesHasNoShearBuckling)
+{
+    const Strength m = StrengthOf(235.0);
+    for (const wchar_t* name : {L"T 229x191x49", L"L 150x150x15", L"CHS 168.3x10"}) {
+        const Section s = SectionOf(name);
+        EXPECT_FALSE(NeedsShearBuckling(s, m));
+        EXPECT_FALSE(NeedsShearBucklingAcross(s, m));
+        EXPECT_FALSE(VbwRd(s, m));
+        EXPECT_FALSE(MfRd(s, m));
+        EXPECT_FALSE(VbRd(s, m, {1.0, false}, 0.0));
+        EXPECT_FALSE(BendWithShearBuckling(s, m, {}, 1e3, 1e3));
+        EXPECT_FALSE(ShearBucklingInteraction(s, m, {}, 1e3, 1e3));
+        EXPECT_EQ(TurnedSection(s).h, s.h);
+        EXPECT_EQ(LongestLoadedLength(s, WebForce{0.1}), 0.1);
+    }
+}
+
+// 5.4(1): the weaker flange 200x10 of a girder 1200 deep, c = 1000 (0.25 + 1.6 * 200 * 10²/(8 * 1170²)) = 252.9 mm: 200 * 10² * 235/252.9 = 18.58 kN
+// beside the web, whichever flange is the weaker one; none where the axial force takes them.
+TEST(Web, HasTheShearOfTheWeakerFlangeByHand)
+{
+    const Strength m = StrengthOf(235.0);
+    for (const wchar_t* name : {L"GI 1200x400x200x8x20x10", L"GI 1200x200x400x8x10x20"}) {
+        const Section s = SectionOf(name, SEC_WELDED);
+        const double web = *VbwRd(s, m, {1.0, false}).value;
+        EXPECT_NEAR(*VbRd(s, m, {1.0, false}, 0.0).value - web, 18.58e3, 10.0);
+        // At half of Mf,Rd three quarters of it.
+        EXPECT_NEAR(*VbRd(s, m, {1.0, false}, 0.5 * *MfRd(s, m).value).value - web, 0.75 * 18.58e3, 10.0);
+        EXPECT_EQ(*VbRd(s, m, {1.0, false}, 0.0, 1e7).value, web);
+    }
+}
+
+// A channel's flange counts up to 15 ε tf on one side of its web; c/t = 194/12 = 16.2: λ̄p 0.8681, ρ 0.9025, 2400 - 0.0975 * 194 * 12 = 2173 mm², less than
+// 186 * 12 mm². Mf = 2173 * 988 * 235 = 504.5 kNm.
+TEST(Web, HasTheFlangesOfAChannelByHand)
+{
+    EXPECT_NEAR(*MfRd(SectionOf(L"C 1000x200x6x12", SEC_WELDED), StrengthOf(235.0)).value / 1e3, 504.5, 0.1);
+}
+
+// GI 300x600x100x6x12x8 in fy 355: the flange of 600 has c/t = 297/12, λ̄p 1.6336, ρ 0.5417, 7200 - 3267 = 3933 mm². The plastic axis of 3933, 800 and
+// 6 * 280 mm² lies 9.783 mm down in that flange (327.8 mm of it): W = 16490 + 1680 * 142.2 + 800 * 286.2 = 484.4 cm³, 171.96 kNm; either way up.
+// Compression above 1680 * 355 = 596 kN takes the web whole: 700 kN leave 1 - 700/2276.6 of Mpl; 3000 kN nothing.
+TEST(Web, BendsWithThePlasticAxisInAFlangeByHand)
+{
+    const Strength m = StrengthOf(355.0);
+    for (const wchar_t* name : {L"GI 300x600x100x6x12x8", L"GI 300x100x600x6x8x12"}) {
+        const Section s = SectionOf(name, SEC_WELDED);
+        const double V = 0.9 * *VbwRd(s, m).value;
+        EXPECT_NEAR(BendWithShearBuckling(s, m, {}, 50e3, V)->MplRd / 1e3, 171.96, 0.05);
+        const ShearBending pressed = BendWithShearBuckling(s, m, {}, 50e3, V, 700e3).value();
+        EXPECT_EQ(pressed.MfRd, 0.0);
+        EXPECT_NEAR(pressed.MplRd / 1e3, 119.1, 0.1);
+        EXPECT_NEAR(pressed.utilisation, 50.0 / 119.1 + 0.64, 1e-3);
+        EXPECT_EQ(BendWithShearBuckling(s, m, {}, 0.0, V, 700e3)->utilisation, 0.0) << "no moment, nothing to add";
+        EXPECT_TRUE(std::isinf(BendWithShearBuckling(s, m, {}, 1e3, V, 3000e3)->utilisation));
+    }
+}
+
+// 6.3(1): more than hw of bearing counts as hw, except for a comparison with tables without that limit.
+TEST(Web, CountsABearingUpToItsDepth)
+{
+    const Section s = SectionOf(L"UB 457x191x67");
+    const Strength m = StrengthOf(275.0);
+    WebForce force;
+    force.ss = s.hw;
+    const double most = *FRd(s, m, force).value;
+    force.ss = 2.0 * s.hw;
+    EXPECT_EQ(*FRd(s, m, force).value, most);
+    force.limitToDepth = false;
+    EXPECT_GT(*FRd(s, m, force).value, most);
+}
