@@ -75,6 +75,44 @@ TEST(Material, HasTheStrengthsOfTable31WhereTheyAreRecommended)
            RecommendedAnnex());
 }
 
+// EN 10025-3 and -4, tensile strength of S275N 370 (350 above 100 mm) and of S275M 370, 360, 350, 350, 340 up to 40, 63, 80, 100 and 120 mm; of
+// S355M 470, 450, 440, 440, 430: the lower ones of N and M, where the name says fine grain. S275NH 370 (EN 10210-1, to 65 mm), S275MH 360 (EN 10219-1).
+// Table 3.1: S275N 390 and 370, S275M 370 and 360; S355N 490 and 470, S355M 470 and 450; S275NH 390 and 370, cold formed S275MH 360, S355NH 470.
+TEST(Material, OfFineGrainSteelsHasItsOwnTensileStrength)
+{
+    constexpr auto ROLLED = Fabrication::Rolled;
+    Expect({{L"S275N", 16, false, ROLLED, 275, 370},
+            {L"S275ML", 41, false, ROLLED, 255, 360},
+            {L"s275 nl", 64, false, ROLLED, 245, 350},
+            {L"S275N", 120, false, ROLLED, 225, 340},
+            {L"S355N", 40, false, ROLLED, 345, 470},
+            {L"S355M", 41, false, ROLLED, 335, 450},
+            {L"S355M", 64, false, ROLLED, 325, 440},
+            {L"S355NL", 101, false, ROLLED, 295, 430},
+            {L"S275NH", 16, true, ROLLED, 275, 370},
+            {L"S275NH", 66, true, ROLLED, 0, 0},
+            {L"S275MH", 16, true, Fabrication::Formed, 275, 360},
+            {L"S355NLH", 20, true, ROLLED, 345, 470},
+            {L"S275JR", 16, false, ROLLED, 275, 410}},
+           UkAnnex());
+    Expect({{L"S275N", 40, false, ROLLED, 275, 370},
+            {L"S275M", 41, false, ROLLED, 255, 360},
+            {L"S355N", 40, false, ROLLED, 355, 470},
+            {L"S355M", 41, false, ROLLED, 335, 450},
+            {L"S275NH", 40, true, ROLLED, 275, 390},
+            {L"S275MH", 10, true, Fabrication::Formed, 275, 360},
+            {L"S355NH", 41, true, ROLLED, 335, 470},
+            {L"S355MH", 10, true, Fabrication::Formed, 355, 470},
+            {L"S355J2", 40, false, ROLLED, 355, 490}},
+           RecommendedAnnex());
+    const auto source = [](const wchar_t* grade, bool hollow) {
+        return std::wstring(MakeMaterial(GradeNamed(grade), 0.01, hollow, Fabrication::Rolled, UkAnnex()).source);
+    };
+    EXPECT_EQ(source(L"S275N", false), L"EN 10025-3 and EN 10025-4");
+    EXPECT_EQ(source(L"S275", false), L"EN 10025-2");
+    EXPECT_EQ(source(L"S275NH", true), L"EN 10210-1");
+}
+
 TEST(Material, TakesAUsersGradeWithinTheStandard)
 {
     const auto make = [](double fy, double fu, double modulus, double factor) {

@@ -38,7 +38,15 @@ constexpr std::array<Row, 5> S420_FY{{{16, 420}, {40, 400}, {63, 390}, {80, 370}
 constexpr std::array<Row, 4> S420_FU{{{40, 520}, {63, 500}, {80, 480}, {100, 470}}};
 constexpr std::array<Row, 5> S460_FY{{{16, 460}, {40, 440}, {63, 430}, {80, 410}, {100, 400}}};
 constexpr std::array<Row, 4> S460_FU{{{40, 540}, {63, 530}, {80, 510}, {100, 500}}};
+// Fine grain qualities of S275 and S355, which yield as those of EN 10025-2.
+constexpr std::array<Row, 4> S275_FINE_FU{{{40, 370}, {63, 360}, {100, 350}, {150, 340}}};
+constexpr std::array<Row, 4> S355_FINE_FU{{{40, 470}, {63, 450}, {100, 440}, {150, 430}}};
 // EN 10210-1 and EN 10219-1, fine grain steels: to 65 mm.
+constexpr std::array<Row, 3> S275H_FINE_FY{{{16, 275}, {40, 265}, {65, 255}}};
+constexpr std::array<Row, 1> S275H_FINE_FU{{{65, 370}}};
+constexpr std::array<Row, 1> S275H_FINE_COLD_FU{{{40, 360}}};
+constexpr std::array<Row, 3> S355H_FINE_FY{{{16, 355}, {40, 345}, {65, 335}}};
+constexpr std::array<Row, 1> S355H_FINE_FU{{{65, 470}}};
 constexpr std::array<Row, 3> S420H_FY{{{16, 420}, {40, 400}, {65, 390}}};
 constexpr std::array<Row, 1> S420H_FU{{{65, 500}}};
 constexpr std::array<Row, 3> S460H_FY{{{16, 460}, {40, 440}, {65, 430}}};
@@ -51,12 +59,17 @@ constexpr std::array<Row, 2> T31_S275_FY{{{40, 275}, {80, 255}}};
 constexpr std::array<Row, 2> T31_S275_FU{{{40, 430}, {80, 410}}};
 constexpr std::array<Row, 2> T31_S355_FY{{{40, 355}, {80, 335}}};
 constexpr std::array<Row, 2> T31_S355_FU{{{40, 490}, {80, 470}}};
+constexpr std::array<Row, 2> T31_S275_FINE_FU{{{40, 370}, {80, 360}}};
+constexpr std::array<Row, 2> T31_S355_FINE_FU{{{40, 470}, {80, 450}}};
 constexpr std::array<Row, 2> T31_S420_FY{{{40, 420}, {80, 390}}};
 constexpr std::array<Row, 2> T31_S420_FU{{{40, 520}, {80, 500}}};
 constexpr std::array<Row, 2> T31_S460_FY{{{40, 460}, {80, 430}}};
 constexpr std::array<Row, 2> T31_S460_FU{{{40, 540}, {80, 530}}};
 // Its part for EN 10210-1 and EN 10219-1, where that gives less; cold formed to 40 mm.
 constexpr std::array<Row, 2> T31_S235H_FU{{{40, 360}, {80, 340}}};
+constexpr std::array<Row, 2> T31_S275H_FINE_FU{{{40, 390}, {80, 370}}};
+constexpr std::array<Row, 1> T31_S275H_FINE_COLD_FU{{{40, 360}}};
+constexpr std::array<Row, 1> T31_S355H_FINE_COLD_FU{{{40, 470}}};
 constexpr std::array<Row, 1> T31_S420H_COLD_FU{{{40, 500}}};
 constexpr std::array<Row, 1> T31_S460H_COLD_FU{{{40, 530}}};
 
@@ -100,6 +113,32 @@ Strengths TableRows(Grade grade, bool hollow, bool cold)
     }
 }
 
+// S275 and S355 of EN 10025-3 and EN 10025-4 and the fine grain qualities of hollow sections: tensile strengths below those of other qualities.
+Strengths FineRows(Grade grade, bool hollow, bool cold, StrengthSource source)
+{
+    const bool isS275 = grade == Grade::S275;
+    if (source == StrengthSource::ProductStandards) {
+        if (!hollow) return isS275 ? Strengths{S275_FY, S275_FINE_FU} : Strengths{S355_FY, S355_FINE_FU};
+        if (!isS275) return {S355H_FINE_FY, S355H_FINE_FU};
+        return cold ? Strengths{S275H_FINE_FY, S275H_FINE_COLD_FU} : Strengths{S275H_FINE_FY, S275H_FINE_FU};
+    }
+    if (!hollow) return isS275 ? Strengths{T31_S275_FY, T31_S275_FINE_FU} : Strengths{T31_S355_FY, T31_S355_FINE_FU};
+    if (isS275)
+        return cold ? Strengths{T31_S275_FY, T31_S275H_FINE_COLD_FU} : Strengths{T31_S275_FY, T31_S275H_FINE_FU};
+    return cold ? Strengths{T31_S355_FY, T31_S355H_FINE_COLD_FU} : Strengths{T31_S355_FY, T31_S355_FU};
+}
+
+// S275 or S355 with a quality N or M: "S275NL".
+bool IsFineGrain(Grade grade, const CString& name)
+{
+    if (grade != Grade::S275 && grade != Grade::S355) return false;
+    CString text = name;
+    text.Remove(L' ');
+    text.MakeUpper();
+    const CString quality = text.Mid(4).Left(1);
+    return quality == L"N" || quality == L"M";
+}
+
 // 0 beyond the last row.
 double StrengthAt(std::span<const Row> rows, double thickness)
 {
@@ -139,12 +178,12 @@ Material UserMaterial(const CSteelGrade& grade)
     return m;
 }
 
-const wchar_t* SourceOf(bool hollow, Fabrication fabrication, const Annex& annex, Grade grade)
+const wchar_t* SourceOf(bool hollow, Fabrication fabrication, const Annex& annex, bool isFine)
 {
     if (annex.strengths == StrengthSource::Table31) return L"Table 3.1";
     if (hollow && fabrication == Fabrication::Rolled) return L"EN 10210-1";
     if (hollow && fabrication == Fabrication::Formed) return L"EN 10219-1";
-    return grade == Grade::S420 || grade == Grade::S460 ? L"EN 10025-3 and EN 10025-4" : L"EN 10025-2";
+    return isFine ? L"EN 10025-3 and EN 10025-4" : L"EN 10025-2";
 }
 
 } // namespace
@@ -175,13 +214,15 @@ Material MakeMaterial(const CSteelGrade& grade, double thickest, bool hollow, Fa
         return m;
     }
     const bool tubular = hollow && fabrication != Fabrication::Welded;
-    const Strengths rows = annex.strengths == StrengthSource::Table31
-                               ? TableRows(which, tubular, tubular && fabrication == Fabrication::Formed)
-                               : ProductRows(which, tubular);
+    const bool cold = tubular && fabrication == Fabrication::Formed;
+    const bool isFine = IsFineGrain(which, grade.Name());
+    const Strengths rows = isFine ? FineRows(which, tubular, cold, annex.strengths)
+                           : annex.strengths == StrengthSource::Table31 ? TableRows(which, tubular, cold)
+                                                                        : ProductRows(which, tubular);
     const double most = !tubular                             ? std::numeric_limits<double>::infinity()
                         : fabrication == Fabrication::Formed ? MOST_COLD_FORMED
                                                              : MOST_HOT_FINISHED;
-    m.source = SourceOf(hollow, fabrication, annex, which);
+    m.source = SourceOf(hollow, fabrication, annex, isFine || which == Grade::S420 || which == Grade::S460);
     m.fy = StrengthAt(rows.fy, thickest);
     m.fu = StrengthAt(rows.fu, thickest);
     if (m.fy == 0.0 || m.fu == 0.0 || thickest * 1000.0 * (1.0 - 1e-12) > most) {

@@ -36,7 +36,8 @@ struct Material {
 KELTRIX_EC3_API Grade GradeFromName(const CString& name);
 
 /// Clause 3.2.1(1) with the annex: strengths for the thickest element (m). Hollow sections by EN 10210 (hot finished) or EN 10219 (cold
-/// formed), others by EN 10025. Where standards differ by quality, as of S420N and S420M, the lower figures count.
+/// formed), others by EN 10025. Where standards differ by quality, as of S420N and S420M, the lower figures count; S275 and S355 with a quality N or M have
+/// the tensile strengths of fine grain steels.
 /// A user-defined grade has its strengths divided by its material factor, and G in the ratio of its E to 210 kN/mm².
 /// `refusal` says why there are none: no such grade, a thickness beyond the standard, a yield strength above 460 N/mm².
 KELTRIX_EC3_API Material MakeMaterial(const CSteelGrade& grade, double thickest, bool hollow,
