@@ -85,6 +85,17 @@ TEST(LateralByTables, HasC1OfTheMoments)
     EXPECT_NEAR(C1(two), 1.0, 1e-9);
 }
 
+// An end that is held sideways and free to twist is no fork.
+TEST(LateralByTables, NeedsEndsThatAreHeldAgainstTwist)
+{
+    DesignTest::Member m = EndMoments(6.0, 50e3, 50e3);
+    m.points[1].SetRestraint(DesignTest::Restraint(L"MAJV MINV"));
+    const Checked c(m, UB, L"S275", false, ByTables());
+    EXPECT_EQ(c.Rule(L"6.3.2").status, CheckStatus::NotEvaluated);
+    EXPECT_EQ(std::wstring(c.Rule(L"6.3.2").reason), L"an end is no fork: the closed form of Mcr does not hold");
+    EXPECT_FALSE(c.passed);
+}
+
 // A load on the middle third and a couple at the middle are neither of the two single loads that tables have.
 // 20 kN/m over 2 m: 30, 50, 30 kNm, (35 * 50²/(50² + 9 * 30² + 16 * 50² + 9 * 30²))^0.5 = 1.2209.
 // A couple of 100 kNm where twist is held: 25, 50, 25 kNm, (35/(1 + 2.25 + 16 + 2.25))^0.5 = 1.2759.
