@@ -331,6 +331,31 @@ TEST(ChannelStrutByHand, KeepsTheSlendernessOfItsWebConnection)
     EXPECT_NEAR(Governing(c, BucklingMode::Major).slenderness, 0.85 * 300 / 11.7, 0.1);
 }
 
+// Table 25, two bolts or more at pinned ends. Connected along its web, PFC 150x75x18 of 4.5 m has 1.0*450/2.40 = 187.5 about y-y, across the gusset, and
+// 0.85*450/6.15 = 62.2 about x-x. Connected along its table, T 343x254x63 has 0.7*450/10.6 + 30 = 59.7
+// about x-x, more than 1.0*450/10.6, and 0.85*450/5.24 = 73.0 about y-y.
+TEST(StrutByHand, OfTwoBoltsIsHeldInThePlaneOfItsGusset)
+{
+    struct Row {
+        const wchar_t* section;
+        double major;
+        double minor;
+    };
+    for (const Row& row : {Row{L"PFC 150x75x18", 62.2, 187.5}, Row{L"T 343x254x63", 59.7, 73.0}}) {
+        Case given;
+        given.section = row.section;
+        given.points = {{0.0, L"Pinned"}, {4.5, L"Pinned"}};
+        EndMoments(given, 4.5, 0.0, 0.0, -50e3);
+        Checked c(given);
+        DesignOptions options;
+        options.connection = Connection::TwoBoltsMore;
+        c.member.SetOptions(options);
+        c.Check();
+        EXPECT_NEAR(Governing(c, BucklingMode::Major).slenderness, row.major, 0.4) << *CString(row.section).ToUtf8();
+        EXPECT_NEAR(Governing(c, BucklingMode::Minor).slenderness, row.minor, 0.4) << *CString(row.section).ToUtf8();
+    }
+}
+
 // Basic method, L 150x150x12 S275, 8 m, 12 kNm about x-x alone or y-y alone: Mu = Mv = 12/2^0.5 = 8.485. φa = (110.4²(1 -
 // 303.5/1170)/(34.83*18.21))^0.5 = 3.772, λv = 800/2.952 = 271.0, λLT = 2.25(3.772*271.0)^0.5 = 71.94, pE = 390.9, η = 0.2634, φ =
 // (275 + 1.2634*390.9)/2 = 384.4, pb = 107498/(384.4 + 200.7) = 183.7, Mb = 20.28: 8.485/20.28 = 0.418. About v-v: 8.485/(0.275*52.06) =

@@ -213,6 +213,63 @@ TEST(ThinWebs, LeaveTheMomentToTheFlanges)
     EXPECT_NEAR(FlangesOnlyMomentCapacity(box, SteelOf(L"S355", box), Axis::Y) / 1e3, 649.2, 0.1);
 }
 
+// CHS 168.3x10 in S275: A = 4973 mm², Pv = 0.6*275*0.6*4973 = 492.4 kN in any direction. 480.8 kN along both axes are 680 kN, 1.381 of it.
+TEST(TubeShear, IsTheResultantOfBothDirections)
+{
+    const double V = 480.8e3;
+    Case given;
+    given.section = L"CHS 168.3x10";
+    given.points = {{0.0, L"Pinned"}, {0.004, L"Pinned"}};
+    given.force = [V](double) { return Vector(0, -V, V); };
+    given.moment = [V](double x) { return Vector(0, V * (x - 0.002), V * (x - 0.002)); };
+    Checked c(given);
+    EXPECT_FALSE(c.Check());
+    for (const Rule rule : {Rule::ShearMajor, Rule::ShearMinor}) {
+        EXPECT_EQ(c.Entry(rule).status, CheckStatus::Failed);
+        EXPECT_NEAR(c.Entry(rule).resistance, 492.4e3, 0.2e3);
+        EXPECT_NEAR(c.Entry(rule).utilisation, 1.381, 0.001);
+    }
+}
+
+// The same tube with 289 kN along both axes, 0.83 Pv: ρ = (2*0.83 - 1)² = 0.436 of S = 250.9 cm³ is lost, Mc = 0.564*0.275*250.9 = 38.9 kNm about either
+// axis. With one component alone, 0.587 Pv, nothing is: 1.2 Z py = 1.2*185.9*0.275 = 61.3 kNm.
+TEST(TubeShear, ReducesTheMomentByTheResultant)
+{
+    const double V = 289e3;
+    const auto Mcx = [V](double across) {
+        Case given;
+        given.section = L"CHS 168.3x10";
+        given.points = {{0.0, L"Pinned"}, {0.1, L"Pinned"}};
+        given.force = [V, across](double) { return Vector(0, -across * V, V); };
+        given.moment = [V, across](double x) { return Vector(0, V * (x - 0.05), across * V * (x - 0.05)); };
+        Checked c(given);
+        c.Check();
+        return c.member.Positions().front().Mcx;
+    };
+    EXPECT_NEAR(Mcx(1.0) / 1e3, 38.9, 0.2);
+    EXPECT_NEAR(Mcx(0.0) / 1e3, 61.3, 0.2);
+}
+
+// ANGLE 150x100x12 in S275, Pv = 0.6*275*0.9*150*12 = 267.3 kN along the vertical leg: 240 kN leave 1 - (2*0.898 - 1)² = 0.367 of Wu and Wv.
+TEST(AngleShear, InEitherLegReducesBothPrincipalMoments)
+{
+    const auto at = [](double V) {
+        Case given;
+        given.section = L"ANGLE 150x100x12";
+        given.points = {{0.0, L"Pinned"}, {0.05, L"Pinned"}};
+        given.force = [V](double) { return Vector(0, 0, V); };
+        given.moment = [V](double x) { return Vector(0, 1e3 + V * (x - 0.025), 500.0); };
+        Checked c(given);
+        c.Check();
+        return c.member.Positions().front();
+    };
+    const PositionResult sheared = at(240e3);
+    const PositionResult whole = at(1e3);
+    EXPECT_NEAR(sheared.Pvy, 267.3e3, 0.1e3);
+    EXPECT_NEAR(sheared.Mcx / whole.Mcx, 0.367, 0.001);
+    EXPECT_NEAR(sheared.Mcy / whole.Mcy, 0.367, 0.001);
+}
+
 // 4.2.5.3 for tees: Sv = S less that of the bare flange, BT²/4. T 343x254x63 S275 (py 265): Zx = 358, Sx = 643 cm³ (published), bare
 // flange 253 · 16.2²/4 = 16.6 cm³, Sv = 626.4 cm³. Pv = 0.6 · 0.265 · 11.7 · 338.9 = 630.5 kN; Fv = 415.1 kN: ρ = 0.100. Hogging, class 4:
 // pyr = 106.2: Mc = 0.1062(358 - 0.1 · 626.4/1.5) = 33.6 kNm. Flange compressed (class 1): S - 0.1 Sv = 580 cm³, beyond 1.5 Z = 537

@@ -1,9 +1,10 @@
-"""Random members for the second calculation of EN 1993-1-1, and what acts in them."""
+"""Random members for the second calculations, and what acts in them."""
 
 from __future__ import annotations
 
 import math
 import random
+from collections import Counter
 from dataclasses import dataclass, field
 
 import second_ec3 as ec3
@@ -13,6 +14,13 @@ import keltrix as kx
 HELD = "Pinned"
 BRACED = "Top and Bottom flange lateral"
 FREE = "Free"
+
+
+def tell(seed: int, counts: Counter[str]) -> None:
+    """Prints how often each thing was compared."""
+    print(f"seed {seed}: {sum(counts.values())} comparisons")
+    for what, times in sorted(counts.items()):
+        print(f"{times:9d} {what}")
 
 
 @dataclass

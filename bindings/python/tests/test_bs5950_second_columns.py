@@ -130,9 +130,7 @@ def test_random_columns_in_simple_construction(seed: int, kinds: list[str]) -> N
     for number in range(count):
         case, storeys = column(rng, kinds)
         counts += compare(case, storeys, rng.random() < 0.3, f"seed {seed}, {kinds}, member {number}")
-    print(f"seed {seed}: {sum(counts.values())} comparisons")
-    for what, times in sorted(counts.items()):
-        print(f"{times:9d} {what}")
+    members.tell(seed, counts)
     assert counts["4.7.7: not where loads act in between"] > 0.05 * count
     assert sum(n for what, n in counts.items() if "class 1 or 2" in what) > (0.3 if kinds[0] != "unequal I" else 0.01) * count
     assert sum(n for what, n in counts.items() if "halfway: True" in what) > (0.03 if kinds[0] != "unequal I" else 0.0) * count

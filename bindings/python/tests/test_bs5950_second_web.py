@@ -296,9 +296,7 @@ def test_random_webs_under_concentrated_loads(seed: int, kinds: list[str], close
     for number in range(count):
         case, b1 = bearing_case(rng, kinds, close)
         counts += compare_bearing(case, b1, f"seed {seed}, {kinds}, member {number}")
-    print(f"seed {seed}: {sum(counts.values())} comparisons")
-    for what, times in sorted(counts.items()):
-        print(f"{times:9d} {what}")
+    members.tell(seed, counts)
     assert counts["4.5.2: Pbw"] + counts["4.5.2: close loads together"] > 0.3 * count
     assert counts["4.5.3: Px"] > (0.3 if not close else 0.02) * count
     assert counts["4.5.3: buckling where the flange is not held is not evaluated"] > 0.1 * count
@@ -313,9 +311,7 @@ def test_random_webs_that_buckle_in_shear(seed: int, kinds: list[str]) -> None:
     for number in range(count):
         case, a = shear_case(rng, kinds)
         counts += compare_shear(case, a, f"seed {seed}, {kinds}, member {number}")
-    print(f"seed {seed}: {sum(counts.values())} comparisons")
-    for what, times in sorted(counts.items()):
-        print(f"{times:9d} {what}")
+    members.tell(seed, counts)
     if kinds != ["rolled I", "cold"]:
         shapes = {"I": "I", "GI": "I", "C": "channel", "BOX": "RHS"}
         assert all(counts[f"4.4.5.2: V/Vw, {shapes[kind]}, welded"] > 0.3 * count for kind in kinds)

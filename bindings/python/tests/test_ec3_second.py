@@ -531,9 +531,7 @@ def test_random_members_against_the_second_calculation(seed: int) -> None:
         made, result = compare(members.random_case(rng), f"seed {seed}, member {number}")
         counts += made
         counts["status " + ("refused" if result is None else result.status)] += 1
-    print(f"seed {seed}: {sum(counts.values())} comparisons")
-    for what, times in sorted(counts.items()):
-        print(f"{times:9d} {what}")
+    members.tell(seed, counts)
     assert counts["status pass"] > count / 10 and counts["status fail"] > count / 20
     assert sum(counts.values()) > 20 * count
 

@@ -13,7 +13,7 @@ from collections import Counter
 import pytest
 import second_ec3 as ec3
 import second_ec3_angles as angles
-from second_members import HELD
+from second_members import HELD, tell
 from test_ec3_second import EXACT, FACTOR, cases, steps
 
 import keltrix as kx
@@ -135,7 +135,5 @@ def test_random_angles(seed: int) -> None:
     count = cases(250)
     for number in range(count):
         counts += compare_angle(rng, f"seed {seed}, member {number}")
-    print(f"seed {seed}: {sum(counts.values())} comparisons")
-    for what, times in sorted(counts.items()):
-        print(f"{times:9d} {what}")
+    tell(seed, counts)
     assert sum(counts.values()) > 5 * count

@@ -242,9 +242,7 @@ def test_random_members_by_the_general_method(seed: int) -> None:
     count = cases(150)
     for number in range(count):
         counts += compare_general(general_case(rng), f"seed {seed}, member {number}")
-    print(f"seed {seed}: {sum(counts.values())} comparisons")
-    for what, times in sorted(counts.items()):
-        print(f"{times:9d} {what}")
+    members.tell(seed, counts)
     assert sum(counts.values()) > 10 * count
 
 
@@ -255,7 +253,5 @@ def test_random_columns_in_simple_construction(seed: int) -> None:
     count = cases(200)
     for number in range(count):
         counts += compare_simple(column_case(rng), f"seed {seed}, member {number}")
-    print(f"seed {seed}: {sum(counts.values())} comparisons")
-    for what, times in sorted(counts.items()):
-        print(f"{times:9d} {what}")
+    members.tell(seed, counts)
     assert sum(counts.values()) > 10 * count

@@ -140,7 +140,5 @@ def test_random_slender_sections_with_a_shift(seed: int) -> None:
     count = cases(400)
     for number in range(count):
         counts += compare_slender(slender_case(rng), f"seed {seed}, member {number}")
-    print(f"seed {seed}: {sum(counts.values())} comparisons")
-    for what, times in sorted(counts.items()):
-        print(f"{times:9d} {what}")
+    members.tell(seed, counts)
     assert sum(counts.values()) > 3 * count

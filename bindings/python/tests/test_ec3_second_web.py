@@ -256,9 +256,7 @@ def test_random_webs_under_concentrated_loads(seed: int, kinds: list[str], close
     for number in range(count):
         case, ss = bearing_case(rng, kinds, close)
         counts += compare_bearing(case, ss, f"seed {seed}, {kinds}, member {number}")
-    print(f"seed {seed}: {sum(counts.values())} comparisons")
-    for what, times in sorted(counts.items()):
-        print(f"{times:9d} {what}")
+    members.tell(seed, counts)
     assert sum(counts.values()) > 5 * count
 
 
@@ -331,9 +329,7 @@ def test_random_webs_that_buckle_in_shear(seed: int) -> None:
     count = cases(250)
     for number in range(count):
         counts += compare_shear(shear_case(rng), f"seed {seed}, member {number}")
-    print(f"seed {seed}: {sum(counts.values())} comparisons")
-    for what, times in sorted(counts.items()):
-        print(f"{times:9d} {what}")
+    members.tell(seed, counts)
     assert sum(counts.values()) > count
 
 

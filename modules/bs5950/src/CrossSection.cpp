@@ -119,6 +119,7 @@ void CrossSection::SetCapacities(PositionResult& p) const
     p.Pz = p.cls.Aeff * p.cls.pyCompression;
     p.Pvy = m_Pvy;
     p.Pvx = m_Pvx;
+    // MomentCapacity goes by the share of the own direction's capacity.
     const auto capacity = [&](Axis moment, double ownPv) {
         const ShearPair shear = ShearBesideMoment(m_s, p, moment);
         return MomentCapacity(m_s, m_m, p.cls, m_design, moment, shear.Fv * ownPv / shear.Pv);

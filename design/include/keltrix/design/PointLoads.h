@@ -11,19 +11,19 @@ namespace Keltrix::Design {
 
 /// A concentrated load or reaction along the web, at a member point or from one to another. Force in N, lengths in m.
 struct PointLoad {
-    int point = 0;     ///< place of the member point where it begins
-    int lastPoint = 0; ///< place of the one where it ends, the same for a load at a point
-    double x = 0.0;
+    int point = 0;             ///< place of the member point where it begins
+    int lastPoint = 0;         ///< place of the one where it ends, the same for a load at a point
+    double x = 0.0;            ///< position of the point where it begins
     double end = 0.0;          ///< position of the last point
     double force = 0.0;        ///< magnitude
     bool onFlange1 = true;     ///< presses downwards
     double bearing = 0.0;      ///< length of the stiff bearing
     double loadToEnd = 0.0;    ///< from the middle of the bearing to the nearer end of the member
     double bearingToEnd = 0.0; ///< from the edge of the bearing to the nearer end of the member
-    bool held = false;         ///< the flange that it presses on is held laterally there, at both ends of it
+    bool held = false;         ///< the flange that it presses on is held laterally at both ends of it
 };
 
-/// What lies close together along a flange, m.
+/// What lies close together along a flange, lengths in m. A design code says which of its lengths these are; 0 for a rule that it does not have.
 struct LoadSpacing {
     double stiffBearing = 0.0; ///< of a load at a point
     /// What follows within this length of a point lies upon the same part of the web and is one load with it: other points as well as loads

@@ -78,9 +78,9 @@ struct PositionResult {
 
 /// A concentrated load or reaction on the web at a member point, or from one to another (clause 4.5). Forces in N, positions in m.
 struct WebLoadResult {
-    int point = 0; ///< place of the member point, the first one
-    double x = 0.0;
-    double end = 0.0; ///< that of the last point
+    int point = 0;    ///< place of the member point, the first one
+    double x = 0.0;   ///< position of the first point
+    double end = 0.0; ///< position of the last point, the same for a load at a point
     double force = 0.0;
     bool onFlange1 = true; ///< presses downwards
     bool held = false;     ///< the flange that it presses on is held laterally
