@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "Fuzz.h"
+#include "check/FindingsJson.h"
 #include "commands/CheckFindings.h"
 #include "io/Failure.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
@@ -139,7 +140,7 @@ void RequireSame(const Json& json, double value, const char* what)
 // The JSON of a member reads back to the figures of the check.
 void RequireJson(const CheckedMember& checked)
 {
-    const std::string line = JsonLine(JsonOf(checked));
+    const std::string line = FindingsLine(checked);
     RequireNoControls(line, Reader::Program, "JSON has no control characters");
     const Json json = Json::parse(line, nullptr, false);
     Require(!json.is_discarded(), "JSON is strict", line);
@@ -200,7 +201,7 @@ bool CheckOne(const MemberFile& file, std::size_t i)
         const CheckedMember checked = CheckMember(file, i, DefaultCode(), true);
         const CheckedMember again = CheckMember(file, i, DefaultCode(), false);
         const CheckedMember exact = CheckMember(file, i, {DefaultCode().code, {0, {1.0}}}, false);
-        Require(JsonLine(JsonOf(checked)) == JsonLine(JsonOf(again)), "a second check without text finds the same");
+        Require(FindingsLine(checked) == FindingsLine(again), "a second check without text finds the same");
         for (const CheckedMember* each : {&checked, &exact}) {
             RequireHonestPass(*each);
             RequireAgreement(*each);

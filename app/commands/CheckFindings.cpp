@@ -1,5 +1,6 @@
 #include "commands/CheckFindings.h"
 
+#include "check/FindingsJson.h"
 #include "report/MemberReport.h"
 #include "text/Json.h"
 #include "text/Markup.h"
@@ -36,9 +37,9 @@ std::string TextOf(const CheckedMember& checked, const CheckOptions& options)
 {
     switch (options.format) {
     case Format::JSON:
-        return IndentedJson(JsonOf(checked, options.steps), 1);
+        return IndentedFindings(checked, 1, options.steps);
     case Format::JSON_LINES:
-        return JsonLine(options.report == "table" ? HeadlineJson(checked) : JsonOf(checked, options.steps));
+        return options.report == "table" ? HeadlineLine(checked) : FindingsLine(checked, options.steps);
     default:
         if (options.report == "table") return TableRow(checked);
         return RenderMarkup(ReportMarkup(checked, options.report) +

@@ -3,6 +3,7 @@
 #include <optional>
 #include <set>
 
+#include "check/FindingsJson.h"
 #include "check/TopicSummary.h"
 #include "commands/CheckFindings.h"
 #include "io/AnnexArgument.h"

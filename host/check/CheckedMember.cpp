@@ -11,7 +11,6 @@
 
 #include "keltrix/design/MomentDiagram.h"
 #include "text/BadInput.h"
-#include "text/Json.h"
 #include "text/Text.h"
 
 namespace Keltrix::Host {
@@ -52,123 +51,6 @@ constexpr FlagWord FLAG_WORDS[] = {
     {CMemberResult::INFO_LOCAL_SLENDER_FLANGE, "INFO LOCAL SLENDER FLANGE"},
     {CMemberResult::INFO_MEMBER_SLENDER, "INFO MEMBER SLENDER"},
 };
-
-Json OrNull(double value) { return std::isnan(value) ? Json() : Json(value); }
-
-Json EntryJson(const RuleFinding& entry)
-{
-    return JsonObject("rule", Utf8(entry.name), "topic", Utf8(Design::TopicName(entry.topic)), "clause",
-                      Utf8(entry.clause), "status", Utf8(Design::StatusName(entry.status)), "reason",
-                      Utf8(entry.reason), "start", entry.start, "end", entry.end, "utilisation", entry.utilisation,
-                      "slenderness", OrNull(entry.slenderness), "symbol", Utf8(entry.symbol), "quantity",
-                      QuantityWord(entry.quantity), "resistance", entry.resistance, "governing", entry.governing);
-}
-
-// Values in SI.
-Json StepsJson(const std::vector<Design::Step>& steps)
-{
-    Json list = Json::array();
-    for (const Design::Step& step : steps)
-        list.push_back(JsonObject("symbol", Utf8(step.symbol), "formula", Utf8(step.formula), "values",
-                                  Utf8(step.values), "value", OrNull(step.value), "quantity",
-                                  QuantityWord(step.quantity), "note", Utf8(step.note), "clause", Utf8(step.clause)));
-    return list;
-}
-
-// The same with its source.
-Json EntryJson(const CheckedMember& checked, const RuleFinding& entry)
-{
-    Json json = EntryJson(entry);
-    if (checked.sources.empty()) return json;
-    const RuleSource& source = checked.sources[static_cast<std::size_t>(&entry - checked.findings.rules.data())];
-    json["combination"] = source.combination;
-    if (!std::isnan(source.demand)) json["demand"] = source.demand;
-    return json;
-}
-
-const char* PlaceName(Design::Place place)
-{
-    switch (place) {
-    case Design::Place::LeftEnd:
-        return "left end";
-    case Design::Place::RightEnd:
-        return "right end";
-    default:
-        return "inside";
-    }
-}
-
-Json LocalUtilisations(const CheckedMember& checked)
-{
-    Json list = Json::array();
-    for (const LocalFinding& f : checked.findings.positions) {
-        list.push_back(JsonObject("position", f.x, "sub_span", f.subSpan + 1, "place", PlaceName(f.place), "combined",
-                                  f.combined, "axial", f.axial, "moment_major", f.momentMajor, "moment_minor",
-                                  f.momentMinor, "shear_major", f.shearMajor, "shear_minor", f.shearMinor, "torsion",
-                                  f.hasTorsion ? Json() : Json(0.0)));
-    }
-    return list;
-}
-
-Json MomentsJson(const Design::Extremes& extremes)
-{
-    return JsonObject("greatest", extremes.greatest, "greatest_position", extremes.greatestAt, "least", extremes.least,
-                      "least_position", extremes.leastAt);
-}
-
-Json BucklingUtilisations(const CMemberResult& result)
-{
-    return JsonObject("combined", result.UtilBucklingCombined(), "lateral_torsional", result.UtilBucklingLT(),
-                      "axial_major", result.UtilBucklingAxialMajor(), "axial_minor", result.UtilBucklingAxialMinor(),
-                      "axial_torsion", result.UtilBucklingAxialTorsion(), "axial_flexural_torsion",
-                      result.UtilBucklingAxialFlexuralTorsion());
-}
-
-Json LengthsJson(const std::map<int, SubspanEffectiveLengthData::Entry>& entries)
-{
-    Json list = Json::array();
-    for (const auto& [key, entry] : entries) {
-        list.push_back(JsonObject("start", entry.GetStartPosition(), "end", entry.GetEndPosition(), "effective_length",
-                                  entry.GetEffectiveLength(), "radius_of_gyration", entry.GetRadiusOfGyration(),
-                                  "slenderness", entry.GetSlendernessRatio()));
-    }
-    return list;
-}
-
-Json ResistanceJson(const Design::Resistance& resistance, Json start, Json end)
-{
-    return JsonObject("symbol", Utf8(resistance.symbol), "quantity", QuantityWord(resistance.quantity), "value",
-                      OrNull(resistance.value), "start", std::move(start), "end", std::move(end));
-}
-
-// Those of cross-sections, then those of spans.
-Json ResistanceList(const Design::MemberFindings& findings)
-{
-    Json list = Json::array();
-    for (const Design::Resistance& resistance : findings.resistances)
-        list.push_back(ResistanceJson(resistance, Json(), Json()));
-    for (const Design::SpanFinding& span : findings.spans)
-        if (!span.isCombination) list.push_back(ResistanceJson(span.resistance, span.start, span.end));
-    return list;
-}
-
-// `list` has all of them. A name for each symbol, and `spans`, are kept for compatibility until version 0.3.
-Json ResistancesByName(const Design::MemberFindings& findings)
-{
-    Json json = Json::object();
-    auto& members = json.get_ref<Json::object_t&>(); // no search for each symbol
-    members.reserve(findings.resistances.size() + 2);
-    members.emplace_back("list", ResistanceList(findings));
-    for (const Design::Resistance& resistance : findings.resistances)
-        members.emplace_back(Utf8(resistance.symbol), OrNull(resistance.value));
-    Json spans = Json::array();
-    for (const Design::SpanFinding& span : findings.spans)
-        if (!span.isCombination)
-            spans.push_back(JsonObject("start", span.start, "end", span.end, Utf8(span.resistance.symbol).c_str(),
-                                       OrNull(span.resistance.value)));
-    members.emplace_back("spans", std::move(spans));
-    return json;
-}
 
 } // namespace
 
@@ -640,51 +522,6 @@ std::string DescribeOpenRule(const Design::MemberFindings& findings)
         if (rule.status == Design::CheckStatus::NotEvaluated)
             return "not evaluated: " + DescribeEntry(rule) + (*rule.reason ? ": " + Utf8(rule.reason) : "");
     return {};
-}
-
-Json HeadlineJson(const CheckedMember& checked)
-{
-    const RuleFinding* const governing = checked.findings.Governing();
-    return JsonObject("schema", JSON_SCHEMA, "file", checked.file, "line", checked.line, "title", checked.title,
-                      "section", checked.Section(), "grade", checked.Grade(), "code",
-                      Utf8(checked.code->Description().id), "annex", checked.annex, "status", checked.Status(),
-                      "overall", checked.Utilisation(), "governing",
-                      governing ? EntryJson(checked, *governing) : Json(), "warnings", WarningsJson(checked.warnings),
-                      "flags", FlagWords(checked.result->GetFlags()), "class", checked.member->SectionClass(),
-                      "design_strength", checked.findings.designStrength.value);
-}
-
-Json JsonOf(const CheckedMember& checked, bool withSteps)
-{
-    const SubspanEffectiveLengthData lengths = checked.member->GetEffectiveLengths();
-    Json checks = Json::array();
-    for (const RuleFinding& entry : checked.findings.rules) {
-        Json json = EntryJson(checked, entry);
-        if (withSteps) json["steps"] = StepsJson(entry.steps);
-        checks.push_back(std::move(json));
-    }
-    for (const RuleFinding& entry : checked.Information()) {
-        Json json = EntryJson(entry);
-        if (!checked.sources.empty()) json["combination"] = checked.InformationCombination();
-        if (withSteps) json["steps"] = StepsJson(entry.steps);
-        checks.push_back(std::move(json));
-    }
-    Json assumptions = Json::array();
-    for (const Design::Assumption& assumption : checked.findings.assumptions)
-        assumptions.push_back(JsonObject("name", Utf8(assumption.name), "text", Utf8(assumption.text), "value",
-                                         OrNull(assumption.value)));
-    Json json = HeadlineJson(checked);
-    json["moments"] = JsonObject("major", MomentsJson(checked.momentMajor), "minor", MomentsJson(checked.momentMinor));
-    json["utilisation"] =
-        JsonObject("local", LocalUtilisations(checked), "buckling", BucklingUtilisations(*checked.result));
-    json["effective_lengths"] = JsonObject("major", LengthsJson(lengths.GetMajorAxisEntries()), "minor",
-                                           LengthsJson(lengths.GetMinorAxisEntries()), "lateral_torsional",
-                                           LengthsJson(lengths.GetLateralTorsionalEntries()));
-    json["resistances"] = checked.code->Description().resistancesByName ? ResistancesByName(checked.findings)
-                                                                        : ResistanceList(checked.findings);
-    json["checks"] = std::move(checks);
-    json["assumptions"] = std::move(assumptions);
-    return json;
 }
 
 } // namespace Keltrix::Host

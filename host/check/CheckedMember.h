@@ -10,7 +10,6 @@
 #include "check/DesignCodes.h"
 #include "keltrix/design/MomentDiagram.h"
 #include "memberfile/MemberFile.h"
-#include "text/JsonFwd.h"
 
 namespace Keltrix::Host {
 
@@ -121,11 +120,5 @@ std::string DescribeEntry(const Design::RuleFinding& entry);
 
 /// The first rule that applies and was not evaluated, with the reason: "not evaluated: torsion (none): no rule"; empty without one.
 std::string DescribeOpenRule(const Design::MemberFindings& findings);
-
-/// What an engineer asks first: the member, its status, utilisation and what governs.
-Json HeadlineJson(const CheckedMember& checked);
-
-/// The findings in full, the headline first; `withSteps` with the steps of each rule, which a member has that was checked with text.
-Json JsonOf(const CheckedMember& checked, bool withSteps = false);
 
 } // namespace Keltrix::Host

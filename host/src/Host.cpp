@@ -9,6 +9,7 @@
 #endif
 #include "check/CheckedMember.h"
 #include "check/DesignCodes.h"
+#include "check/FindingsJson.h"
 #include "memberfile/MemberFile.h"
 #include "report/HtmlReport.h"
 #ifdef KELTRIX_HOST_WITH_STATICS
@@ -16,7 +17,6 @@
 #endif
 #include "report/MemberReport.h"
 #include "text/BadInput.h"
-#include "text/Json.h"
 #include "text/Render.h"
 #include "text/SourceText.h"
 #include "text/Text.h"
@@ -166,7 +166,7 @@ Outcomes Check(std::string_view text, const std::string& name, const Settings& s
     return outcomes;
 }
 
-std::string FindingsJson(const Outcome& outcome) { return JsonText(JsonOf(CheckedOf(outcome))); }
+std::string FindingsJson(const Outcome& outcome) { return IndentedFindings(CheckedOf(outcome), 0) + '\n'; }
 
 std::string Report(const Outcome& outcome)
 {

@@ -6,7 +6,6 @@
 #include "AppSupport.h"
 #include "io/Failure.h"
 #include "io/Output.h"
-#include "text/Json.h"
 #include "text/Text.h"
 
 namespace Keltrix::App {
@@ -79,29 +78,6 @@ TEST(Output, ADeviceKeepsItsName)
     if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "Left out: needs /dev/full";
     EXPECT_THROW(WriteFile("/dev/full", "x"), BadOutput);
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
-}
-
-TEST(Json, AnObjectOfNamesAndValuesIsThatOfAnInitialiserList)
-{
-    const Json list = {{"b", 1.5}, {"a", "text"}, {"c", {1, 2}}, {"d", nullptr}, {"e", true}};
-    const Json object =
-        JsonObject("b", 1.5, "a", std::string("text"), "c", std::vector<int>{1, 2}, "d", Json(), "e", true);
-    EXPECT_EQ(object, list);
-    EXPECT_EQ(object.dump(), list.dump()) << "in the same order";
-    EXPECT_EQ(JsonObject().dump(), "{}");
-}
-
-TEST(Json, AnEntryIsIndentedAsInTheWholeDocument)
-{
-    const Json entry = {{"a", {1, 2}}, {"b", {{"c", "two\nlines"}}}, {"e", Json::array()}};
-    EXPECT_EQ("[\n" + IndentedJson(entry, 1) + ",\n" + IndentedJson(entry, 1) + "\n]\n", JsonText({entry, entry}));
-    EXPECT_EQ(JsonLine(entry), entry.dump() + "\n");
-}
-
-TEST(Json, NumbersWithoutAFormInJsonAreNullAndIllFormedTextIsReplaced)
-{
-    EXPECT_EQ(JsonText({{"b", 0.1}, {"a", std::numeric_limits<double>::infinity()}, {"c", "\xFF"}}),
-              "{\n  \"b\": 0.1,\n  \"a\": null,\n  \"c\": \"\xEF\xBF\xBD\"\n}\n");
 }
 
 } // namespace

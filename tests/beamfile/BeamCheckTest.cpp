@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "beamfile/BeamSupport.h"
+#include "check/FindingsJson.h"
 #include "keltrix/host/Host.h"
 #include "report/HtmlReport.h"
 #include "report/MemberReport.h"

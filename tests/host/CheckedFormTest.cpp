@@ -6,10 +6,10 @@
 #include <gtest/gtest.h>
 
 #include "check/CheckedForm.h"
+#include "check/FindingsJson.h"
 #include "design/RandomMember.h"
 #include "memberfile/MemberText.h"
 #include "support/RandomCases.h"
-#include "text/Json.h"
 #include "text/Text.h"
 
 namespace Keltrix::Host {
@@ -86,7 +86,7 @@ std::string ByText(const MemberContent& content, const CodeChoice& choice)
     const MemberFile file = FileOf(content);
     if (!file.Check().defects.empty()) return {};
     try {
-        return JsonLine(JsonOf(CheckMember(file, 0, choice, false)));
+        return FindingsLine(CheckMember(file, 0, choice, false));
     } catch (const BadMember&) {
         return {};
     }
@@ -106,7 +106,7 @@ TEST(CheckedForm, FindsWhatTheFileWithTheseNumbersFinds)
                 const MemberNumbers numbers = OtherNumbers(content, random);
                 const CheckedMember* const checked = form.Check(numbers);
                 const std::string wanted = ByText(With(content, numbers), choice);
-                ASSERT_EQ(checked ? JsonLine(JsonOf(*checked)) : std::string(), wanted)
+                ASSERT_EQ(checked ? FindingsLine(*checked) : std::string(), wanted)
                     << "seed " << seed << ", numbers " << i;
                 ++(checked ? taken : left);
             }
@@ -128,7 +128,7 @@ TEST(CheckedForm, AfterAMemberThatWasRefusedTheNextIsAsEver)
         const MemberNumbers good{content.points, content.subSpans, content.effectiveLengths};
         EXPECT_FALSE(form.Check(bad));
         const CheckedMember* const checked = form.Check(good);
-        EXPECT_EQ(checked ? JsonLine(JsonOf(*checked)) : std::string(), ByText(content, choice));
+        EXPECT_EQ(checked ? FindingsLine(*checked) : std::string(), ByText(content, choice));
     }
 }
 

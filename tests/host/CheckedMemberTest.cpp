@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "check/CheckedMember.h"
+#include "check/FindingsJson.h"
 #include "design/RandomMember.h"
 #include "keltrix/bs5950/SteelMemberBS5950.h"
 #include "support/RandomCases.h"
@@ -63,6 +64,9 @@ const char* NameOf(BS5950::Place place)
     return place == BS5950::Place::LeftEnd ? "left end" : place == BS5950::Place::RightEnd ? "right end" : "inside";
 }
 
+// A utilisation of a resistance of none is infinite, which JSON does not have.
+Json InJson(double value) { return std::isfinite(value) ? Json(value) : Json(); }
+
 TEST(CheckedMember, EveryRowOfTheJsonIsItsPosition)
 {
     int inside = 0;
@@ -81,12 +85,12 @@ TEST(CheckedMember, EveryRowOfTheJsonIsItsPosition)
             ASSERT_EQ(row["position"], p.x) << random.how;
             ASSERT_EQ(row["sub_span"], p.subSpan + 1) << random.how;
             ASSERT_EQ(row["place"], NameOf(p.place)) << random.how;
-            ASSERT_EQ(row["combined"], p.combined) << random.how;
-            ASSERT_EQ(row["axial"], p.axial) << random.how;
-            ASSERT_EQ(row["moment_major"], p.major) << random.how;
-            ASSERT_EQ(row["moment_minor"], p.minor) << random.how;
-            ASSERT_EQ(row["shear_major"], std::fmax(p.shearMajor, p.shearBuckling)) << random.how;
-            ASSERT_EQ(row["shear_minor"], p.shearMinor) << random.how;
+            ASSERT_EQ(row["combined"], InJson(p.combined)) << random.how;
+            ASSERT_EQ(row["axial"], InJson(p.axial)) << random.how;
+            ASSERT_EQ(row["moment_major"], InJson(p.major)) << random.how;
+            ASSERT_EQ(row["moment_minor"], InJson(p.minor)) << random.how;
+            ASSERT_EQ(row["shear_major"], InJson(std::fmax(p.shearMajor, p.shearBuckling))) << random.how;
+            ASSERT_EQ(row["shear_minor"], InJson(p.shearMinor)) << random.how;
             ASSERT_EQ(row["torsion"].is_null(), p.actions.Mt != 0.0) << random.how;
             inside += p.place == BS5950::Place::Inside ? 1 : 0;
             twisted += p.actions.Mt != 0.0 ? 1 : 0;

@@ -7,9 +7,9 @@
 
 #include "Bindings.h"
 #include "check/CheckedMember.h"
+#include "check/FindingsJson.h"
 #include "keltrix/host/Host.h"
 #include "report/HtmlReport.h"
-#include "text/Json.h"
 #include "text/Sha256.h"
 #include "text/Text.h"
 
@@ -129,8 +129,7 @@ py::dict HeadOf(const Outcome& outcome)
 py::str JsonOf(const Outcome& outcome, int depth)
 {
     if (!outcome.checked) throw std::invalid_argument("the member was refused: it has no findings");
-    const Host::Json json = Host::JsonOf(*outcome.checked);
-    return TextOf(depth < 0 ? Host::JsonLine(json) : Host::IndentedJson(json, depth));
+    return TextOf(depth < 0 ? Host::FindingsLine(*outcome.checked) : Host::IndentedFindings(*outcome.checked, depth));
 }
 
 // The interpreter runs on while members are checked.

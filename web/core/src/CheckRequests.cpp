@@ -8,6 +8,7 @@
 #include "check/CheckedBeam.h"
 #include "check/CheckedMember.h"
 #include "check/CodesJson.h"
+#include "check/FindingsJson.h"
 #include "check/TopicSummary.h"
 #include "loads/LoadText.h"
 #include "report/HtmlReport.h"
@@ -209,7 +210,7 @@ Json Lines(const Json& request, std::string_view bytes)
 {
     std::string lines;
     for (const Host::Outcome& outcome : Host::Check(bytes, NameOf(request), SettingsOf(request)).members)
-        if (outcome.checked) lines += Host::JsonLine(Host::JsonOf(*outcome.checked));
+        if (outcome.checked) lines += Host::FindingsLine(*outcome.checked);
     return JsonObject("lines", lines);
 }
 

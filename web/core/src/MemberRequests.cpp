@@ -4,6 +4,7 @@
 #include "Replies.h"
 #include "RequestFields.h"
 #include "check/CheckedMember.h"
+#include "check/FindingsJson.h"
 #include "import/Import.h"
 #include "memberfile/MemberPieces.h"
 #include "text/BadInput.h"
