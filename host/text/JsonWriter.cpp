@@ -20,34 +20,55 @@ constexpr std::string_view ILL_FORMED = "\xEF\xBF\xBD";
 // What stands for itself in a quoted text and is a character of one byte.
 constexpr bool IsPlainInJson(unsigned c) { return c >= 0x20 && c < 0x80 && c != '"' && c != '\\'; }
 
-void AppendEscaped(std::string& text, char32_t c)
+// What one byte or one wide character becomes at most: an escape of a control character.
+constexpr std::size_t LONGEST_ESCAPE = 6;
+constexpr std::size_t LONGEST_NUMBER = 32;
+
+char* Write(char* to, std::string_view text) { return std::copy(text.begin(), text.end(), to); }
+
+char* WriteEscaped(char* to, char32_t c)
 {
     switch (c) {
     case '"':
-        text += "\\\"";
-        return;
+        return Write(to, "\\\"");
     case '\\':
-        text += "\\\\";
-        return;
+        return Write(to, "\\\\");
     case '\b':
-        text += "\\b";
-        return;
+        return Write(to, "\\b");
     case '\f':
-        text += "\\f";
-        return;
+        return Write(to, "\\f");
     case '\n':
-        text += "\\n";
-        return;
+        return Write(to, "\\n");
     case '\r':
-        text += "\\r";
-        return;
+        return Write(to, "\\r");
     case '\t':
-        text += "\\t";
-        return;
+        return Write(to, "\\t");
     default:
         constexpr const char* digits = "0123456789abcdef";
-        text += {'\\', 'u', '0', '0', digits[c >> 4 & 0xF], digits[c & 0xF]};
+        to = Write(to, "\\u00");
+        *to++ = digits[c >> 4 & 0xF];
+        *to++ = digits[c & 0xF];
+        return to;
     }
+}
+
+char* WriteQuoted(char* to, std::string_view text)
+{
+    *to++ = '"';
+    for (std::size_t i = 0; i < text.size();) {
+        if (IsPlainInJson(static_cast<unsigned char>(text[i]))) {
+            *to++ = text[i++];
+            continue;
+        }
+        const auto [value, length] = FirstCodePoint(text.substr(i));
+        if (value < 0x80)
+            to = WriteEscaped(to, value);
+        else
+            to = Write(to, length > 1 ? text.substr(i, length) : ILL_FORMED);
+        i += length;
+    }
+    *to++ = '"';
+    return to;
 }
 
 // The digits of a positive number and the power of ten that its first one stands for.
@@ -71,41 +92,32 @@ Decimal DecimalOf(double value)
 }
 
 // Fixed from 0.0001 up to 10^15, else with an exponent of two digits or more; a whole number has ".0".
-void AppendNumber(std::string& text, double value)
+char* WriteDouble(char* to, double value)
 {
-    if (std::signbit(value)) text += '-';
-    if (value == 0.0) {
-        text += "0.0";
-        return;
-    }
+    if (std::signbit(value)) *to++ = '-';
+    if (value == 0.0) return Write(to, "0.0");
     const Decimal decimal = DecimalOf(std::abs(value));
-    const char* const digits = decimal.digits.data();
-    const auto count = static_cast<std::size_t>(decimal.count);
+    const std::string_view digits(decimal.digits.data(), static_cast<std::size_t>(decimal.count));
     if (decimal.exponent >= 0 && decimal.exponent < 15) {
         const std::size_t whole = static_cast<std::size_t>(decimal.exponent) + 1;
-        text.append(digits, std::min(count, whole));
-        if (count > whole) {
-            text += '.';
-            text.append(digits + whole, count - whole);
-        } else {
-            text.append(whole - count, '0');
-            text += ".0";
-        }
-    } else if (decimal.exponent < 0 && decimal.exponent >= -4) {
-        text += "0.";
-        text.append(static_cast<std::size_t>(-decimal.exponent) - 1, '0');
-        text.append(digits, count);
-    } else {
-        text += digits[0];
-        if (count > 1) {
-            text += '.';
-            text.append(digits + 1, count - 1);
-        }
-        text += decimal.exponent < 0 ? "e-" : "e+";
-        const int power = std::abs(decimal.exponent);
-        if (power < 10) text += '0';
-        text += std::to_string(power);
+        to = Write(to, digits.substr(0, whole));
+        if (digits.size() <= whole) return Write(std::fill_n(to, whole - digits.size(), '0'), ".0");
+        *to++ = '.';
+        return Write(to, digits.substr(whole));
     }
+    if (decimal.exponent < 0 && decimal.exponent >= -4) {
+        to = Write(to, "0.");
+        return Write(std::fill_n(to, -decimal.exponent - 1, '0'), digits);
+    }
+    *to++ = digits[0];
+    if (digits.size() > 1) {
+        *to++ = '.';
+        to = Write(to, digits.substr(1));
+    }
+    to = Write(to, decimal.exponent < 0 ? "e-" : "e+");
+    const int power = std::abs(decimal.exponent);
+    if (power < 10) *to++ = '0';
+    return std::to_chars(to, to + 3, power).ptr;
 }
 
 } // namespace
@@ -115,32 +127,48 @@ JsonWriter JsonWriter::Indented(int depth)
     JsonWriter writer;
     writer.m_isIndented = true;
     writer.m_depth = depth;
-    writer.m_text.append(INDENT * static_cast<std::size_t>(depth), ' ');
+    const std::size_t margin = INDENT * static_cast<std::size_t>(depth);
+    writer.WriteUpTo(std::fill_n(writer.RoomFor(margin), margin, ' '));
     return writer;
 }
 
-void JsonWriter::NewLine()
+std::string JsonWriter::Take()
 {
-    if (!m_isIndented) return;
-    m_text += '\n';
-    m_text.append(INDENT * static_cast<std::size_t>(m_depth), ' ');
+    m_text.resize(m_length);
+    m_length = 0;
+    return std::move(m_text);
 }
 
-void JsonWriter::BeginValue()
+// The end of the text, with room for so many characters after it.
+char* JsonWriter::RoomFor(std::size_t length)
 {
+    if (m_text.size() - m_length < length) m_text.resize(std::max(2 * m_text.size(), m_length + length));
+    return m_text.data() + m_length;
+}
+
+// What stands before a value of at most so many characters: a comma and a new line, where it does not follow its name.
+char* JsonWriter::BeginValue(std::size_t length)
+{
+    const std::size_t margin = m_isIndented ? INDENT * static_cast<std::size_t>(m_depth) : 0;
+    char* to = RoomFor(margin + length + 2);
     if (m_hasName) {
         m_hasName = false;
-        return;
+        return to;
     }
-    if (!m_isEmpty) m_text += ',';
-    NewLine();
+    if (!m_isEmpty) *to++ = ',';
     m_isEmpty = false;
+    if (m_isIndented) {
+        *to++ = '\n';
+        to = std::fill_n(to, margin, ' ');
+    }
+    return to;
 }
 
 void JsonWriter::Begin(char bracket)
 {
-    BeginValue();
-    m_text += bracket;
+    char* to = BeginValue(1);
+    *to++ = bracket;
+    WriteUpTo(to);
     ++m_depth;
     m_isEmpty = true;
 }
@@ -148,77 +176,55 @@ void JsonWriter::Begin(char bracket)
 void JsonWriter::End(char bracket)
 {
     --m_depth;
-    if (!m_isEmpty) NewLine();
-    m_text += bracket;
+    const std::size_t margin = INDENT * static_cast<std::size_t>(m_depth);
+    char* to = RoomFor(margin + 2);
+    if (m_isIndented && !m_isEmpty) {
+        *to++ = '\n';
+        to = std::fill_n(to, margin, ' ');
+    }
+    *to++ = bracket;
+    WriteUpTo(to);
     m_isEmpty = false;
 }
 
 void JsonWriter::Name(std::string_view name)
 {
-    BeginValue();
-    Quote(name);
-    m_text += m_isIndented ? ": " : ":";
+    char* to = BeginValue(LONGEST_ESCAPE * name.size() + 4);
+    to = WriteQuoted(to, name);
+    *to++ = ':';
+    if (m_isIndented) *to++ = ' ';
+    WriteUpTo(to);
     m_hasName = true;
 }
 
-void JsonWriter::PutWord(std::string_view word)
-{
-    BeginValue();
-    m_text += word;
-}
+void JsonWriter::PutWord(std::string_view word) { WriteUpTo(Write(BeginValue(word.size()), word)); }
 
 void JsonWriter::Put(std::nullptr_t) { PutWord("null"); }
 
 void JsonWriter::Put(double value)
 {
-    if (!std::isfinite(value)) {
+    if (std::isfinite(value))
+        WriteUpTo(WriteDouble(BeginValue(LONGEST_NUMBER), value));
+    else
         Put(nullptr);
-        return;
-    }
-    BeginValue();
-    AppendNumber(m_text, value);
-}
-
-void JsonWriter::Quote(std::string_view text)
-{
-    m_text += '"';
-    while (!text.empty()) {
-        const auto end = std::find_if_not(text.begin(), text.end(),
-                                          [](char c) { return IsPlainInJson(static_cast<unsigned char>(c)); });
-        const auto plain = static_cast<std::size_t>(end - text.begin());
-        m_text += text.substr(0, plain);
-        text.remove_prefix(plain);
-        if (text.empty()) break;
-        const auto [value, length] = FirstCodePoint(text);
-        if (value < 0x80)
-            AppendEscaped(m_text, value);
-        else
-            m_text += length > 1 ? text.substr(0, length) : ILL_FORMED;
-        text.remove_prefix(length);
-    }
-    m_text += '"';
 }
 
 void JsonWriter::Put(std::string_view text)
 {
-    BeginValue();
-    Quote(text);
+    WriteUpTo(WriteQuoted(BeginValue(LONGEST_ESCAPE * text.size() + 2), text));
 }
 
 void JsonWriter::Put(std::wstring_view text)
 {
-    BeginValue();
-    const std::size_t before = m_text.size();
-    m_text += '"';
-    for (const wchar_t c : text) {
-        if (!IsPlainInJson(static_cast<unsigned>(c))) {
-            m_text.resize(before);
-            Quote(Utf8(text));
-            return;
-        }
-        m_text += static_cast<char>(c);
+    if (!std::all_of(text.begin(), text.end(), [](wchar_t c) { return IsPlainInJson(static_cast<unsigned>(c)); })) {
+        Put(std::string_view(Utf8(text)));
+        return;
     }
-    m_text += '"';
+    char* to = BeginValue(text.size() + 2);
+    *to++ = '"';
+    to = std::transform(text.begin(), text.end(), to, [](wchar_t c) { return static_cast<char>(c); });
+    *to++ = '"';
+    WriteUpTo(to);
 }
 
 void JsonWriter::Put(const Json& tree)

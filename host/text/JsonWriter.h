@@ -79,17 +79,18 @@ public:
     }
 
     /// The text, which the writer does not hold any more.
-    std::string Take() { return std::move(m_text); }
+    std::string Take();
 
 private:
+    char* RoomFor(std::size_t length);
+    void WriteUpTo(const char* end) { m_length = static_cast<std::size_t>(end - m_text.data()); }
+    char* BeginValue(std::size_t length);
     void Begin(char bracket);
     void End(char bracket);
-    void BeginValue();
-    void NewLine();
     void PutWord(std::string_view word);
-    void Quote(std::string_view text);
 
-    std::string m_text;
+    std::string m_text;       ///< what was written, and room after it
+    std::size_t m_length = 0; ///< of what was written
     bool m_isIndented = false;
     int m_depth = 0;
     bool m_isEmpty = true; ///< what was begun last has no value yet

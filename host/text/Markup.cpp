@@ -99,13 +99,21 @@ private:
             TakeText("<");
             return 1;
         default:
-            const auto end = std::find_if(text.begin(), text.end(), [](char c) {
-                return c == '\n' || c == '\t' || c == '<' || c == LITERAL_LESS;
-            });
-            const auto length = static_cast<std::size_t>(end - text.begin());
+            const std::size_t length = TextLength(text);
             TakeText(text.substr(0, length));
             return length;
         }
+    }
+
+    // The length of a text that begins with none of these.
+    static std::size_t TextLength(std::string_view text)
+    {
+        const std::string_view plain = text.substr(0, PlainLength(text));
+        const std::size_t less = plain.find('<');
+        if (less != std::string_view::npos) return less;
+        const auto end = std::find_if(plain.end(), text.end(),
+                                      [](char c) { return c == '\n' || c == '\t' || c == '<' || c == LITERAL_LESS; });
+        return static_cast<std::size_t>(end - text.begin());
     }
 
     void TakeTab()
@@ -130,7 +138,7 @@ private:
         Document::Cell& cell = m_line.cells.back();
         const Document::Style style = CurrentStyle();
         if (cell.empty() || !(cell.back().style == style)) cell.push_back({{}, style});
-        cell.back().text += Printable(text);
+        AppendPrintable(cell.back().text, text);
     }
 
     // The line's first cell settles what kind of line it is.

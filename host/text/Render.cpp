@@ -23,12 +23,10 @@ constexpr std::size_t WIDEST_COLUMN = 60;
 // What goes on from the line above it.
 constexpr std::size_t HANGING_INDENT = 4;
 
-std::string PlainText(const Document::Cell& cell)
+std::size_t WidthOf(const Document::Cell& cell)
 {
-    std::string text;
-    for (const Document::Run& run : cell)
-        text += run.text;
-    return text;
+    return std::accumulate(cell.begin(), cell.end(), std::size_t{0},
+                           [](std::size_t sum, const Document::Run& run) { return sum + DisplayWidth(run.text); });
 }
 
 // Blanks that pad a cell in the report's text would widen its column.
@@ -42,8 +40,9 @@ void TrimRight(Document::Cell& cell)
     }
 }
 
-bool LooksNumeric(const std::string& text)
+bool LooksNumeric(const Document::Cell& cell)
 {
+    const std::string& text = cell.front().text;
     static constexpr std::string_view starts = "0123456789+-.";
     return starts.find(text[0]) != std::string_view::npos || text.starts_with("inf") || text.starts_with("nan");
 }
@@ -62,7 +61,6 @@ public:
             if (line.kind == Kind::Caption) ShiftCaptions(line);
         }
         Measure();
-        m_groups.push_back({0, m_widths.size(), 0});
         if (m_width != 0) Fit();
     }
 
@@ -108,12 +106,11 @@ private:
                 m_least.resize(line.cells.size(), 0);
             }
             for (std::size_t i = 0; i < line.cells.size(); ++i) {
-                const std::string text = PlainText(line.cells[i]);
-                const std::size_t width = DisplayWidth(text);
+                const std::size_t width = WidthOf(line.cells[i]);
                 if (width <= WIDEST_COLUMN || m_width != 0) m_widths[i] = std::max(m_widths[i], width);
                 if (m_width != 0) m_least[i] = std::max(m_least[i], WidestPart(line.cells[i]));
-                if (isHeader || line.kind != Kind::Row || text.empty()) continue;
-                ++(LooksNumeric(text) ? m_numbers[i] : m_texts[i]);
+                if (isHeader || line.kind != Kind::Row || line.cells[i].empty()) continue;
+                ++(LooksNumeric(line.cells[i]) ? m_numbers[i] : m_texts[i]);
             }
             if (line.kind == Kind::Row) isHeader = false;
         }
@@ -142,9 +139,10 @@ private:
     // their own, whichever fits first.
     void Fit()
     {
+        m_groups.assign(1, {0, m_widths.size(), 0});
         std::size_t indent = 0;
         for (const Document::Line& line : m_lines)
-            indent = std::max(indent, INDENT_WIDTH * static_cast<std::size_t>(line.indent));
+            indent = std::max(indent, IndentOf(line));
         const std::size_t room = m_width > indent ? m_width - indent : 1;
         for (const std::size_t gap : {COLUMN_GAP, COLUMN_GAP - 1}) {
             m_gap = gap;
@@ -184,6 +182,7 @@ private:
     void AppendLine(std::string& out, const Document::Line& line) const
     {
         if (!HasColumns(line)) return AppendText(out, line);
+        if (m_width == 0) return AppendRow(out, line, 0, IndentOf(line), line.cells);
         for (std::size_t place = 0; place < m_groups.size(); ++place)
             AppendGroup(out, line, place);
     }
@@ -191,33 +190,46 @@ private:
     // A line of one cell, or a note across a table.
     void AppendText(std::string& out, const Document::Line& line) const
     {
+        std::size_t indent = IndentOf(line);
+        const auto width = [&] {
+            return std::accumulate(line.cells.begin(), line.cells.end(), indent,
+                                   [](std::size_t sum, const Document::Cell& cell) { return sum + WidthOf(cell); });
+        };
+        if (m_width == 0 || width() <= m_width) {
+            PutLine(out, indent, line.cells, line.heading);
+            return;
+        }
         Document::Cell text;
         for (const Document::Cell& cell : line.cells)
             text.insert(text.end(), cell.begin(), cell.end());
-        std::size_t indent = INDENT_WIDTH * static_cast<std::size_t>(line.indent);
         const std::size_t hanging = indent + HANGING_INDENT;
-        if (m_width == 0 || indent + DisplayWidth(PlainText(text)) <= m_width) {
-            PutLine(out, indent, text, line.heading);
-            return;
-        }
         for (const Document::Cell& part : Wrapped(text, m_width > hanging ? m_width - hanging : 1)) {
-            PutLine(out, indent, part, line.heading);
+            PutLine(out, indent, std::span(&part, 1), line.heading);
             indent = hanging;
         }
     }
 
-    void PutLine(std::string& out, std::size_t indent, const Document::Cell& cell, int heading) const
+    // Cells without gaps between them.
+    void PutLine(std::string& out, std::size_t indent, std::span<const Document::Cell> cells, int heading) const
     {
-        std::string text(indent, ' ');
-        AppendCell(text, cell, heading);
-        PutTrimmed(out, std::move(text));
+        const std::size_t start = out.size();
+        out.append(indent, ' ');
+        for (const Document::Cell& cell : cells)
+            AppendCell(out, cell, heading);
+        EndLine(out, start);
     }
 
-    static void PutTrimmed(std::string& out, std::string text)
+    // Ends the line that began at `start`, without blanks at its end.
+    static void EndLine(std::string& out, std::size_t start)
     {
-        text.erase(text.find_last_not_of(' ') + 1);
-        out += text;
+        while (out.size() > start && out.back() == ' ')
+            out.pop_back();
         out += '\n';
+    }
+
+    static std::size_t IndentOf(const Document::Line& line)
+    {
+        return INDENT_WIDTH * static_cast<std::size_t>(line.indent);
     }
 
     void AppendGroup(std::string& out, const Document::Line& line, std::size_t place) const
@@ -225,8 +237,7 @@ private:
         const Group group{m_groups[place].first, std::min(m_groups[place].last, line.cells.size()),
                           m_groups[place].indent};
         if (place > 0 && group.first >= group.last) return;
-        const std::size_t indent = group.indent + INDENT_WIDTH * static_cast<std::size_t>(line.indent);
-        if (m_width == 0) return AppendRow(out, line, 0, indent, line.cells);
+        const std::size_t indent = group.indent + IndentOf(line);
         std::vector<std::vector<Document::Cell>> columns;
         std::size_t height = 1;
         std::size_t lastFilled = group.last;
@@ -252,25 +263,26 @@ private:
     void AppendRow(std::string& out, const Document::Line& line, std::size_t first, std::size_t indent,
                    const std::vector<Document::Cell>& cells) const
     {
-        std::string text(indent, ' ');
+        const std::size_t start = out.size();
+        out.append(indent, ' ');
         // Blanks are put out only when something follows them.
         std::size_t owed = 0;
         for (std::size_t k = 0; k < cells.size(); ++k) {
             const std::size_t column = first + k;
-            const std::size_t width = DisplayWidth(PlainText(cells[k]));
+            const std::size_t width = WidthOf(cells[k]);
             const std::size_t fill = m_widths[column] - std::min(width, m_widths[column]);
             const bool isRight = IsRight(line, column);
             if (isRight) owed += fill;
             if (!cells[k].empty()) {
-                text.append(owed, ' ');
-                AppendCell(text, cells[k], line.heading);
+                out.append(owed, ' ');
+                AppendCell(out, cells[k], line.heading);
                 owed = 0;
             } else if (isRight) {
                 owed += m_widths[column] - fill;
             }
             owed += m_gap + (isRight ? 0 : fill);
         }
-        PutTrimmed(out, std::move(text));
+        EndLine(out, start);
     }
 
     void AppendCell(std::string& out, const Document::Cell& cell, int heading) const

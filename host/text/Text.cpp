@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 
 #include "keltrix/platform/KxUtil.h"
 #include "keltrix/platform/NumberText.h"
@@ -32,13 +34,15 @@ constexpr LeadByte ReadLeadByte(unsigned char byte)
     return {0, 0, 0};
 }
 
-// Characters that stand for themselves everywhere, and are most of all texts.
 constexpr bool IsPlain(char c) { return c >= 0x20 && c < 0x7F; }
 
-// The length of the run of such characters at the front.
-std::size_t PlainLength(std::string_view utf8)
+// Whether eight characters are plain. Where one is below 0x20 the difference borrows from the next one, but is negative itself.
+bool ArePlain(const char* eight)
 {
-    return static_cast<std::size_t>(std::find_if_not(utf8.begin(), utf8.end(), IsPlain) - utf8.begin());
+    constexpr std::uint64_t ones = 0x0101010101010101;
+    std::uint64_t word = 0;
+    std::memcpy(&word, eight, sizeof(word));
+    return ((word | (word + ones) | (word - 0x20 * ones)) & 0x80 * ones) == 0;
 }
 
 constexpr bool IsControl(char32_t c) { return (c < 0x20 && c != '\n' && c != '\t') || (c >= 0x7F && c < 0xA0); }
@@ -81,6 +85,16 @@ std::string NameOfCodePoint(char32_t value)
 
 } // namespace
 
+std::size_t PlainLength(std::string_view utf8)
+{
+    std::size_t length = 0;
+    while (utf8.size() - length >= 8 && ArePlain(utf8.data() + length))
+        length += 8;
+    while (length < utf8.size() && IsPlain(utf8[length]))
+        ++length;
+    return length;
+}
+
 std::string Utf8(const CString& text)
 {
     if (std::optional<std::string> utf8 = text.ToUtf8()) return *utf8;
@@ -120,23 +134,28 @@ CodePoint FirstCodePoint(std::string_view utf8)
     return {value, lead.length};
 }
 
-std::string Printable(std::string_view utf8)
+void AppendPrintable(std::string& text, std::string_view utf8)
 {
-    std::string result;
-    result.reserve(utf8.size());
     while (!utf8.empty()) {
         const std::size_t plain = PlainLength(utf8);
-        result += utf8.substr(0, plain);
+        text += utf8.substr(0, plain);
         utf8.remove_prefix(plain);
         if (utf8.empty()) break;
         const auto [value, length] = FirstCodePoint(utf8);
         const bool isBad = IsControl(value) || (value == REPLACEMENT_POINT && length == 1);
         if (IsIn(HIDDEN, value))
-            result += NameOfCodePoint(value);
+            text += NameOfCodePoint(value);
         else
-            result += isBad ? REPLACEMENT : utf8.substr(0, length);
+            text += isBad ? REPLACEMENT : utf8.substr(0, length);
         utf8.remove_prefix(length);
     }
+}
+
+std::string Printable(std::string_view utf8)
+{
+    std::string result;
+    result.reserve(utf8.size());
+    AppendPrintable(result, utf8);
     return result;
 }
 

@@ -23,11 +23,16 @@ struct CodePoint {
 };
 CodePoint FirstCodePoint(std::string_view utf8);
 
+/// The length of the run of printable ASCII at the front: what stands for itself everywhere, and is most of all texts.
+std::size_t PlainLength(std::string_view utf8);
+
 /// The same text as a terminal shows and never obeys: every byte that is not part of a well-formed character, and every
 /// control character other than line feed and tab, becomes U+FFFD. What shows nothing but changes what a text seems to say
 /// is named: "[U+202E]" stands for the character that turns the direction of writing, and likewise for the others of that
 /// kind, for characters without width and for the separators of lines and paragraphs.
 std::string Printable(std::string_view utf8);
+/// Adds it to the end of a text.
+void AppendPrintable(std::string& text, std::string_view utf8);
 
 /// The same for a name, which stands in one line: a line feed is named, too, and a tab is a blank.
 std::string PrintableLine(std::string_view utf8);

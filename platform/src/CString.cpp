@@ -428,16 +428,17 @@ private:
 
 constexpr bool IsSurrogate(char32_t c) { return c >= 0xD800 && c <= 0xDFFF; }
 
-void AppendCodePoint(std::wstring& out, char32_t c)
+wchar_t* WriteWide(wchar_t* to, char32_t c)
 {
     if constexpr (sizeof(wchar_t) == 2) {
         if (c >= 0x10000) {
-            out.push_back(static_cast<wchar_t>(0xD800 + ((c - 0x10000) >> 10)));
-            out.push_back(static_cast<wchar_t>(0xDC00 + ((c - 0x10000) & 0x3FF)));
-            return;
+            *to++ = static_cast<wchar_t>(0xD800 + ((c - 0x10000) >> 10));
+            *to++ = static_cast<wchar_t>(0xDC00 + ((c - 0x10000) & 0x3FF));
+            return to;
         }
     }
-    out.push_back(static_cast<wchar_t>(c));
+    *to++ = static_cast<wchar_t>(c);
+    return to;
 }
 
 // Length of the well-formed sequence at the front of `bytes` and its code point; length 0 when it is ill-formed.
@@ -461,24 +462,27 @@ std::size_t DecodeUtf8(std::string_view bytes, char32_t& codePoint)
     return length;
 }
 
-void AppendUtf8(std::string& out, char32_t c)
+constexpr std::size_t LONGEST_UTF8 = 4;
+
+char* WriteUtf8(char* to, char32_t c)
 {
-    const auto continuation = [&](int shift) { out.push_back(static_cast<char>(0x80 | ((c >> shift) & 0x3F))); };
+    const auto continuation = [&](int shift) { *to++ = static_cast<char>(0x80 | ((c >> shift) & 0x3F)); };
     if (c < 0x80) {
-        out.push_back(static_cast<char>(c));
+        *to++ = static_cast<char>(c);
     } else if (c < 0x800) {
-        out.push_back(static_cast<char>(0xC0 | (c >> 6)));
+        *to++ = static_cast<char>(0xC0 | (c >> 6));
         continuation(0);
     } else if (c < 0x10000) {
-        out.push_back(static_cast<char>(0xE0 | (c >> 12)));
+        *to++ = static_cast<char>(0xE0 | (c >> 12));
         continuation(6);
         continuation(0);
     } else {
-        out.push_back(static_cast<char>(0xF0 | (c >> 18)));
+        *to++ = static_cast<char>(0xF0 | (c >> 18));
         continuation(12);
         continuation(6);
         continuation(0);
     }
+    return to;
 }
 
 } // namespace
@@ -590,8 +594,8 @@ void CString::AppendFormatArgs(std::wstring_view format, std::span<const FormatA
 
 std::optional<CString> CString::FromUtf8(std::string_view bytes, std::size_t* errorOffset)
 {
-    std::wstring text;
-    text.reserve(bytes.size());
+    std::wstring text(bytes.size(), L'\0');
+    wchar_t* to = text.data();
     for (std::size_t place = 0; place < bytes.size();) {
         char32_t codePoint = 0;
         const std::size_t length = DecodeUtf8(bytes.substr(place), codePoint);
@@ -599,16 +603,18 @@ std::optional<CString> CString::FromUtf8(std::string_view bytes, std::size_t* er
             if (errorOffset) *errorOffset = place;
             return std::nullopt;
         }
-        AppendCodePoint(text, codePoint);
+        to = WriteWide(to, codePoint);
         place += length;
     }
+    text.resize(static_cast<std::size_t>(to - text.data()));
     return CString(std::move(text));
 }
 
 std::optional<std::string> CString::ToUtf8() const
 {
-    std::string bytes;
-    bytes.reserve(m_text.size());
+    // Has room for a byte of each character that is left.
+    std::string bytes(m_text.size(), '\0');
+    std::size_t length = 0;
     for (std::size_t i = 0; i < m_text.size(); ++i) {
         char32_t c = static_cast<std::make_unsigned_t<wchar_t>>(m_text[i]);
         if constexpr (sizeof(wchar_t) == 2) {
@@ -621,8 +627,10 @@ std::optional<std::string> CString::ToUtf8() const
             }
         }
         if (IsSurrogate(c) || c > 0x10FFFF) return std::nullopt;
-        AppendUtf8(bytes, c);
+        if (c >= 0x80) bytes.resize(bytes.size() + LONGEST_UTF8 - 1);
+        length = static_cast<std::size_t>(WriteUtf8(bytes.data() + length, c) - bytes.data());
     }
+    bytes.resize(length);
     return bytes;
 }
 

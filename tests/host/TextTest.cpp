@@ -1,6 +1,9 @@
 #include "text/Text.h"
 
 #include <limits>
+#include <random>
+#include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 
@@ -18,6 +21,34 @@ TEST(Text, PrintableReplacesControlCharactersAndIllFormedBytes)
     EXPECT_EQ(Printable("\xED\xA0\x80").size(), 9u);              // a surrogate: three bad bytes
     EXPECT_EQ(Printable("\xE2\x82"), "\xEF\xBF\xBD\xEF\xBF\xBD"); // cut off
     EXPECT_EQ(Printable("N/mm\xC2\xB2 \xE2\x82\xAC"), "N/mm\xC2\xB2 \xE2\x82\xAC");
+}
+
+// It looks at several characters at once: each byte at each place among plain ones, and texts of any bytes.
+TEST(Text, ThePlainLengthIsThatFoundByteByByte)
+{
+    const auto byteByByte = [](std::string_view text) {
+        std::size_t length = 0;
+        while (length < text.size() && text[length] >= 0x20 && text[length] < 0x7F)
+            ++length;
+        return length;
+    };
+    for (std::size_t size = 0; size < 20; ++size) {
+        for (std::size_t place = 0; place < size; ++place) {
+            for (int byte = 0; byte < 256; ++byte) {
+                std::string text(size, byte % 2 == 0 ? ' ' : '~');
+                text[place] = static_cast<char>(byte);
+                ASSERT_EQ(PlainLength(text), byteByByte(text)) << size << ", " << place << ", " << byte;
+            }
+        }
+    }
+    constexpr unsigned SEED = 7;
+    std::mt19937 random(SEED);
+    for (int i = 0; i < 20000; ++i) {
+        std::string text(random() % 40, ' ');
+        for (char& c : text)
+            c = static_cast<char>(random() % 8 == 0 ? random() % 256 : 0x20 + random() % 0x5F);
+        ASSERT_EQ(PlainLength(text), byteByByte(text)) << "seed " << SEED;
+    }
 }
 
 TEST(Text, WhatIsHiddenAndChangesATextIsNamed)

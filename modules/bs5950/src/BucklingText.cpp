@@ -5,6 +5,7 @@
 
 #include "BucklingLines.h"
 #include "ElasticRules.h"
+#include "MemberCheck.h"
 #include "MemberText.h"
 
 namespace Keltrix::BS5950 {
@@ -116,9 +117,9 @@ void MemberText::BesideElastic(const SpanResult& span)
          m_fmt.Moment(tables.effect), m_fmt.Moment(tables.resistance), m_fmt.Util(tables.utilisation));
 }
 
-void MemberText::ElasticOffers()
+void MemberText::ElasticOffers(const std::vector<SpanResult>& offers)
 {
-    for (const SpanResult& span : ElasticRules(m_model).Offers(m_found.spans)) {
+    for (const SpanResult& span : offers) {
         SpanTitle(L"For information, lateral-torsional buckling by the elastic critical moment", span);
         const CResultIndent indent(&m_result);
         BucklingLines lines(m_model);
@@ -144,7 +145,9 @@ void MemberText::Buckling()
         Interaction(interaction);
     for (const AcrossResult& across : m_found.across)
         Across(across);
-    ElasticOffers();
+    const std::vector<SpanResult> offers = ElasticRules(m_model).Offers(m_found.spans);
+    m_found.information = Information(m_model, m_found, offers);
+    ElasticOffers(offers);
     Summary();
 }
 

@@ -289,7 +289,8 @@ LedgerEntry InformationEntry(const SpanResult& span, const wchar_t* reason)
 
 } // namespace
 
-void ElasticRules::AddInformation(const std::vector<SpanResult>& spans, std::vector<LedgerEntry>& entries) const
+void ElasticRules::AddInformation(const std::vector<SpanResult>& spans, const std::vector<SpanResult>& offers,
+                                  std::vector<LedgerEntry>& entries) const
 {
     for (const SpanResult& span : spans) {
         if (!span.lateral.elastic || !span.applied) continue;
@@ -297,7 +298,7 @@ void ElasticRules::AddInformation(const std::vector<SpanResult>& spans, std::vec
         if (tables.applied)
             entries.push_back(InformationEntry(tables, L"by Tables 13, 14 and 18, the way that is not used here"));
     }
-    for (const SpanResult& unit : Offers(spans)) {
+    for (const SpanResult& unit : offers) {
         const bool held = unit.lateral.elastic->outcome != Outcome::NotHeld;
         entries.push_back(InformationEntry(
             unit, held ? L"by the elastic critical moment, which the option ltb takes; the check above is by the tables"

@@ -23,8 +23,9 @@ public:
     SpanResult WorstByTables(const SpanResult& span) const;
     /// The elastic figures that are offered beside the tables, one for each unit.
     std::vector<SpanResult> Offers(const std::vector<SpanResult>& spans) const;
-    /// Entries of status Information.
-    void AddInformation(const std::vector<SpanResult>& spans, std::vector<LedgerEntry>& entries) const;
+    /// Entries of status Information; `offers` are those of these spans.
+    void AddInformation(const std::vector<SpanResult>& spans, const std::vector<SpanResult>& offers,
+                        std::vector<LedgerEntry>& entries) const;
 
 private:
     struct Analysis;

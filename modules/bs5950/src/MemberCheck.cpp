@@ -173,10 +173,11 @@ void MemberCheck::CheckBuckling()
     m_found.ledger.MarkGoverning();
 }
 
-std::vector<LedgerEntry> Information(const MemberModel& model, const MemberResults& found)
+std::vector<LedgerEntry> Information(const MemberModel& model, const MemberResults& found,
+                                     const std::vector<SpanResult>& offers)
 {
     std::vector<LedgerEntry> entries;
-    ElasticRules(model).AddInformation(found.spans, entries);
+    ElasticRules(model).AddInformation(found.spans, offers, entries);
     const std::vector<LedgerEntry> struts = StrutInformation(model, found.spans);
     entries.insert(entries.end(), struts.begin(), struts.end());
     return entries;

@@ -28,7 +28,8 @@ private:
     MemberResults& m_found;
 };
 
-/// Figures beside the rules, as entries of status Information. Calculated at each call.
-std::vector<LedgerEntry> Information(const MemberModel& model, const MemberResults& found);
+/// Figures beside the rules, as entries of status Information; `offers` are the elastic ones of the spans found.
+std::vector<LedgerEntry> Information(const MemberModel& model, const MemberResults& found,
+                                     const std::vector<SpanResult>& offers);
 
 } // namespace Keltrix::BS5950

@@ -78,7 +78,6 @@ void MemberText::LedgerTable()
 {
     Line(L"<h4>Ledger of checks:</h4>");
     CString rows = L"<table><align left>Clause\tRule\tStatus\tWhere\tUtilisation\tResistance\n";
-    m_found.information = Information(m_model, m_found);
     const std::vector<LedgerEntry>& entries = m_found.ledger.Entries();
     rows.Reserve(LEDGER_ROW * (entries.size() + m_found.information->size() + 2));
     const auto row = [&](const LedgerEntry& e) {

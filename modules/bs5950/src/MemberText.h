@@ -25,7 +25,7 @@ private:
     void Interaction(const InteractionResult& r);
     void Across(const AcrossResult& r);
     /// Elastic critical moments beside checks by the tables.
-    void ElasticOffers();
+    void ElasticOffers(const std::vector<SpanResult>& offers);
     /// Assumptions, rules not evaluated and the ledger.
     void Summary();
     void Position(std::size_t index);

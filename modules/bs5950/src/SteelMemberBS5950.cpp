@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 
+#include "ElasticRules.h"
 #include "FindingSteps.h"
 #include "MemberCheck.h"
 #include "MemberText.h"
@@ -192,7 +193,8 @@ std::vector<LedgerEntry> CSteelMemberBS5950::InformationEntries() const
 {
     if (m_found.spans.empty()) return {};
     if (m_found.information) return *m_found.information;
-    return BS5950::Information(MemberModel(Input()), m_found);
+    const MemberModel model(Input());
+    return BS5950::Information(model, m_found, ElasticRules(model).Offers(m_found.spans));
 }
 
 namespace {
