@@ -53,7 +53,8 @@ public:
     void AppendTo(CString& text) const
     {
         std::array<wchar_t, CAPACITY> wide;
-        const auto upper = [](char c) { return static_cast<wchar_t>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c); };
+        // Numbers have no character above the small letters.
+        const auto upper = [](char c) { return static_cast<wchar_t>(c >= 'a' ? c - 'a' + 'A' : c); };
         wchar_t* const end = std::transform(m_buffer.data(), static_cast<const char*>(m_end), wide.data(), upper);
         text += std::wstring_view(wide.data(), static_cast<std::size_t>(end - wide.data()));
     }

@@ -33,7 +33,7 @@ const std::vector<double>& GreaterOrFirst(const std::vector<double>& a, const st
 /// Replaces texts by an empty one and that many notes; those that are such texts already are left as they are.
 void PutNotes(std::vector<CString>& texts, std::size_t numNotes, bool alreadyNotes)
 {
-    if (!alreadyNotes || texts.empty()) texts.assign(1, CString());
+    if (!alreadyNotes) texts.assign(1, CString());
     if (texts.size() > 1 + numNotes) texts.resize(1 + numNotes);
     while (texts.size() < 1 + numNotes)
         texts.emplace_back(NOT_STORED);

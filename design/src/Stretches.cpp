@@ -239,10 +239,10 @@ private:
                 merged.push_back(s);
                 continue;
             }
-            const std::size_t f = s.flange[0] ? 0 : 1;
+            // The sorting keeps those of the first flange in front.
             before->flange = {true, true};
-            before->left.ofFlange[f] = s.left.ofFlange[f];
-            before->right.ofFlange[f] = s.right.ofFlange[f];
+            before->left.ofFlange[1] = s.left.ofFlange[1];
+            before->right.ofFlange[1] = s.right.ofFlange[1];
             before->left.restraint = Resolved(Together(before->left.restraint, s.left.restraint), 0);
             before->right.restraint = Resolved(Together(before->right.restraint, s.right.restraint), 0);
         }

@@ -4,6 +4,9 @@
 #include <string>
 
 #include "keltrix/design/Findings.h"
+#include "keltrix/design/LateralLength.h"
+#include "keltrix/design/SectionProperties.h"
+#include "keltrix/design/Stretches.h"
 
 using namespace Keltrix;
 
@@ -25,6 +28,36 @@ TEST(Findings, StatusesOfRulesHaveTheirWords)
     EXPECT_EQ(std::wstring(Design::StatusName(CheckStatus::Information)), L"information");
 }
 
+// A value of another version of a code module: never a pass, and text without a unit that it may not have.
+TEST(Findings, AnUnknownValueIsNoPass)
+{
+    EXPECT_EQ(std::wstring(Design::StatusName(static_cast<Design::Status>(99))), L"not checked");
+    EXPECT_EQ(std::wstring(Design::StatusName(static_cast<Design::CheckStatus>(99))), L"not evaluated");
+    EXPECT_EQ(std::wstring(Design::TopicName(static_cast<Design::Topic>(99))), L"other");
+    EXPECT_EQ(Design::QuantityText(static_cast<Design::Quantity>(99), 0.85, CDesFormat()), CString(L"0.85"));
+    EXPECT_EQ(std::wstring(Design::FabricationName(static_cast<Design::Fabrication>(99))), L"welded");
+    EXPECT_EQ(std::wstring(Design::FabricationText(static_cast<Design::Fabrication>(99))), L"welded");
+    EXPECT_EQ(std::wstring(Design::EndKindText(static_cast<Design::EndKind>(99))), L"end of the member, not held");
+    EXPECT_EQ(std::wstring(Design::TextOf(static_cast<Design::LateralTable>(99))), L"the longer of Tables 13 and 14");
+}
+
+TEST(Findings, TheWorstOfARuleIsNoFigureForInformation)
+{
+    Design::MemberFindings findings;
+    for (const auto& [status, utilisation] : {std::pair{Design::CheckStatus::Passed, 0.5},
+                                              {Design::CheckStatus::Information, 0.9},
+                                              {Design::CheckStatus::Passed, 0.7}}) {
+        Design::RuleFinding finding;
+        finding.rule = 4;
+        finding.status = status;
+        finding.utilisation = utilisation;
+        findings.rules.push_back(finding);
+    }
+    ASSERT_NE(findings.Worst(4), nullptr);
+    EXPECT_EQ(findings.Worst(4)->utilisation, 0.7);
+    EXPECT_EQ(findings.Worst(5), nullptr);
+}
+
 // Two codes stand side by side by these: no two topics share a name, and each has one.
 TEST(Findings, EveryTopicHasANameOfItsOwn)
 {
@@ -44,6 +77,7 @@ TEST(Findings, AQuantityHasItsUnit)
     EXPECT_EQ(Design::QuantityText(Design::Quantity::Force, 528e3, fmt), CString(L"528 kN"));
     EXPECT_EQ(Design::QuantityText(Design::Quantity::Moment, 404e3, fmt), CString(L"404 kNm"));
     EXPECT_EQ(Design::QuantityText(Design::Quantity::Stress, 275e6, fmt), CString(L"275 N/mm²"));
+    EXPECT_EQ(Design::QuantityText(Design::Quantity::Modulus, 1471e-6, fmt), CString(L"1471 cm³"));
     EXPECT_EQ(Design::QuantityText(Design::Quantity::None, 0.85, fmt), CString(L"0.85"));
 }
 

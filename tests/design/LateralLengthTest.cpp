@@ -121,4 +121,47 @@ TEST(LateralLength, BesideATipHeldInTheFourthWayIsTheLongerOfBothTables)
     EXPECT_EQ(length.tipMoment, 0.0) << "Table 13 does not know it";
 }
 
+// Held vertically in the middle only, both ends are tips, each with its own row of Table 14: the longer length counts, on whichever side.
+TEST(LateralLength, BetweenTwoTipsIsTheLongerOfBoth)
+{
+    const auto between = [](const wchar_t* left, const wchar_t* right) {
+        Member m;
+        AddPoint(m, 0.0, left);
+        AddPoint(m, 2.0, L"MAJV");
+        AddPoint(m, 4.0, right);
+        AddSubSpan(m, 50e3, 50e3, 0.0, 100e3);
+        AddSubSpan(m, -50e3, -50e3, 100e3, 0.0);
+        return Last(m, Flange::First);
+    };
+    const double freeTips = between(L"Free", L"Free").LE;
+    const double oneHeld = between(L"Free", L"TR").LE;
+    EXPECT_EQ(oneHeld, between(L"TR", L"Free").LE);
+    EXPECT_GE(freeTips, oneHeld);
+}
+
+// Hosts may ask while points and sub-spans do not match: what is there counts.
+TEST(LateralLength, DestabilisingLoadsAreSoughtInWhatThereIs)
+{
+    Member m = Beam(L"Pinned");
+    const MomentDiagram diagram(m.points, m.subSpans, Bending::Major);
+    const Stretch whole = Design::FindStretches(m.points, m.subSpans, diagram).front();
+    Member fewSubSpans = m;
+    Steel::CRestraint below = Restraint(L"Free");
+    below.SetLoadHeight(-0.2);
+    for (const double x : {3.0, 5.0}) {
+        AddPoint(fewSubSpans, x, L"Free");
+        fewSubSpans.points.back().SetRestraint(below);
+    }
+    EXPECT_FALSE(Design::IsDestabilised(whole, fewSubSpans.points, fewSubSpans.subSpans));
+    Member manySubSpans = m;
+    AddSubSpan(manySubSpans, -60e3, 60e3, 0.0, 0.0);
+    manySubSpans.subSpans.push_back(manySubSpans.subSpans.front());
+    Steel::CRestraint above = Restraint(L"Free");
+    above.SetLoadHeight(0.2);
+    manySubSpans.subSpans[1].SetRestraint(above);
+    EXPECT_FALSE(Design::IsDestabilised(whole, manySubSpans.points, manySubSpans.subSpans));
+    manySubSpans.subSpans[0].SetRestraint(above);
+    EXPECT_TRUE(Design::IsDestabilised(whole, manySubSpans.points, manySubSpans.subSpans));
+}
+
 } // namespace

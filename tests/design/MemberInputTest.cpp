@@ -77,6 +77,9 @@ TEST(MemberInput, NumbersThatAreNotFiniteAreRefused)
         m.subSpans[1].SetMomentsAll({0.0, -90e3, 0.0}, {0.0, 0.0, wrong});
         EXPECT_EQ(refusal(m).second, L"a force or a moment is not a finite number");
         m = sound;
+        m.subSpans[0].SetForcesAll({0.0, 0.0, -60e3}, {wrong, 0.0, 0.0});
+        EXPECT_EQ(refusal(m).second, L"a force or a moment is not a finite number");
+        m = sound;
         CRestraint held = m.subSpans[0].GetRestraint();
         held.SetLoadHeight(wrong);
         m.subSpans[0].SetRestraint(held);
@@ -108,6 +111,22 @@ TEST(MemberInput, NeighboursOfTheSameLoadAreAssumedTogether)
     EXPECT_EQ(std::wstring(loads[2].name), L"uniform load, minor axis");
     EXPECT_NEAR(loads[2].value, 200.0, 1e-9);
     EXPECT_EQ(loads[2].start, 3.0);
+}
+
+// A point load between two points in one place is no load along a length.
+TEST(MemberInput, ASubSpanOfNoLengthHasNoUniformLoad)
+{
+    Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddPoint(m, 3.0, L"Free");
+    AddPoint(m, 3.0, L"Free");
+    AddPoint(m, 6.0, L"Pinned");
+    AddSubSpan(m, -50e3, -50e3, 0.0, -150e3);
+    AddSubSpan(m, -50e3, 50e3, -150e3, -150e3);
+    AddSubSpan(m, 50e3, 50e3, -150e3, 0.0);
+    std::vector<Design::Assumption> loads;
+    Design::AssumeUniformLoads(Diagram(m, Bending::Major), Diagram(m, Bending::Minor), loads);
+    EXPECT_TRUE(loads.empty());
 }
 
 TEST(MemberInput, EachUnbalancedSubSpanIsWarnedOfOnceForEachAxis)

@@ -255,4 +255,43 @@ TEST(Combination, OfTwoDiagramsIsThatOfTheForces)
     }
 }
 
+// Points in one place: a sub-span of no length at an end of the member has the values of its own ends there.
+TEST(MomentDiagram, ASubSpanOfNoLengthAtAnEndHasItsOwnValues)
+{
+    Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddPoint(m, 0.0, L"Free");
+    AddPoint(m, 6.0, L"Free");
+    AddPoint(m, 6.0, L"Pinned");
+    AddSubSpan(m, -10e3, -20e3, 5e3, 10e3);
+    AddSubSpan(m, -60e3, 60e3, 20e3, 20e3);
+    AddSubSpan(m, 20e3, 10e3, 30e3, 40e3);
+    const MomentDiagram d = Major(m);
+    EXPECT_EQ(d.LeftOf(0.0).greatest, 10e3);
+    EXPECT_EQ(d.RightOf(0.0).greatest, 20e3);
+    EXPECT_EQ(d.LeftOf(6.0).greatest, 20e3);
+    EXPECT_EQ(d.RightOf(6.0).greatest, 30e3);
+    EXPECT_EQ(d.Between(0.0, 6.0).greatest, 40e3) << "nothing is left out";
+}
+
+TEST(MomentDiagram, BeyondTheMemberIsItsEnd)
+{
+    const MomentDiagram d = Major(OneSubSpan(-60e3, 60e3, 10e3, 10e3));
+    EXPECT_EQ(d.LeftOf(7.0).greatest, 10e3);
+    EXPECT_EQ(d.RightOf(-1.0).greatest, 10e3);
+}
+
+// An axis that takes no part leaves the sum balanced, whatever its own moments are.
+TEST(MomentDiagram, AnAxisWithoutPartInASumDoesNotUnbalanceIt)
+{
+    Member m = OneSubSpan(-60e3, 60e3, 0.0, 920.0);
+    ASSERT_FALSE(Major(m).IsBalanced(0));
+    EXPECT_TRUE((MomentDiagram{m.points, m.subSpans, 0.0, 1.0}.IsBalanced(0)));
+    EXPECT_FALSE((MomentDiagram{m.points, m.subSpans, 1.0, 0.0}.IsBalanced(0)));
+    m.subSpans[0].SetForcesAll({0.0, 60e3, -60e3}, {0.0, -60e3, 60e3});
+    m.subSpans[0].SetMomentsAll({0.0, 0.0, 0.0}, {0.0, 0.0, 920.0});
+    EXPECT_TRUE((MomentDiagram{m.points, m.subSpans, 1.0, 0.0}.IsBalanced(0)));
+    EXPECT_FALSE((MomentDiagram{m.points, m.subSpans, 1.0, 1.0}.IsBalanced(0)));
+}
+
 } // namespace

@@ -59,4 +59,15 @@ TEST(Places, LevelsAreReachedStrictlyInside)
     EXPECT_EQ(places.size(), 3u);
 }
 
+// A level that the curve has at an end only is at no place between the ends.
+TEST(Places, ALevelAtAnEndIsNoPlace)
+{
+    std::vector<double> places;
+    AddPlacesAtLevel({0.0, 2.0, 0.0}, 2.0, places);
+    AddPlacesAtLevel({0.0, 2.0, 0.0}, 0.0, places);
+    EXPECT_TRUE(places.empty());
+    AddPlacesAtLevel({0.0, 2.0, 0.0}, 0.5, places);
+    EXPECT_EQ(places, std::vector<double>{0.25});
+}
+
 } // namespace

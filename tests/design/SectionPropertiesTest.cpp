@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace {
@@ -75,6 +76,7 @@ TEST(SectionProperties, AreThereOnlyWhereThePartsFitIntoTheOutline)
         {L"C 100x50x6x8x10x8", L"C 100x50x6x8x10x9"}, // the toe takes no more than the flange
         {L"C 100x24x6x8x10x8", L"C 100x23x6x8x10x8"}, // web, fillet and toe beside each other
         {L"C 37x50x6x8x10x4", L"C 36x50x6x8x10x4"},   // a web between the fillets
+        {L"TEE 200x150x10x15x8x15", L"TEE 200x150x10x15x8x16"},
         {L"ANGLE 60x60x6x8x6", L"ANGLE 60x60x6x8x7"}, // toe and thickness
         {L"ANGLE 60x15x6x8x0", L"ANGLE 60x14x6x8x0"}, // a leg beside the fillet
         {L"TUBE 50x24.9", L"TUBE 50x25"},
@@ -85,6 +87,29 @@ TEST(SectionProperties, AreThereOnlyWhereThePartsFitIntoTheOutline)
         EXPECT_EQ(MakeGeometry(CSection(CString(doesNot))), nullptr) << CString(doesNot).ToUtf8().value();
         EXPECT_FALSE(MakeProperties(CSection(CString(doesNot)), nullptr));
     }
+}
+
+// A host can set any number.
+TEST(SectionProperties, AreNotThereForDimensionsThatAreNone)
+{
+    constexpr double INFINITE = std::numeric_limits<double>::infinity();
+    const auto has = [](const wchar_t* description, CSecGeom::Prop prop, double value) {
+        CSection s{CString(description)};
+        CSecComp c = s.Component(0);
+        c.SetDimension(prop, value);
+        s.SetComponent(0, c);
+        return MakeGeometry(s) != nullptr;
+    };
+    const wchar_t* const section = L"GI 600x300x200x12x20x15";
+    EXPECT_TRUE(has(section, CSecGeom::DEPTH, 0.5));
+    for (const CSecGeom::Prop prop :
+         {CSecGeom::DEPTH, CSecGeom::WIDTH, CSecGeom::WEB_THICKNESS, CSecGeom::FLANGE_THICKNESS,
+          CSecGeom::BOTTOM_FLANGE_WIDTH, CSecGeom::BOTTOM_FLANGE_THICKNESS})
+        for (const double value : {0.0, -0.01, INFINITE, std::nan("")})
+            EXPECT_FALSE(has(section, prop, value)) << prop << ", " << value;
+    for (const CSecGeom::Prop prop : {CSecGeom::ROOT_RADIUS, CSecGeom::TOE_RADIUS})
+        for (const double value : {-0.001, std::nan("")})
+            EXPECT_FALSE(has(L"C 100x50x6x8x10x4", prop, value)) << prop << ", " << value;
 }
 
 // Cold-formed channels are sections too: what a code does not cover it refuses itself.

@@ -252,4 +252,50 @@ TEST(Stretches, CoverTheMemberOnceForEachFlangeAndDoNotDependOnDivision)
     }
 }
 
+TEST(Stretches, ThereAreNoneWithoutALength)
+{
+    Member m;
+    EXPECT_TRUE(Stretches(m).empty());
+    AddPoint(m, 0.0, L"Pinned");
+    EXPECT_TRUE(Stretches(m).empty());
+    AddPoint(m, 6.0, L"Pinned");
+    EXPECT_TRUE(Stretches(m).empty()) << "no sub-span";
+}
+
+// Three points in one place that hold both flanges.
+TEST(Stretches, OfNoLengthAreNotMixedUp)
+{
+    Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    for (int i = 0; i < 3; ++i)
+        AddPoint(m, 3.0, L"Top and Bottom flange lateral");
+    AddPoint(m, 6.0, L"Pinned");
+    AddSubSpan(m, -50e3, -50e3, 0.0, -150e3);
+    AddSubSpan(m, -50e3, 0.0, -150e3, -150e3);
+    AddSubSpan(m, 0.0, 50e3, -150e3, -150e3);
+    AddSubSpan(m, 50e3, 50e3, -150e3, 0.0);
+    const std::vector<Stretch> found = Stretches(m);
+    ASSERT_GE(found.size(), 3U);
+    EXPECT_EQ(found.front().right.x, 3.0);
+    EXPECT_EQ(found.back().left.x, 3.0);
+    for (const Stretch& s : found)
+        EXPECT_TRUE(s.right.x == s.left.x || (s.Has(Flange::First) && s.Has(Flange::Second)));
+}
+
+// Below a thousand millionth of the member's largest moment there is none: a zero in front of so little is no contraflexure.
+TEST(Stretches, NoMomentAfterAZeroIsNoContraflexure)
+{
+    const auto words = [](double endMoment) {
+        Member m;
+        AddPoint(m, 0.0, L"Pinned");
+        AddPoint(m, 3.0, L"Pinned");
+        AddPoint(m, 6.0, L"Pinned");
+        AddSubSpan(m, -1e9 / 3.0, -1e9 / 3.0, 1e9, 10.0);
+        AddSubSpan(m, (endMoment - 10.0) / 3.0, (endMoment - 10.0) / 3.0, 10.0, endMoment, L"FCL");
+        return Words(Stretches(m));
+    };
+    EXPECT_EQ(words(-0.5), words(0.0));
+    EXPECT_NE(words(-5.0), words(0.0));
+}
+
 } // namespace

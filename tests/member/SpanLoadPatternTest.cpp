@@ -221,6 +221,10 @@ TEST(SpanLoadPattern, WithoutSubSpansCentreAndUniformLoadAreTrue)
     EXPECT_FALSE(span.IsLoadedWithPointLoad());
     EXPECT_TRUE(span.IsLoadedWithCentrePointLoad());
     EXPECT_TRUE(span.IsLoadedWithUDL());
+    EXPECT_FALSE(span.IsLeftEndMomentLoaded());
+    EXPECT_FALSE(span.IsRightEndMomentLoaded());
+    EXPECT_FALSE(span.IsLeftEndMomentLoadOnly());
+    EXPECT_FALSE(span.IsRightEndMomentLoadOnly());
 }
 
 // Loaded or not

@@ -604,6 +604,15 @@ TEST(SpanExtremes, WithoutSubSpansAreTheSubSpanAtTheLeftPlace)
     EXPECT_EQ(layout.Span(2, 2).MinForces().Get1Index(), 3);
 }
 
+TEST(SpanExtremes, AtTheLastPointThereIsNoSubSpan)
+{
+    const Layout layout = Numbered();
+    const CSpan span = layout.Span(4, 4);
+    EXPECT_EQ(Shown{span.MaxForces().GetForcesLeft()}, Shown(zero));
+    EXPECT_EQ(Shown{span.MinForces().GetMomentsRight()}, Shown(zero));
+    EXPECT_EQ(span.ContinuousRestraint().RestFlag(), 0);
+}
+
 TEST(SpanExtremes, NotANumberInTheFirstSubSpanStaysAndLaterIsPassedOver)
 {
     Layout layout({0.0, 1.0, 2.0});
@@ -652,6 +661,22 @@ TEST(SpanInterpolation, RoundingOntoTheMembersEndGivesItsOnlySide)
     const double t = std::nextafter(1.0, 0.0);
     ASSERT_EQ(layout.Whole().InterpolatePosition(t), 0.9);
     EXPECT_EQ(layout.Whole().InterpolateForces(t).z, 3.0);
+}
+
+TEST(SpanInterpolation, RoundingOntoTheMembersStartGivesItsOnlySide)
+{
+    Layout layout({5.0, 7.0});
+    layout.Fz({1.0, 3.0});
+    constexpr double t = 1e-300;
+    ASSERT_EQ(layout.Whole().InterpolatePosition(t), 5.0);
+    EXPECT_EQ(layout.Whole().InterpolateForces(t).z, 1.0);
+}
+
+TEST(SpanInterpolation, BeforeTheMemberTheFirstSubSpanGoesOn)
+{
+    Layout layout({0.0, 2.0, 4.0});
+    layout.Fz({1.0, 3.0, 7.0, 9.0});
+    EXPECT_EQ(layout.Whole().InterpolateForces(-0.25).z, 0.0);
 }
 
 TEST(SpanInterpolation, IsLinearAlongASubSpan)

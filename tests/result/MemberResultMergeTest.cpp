@@ -171,6 +171,19 @@ TEST(ResultMerge, WhereEitherHasNoTextTheSumHoldsOnlyNotes)
     EXPECT_EQ(Texts(bn), (std::vector<std::string>{"", notStored}));
 }
 
+TEST(ResultMerge, NotesAreNoMoreThanTheShorterRecordNeeds)
+{
+    CMemberResult sum = WithTexts({L"a0", L"a1", L"a2"});
+    CMemberResult other = WithTexts({L"b0", L"b1"});
+    other.EnableText(false);
+    sum += other;
+    EXPECT_EQ(Texts(sum), (std::vector<std::string>{"", notStored, notStored, notStored}));
+    CMemberResult none;
+    none.IniDynaArray(1);
+    sum += none;
+    EXPECT_EQ(Texts(sum), (std::vector<std::string>{"", notStored}));
+}
+
 TEST(ResultMerge, EachSumWithoutTextGrowsByOneEntry)
 {
     CMemberResult sum;
