@@ -92,7 +92,7 @@ TEST(SectionProperties, AreThereOnlyWhereThePartsFitIntoTheOutline)
 // A host can set any number.
 TEST(SectionProperties, AreNotThereForDimensionsThatAreNone)
 {
-    constexpr double INFINITE = std::numeric_limits<double>::infinity();
+    constexpr double unbounded = std::numeric_limits<double>::infinity();
     const auto has = [](const wchar_t* description, CSecGeom::Prop prop, double value) {
         CSection s{CString(description)};
         CSecComp c = s.Component(0);
@@ -105,7 +105,7 @@ TEST(SectionProperties, AreNotThereForDimensionsThatAreNone)
     for (const CSecGeom::Prop prop :
          {CSecGeom::DEPTH, CSecGeom::WIDTH, CSecGeom::WEB_THICKNESS, CSecGeom::FLANGE_THICKNESS,
           CSecGeom::BOTTOM_FLANGE_WIDTH, CSecGeom::BOTTOM_FLANGE_THICKNESS})
-        for (const double value : {0.0, -0.01, INFINITE, std::nan("")})
+        for (const double value : {0.0, -0.01, unbounded, std::nan("")})
             EXPECT_FALSE(has(section, prop, value)) << prop << ", " << value;
     for (const CSecGeom::Prop prop : {CSecGeom::ROOT_RADIUS, CSecGeom::TOE_RADIUS})
         for (const double value : {-0.001, std::nan("")})

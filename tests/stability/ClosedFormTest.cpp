@@ -364,6 +364,9 @@ TEST(SectionConstants, Refusals)
         "critical loads of plane bending do not cover");
     EXPECT_EQ(refusal(beam, 0.0), "Young's modulus and shear modulus must be above zero");
     EXPECT_EQ(refusal(CSection(), 210e9), "the shape of the section is not known");
+    CString reason;
+    EXPECT_FALSE(Stability::MakeSectionConstants(beam, 210e9, std::nan(""), &reason));
+    EXPECT_EQ(*reason.ToUtf8(), "Young's modulus and shear modulus must be above zero");
     EXPECT_EQ(refusal(HostI(0.4, -0.18, 0.0086, 0.0135, 0.021), 210e9), "the dimensions are not those of a section");
 }
 

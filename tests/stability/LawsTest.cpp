@@ -3,8 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cmath>
+#include <functional>
 #include <limits>
+#include <utility>
 
+#include "keltrix/stability/AcrossWeb.h"
 #include "stability/RandomBuckling.h"
 
 namespace StabilityTest {
@@ -424,6 +428,74 @@ TEST(Unusual, NumbersThatAreNone)
     r.SetRefLoadHeight(static_cast<Data::LoadPos>(7));
     reference.points[1].SetRestraint(r);
     EXPECT_FALSE(Analyse(reference, s).IsAnswered());
+}
+
+// Each input that is no member, with what is said of it.
+TEST(Unusual, WhatIsNoMemberIsRefusedWithItsReason)
+{
+    using Keltrix::Steel::CSubSpan;
+    const SectionConstants sound = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
+    const auto reason = [](const Member& m, const SectionConstants& s) {
+        const CriticalLoads loads = Analyse(m, s);
+        EXPECT_TRUE(loads.units.empty());
+        EXPECT_EQ(loads.governing, -1);
+        return loads.reason;
+    };
+    const Member beam = Beam(6.0, 1.0, 1.0);
+    for (double SectionConstants::*const value :
+         {&SectionConstants::E, &SectionConstants::G, &SectionConstants::A, &SectionConstants::Iy,
+          &SectionConstants::Iz, &SectionConstants::It}) {
+        for (const double bad : {0.0, -1.0, std::numeric_limits<double>::infinity()}) {
+            SectionConstants s = sound;
+            s.*value = bad;
+            EXPECT_EQ(reason(beam, s),
+                      CString(L"moduli, area and second moments of the section must be finite and above zero"));
+        }
+    }
+    SectionConstants s = sound;
+    s.Iw = -1e-9;
+    EXPECT_EQ(reason(beam, s), CString(L"the warping constant is below zero"));
+    s = sound;
+    std::swap(s.flange[0], s.flange[1]);
+    EXPECT_EQ(reason(beam, s), CString(L"flange 1 must lie above flange 2"));
+
+    const auto spoilt = [&](const std::function<void(CSubSpan&)>& spoil) {
+        Member m = beam;
+        spoil(m.subSpans[0]);
+        return reason(m, sound);
+    };
+    const CString force = L"a force or moment of sub-span 1 is not a number below 1e30";
+    EXPECT_EQ(spoilt([](CSubSpan& sub) { sub.SetForcesAll({0.0, 1e31, 0.0}, {0.0, 0.0, 0.0}); }), force);
+    EXPECT_EQ(spoilt([](CSubSpan& sub) { sub.SetForcesAll({0.0, 0.0, 0.0}, {1e31, 0.0, 0.0}); }), force);
+    EXPECT_EQ(spoilt([](CSubSpan& sub) { sub.SetMomentsAll({0.0, 0.0, 1e31}, {0.0, 0.0, 0.0}); }), force);
+    EXPECT_EQ(spoilt([](CSubSpan& sub) { sub.SetMomentsAll({0.0, 0.0, 0.0}, {1e31, 0.0, 0.0}); }), force);
+    EXPECT_EQ(spoilt([](CSubSpan& sub) {
+                  auto restraint = sub.GetRestraint();
+                  restraint.SetLoadHeight(std::nan(""));
+                  sub.SetRestraint(restraint);
+              }),
+              CString(L"the load height of sub-span 1 is not a number below 1e30"));
+    EXPECT_EQ(spoilt([](CSubSpan& sub) {
+                  auto restraint = sub.GetRestraint();
+                  restraint.SetRefLoadHeight(static_cast<Data::LoadPos>(7));
+                  sub.SetRestraint(restraint);
+              }),
+              CString(L"what the load height of sub-span 1 is measured from is not known"));
+
+    Member turned = beam;
+    turned.points[0].SetPos(7.0);
+    EXPECT_EQ(reason(turned, sound), CString(L"the position of point 2 lies before that of the point before it"));
+    Member dot = beam;
+    dot.points[1].SetPos(dot.points[0].GetPos());
+    EXPECT_EQ(reason(dot, sound), CString(L"the member has no length"));
+    Member more = beam;
+    more.subSpans.push_back(more.subSpans.front());
+    const CString needs = L"a member needs two points or more, and a sub-span between each two neighbouring ones";
+    EXPECT_EQ(reason(more, sound), needs);
+    EXPECT_EQ(FindCriticalLoadsAcross(more.points, more.subSpans, sound, 0.18).reason, needs);
+    EXPECT_EQ(FindCriticalLoadsAcross({}, {}, sound, 0.18).reason, needs);
+    EXPECT_EQ(FindCriticalLoads(beam.points, beam.subSpans, Design::MomentDiagram(), sound).reason,
+              CString(L"the moment diagram is not that of the member"));
 }
 
 TEST(Unusual, ChannelsUnderAxialForceAreRefused)

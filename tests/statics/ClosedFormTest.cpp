@@ -477,6 +477,50 @@ TEST(Faults, EachIsNamed)
              b.loads[0].reference = static_cast<Steel::LoadPos>(9);
          }},
         {"length 1e+10 m: one from 1e-6 to 1e9 m is expected", Part::Beam, [](Beam& b) { b.length = 1e10; }},
+        {"length 1e-07 m: one from 1e-6 to 1e9 m is expected", Part::Beam, [](Beam& b) { b.length = 1e-7; }},
+        {"Young's modulus nan", Part::Section, [](Beam& b) { b.section.E = NAN; }},
+        {"major axis 0 m", Part::Section, [](Beam& b) { b.section.Iy = 0.0; }},
+        {"mass nan kg/m: no mass", Part::Section, [](Beam& b) { b.section.mass = NAN; }},
+        {"load height 0 m of a restraint", Part::Support,
+         [](Beam& b) { b.supports[0].holds.SetRefLoadHeight(Steel::TOP_FLANGE); }},
+        {"hinge at 9 m", Part::Hinge,
+         [](Beam& b) {
+             b.hinges = {{9.0, true, false}};
+         }},
+        {"the support there holds rotation", Part::Hinge,
+         [](Beam& b) {
+             b.hinges = {{3.0, true, false}};
+             b.supports.push_back(Held(3.0, CRestraint::MAJOR_SHEAR));
+             b.supports.back().rotation = 1e6;
+         }},
+        {"the support there holds rotation", Part::Hinge,
+         [](Beam& b) {
+             b.hinges = {{3.0, false, true}};
+             b.supports.push_back(Held(3.0, ENCASTRE));
+         }},
+        {"the support there holds rotation", Part::Hinge,
+         [](Beam& b) {
+             b.hinges = {{3.0, true, true}};
+             b.supports.push_back(Held(3.0, CRestraint::MAJOR_SHEAR));
+             b.supports.back().lateralRotation = 1e6;
+         }},
+        {"load to -inf m", Part::Load, [](Beam& b) { b.loads = {UniformLoad(0, 1.0, 1.0, -INFINITY)}; }},
+        {"put it beside the hinge", Part::Load,
+         [](Beam& b) {
+             b.hinges = {{3.0, false, true}};
+             b.loads = {MomentLoad(0, 1.0, 3.0, Direction::Minor)};
+         }},
+        {"load across the web", Part::Load,
+         [](Beam& b) {
+             b.section.Iz = NAN;
+             b.loads = {PointLoad(0, 1.0, 1.0, Direction::Minor)};
+         }},
+        {"only a load across the major axis has one", Part::Load,
+         [](Beam& b) {
+             b.section.topFlange = 0.2;
+             b.loads = {PointLoad(0, 1.0, 1.0, Direction::Axial)};
+             b.loads[0].reference = Steel::TOP_FLANGE;
+         }},
         {"bending stiffness 0 N·m² about the major axis", Part::Section,
          [](Beam& b) { b.section.E = b.section.Iy = 1e-200; }},
         {"bending stiffness inf N·m² about the minor axis", Part::Section,
@@ -523,6 +567,64 @@ TEST(Faults, EachIsNamed)
         EXPECT_FALSE(analysis.IsAnswered());
         EXPECT_TRUE(analysis.Units().empty());
     }
+}
+
+// What holds rotation in the other plane than that of the hinge is none of its business.
+TEST(Faults, AHingeInOnePlaneLeavesTheOtherAlone)
+{
+    Beam beam = Single(8.0, PINNED, PINNED);
+    beam.hinges = {{3.0, true, false}};
+    beam.supports.push_back(Held(3.0, CRestraint::PINNED | CRestraint::MINOR_ROTATION));
+    beam.loads = {MomentLoad(0, 1.0, 3.0, Direction::Minor)};
+    EXPECT_TRUE(FindFaults(beam).empty());
+    beam.hinges = {{3.0, false, true}};
+    beam.supports.back() = Held(3.0, CRestraint::PINNED | CRestraint::MAJOR_ROTATION);
+    beam.loads = {MomentLoad(0, 1.0, 3.0)};
+    EXPECT_TRUE(FindFaults(beam).empty());
+}
+
+TEST(Line, WithoutPiecesIsZeroEverywhere)
+{
+    const Line line;
+    EXPECT_EQ(line.Shear(1.0, Side::Left), 0.0);
+    EXPECT_EQ(line.Moment(1.0, Side::Right), 0.0);
+    EXPECT_EQ(line.Slope(1.0, Side::Left), 0.0);
+    EXPECT_EQ(line.Deflection(1.0), 0.0);
+    EXPECT_EQ(line.Moments(0.0, 1.0).greatest.value, 0.0);
+    EXPECT_EQ(line.Moments(0.0, 1.0).least.value, 0.0);
+}
+
+TEST(Line, OfPlacesThatAreNoNumbersHasNoExtremes)
+{
+    Beam beam = Single(8.0, PINNED, PINNED);
+    beam.loads = {UniformLoad(0, 1e3)};
+    const Line line = Solved(beam).major;
+    for (const auto& [from, to] : {std::pair{NAN, 4.0F}, {4.0F, NAN}}) {
+        EXPECT_TRUE(std::isnan(line.Moments(from, to).greatest.value));
+        EXPECT_TRUE(std::isnan(line.Shears(from, to).least.value));
+        EXPECT_TRUE(std::isnan(line.Deflections(from, to).greatest.at));
+    }
+}
+
+// Of beams that differ in a length, in a break or in what holds them.
+TEST(Response, OfAnotherBeamIsNotAddedAndChangesNothing)
+{
+    const auto loaded = [](Beam beam) {
+        beam.loads = {UniformLoad(0, 1e3), PointLoad(0, 1e3, 1.0, Direction::Axial)};
+        return Solved(beam);
+    };
+    Response sum = loaded(Single(8.0, PINNED, PINNED));
+    const double before = sum.major.Moment(4.0, Side::Left);
+    const Response others[] = {loaded(Single(9.0, PINNED, PINNED)), loaded(Continuous({4.0, 4.0})),
+                               loaded(Single(8.0, ENCASTRE, 0U))};
+    for (const Response& other : others) {
+        EXPECT_THROW(sum.Add(1.0, other), std::invalid_argument);
+        EXPECT_THROW(sum.major.Add(1.0, Line({{0.0, 3.0}}, EI)), std::invalid_argument);
+        EXPECT_THROW(sum.major.Add(1.0, Line(sum.major.Pieces(), 2.0 * EI)), std::invalid_argument);
+    }
+    EXPECT_THROW(sum.Add(NAN, others[0]), std::invalid_argument);
+    EXPECT_THROW(sum.major.Add(INFINITY, sum.major), std::invalid_argument);
+    EXPECT_EQ(sum.major.Moment(4.0, Side::Left), before);
 }
 
 // The softest spring that is taken, with the closest node to the pin: the beam turns about the pin, P/k at its end.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "keltrix/statics/Deflections.h"
 #include "statics/RandomBeam.h"
 
 namespace StaticsTest {
@@ -529,7 +530,17 @@ TEST(OwnTables, RulesThatSayNothingOfUseAreLeftOutAndToldOf)
     EXPECT_EQ(Expand(analysis, {good}).list.size(), 2U);
     EXPECT_THROW(MakeRules(analysis, {static_cast<Basis>(9), Expression::E610}), std::invalid_argument);
     EXPECT_THROW(MakeRules(analysis, {Basis::EN1990, static_cast<Expression>(9)}), std::invalid_argument);
-    EXPECT_THROW(PsiOf(static_cast<Basis>(9), ActionKind::Wind, Category::None), std::invalid_argument);
+    for (const int basis : {-1, 9}) {
+        EXPECT_THROW(PsiOf(static_cast<Basis>(basis), ActionKind::Wind, Category::None), std::invalid_argument);
+        EXPECT_THROW(DeflectionLimitsOf(static_cast<Basis>(basis), true), std::invalid_argument);
+    }
+    // BS 5950-1 has no such factors, nor has a permanent action: nothing is reduced.
+    for (const Psi& none : {PsiOf(Basis::BS5950, ActionKind::Imposed, Category::B),
+                            PsiOf(Basis::EN1990, ActionKind::Permanent, Category::B)}) {
+        EXPECT_EQ(none.psi0, 1.0);
+        EXPECT_EQ(none.psi1, 1.0);
+        EXPECT_EQ(none.psi2, 1.0);
+    }
     const Analysis loose(Single(6.0, PINNED, 0));
     EXPECT_TRUE(MakeRules(loose, BS).empty());
     ASSERT_EQ(Expand(loose, {good}).notes.size(), 1U);
