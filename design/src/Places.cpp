@@ -30,7 +30,7 @@ std::array<double, 2> ExtremePlaces(const Parabola& first, const Parabola& secon
 void AddPlacesAtLevel(const Parabola& curve, double level, std::vector<double>& places)
 {
     for (const double s : Parabola{curve.left - level, curve.right - level, curve.curvature}.Zeros())
-        if (s > 0.0 && s < 1.0) places.push_back(s);
+        if (!std::isnan(s)) places.push_back(s);
 }
 
 } // namespace Keltrix::Design

@@ -273,6 +273,121 @@ TEST(Import, ForcesThatDoNotBalanceNameThePresetsThatWould)
     EXPECT_THAT(FaultOf(fine, MEMBERS, {"z-up-sagging"}), HasSubstr("they would as"));
 }
 
+// As spreadsheets and programs write them: all are the same table.
+TEST(Import, OneTableInManyForms)
+{
+    const Import plain = Imported(HEAD + UNIFORM, MEMBERS, {"sagging"});
+    ASSERT_FALSE(plain.HasErrors());
+    const std::string bare = "Member,CASE,station,N,V_y,V.z,T,M-y,M\tz\n";
+    const std::string quoted = "\"B1\", \"LC1\" ,\t0,+0,0,60,0,0,0\nB1,LC1,3,0,0,0,0,+9.0e+1,0\n"
+                               "B1,LC1,6,0,0,-60,0,0,0\n";
+    for (const std::string& table :
+         {"\xEF\xBB\xBF# from an analysis\n" + HEAD + ",,,,,,,,\n" + UNIFORM + " ; ;\n",
+          Replaced(Replaced(HEAD, "N [kN]", "N (kN)"), "My [kNm]", "My (kN*m)") + UNIFORM,
+          bare + "-,,[m],(kN),kN,kN,kN m,kN.m,kN-m,,\n" + UNIFORM, bare + ",,m,kN,kN,kN,kN\xC2\xB7m,kNm,kNm\n" + quoted,
+          HEAD + Replaced(UNIFORM, "B1,LC1,0,0,0,60,0,0,0\n", "B1,LC1,0,0,0,60,0,0,0,,\n"),
+          Replaced(HEAD, "Mz [kNm]\n", "Mz [kNm],,\n") +
+              "B1,LC1,0,0,0,60,0,0,0\nB1,LC1,3,0,0,0,0,90,0\nB1,LC1,6,0,0,-60,0,0,0,,\n"}) {
+        const Import import = Imported(table, MEMBERS, {"sagging"});
+        EXPECT_FALSE(import.HasErrors()) << table << Messages(import);
+        EXPECT_EQ(import.text, plain.text) << table;
+    }
+    // A name with a separator and quotation marks.
+    const std::string odd =
+        Replaced(Replaced(Replaced(UNIFORM, "B1", "\"B \"\"1\"\"; x\""), "B1", "\"B \"\"1\"\"; x\""), "B1",
+                 "\"B \"\"1\"\"; x\"");
+    const Import named = Imported(HEAD + odd, Replaced(MEMBERS, "\nB1", "\n\"B \"\"1\"\"; x\""), {"sagging"});
+    ASSERT_FALSE(named.HasErrors()) << Messages(named);
+    EXPECT_EQ(ReadBack(named).Title(0), "B \"1\"; x: LC1");
+}
+
+TEST(Import, TablesThatCannotBeRead)
+{
+    EXPECT_THAT(FaultOf("member,case\rB1,LC1\r"), HasSubstr("lines that end in carriage returns alone"));
+    EXPECT_THAT(FaultOf("member,\"case\n"), HasSubstr("a quotation mark without its end"));
+    EXPECT_THAT(FaultOf(Replaced(HEAD, "station [m]", "station") + UNIFORM),
+                HasSubstr("station: got no unit, expected m, cm or mm; write it behind the caption, as in \"station "
+                          "[m]\", or give --map length=UNIT"));
+    EXPECT_THAT(FaultOf(Replaced(HEAD, "My [kNm]", "My") + UNIFORM),
+                HasSubstr("as in \"My [kNm]\", or give --map moment=UNIT"));
+    EXPECT_THAT(FaultOf(Replaced(HEAD, "N [kN]", "N [kN") + UNIFORM), HasSubstr("no such column among"));
+    EXPECT_THAT(FaultOf(HEAD + ",,m,N,kN,kN,kNm,kNm,kNm\n" + UNIFORM),
+                HasSubstr("forces.csv:2: N [kN]: got \"N\", expected the unit of its caption"));
+    EXPECT_THAT(FaultOf(HEAD + "-,-,-,-,-,-,-,-,-\n" + UNIFORM), HasSubstr("forces.csv:2: station [m]: got \"-\""));
+    EXPECT_THAT(
+        FaultOf(HEAD + UNIFORM, MEMBERS, {"sagging", "N=axial"}),
+        HasSubstr("no such column among member, case, station [m], N [kN], Vy [kN], Vz [kN], T [kNm], My [kNm], "
+                  "Mz [kNm], expected a column \"axial\""));
+    EXPECT_THAT(FaultOf(Replaced(HEAD, "case,", "") + UNIFORM), HasSubstr("no such column among"));
+    EXPECT_THAT(FaultOf(Replaced(HEAD + UNIFORM, ",90,", ",1e306,")), HasSubstr("My [kNm]: got \"1e306\""));
+    EXPECT_THAT(FaultOf(Replaced(HEAD + UNIFORM, "B1,LC1,3", "B1,,3")), HasSubstr("forces.csv:3: case: got nothing"));
+    EXPECT_THAT(
+        FaultOf(Replaced(HEAD + UNIFORM, "B1,LC1,3", "B2,LC1,3"), MEMBERS + "B3,UB 457x191x67,S275,6,Pinned,Pinned\n"),
+        HasSubstr("unknown member \"B2\""));
+    // By the caption without its unit, and with it.
+    for (const char* name : {"N=axial", "N=axial [kN]"})
+        EXPECT_FALSE(
+            Imported(Replaced(HEAD, "N [kN]", "axial [kN]") + UNIFORM, MEMBERS, {"sagging", name}).HasErrors());
+    ImportSettings settings;
+    EXPECT_THAT(ReadImportMap({"z-down", "force=kNm"}, settings), HasSubstr("force=kNm: expected N, kN or MN"));
+}
+
+TEST(Import, FieldsOfMembersThatCannotBe)
+{
+    const std::string head =
+        "member,section,type,grade,length [m],start,end,restraints,net-to-gross,plastic-to-elastic,"
+        "shear-lag,load-height [m]\n";
+    const auto fault = [&](const std::string& row) { return FaultOf(HEAD + UNIFORM, head + row + '\n'); };
+    const std::string sound = "B1,UB 457x191x67,rolled,S275,6,Pinned,None,Pinned@6,1,1.2,0.7,0.1";
+    const Import import = Imported(HEAD + UNIFORM, head + sound + '\n', {"sagging"});
+    EXPECT_FALSE(import.HasErrors()) << Messages(import);
+    EXPECT_THAT(import.text, HasSubstr("SECTION,UB 457x191x67,ROLLED\n"));
+    struct Row {
+        const char* from;
+        const char* to;
+        const char* said;
+    };
+    for (const Row& row : {Row{"B1,", ",", "members.csv:2: member: got nothing"},
+                           {"UB 457x191x67,", ",", "got nothing, expected a section"},
+                           {"rolled", "cast", "type: got \"cast\", expected rolled, welded or formed"},
+                           {"S275", "\"S275,S355\"", "the name of a grade, which has no comma"},
+                           {",6,", ",six,", "length [m]: got \"six\""},
+                           {"Pinned@6", "Pinned@-1", "restraints: got \"Pinned@-1\""},
+                           {"Pinned@6", "Pinned@4:2", "restraints: got \"Pinned@4:2\""},
+                           {"Pinned@6", "Pinned@2:2", "restraints: got \"Pinned@2:2\""},
+                           {"Pinned@6", "Pinned@2:x", "restraints: got \"Pinned@2:x\""},
+                           {"Pinned@6", "Pinned@2 3", "restraints: got \"Pinned@2 3\""},
+                           {"Pinned@6", "Pinned@inf", "restraints: got \"Pinned@inf\""},
+                           {",1,1.2", ",0,1.2", "net-to-gross: got 0, expected a ratio above 0, at most 1"},
+                           {",1,1.2", ",1.01,1.2", "net-to-gross: got 1.01"},
+                           {"1.2", "0.9", "plastic-to-elastic: got 0.9, expected a ratio from 1 to 1.5"},
+                           {"1.2", "x", "plastic-to-elastic: got \"x\""},
+                           {"0.7", "-0.1", "shear-lag: got -0.1, expected a factor from 0 to 1"},
+                           {",0.1", ",high", "load-height [m]: got \"high\""}})
+        EXPECT_THAT(fault(Replaced(sound, row.from, row.to)), HasSubstr(row.said)) << row.to;
+    EXPECT_THAT(FaultOf(HEAD + UNIFORM, head), HasSubstr("members.csv:1: got no row, expected members below"));
+    EXPECT_THAT(FaultOf(HEAD + UNIFORM, Replaced(head, "grade,", "grade,grad,") + sound + '\n'),
+                HasSubstr("unknown column \"grad\""));
+    EXPECT_THAT(FaultOf(HEAD + UNIFORM, "member,grade,length [m]\nB1,S275,6\n"),
+                HasSubstr("section: got no such column"));
+}
+
+// A strict reading takes no warning.
+TEST(Import, StrictlyEveryWarningIsAnError)
+{
+    const std::string members = "member,section,grade,start,end\nB1,UB 457x191x67,S275,Pinned,Pinned\n";
+    ImportSettings settings;
+    ASSERT_EQ(ReadImportMap({"sagging"}, settings), "");
+    const std::string table = HEAD + UNIFORM;
+    const ImportFile forces{"forces.csv", table};
+    EXPECT_FALSE(ImportForces(forces, {"members.csv", members}, settings).HasErrors());
+    settings.isStrict = true;
+    const Import strict = ImportForces(forces, {"members.csv", members}, settings);
+    EXPECT_TRUE(strict.HasErrors());
+    EXPECT_EQ(strict.text, "");
+    EXPECT_THAT(Messages(strict), HasSubstr("members.csv:1: error: no column length"));
+}
+
 // Three digits are enough, and a couple is told.
 TEST(Import, RoundingIsNoGapAndACoupleIsAWarning)
 {
