@@ -211,6 +211,97 @@ TEST(BeamFile, ContradictionsAreErrors)
                 HasSubstr("camber: 2 of them, and the beam has 1 spans"));
 }
 
+// Each wrong part by itself, among sound ones, with what is said of it.
+TEST(BeamFile, EachWrongPartIsNamed)
+{
+    struct Part {
+        const char* keys;
+        const char* tables;
+        const char* said;
+    };
+    const Part parts[] = {
+        {"", "[[combination]]\nname = \"A\"\nstate = \"ultimate\"\n", "factors: got nothing, expected { Dead"},
+        {"", "[[combination]]\nname = \"A\"\nstate = \"ultimate\"\nfactors = 3\n", "factors: got 3, expected { Dead"},
+        {"", "[[combination]]\nname = \"A\"\nstate = \"ultimate\"\nfactors = {}\n", "got no factor"},
+        {"", "[[combination]]\nname = \"A\"\nstate = \"ultimate\"\nfactors = { Dead = 1.4, DEAD = 1.0 }\n",
+         "got a second factor of the case, expected one"},
+        {"", "[[combination]]\nname = \"A\"\nstate = \"ultimate\"\nfactors = { Dead = [1.4] }\n", "got a list of 1"},
+        {"", "[[combination]]\nname = \"A\"\nstate = \"ultimate\"\nfactors = { Dead = [1.0, 1.4] }\n",
+         "got the larger factor second"},
+        {"", "[[combination]]\nname = \"A\"\nstate = \"ultimate\"\nfactors = { Snow = 1.4 }\n",
+         "got the case \"Snow\", expected one of Dead, Imposed"},
+        {"", "[[case]]\nkind = \"wind\"\n", "case.name: got nothing"},
+        {"", "[[case]]\nname = \"Crowd\"\n", "kind: got nothing, expected permanent, imposed, snow"},
+        {"", "[[case]]\nname = \"Wind\"\nkind = \"storm\"\n", "kind: got \"storm\""},
+        {"", "[[case]]\nname = \"Wind\"\n[[case]]\nname = \"WIND\"\n", "got a second case \"WIND\""},
+        {"", "[[case]]\nname = \"Wind\"\ncategory = \"B\"\n", "got a category of other loads than imposed ones"},
+        {"", "[[load]]\ncase = 5\nudl = 1\n", "case: got 5"},
+        {"", "[[load]]\ncase = \"Imposed\"\ncategory = \"B\"\nudl = 1\n",
+         "got another category than the case has so far"},
+        {"", "[[load]]\ncase = \"Dead\"\nminor = true\nmajor = true\nudl = 1\n", "got minor and major"},
+        {"", "[[load]]\ncase = \"Dead\"\ntrapezoid = 3\n", "trapezoid: got one number, expected two loads"},
+        {"", "[[load]]\ncase = \"Dead\"\ntrapezoid = [3]\n", "trapezoid: got a list of one"},
+        {"", "[[load]]\ncase = \"Dead\"\ntrapezoid = []\n", "got a list of 0"},
+        {"", "[[load]]\ncase = \"Dead\"\naxial = 3\nat = 1\nminor = true\n", "got axial with minor or major"},
+        {"", "[[load]]\ncase = \"Dead\"\nreaction = 3\nat = 1\nface = 0.1\neccentricity = 0.2\n",
+         "got face and eccentricity"},
+        {"", "[[load]]\ncase = \"Dead\"\nreaction = 3\nat = 1\n", "got no eccentricity"},
+        {"", "[[load]]\ncase = \"Dead\"\npoint = 3\nat = 1\nheight = \"roof\"\n", "height: got \"roof\""},
+        {"", "[[load]]\ncase = \"Dead\"\nmoment = 3\nat = 1\nheight = 0.1\n", "got the height of a moment"},
+        {"", "[[load]]\ncase = \"Dead\"\npoint = 3\n", "at: got nothing"},
+        {"", "[[restraint]]\nat = 2\nto = 3\nholds = \"Top flange lateral\"\n", "got at with from or to"},
+        {"", "[[restraint]]\nholds = \"Top flange lateral\"\n", "got no place, expected at, or from and to"},
+        {"", "[[restraint]]\nat = \"x\"\nholds = \"Top flange lateral\"\n", "at: got \"x\""},
+        {"", "[[restraint]]\nat = 2\nholds = \"Topflange\"\n", "holds: got \"Topflange\""},
+        {"", "[[restraint]]\nat = 2\nholds = \"  \"\n", "in one line of 1 to 200 bytes"},
+        {"", "[[restraint]]\nat = 2\nholds = \"Top\\nflange\"\n", "in one line of 1 to 200 bytes"},
+        {"deflection = 3\n", "", "deflection: got 3, expected { imposed"},
+        {"deflection = true\n", "", "deflection: got true, expected { imposed"},
+        {"deflection = {}\n", "", "got no limit"},
+        {"self-weight = \"no\"\n", "", "self-weight: got \"no\""},
+        {"camber = []\n", "", "camber: got a list of 0"},
+        {"hinges = [3.0, 3.0]\n", "", "a second hinge at 3 m"},
+    };
+    for (const Part& part : parts) {
+        const Beam beam = Read(FloorBeam(part.keys, part.tables));
+        EXPECT_TRUE(beam.made.HasErrors()) << part.said;
+        EXPECT_THAT(Messages(beam), HasSubstr(part.said)) << part.keys << part.tables;
+    }
+    const auto said = [](std::string from, std::string to) {
+        std::string text = FloorBeam();
+        const std::size_t at = text.find(from);
+        EXPECT_NE(at, std::string::npos) << from;
+        return Messages(text.replace(at, from.size(), to));
+    };
+    EXPECT_THAT(said("\"S275\"", "\"S275, S355\""), HasSubstr("expected a grade without a comma"));
+    EXPECT_THAT(said("\"S275\"", "275"), HasSubstr("grade: got 275"));
+    EXPECT_THAT(said("UB 457x191x67", "UB 457, x"), HasSubstr("expected a section without a comma"));
+    EXPECT_THAT(said("UB 457x191x67", std::string(201, 'x')), HasSubstr("in one line of 1 to 200 bytes"));
+    EXPECT_THAT(said("length = 9.0", "length = 1e-7"), HasSubstr("length"));
+}
+
+// Words of the same meaning, and numbers instead of lists.
+TEST(BeamFile, TakesEachFormOfAKey)
+{
+    const Statics::Beam beam = BeamOf("length = 8\nsupports = \"pinned\"\nself-weight = false\n"
+                                      "[[restraint]]\nat = [2, 3]\nholds = \"Free\"\n"
+                                      "[[restraint]]\nfrom = 4\nholds = \"None\"\n"
+                                      "[[case]]\nname = \"Wind\"\n"
+                                      "[[load]]\nkind = \"snow-above-1000m\"\nudl = 1\nheight = \"shear centre\"\n"
+                                      "[[load]]\ncase = \"wind\"\nudl = 1\nheight = \"bottom flange\"\n");
+    ASSERT_EQ(beam.cases.size(), 2u);
+    EXPECT_EQ(beam.cases[0].kind, ActionKind::Wind);
+    EXPECT_EQ(beam.cases[1].kind, ActionKind::SnowAbove1000m);
+    ASSERT_EQ(beam.loads.size(), 2u);
+    EXPECT_EQ(beam.loads[0].reference, Steel::SHR_CENTRE);
+    EXPECT_EQ(beam.loads[1].reference, Steel::BOT_FLANGE);
+    ASSERT_EQ(beam.restraints.size(), 1u);
+    EXPECT_EQ(beam.restraints[0].to, 8.0);
+    const Beam bare = Read(std::string(HEAD) + "length = 8\nsupports = \"pinned\"\nself-weight = false\n");
+    EXPECT_TRUE(bare.made.HasErrors());
+    EXPECT_THAT(Messages(bare), HasSubstr("no loads"));
+}
+
 TEST(BeamFile, IsKnownByItsContentOrItsName)
 {
     EXPECT_TRUE(IsBeamText("standard input", "# a beam\n\n  title = \"x\"\n"));

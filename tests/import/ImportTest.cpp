@@ -385,7 +385,7 @@ TEST(Import, StrictlyEveryWarningIsAnError)
     const Import strict = ImportForces(forces, {"members.csv", members}, settings);
     EXPECT_TRUE(strict.HasErrors());
     EXPECT_EQ(strict.text, "");
-    EXPECT_THAT(Messages(strict), HasSubstr("members.csv:1: error: no column length"));
+    EXPECT_THAT(Messages(strict), HasSubstr("members.csv:1: no column length"));
 }
 
 // Three digits are enough, and a couple is told.
