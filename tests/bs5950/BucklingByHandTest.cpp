@@ -168,15 +168,20 @@ TEST(LateralByHand, ALengthBesideAHeldTipIsNoCantileverByItself)
 // A moment at the tip lengthens LE by 0.3 L (4.3.5.4): 0.8*4 + 0.3*4 = 4.4 m, more than 1.3*3.2 = 4.16 m.
 TEST(LateralByHand, AMomentAtTheTipLengthensTheCantilever)
 {
-    Case given;
-    given.points = {{0.0, L"Fixed"}, {4.0, L"Free"}};
-    given.force = [](double) { return Vector(0, 0, -20e3); };
-    given.moment = [](double x) { return Vector(0, 20e3 * (4 - x) + 10e3, 0); };
-    Checked c(given);
-    c.Check();
-    const SpanResult span = Governing(c, BucklingMode::LateralTorsional);
-    EXPECT_DOUBLE_EQ(span.LE, 4.4);
-    EXPECT_EQ(span.lateral.tipMoment, 10e3);
+    for (const double sign : {1.0, -1.0}) {
+        Case given;
+        given.points = {{0.0, L"Fixed"}, {4.0, L"Free"}};
+        given.force = [&](double) { return Vector(0, 0, -20e3 * sign); };
+        given.moment = [&](double x) { return Vector(0, (20e3 * (4 - x) + 10e3) * sign, 0); };
+        Checked c(given);
+        c.Check();
+        const SpanResult span = Governing(c, BucklingMode::LateralTorsional);
+        EXPECT_DOUBLE_EQ(span.LE, 4.4);
+        EXPECT_EQ(span.lateral.tipMoment, 10e3 * sign);
+        EXPECT_NE(c.Verbose().find("LE = max(1.3 LE, LE + 0.3 L) = max(1.3 * 3.2 m, 3.2 m + 0.3 * 4 m) = 4.4 m"),
+                  std::string::npos)
+            << c.Verbose();
+    }
 }
 
 // With 60 kN at one end, 60.5 kN at the other and 5 kNm at the right end nobody knows the moment in between.
