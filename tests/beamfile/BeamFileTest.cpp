@@ -5,8 +5,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "beamfile/BeamDocument.h"
 #include "beamfile/BeamSupport.h"
 #include "beamfile/BeamText.h"
+#include "text/BadInput.h"
+#include "text/Json.h"
 
 namespace Keltrix::BeamTest {
 namespace {
@@ -320,6 +323,26 @@ TEST(BeamFile, SyntaxHasLineAndColumn)
 {
     EXPECT_THAT(Messages(std::string(HEAD) + "length = 9,0\n"), HasSubstr("beam.toml:3: error: column "));
     EXPECT_THAT(Messages(std::string(HEAD) + "length = 9\nlength = 8\n"), HasSubstr("beam.toml:4: error: column "));
+}
+
+TEST(BeamDocument, IsWhatStandsInTheFile)
+{
+    const Json document = BeamDocument("beam.toml", "title = \"B\\u00e4r\"\nlength = 9\nfactor = 1.5\nflag = true\n"
+                                                    "limits = [inf, -inf, nan, 2.5]\nday = 2026-11-24\n"
+                                                    "hour = 10:20:30\n[[load]]\nudl = 3\n[[load]]\nat = [1, 2]\n");
+    EXPECT_EQ(nlohmann::json(document),
+              nlohmann::json::parse(R"({"title": "Bär", "length": 9, "factor": 1.5, "flag": true,
+        "limits": ["inf", "-inf", "nan", 2.5], "day": "2026-11-24", "hour": "10:20:30",
+        "load": [{"udl": 3}, {"at": [1, 2]}]})"));
+    for (const auto& [bytes, said] : {std::pair{"length = \n", "beam.toml:1"}, {"a = 1\na = 2\n", "beam.toml:2"}}) {
+        try {
+            BeamDocument("beam.toml", bytes);
+            ADD_FAILURE() << bytes;
+        } catch (const BadInput& fault) {
+            EXPECT_THAT(fault.what(), HasSubstr(said));
+        }
+    }
+    EXPECT_THROW(BeamDocument("beam.toml", "\xFF\xFE\xFF"), BadInput);
 }
 
 TEST(BeamFile, NotesOfDefaultsAreTold)

@@ -132,6 +132,51 @@ TEST(CheckedForm, AfterAMemberThatWasRefusedTheNextIsAsEver)
     }
 }
 
+TEST(CheckedForm, NumbersOfAnotherShapeOrNoneAreLeftToTheFile)
+{
+    // Simply supported under 20 kN/m, without a word that needs a message.
+    MemberContent content;
+    content.title = "Beam";
+    content.section = "UB 457x191x67";
+    content.type = "ROLLED";
+    content.grade = "S275";
+    TestKit::TestMember member;
+    TestKit::AddPoint(member, 0.0, L"Pinned");
+    TestKit::AddPoint(member, 3.0, L"Free");
+    TestKit::AddPoint(member, 6.0, L"Pinned");
+    TestKit::AddSubSpan(member, -60e3, 0.0, 0.0, -90e3);
+    TestKit::AddSubSpan(member, 0.0, 60e3, -90e3, 0.0);
+    content.points = member.points;
+    content.subSpans = member.subSpans;
+    const MemberNumbers good{content.points, content.subSpans, content.effectiveLengths};
+    CheckedForm form(FileOf(content), Codes().front());
+    ASSERT_TRUE(form.Check(good));
+    MemberNumbers other = good;
+    other.points.push_back(other.points.back());
+    EXPECT_FALSE(form.Check(other));
+    other = good;
+    other.subSpans.pop_back();
+    EXPECT_FALSE(form.Check(other));
+    other = good;
+    other.effectiveLengths = {1.0, 1.0, 1.0};
+    EXPECT_FALSE(form.Check(other));
+    constexpr double infinite = std::numeric_limits<double>::infinity();
+    for (int place = 0; place < 12; ++place) {
+        Vec3<double> of[4] = {good.subSpans[0].GetForcesLeft(), good.subSpans[0].GetForcesRight(),
+                              good.subSpans[0].GetMomentsLeft(), good.subSpans[0].GetMomentsRight()};
+        (place % 3 == 0 ? of[place / 3].x : place % 3 == 1 ? of[place / 3].y : of[place / 3].z) = infinite;
+        other = good;
+        other.subSpans[0].SetForcesAll(of[0], of[1]);
+        other.subSpans[0].SetMomentsAll(of[2], of[3]);
+        EXPECT_FALSE(form.Check(other)) << place;
+    }
+    other = good;
+    other.points.front().SetPos(std::nan(""));
+    EXPECT_FALSE(form.Check(other));
+    const CheckedMember* const checked = form.Check(good);
+    EXPECT_EQ(checked ? FindingsLine(*checked) : std::string(), ByText(content, Codes().front()));
+}
+
 TEST(CheckedForm, WordsWithADefectAreLeftToTheFile)
 {
     std::mt19937 random(3);

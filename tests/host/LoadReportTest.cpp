@@ -313,6 +313,22 @@ TEST(LoadReport, BeamsWithoutAnAnswerAreRefused)
     EXPECT_THROW(MakeLoadReport({analysis, none, {}, {}, {}, "", "", ""}), std::invalid_argument);
 }
 
+// 8 m under 3 kN/m along y: 24 kN in all, 12 kN at each end; w L²/8 = 24 kNm about z.
+TEST(LoadReport, LoadsAcrossTheWebHaveAColumnOfTheirOwn)
+{
+    Beam beam = Single(8.0, StaticsTest::PINNED, StaticsTest::PINNED);
+    beam.cases = {{L"Dead", ActionKind::Permanent, Category::None, false},
+                  {L"Drift", ActionKind::SnowAbove1000m, Category::None, false}};
+    beam.loads = {UniformLoad(0, 2e3), UniformLoad(1, 3e3, 0.0, INFINITY, Direction::Minor)};
+    const Loaded loaded(beam);
+    ExpectClose(loaded.report.sums[1].lateral, 24e3);
+    ExpectClose(std::fabs(loaded.report.supports[0].OfCase(1, ReactionPart::Lateral)), 12e3);
+    const std::string text = TextOf(loaded.report);
+    EXPECT_THAT(text, HasSubstr("Along y"));
+    EXPECT_THAT(text, HasSubstr("3 kN/m along y"));
+    EXPECT_THAT(text, HasSubstr("snow above 1000 m"));
+}
+
 TEST(LoadText, SizesAndPlacesInWords)
 {
     EXPECT_EQ(SizeOf(UniformLoad(0, 12e3), true), "12 kN/m");
@@ -329,7 +345,14 @@ TEST(LoadText, SizesAndPlacesInWords)
     EXPECT_EQ(PlaceOf(load), "at 3 m, on the top flange");
     load.height = 0.2;
     EXPECT_EQ(PlaceOf(load), "at 3 m, 0.2 m above the top flange");
+    load.reference = Steel::BOT_FLANGE;
+    EXPECT_EQ(PlaceOf(load), "at 3 m, 0.2 m above the bottom flange");
+    load.height = -0.1;
+    load.reference = Steel::SHR_CENTRE;
+    EXPECT_EQ(PlaceOf(load), "at 3 m, 0.1 m below the shear centre");
     EXPECT_EQ(PlaceOf(UniformLoad(0, 1e3, 1.0, 6.0)), "1 m to 6 m");
+    EXPECT_EQ(SizeOf(MomentLoad(0, -20e3, 3.0, Direction::Minor), true), "-20 kNm about z");
+    EXPECT_EQ(SizeOf(TrapezoidalLoad(0, 0.0, 0.0, 3.0, -15e3), true), "0 to 15 kN/m up");
 }
 
 } // namespace LoadsTest

@@ -430,6 +430,34 @@ TEST(Unusual, NumbersThatAreNone)
     EXPECT_FALSE(Analyse(reference, s).IsAnswered());
 }
 
+// A height from a flange is that from the shear centre, at a point as along a sub-span. A load below the shear centre steadies the beam.
+TEST(Units, LoadHeightsAreMeasuredFromWhatTheySay)
+{
+    const SectionConstants doubly = ConstantsOf(Steel::Test::HostI(0.4, 0.18, 0.0086, 0.0135, 0.021));
+    const SectionConstants singly = ConstantsOf(CSection(CString(L"GI 600x300x200x12x20x15")));
+    for (const SectionConstants& s : {doubly, singly}) {
+        for (const bool atPoint : {false, true}) {
+            const auto factor = [&](Data::LoadPos reference, double height) {
+                Member m = atPoint ? CentrallyLoaded(6.0) : UniformlyLoaded(6.0);
+                auto restraint = atPoint ? m.points[1].GetRestraint() : m.subSpans[0].GetRestraint();
+                restraint.SetRefLoadHeight(reference);
+                restraint.SetLoadHeight(height);
+                if (atPoint)
+                    m.points[1].SetRestraint(restraint);
+                else
+                    m.subSpans[0].SetRestraint(restraint);
+                return FactorsOf(m, s).positive;
+            };
+            const double top = factor(Data::TOP_FLANGE, 0.03);
+            const double bottom = factor(Data::BOT_FLANGE, -0.02);
+            EXPECT_NEAR(top, factor(Data::SHR_CENTRE, s.flange[0] + 0.03), 1e-9 * top);
+            EXPECT_NEAR(bottom, factor(Data::SHR_CENTRE, s.flange[1] - 0.02), 1e-9 * bottom);
+            EXPECT_GT(bottom, factor(Data::SHR_CENTRE, 0.0));
+            EXPECT_LT(top, factor(Data::SHR_CENTRE, 0.0));
+        }
+    }
+}
+
 // Each input that is no member, with what is said of it.
 TEST(Unusual, WhatIsNoMemberIsRefusedWithItsReason)
 {
