@@ -65,7 +65,7 @@ Json JsonOf(const toml::node& node)
 Json BeamDocument(const std::string& name, std::string_view bytes)
 {
     DecodeText(name, bytes);
-    const SafeToml toml = ReadSafeToml(bytes);
+    const SafeToml toml = ReadBeamToml(bytes);
     if (!toml.fault.empty()) throw BadInput(name + ':' + std::to_string(toml.line) + ": error: " + toml.fault);
     return JsonOf(toml.root);
 }

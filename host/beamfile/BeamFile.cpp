@@ -24,7 +24,7 @@ public:
 
     BeamFile Read(std::string_view bytes)
     {
-        SafeToml toml = ReadSafeToml(bytes);
+        SafeToml toml = ReadBeamToml(bytes);
         if (toml.fault.empty())
             ReadRoot(toml.root);
         else

@@ -97,6 +97,25 @@ LineNumber DeepKeyIn(std::string_view bytes)
     return 0;
 }
 
+// The line in which a closing brace stands where a list has a value, as in "[ }"; 0 without one. toml++ 3.3 takes for granted that none does.
+// The text has neither control characters nor texts in three quotes.
+LineNumber BraceForValueIn(std::string_view bytes)
+{
+    char before = '\0'; // the last character that is neither a blank nor in a comment
+    for (LineNumber number = 1; !bytes.empty(); ++number) {
+        const std::size_t end = std::min(bytes.find('\n'), bytes.size());
+        const std::string_view line = bytes.substr(0, end);
+        for (std::size_t i = 0; i < line.size() && line[i] != '#';) {
+            const char c = line[i];
+            if (c == '}' && (before == '[' || before == ',')) return number;
+            if (c != ' ' && c != '\t' && c != '\r') before = c;
+            i = c == '"' || c == '\'' ? AfterQuoted(line, i) : i + 1;
+        }
+        bytes.remove_prefix(std::min(end + 1, bytes.size()));
+    }
+    return 0;
+}
+
 SafeToml Parsed(std::string_view bytes)
 {
     try {
@@ -109,27 +128,41 @@ SafeToml Parsed(std::string_view bytes)
     }
 }
 
+std::string_view WithoutMark(std::string_view bytes)
+{
+    if (bytes.starts_with("\xEF\xBB\xBF")) bytes.remove_prefix(3);
+    return bytes;
+}
+
 } // namespace
 
 SafeToml ReadSafeToml(std::string_view bytes)
 {
-    if (bytes.substr(0, 3) == "\xEF\xBB\xBF") bytes.remove_prefix(3); // a byte order mark
-    if (bytes.size() > LARGEST_BEAM_FILE)
-        return {{}, 1, "larger than " + std::to_string(LARGEST_BEAM_FILE >> 10) + " KiB, which no beam file is"};
-    if (FirstLineOfContent(bytes).substr(0, 5) == "TITLE")
-        return {{}, 1, "this is a member file; a name that ends with .toml is for beam files"};
+    bytes = WithoutMark(bytes);
     if (const LineNumber line = DeepKeyIn(bytes); line > 0)
-        return {{}, line, "a key of more than " + std::to_string(MOST_DOTS) + " parts, which no beam file has"};
+        return {{}, line, "a key of more than " + std::to_string(MOST_DOTS) + " parts, which nothing here has"};
     if (const LineNumber line = NamelessHeaderIn(bytes); line > 0)
         return {{}, line, "expected the name of a table after the bracket, as [[load]]"};
     std::string_view rest = bytes;
     for (LineNumber number = 1; !rest.empty(); ++number) {
         const std::size_t end = std::min(rest.find('\n'), rest.size());
         if (const char* const unsafe = UnsafePart(rest.substr(0, end)))
-            return {{}, number, std::string(unsafe) + ", which no beam file has"};
+            return {{}, number, std::string(unsafe) + ", which nothing here needs"};
         rest.remove_prefix(std::min(end + 1, rest.size()));
     }
+    if (const LineNumber line = BraceForValueIn(bytes); line > 0)
+        return {{}, line, "no TOML: a closing brace where a value is expected"};
     return Parsed(bytes);
+}
+
+SafeToml ReadBeamToml(std::string_view bytes)
+{
+    bytes = WithoutMark(bytes);
+    if (bytes.size() > LARGEST_BEAM_FILE)
+        return {{}, 1, "larger than " + std::to_string(LARGEST_BEAM_FILE >> 10) + " KiB, which no beam file is"};
+    if (FirstLineOfContent(bytes).substr(0, 5) == "TITLE")
+        return {{}, 1, "this is a member file; a name that ends with .toml is for beam files"};
+    return ReadSafeToml(bytes);
 }
 
 } // namespace Keltrix::Host

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "beamfile/BeamReader.h"
+#include "beamfile/SafeToml.h"
 #include "beamfile/TomlKeys.h"
 #include "text/BadInput.h"
 #include "text/SourceText.h"
@@ -112,14 +113,10 @@ void ReadAnnexFile(const std::string& name, std::string_view bytes, CodeChoice& 
         throw BadInput(name + ": " + Utf8(choice.code->Description().title) + " takes no file of national choices");
     if (bytes.size() > largest) throw BadInput(name + ": larger than 100 kB: no file of national choices");
     DecodeText(name, bytes); // for its messages
+    const SafeToml toml = ReadSafeToml(bytes);
+    if (!toml.fault.empty()) throw BadInput(name + ':' + std::to_string(toml.line) + ": " + toml.fault);
     std::vector<Defect> defects;
-    try {
-        const toml::table root = toml::parse(bytes);
-        AnnexReader(root, choice, defects).Read();
-    } catch (const toml::parse_error& fault) {
-        throw BadInput(name + ':' + std::to_string(fault.source().begin.line) +
-                       ": no TOML: " + PrintableLine(fault.description()));
-    }
+    AnnexReader(toml.root, choice, defects).Read();
     std::string text;
     for (const Defect& defect : defects)
         text += (text.empty() ? "" : "\n") + name + ':' + std::to_string(defect.line) + ": " + defect.Statement();

@@ -87,6 +87,21 @@ TEST(AnnexFile, IsRefusedWithEveryFaultAndItsLine)
 }
 
 // Partial factors divide: NplRd of γM0 = 1.05 is that of 1.0 over 1.05; what the file says stands among the assumptions.
+// The same guards as for beam files.
+TEST(AnnexFile, HostileBytesAreRefused)
+{
+    if (!HasEC3()) GTEST_SKIP() << "Left out: KELTRIX_BUILD_EC3=ON has national choices";
+    EXPECT_THAT(Fault("[\n"), HasSubstr("my.toml:1: expected the name of a table"));
+    EXPECT_THAT(Fault("title = [}\n"), HasSubstr("my.toml:1: no TOML: a closing brace where a value is expected"));
+    EXPECT_THAT(Fault("title = \"x\"\ntitle = \"y\"\n"), HasSubstr("my.toml:2: column 9: no TOML"));
+    std::string deep = "a";
+    for (int i = 0; i < 40000; ++i)
+        deep += ".a";
+    EXPECT_THAT(Fault(deep + " = 1\n"), HasSubstr("my.toml:1: a key of more than 16 parts"));
+    EXPECT_THAT(Fault("\xC7\x87 = 1\n"), HasSubstr("a character beyond ASCII outside of quotes"));
+    EXPECT_THAT(Fault(std::string(100001, '#')), HasSubstr("larger than 100 kB"));
+}
+
 TEST(AnnexFile, ReachesTheCheckAndIsTold)
 {
     if (!HasEC3()) GTEST_SKIP() << "Left out: KELTRIX_BUILD_EC3=ON has national choices";

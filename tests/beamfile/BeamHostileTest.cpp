@@ -132,6 +132,14 @@ TEST(BeamHostile, Bytes)
     }
     EXPECT_THAT(Refused(FloorBeam("\xC7\x87 = 1\n")), HasSubstr("beyond ASCII outside of quotes"));
     EXPECT_THAT(Refused(FloorBeam("type = \"\"\"rolled\"\"\"\n")), HasSubstr("a text in three quotes"));
+    for (const char* value : {"[}", "[ }]", "[1,}", "[{},}]", "{ a = [\t} }", "[ # {\n\n }]", "['a', # b\r\n }"}) {
+        const std::string text = std::string("camber = ") + value + "\n";
+        EXPECT_THAT(Refused(text), HasSubstr("a closing brace where a value is expected")) << value;
+        Refused(FloorBeam(text));
+    }
+    for (const char* value : {"}", "{}}", "{,}", "[1 }]", "{ a = }", "[{}", "{ a = '[', }"})
+        Refused(std::string("camber = ") + value + "\n");
+    EXPECT_FALSE(Read(FloorBeam("camber = [0.01] # [}\n")).made.HasErrors());
     EXPECT_FALSE(
         Read(FloorBeam("# \xC7\x87\n", "[[load]]\ncase = \"\xC7\x87\"\nkind = \"wind\"\nudl = 1\n")).made.HasErrors());
     Refused(FloorBeam("title = \"again\"\n"));

@@ -1,5 +1,7 @@
 // Strengths of the product standards and of Table 3.1.
 
+#include <cmath>
+
 #include <gtest/gtest.h>
 
 #include "keltrix/ec3/Material.h"
