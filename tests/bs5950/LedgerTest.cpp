@@ -97,6 +97,13 @@ TEST(LedgerOfChecks, HasEveryRuleWhateverTheActions)
                     ExpectComplete(c.member.Checks(), *CString(section).ToUtf8());
                     EXPECT_EQ(c.member.Checks().HasFailed(), c.result.HasFailed()) << *CString(section).ToUtf8();
                     EXPECT_EQ(passed, c.member.Status() == Design::Status::Passed);
+                    // The moment of an angle is about both principal axes.
+                    const bool isBent = M != 0.0 || My != 0.0;
+                    const bool isBentTwice = section[0] == L'L' ? isBent : M != 0.0 && My != 0.0;
+                    const auto applies = [&](Rule rule) { return c.Entry(rule).status != CheckStatus::NotApplicable; };
+                    EXPECT_EQ(applies(Rule::CombinedTension), F > 0.0 && isBent) << F << ' ' << M << ' ' << My;
+                    EXPECT_EQ(applies(Rule::CombinedCompression), (F < 0.0 && isBent) || (F <= 0.0 && isBentTwice))
+                        << *CString(section).ToUtf8() << ' ' << F << ' ' << M << ' ' << My;
                 }
 }
 
