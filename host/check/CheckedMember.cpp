@@ -20,7 +20,6 @@ namespace {
 using Design::LocalFinding;
 using Design::RuleFinding;
 using Steel::CMemberResult;
-using Steel::SubspanEffectiveLengthData;
 
 struct FlagWord {
     int flag;
