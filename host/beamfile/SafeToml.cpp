@@ -140,14 +140,14 @@ SafeToml ReadSafeToml(std::string_view bytes)
 {
     bytes = WithoutMark(bytes);
     if (const LineNumber line = DeepKeyIn(bytes); line > 0)
-        return {{}, line, "a key of more than " + std::to_string(MOST_DOTS) + " parts, which nothing here has"};
+        return {{}, line, "a key of more than " + std::to_string(MOST_DOTS) + " parts; at most so many are expected"};
     if (const LineNumber line = NamelessHeaderIn(bytes); line > 0)
         return {{}, line, "expected the name of a table after the bracket, as [[load]]"};
     std::string_view rest = bytes;
     for (LineNumber number = 1; !rest.empty(); ++number) {
         const std::size_t end = std::min(rest.find('\n'), rest.size());
         if (const char* const unsafe = UnsafePart(rest.substr(0, end)))
-            return {{}, number, std::string(unsafe) + ", which nothing here needs"};
+            return {{}, number, std::string(unsafe) + "; keys in ASCII and texts in one pair of quotes are expected"};
         rest.remove_prefix(std::min(end + 1, rest.size()));
     }
     if (const LineNumber line = BraceForValueIn(bytes); line > 0)

@@ -113,24 +113,20 @@ private:
         });
     }
 
-    void PutRule(const RuleFinding& rule)
+    void PutRule(const RuleFinding& rule, bool withSteps = false)
     {
         m_json.BeginObject();
         AddEntry(rule);
         AddSource(rule);
+        if (withSteps) AddSteps(rule);
         m_json.EndObject();
     }
 
     void PutChecks(bool withSteps)
     {
         m_json.BeginArray();
-        for (const RuleFinding& rule : m_checked.findings.rules) {
-            m_json.BeginObject();
-            AddEntry(rule);
-            AddSource(rule);
-            if (withSteps) AddSteps(rule);
-            m_json.EndObject();
-        }
+        for (const RuleFinding& rule : m_checked.findings.rules)
+            PutRule(rule, withSteps);
         for (const RuleFinding& entry : m_checked.Information()) {
             m_json.BeginObject();
             AddEntry(entry);
@@ -150,11 +146,10 @@ private:
     void PutPositions()
     {
         m_json.Array(m_checked.findings.positions, [&](const LocalFinding& f) {
-            m_json.BeginObject();
-            m_json.Add("position", f.x, "sub_span", f.subSpan + 1, "place", PlaceName(f.place), "combined", f.combined,
-                       "axial", f.axial, "moment_major", f.momentMajor, "moment_minor", f.momentMinor, "shear_major",
-                       f.shearMajor, "shear_minor", f.shearMinor, "torsion", f.hasTorsion ? NOT_A_NUMBER : 0.0);
-            m_json.EndObject();
+            m_json.Object("position", f.x, "sub_span", f.subSpan + 1, "place", PlaceName(f.place), "combined",
+                          f.combined, "axial", f.axial, "moment_major", f.momentMajor, "moment_minor", f.momentMinor,
+                          "shear_major", f.shearMajor, "shear_minor", f.shearMinor, "torsion",
+                          f.hasTorsion ? NOT_A_NUMBER : 0.0);
         });
     }
 

@@ -135,7 +135,6 @@ JsonWriter JsonWriter::Indented(int depth)
 std::string JsonWriter::Take()
 {
     m_text.resize(m_length);
-    m_length = 0;
     return std::move(m_text);
 }
 

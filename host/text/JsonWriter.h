@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 
 #include "keltrix/platform/CString.h"
@@ -78,7 +77,7 @@ public:
         EndArray();
     }
 
-    /// The text, which the writer does not hold any more.
+    /// The text. Nothing is written after it.
     std::string Take();
 
 private:
