@@ -154,7 +154,7 @@ void AddDeflection(const Beam& beam, const Statics::DeflectionCheck& check, int 
     const RuleFinding& finding = checked.findings.rules.back();
     checked.passed = checked.passed && finding.status == CheckStatus::Passed;
     checked.failed = checked.failed || finding.status == CheckStatus::Failed;
-    if (finding.WasEvaluated() && !(finding.utilisation <= checked.serviceability))
+    if (finding.WasEvaluated() && Design::IsWorse(finding.utilisation, checked.serviceability))
         checked.serviceability = finding.utilisation;
 }
 

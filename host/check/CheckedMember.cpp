@@ -333,8 +333,7 @@ void Merge(std::vector<LocalFinding>& list, const std::vector<LocalFinding>& oth
         for (double LocalFinding::*value :
              {&LocalFinding::combined, &LocalFinding::axial, &LocalFinding::momentMajor, &LocalFinding::momentMinor,
               &LocalFinding::shearMajor, &LocalFinding::shearMinor}) {
-            // Not-a-number is the worst of all.
-            if (!(other.*value <= here.*value)) here.*value = other.*value;
+            if (Design::IsWorse(other.*value, here.*value)) here.*value = other.*value;
         }
         here.hasTorsion = here.hasTorsion || other.hasTorsion;
     }
@@ -342,18 +341,16 @@ void Merge(std::vector<LocalFinding>& list, const std::vector<LocalFinding>& oth
 
 void Merge(Design::Extremes& extremes, const Design::Extremes& other, bool isFirst)
 {
-    if (isFirst || !(other.greatest <= extremes.greatest)) {
+    // An unknown moment stays.
+    if (isFirst || (!std::isnan(extremes.greatest) && !(other.greatest <= extremes.greatest))) {
         extremes.greatest = other.greatest;
         extremes.greatestAt = other.greatestAt;
     }
-    if (isFirst || !(other.least >= extremes.least)) {
+    if (isFirst || (!std::isnan(extremes.least) && !(other.least >= extremes.least))) {
         extremes.least = other.least;
         extremes.leastAt = other.leastAt;
     }
 }
-
-// Whether a is worse than b; not-a-number is the worst of all.
-bool IsWorse(double a, double b) { return std::isnan(b) ? false : !(a <= b); }
 
 // The rules of several cases, each at each place with the case in which it is worst.
 class RuleMerger {
@@ -366,7 +363,7 @@ public:
                 m_merged.push_back({rule, {name, std::numeric_limits<double>::quiet_NaN()}});
             else if (IsWorseThan(rule, m_merged[at->second].rule))
                 m_merged[at->second] = {rule, {name, std::numeric_limits<double>::quiet_NaN()}};
-            if (rule.governing && (m_governing == NONE || IsWorse(rule.utilisation, m_most))) {
+            if (rule.governing && (m_governing == NONE || Design::IsWorse(rule.utilisation, m_most))) {
                 m_governing = at->second;
                 m_most = rule.utilisation;
             }
@@ -421,7 +418,7 @@ private:
     {
         const bool fails = a.status == Design::CheckStatus::Failed;
         if (fails != (b.status == Design::CheckStatus::Failed)) return fails;
-        return IsWorse(a.utilisation, b.utilisation);
+        return Design::IsWorse(a.utilisation, b.utilisation);
     }
 
     // Whether a rule applies in one of the cases at least.
@@ -460,7 +457,7 @@ std::string DifferenceOf(const CheckedMember& member, const CheckedMember& other
 CheckedMember Envelope(std::vector<CheckedMember> cases)
 {
     const auto worst = std::max_element(cases.begin(), cases.end(), [](const CheckedMember& a, const CheckedMember& b) {
-        return a.result->UtilOverAll() < b.result->UtilOverAll();
+        return Design::IsWorse(b.result->UtilOverAll(), a.result->UtilOverAll());
     });
     CMemberResult merged = *cases.front().result;
     CheckedMember all;

@@ -120,8 +120,8 @@ SectionChoice ChooseBy(const SectionSearch& search, const TryOne& tryOne)
 bool IsWorse(const Candidate& a, const Candidate& b)
 {
     const auto rank = [](const Candidate& one) { return one.status == "fail" ? 2 : one.status == "pass" ? 0 : 1; };
-    if (std::isnan(a.utilisation) != std::isnan(b.utilisation)) return std::isnan(a.utilisation);
-    return a.utilisation > b.utilisation || (!(a.utilisation < b.utilisation) && rank(a) > rank(b));
+    if (Design::IsWorse(a.utilisation, b.utilisation)) return true;
+    return !Design::IsWorse(b.utilisation, a.utilisation) && rank(a) > rank(b);
 }
 
 // The worst of all cases, with the worst status of any: fails where one fails.

@@ -10,7 +10,7 @@ TopicSummary SummaryOf(const CheckedMember& checked, Topic topic)
     for (const Design::RuleFinding& rule : checked.findings.rules) {
         if (rule.topic != topic) continue;
         summary.isOpen = summary.isOpen || rule.status == Design::CheckStatus::NotEvaluated;
-        if (rule.WasEvaluated() && (!summary.worst || !(rule.utilisation <= summary.worst->utilisation)))
+        if (rule.WasEvaluated() && (!summary.worst || Design::IsWorse(rule.utilisation, summary.worst->utilisation)))
             summary.worst = &rule;
     }
     if (topic == Topic::Other && summary.worst && summary.worst->utilisation == 0.0) summary.worst = nullptr;

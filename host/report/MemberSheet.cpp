@@ -393,8 +393,7 @@ public:
     {
         for (const RuleFinding& entry : findings.rules) {
             const bool isOne = entry.WasEvaluated() && !std::isnan(entry.start) && (entry.start < entry.end) == isSpan;
-            // Not-a-number is worse than any number.
-            if (isOne && (!m_worst || !(entry.utilisation <= m_worst->utilisation))) m_worst = &entry;
+            if (isOne && (!m_worst || Design::IsWorse(entry.utilisation, m_worst->utilisation))) m_worst = &entry;
         }
     }
 

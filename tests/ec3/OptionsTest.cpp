@@ -148,6 +148,92 @@ TEST(AnnexA, TakesTheDeflectionOfALoadedMember)
     EXPECT_FALSE(c.HasOpen());
 }
 
+// Table A.1 in class 1 with every term at work, N and mm: wy 1224/1096, wz 1.5 (575/378.9 is more), npl 800/3909, λmax 1.398, εy = (100e6/800e3)
+// (11330/1096e3) = 1.2922, aLT = 1 - 102/14300, λ0 0.8 beyond 0.2 sqrt(1.3) ((1 - 0.4) (1 - 0.1333))^(1/4) = 0.1936. Cmy,0 = 0.79 + 0.042 - 0.36 * 0.13 * 0.16,
+// Cmz = 0.79 - 0.105 - 0.36 * 0.83 * 0.4, μy 0.84/0.872, μz 0.6/0.8; bLT 0.00446, cLT 0.21875, dLT 0.01097, eLT 0.10459.
+TEST(AnnexA, HasEveryTermByHandInAnyUnits)
+{
+    struct Units {
+        double force, length;
+    };
+    for (const auto& [force, length] : {Units{1.0, 1.0}, Units{1e-3, 1e-3}, Units{1.0, 1e-3}}) {
+        const double area = length * length, modulus = area * length, moment = force * length;
+        AnnexAInput i;
+        i.N = 800e3 * force;
+        i.NRd = 3909e3 * force;
+        i.NcrY = 5e6 * force, i.NcrZ = 2e6 * force, i.NcrT = 6e6 * force;
+        i.chiY = 0.8, i.chiZ = 0.5;
+        i.lambdaY = 0.884, i.lambdaZ = 1.398, i.lambda0 = 0.8;
+        i.C1 = 1.3, i.chiLT = 0.85;
+        i.My = 100e6 * moment, i.Mz = 10e6 * moment;
+        i.MplyRd = 422.3e6 * moment, i.MplzRd = 198.4e6 * moment;
+        i.A = 11330.0 * area;
+        i.Wy = i.Wely = 1096e3 * modulus, i.Welz = 378.9e3 * modulus;
+        i.Wply = 1224e3 * modulus, i.Wplz = 575e3 * modulus;
+        i.It = 102e4 * modulus * length, i.Iy = 143e6 * modulus * length;
+        i.major = {true, 0.2, 1.0}, i.minor = {true, -0.5, 1.0};
+        const AnnexAFactors f = AnnexA(i);
+        EXPECT_NEAR(f.Cmy0, 0.82451, 1e-5);
+        EXPECT_NEAR(f.Cmz0, 0.56548, 1e-5);
+        EXPECT_NEAR(f.Cmy, 0.91756, 1e-5);
+        EXPECT_NEAR(f.Cmz, 0.56548, 1e-5);
+        EXPECT_NEAR(f.CmLT, 1.15920, 1e-5);
+        EXPECT_NEAR(f.muY, 0.96330, 1e-5);
+        EXPECT_NEAR(f.muZ, 0.75, 1e-5);
+        EXPECT_NEAR(f.Cyy, 0.95063, 1e-5);
+        EXPECT_NEAR(f.Cyz, 0.97738, 1e-5);
+        EXPECT_NEAR(f.Czy, 0.72958, 1e-5);
+        EXPECT_NEAR(f.Czz, 1.07695, 1e-5);
+        EXPECT_NEAR(f.k.kyy, 1.28310, 1e-5);
+        EXPECT_NEAR(f.k.kyz, 0.64592, 1e-5);
+        EXPECT_NEAR(f.k.kzy, 0.67389, 1e-5);
+        EXPECT_NEAR(f.k.kzz, 0.65635, 1e-5);
+    }
+}
+
+// The value of a step of a rule; not-a-number without one.
+static double StepOf(const Checked& c, const wchar_t* clause, const std::wstring& symbol)
+{
+    for (const Design::Step& step : c.Rule(clause).steps)
+        if (step.symbol == symbol) return step.value;
+    return std::nan("");
+}
+
+// Table A.2 of a diagram of no symmetry: a uniform load with a moment at one end. E I δ of 4 a s (1 - s) is a (s - 2 s³ + s⁴)/3, of e s it is
+// e (s - s³)/6 (E I δ over L²). CmLT has the critical force of torsional buckling.
+TEST(AnnexA, TakesTheDeflectionOfAnyDiagramAndTheTwistOfTheMember)
+{
+    constexpr double L = 6.0, W = 20e3, N = 500e3;
+    constexpr double a = W * L * L / 8.0;
+    const double e = -100e3;
+    DesignTest::Member m;
+    AddPoint(m, 0.0, L"Pinned");
+    AddPoint(m, L, L"Pinned");
+    AddSubSpan(m, -0.5 * W * L + e / L, 0.5 * W * L + e / L, 0.0, e);
+    Vec3<double> left = m.subSpans[0].GetForcesLeft(), right = m.subSpans[0].GetForcesRight();
+    m.subSpans[0].SetForcesAll({-N, left.y, left.z}, {-N, right.y, right.z});
+    const Checked c(m, L"UC 254x254x89", L"S355", true, With(InteractionMethod::AnnexA));
+    double deflection = 0.0, moment = 0.0;
+    for (double s = 0.0; s <= 1.0; s += 1e-4) {
+        deflection = std::max(deflection, std::abs(-a * (s - 2.0 * std::pow(s, 3.0) + std::pow(s, 4.0)) / 3.0 +
+                                                   e * (s - std::pow(s, 3.0)) / 6.0));
+        moment = std::max(moment, std::abs(-4.0 * a * s * (1.0 - s) + e * s));
+    }
+    const double shape = std::numbers::pi * std::numbers::pi * deflection / moment;
+    const double first = 1.0 + (shape - 1.0) * N / c.Value(L"NcrY");
+    EXPECT_NEAR(StepOf(c, L"6.3.3 (6.61)", L"Cmy,0"), first, 1e-5);
+
+    const double Cmy = StepOf(c, L"6.3.3 (6.61)", L"Cmy");
+    const Section s = SectionOf(L"UC 254x254x89");
+    const double aLT = 1.0 - s.It / s.Iy;
+    const double root = std::sqrt(moment / N * s.A / s.Wely);
+    EXPECT_NEAR(Cmy, first + (1.0 - first) * root * aLT / (1.0 + root * aLT), 1e-5);
+    const double left1 = 1.0 - N / c.Value(L"NcrZ");
+    const double twist = 1.0 - N / c.Value(L"NcrT");
+    EXPECT_LT(twist, 0.97) << "the twist counts";
+    EXPECT_NEAR(StepOf(c, L"6.3.3 (6.61)", L"CmLT"), Cmy * Cmy * aLT / std::sqrt(left1 * twist), 1e-5);
+}
+
 // Two methods for one thing: over random members they are near each other, and never far apart on the unsafe side.
 TEST(AnnexA, IsNearAnnexB)
 {

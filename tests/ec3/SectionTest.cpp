@@ -68,6 +68,8 @@ TEST(Section, HasTheShearAreasOfEachShape)
     const Section tee = SectionOf(L"TEE 200x180x8x14x10x0", SEC_ROLLED);
     EXPECT_NEAR((ShearAreaZ(tee, 1.0) - tee.A) / MM2, -180 * 14 + 28 * 7, 0.01);
     EXPECT_NEAR(ShearAreaY(tee) / MM2, 180.0 * 14 / 1.5, 0.01);
+    const Section weldedTee = SectionOf(L"TEE 200x180x8x14x0x0", SEC_WELDED);
+    EXPECT_NEAR(ShearAreaZ(weldedTee, 1.0) / MM2, 8.0 * (200 - 7), 0.01);
 
     const Section box = SectionOf(L"BOX 300x200x8x12", SEC_WELDED);
     EXPECT_NEAR(ShearAreaZ(box, 1.0) / MM2, 2 * 276 * 8, 0.01);

@@ -79,7 +79,7 @@ void Ledger::MarkGoverning()
     LedgerEntry* best = nullptr;
     for (LedgerEntry& e : m_entries) {
         e.governing = false;
-        if (e.utilisation > (best ? best->utilisation : 0.0)) best = &e;
+        if (Design::IsWorse(e.utilisation, best ? best->utilisation : 0.0)) best = &e;
     }
     if (best) best->governing = true;
 }

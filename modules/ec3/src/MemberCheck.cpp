@@ -189,7 +189,7 @@ void MemberCheck::Finish()
     for (RuleFinding& f : m_findings.rules) {
         failed = failed || f.status == CheckStatus::Failed;
         open = open || f.status == CheckStatus::NotEvaluated;
-        if (f.utilisation > (best ? best->utilisation : 0.0)) best = &f;
+        if (Design::IsWorse(f.utilisation, best ? best->utilisation : 0.0)) best = &f;
     }
     if (best) best->governing = true;
     m_findings.status = failed ? Design::Status::Failed : open ? Design::Status::NotChecked : Design::Status::Passed;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <limits>
 #include <optional>
@@ -97,6 +98,9 @@ enum class Topic {
 };
 /// "bending, major axis"; "other"
 KELTRIX_DESIGN_API const wchar_t* TopicName(Topic topic);
+
+/// Whether one utilisation is worse than another. Not-a-number is worse than every number, and not worse than itself.
+inline bool IsWorse(double utilisation, double other) { return !std::isnan(other) && !(utilisation <= other); }
 
 /// What one rule gave at one place.
 struct RuleFinding {
