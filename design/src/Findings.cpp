@@ -143,7 +143,8 @@ const RuleFinding* MemberFindings::Worst(int rule) const
 {
     const RuleFinding* worst = nullptr;
     for (const RuleFinding& f : rules)
-        if (f.rule == rule && f.status != CheckStatus::Information && (!worst || IsWorse(f.utilisation, worst->utilisation)))
+        if (f.rule == rule && f.status != CheckStatus::Information &&
+            (!worst || IsWorse(f.utilisation, worst->utilisation)))
             worst = &f;
     return worst;
 }

@@ -315,8 +315,30 @@ TEST(BeamFile, IsKnownByItsContentOrItsName)
     EXPECT_FALSE(IsBeamText("standard input", "# only = this\n"));
     EXPECT_FALSE(IsBeamText("x.csv", "SECTION UB = x\n"));
     EXPECT_FALSE(IsBeamText("x.csv", ""));
+    for (const char* key : {"'self-weight' ", "a_1.B-2 ", "Z9\t", "\"a b\" "})
+        EXPECT_TRUE(IsBeamText("x.csv", std::string(key) + "= 1\n")) << key;
+    for (const char* line : {"a/b = 1", "{ = 1", "~ = 1", "@ = 1", "a: 1", "= 1", "a\n= 1", "'open = 1"})
+        EXPECT_FALSE(IsBeamText("x.csv", line)) << line;
     EXPECT_THAT(Messages(std::string("TITLE,x\nSECTION,UB 457x191x67,ROLLED\n")),
                 HasSubstr("beam.toml:1: error: this is a member file"));
+}
+
+// As an editor of another system writes it.
+TEST(BeamFile, LinesMayEndWithACarriageReturn)
+{
+    std::string ended;
+    for (const char c : FloorBeam())
+        ended += c == '\n' ? std::string("\r\n") : std::string(1, c);
+    const Beam beam = Read(ended);
+    const Beam known = Read(FloorBeam());
+    EXPECT_EQ(Messages(beam), Messages(known));
+    ASSERT_EQ(beam.members.size(), known.members.size());
+    ASSERT_FALSE(beam.members.empty());
+    for (std::size_t i = 0; i < known.members.size(); ++i)
+        EXPECT_EQ(beam.made.members[i].text, known.made.members[i].text);
+    EXPECT_EQ(CheckBeam(beam, DefaultCode(), false).Utilisation(),
+              CheckBeam(known, DefaultCode(), false).Utilisation());
+    EXPECT_THAT(Messages(ended + "udl = 3 \r more\r\n"), HasSubstr("a control character"));
 }
 
 TEST(BeamFile, SyntaxHasLineAndColumn)

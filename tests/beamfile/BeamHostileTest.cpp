@@ -132,6 +132,9 @@ TEST(BeamHostile, Bytes)
     }
     EXPECT_THAT(Refused(FloorBeam("\xC7\x87 = 1\n")), HasSubstr("beyond ASCII outside of quotes"));
     EXPECT_THAT(Refused(FloorBeam("type = \"\"\"rolled\"\"\"\n")), HasSubstr("a text in three quotes"));
+    EXPECT_THAT(Refused(FloorBeam("type = \'\'\'rolled\'\'\'\n")), HasSubstr("a text in three quotes"));
+    for (const char* header : {"[-]", "[_x]", "['x']", "[[\"x\"]]", "[9]", "[~]", "[{]"})
+        Refused(FloorBeam({}, std::string(header) + "\nudl = 1\n"));
     for (const char* value : {"[}", "[ }]", "[1,}", "[{},}]", "{ a = [\t} }", "[ # {\n\n }]", "['a', # b\r\n }"}) {
         const std::string text = std::string("camber = ") + value + "\n";
         EXPECT_THAT(Refused(text), HasSubstr("a closing brace where a value is expected")) << value;

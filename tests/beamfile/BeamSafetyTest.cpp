@@ -118,6 +118,11 @@ TEST(BeamSafety, BucklingWithSpringsAndHingesIsNotEvaluated)
         "not checked");
     EXPECT_EQ(status("supports = [{ at = 0, holds = \"Fixed\", rotation = 5000 }, { at = 6 }]\n", "-400"),
               "not checked");
+    // A hinge alone, and a spring that holds the rotation about the minor axis alone.
+    EXPECT_EQ(status("hinges = [3.0]\nsupports = [{ at = 0, holds = \"Fixed\" }, { at = 6 }]\n", "-400"),
+              "not checked");
+    EXPECT_EQ(status("supports = [{ at = 0, holds = \"Fixed\", lateral-rotation = 500 }, { at = 6 }]\n", "400"),
+              "not checked");
     EXPECT_EQ(status("supports = [{ at = 0, holds = \"Fixed\" }, { at = 6 }]\n", "-400"), "pass");
     EXPECT_EQ(status("hinges = [3.0]\nsupports = [{ at = 0, holds = \"Fixed\" }, { at = 6 }]\n", "400"), "pass");
 }

@@ -583,6 +583,41 @@ TEST(Families, LateralBucklingAboutTheStrongerAxisIsOpenWhereTheMomentIsNotKnown
     EXPECT_EQ(reason(unbalanced), L"the forces of a sub-span do not balance");
 }
 
+// The heaviest columns have no row in Table 6.2, which is said where they are compressed; 356x406x990 (h/b 1.23, tf 115) is one, 356x406x634 (h/b 1.12) none.
+TEST(Families, ASectionWithoutABucklingCurveOfItsOwnSaysSo)
+{
+    const auto says = [](const wchar_t* section, const wchar_t* grade, double N, int type = -1) {
+        const Checked c(Column(4.0, N, 20e3, 0.0), section, grade, false, {}, type);
+        EXPECT_FALSE(c.HasOpen()) << CString(section).ToUtf8().value_or("");
+        return std::any_of(c.findings.assumptions.begin(), c.findings.assumptions.end(),
+                           [](const Design::Assumption& a) { return std::wstring(a.name) == L"buckling curves"; });
+    };
+    EXPECT_TRUE(says(L"UC 356x406x1299", L"S355", 1e6));
+    EXPECT_TRUE(says(L"UC 356x406x990", L"S275", 1e6));
+    EXPECT_FALSE(says(L"UC 356x406x1299", L"S355", -1e6));
+    EXPECT_FALSE(says(L"UC 356x406x634", L"S355", 1e6));
+    EXPECT_FALSE(says(L"UB 457x191x67", L"S355", 1e5));
+    EXPECT_FALSE(says(L"UC 356x406x1299", L"S355", 1e6, SEC_WELDED));
+}
+
+// That a hollow section does not buckle by twist is said, so that nobody looks for it.
+TEST(Families, AHollowSectionSaysThatItDoesNotTwist)
+{
+    for (const auto& [section, twists] : {std::pair{L"RHS 200x100x6.3", false}, {L"UC 254x254x89", true}}) {
+        const Checked c(Column(4.0, 100e3, 5e3, 0.0), section, L"S355");
+        int said = 0, checked = 0;
+        for (const RuleFinding& f : c.findings.rules) {
+            if (std::wstring(f.reason) == L"a hollow section does not buckle by twist") {
+                EXPECT_EQ(f.status, CheckStatus::NotApplicable);
+                ++said;
+            }
+            checked += f.symbol == std::wstring(L"NbTRd");
+        }
+        EXPECT_EQ(said, twists ? 0 : 1);
+        EXPECT_EQ(checked, twists ? 1 : 0);
+    }
+}
+
 // A channel buckles about y-y with twist: held against twist nowhere, it has a resistance about z-z alone, and nothing for (6.61) and (6.62).
 TEST(Families, AChannelThatNothingHoldsAgainstTwistIsOpen)
 {

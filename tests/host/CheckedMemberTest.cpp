@@ -243,6 +243,46 @@ TEST(SectionChoice, EachSectionHasTheWorstOfItsCases)
     EXPECT_GE(welded.passing.front().entry->massPerMetre, light.passing.front().entry->massPerMetre);
 }
 
+// Each kind of option of each code takes what it says, and nothing else.
+TEST(CodeOptions, TakeTheirValuesAlone)
+{
+    int flags = 0, choices = 0, lengths = 0;
+    for (const Design::DesignCode* code : DesignCodes()) {
+        for (const Design::CodeOption& option : code->Description().options) {
+            const std::string name = Utf8(option.name);
+            const auto take = [&](const std::string& value) {
+                Design::CodeSettings settings;
+                SetOption(*code, name, value, settings);
+            };
+            switch (option.kind) {
+            case Design::OptionKind::Flag:
+                ++flags;
+                EXPECT_NO_THROW(take("")) << name;
+                EXPECT_THROW(take("1"), BadInput) << name;
+                break;
+            case Design::OptionKind::Choice:
+                ++choices;
+                for (const Design::Term& value : option.values)
+                    EXPECT_NO_THROW(take(Utf8(value.name))) << name;
+                EXPECT_THROW(take("neither"), BadInput) << name;
+                break;
+            case Design::OptionKind::Length:
+                ++lengths;
+                EXPECT_NO_THROW(take(Shortest(option.most))) << name;
+                for (const std::string& bad : {Shortest(option.most * 1.001), std::string("nan"), std::string("1 m"),
+                                               std::string(), std::string("-1")})
+                    EXPECT_THROW(take(bad), BadInput) << name << ' ' << bad;
+                break;
+            }
+        }
+        Design::CodeSettings settings;
+        EXPECT_THROW(SetOption(*code, "none-such", "", settings), BadInput);
+    }
+    EXPECT_GT(flags, 0);
+    EXPECT_GT(choices, 0);
+    EXPECT_GT(lengths, 0);
+}
+
 TEST(CheckedMember, EveryQuantityHasItsWord)
 {
     std::string words;

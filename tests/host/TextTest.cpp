@@ -20,6 +20,10 @@ TEST(Text, PrintableReplacesControlCharactersAndIllFormedBytes)
     EXPECT_EQ(Printable("\xC0\xAF"), "\xEF\xBF\xBD\xEF\xBF\xBD"); // overlong
     EXPECT_EQ(Printable("\xED\xA0\x80").size(), 9u);              // a surrogate: three bad bytes
     EXPECT_EQ(Printable("\xE2\x82"), "\xEF\xBF\xBD\xEF\xBF\xBD"); // cut off
+    EXPECT_EQ(Printable("\xE0\x80\xAF").size(), 9u);              // overlong by a byte
+    EXPECT_EQ(Printable("\xF0\x80\x80\xAF").size(), 12u);         // and by two
+    EXPECT_EQ(Printable("\xF4\x90\x80\x80").size(), 12u);         // beyond the last character
+    EXPECT_EQ(Printable("\xF0\x9F\x8C\x89"), "\xF0\x9F\x8C\x89"); // a bridge
     EXPECT_EQ(Printable("N/mm\xC2\xB2 \xE2\x82\xAC"), "N/mm\xC2\xB2 \xE2\x82\xAC");
 }
 

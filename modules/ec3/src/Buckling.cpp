@@ -36,7 +36,9 @@ AxisCurves RolledICurves(const SectionProperties& s, bool isS460)
     if (!deep && above100) return isS460 ? AxisCurves{Curve::C, Curve::C} : AxisCurves{Curve::D, Curve::D};
     const bool thin = thickest <= 0.040 * (1.0 + 1e-12);
     if (deep && thin) return isS460 ? AxisCurves{Curve::A0, Curve::A0} : AxisCurves{Curve::A, Curve::B};
-    return isS460 ? AxisCurves{Curve::A, Curve::A} : AxisCurves{Curve::B, Curve::C};
+    AxisCurves curves = isS460 ? AxisCurves{Curve::A, Curve::A} : AxisCurves{Curve::B, Curve::C};
+    curves.hasRow = !above100;
+    return curves;
 }
 
 AxisCurves HollowCurves(const SectionProperties& s, bool isS460)

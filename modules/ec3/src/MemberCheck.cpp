@@ -50,10 +50,14 @@ void MemberCheck::Assume(const wchar_t* name, const wchar_t* text, double value)
     m_findings.assumptions.push_back({name, text, value});
 }
 
-// What the input does not say of a section that is not doubly symmetric.
+// What the standard does not say of the heaviest sections, and the input not of those that are not doubly symmetric.
 void MemberCheck::AssumeOfShape()
 {
     const Section& s = m_in.section;
+    if (!CompressionCurves(s.basis, m_in.material.grade).hasRow && LargestCompression(m_in.Start(), m_in.End()) > 0.0)
+        Assume(L"buckling curves",
+               L"those of flanges of 40 to 100 mm, as published tables have them: Table 6.2 has no row for rolled "
+               L"sections with h/b above 1.2 and thicker flanges");
     if (s.IsDoublySymmetric() || s.shape == Shape::UnequalI) return;
     const auto any = [this](auto acts) { return std::any_of(m_positions.begin(), m_positions.end(), acts); };
     if (any([](const Position& p) { return p.actions.N != 0.0; }))
