@@ -255,6 +255,32 @@ TEST(Refusals, OfNumbersThatAreNotFinite)
     }
 }
 
+// A calculation has the lines of the actions that act, and of no others.
+TEST(CalculationText, HasLinesOfWhatActsAlone)
+{
+    constexpr const char* shearX = "Shear along the flanges";
+    constexpr const char* shearY = "Shear along the web";
+    const auto has = [](const Vec3<double>& force, const Vec3<double>& moment, const char* line) {
+        Case given;
+        given.force = [&](double) { return force; };
+        given.moment = [&](double) { return moment; };
+        Checked c(given);
+        c.Check();
+        return c.Verbose().find(line) != std::string::npos;
+    };
+    const Vec3<double> none = Vector(0, 0, 0);
+    EXPECT_FALSE(has(none, Vector(0, 10e3, 0), shearX));
+    EXPECT_FALSE(has(none, Vector(0, 10e3, 0), shearY));
+    EXPECT_TRUE(has(Vector(0, 10e3, 0), none, shearX));
+    EXPECT_FALSE(has(Vector(0, 10e3, 0), none, shearY));
+    EXPECT_FALSE(has(Vector(0, 0, 10e3), none, shearX));
+    EXPECT_TRUE(has(Vector(0, 0, 10e3), none, shearY));
+    for (const char* line : {"Tension <i>", "Compression <i>"})
+        EXPECT_FALSE(has(Vector(0, 0, 10e3), none, line)) << line;
+    EXPECT_TRUE(has(Vector(10e3, 0, 0), none, "Tension <i>"));
+    EXPECT_TRUE(has(Vector(-10e3, 0, 0), none, "Compression <i>"));
+}
+
 // A rule that applies and that nobody evaluated leaves the member unchecked, however low its utilisation: torsion of 50 kNm
 // beside a moment that uses a quarter of the section.
 TEST(Statuses, APassNeedsEveryRuleThatApplies)

@@ -57,6 +57,8 @@ TEST(LargestInside, BiaxialMomentsBetweenEndsAndExtremes)
     EXPECT_NEAR(p.x, 4.0 * 0.26645, 1e-4);
     EXPECT_NEAR(std::abs(p.actions.Mx) + std::abs(p.actions.My), 80164.0, 1.0);
     EXPECT_NEAR(p.combined, 1.018, 0.004);
+    // Both ends, the extreme of Mx and the worst place: a search that looks at other utilisations too adds no place for those.
+    EXPECT_EQ(c.member.Positions().size(), 4u);
     EXPECT_EQ(p.Entry(), 1) << "filed with the left end of its sub-span";
     EXPECT_EQ(c.result.UtilLocalCombined(1), p.combined);
     EXPECT_EQ(c.Entry(Rule::CombinedCompression).utilisation, p.combined);

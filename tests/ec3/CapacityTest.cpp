@@ -217,6 +217,17 @@ TEST(Capacity, TellsOfWallsThatBuckleInShear)
     EXPECT_TRUE(table.bearing.empty()) << "EN 1993-1-5 6 is for webs of I and H sections";
 }
 
+// Which curves stand in where Table 6.2 has none.
+TEST(Capacity, TellsOfCurvesThatTable62DoesNotHave)
+{
+    const auto notes = [](const wchar_t* section) {
+        return Code().Capacities(CSection(section), CSteelGrade(L"S355", 0.0, 0.0, 0.0, 1.0), {4.0}, {}).notes;
+    };
+    ASSERT_EQ(notes(L"UC 356x406x1299").size(), 1u);
+    EXPECT_EQ(CString(notes(L"UC 356x406x1299")[0]).Find(L"Buckling curves: those of flanges of 40 to 100 mm"), 0);
+    EXPECT_TRUE(notes(L"UC 356x406x634").empty());
+}
+
 // An angle has its own axes, and no moments reduced by an axial force.
 TEST(Capacity, NamesTheAxesOfAngles)
 {

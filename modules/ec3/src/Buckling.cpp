@@ -37,7 +37,9 @@ AxisCurves RolledICurves(const SectionProperties& s, bool isS460)
     const bool thin = thickest <= 0.040 * (1.0 + 1e-12);
     if (deep && thin) return isS460 ? AxisCurves{Curve::A0, Curve::A0} : AxisCurves{Curve::A, Curve::B};
     AxisCurves curves = isS460 ? AxisCurves{Curve::A, Curve::A} : AxisCurves{Curve::B, Curve::C};
-    curves.hasRow = !above100;
+    if (above100)
+        curves.assumed = L"those of flanges of 40 to 100 mm, as published tables have them: Table 6.2 has no row for "
+                         L"rolled sections with h/b above 1.2 and thicker flanges";
     return curves;
 }
 

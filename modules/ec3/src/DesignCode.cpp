@@ -160,6 +160,11 @@ public:
         if (c.VbwyRd())
             table.notes.push_back(L"VcyRd is not reached: the walls across buckle in shear, VbwyRd is what they carry, "
                                   L"stiffened at supports only (EN 1993-1-5 5)");
+        if (const wchar_t* const assumed = CompressionCurves(c.Section().basis, c.Steel().grade).assumed) {
+            CString note;
+            note.Format(L"Buckling curves: %s", assumed);
+            table.notes.push_back(note);
+        }
         table.shareName = L"NEd/NplRd";
         for (int i = 0; i <= 10; ++i)
             table.shares.push_back(i / 10.0);

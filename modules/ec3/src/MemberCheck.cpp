@@ -54,10 +54,8 @@ void MemberCheck::Assume(const wchar_t* name, const wchar_t* text, double value)
 void MemberCheck::AssumeOfShape()
 {
     const Section& s = m_in.section;
-    if (!CompressionCurves(s.basis, m_in.material.grade).hasRow && LargestCompression(m_in.Start(), m_in.End()) > 0.0)
-        Assume(L"buckling curves",
-               L"those of flanges of 40 to 100 mm, as published tables have them: Table 6.2 has no row for rolled "
-               L"sections with h/b above 1.2 and thicker flanges");
+    const wchar_t* const curves = CompressionCurves(s.basis, m_in.material.grade).assumed;
+    if (curves && LargestCompression(m_in.Start(), m_in.End()) > 0.0) Assume(L"buckling curves", curves);
     if (s.IsDoublySymmetric() || s.shape == Shape::UnequalI) return;
     const auto any = [this](auto acts) { return std::any_of(m_positions.begin(), m_positions.end(), acts); };
     if (any([](const Position& p) { return p.actions.N != 0.0; }))

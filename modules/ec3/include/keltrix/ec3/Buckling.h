@@ -29,11 +29,11 @@ KELTRIX_EC3_API Reduction CompressionReduction(double slenderness, double alpha)
 struct AxisCurves {
     Curve y = Curve::D;
     Curve z = Curve::D;
-    bool hasRow = true; ///< Table 6.2 has a row for the section
+    const wchar_t* assumed = nullptr; ///< why these, where Table 6.2 has no row for the section; null where it has one
 };
 /// Table 6.2. Of a welded box the curve of thick welds where the walls are so thick that it can hold; the input has no weld sizes.
 /// The table has no row for a rolled section with h/b > 1.2 and a flange above 100 mm: that of 40 to 100 mm, as the published tables of
-/// the heaviest columns have it, with `hasRow` false.
+/// the heaviest columns have it, with `assumed`.
 KELTRIX_EC3_API AxisCurves CompressionCurves(const Design::SectionProperties& section, Grade grade);
 
 /// Elastic critical force of flexural buckling, π² E I/L².
